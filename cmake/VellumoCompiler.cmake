@@ -1,0 +1,47 @@
+# How everything is compiled: language level, strict Qt, warnings, sanitizers, compiler cache.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+# Meta-object code needs no built library; checks can have it without compiling anything.
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    # Precompiled headers are cached only with this much sloppiness.
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        ${CCACHE_PROGRAM})
+endif()
+
+add_library(vellumo_options INTERFACE)
+target_include_directories(vellumo_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_definitions(vellumo_options INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_URL_CAST_FROM_STRING
+    QT_NO_KEYWORDS
+    QT_NO_FOREACH
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_STRICT_ITERATORS
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400
+    $<$<NOT:$<CONFIG:Debug>>:QT_NO_DEBUG_OUTPUT>)
+target_compile_options(vellumo_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+    -Wconversion -Wno-sign-conversion -Wformat=2 -Wimplicit-fallthrough
+    $<$<BOOL:${VELLUMO_WERROR}>:-Werror>
+    $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+
+if(VELLUMO_SANITIZE)
+    add_compile_options(-fsanitize=${VELLUMO_SANITIZE} -fno-omit-frame-pointer
+                        -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${VELLUMO_SANITIZE})
+else()
+    add_compile_options(-fstack-protector-strong)
+    add_link_options(-Wl,-z,relro,-z,now -Wl,--as-needed)
+endif()

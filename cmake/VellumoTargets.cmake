@@ -1,0 +1,47 @@
+# vellumo_library(NAME SOURCES file... [LINK target...]): one folder, one static library.
+# Every library shares one precompiled header.
+
+function(_vellumo_setup target)
+    target_link_libraries(${target} PUBLIC vellumo_options)
+    target_precompile_headers(${target} REUSE_FROM vellumo_pch)
+endfunction()
+
+function(vellumo_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_link_libraries(${name} PUBLIC Qt6::Core ${arg_LINK})
+    _vellumo_setup(${name})
+endfunction()
+
+# vellumo_qml_library(NAME URI uri SOURCES file... QML_FILES file... [RESOURCES file...]
+# [LINK target...]): a library with a face. Singletons are marked by the caller before the call.
+# Sources lie in the library's folder. The module is compiled in: no plugin is loaded, and an engine
+# needs only the import path qrc:/qt/qml.
+function(vellumo_qml_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML_FILES;RESOURCES;IMPORTS;LINK")
+    qt_add_library(${name} STATIC)
+    target_link_libraries(${name} PUBLIC Qt6::Core Qt6::Gui Qt6::Qml Qt6::Quick ${arg_LINK})
+    _vellumo_setup(${name})
+    string(REPLACE "." "/" folder ${arg_URI})
+    qt_add_qml_module(${name}
+        URI ${arg_URI}
+        VERSION 1.0
+        NO_PLUGIN
+        RESOURCE_PREFIX /qt/qml
+        OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${folder}
+        IMPORT_PATH ${PROJECT_BINARY_DIR}/qml
+        SOURCES ${arg_SOURCES}
+        QML_FILES ${arg_QML_FILES}
+        RESOURCES ${arg_RESOURCES}
+        IMPORTS ${arg_IMPORTS})
+    # what the QML compiler writes does not follow our warnings
+    get_target_property(sources ${name} SOURCES)
+    list(FILTER sources INCLUDE REGEX "/qmlcache/|_qmltyperegistrations")
+    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "-w")
+    # the generated type registration includes the headers by their bare names
+    target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+    # Nothing calls the registration by name; without this the linker would leave it out.
+    string(REPLACE "." "_" symbol "qml_register_types_${arg_URI}")
+    string(LENGTH ${symbol} length)
+    target_link_options(${name} INTERFACE "LINKER:-u,_Z${length}${symbol}v")
+endfunction()

@@ -1,0 +1,38 @@
+# vellumo_test(NAME SOURCES file... [LINK target...] [DESKTOP [WM name]] [OPTIONS desktop-option...]
+#              [TIMEOUT seconds] [LABELS label...] [SERIAL] [QUICK])
+# A Qt Test executable. Without DESKTOP it runs offscreen and needs no display; with it, it runs on
+# a private headless desktop: X server, session bus, accessibility bus, window manager. SERIAL is for
+# tests whose figures are wrong when something else runs beside them, QUICK for tests that show Qt
+# Quick windows, themselves or in a program that they start.
+
+# Qt's software renderer never deletes the textures of images, which reads as a leak at exit.
+set(vellumo_quick_environment ASAN_OPTIONS=detect_leaks=0)
+
+function(vellumo_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;SERIAL;QUICK" "WM;TIMEOUT" "SOURCES;LINK;OPTIONS;LABELS")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE vellumo_options Qt6::Test ${arg_LINK})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    if(arg_DESKTOP)
+        if(NOT arg_WM)
+            set(arg_WM openbox)
+        endif()
+        add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/desktop.sh run
+            --wm ${arg_WM} ${arg_OPTIONS} -- $<TARGET_FILE:${name}>)
+        list(APPEND arg_LABELS desktop)
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+        set_property(TEST ${name} PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+        list(APPEND arg_LABELS logic)
+    endif()
+    if(arg_QUICK)
+        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT ${vellumo_quick_environment})
+    endif()
+    # a crash ends the test at once: the dump of the stack may wait for ever for the heap's lock
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QTEST_DISABLE_STACK_DUMP=1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}"
+        RUN_SERIAL "${arg_SERIAL}")
+endfunction()

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDeadlineTimer>
+#include <QObject>
+#include <QString>
+#include <optional>
+
+namespace vellumo {
+
+/// What the selection reader must know of a focused element before it goes on.
+enum class ElementKind : quint8 {
+    Ordinary,
+    Menu, ///< a menu, menu item or menu bar: the selection is elsewhere for the moment
+    Password, ///< must never be read
+    Terminal, ///< must never receive copy keys
+};
+
+/// The address of one element of another process's interface. Valid only for a moment: the element
+/// may be gone at any time, and questions about it then have no answer.
+struct AccessibleElement {
+    qint64 processIdentifier = 0;
+    QString service;
+    QString path;
+    ElementKind kind = ElementKind::Ordinary;
+};
+
+struct TextRange {
+    int start = 0; ///< in code points
+    int length = 0;
+    friend bool operator==(const TextRange &, const TextRange &) = default;
+};
+
+/// The answer to "which text is selected": a text, positively nothing, or no answer at all.
+struct SelectedText {
+    enum class Kind : quint8 { Text, Nothing, Unknown };
+    Kind kind = Kind::Unknown;
+    QString text; ///< not empty if and only if kind is Text
+};
+
+/// Questions to other applications through the desktop's accessibility service.
+///
+/// Every question blocks at most until its deadline and never runs an event loop. A process that
+/// let one question run into its time-out is not asked again for a short while, so that several
+/// questions in a row cost one time-out. The own process is never asked. Main thread only.
+class Accessibility : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Whether the user lets this process read other applications. Never blocks.
+    [[nodiscard]] virtual bool isProcessTrusted() const = 0;
+
+    /// As isProcessTrusted(), but when it is not, asks the user. Returns at once with the present
+    /// state; an answer arrives as trustChanged().
+    virtual bool isProcessTrustedWithPrompt() = 0;
+
+    /// Looks the trust up afresh without blocking; a difference arrives as trustChanged().
+    virtual void refreshTrust() = 0;
+
+    /// Asks an application that builds its accessibility tree lazily to build it now. Has no
+    /// effect where there is no such request.
+    virtual void requestManualAccessibility(qint64 processIdentifier)
+    {
+        Q_UNUSED(processIdentifier)
+    }
+
+    /// The element with the keyboard focus, if the process says so.
+    [[nodiscard]] virtual std::optional<AccessibleElement>
+    focusedElement(qint64 processIdentifier, QDeadlineTimer deadline) = 0;
+
+    /// The text selected in the element, embedded objects included, with line breaks between
+    /// blocks.
+    [[nodiscard]] virtual SelectedText selectedText(const AccessibleElement &element,
+                                                    QDeadlineTimer deadline) = 0;
+
+    [[nodiscard]] virtual std::optional<TextRange>
+    selectedTextRange(const AccessibleElement &element, QDeadlineTimer deadline) = 0;
+
+    [[nodiscard]] virtual std::optional<QString>
+    stringForRange(const AccessibleElement &element, TextRange range, QDeadlineTimer deadline) = 0;
+
+    /// Title of the process's focused window; absent without trust, may be empty.
+    [[nodiscard]] virtual std::optional<QString> focusedWindowTitle(qint64 processIdentifier) = 0;
+
+    /// Address of the document that the process's active window shows, as the process spells it.
+    [[nodiscard]] virtual std::optional<QString> pageAddress(qint64 processIdentifier,
+                                                             QDeadlineTimer deadline) = 0;
+
+Q_SIGNALS:
+    /// The trust may have changed; ask isProcessTrusted(). Also emitted when the user allows what
+    /// was already possible.
+    void trustChanged();
+};
+
+} // namespace vellumo

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+
+namespace vellumo {
+
+/// Asks the user whether this program may read other applications.
+class ConsentPrompting {
+public:
+    virtual ~ConsentPrompting() = default;
+
+    /// Shows the question and returns at once. `answered` runs once on the main thread, with
+    /// false when the question is closed. While one question stands, it is raised and the new
+    /// callback replaces the old one.
+    virtual void ask(std::function<void(bool allowed)> answered) = 0;
+};
+
+} // namespace vellumo

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Geometry.h"
+#include <QList>
+#include <optional>
+
+namespace vellumo {
+
+struct Screen {
+    Rect frame;
+    Rect visibleFrame; ///< without the areas that desktop panels reserve
+    double topSafeAreaInset = 0; ///< height of a camera housing, 0 without one
+    friend bool operator==(const Screen &, const Screen &) = default;
+};
+
+/// The screens, in the system's order. Main thread only.
+class Screens {
+public:
+    virtual ~Screens() = default;
+    [[nodiscard]] virtual QList<Screen> screens() const = 0;
+    [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
+    [[nodiscard]] virtual Point pointerLocation() const = 0;
+};
+
+} // namespace vellumo

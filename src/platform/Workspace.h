@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QUrl>
+#include <optional>
+
+namespace vellumo {
+
+struct RunningApplication {
+    qint64 processIdentifier = 0;
+    std::optional<QString> localizedName; ///< the name the desktop shows for it
+    std::optional<QString> bundleIdentifier; ///< its .desktop id without the suffix
+    friend bool operator==(const RunningApplication &, const RunningApplication &) = default;
+};
+
+/// The applications of the session. Our own windows, and moments without an active window, never
+/// change the frontmost application. Main thread only.
+class Workspace : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() = 0;
+
+    /// Whether one of our own windows has the keyboard.
+    [[nodiscard]] virtual bool isOwnWindowActive() const = 0;
+
+    /// Selected text of our own focused text field, empty when there is none.
+    [[nodiscard]] virtual QString ownSelectedText() const = 0;
+
+    /// Hands the URL to the application that is registered for it; false when none could be
+    /// started.
+    virtual bool openUrl(const QUrl &url) = 0;
+
+Q_SIGNALS:
+    /// A process other than the last foreign one came to the front.
+    void didActivateApplication(qint64 processIdentifier);
+};
+
+} // namespace vellumo

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Accessibility.h"
+#include "platform/atspi/AtspiApplications.h"
+#include "platform/atspi/AtspiBus.h"
+#include "platform/atspi/AtspiTrust.h"
+#include "platform/atspi/FocusEvents.h"
+#include "platform/atspi/FocusSearch.h"
+#include "platform/atspi/SessionBus.h"
+#include "platform/atspi/UnresponsiveServices.h"
+
+namespace vellumo {
+
+class AtspiQuestion;
+
+/// Questions to other applications over the accessibility bus, which is open only while this
+/// process is trusted. Offsets of ranges are the application's own; with most they are code
+/// points, with Qt applications UTF-16 units.
+class AtspiAccessibility : public Accessibility {
+    Q_OBJECT
+
+public:
+    using WindowTitle = std::function<std::optional<QString>(qint64 processIdentifier)>;
+
+    /// `windowTitle` answers the title of a process's window in front, from the window system.
+    /// Keeps references to the store and the prompt.
+    AtspiAccessibility(DefaultsStore &defaults, ConsentPrompting &prompting,
+                       WindowTitle windowTitle, QObject *parent = nullptr);
+
+    [[nodiscard]] bool isProcessTrusted() const override;
+    bool isProcessTrustedWithPrompt() override;
+    void refreshTrust() override;
+
+    /// Takes back what the user has allowed; questions have no answers from now on.
+    void withdrawConsent();
+
+    [[nodiscard]] std::optional<AccessibleElement> focusedElement(qint64 processIdentifier,
+                                                                  QDeadlineTimer deadline) override;
+    [[nodiscard]] SelectedText selectedText(const AccessibleElement &element,
+                                            QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<TextRange> selectedTextRange(const AccessibleElement &element,
+                                                             QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<QString> stringForRange(const AccessibleElement &element,
+                                                        TextRange range,
+                                                        QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<QString> focusedWindowTitle(qint64 processIdentifier) override;
+    [[nodiscard]] std::optional<QString> pageAddress(qint64 processIdentifier,
+                                                     QDeadlineTimer deadline) override;
+
+    /// The session bus, opened in the background, for whoever else needs it.
+    [[nodiscard]] SessionBus &sessionBus() { return session_; }
+
+    /// Whether the accessibility bus is open; it opens a moment after the trust has come.
+    [[nodiscard]] bool isConnected();
+
+private:
+    [[nodiscard]] std::optional<AtspiQuestion> questionTo(qint64 processIdentifier,
+                                                          QDeadlineTimer deadline);
+    [[nodiscard]] std::optional<AtspiQuestion> questionAbout(const AccessibleElement &element,
+                                                             QDeadlineTimer deadline);
+    template <typename Answer, typename Asker>
+    Answer askApplication(qint64 processIdentifier, AtspiQuestion &question, const Asker &asker);
+    void onTrustChanged();
+    void forgetApplications();
+
+    WindowTitle windowTitle_;
+    QString uncertainObject_; ///< service and path; its selection could not be told for certain
+    SessionBus session_;
+    AtspiBus bus_;
+    AtspiTrust trust_;
+    UnresponsiveServices unresponsive_;
+    AtspiApplications applications_;
+    FocusEvents focusEvents_;
+    FocusSearch focusSearch_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/atspi/AtspiBus.h"
+
+#include "platform/atspi/Background.h"
+#include "platform/atspi/SessionBus.h"
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <algorithm>
+#include <atomic>
+
+namespace vellumo {
+namespace {
+
+constexpr int firstRetryMs = 250;
+constexpr int longestRetryMs = 30'000;
+constexpr int addressTimeoutMs = 5000;
+
+// QtDBus knows connections by name, in the whole process.
+QString freshConnectionName()
+{
+    static std::atomic<int> count = 0;
+    return QStringLiteral("vellumo-accessibility-%1").arg(++count);
+}
+
+} // namespace
+
+AtspiBus::AtspiBus(SessionBus &session, QObject *parent)
+    : QObject(parent)
+    , session_(session)
+    , retryDelayMs_(firstRetryMs)
+{
+    retry_.setSingleShot(true);
+    connect(&retry_, &QTimer::timeout, this, &AtspiBus::find);
+    connect(&session_, &SessionBus::opened, this, &AtspiBus::find);
+}
+
+AtspiBus::~AtspiBus()
+{
+    blockSignals(true); // whoever listens may be half destroyed
+    close();
+}
+
+void AtspiBus::setWanted(bool wanted)
+{
+    wanted_ = wanted;
+    if (wanted) {
+        find();
+    } else {
+        retry_.stop();
+        close();
+    }
+}
+
+std::optional<QDBusConnection> AtspiBus::connection()
+{
+    if (bus_ && !bus_->isConnected()) {
+        onDisconnected();
+    }
+    return bus_;
+}
+
+void AtspiBus::find()
+{
+    const auto session = session_.connection();
+    if (!wanted_ || !session || bus_ || opening_) {
+        return;
+    }
+    opening_ = true;
+    const QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+        QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"));
+    auto *watcher = new QDBusPendingCallWatcher(session->asyncCall(call, addressTimeoutMs), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                const QDBusPendingReply<QString> reply = *finished;
+                if (reply.isError() || reply.value().isEmpty()) {
+                    opening_ = false;
+                    retryLater();
+                } else {
+                    open(reply.value());
+                }
+            });
+}
+
+void AtspiBus::open(const QString &address)
+{
+    auto result = std::make_shared<std::optional<QDBusConnection>>();
+    const QString name = freshConnectionName();
+    runInBackground(
+        this, [result, address, name] { *result = QDBusConnection::connectToBus(address, name); },
+        [this, result] {
+            opening_ = false;
+            if (!*result) {
+                return;
+            }
+            const QString opened = (*result)->name();
+            if (wanted_ && (*result)->isConnected()) {
+                adopt(**result);
+            } else {
+                result->reset();
+                QDBusConnection::disconnectFromBus(opened);
+                retryLater();
+            }
+        });
+}
+
+void AtspiBus::adopt(const QDBusConnection &bus)
+{
+    bus_ = bus;
+    retryDelayMs_ = firstRetryMs;
+    // The client library's own signal for the end of a connection.
+    bus_->connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
+                  this, SLOT(onDisconnected()));
+    Q_EMIT opened(bus);
+}
+
+void AtspiBus::onDisconnected()
+{
+    close();
+    retryLater();
+}
+
+void AtspiBus::close()
+{
+    if (bus_) {
+        const QString name = bus_->name();
+        bus_.reset();
+        QDBusConnection::disconnectFromBus(name);
+        Q_EMIT closed();
+    }
+}
+
+void AtspiBus::retryLater()
+{
+    if (wanted_ && !retry_.isActive()) {
+        retry_.start(retryDelayMs_);
+        retryDelayMs_ = std::min(retryDelayMs_ * 2, longestRetryMs);
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusArgument>
+#include <QDBusMetaType>
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+namespace vellumo {
+
+/// An object of some application on the accessibility bus; the wire type (so).
+struct ObjectReference {
+    QString service; ///< unique bus name
+    QString path;
+
+    /// Applications answer a well-known path where they have no object.
+    [[nodiscard]] bool isNull() const;
+    friend bool operator==(const ObjectReference &, const ObjectReference &) = default;
+};
+
+/// One relation of GetRelationSet; the wire type (ua(so)).
+struct Relation {
+    quint32 type = 0;
+    QList<ObjectReference> targets;
+};
+
+/// What Collection.GetMatches looks for; the wire type (aiia{ss}iaiiasib).
+struct MatchRule {
+    enum MatchType : qint32 { All = 1, Any = 2 };
+
+    QList<int> states; ///< two words of state bits, the lower first
+    int stateMatch = All;
+    QMap<QString, QString> attributes;
+    int attributeMatch = All;
+    QList<int> roles; ///< words of role bits
+    int roleMatch = All;
+    QStringList interfaces;
+    int interfaceMatch = All;
+    bool invert = false;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const ObjectReference &reference);
+const QDBusArgument &operator>>(const QDBusArgument &argument, ObjectReference &reference);
+QDBusArgument &operator<<(QDBusArgument &argument, const Relation &relation);
+const QDBusArgument &operator>>(const QDBusArgument &argument, Relation &relation);
+QDBusArgument &operator<<(QDBusArgument &argument, const MatchRule &rule);
+const QDBusArgument &operator>>(const QDBusArgument &argument, MatchRule &rule);
+
+/// Makes the types above known to QtDBus, which marshals only types that it knows.
+void registerAtspiTypes();
+
+namespace Atspi {
+
+inline constexpr const char *accessible = "org.a11y.atspi.Accessible";
+inline constexpr const char *application = "org.a11y.atspi.Application";
+inline constexpr const char *collection = "org.a11y.atspi.Collection";
+inline constexpr const char *document = "org.a11y.atspi.Document";
+inline constexpr const char *hyperlink = "org.a11y.atspi.Hyperlink";
+inline constexpr const char *hypertext = "org.a11y.atspi.Hypertext";
+inline constexpr const char *text = "org.a11y.atspi.Text";
+inline constexpr const char *registry = "org.a11y.atspi.Registry";
+inline constexpr const char *properties = "org.freedesktop.DBus.Properties";
+
+/// The object under which each application, and the registry, keeps its top-level children.
+ObjectReference rootOf(const QString &service);
+
+QString registryService();
+
+/// Bits of Accessible.GetState; the numbers are the protocol's.
+enum class State : quint8 { Active = 1, Defunct = 6, Focused = 12, Showing = 25, Visible = 30 };
+
+/// Accessible.GetState answers two words.
+using StateSet = QList<quint32>;
+bool hasState(const StateSet &states, State state);
+
+/// Answers of Accessible.GetRole; the numbers are the protocol's.
+enum class Role : quint32 {
+    Invalid = 0,
+    CheckBox = 7,
+    CheckMenuItem = 8,
+    ColumnHeader = 10,
+    ComboBox = 11,
+    Frame = 23,
+    InternalFrame = 28,
+    List = 31,
+    ListItem = 32,
+    Menu = 33,
+    MenuBar = 34,
+    MenuItem = 35,
+    Panel = 39,
+    PasswordText = 40,
+    PopupMenu = 41,
+    PushButton = 43,
+    RadioButton = 44,
+    RadioMenuItem = 45,
+    RowHeader = 47,
+    ScrollPane = 49,
+    Separator = 50,
+    SpinButton = 52,
+    Table = 55,
+    TableCell = 56,
+    TearoffMenuItem = 59,
+    Terminal = 60,
+    Text = 61,
+    ToggleButton = 62,
+    Viewport = 68,
+    Header = 71,
+    Footer = 72,
+    Paragraph = 73,
+    Application = 75,
+    Entry = 79,
+    Caption = 81,
+    DocumentFrame = 82,
+    Heading = 83,
+    Page = 84,
+    Section = 85,
+    Form = 87,
+    TableRow = 90,
+    DocumentSpreadsheet = 92,
+    DocumentPresentation = 93,
+    DocumentText = 94,
+    DocumentWeb = 95,
+    DocumentEmail = 96,
+    Comment = 97,
+    ListBox = 98,
+    Grouping = 99,
+    BlockQuote = 105,
+    Definition = 108,
+    Article = 109,
+    Landmark = 110,
+    Log = 111,
+    DescriptionList = 121,
+    DescriptionTerm = 122,
+    DescriptionValue = 123,
+    Footnote = 124,
+};
+
+bool isMenuRole(Role role);
+bool isDocumentRole(Role role);
+
+/// Whether an object of this role stands on lines of its own in a page.
+bool isBlockRole(Role role);
+
+/// Form controls: what they hold is no part of the text around them.
+bool isControlRole(Role role);
+
+/// Types of relations in GetRelationSet; the numbers are the protocol's.
+inline constexpr quint32 relationFlowsTo = 10; ///< from a paragraph to the next one
+inline constexpr quint32 relationFlowsFrom = 11;
+inline constexpr quint32 relationEmbeds = 13; ///< from a window's frame to the document in front
+
+} // namespace Atspi
+} // namespace vellumo
+
+Q_DECLARE_METATYPE(vellumo::ObjectReference)
+Q_DECLARE_METATYPE(vellumo::Relation)
+Q_DECLARE_METATYPE(vellumo::MatchRule)

@@ -1,0 +1,270 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/atspi/AtspiTrust.h"
+
+#include "platform/ConsentPrompting.h"
+#include "platform/DefaultsStore.h"
+#include "platform/Diagnostics.h"
+#include "platform/atspi/AtspiProtocol.h"
+#include "platform/atspi/SessionBus.h"
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QPointer>
+#include <chrono>
+
+namespace vellumo {
+namespace {
+
+using namespace std::chrono_literals;
+
+// How long the start waits for the session bus, and for the switch's state.
+constexpr auto startPatience = 50ms;
+constexpr int switchTimeoutMs = 3000;
+
+QString launcherService()
+{
+    return QStringLiteral("org.a11y.Bus");
+}
+
+QString launcherPath()
+{
+    return QStringLiteral("/org/a11y/bus");
+}
+
+QString statusInterface()
+{
+    return QStringLiteral("org.a11y.Status");
+}
+
+QString switchName()
+{
+    return QStringLiteral("IsEnabled");
+}
+
+QString consentKey()
+{
+    return QStringLiteral("accessibilityConsent");
+}
+
+QDBusMessage propertyCall(const char *method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(launcherService(), launcherPath(),
+                                                          QString::fromLatin1(Atspi::properties),
+                                                          QString::fromLatin1(method));
+    message.setArguments(arguments);
+    return message;
+}
+
+QDBusMessage getSwitch()
+{
+    return propertyCall("Get", {statusInterface(), switchName()});
+}
+
+} // namespace
+
+AtspiTrust::AtspiTrust(SessionBus &session, DefaultsStore &defaults, ConsentPrompting &prompting,
+                       QObject *parent)
+    : QObject(parent)
+    , session_(session)
+    , defaults_(defaults)
+    , prompting_(prompting)
+{
+    connect(&defaults_, &DefaultsStore::changed, this, [this](const QString &key) {
+        if (key == consentKey()) {
+            Q_EMIT changed();
+        }
+    });
+    connect(&session_, &SessionBus::opened, this, &AtspiTrust::watchSwitch);
+    session_.open();
+    if (hasConsent()) {
+        session_.waitUntilOpened(startPatience);
+    }
+    starting_ = false;
+}
+
+bool AtspiTrust::isTrusted() const
+{
+    return enabled_.value_or(false) && hasConsent();
+}
+
+bool AtspiTrust::requestTrust()
+{
+    if (isTrusted()) {
+        return true;
+    }
+    if (!hasConsent() || wasEnabled_) {
+        ask();
+    } else if (enabled_.has_value()) {
+        switchOn();
+    } else {
+        switchOnWanted_ = true;
+        refresh();
+    }
+    return isTrusted();
+}
+
+void AtspiTrust::refresh()
+{
+    const auto bus = session_.connection();
+    if (bus && !fetching_) {
+        fetch(bus->asyncCall(getSwitch(), switchTimeoutMs));
+    }
+}
+
+void AtspiTrust::withdrawConsent()
+{
+    switchOnWanted_ = false;
+    defaults_.setValue(consentKey(), QVariant());
+}
+
+bool AtspiTrust::hasConsent() const
+{
+    return defaults_.value(consentKey()).toBool();
+}
+
+void AtspiTrust::watchSwitch()
+{
+    auto bus = session_.connection();
+    if (!bus) {
+        return;
+    }
+    // An empty service: naming one would make QtDBus look its owner up in a blocking call.
+    bus->connect(QString(), launcherPath(), QString::fromLatin1(Atspi::properties),
+                 QStringLiteral("PropertiesChanged"), this,
+                 SLOT(onPropertiesChanged(QDBusMessage)));
+    auto *watcher = new QDBusServiceWatcher(launcherService(), *bus,
+                                            QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this,
+            &AtspiTrust::onServiceOwnerChanged);
+
+    const QDBusPendingCall call =
+        bus->asyncCall(getSwitch(), starting_ ? int(startPatience.count()) : switchTimeoutMs);
+    if (starting_) {
+        QDBusPendingCall waiting = call;
+        waiting.waitForFinished();
+    }
+    fetch(call);
+}
+
+void AtspiTrust::onServiceOwnerChanged(const QString & /*service*/)
+{
+    // A restarted service has forgotten the switch; that is nobody's decision.
+    if (isTrusted()) {
+        switchOn();
+    } else {
+        refresh();
+    }
+}
+
+void AtspiTrust::onPropertiesChanged(const QDBusMessage &message)
+{
+    const QVariantList arguments = message.arguments();
+    if (message.signature() != u"sa{sv}as" || arguments.at(0).toString() != statusInterface()) {
+        return;
+    }
+    const auto values = qdbus_cast<QVariantMap>(arguments.at(1));
+    const auto value = values.constFind(switchName());
+    if (value != values.constEnd()) {
+        adopt(value->toBool());
+    } else {
+        refresh();
+    }
+}
+
+void AtspiTrust::adopt(std::optional<bool> enabled)
+{
+    const bool before = isTrusted();
+    enabled_ = enabled;
+    wasEnabled_ = wasEnabled_ || enabled.value_or(false);
+    if (enabled.has_value() && std::exchange(switchOnWanted_, false) && !*enabled) {
+        requestTrust();
+    }
+    if (isTrusted() != before) {
+        Q_EMIT changed();
+    }
+}
+
+void AtspiTrust::fetch(const QDBusPendingCall &call)
+{
+    fetching_ = true;
+    whenFinished(call, [this](const QDBusPendingCall &finished) {
+        fetching_ = false;
+        const QDBusMessage reply = finished.reply();
+        if (!finished.isError() && !reply.arguments().isEmpty()) {
+            adopt(reply.arguments().constFirst().value<QDBusVariant>().variant().toBool());
+        } else if (finished.error().type() != QDBusError::NoReply) {
+            complain(QStringLiteral("the desktop has no accessibility service; other applications "
+                                    "cannot be read"));
+            adopt(std::nullopt);
+        }
+    });
+}
+
+void AtspiTrust::switchOn()
+{
+    auto bus = session_.connection();
+    if (!bus) {
+        switchOnWanted_ = true;
+        return;
+    }
+    const QDBusMessage call = propertyCall(
+        "Set", {statusInterface(), switchName(), QVariant::fromValue(QDBusVariant(true))});
+    whenFinished(bus->asyncCall(call, switchTimeoutMs), [this](const QDBusPendingCall &finished) {
+        if (finished.isError()) {
+            complain(QStringLiteral("the desktop's accessibility service could not be "
+                                    "switched on"));
+        }
+        refresh();
+    });
+}
+
+void AtspiTrust::complain(const QString &problem)
+{
+    if (hasConsent() && !std::exchange(complained_, true)) {
+        printDiagnostic(problem);
+    }
+}
+
+void AtspiTrust::ask()
+{
+    prompting_.ask([trust = QPointer(this)](bool allowed) {
+        if (trust) {
+            trust->onAnswered(allowed);
+        }
+    });
+}
+
+void AtspiTrust::onAnswered(bool allowed)
+{
+    if (!allowed) {
+        // Keeping an old consent would switch it on again at the next start.
+        withdrawConsent();
+        return;
+    }
+    const bool isNews = !hasConsent();
+    defaults_.setValue(consentKey(), true);
+    if (!isNews) {
+        Q_EMIT changed();
+    }
+    if (!enabled_.value_or(false)) {
+        switchOn();
+    }
+}
+
+void AtspiTrust::whenFinished(const QDBusPendingCall &call,
+                              std::function<void(const QDBusPendingCall &)> handler)
+{
+    if (call.isFinished()) {
+        handler(call);
+        return;
+    }
+    auto *watcher = new QDBusPendingCallWatcher(call, this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [handler = std::move(handler)](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                handler(*finished);
+            });
+}
+
+} // namespace vellumo

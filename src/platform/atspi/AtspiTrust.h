@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QObject>
+#include <functional>
+#include <optional>
+
+namespace vellumo {
+
+class ConsentPrompting;
+class DefaultsStore;
+class SessionBus;
+
+/// Whether this program may read other applications: the user has consented, which the settings
+/// keep under "accessibilityConsent", and the desktop's accessibility switch
+/// (org.a11y.Status.IsEnabled on the session bus) is on. Main thread only.
+class AtspiTrust : public QObject {
+    Q_OBJECT
+
+public:
+    /// Opens the session bus. With consent it waits a moment for the switch's state, so that the
+    /// first answer is usually the right one.
+    AtspiTrust(SessionBus &session, DefaultsStore &defaults, ConsentPrompting &prompting,
+               QObject *parent = nullptr);
+
+    [[nodiscard]] bool isTrusted() const;
+
+    /// Turns the switch on silently if the user has consented before and the switch was off ever
+    /// since this program started; otherwise asks the user. Answers the present state at once.
+    bool requestTrust();
+
+    void refresh();
+
+    /// Forgets the consent. The desktop's switch stays: other programs may need it.
+    void withdrawConsent();
+
+Q_SIGNALS:
+    void changed();
+
+private Q_SLOTS:
+    void onPropertiesChanged(const QDBusMessage &message);
+
+private:
+    [[nodiscard]] bool hasConsent() const;
+    void watchSwitch();
+    void onServiceOwnerChanged(const QString &newOwner);
+    void adopt(std::optional<bool> enabled);
+    void fetch(const QDBusPendingCall &call);
+    void switchOn();
+    void ask();
+    /// Once per run, and only to someone who has consented.
+    void complain(const QString &problem);
+    void onAnswered(bool allowed);
+    void whenFinished(const QDBusPendingCall &call,
+                      std::function<void(const QDBusPendingCall &)> handler);
+
+    SessionBus &session_;
+    DefaultsStore &defaults_;
+    ConsentPrompting &prompting_;
+    std::optional<bool> enabled_; ///< absent while the switch cannot be read
+    bool wasEnabled_ = false; ///< the switch was on at some time during this run
+    bool starting_ = true;
+    bool fetching_ = false;
+    bool switchOnWanted_ = false; ///< asked for while the switch's state was not known
+    bool complained_ = false;
+};
+
+} // namespace vellumo

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QThread>
+#include <functional>
+
+namespace vellumo {
+
+/// Runs `work` in a thread of its own and then `done` on the thread of `context`, unless the
+/// context is gone by then. For calls that another process can hold up without limit; such a
+/// thread is left behind at exit. The thread deletes itself through the event loop.
+inline QThread *runInBackground(QObject *context, std::function<void()> work,
+                                std::function<void()> done)
+{
+    QThread *thread = QThread::create(std::move(work));
+    QObject::connect(thread, &QThread::finished, context, std::move(done));
+    QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+    thread->start();
+    return thread;
+}
+
+} // namespace vellumo

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/atspi/PageAddress.h"
+
+#include "platform/atspi/RelatedObject.h"
+
+namespace vellumo {
+
+std::optional<QString> pageAddressIn(const ObjectReference &frame, AtspiQuestion &question)
+{
+    const ObjectReference document = relatedObject(frame, Atspi::relationEmbeds, question);
+    if (document.isNull()) {
+        return std::nullopt;
+    }
+    // Each browser engine has its own name for it.
+    auto asDocUrl =
+        question.send(document, Atspi::document, "GetAttributeValue", {QStringLiteral("DocURL")});
+    auto asUri =
+        question.send(document, Atspi::document, "GetAttributeValue", {QStringLiteral("URI")});
+    for (PendingAnswer *answer : {&asDocUrl, &asUri}) {
+        auto address = answer->value<QString>();
+        if (address && !address->isEmpty()) {
+            return address;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace vellumo

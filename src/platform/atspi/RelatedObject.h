@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/atspi/AtspiQuestion.h"
+
+namespace vellumo {
+
+/// The first object to which `object` has the relation; null without one.
+[[nodiscard]] ObjectReference relatedObject(const ObjectReference &object, quint32 relation,
+                                            AtspiQuestion &question);
+
+} // namespace vellumo

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/atspi/SelectionShapes.h"
+
+#include "platform/atspi/AtspiQuestion.h"
+#include "platform/atspi/PagedSelection.h"
+#include "platform/atspi/ParagraphFlow.h"
+#include "platform/atspi/TextRanges.h"
+#include <optional>
+
+namespace vellumo {
+namespace {
+
+using Kind = SelectedText::Kind;
+
+PendingAnswer sendGetToolkit(const QString &service, AtspiQuestion &question)
+{
+    return question.sendGetProperty(Atspi::rootOf(service), Atspi::application, "ToolkitName");
+}
+
+OffsetQuality qualityFrom(PendingAnswer &toolkitAnswer)
+{
+    return toolkitAnswer.property<QString>() == u"Chromium" ? OffsetQuality::WrongAfterAstral
+                                                            : OffsetQuality::Exact;
+}
+
+SelectedText textOf(const ObjectReference &object, const SelectedRanges &selected,
+                    OffsetQuality offsets, AtspiQuestion &question)
+{
+    if (!selected.isComplete) {
+        return {};
+    }
+    if (selected.ranges.isEmpty()) {
+        return {Kind::Nothing, {}};
+    }
+    const auto text = embeddedText(object, selected.ranges, offsets, question);
+    // An image alone is a selection, too, but none that can be read here.
+    return text && !text->isEmpty() ? SelectedText{Kind::Text, *text} : SelectedText{};
+}
+
+/// The document that holds the object; null outside of one.
+ObjectReference documentAround(const ObjectReference &object, AtspiQuestion &question)
+{
+    constexpr int deepestNesting = 48;
+    ObjectReference ancestor = object;
+    for (int depth = 0; depth < deepestNesting; ++depth) {
+        ancestor = question.sendGetProperty(ancestor, Atspi::accessible, "Parent")
+                       .property<ObjectReference>()
+                       .value_or(ObjectReference());
+        if (ancestor.isNull()) {
+            return {};
+        }
+        const auto role = question.send(ancestor, Atspi::accessible, "GetRole").value<quint32>();
+        switch (static_cast<Atspi::Role>(role.value_or(0))) {
+        case Atspi::Role::Invalid:
+        case Atspi::Role::Application:
+        case Atspi::Role::Frame:
+        case Atspi::Role::ScrollPane:
+        case Atspi::Role::Viewport:
+            return {}; // a text of its own, in no page
+        case Atspi::Role::DocumentFrame:
+        case Atspi::Role::DocumentWeb:
+            return ancestor;
+        default:
+            break;
+        }
+    }
+    return {};
+}
+
+/// The focus may have moved on in a page, to a link for instance, while the selection stays.
+SelectedText readDocumentAround(const ObjectReference &object, OffsetQuality offsets,
+                                AtspiQuestion &question)
+{
+    const ObjectReference document = documentAround(object, question);
+    if (!document.isNull()) {
+        if (const auto selected = PendingRanges(document, question).take()) {
+            return textOf(document, *selected, offsets, question);
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+SelectedText readSelection(const ObjectReference &object, AtspiQuestion &question)
+{
+    auto roleAnswer = question.send(object, Atspi::accessible, "GetRole");
+    auto toolkitAnswer = sendGetToolkit(object.service, question);
+    auto pendingRanges = PendingRanges(object, question);
+    const auto role = static_cast<Atspi::Role>(roleAnswer.value<quint32>().value_or(0));
+    const auto offsets = qualityFrom(toolkitAnswer);
+    const auto selected = pendingRanges.take();
+    if (role == Atspi::Role::Invalid || role == Atspi::Role::PasswordText) {
+        return {};
+    }
+    if (!selected) {
+        return Atspi::isDocumentRole(role) ? readPages(object, question)
+                                           : readDocumentAround(object, offsets, question);
+    }
+    if (role == Atspi::Role::Paragraph) {
+        if (const auto flowing = readParagraphFlow(object, *selected, question)) {
+            return *flowing;
+        }
+    }
+    SelectedText own = textOf(object, *selected, offsets, question);
+    if (own.kind == Kind::Nothing && !Atspi::isDocumentRole(role)) {
+        SelectedText around = readDocumentAround(object, offsets, question);
+        return around.kind == Kind::Text || question.isAborted() ? around : own;
+    }
+    return own;
+}
+
+OffsetQuality offsetQualityOf(const QString &service, AtspiQuestion &question)
+{
+    auto toolkitAnswer = sendGetToolkit(service, question);
+    return qualityFrom(toolkitAnswer);
+}
+
+} // namespace vellumo

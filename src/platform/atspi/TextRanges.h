@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/atspi/AtspiProtocol.h"
+#include "platform/atspi/AtspiQuestion.h"
+#include <QList>
+#include <optional>
+
+namespace vellumo {
+
+/// A half-open range of a text, in the application's offsets (code points).
+struct OffsetRange {
+    int start = 0;
+    int end = 0;
+};
+
+struct SelectedRanges {
+    QList<OffsetRange> ranges; ///< none of them empty
+    bool hasEmpty = false; ///< an empty range was left out
+    bool isComplete = true; ///< false if something more is selected, but not where
+};
+
+/// The selected ranges of one object's text, asked for in one round trip when there is at most one
+/// range.
+class PendingRanges {
+public:
+    PendingRanges(const ObjectReference &object, AtspiQuestion &question);
+
+    /// Absent if the object has no text or did not answer.
+    [[nodiscard]] std::optional<SelectedRanges> take();
+
+private:
+    ObjectReference object_;
+    AtspiQuestion &question_;
+    PendingAnswer count_;
+    PendingAnswer first_;
+};
+
+/// Sends the request for a range of the object's text; an end of -1 is the text's end.
+[[nodiscard]] PendingAnswer sendGetText(const ObjectReference &object, OffsetRange range,
+                                        AtspiQuestion &question);
+
+} // namespace vellumo

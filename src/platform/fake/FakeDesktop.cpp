@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/fake/FakeDesktop.h"
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+void FakeDefaultsStore::setValue(const QString &key, const QVariant &value)
+{
+    if (values_.value(key) == value) {
+        return;
+    }
+    if (value.isValid()) {
+        values_.insert(key, value);
+    } else {
+        values_.remove(key);
+    }
+    Q_EMIT changed(key);
+}
+
+bool FakeWorkspace::openUrl(const QUrl &url)
+{
+    openedUrls.append(url);
+    return true;
+}
+
+bool FakeAccessibility::isProcessTrustedWithPrompt()
+{
+    calls_.append(u"ask for trust"_s);
+    return trusted;
+}
+
+void FakeAccessibility::requestManualAccessibility(qint64 processIdentifier)
+{
+    calls_.append(u"request accessibility of %1"_s.arg(processIdentifier));
+}
+
+std::optional<AccessibleElement> FakeAccessibility::focusedElement(qint64 processIdentifier,
+                                                                   QDeadlineTimer deadline)
+{
+    Q_UNUSED(deadline)
+    calls_.append(u"focused element"_s);
+    if (!focusedKind) {
+        return std::nullopt;
+    }
+    return AccessibleElement{processIdentifier, {}, {}, *focusedKind};
+}
+
+SelectedText FakeAccessibility::selectedText(const AccessibleElement &element,
+                                             QDeadlineTimer deadline)
+{
+    Q_UNUSED(element)
+    Q_UNUSED(deadline)
+    calls_.append(u"selected text"_s);
+    if (selections.isEmpty()) {
+        return {};
+    }
+    return selections.size() > 1 ? selections.takeFirst() : selections.constFirst();
+}
+
+std::optional<TextRange> FakeAccessibility::selectedTextRange(const AccessibleElement &element,
+                                                              QDeadlineTimer deadline)
+{
+    Q_UNUSED(element)
+    Q_UNUSED(deadline)
+    calls_.append(u"selected range"_s);
+    return range;
+}
+
+std::optional<QString> FakeAccessibility::stringForRange(const AccessibleElement &element,
+                                                         TextRange asked, QDeadlineTimer deadline)
+{
+    Q_UNUSED(element)
+    Q_UNUSED(deadline)
+    calls_.append(u"string for range"_s);
+    return range == asked ? std::optional(rangeText) : std::nullopt;
+}
+
+std::optional<QString> FakeAccessibility::focusedWindowTitle(qint64 processIdentifier)
+{
+    calls_.append(u"title of %1"_s.arg(processIdentifier));
+    return title;
+}
+
+std::optional<QString> FakeAccessibility::pageAddress(qint64 processIdentifier,
+                                                      QDeadlineTimer deadline)
+{
+    Q_UNUSED(deadline)
+    calls_.append(u"page of %1"_s.arg(processIdentifier));
+    return page;
+}
+
+bool FakePasteboard::waitForChange(quint64 count, QDeadlineTimer deadline)
+{
+    Q_UNUSED(deadline)
+    calls_.append(u"wait for copy"_s);
+    if (copied) {
+        contents = {{{u"UTF8_STRING"_s, copied->toUtf8()}}};
+        ++changeCount_;
+    }
+    return changeCount_ != count;
+}
+
+std::optional<QList<PasteboardItem>> FakePasteboard::items(QDeadlineTimer deadline)
+{
+    Q_UNUSED(deadline)
+    calls_.append(u"snapshot"_s);
+    return contents;
+}
+
+std::optional<QString> FakePasteboard::string(QDeadlineTimer deadline)
+{
+    Q_UNUSED(deadline)
+    calls_.append(u"read copy"_s);
+    return copied;
+}
+
+void FakePasteboard::clear()
+{
+    calls_.append(u"clear"_s);
+    contents = QList<PasteboardItem>();
+    ++changeCount_;
+}
+
+void FakePasteboard::write(const QList<PasteboardItem> &items)
+{
+    calls_.append(u"write"_s);
+    contents = items;
+    ++changeCount_;
+}
+
+std::optional<QString> FakePrimarySelection::string(QDeadlineTimer deadline)
+{
+    Q_UNUSED(deadline)
+    calls_.append(u"primary"_s);
+    return text;
+}
+
+bool FakeKeyPosting::postCopy()
+{
+    calls_.append(u"copy keys"_s);
+    return canPost;
+}
+
+} // namespace vellumo

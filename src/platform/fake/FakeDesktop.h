@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Accessibility.h"
+#include "platform/DefaultsStore.h"
+#include "platform/KeyPosting.h"
+#include "platform/Pasteboard.h"
+#include "platform/Workspace.h"
+#include <QHash>
+#include <QStringList>
+
+namespace vellumo {
+
+/// What was asked of the fakes below, in order, so that a test can tell what was done and what not.
+using FakeCalls = QStringList;
+
+class FakeDefaultsStore : public DefaultsStore {
+    Q_OBJECT
+
+public:
+    [[nodiscard]] QVariant value(const QString &key) const override { return values_.value(key); }
+    void setValue(const QString &key, const QVariant &value) override;
+
+private:
+    QHash<QString, QVariant> values_;
+};
+
+class FakeWorkspace : public Workspace {
+    Q_OBJECT
+
+public:
+    std::optional<RunningApplication> frontmost;
+    bool ownWindowActive = false;
+    QString ownSelection;
+    QList<QUrl> openedUrls;
+
+    [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override
+    {
+        return frontmost;
+    }
+    [[nodiscard]] bool isOwnWindowActive() const override { return ownWindowActive; }
+    [[nodiscard]] QString ownSelectedText() const override { return ownSelection; }
+    bool openUrl(const QUrl &url) override;
+};
+
+/// An application with one focused element.
+class FakeAccessibility : public Accessibility {
+    Q_OBJECT
+
+public:
+    explicit FakeAccessibility(FakeCalls &calls) : calls_(calls) { }
+
+    bool trusted = true;
+    std::optional<ElementKind> focusedKind = ElementKind::Ordinary; ///< absent: nothing focused
+    QList<SelectedText> selections; ///< one per question; the last stays
+    std::optional<TextRange> range;
+    QString rangeText;
+    std::optional<QString> title;
+    std::optional<QString> page;
+
+    [[nodiscard]] bool isProcessTrusted() const override { return trusted; }
+    bool isProcessTrustedWithPrompt() override;
+    void refreshTrust() override { }
+    void requestManualAccessibility(qint64 processIdentifier) override;
+    [[nodiscard]] std::optional<AccessibleElement> focusedElement(qint64 processIdentifier,
+                                                                  QDeadlineTimer deadline) override;
+    [[nodiscard]] SelectedText selectedText(const AccessibleElement &element,
+                                            QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<TextRange> selectedTextRange(const AccessibleElement &element,
+                                                             QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<QString> stringForRange(const AccessibleElement &element,
+                                                        TextRange range,
+                                                        QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<QString> focusedWindowTitle(qint64 processIdentifier) override;
+    [[nodiscard]] std::optional<QString> pageAddress(qint64 processIdentifier,
+                                                     QDeadlineTimer deadline) override;
+
+private:
+    FakeCalls &calls_;
+};
+
+class FakePasteboard : public Pasteboard {
+public:
+    explicit FakePasteboard(FakeCalls &calls) : calls_(calls) { }
+
+    std::optional<QList<PasteboardItem>> contents = QList<PasteboardItem>();
+    std::optional<QString> copied; ///< what the application puts here when made to copy
+
+    [[nodiscard]] quint64 changeCount() override { return changeCount_; }
+    bool waitForChange(quint64 count, QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<QList<PasteboardItem>> items(QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<QString> string(QDeadlineTimer deadline) override;
+    void clear() override;
+    void write(const QList<PasteboardItem> &items) override;
+
+private:
+    FakeCalls &calls_;
+    quint64 changeCount_ = 7;
+};
+
+class FakePrimarySelection : public PrimarySelection {
+public:
+    explicit FakePrimarySelection(FakeCalls &calls) : calls_(calls) { }
+
+    std::optional<qint64> owner;
+    std::optional<QString> text;
+
+    [[nodiscard]] std::optional<qint64> ownerProcess() override { return owner; }
+    [[nodiscard]] std::optional<QString> string(QDeadlineTimer deadline) override;
+
+private:
+    FakeCalls &calls_;
+};
+
+class FakeKeyPosting : public KeyPosting {
+public:
+    explicit FakeKeyPosting(FakeCalls &calls) : calls_(calls) { }
+
+    bool canPost = true;
+
+    bool postCopy() override;
+
+private:
+    FakeCalls &calls_;
+};
+
+} // namespace vellumo

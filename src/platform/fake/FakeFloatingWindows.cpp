@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/fake/FakeFloatingWindows.h"
+
+namespace vellumo {
+
+FakeFloatingPanel::FakeFloatingPanel(FloatingPanelStyle panelStyle,
+                                     FloatingPanelContent panelContent)
+    : style(panelStyle)
+    , content(std::move(panelContent))
+{
+}
+
+void FakeFloatingPanel::moveTo(const Rect &frame)
+{
+    const bool differs = frame != frame_;
+    frame_ = frame;
+    arriving_.reset();
+    if (differs) {
+        Q_EMIT moved();
+    }
+}
+
+void FakeFloatingPanel::setFrame(const Rect &frame)
+{
+    lastFrameWasAnimated = false;
+    moveTo(frame);
+}
+
+void FakeFloatingPanel::animateFrame(const Rect &frame, std::chrono::milliseconds /*duration*/,
+                                     std::function<void()> completion)
+{
+    lastFrameWasAnimated = true;
+    moveTo(frame);
+    arriving_ = std::move(completion);
+}
+
+bool FakeFloatingPanel::finishAnimation()
+{
+    const auto arriving = std::exchange(arriving_, std::nullopt);
+    if (arriving && *arriving) {
+        (*arriving)();
+    }
+    return arriving.has_value();
+}
+
+void FakeFloatingPanel::orderFrontRegardless()
+{
+    timesShown += isVisible_ ? 0 : 1;
+    ++timesRaised;
+    isVisible_ = true;
+}
+
+void FakeFloatingPanel::orderOut()
+{
+    isVisible_ = false;
+    isKey = false;
+    arriving_.reset();
+}
+
+void FakeFloatingPanel::makeKey()
+{
+    isKey = isVisible_ && style.canBecomeKey;
+}
+
+std::unique_ptr<FloatingPanel> FakeFloatingWindows::createPanel(const FloatingPanelStyle &style,
+                                                                const FloatingPanelContent &content)
+{
+    auto panel = std::make_unique<FakeFloatingPanel>(style, content);
+    panels << panel.get();
+    return panel;
+}
+
+} // namespace vellumo

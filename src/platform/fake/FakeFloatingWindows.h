@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/FloatingWindows.h"
+#include <QList>
+#include <QPointer>
+#include <optional>
+
+namespace vellumo {
+
+/// A panel that is only remembered. Animations arrive when the test says so.
+class FakeFloatingPanel : public FloatingPanel {
+    Q_OBJECT
+
+public:
+    FakeFloatingPanel(FloatingPanelStyle style, FloatingPanelContent content);
+
+    const FloatingPanelStyle style;
+    const FloatingPanelContent content;
+    int timesShown = 0; ///< how often it went from hidden to visible
+    int timesRaised = 0;
+    bool isKey = false;
+    bool lastFrameWasAnimated = false;
+
+    [[nodiscard]] Rect frame() const override { return frame_; }
+    void setFrame(const Rect &frame) override;
+    void animateFrame(const Rect &frame, std::chrono::milliseconds duration,
+                      std::function<void()> completion) override;
+    [[nodiscard]] bool isVisible() const override { return isVisible_; }
+    void orderFrontRegardless() override;
+    void orderOut() override;
+    void makeKey() override;
+
+    /// Lets the animation under way arrive; answers whether there was one.
+    bool finishAnimation();
+
+private:
+    void moveTo(const Rect &frame);
+
+    Rect frame_;
+    bool isVisible_ = false;
+    std::optional<std::function<void()>> arriving_;
+};
+
+class FakeFloatingWindows : public FloatingWindows {
+public:
+    QList<QPointer<FakeFloatingPanel>> panels; ///< in the order they were made; null when gone
+
+    [[nodiscard]] std::unique_ptr<FloatingPanel>
+    createPanel(const FloatingPanelStyle &style, const FloatingPanelContent &content) override;
+};
+
+} // namespace vellumo

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/FloatingWindows.h"
+#include <QQuickWindow>
+#include <QVariantAnimation>
+
+class QQmlEngine;
+class QQuickItem;
+
+namespace vellumo {
+
+class QtFloatingWindows;
+class ShadowItem;
+
+/// One floating panel. Three rectangles, the last two in Qt's coordinates: the frame that every
+/// rule sees; the picture, which follows it in an animation; and the native window, which holds the
+/// picture with the shadow's margin and is resized at most once at each end of an animation.
+class QtFloatingPanel final : public FloatingPanel {
+    Q_OBJECT
+
+public:
+    QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine, const FloatingPanelStyle &style,
+                    const FloatingPanelContent &content);
+    ~QtFloatingPanel() override;
+
+    [[nodiscard]] Rect frame() const override { return frame_; }
+    void setFrame(const Rect &frame) override;
+    void animateFrame(const Rect &frame, std::chrono::milliseconds duration,
+                      std::function<void()> completion) override;
+    [[nodiscard]] bool isVisible() const override { return window_->isVisible(); }
+    void orderFrontRegardless() override;
+    void orderOut() override;
+    void makeKey() override;
+
+    [[nodiscard]] WindowLevel level() const { return style_.level; }
+    [[nodiscard]] QQuickWindow &window() const { return *window_; }
+    /// The root of the content; null when it could not be made.
+    [[nodiscard]] QQuickItem *content() const { return content_; }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void createWindow();
+    void createContent(QQmlEngine &engine, const FloatingPanelContent &content);
+    void renderOnce();
+    void adaptToCompositor();
+
+    /// Moves picture and native window; `around` is what the native window must be able to show.
+    void place(const QRect &picture, const QRect &around);
+    void placeNative(const QRect &native);
+    void arrive();
+    void shapeVisiblePart();
+    void shapeInput();
+    void liftOverFullScreen();
+    [[nodiscard]] bool hasBlendedEdges() const;
+    [[nodiscard]] QList<QRect> pictureBands() const;
+
+    QtFloatingWindows &windows_;
+    FloatingPanelStyle style_;
+    std::unique_ptr<QQuickWindow> window_;
+    QQuickItem *content_ = nullptr;
+    ShadowItem *shadow_ = nullptr;
+
+    Rect frame_;
+    QRect picture_;
+    QRect native_;
+    QVariantAnimation animation_;
+    std::function<void()> completion_;
+    bool isShapePending_ = false;
+    bool isLifted_ = false;
+    bool isNewlyMapped_ = false;
+};
+
+} // namespace vellumo

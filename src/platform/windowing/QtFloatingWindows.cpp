@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/windowing/QtFloatingWindows.h"
+
+#include "platform/windowing/QtFloatingPanel.h"
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+
+namespace vellumo {
+
+void QtFloatingWindows::chooseRenderer()
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+}
+
+QtFloatingWindows::QtFloatingWindows(QQmlEngine &engine, std::function<bool()> isMotionReduced)
+    : engine_(engine)
+    , isMotionReduced_(std::move(isMotionReduced))
+{
+}
+
+QtFloatingWindows::~QtFloatingWindows() = default;
+
+std::unique_ptr<FloatingPanel> QtFloatingWindows::createPanel(const FloatingPanelStyle &style,
+                                                              const FloatingPanelContent &content)
+{
+    auto panel = std::make_unique<QtFloatingPanel>(*this, engine_, style, content);
+    panels_ << panel.get();
+    return panel;
+}
+
+void QtFloatingWindows::restackAbove(const QtFloatingPanel &panel)
+{
+    for (QtFloatingPanel *other : std::as_const(panels_)) {
+        if (other->isVisible() && other->level() > panel.level()) {
+            other->window().raise();
+        }
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/FloatingWindows.h"
+#include "platform/windowing/CompositorWatch.h"
+#include <QList>
+
+class QQmlEngine;
+
+namespace vellumo {
+
+class QtFloatingPanel;
+
+/// Floating panels as Qt Quick windows. Where Qt runs on X11, hints to the window manager and the
+/// compositor are added; elsewhere a panel is a plain frameless window that stays on top.
+class QtFloatingWindows final : public FloatingWindows {
+public:
+    /// Chooses the software renderer for every Qt Quick window of the program. To be called before
+    /// the first one is made.
+    static void chooseRenderer();
+
+    /// `isMotionReduced` is asked at the start of each animation. The engine must outlive this
+    /// object, and this object every panel.
+    QtFloatingWindows(QQmlEngine &engine, std::function<bool()> isMotionReduced);
+    ~QtFloatingWindows() override;
+
+    [[nodiscard]] std::unique_ptr<FloatingPanel>
+    createPanel(const FloatingPanelStyle &style, const FloatingPanelContent &content) override;
+
+    // for the panels
+
+    [[nodiscard]] const CompositorWatch &compositor() const { return compositor_; }
+    void refreshCompositor() { compositor_.refresh(); }
+    [[nodiscard]] bool isMotionReduced() const { return isMotionReduced_ && isMotionReduced_(); }
+
+    /// Puts visible panels of a higher level back above `panel`, which has just been raised.
+    void restackAbove(const QtFloatingPanel &panel);
+    void forget(QtFloatingPanel *panel) { panels_.removeOne(panel); }
+
+private:
+    QQmlEngine &engine_;
+    std::function<bool()> isMotionReduced_;
+    CompositorWatch compositor_;
+    QList<QtFloatingPanel *> panels_;
+};
+
+} // namespace vellumo

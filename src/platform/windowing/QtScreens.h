@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Screens.h"
+
+namespace vellumo {
+
+/// The screens as Qt sees them; the main screen is the primary one.
+class QtScreens final : public Screens {
+public:
+    [[nodiscard]] QList<Screen> screens() const override;
+    [[nodiscard]] std::optional<Screen> mainScreen() const override;
+    /// Asks the display server, so it is right without any watch on motion.
+    [[nodiscard]] Point pointerLocation() const override;
+};
+
+} // namespace vellumo

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QList>
+#include <QRect>
+#include <QtGui/qwindowdefs.h>
+
+/// What a panel tells the X server and the window manager beyond what Qt does. Windows are named by
+/// their X id. Requests go over Qt's own connection, so they keep their order with its drawing.
+/// Everything is ignored where there is no X server.
+namespace vellumo::x11 {
+
+[[nodiscard]] bool isAvailable();
+
+/// Puts a mapped window on every workspace and keeps it off the task bar and the pager.
+void floatEverywhere(WId window);
+
+/// The window that has the keyboard, or 0.
+[[nodiscard]] WId activeWindow();
+
+[[nodiscard]] bool isFullScreen(WId window);
+
+/// Ties a mapped window to another one, so that it is stacked above it; 0 unties it.
+void setTransientFor(WId window, WId parent);
+
+/// Asks for the keyboard as a task bar does, which window managers do not refuse.
+void activate(WId window);
+
+/// What the server fills new areas of a window with before they are painted: a 32-bit ARGB pixel.
+void setBackground(WId window, quint32 pixel);
+
+/// The visible part of a window, in its own pixels; an empty list stands for all of it.
+void setBoundingShape(WId window, const QList<QRect> &rects);
+
+/// The part of a window that takes clicks, in its own pixels; an empty list lets all through.
+void setInputShape(WId window, const QList<QRect> &rects);
+
+} // namespace vellumo::x11

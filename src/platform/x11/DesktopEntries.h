@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/x11/DesktopEntry.h"
+#include <QDateTime>
+#include <QHash>
+#include <QList>
+
+namespace vellumo {
+
+/// The applications that the desktop knows, found by what their windows say of themselves. Reading
+/// their files takes some milliseconds: refresh() is for idle moments, find() reads nothing.
+class DesktopEntries {
+public:
+    /// `folders` are the "applications" folders, the most important first; see standardFolders().
+    DesktopEntries(QStringList folders, QStringList languages);
+
+    /// Those of XDG_DATA_HOME and XDG_DATA_DIRS.
+    [[nodiscard]] static QStringList standardFolders();
+
+    [[nodiscard]] bool isRead() const { return read_; }
+
+    /// Reads the files if a folder has changed since the last time; true if it did.
+    bool refresh();
+
+    /// The entry of the window with this application id and the two parts of WM_CLASS, any of which
+    /// may be empty; null if there is none. Valid until the next refresh().
+    [[nodiscard]] const DesktopEntry *find(const QString &applicationId, const QString &instance,
+                                           const QString &className) const;
+
+private:
+    void readFolder(const QString &folder, QHash<QString, DesktopEntry> &found);
+    [[nodiscard]] bool isUpToDate() const;
+
+    QStringList folders_;
+    QStringList languages_;
+    bool read_ = false;
+    QHash<QString, QDateTime> folderTimes_; ///< with the folders below, invalid where absent
+    QList<DesktopEntry> entries_; ///< shown ones first, then by id
+};
+
+} // namespace vellumo

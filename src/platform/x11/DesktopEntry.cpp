@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/x11/DesktopEntry.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+/// Programs that start another one, which they name among their arguments or nowhere.
+bool isLauncher(const QString &program)
+{
+    static const QStringList launchers{u"env"_s,  u"sh"_s,      u"bash"_s,    u"flatpak"_s,
+                                       u"snap"_s, u"python3"_s, u"python"_s,  u"java"_s,
+                                       u"gjs"_s,  u"pkexec"_s,  u"electron"_s};
+    return launchers.contains(program);
+}
+
+QString executableIn(const QString &exec)
+{
+    for (const QString &word : QProcess::splitCommand(exec)) {
+        const QString program = word.section(u'/', -1);
+        if (program == "env"_L1 || program.contains(u'=')) {
+            continue; // "env NAME=value program"
+        }
+        return isLauncher(program) ? QString() : program;
+    }
+    return {};
+}
+
+QString unescaped(const QByteArray &value)
+{
+    QString text = QString::fromUtf8(value);
+    if (text.contains(u'\\')) {
+        text.replace(R"(\s)"_L1, " "_L1)
+            .replace(R"(\t)"_L1, "\t"_L1)
+            .replace(R"(\\)"_L1, R"(\)"_L1);
+    }
+    return text;
+}
+
+/// Position in `languages` of the language of a key such as "Name[de]"; the plain key comes after
+/// all of them, a language that is not wanted after that.
+qsizetype nameRank(const QByteArray &key, const QStringList &languages)
+{
+    if (key == "Name") {
+        return languages.size();
+    }
+    const auto index = languages.indexOf(QString::fromUtf8(key.sliced(5).chopped(1)));
+    return index < 0 ? languages.size() + 1 : index;
+}
+
+void addLanguage(QStringList &languages, const QString &locale)
+{
+    static const QRegularExpression form(u"^([a-z]{2,3})(_[A-Z0-9]+)?(?:\\.[^@]*)?(@.+)?$"_s);
+    const auto match = form.match(locale);
+    if (!match.hasMatch()) {
+        return; // C, POSIX, nonsense
+    }
+    const QString language = match.captured(1);
+    const QString country = match.captured(2);
+    const QString modifier = match.captured(3);
+    for (const auto &variant :
+         {language + country + modifier, language + country, language + modifier, language}) {
+        if (!languages.contains(variant)) {
+            languages.append(variant);
+        }
+    }
+}
+
+} // namespace
+
+std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &contents,
+                                              const QStringList &languages)
+{
+    DesktopEntry entry;
+    bool inGroup = false;
+    bool isApplication = false;
+    qsizetype bestRank = languages.size() + 1;
+    for (qsizetype start = 0; start < contents.size();) {
+        auto end = contents.indexOf('\n', start);
+        end = end < 0 ? contents.size() : end;
+        const QByteArray line =
+            QByteArray::fromRawData(contents.constData() + start, end - start).trimmed();
+        start = end + 1;
+        if (line.startsWith('[')) {
+            if (inGroup) {
+                break; // actions follow, with names of their own
+            }
+            inGroup = line == "[Desktop Entry]";
+            continue;
+        }
+        const auto equals = line.indexOf('=');
+        if (!inGroup || equals <= 0 || line.startsWith('#')) {
+            continue;
+        }
+        const QByteArray key = line.first(equals).trimmed();
+        const QByteArray value = line.sliced(equals + 1).trimmed();
+        if (key == "Name" || (key.startsWith("Name[") && key.endsWith(']'))) {
+            if (const auto rank = nameRank(key, languages); rank < bestRank) {
+                bestRank = rank;
+                entry.name = unescaped(value);
+            }
+        } else if (key == "Type") {
+            isApplication = value == "Application";
+        } else if (key == "StartupWMClass") {
+            entry.startupWmClass = unescaped(value);
+        } else if (key == "Exec") {
+            entry.executable = executableIn(unescaped(value));
+        } else if (key == "NoDisplay") {
+            entry.isShown = value != "true";
+        } else if (key == "Hidden") {
+            entry.isDeleted = value == "true";
+        }
+    }
+    if (!isApplication && !entry.isDeleted) {
+        return std::nullopt;
+    }
+    return entry;
+}
+
+QStringList desktopEntryLanguages()
+{
+    QString locale;
+    for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        locale = qEnvironmentVariable(variable);
+        if (!locale.isEmpty()) {
+            break;
+        }
+    }
+    QStringList languages;
+    if (locale != "C"_L1 && locale != "POSIX"_L1) { // where LANGUAGE does not count
+        const auto wanted = qEnvironmentVariable("LANGUAGE").split(u':', Qt::SkipEmptyParts);
+        for (const QString &language : wanted) {
+            addLanguage(languages, language);
+        }
+    }
+    addLanguage(languages, locale);
+    return languages;
+}
+
+} // namespace vellumo

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/x11/MonitorList.h"
+
+#include <utility>
+
+namespace vellumo {
+
+class MonitorList::Handle final : public EventMonitorHandle {
+public:
+    Handle(std::weak_ptr<MonitorList> list, std::shared_ptr<Monitor> monitor)
+        : list_(std::move(list))
+        , monitor_(std::move(monitor))
+    {
+    }
+    Handle(const Handle &) = delete;
+    Handle &operator=(const Handle &) = delete;
+    Handle(Handle &&) = delete;
+    Handle &operator=(Handle &&) = delete;
+    ~Handle() override
+    {
+        if (const auto list = list_.lock()) {
+            list->remove(monitor_);
+        }
+    }
+
+private:
+    std::weak_ptr<MonitorList> list_;
+    std::shared_ptr<Monitor> monitor_;
+};
+
+std::unique_ptr<EventMonitorHandle> MonitorList::add(EventMask mask, Handler handler)
+{
+    auto monitor = std::make_shared<Monitor>();
+    monitor->mask = mask;
+    monitor->handler = std::move(handler);
+    monitors_.push_back(monitor);
+    changed();
+    return std::make_unique<Handle>(weak_from_this(), std::move(monitor));
+}
+
+bool MonitorList::deliver(const Event &event)
+{
+    const auto keepAlive = shared_from_this();
+    const auto monitors = monitors_; // handlers may add and remove
+    bool passOn = true;
+    for (const auto &monitor : monitors) {
+        if (monitor->installed && (monitor->mask & maskOf(event.type)) != 0) {
+            passOn = monitor->handler(event) && passOn;
+        }
+    }
+    return passOn;
+}
+
+EventMask MonitorList::wanted() const
+{
+    EventMask mask = 0;
+    for (const auto &monitor : monitors_) {
+        mask |= monitor->mask;
+    }
+    return mask;
+}
+
+void MonitorList::remove(const std::shared_ptr<Monitor> &monitor)
+{
+    monitor->installed = false;
+    std::erase(monitors_, monitor);
+    changed();
+}
+
+void MonitorList::changed() const
+{
+    if (onChanged) {
+        onChanged();
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/EventMonitoring.h"
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace vellumo {
+
+/// The installed monitors of one kind. Handles keep only a weak reference, so they may outlive it.
+class MonitorList : public std::enable_shared_from_this<MonitorList> {
+public:
+    using Handler = std::function<bool(const Event &)>;
+
+    [[nodiscard]] std::unique_ptr<EventMonitorHandle> add(EventMask mask, Handler handler);
+
+    /// Gives the event to every monitor that wants it and is still installed when its turn comes;
+    /// one added by a handler waits for the next event. True if no handler swallowed it.
+    bool deliver(const Event &event);
+
+    /// The types that some monitor wants.
+    [[nodiscard]] EventMask wanted() const;
+
+    /// Runs after a monitor was added or removed.
+    std::function<void()> onChanged;
+
+private:
+    struct Monitor {
+        EventMask mask = 0;
+        Handler handler;
+        bool installed = true;
+    };
+    class Handle;
+
+    void remove(const std::shared_ptr<Monitor> &monitor);
+    void changed() const;
+
+    std::vector<std::shared_ptr<Monitor>> monitors_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/x11/X11Backend.h"
+
+namespace vellumo {
+
+X11Backend::X11Backend(const QByteArray &display)
+    : inputConnection_(problems_, display)
+    , windowConnection_(problems_, display)
+    , clipboardConnection_(problems_, display)
+    , windows_(windowConnection_)
+    , eventMonitors_(inputConnection_, problems_)
+    , keyPosting_(inputConnection_, eventMonitors_, windows_, problems_)
+    , workspace_(windowConnection_, windows_,
+                 DesktopEntries(DesktopEntries::standardFolders(), desktopEntryLanguages()))
+    , pasteboard_(clipboardConnection_, problems_)
+    , primarySelection_(windowConnection_)
+{
+    problems_.print();
+}
+
+} // namespace vellumo

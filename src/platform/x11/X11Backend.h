@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11EventMonitors.h"
+#include "platform/x11/X11KeyPosting.h"
+#include "platform/x11/X11Pasteboard.h"
+#include "platform/x11/X11PrimarySelection.h"
+#include "platform/x11/X11Problems.h"
+#include "platform/x11/X11Windows.h"
+#include "platform/x11/X11Workspace.h"
+
+namespace vellumo {
+
+/// Everything that this folder offers, built on three connections: input, windows, clipboard. What
+/// the server cannot do is said in one line on standard output. Needs the application object; it
+/// is to be destroyed before that.
+class X11Backend {
+public:
+    /// An empty display means the one that the environment names.
+    explicit X11Backend(const QByteArray &display = {});
+
+    [[nodiscard]] X11EventMonitors &eventMonitoring() { return eventMonitors_; }
+    [[nodiscard]] X11Workspace &workspace() { return workspace_; }
+    [[nodiscard]] X11Pasteboard &pasteboard() { return pasteboard_; }
+    [[nodiscard]] X11PrimarySelection &primarySelection() { return primarySelection_; }
+    [[nodiscard]] X11KeyPosting &keyPosting() { return keyPosting_; }
+
+private:
+    X11Problems problems_;
+    X11Connection inputConnection_;
+    X11Connection windowConnection_;
+    X11Connection clipboardConnection_;
+    X11Windows windows_;
+    X11EventMonitors eventMonitors_;
+    X11KeyPosting keyPosting_;
+    X11Workspace workspace_;
+    X11Pasteboard pasteboard_;
+    X11PrimarySelection primarySelection_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/x11/X11KeyPosting.h"
+
+#include "platform/x11/KeyboardMap.h"
+#include "platform/x11/TerminalClasses.h"
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11EventMonitors.h"
+#include "platform/x11/X11Problems.h"
+#include "platform/x11/X11Windows.h"
+#include <unistd.h>
+#include <xcb/xtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+X11KeyPosting::X11KeyPosting(X11Connection &connection, X11EventMonitors &monitors,
+                             X11Windows &windows, X11Problems &problems)
+    : connection_(connection)
+    , monitors_(monitors)
+    , windows_(windows)
+{
+    hasTest_ = connection_.extension(&xcb_test_id) != nullptr
+        && connection_.reply<xcb_test_get_version_reply_t>(
+            xcb_test_get_version(connection_.xcb(), 2, 2));
+    if (connection_.isUsable() && !hasTest_) {
+        problems.add(u"no XTEST extension, so applications cannot be asked to copy"_s);
+    }
+}
+
+bool X11KeyPosting::mayPost()
+{
+    // The keys go where the keyboard is; an active window may have gone without notice.
+    return isForeignApplication(windows_.activeWindow())
+        && isForeignApplication(windows_.focusedTopLevel());
+}
+
+bool X11KeyPosting::isForeignApplication(xcb_window_t window)
+{
+    const auto process = windows_.process(window);
+    if (!process || *process == getpid()) {
+        return false;
+    }
+    const auto [instance, className] = windows_.windowClass(window);
+    return !isTerminalClass(instance) && !isTerminalClass(className);
+}
+
+bool X11KeyPosting::postCopy()
+{
+    if (!hasTest_ || !mayPost()) {
+        return false;
+    }
+    const auto keys = KeyboardMap::read(connection_);
+    if (!keys) {
+        return false;
+    }
+    return monitors_.withoutMonitors([&](X11Connection &connection) {
+        const auto send = [&](uint8_t type, xcb_keycode_t key) {
+            xcb_test_fake_input(connection.xcb(), type, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0,
+                                0, 0);
+        };
+        const auto release = [&](const QList<xcb_keycode_t> &held) {
+            for (const auto key : held) {
+                send(XCB_KEY_RELEASE, key);
+            }
+        };
+        release(keys->heldControls);
+        release(keys->heldBeforeControl);
+        // Control goes down while Alt or Super still is: released on its own, Alt would open a menu
+        // bar in the application, and the copy would go there.
+        send(XCB_KEY_PRESS, keys->control);
+        release(keys->heldAfterControl);
+        send(XCB_KEY_PRESS, keys->insert);
+        send(XCB_KEY_RELEASE, keys->insert);
+        send(XCB_KEY_RELEASE, keys->control);
+    });
+}
+
+} // namespace vellumo

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/KeyPosting.h"
+#include <xcb/xcb.h>
+
+namespace vellumo {
+
+class X11Connection;
+class X11EventMonitors;
+class X11Problems;
+class X11Windows;
+
+/// Presses Control+Insert through the XTEST extension: that copies in every toolkit and with every
+/// keyboard layout, where Control+C interrupts programs in terminals and needs a Latin layout.
+class X11KeyPosting : public KeyPosting {
+public:
+    /// All must outlive this object; `connection` is the one of the monitors.
+    X11KeyPosting(X11Connection &connection, X11EventMonitors &monitors, X11Windows &windows,
+                  X11Problems &problems);
+
+    bool postCopy() override;
+
+private:
+    [[nodiscard]] bool mayPost();
+    [[nodiscard]] bool isForeignApplication(xcb_window_t window);
+
+    X11Connection &connection_;
+    X11EventMonitors &monitors_;
+    X11Windows &windows_;
+    bool hasTest_ = false;
+};
+
+} // namespace vellumo

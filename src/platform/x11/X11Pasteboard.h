@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Pasteboard.h"
+#include "platform/x11/X11SelectionServer.h"
+#include <QHash>
+
+namespace vellumo {
+
+class X11Connection;
+class X11Problems;
+class X11Windows;
+
+/// The CLIPBOARD selection. A snapshot may have 64 MiB and 256 types; a larger one is absent.
+///
+/// An item's types carry only names and bytes. The type and unit of the property that each name
+/// came with are remembered here from the last snapshot, so that writing it back restores them.
+class X11Pasteboard : public Pasteboard {
+public:
+    /// `connection` must outlive this object and have no other event handler.
+    X11Pasteboard(X11Connection &connection, X11Problems &problems);
+
+    /// Hands contents over to the clipboard manager; takes at most a second.
+    ~X11Pasteboard() override;
+    Q_DISABLE_COPY_MOVE(X11Pasteboard)
+
+    [[nodiscard]] quint64 changeCount() override;
+    bool waitForChange(quint64 count, QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<QList<PasteboardItem>> items(QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<QString> string(QDeadlineTimer deadline) override;
+    void clear() override;
+    void write(const QList<PasteboardItem> &items) override;
+
+private:
+    struct Form {
+        xcb_atom_t type = XCB_ATOM_NONE;
+        quint8 format = 8;
+    };
+
+    [[nodiscard]] bool isOwnerChange(const xcb_generic_event_t &event) const;
+    [[nodiscard]] bool isOwnedByOwnToolkit(xcb_window_t owner);
+    [[nodiscard]] bool isSkipped(const QByteArray &target) const;
+    [[nodiscard]] Form formOf(const QString &type, qsizetype size);
+    void handleEvent(const xcb_generic_event_t &event);
+
+    X11Connection &connection_;
+    xcb_atom_t clipboard_;
+    X11SelectionServer server_;
+    quint8 fixesEvent_ = 0; ///< 0 without the extension
+    quint64 changeCount_ = 0;
+    QHash<QString, Form> forms_;
+};
+
+} // namespace vellumo

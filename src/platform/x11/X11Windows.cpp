@@ -1,0 +1,156 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/x11/X11Windows.h"
+
+#include "platform/x11/X11Connection.h"
+#include <array>
+#include <cstring>
+#include <unistd.h>
+#include <xcb/res.h>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+/// Of a text property, in units of four bytes; window titles have no limit of their own.
+constexpr uint32_t maxPropertyLength = 16 * 1024;
+
+/// Windows between the one with the keyboard and the root.
+constexpr int maxWindowDepth = 32;
+
+QByteArray pidNamespace(const QByteArray &process)
+{
+    std::array<char, 64> target{};
+    const QByteArray link = "/proc/" + process + "/ns/pid";
+    const auto length = readlink(link.constData(), target.data(), target.size());
+    return length > 0 ? QByteArray(target.data(), length) : QByteArray();
+}
+
+bool isInOwnPidNamespace(qint64 process)
+{
+    const QByteArray theirs = pidNamespace(QByteArray::number(process));
+    return theirs.isEmpty() || theirs == pidNamespace("self"_ba);
+}
+
+} // namespace
+
+QByteArray X11Windows::property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type)
+{
+    const auto answer = connection_.reply<xcb_get_property_reply_t>(
+        xcb_get_property(connection_.xcb(), 0, window, name, type, 0, maxPropertyLength));
+    if (!answer) {
+        return {};
+    }
+    return {static_cast<const char *>(xcb_get_property_value(answer.get())),
+            xcb_get_property_value_length(answer.get())};
+}
+
+namespace {
+
+std::optional<uint32_t> firstNumber(const QByteArray &bytes)
+{
+    uint32_t number = 0;
+    if (bytes.size() < static_cast<qsizetype>(sizeof number)) {
+        return std::nullopt;
+    }
+    std::memcpy(&number, bytes.constData(), sizeof number);
+    return number;
+}
+
+} // namespace
+
+xcb_window_t X11Windows::activeWindow()
+{
+    const auto active = firstNumber(
+        property(connection_.root(), connection_.atom("_NET_ACTIVE_WINDOW"_ba), XCB_ATOM_WINDOW));
+    managed_ = active.has_value();
+    return managed_ ? *active : focusedTopLevel();
+}
+
+xcb_window_t X11Windows::focusedTopLevel()
+{
+    auto *xcb = connection_.xcb();
+    const auto focus = connection_.reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(xcb));
+    if (!focus || focus->focus == XCB_WINDOW_NONE) {
+        return XCB_WINDOW_NONE;
+    }
+    xcb_window_t window = focus->focus;
+    if (window == XCB_INPUT_FOCUS_POINTER_ROOT || window == connection_.root()) {
+        const auto pointer = connection_.reply<xcb_query_pointer_reply_t>(
+            xcb_query_pointer(xcb, connection_.root()));
+        window = pointer ? pointer->child : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    xcb_window_t outermost = XCB_WINDOW_NONE;
+    for (int depth = 0;
+         depth < maxWindowDepth && window != XCB_WINDOW_NONE && window != connection_.root();
+         ++depth) {
+        if (!property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING).isEmpty()) {
+            outermost = window;
+        }
+        const auto tree = connection_.reply<xcb_query_tree_reply_t>(xcb_query_tree(xcb, window));
+        window = tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    return outermost;
+}
+
+std::optional<qint64> X11Windows::process(xcb_window_t window)
+{
+    const auto named =
+        firstNumber(property(window, connection_.atom("_NET_WM_PID"_ba), XCB_ATOM_CARDINAL));
+    const auto connected = clientProcess(window);
+    if (!named || *named == 0) {
+        return connected;
+    }
+    if (connected && *connected != *named && !isInOwnPidNamespace(*connected)) {
+        return connected;
+    }
+    return *named;
+}
+
+std::optional<qint64> X11Windows::clientProcess(xcb_window_t window)
+{
+    if (window == XCB_WINDOW_NONE || connection_.extension(&xcb_res_id) == nullptr) {
+        return std::nullopt;
+    }
+    const xcb_res_client_id_spec_t question{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const auto answer = connection_.reply<xcb_res_query_client_ids_reply_t>(
+        xcb_res_query_client_ids(connection_.xcb(), 1, &question));
+    if (!answer) {
+        return std::nullopt;
+    }
+    for (auto ids = xcb_res_query_client_ids_ids_iterator(answer.get()); ids.rem > 0;
+         xcb_res_client_id_value_next(&ids)) {
+        if ((ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0
+            && xcb_res_client_id_value_value_length(ids.data) > 0) {
+            return *xcb_res_client_id_value_value(ids.data);
+        }
+    }
+    return std::nullopt;
+}
+
+WindowClass X11Windows::windowClass(xcb_window_t window)
+{
+    const auto parts = property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING).split('\0');
+    return {parts.value(0), parts.value(1)};
+}
+
+QString X11Windows::title(xcb_window_t window)
+{
+    const QByteArray name =
+        property(window, connection_.atom("_NET_WM_NAME"_ba), connection_.atom("UTF8_STRING"_ba));
+    if (!name.isEmpty()) {
+        return QString::fromUtf8(name);
+    }
+    return QString::fromLatin1(property(window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING));
+}
+
+QString X11Windows::gtkApplicationId(xcb_window_t window)
+{
+    return QString::fromUtf8(property(window, connection_.atom("_GTK_APPLICATION_ID"_ba),
+                                      connection_.atom("UTF8_STRING"_ba)));
+}
+
+} // namespace vellumo

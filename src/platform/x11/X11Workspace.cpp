@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/x11/X11Workspace.h"
+
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11Windows.h"
+#include <QDesktopServices>
+#include <QGuiApplication>
+#include <QProcess>
+#include <chrono>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+/// After the start, when other things are more urgent than names of applications.
+constexpr auto startDelay = 1s;
+
+} // namespace
+
+X11Workspace::X11Workspace(X11Connection &connection, X11Windows &windows, DesktopEntries entries)
+    : connection_(connection)
+    , windows_(windows)
+    , entries_(std::move(entries))
+{
+    idle_.setSingleShot(true);
+    connect(&idle_, &QTimer::timeout, this, [this] {
+        if (entries_.refresh() || !resolved_) {
+            resolve();
+        }
+    });
+    if (!connection_.isUsable()) {
+        return;
+    }
+    constexpr uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE;
+    xcb_change_window_attributes(connection_.xcb(), connection_.root(), XCB_CW_EVENT_MASK, &mask);
+    connection_.setEventHandler([this](const auto &event) { handleEvent(event); });
+    look();
+    announcedProcess_ = foreignProcess_; // it was in front before we were there
+    idle_.start(startDelay);
+}
+
+X11Workspace::~X11Workspace()
+{
+    connection_.setEventHandler(nullptr);
+}
+
+void X11Workspace::handleEvent(const xcb_generic_event_t &event)
+{
+    switch (eventType(event)) {
+    case XCB_PROPERTY_NOTIFY:
+        if (eventAs<xcb_property_notify_event_t>(event).atom
+            != connection_.atom("_NET_ACTIVE_WINDOW"_ba)) {
+            return;
+        }
+        break;
+    case XCB_FOCUS_IN:
+    case XCB_FOCUS_OUT:
+        if (windows_.isManaged()) {
+            return;
+        }
+        break;
+    default:
+        return;
+    }
+    look();
+    announce();
+}
+
+void X11Workspace::look()
+{
+    // Both, since a window's number may come back as another client's window.
+    const auto window = windows_.activeWindow();
+    const auto process = windows_.process(window);
+    if (window == activeWindow_ && process == activeProcess_) {
+        return;
+    }
+    activeWindow_ = window;
+    activeProcess_ = process;
+    followFocus();
+    if (!activeProcess_ || *activeProcess_ == getpid()) {
+        return;
+    }
+    foreignWindow_ = window;
+    foreignProcess_ = activeProcess_;
+    resolved_.reset();
+    idle_.start(0ms);
+}
+
+/// Without a window manager nobody tells when another window gets the keyboard, except the window
+/// that loses it.
+void X11Workspace::followFocus()
+{
+    if (!windows_.isManaged() && activeWindow_ != XCB_WINDOW_NONE && activeProcess_ != getpid()) {
+        constexpr uint32_t mask = XCB_EVENT_MASK_FOCUS_CHANGE;
+        xcb_change_window_attributes(connection_.xcb(), activeWindow_, XCB_CW_EVENT_MASK, &mask);
+        connection_.flush();
+    }
+}
+
+void X11Workspace::announce()
+{
+    if (foreignProcess_ == announcedProcess_) {
+        return;
+    }
+    announcedProcess_ = foreignProcess_;
+    if (foreignProcess_) {
+        Q_EMIT didActivateApplication(*foreignProcess_);
+    }
+}
+
+void X11Workspace::resolve()
+{
+    if (!entries_.isRead()) {
+        entries_.refresh();
+    }
+    if (!foreignProcess_) {
+        return;
+    }
+    const auto [instance, className] = windows_.windowClass(foreignWindow_);
+    const auto *entry =
+        entries_.find(windows_.gtkApplicationId(foreignWindow_), QString::fromLatin1(instance),
+                      QString::fromLatin1(className));
+    RunningApplication application;
+    application.processIdentifier = *foreignProcess_;
+    if (entry != nullptr) {
+        application.bundleIdentifier = entry->id;
+        application.localizedName = entry->name;
+    } else if (!className.isEmpty()) {
+        application.localizedName = QString::fromLatin1(className);
+    }
+    resolved_ = application;
+}
+
+std::optional<RunningApplication> X11Workspace::frontmostApplication()
+{
+    if (connection_.isUsable()) {
+        look();
+    }
+    if (!foreignProcess_) {
+        return std::nullopt;
+    }
+    if (!resolved_) {
+        resolve();
+    }
+    return resolved_;
+}
+
+bool X11Workspace::isOwnWindowActive() const
+{
+    const auto window = windows_.activeWindow();
+    return window != XCB_WINDOW_NONE && windows_.process(window) == getpid();
+}
+
+QString X11Workspace::ownSelectedText() const
+{
+    const auto *focused = QGuiApplication::focusObject();
+    return focused == nullptr ? QString() : focused->property("selectedText").toString();
+}
+
+bool X11Workspace::openUrl(const QUrl &url)
+{
+    if (!url.isValid() || url.scheme().isEmpty()) {
+        return false;
+    }
+    return QProcess::startDetached(u"xdg-open"_s, {QString::fromLatin1(url.toEncoded())})
+        || QDesktopServices::openUrl(url);
+}
+
+std::optional<QString> X11Workspace::windowTitle(qint64 processIdentifier)
+{
+    const auto window = windows_.activeWindow();
+    if (window == XCB_WINDOW_NONE || windows_.process(window) != processIdentifier) {
+        return std::nullopt;
+    }
+    return windows_.title(window);
+}
+
+} // namespace vellumo

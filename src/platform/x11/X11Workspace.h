@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/Workspace.h"
+#include "platform/x11/DesktopEntries.h"
+#include <QTimer>
+#include <optional>
+#include <xcb/xcb.h>
+
+namespace vellumo {
+
+class X11Connection;
+class X11Windows;
+
+/// Follows the active window. Names of applications are looked up when the event loop is idle after
+/// a window came to the front, so that asking for the frontmost application finds them ready.
+class X11Workspace : public Workspace {
+    Q_OBJECT
+
+public:
+    /// `connection` and `windows` must outlive this object; the connection must have no other event
+    /// handler.
+    X11Workspace(X11Connection &connection, X11Windows &windows, DesktopEntries entries);
+    ~X11Workspace() override;
+    Q_DISABLE_COPY_MOVE(X11Workspace)
+
+    [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
+    [[nodiscard]] bool isOwnWindowActive() const override;
+    [[nodiscard]] QString ownSelectedText() const override;
+    bool openUrl(const QUrl &url) override;
+
+    /// Title of the active window, absent if that does not belong to the process.
+    [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier);
+
+private:
+    void handleEvent(const xcb_generic_event_t &event);
+    void look();
+    void announce();
+    void resolve();
+    void followFocus();
+
+    X11Connection &connection_;
+    X11Windows &windows_;
+    DesktopEntries entries_;
+    QTimer idle_;
+    xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
+    std::optional<qint64> activeProcess_;
+    xcb_window_t foreignWindow_ = XCB_WINDOW_NONE;
+    std::optional<qint64> foreignProcess_; ///< of the last active window that was not ours
+    std::optional<qint64> announcedProcess_;
+    std::optional<RunningApplication> resolved_; ///< names for foreignWindow_
+};
+
+} // namespace vellumo
