@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "ui/ApplicationFonts.h"
+
+#include "ui/StemDarkening.h"
+
+#include <QFont>
+#include <QFontInfo>
+#include <QGuiApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+QStringList readingFontFamilies(const QString &systemFamily)
+{
+    const QString chinese = u"Noto Sans CJK SC"_s;
+    return systemFamily.isEmpty() || systemFamily == chinese ? QStringList{chinese}
+                                                             : QStringList{systemFamily, chinese};
+}
+
+void installApplicationFonts()
+{
+    QFont font = QGuiApplication::font();
+    // the desktop may name only a generic family, which a list of families would skip
+    font.setFamilies(readingFontFamilies(QFontInfo(font).family()));
+    QGuiApplication::setFont(font);
+    disableStemDarkening();
+}
+
+} // namespace vellumo

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/ConsentPrompting.h"
+#include <QObject>
+#include <QPointer>
+#include <QQuickWindow>
+
+class QQmlEngine;
+
+namespace vellumo {
+
+class BilingualText;
+
+/// Asks in plain words whether vellumo may read selected text: a small ordinary window that blocks
+/// nothing. Its window exists only while the question stands.
+class ConsentDialog final : public QObject, public ConsentPrompting {
+    Q_OBJECT
+
+public:
+    /// The engine and the texts must outlive the dialog. The engine needs the import path of
+    /// prepareEngine().
+    ConsentDialog(QQmlEngine &engine, BilingualText &texts, QObject *parent = nullptr);
+    ~ConsentDialog() override;
+
+    void ask(std::function<void(bool allowed)> answered) override;
+
+    /// The window while the question stands, otherwise null.
+    [[nodiscard]] QQuickWindow *window() const { return window_; }
+
+private Q_SLOTS:
+    void onAnswered(bool allowed);
+
+private:
+    QQmlEngine &engine_;
+    BilingualText &texts_;
+    QPointer<QQuickWindow> window_;
+    std::function<void(bool)> answered_;
+};
+
+} // namespace vellumo

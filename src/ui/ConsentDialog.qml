@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.Ui
+
+/// Explains what would be read and asks for consent. Closing the window is a no.
+Window {
+    id: dialog
+
+    required property BilingualText texts
+
+    signal answered(bool allowed)
+
+    readonly property var points: dialog.texts.english ? [
+        "Only when you double-tap Option (the Alt key), vellumo looks at the text you have selected, the title of the window and, in a browser, the page's address.",
+        "That text goes only to the service you set up for explanations. Nothing is read between double-taps, and password fields never.",
+        "You can take this back at any time."
+    ] : [
+        "只有在你双击 Option(Alt 键)时,vellumo 才会查看你选中的文字、窗口标题,以及浏览器中的网页地址。",
+        "这段文字只会发送到你设置的解释服务。两次双击之间不读取任何内容,密码框永远不读。",
+        "你随时可以收回这项许可。"
+    ]
+
+    width: 460
+    height: Math.ceil(column.height) + 2 * Units.space32 - Units.space8
+    minimumWidth: width
+    maximumWidth: width
+    minimumHeight: height
+    maximumHeight: height
+    flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
+    color: Theme.ground
+    title: "vellumo"
+
+    onClosing: dialog.answered(false)
+
+    Item {
+        id: column
+
+        x: Units.space32
+        y: Units.space32 - Units.space4
+        width: dialog.width - 2 * Units.space32
+        height: buttons.y + buttons.height
+        focus: true
+
+        Accessible.role: Accessible.Dialog
+        Accessible.name: heading.text
+        Accessible.description: dialog.points.join(" ")
+
+        Keys.onEscapePressed: dialog.answered(false)
+
+        Text {
+            id: heading
+
+            width: parent.width
+            text: dialog.texts.english ? "May vellumo read what you select?"
+                                       : "允许 vellumo 读取你选中的文字吗?"
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: Theme.ink
+            font.pixelSize: Units.type20
+            font.weight: Font.DemiBold
+            lineHeightMode: Text.FixedHeight
+            lineHeight: Math.round(Units.type20 * Units.titleLine)
+        }
+
+        Column {
+            id: list
+
+            anchors.top: heading.bottom
+            anchors.topMargin: Units.space16
+            width: parent.width
+            spacing: Units.space12
+
+            Repeater {
+                model: dialog.points
+
+                Item {
+                    id: point
+
+                    required property string modelData
+
+                    width: list.width
+                    height: label.height
+
+                    Rectangle {
+                        y: Math.round(label.lineHeight / 2 - height / 2) + 1
+                        width: Units.dot
+                        height: Units.dot
+                        radius: Units.dot / 2
+                        color: Theme.accent
+                    }
+                    Text {
+                        id: label
+
+                        x: Units.space20
+                        width: parent.width - x
+                        text: point.modelData
+                        textFormat: Text.PlainText
+                        wrapMode: Text.Wrap
+                        color: Theme.secondInk
+                        font.pixelSize: Units.type13
+                        lineHeightMode: Text.FixedHeight
+                        lineHeight: Math.round(Units.type13 * Units.readingLine)
+                    }
+                }
+            }
+        }
+
+        Row {
+            id: buttons
+
+            anchors.top: list.bottom
+            anchors.topMargin: Units.space24
+            anchors.right: parent.right
+            spacing: Units.space12
+
+            TextButton {
+                objectName: "notNow"
+                minimumWidth: 96
+                text: dialog.texts.english ? "Not now" : "暂不"
+                onClicked: dialog.answered(false)
+            }
+            TextButton {
+                objectName: "allow"
+                minimumWidth: 96
+                primary: true
+                text: dialog.texts.english ? "Allow" : "允许"
+                onClicked: dialog.answered(true)
+            }
+        }
+    }
+}

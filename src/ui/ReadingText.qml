@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// Text to read, select and copy. Plain always; its lines keep one distance.
+TextEdit {
+    id: reading
+
+    property real lineFactor: Units.readingLine
+    property int paragraphGap: 0
+
+    readOnly: true
+    selectByMouse: true
+    activeFocusOnPress: true
+    textFormat: TextEdit.PlainText
+    wrapMode: TextEdit.Wrap
+    color: Theme.islandBody
+    selectionColor: Theme.islandSelection
+    selectedTextColor: Theme.islandText
+    font.pixelSize: Units.type15
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: reading.text
+
+    HoverHandler {
+        cursorShape: Qt.IBeamCursor
+    }
+
+    // a member of its own, since the element's default list takes items only
+    readonly property ReadingTextFormat lines: ReadingTextFormat {
+        document: reading.textDocument
+        lineHeight: Math.round(reading.font.pixelSize * reading.lineFactor)
+        paragraphGap: reading.paragraphGap
+    }
+}

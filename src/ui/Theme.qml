@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma Singleton
+import QtQuick
+import Vellumo.Look
+
+/// Every colour of the program. The island and the pill are dark always; ordinary windows follow
+/// the desktop.
+QtObject {
+    id: theme
+
+    readonly property bool dark: SystemLook.dark
+
+    // the island and the pill
+    readonly property color islandGround: Qt.rgba(0.055, 0.055, 0.055, 1)
+    readonly property color islandText: Qt.rgba(0.96, 0.96, 0.96, 1)
+    readonly property color islandBody: Qt.rgba(0.85, 0.85, 0.85, 1)
+    readonly property color islandSecondText: Qt.rgba(0.62, 0.62, 0.62, 1)
+    readonly property color islandThirdText: Qt.rgba(0.45, 0.45, 0.45, 1)
+    readonly property color islandHairline: Qt.rgba(0.17, 0.17, 0.17, 1)
+    readonly property color islandField: Qt.rgba(0.125, 0.125, 0.125, 1)
+    readonly property color islandControl: Qt.rgba(0.155, 0.155, 0.155, 1)
+    readonly property color islandControlHovered: Qt.rgba(0.23, 0.23, 0.23, 1)
+    readonly property color islandControlPressed: Qt.rgba(0.29, 0.29, 0.29, 1)
+    readonly property color skeleton: Qt.rgba(0.13, 0.13, 0.13, 1)
+    readonly property color skeletonLight: Qt.rgba(0.235, 0.235, 0.235, 1)
+    readonly property color card: Qt.rgba(1, 1, 1, 0.12)
+    readonly property color cardHovered: Qt.rgba(1, 1, 1, 0.20)
+    readonly property color islandAccent: Qt.rgba(0.18, 0.42, 1, 1)
+    /// The accent at 22 % on the island's ground, so that overlapping pieces show no seam.
+    readonly property color bubble: Qt.rgba(0.0825, 0.1353, 0.2629, 1)
+    readonly property color bubbleText: Qt.rgba(0.86, 0.91, 1, 1)
+    readonly property color amber: "#F5A524"
+    readonly property color islandSelection: Qt.rgba(0.18, 0.42, 1, 0.55)
+
+    // ordinary windows
+    readonly property color ground: theme.dark ? "#131315" : "#F6F5F2"
+    readonly property color surface: theme.dark ? "#1C1C20" : "#FFFFFF"
+    readonly property color sideBar: theme.dark ? "#17171A" : "#EFEEEA"
+    readonly property color ink: theme.dark ? "#F2F2F3" : "#17171A"
+    readonly property color secondInk: theme.dark ? "#A0A0A9" : "#6A6A72"
+    readonly property color thirdInk: theme.dark ? "#6E6E77" : "#9B9BA1"
+    readonly property color hairline: theme.dark ? "#2A2A30" : "#E4E3DE"
+    readonly property color softFill: theme.dark ? "#232328" : "#F1F0EC"
+    readonly property color softFillHovered: theme.dark ? "#2C2C32" : "#E8E6E0"
+    readonly property color inkHovered: theme.dark ? "#DADADC" : "#34343A"
+    readonly property color good: theme.dark ? "#4CC38A" : "#1F9D61"
+    readonly property color accent: "#2E6BFF"
+}

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma Singleton
+import QtQuick
+import Vellumo.Look
+
+/// Every size and duration of the program, in device-independent pixels and milliseconds.
+QtObject {
+    id: units
+
+    // type follows the desktop's text size
+    readonly property int type30: units.scaled(30)
+    readonly property int type24: units.scaled(24)
+    readonly property int type20: units.scaled(20)
+    readonly property int type17: units.scaled(17)
+    readonly property int type15: units.scaled(15)
+    readonly property int type13: units.scaled(13)
+    readonly property int type12: units.scaled(12)
+    readonly property int type11: units.scaled(11)
+    /// Tracking for type from 24 up.
+    readonly property real tightTracking: -0.3
+    /// Line distances as a factor of the type size.
+    readonly property real readingLine: 1.55
+    readonly property real titleLine: 1.42
+
+    readonly property int space2: 2
+    readonly property int space4: 4
+    readonly property int space8: 8
+    readonly property int space12: 12
+    readonly property int space16: 16
+    readonly property int space20: 20
+    readonly property int space24: 24
+    readonly property int space32: 32
+    readonly property int space48: 48
+
+    readonly property int radius6: 6
+    readonly property int radius10: 10
+    readonly property int radius14: 14
+    readonly property int radius22: 22
+    readonly property int hairline: 1
+
+    readonly property int focusRing: 2
+    readonly property int focusGap: 2
+    readonly property int primaryButton: 44
+    readonly property int button: Math.max(36, units.scaled(34))
+    readonly property int dot: 6
+    readonly property int closeButton: 22
+    readonly property int submitButton: 26
+    readonly property int followUpField: Math.max(36, units.scaled(34))
+    readonly property int skeletonLine: 10
+    readonly property int scrollThumb: 4
+
+    readonly property int quick: SystemLook.reducedMotion ? 0 : 120
+    readonly property int move: SystemLook.reducedMotion ? 0 : 260
+    readonly property bool animated: !SystemLook.reducedMotion
+
+    function scaled(size: int): int {
+        return Math.round(size * SystemLook.textScale)
+    }
+}
