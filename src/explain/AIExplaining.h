@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "explain/ExplanationTypes.h"
+#include "explain/Result.h"
+#include <QList>
+#include <QObject>
+#include <functional>
+
+namespace vellumo {
+
+/// Why an explanation could not be had. Carries what a log needs and no text for the user; whoever
+/// shows the failure chooses the words.
+struct ExplanationError {
+    enum class Kind : quint8 {
+        malformedPayload, ///< the model's reply is not an explanation payload
+    };
+    Kind kind = Kind::malformedPayload;
+    QString detail; ///< the reply's content for malformedPayload; never logged
+    friend bool operator==(const ExplanationError &, const ExplanationError &) = default;
+};
+
+template <typename T>
+using ExplanationCompletion = std::function<void(Result<T, ExplanationError>)>;
+
+/// Explains selections and answers questions about them.
+///
+/// A completion runs exactly once, on the main thread and never before the call returns; when
+/// `context` is destroyed first, the work is abandoned and the completion never runs.
+class AIExplaining {
+public:
+    virtual ~AIExplaining() = default;
+
+    virtual void explain(const ExplanationRequest &request, QObject *context,
+                         ExplanationCompletion<ExplanationResult> completion) = 0;
+
+    /// Answers the last user turn of the transcript, in the given output language.
+    virtual void followUp(const QList<ChatTurn> &transcript, const QString &language,
+                          QObject *context, ExplanationCompletion<QString> completion) = 0;
+};
+
+} // namespace vellumo

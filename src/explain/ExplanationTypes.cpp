@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "explain/ExplanationTypes.h"
+
+#include "explain/GraphemeCount.h"
+
+namespace vellumo {
+
+namespace {
+constexpr int longestSingleSentence = 180; // characters as the user perceives them
+}
+
+SelectedTextKind ExplanationRequest::kind() const
+{
+    const QStringView trimmed = QStringView(text).trimmed();
+    if (hasMoreGraphemesThan(trimmed, longestSingleSentence) || trimmed.contains(u'\n')) {
+        return SelectedTextKind::paragraph;
+    }
+    // The full-width question and exclamation marks do not make a sentence.
+    for (const char16_t mark : {u'.', u'?', u'!', u'。'}) {
+        if (trimmed.contains(mark)) {
+            return SelectedTextKind::sentence;
+        }
+    }
+    return SelectedTextKind::word;
+}
+
+} // namespace vellumo

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "explain/AIExplaining.h"
+
+namespace vellumo {
+
+class Clock;
+
+/// Answers from fixed Chinese samples, without a network, after a short delay: the whole road can
+/// be walked before a service is configured. The answer depends only on the kind of the selection.
+class MockAIService : public AIExplaining {
+public:
+    /// The clock must outlive this object.
+    explicit MockAIService(Clock &clock);
+
+    void explain(const ExplanationRequest &request, QObject *context,
+                 ExplanationCompletion<ExplanationResult> completion) override;
+    void followUp(const QList<ChatTurn> &transcript, const QString &language, QObject *context,
+                  ExplanationCompletion<QString> completion) override;
+
+private:
+    Clock &clock_;
+};
+
+} // namespace vellumo
