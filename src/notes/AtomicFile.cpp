@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "notes/AtomicFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int descriptor) : descriptor_(descriptor) { }
+    FileDescriptor(const FileDescriptor &) = delete;
+    FileDescriptor &operator=(const FileDescriptor &) = delete;
+    FileDescriptor(FileDescriptor &&) = delete;
+    FileDescriptor &operator=(FileDescriptor &&) = delete;
+    ~FileDescriptor() { close(); }
+
+    [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
+    [[nodiscard]] int get() const { return descriptor_; }
+
+    bool close()
+    {
+        const int descriptor = std::exchange(descriptor_, -1);
+        return descriptor < 0 || ::close(descriptor) == 0;
+    }
+
+private:
+    int descriptor_;
+};
+
+QString problem(const QString &action, const QString &path)
+{
+    return u"cannot %1 %2: %3"_s.arg(action, path, QString::fromLocal8Bit(std::strerror(errno)));
+}
+
+bool writeAll(int descriptor, const QByteArray &bytes)
+{
+    qsizetype written = 0;
+    while (written < bytes.size()) {
+        const ssize_t count = ::write(descriptor, bytes.constData() + written,
+                                      static_cast<size_t>(bytes.size() - written));
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        written += qMax<ssize_t>(count, 0);
+    }
+    return true;
+}
+
+bool syncDirectory(const QString &path)
+{
+    const FileDescriptor directory(
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // Some file systems cannot sync a directory and say so with EINVAL; nothing more can be done.
+    return directory.isOpen() && (::fsync(directory.get()) == 0 || errno == EINVAL);
+}
+
+std::optional<QString> writeBeside(const QString &temporary, const QByteArray &bytes,
+                                   Durability durability)
+{
+    FileDescriptor file(::open(QFile::encodeName(temporary).constData(),
+                               O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600));
+    if (!file.isOpen() || ::fchmod(file.get(), 0600) != 0) {
+        return problem(u"create"_s, temporary);
+    }
+    if (!writeAll(file.get(), bytes)) {
+        return problem(u"write"_s, temporary);
+    }
+    if (durability == Durability::Synced && ::fsync(file.get()) != 0) {
+        return problem(u"sync"_s, temporary);
+    }
+    if (!file.close()) {
+        return problem(u"close"_s, temporary);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes,
+                                   Durability durability)
+{
+    const QFileInfo info(path);
+    const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
+    const QString temporary = target + u".tmp"_s;
+    std::optional<QString> failure = writeBeside(temporary, bytes, durability);
+    if (!failure
+        && std::rename(QFile::encodeName(temporary).constData(),
+                       QFile::encodeName(target).constData())
+            != 0) {
+        failure = problem(u"replace"_s, target);
+    }
+    if (failure) {
+        ::unlink(QFile::encodeName(temporary).constData());
+        return failure;
+    }
+    const QString directory = QFileInfo(target).absolutePath();
+    if (durability == Durability::Synced && !syncDirectory(directory)) {
+        return problem(u"sync"_s, directory);
+    }
+    return std::nullopt;
+}
+
+std::optional<QString> makePrivateDirectory(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.isDir()) {
+        return std::nullopt;
+    }
+    const QString parent = info.absolutePath();
+    if (!QDir().mkpath(parent)) {
+        return problem(u"create"_s, parent);
+    }
+    if (::mkdir(QFile::encodeName(path).constData(), 0700) != 0 && errno != EEXIST) {
+        return problem(u"create"_s, path);
+    }
+    return std::nullopt;
+}
+
+} // namespace vellumo

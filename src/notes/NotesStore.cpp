@@ -1,0 +1,264 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "notes/NotesStore.h"
+
+#include "platform/Diagnostics.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+const QString cloudKey = u"cloud"_s;
+
+QString lowerIdText(const QUuid &id)
+{
+    return id.toString(QUuid::WithoutBraces);
+}
+
+QString contentKey(const ReadingNote &note)
+{
+    return note.sourceText + QChar(u'\u0001') + note.explanation;
+}
+
+// Renames the file to a name of its own beside it.
+std::optional<QString> setAside(const QString &path)
+{
+    const QString stamp = QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'HHmmsszzz'Z'"_s);
+    QFile file(path);
+    if (file.rename(path + u".unreadable-"_s + stamp)) {
+        return std::nullopt;
+    }
+    return u"cannot set the unreadable %1 aside: %2"_s.arg(path, file.errorString());
+}
+
+} // namespace
+
+NotesStore::NotesStore(QString storePath, QObject *parent)
+    : NotesStoring(parent)
+    , storePath_(std::move(storePath))
+{
+    load();
+}
+
+QString NotesStore::defaultStorePath()
+{
+    QString base = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (base.isEmpty()) {
+        base = QDir::tempPath();
+    }
+    return base + u"/vellumo/notes.json"_s;
+}
+
+void NotesStore::load()
+{
+    QFile file(storePath_);
+    // Only a regular file is opened: a pipe would wait for a writer.
+    if (!QFileInfo(storePath_).isFile() || !file.open(QIODevice::ReadOnly)) {
+        hasUnreadableFile_ = QFileInfo::exists(storePath_);
+        return;
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        hasUnreadableFile_ = true;
+        return;
+    }
+    if (auto current = StoreFile::fromJson(bytes)) {
+        adopt(current->buckets);
+        syncStates_ = current->syncStates.value_or(NoteSyncStates());
+    } else if (auto older = StoreFile::bucketsFromOlderLayout(bytes)) {
+        // Notes of that age are on the server already and are not sent again.
+        for (const StoredNotesBucket &bucket : *older) {
+            for (const ReadingNote &note : bucket.notes) {
+                syncStates_[noteIdText(note.id)] = {true, note.followUps.size()};
+            }
+        }
+        adopt(*older);
+    } else {
+        hasUnreadableFile_ = !bytes.isEmpty();
+    }
+}
+
+void NotesStore::adopt(const QList<StoredNotesBucket> &buckets)
+{
+    for (const StoredNotesBucket &bucket : buckets) {
+        const QString key = bucket.context.key;
+        if (bucketsByContextKey_.contains(key)) {
+            // Whichever bucket were kept, the next save would lose the other's notes.
+            printDiagnostic(u"%1 holds two buckets with the key \"%2\""_s.arg(storePath_, key));
+            std::_Exit(EXIT_FAILURE); // at once: nothing is open that an orderly end would save
+        }
+        bucketsByContextKey_.insert(key, bucket);
+    }
+}
+
+void NotesStore::save(Durability durability)
+{
+    if (const auto failure = trySave(durability)) {
+        printLine(u"vellumo could not save notes: "_s + *failure);
+    }
+}
+
+std::optional<QString> NotesStore::trySave(Durability durability)
+{
+    if (auto failure = makePrivateDirectory(QFileInfo(storePath_).absolutePath())) {
+        return failure;
+    }
+    if (hasUnreadableFile_) {
+        if (auto failure = setAside(storePath_)) {
+            return failure;
+        }
+        hasUnreadableFile_ = false;
+    }
+    return replaceFile(storePath_, encoded(), durability);
+}
+
+void NotesStore::bucketChanged(const QString &key)
+{
+    encodedBuckets_.remove(key);
+    save(Durability::Synced);
+    Q_EMIT vellumoNotesDidChange();
+}
+
+QByteArray NotesStore::encoded()
+{
+    QList<QByteArray> buckets;
+    buckets.reserve(bucketsByContextKey_.size());
+    for (auto bucket = bucketsByContextKey_.cbegin(); bucket != bucketsByContextKey_.cend();
+         ++bucket) {
+        QByteArray &cached = encodedBuckets_[bucket.key()];
+        if (cached.isEmpty()) {
+            cached = encodedBucket(*bucket);
+        }
+        buckets.append(cached);
+    }
+    return encodedStoreFile(buckets, syncStates_);
+}
+
+void NotesStore::add(const ReadingNote &note, const ReadingContext &context)
+{
+    auto bucket = bucketsByContextKey_.find(context.key);
+    if (bucket == bucketsByContextKey_.end()) {
+        bucket = bucketsByContextKey_.insert(context.key, {context, {}});
+    }
+    bucket->notes.append(note);
+    syncStates_[noteIdText(note.id)] = {};
+    bucketChanged(context.key);
+}
+
+void NotesStore::update(const ReadingNote &note, const ReadingContext &context)
+{
+    const auto bucket = bucketsByContextKey_.find(context.key);
+    if (bucket == bucketsByContextKey_.end()) {
+        return;
+    }
+    const auto stored =
+        std::find_if(bucket->notes.begin(), bucket->notes.end(),
+                     [&note](const ReadingNote &candidate) { return candidate.id == note.id; });
+    if (stored == bucket->notes.end()) {
+        return;
+    }
+    *stored = note;
+    bucketChanged(context.key);
+}
+
+QList<NotesStore::Place> NotesStore::placesNewestFirst() const
+{
+    QList<Place> places;
+    for (const StoredNotesBucket &bucket : bucketsByContextKey_) {
+        for (const ReadingNote &note : bucket.notes) {
+            places.append({&bucket, &note});
+        }
+    }
+    std::stable_sort(places.begin(), places.end(), [](const Place &a, const Place &b) {
+        return a.note->createdAt > b.note->createdAt;
+    });
+    return places;
+}
+
+QList<ReadingNote> NotesStore::allNotes() const
+{
+    const QList<Place> places = placesNewestFirst();
+    QList<ReadingNote> notes;
+    notes.reserve(places.size());
+    for (const Place &place : places) {
+        notes.append(*place.note);
+    }
+    return notes;
+}
+
+QList<NoteWithContext> NotesStore::allNotesWithContexts() const
+{
+    const QList<Place> places = placesNewestFirst();
+    QList<NoteWithContext> notes;
+    notes.reserve(places.size());
+    for (const Place &place : places) {
+        notes.append({*place.note, place.bucket->context});
+    }
+    return notes;
+}
+
+QList<PendingNote> NotesStore::pendingSync() const
+{
+    QList<PendingNote> pending;
+    for (const StoredNotesBucket &bucket : bucketsByContextKey_) {
+        for (const ReadingNote &note : bucket.notes) {
+            const NoteSyncState state = syncStates_.value(noteIdText(note.id));
+            if (!state.created || state.syncedFollowUpCount < note.followUps.size()) {
+                pending.append({note, state});
+            }
+        }
+    }
+    return pending;
+}
+
+void NotesStore::mergeRemote(const QList<ReadingNote> &notes)
+{
+    QSet<QString> knownIds;
+    QSet<QString> knownContents;
+    for (const StoredNotesBucket &bucket : bucketsByContextKey_) {
+        for (const ReadingNote &note : bucket.notes) {
+            knownIds.insert(lowerIdText(note.id));
+            knownContents.insert(contentKey(note));
+        }
+    }
+
+    StoredNotesBucket cloud = bucketsByContextKey_.value(
+        cloudKey, {{cloudKey, u"Synced"_s, ReadingContextSource::appWindow}, {}});
+    bool hasTaken = false;
+    for (const ReadingNote &note : notes) {
+        // The contents are those of before the merge: two notes from the server may read the same.
+        if (knownIds.contains(lowerIdText(note.id)) || knownContents.contains(contentKey(note))) {
+            continue;
+        }
+        cloud.notes.append(note);
+        syncStates_[noteIdText(note.id)] = {true, note.followUps.size()};
+        knownIds.insert(lowerIdText(note.id));
+        hasTaken = true;
+    }
+    if (!hasTaken) {
+        return;
+    }
+    bucketsByContextKey_.insert(cloudKey, cloud);
+    bucketChanged(cloudKey);
+}
+
+void NotesStore::markSynced(const QUuid &noteId, qint64 followUpCount)
+{
+    syncStates_[noteIdText(noteId)] = {true, followUpCount};
+    // Lost bookkeeping costs one more look at the server, not a note.
+    save(Durability::Ordinary);
+}
+
+} // namespace vellumo

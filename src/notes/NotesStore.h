@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "notes/AtomicFile.h"
+#include "notes/NotesStoring.h"
+#include <QString>
+
+namespace vellumo {
+
+/// Keeps the notes in one JSON file, rewritten on every change. The single owner of that file.
+class NotesStore : public NotesStoring {
+    Q_OBJECT
+
+public:
+    /// Loads the file. A file that cannot be read or decoded leaves the store empty and is set
+    /// aside before the first save. Two buckets with the same key end the process.
+    explicit NotesStore(QString storePath, QObject *parent = nullptr);
+
+    /// Where the notes of this user live.
+    [[nodiscard]] static QString defaultStorePath();
+
+    void add(const ReadingNote &note, const ReadingContext &context) override;
+    void update(const ReadingNote &note, const ReadingContext &context) override;
+    [[nodiscard]] QList<ReadingNote> allNotes() const override;
+    [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override;
+    [[nodiscard]] QList<PendingNote> pendingSync() const override;
+    void mergeRemote(const QList<ReadingNote> &notes) override;
+    void markSynced(const QUuid &noteId, qint64 followUpCount) override;
+
+private:
+    struct Place {
+        const StoredNotesBucket *bucket;
+        const ReadingNote *note;
+    };
+
+    void load();
+    void adopt(const QList<StoredNotesBucket> &buckets);
+    void save(Durability durability);
+    void bucketChanged(const QString &key);
+    [[nodiscard]] QByteArray encoded();
+    [[nodiscard]] std::optional<QString> trySave(Durability durability);
+    [[nodiscard]] QList<Place> placesNewestFirst() const;
+
+    QHash<QString, StoredNotesBucket> bucketsByContextKey_;
+    NoteSyncStates syncStates_;
+    QHash<QString, QByteArray> encodedBuckets_; ///< of the buckets unchanged since the last save
+    QString storePath_;
+    bool hasUnreadableFile_ = false; ///< what stands under storePath_ is not ours to overwrite
+};
+
+} // namespace vellumo

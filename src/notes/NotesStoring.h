@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "notes/ReadingNote.h"
+#include "notes/StoreFile.h"
+#include <QObject>
+
+namespace vellumo {
+
+struct PendingNote {
+    ReadingNote note;
+    NoteSyncState state; ///< what the server already has of it
+};
+
+/// The user's notes as the rest of the program sees them. Synchronous; main thread only. Nothing
+/// here fails towards the caller.
+class NotesStoring : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Appends the note to the bucket of its context, as one the server does not have.
+    virtual void add(const ReadingNote &note, const ReadingContext &context) = 0;
+
+    /// Replaces the note with the same id in the context's bucket; ignored when there is none.
+    virtual void update(const ReadingNote &note, const ReadingContext &context) = 0;
+
+    /// All notes, newest first.
+    [[nodiscard]] virtual QList<ReadingNote> allNotes() const = 0;
+
+    /// All notes, newest first, each with the context stored in its bucket.
+    [[nodiscard]] virtual QList<NoteWithContext> allNotesWithContexts() const = 0;
+
+    /// The notes that the server does not have, or not with all their follow-ups. Unordered.
+    [[nodiscard]] virtual QList<PendingNote> pendingSync() const = 0;
+
+    /// Takes over the notes from the server that are not known yet.
+    virtual void mergeRemote(const QList<ReadingNote> &notes) = 0;
+
+    /// Remembers that the server has the note and its first followUpCount follow-ups.
+    virtual void markSynced(const QUuid &noteId, qint64 followUpCount) = 0;
+
+Q_SIGNALS:
+    /// Emitted synchronously after a change that the user can see has been saved; not after
+    /// bookkeeping.
+    void vellumoNotesDidChange();
+};
+
+} // namespace vellumo
