@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Panel
+import Vellumo.Ui
+
+/// The one-line field for a follow-up question. Enter and the arrow submit; a draft that is not
+/// taken stays.
+FocusScope {
+    id: field
+
+    required property ResultPanelModel view
+    required property BilingualText texts
+
+    readonly property bool canSubmit: !field.view.awaitsAnswer && input.text.trim().length > 0
+
+    height: Units.followUpField
+
+    function clear(): void {
+        input.clear()
+    }
+    function focusField(): void {
+        input.forceActiveFocus(Qt.OtherFocusReason)
+    }
+    function type(text: string): void {
+        field.focusField()
+        input.insert(input.cursorPosition, text)
+    }
+    function submit(): void {
+        if (field.view.submitFollowUp(input.text))
+            input.clear()
+        else
+            field.report()
+    }
+    function report(): void {
+        field.view.hasUnsentText = input.text.trim().length > 0 || input.preeditText.length > 0
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: height / 2
+        color: Theme.islandField
+        border.width: input.activeFocus ? Units.focusRing : 0
+        border.color: Theme.islandAccent
+    }
+    Text {
+        anchors.fill: input
+        visible: input.text.length === 0 && input.preeditText.length === 0
+        text: field.texts.english ? "Ask a follow-up…" : "继续追问…"
+        textFormat: Text.PlainText
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        color: Theme.islandSecondText
+        font: input.font
+    }
+    TextInput {
+        id: input
+
+        objectName: "followUpInput"
+        x: Units.space16 - Units.space2
+        width: send.x - x - Units.space8
+        height: parent.height
+        clip: true
+        focus: true
+        activeFocusOnTab: true
+        selectByMouse: true
+        verticalAlignment: TextInput.AlignVCenter
+        maximumLength: 4000
+        color: Theme.islandText
+        selectionColor: Theme.islandSelection
+        selectedTextColor: Theme.islandText
+        font.pixelSize: Units.type13
+
+        Accessible.role: Accessible.EditableText
+        Accessible.name: field.texts.english ? "Ask a follow-up" : "继续追问"
+
+        onAccepted: field.submit()
+        onTextChanged: field.report()
+        onPreeditTextChanged: field.report()
+
+        HoverHandler {
+            cursorShape: Qt.IBeamCursor
+        }
+    }
+    IconButton {
+        id: send
+
+        objectName: "send"
+        anchors.right: parent.right
+        anchors.rightMargin: (parent.height - height) / 2
+        anchors.verticalCenter: parent.verticalCenter
+        diameter: Units.submitButton
+        iconSize: 14
+        ground: field.canSubmit ? Theme.islandAccent : Theme.islandControlHovered
+        enabled: field.canSubmit
+        accessibleName: field.texts.english ? "Send" : "发送"
+        iconSource: "qrc:/qt/qml/Vellumo/Ui/icons/arrow-up.svg"
+        onClicked: field.submit()
+    }
+}

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Panel
+import Vellumo.Ui
+
+/// One question, in a bubble at the right, and its answer below.
+Item {
+    id: row
+
+    required property string question
+    required property string answer
+    required property bool pending
+    required property bool failed
+    required property BilingualText texts
+
+    implicitHeight: row.pending ? dots.y + dots.height
+                  : row.failed ? failure.y + failure.height : reply.y + reply.height
+
+    Item {
+        id: bubble
+
+        anchors.right: parent.right
+        width: questionText.width + 2 * Units.space12
+        height: questionText.height + Units.space12
+
+        Rectangle {
+            anchors.fill: parent
+            radius: Units.radius14
+            color: Theme.bubble
+        }
+        // the corner that points to the asker
+        Rectangle {
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            width: Units.radius14
+            height: Units.radius14
+            radius: Units.space4
+            color: Theme.bubble
+        }
+        ReadingText {
+            id: questionText
+
+            x: Units.space12
+            y: Units.space4
+            width: Math.min(Math.ceil(measure.implicitWidth),
+                            Math.round(row.width * 0.85) - 2 * Units.space12)
+            text: row.question
+            color: Theme.bubbleText
+            font.pixelSize: Units.type13
+        }
+        Text {
+            id: measure
+            visible: false
+            text: row.question
+            textFormat: Text.PlainText
+            font: questionText.font
+        }
+    }
+
+    ReadingText {
+        id: reply
+
+        objectName: "answer"
+        y: bubble.height + Units.space12
+        width: parent.width
+        visible: !row.pending
+        text: row.answer
+        color: row.failed ? Theme.islandSecondText : Theme.islandBody
+        font.pixelSize: Units.type15
+        paragraphGap: Units.space4
+    }
+
+    Item {
+        id: failure
+
+        y: reply.y + reply.height + Units.space4
+        width: parent.width
+        height: note.height
+        visible: row.failed && !row.pending
+
+        Rectangle {
+            y: Math.round((note.height - height) / 2)
+            width: Units.dot
+            height: Units.dot
+            radius: Units.dot / 2
+            color: Theme.amber
+        }
+        Text {
+            id: note
+
+            objectName: "failureNote"
+            x: Units.space12 + Units.space2
+            width: parent.width - x
+            text: row.texts.english ? "No answer — this one is not kept with your note."
+                                    : "没有得到回答,这一条不会存进笔记。"
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: Theme.islandSecondText
+            font.pixelSize: Units.type12
+        }
+    }
+
+    ThinkingDots {
+        id: dots
+
+        y: bubble.height + Units.space12
+        visible: row.pending
+        accessibleName: row.texts.english ? "Waiting for the answer" : "正在等待回答"
+    }
+}

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Panel
+import Vellumo.Ui
+
+/// What is to be read, from the selection down to the last follow-up. Its height is right as soon
+/// as settle() returns; nothing waits for the next frame.
+Item {
+    id: body
+
+    required property ResultPanelModel view
+    required property BilingualText texts
+
+    readonly property bool isError: body.view.state === ResultPanelModel.Error
+    readonly property bool isLoading: body.view.state === ResultPanelModel.Loading
+
+    implicitHeight: body.isError ? errorText.height
+                  : thread.visible ? thread.y + thread.height
+                  : sample.visible ? sample.y + sample.height
+                  : body.isLoading ? skeleton.y + skeleton.height
+                  : answer.y + answer.height
+    height: body.implicitHeight
+
+    function settle(): void {
+        thread.settle()
+    }
+    function deselect(): void {
+        answer.deselect()
+    }
+
+    ErrorText {
+        id: errorText
+
+        width: parent.width
+        visible: body.isError
+        view: body.view
+        texts: body.texts
+    }
+
+    SourceQuote {
+        id: quote
+
+        width: parent.width
+        visible: !body.isError && body.view.sourceText.length > 0
+        height: visible ? implicitHeight : 0
+        text: body.view.sourceText
+    }
+
+    LoadingLines {
+        id: skeleton
+
+        y: quote.height + (quote.visible ? Units.space12 : 0)
+        width: parent.width
+        visible: body.isLoading
+        running: body.isLoading && body.view.shown
+    }
+
+    AnswerText {
+        id: answer
+
+        y: quote.height + (quote.visible ? Units.space12 : 0)
+        width: parent.width
+        visible: !body.isError && !body.isLoading
+        view: body.view
+    }
+
+    SampleNote {
+        id: sample
+
+        y: answer.y + answer.height + Units.space12
+        width: parent.width
+        visible: body.view.isSample && !body.isError && !body.isLoading
+        view: body.view
+        texts: body.texts
+    }
+
+    FollowUpThread {
+        id: thread
+
+        y: (sample.visible ? sample.y + sample.height : answer.y + answer.height) + Units.space16
+        width: parent.width
+        visible: thread.count > 0 && !body.isError && !body.isLoading
+        view: body.view
+        texts: body.texts
+    }
+}

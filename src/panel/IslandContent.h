@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "explain/ExplanationTypes.h"
+#include <QList>
+#include <optional>
+#include <variant>
+
+namespace vellumo {
+
+/// One row of the follow-up thread.
+struct ThreadItem {
+    QString question;
+    std::optional<QString> answer; ///< absent while the answer is awaited
+    bool failed = false; ///< the answer is an apology and will not be kept with the note
+    friend bool operator==(const ThreadItem &, const ThreadItem &) = default;
+};
+
+/// What the result panel shows.
+struct IslandContent {
+    struct Loading {
+        QString sourceText;
+        friend bool operator==(const Loading &, const Loading &) = default;
+    };
+    struct Result {
+        ExplanationResult result;
+        std::optional<QString> sourceText; ///< absent for errors, which take no follow-ups
+        QList<ThreadItem> thread;
+        friend bool operator==(const Result &, const Result &) = default;
+    };
+    struct Demo {
+        ExplanationResult result;
+        friend bool operator==(const Demo &, const Demo &) = default;
+    };
+
+    std::variant<Loading, Result, Demo> value;
+
+    static IslandContent loading(QString sourceText) { return {Loading{std::move(sourceText)}}; }
+    static IslandContent result(ExplanationResult result, std::optional<QString> sourceText,
+                                QList<ThreadItem> thread)
+    {
+        return {Result{std::move(result), std::move(sourceText), std::move(thread)}};
+    }
+    static IslandContent demo(ExplanationResult result) { return {Demo{std::move(result)}}; }
+
+    friend bool operator==(const IslandContent &, const IslandContent &) = default;
+};
+
+} // namespace vellumo

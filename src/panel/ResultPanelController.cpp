@@ -1,0 +1,287 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "panel/ResultPanelController.h"
+
+#include "panel/PanelGeometry.h"
+#include "ui/BilingualText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr EventMask mouseDownMask =
+    maskOf(EventType::LeftMouseDown) | maskOf(EventType::RightMouseDown);
+constexpr EventMask scrollMask = maskOf(EventType::ScrollWheel);
+constexpr EventMask localMask = mouseDownMask | maskOf(EventType::KeyDown) | scrollMask;
+
+constexpr std::chrono::milliseconds growth(260);
+
+/// Letters, figures and punctuation of both scripts, drawn once while the window is hidden: each
+/// font's first use takes longer than the whole presentation may.
+IslandContent firstDrawing()
+{
+    const QString sample =
+        u"The quick brown fox jumps over the lazy dog, 0123456789: “it’s” (a) "
+        u"阅读时选中文字,这里给出解释。的一是在不了有和人这中大为上个国我以要他"_s;
+    return IslandContent::result({sample, sample}, sample, {{sample, sample, false}});
+}
+
+} // namespace
+
+ResultPanelController::ResultPanelController(FloatingWindows &windows, const Screens &screens,
+                                             EventMonitoring &monitors, BilingualText &texts,
+                                             QObject *parent)
+    : QObject(parent)
+    , windows_(windows)
+    , screens_(screens)
+    , monitors_(monitors)
+    , texts_(texts)
+    , view_(std::make_unique<ResultPanelView>())
+{
+    view_->onClose = [this] { dismiss(); };
+    view_->onSubmitFollowUp = [this](const QString &question) {
+        if (!question.isEmpty() && onFollowUp) {
+            onFollowUp(question);
+        }
+    };
+    view_->onAllowAccessibility = [this] {
+        dismiss(); // makes room for the question that follows
+        if (onAllowAccessibility) {
+            onAllowAccessibility();
+        }
+    };
+    view_->onOpenServiceSettings = [this] {
+        if (onOpenServiceSettings) {
+            onOpenServiceSettings();
+        }
+    };
+}
+
+ResultPanelController::~ResultPanelController() = default;
+
+void ResultPanelController::prepare()
+{
+    if (window_) {
+        return;
+    }
+    view_->setLimits(0, panelGeometry::fallbackScreen.height);
+    view_->show(firstDrawing(), {}, ResultPanelView::Drawing::Fresh);
+    window_ = windows_.createPanel({.level = WindowLevel::Status,
+                                    .canBecomeKey = true,
+                                    .hasShadow = true,
+                                    .ignoresMouseEvents = false,
+                                    .topCornerRadius = 0,
+                                    .bottomCornerRadius = panelGeometry::bottomCornerRadius},
+                                   {QUrl(u"qrc:/qt/qml/Vellumo/Panel/ResultPanelView.qml"_s),
+                                    {{u"view"_s, QVariant::fromValue(view_.get())},
+                                     {u"texts"_s, QVariant::fromValue(&texts_)}}});
+    connect(window_.get(), &FloatingPanel::closeRequested, this, [this] { dismiss(); });
+    view_->show(IslandContent::loading({}), {}, ResultPanelView::Drawing::Fresh);
+}
+
+bool ResultPanelController::isOnScreen() const
+{
+    return panel_ && panel_->isVisible();
+}
+
+void ResultPanelController::present(IslandContent content, std::optional<ReadingContext> context,
+                                    std::function<void()> onDismiss)
+{
+    // What is shown stays mapped, although it is over for every rule: no flicker in between.
+    const bool replaces = isOnScreen();
+    while (panel_) {
+        endPresentation(Leaving::MakeRoom);
+    }
+    prepare();
+
+    onDismiss_ = std::move(onDismiss);
+    currentContext_ = std::move(context);
+    const std::optional<Screen> screen = activeScreen();
+    applyLimits(screen);
+    rememberConversation(content);
+    describe(content);
+    view_->show(content, currentContext_, ResultPanelView::Drawing::Fresh);
+    panelView_ = view_.get();
+
+    const Rect frame =
+        panelGeometry::frameOn(screen, panelGeometry::heightFor(view_->fittingHeight(), screen));
+    const Rect old = window_->frame();
+    if (replaces && old.x == frame.x && old.maxY() == frame.maxY()) {
+        window_->animateFrame(frame, growth, {});
+    } else {
+        window_->setFrame(frame);
+    }
+    view_->setShown(true);
+    window_->orderFrontRegardless();
+    panel_ = window_.get();
+    installMonitors();
+    view_->announceLatest();
+}
+
+void ResultPanelController::dismiss()
+{
+    if (panel_) {
+        endPresentation(Leaving::Hide);
+    }
+}
+
+void ResultPanelController::endPresentation(Leaving leaving)
+{
+    localEventMonitor_.reset();
+    globalEventMonitors_.clear();
+    panel_.clear();
+    panelView_.clear();
+    if (leaving == Leaving::Hide) {
+        window_->orderOut();
+        view_->setShown(false);
+    }
+    if (const auto onDismiss = std::exchange(onDismiss_, nullptr)) {
+        onDismiss();
+    }
+}
+
+void ResultPanelController::showError(const QString &message)
+{
+    present(IslandContent::result({{}, message}, {}, {}), {}, [] {});
+}
+
+void ResultPanelController::rememberConversation(const IslandContent &content)
+{
+    baseResult_.reset();
+    baseSourceText_.reset();
+    thread_.clear();
+    if (const auto *result = std::get_if<IslandContent::Result>(&content.value)) {
+        baseResult_ = result->result;
+        baseSourceText_ = result->sourceText;
+        thread_ = result->thread;
+    }
+}
+
+/// What stands beside the content: the way to the permission, the mark of a sample.
+void ResultPanelController::describe(const IslandContent &content)
+{
+    const auto *result = std::get_if<IslandContent::Result>(&content.value);
+    view_->setOffersPermission(result && !result->sourceText && isTrusted && !isTrusted());
+    view_->setIsSample(result && result->sourceText && answersAreSamples && answersAreSamples(),
+                       static_cast<bool>(onOpenServiceSettings));
+}
+
+void ResultPanelController::showFollowUpThinking(const QString &question)
+{
+    if (!baseResult_) {
+        return;
+    }
+    thread_ << ThreadItem{question, {}, false};
+    redrawThread();
+}
+
+void ResultPanelController::showFollowUpAnswer(const QString &answer)
+{
+    fillLastRow(answer, false);
+}
+
+void ResultPanelController::showFollowUpFailure(const QString &message)
+{
+    fillLastRow(message, true);
+}
+
+void ResultPanelController::fillLastRow(const QString &answer, bool failed)
+{
+    if (!baseResult_ || thread_.isEmpty()) {
+        return;
+    }
+    thread_.last().answer = answer;
+    thread_.last().failed = failed;
+    redrawThread();
+    if (panelView_) {
+        panelView_->announceLatest();
+    }
+}
+
+void ResultPanelController::redrawThread()
+{
+    swapContent(IslandContent::result(*baseResult_, baseSourceText_, thread_));
+    if (panelView_) {
+        panelView_->scrollToBottom();
+        panelView_->focusFollowUpField();
+    }
+}
+
+void ResultPanelController::swapContent(const IslandContent &content)
+{
+    if (!panel_) {
+        return;
+    }
+    std::optional<Screen> screen = panelGeometry::screenAt(panelGeometry::anchor(panel_->frame()),
+                                                           screens_.screens(), std::nullopt);
+    if (!screen) {
+        screen = activeScreen();
+    }
+    applyLimits(screen);
+    view_->show(content, currentContext_, ResultPanelView::Drawing::Redraw);
+    const double height = panelGeometry::heightFor(view_->fittingHeight(), screen);
+    panel_->animateFrame(panelGeometry::resized(panel_->frame(), height), growth, {});
+}
+
+void ResultPanelController::applyLimits(const std::optional<Screen> &screen)
+{
+    view_->setLimits(panelGeometry::topInset(screen), panelGeometry::maximumHeight(screen));
+}
+
+std::optional<Screen> ResultPanelController::activeScreen() const
+{
+    return panelGeometry::screenAt(screens_.pointerLocation(), screens_.screens(),
+                                   screens_.mainScreen());
+}
+
+void ResultPanelController::focusPanel()
+{
+    if (panel_) {
+        panel_->makeKey();
+        view_->focusFollowUpField();
+    }
+}
+
+void ResultPanelController::installMonitors()
+{
+    localEventMonitor_.reset();
+    globalEventMonitors_.clear();
+
+    const QPointer<ResultPanelController> self(this);
+    localEventMonitor_ = monitors_.addLocalMonitor(
+        localMask, [self](const Event &event) { return !self || self->handleLocalEvent(event); });
+    for (const EventMask mask : {mouseDownMask, scrollMask}) {
+        globalEventMonitors_.push_back(
+            monitors_.addGlobalMonitor(mask, [self](const Event & /*event*/) {
+                if (self) {
+                    self->dismissIfPointerIsOutsidePanel();
+                }
+            }));
+    }
+}
+
+/// Answers whether the event is passed on.
+bool ResultPanelController::handleLocalEvent(const Event &event)
+{
+    if (event.type == EventType::KeyDown) {
+        if (event.keyCode != KeyCode::Escape) {
+            return true;
+        }
+        dismiss();
+        return false;
+    }
+    dismissIfPointerIsOutsidePanel();
+    return true;
+}
+
+void ResultPanelController::dismissIfPointerIsOutsidePanel()
+{
+    if (panel_ && panelView_ && !panelView_->hasUnsentText()
+        && !panel_->frame().contains(screens_.pointerLocation())) {
+        dismiss();
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "panel/ResultPanelControlling.h"
+#include "panel/ResultPanelView.h"
+#include "platform/EventMonitoring.h"
+#include "platform/FloatingWindows.h"
+#include "platform/Screens.h"
+#include <QObject>
+#include <QPointer>
+#include <memory>
+#include <vector>
+
+namespace vellumo {
+
+class BilingualText;
+
+/// The island that hangs from the top edge of the screen: shows a loading state, a result with its
+/// follow-ups, a demonstration or an error, and closes when the user turns elsewhere.
+///
+/// One window is made ahead and kept. While it is hidden there is no panel as far as the rules go.
+class ResultPanelController final : public QObject, public ResultPanelControlling {
+    Q_OBJECT
+
+public:
+    /// All collaborators must outlive the controller.
+    ResultPanelController(FloatingWindows &windows, const Screens &screens,
+                          EventMonitoring &monitors, BilingualText &texts,
+                          QObject *parent = nullptr);
+    ~ResultPanelController() override;
+
+    /// Tells whether accessibility is trusted; without it an error offers `onAllowAccessibility`.
+    std::function<bool()> isTrusted;
+    std::function<void()> onAllowAccessibility;
+
+    /// Tells whether answers are samples for want of a service; they are marked, with a way to
+    /// `onOpenServiceSettings`.
+    std::function<bool()> answersAreSamples;
+    std::function<void()> onOpenServiceSettings;
+
+    /// Makes the window, hidden, so that the first presentation is quick. Costs some ten
+    /// milliseconds: call it when the program is idle. Presenting does it if needed.
+    void prepare();
+
+    /// Brings the keyboard into the panel on screen, to its follow-up field if it has one.
+    void focusPanel();
+
+    [[nodiscard]] bool isOnScreen() const override;
+    void present(IslandContent content, std::optional<ReadingContext> context,
+                 std::function<void()> onDismiss) override;
+    void dismiss() override;
+    void showError(const QString &message) override;
+    void showFollowUpThinking(const QString &question) override;
+    void showFollowUpAnswer(const QString &answer) override;
+    void showFollowUpFailure(const QString &message) override;
+
+private:
+    enum class Leaving : quint8 { Hide, MakeRoom };
+
+    void endPresentation(Leaving leaving);
+    void rememberConversation(const IslandContent &content);
+    void describe(const IslandContent &content);
+    void fillLastRow(const QString &answer, bool failed);
+    void swapContent(const IslandContent &content);
+    void redrawThread();
+    void applyLimits(const std::optional<Screen> &screen);
+    void installMonitors();
+    bool handleLocalEvent(const Event &event);
+    void dismissIfPointerIsOutsidePanel();
+    [[nodiscard]] std::optional<Screen> activeScreen() const;
+
+    FloatingWindows &windows_;
+    const Screens &screens_;
+    EventMonitoring &monitors_;
+    BilingualText &texts_;
+
+    std::unique_ptr<ResultPanelView> view_; ///< outlives the window, which shows it
+    std::unique_ptr<FloatingPanel> window_;
+
+    QPointer<FloatingPanel> panel_; ///< the window while it is on screen, otherwise null
+    QPointer<ResultPanelView> panelView_; ///< the view while it is on screen, otherwise null
+    std::function<void()> onDismiss_;
+    std::unique_ptr<EventMonitorHandle> localEventMonitor_;
+    std::vector<std::unique_ptr<EventMonitorHandle>> globalEventMonitors_;
+    std::optional<ReadingContext> currentContext_;
+    std::optional<ExplanationResult> baseResult_;
+    std::optional<QString> baseSourceText_;
+    QList<ThreadItem> thread_;
+};
+
+} // namespace vellumo

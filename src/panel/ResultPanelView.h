@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "notes/ReadingNote.h"
+#include "panel/IslandContent.h"
+#include "panel/ThreadModel.h"
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+#include <functional>
+#include <optional>
+
+namespace vellumo {
+
+/// What the panel's window shows, and what the user does in it. The QML file of the same name draws
+/// it; this object lives as long as the window, through many presentations. All texts are plain and
+/// bounded. Main thread only.
+class ResultPanelView : public QObject {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(ResultPanelModel)
+    QML_UNCREATABLE("made by the panel's controller")
+    Q_PROPERTY(State state READ state NOTIFY contentChanged)
+    Q_PROPERTY(QString contextName READ contextName NOTIFY contentChanged)
+    Q_PROPERTY(QString sourceText READ sourceText NOTIFY contentChanged)
+    Q_PROPERTY(QString translation READ translation NOTIFY contentChanged)
+    Q_PROPERTY(QString explanation READ explanation NOTIFY contentChanged)
+    Q_PROPERTY(QObject *thread READ thread CONSTANT)
+    Q_PROPERTY(QString latestText READ latestText NOTIFY contentChanged)
+    Q_PROPERTY(bool awaitsAnswer READ awaitsAnswer NOTIFY contentChanged)
+    Q_PROPERTY(bool offersPermission READ offersPermission NOTIFY contentChanged)
+    Q_PROPERTY(bool isSample READ isSample NOTIFY contentChanged)
+    Q_PROPERTY(bool leadsToService READ leadsToService NOTIFY contentChanged)
+    Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
+    Q_PROPERTY(qreal topInset READ topInset NOTIFY limitsChanged)
+    Q_PROPERTY(qreal maximumHeight READ maximumHeight NOTIFY limitsChanged)
+    Q_PROPERTY(
+        bool hasUnsentText READ hasUnsentText WRITE setHasUnsentText NOTIFY unsentTextChanged)
+
+public:
+    enum class State : quint8 { Loading, Result, Error, Demo };
+    Q_ENUM(State)
+
+    using QObject::QObject;
+
+    /// Ask for the panel to be closed.
+    std::function<void()> onClose;
+    /// Receives a question that is not blank, while no other is awaited.
+    std::function<void(const QString &question)> onSubmitFollowUp;
+    std::function<void()> onAllowAccessibility;
+    std::function<void()> onOpenServiceSettings;
+
+    // for the controller
+
+    enum class Drawing : quint8 {
+        Fresh, ///< another presentation: draft, scroll and focus start anew
+        Redraw, ///< the same one goes on: they stay
+    };
+    void show(const IslandContent &content, const std::optional<ReadingContext> &context,
+              Drawing drawing);
+    /// In device-independent units, as the heights below.
+    void setLimits(qreal topInset, qreal maximumHeight);
+    void setOffersPermission(bool offers);
+    /// `leadsToService`: there is a place where a service can be set up.
+    void setIsSample(bool sample, bool leadsToService);
+    void setShown(bool shown);
+
+    /// The height that shows everything without scrolling; right as soon as show() returns.
+    [[nodiscard]] qreal fittingHeight();
+    void scrollToBottom() { Q_EMIT scrollToBottomRequested(); }
+    void focusFollowUpField() { Q_EMIT focusRequested(); }
+    /// Tells screen readers the explanation or answer that has come last.
+    void announceLatest() { Q_EMIT announcementRequested(); }
+
+    /// Whether the follow-up field holds text, in composition or not, that was not submitted.
+    [[nodiscard]] bool hasUnsentText() const { return hasUnsentText_; }
+
+    // for the drawing
+
+    [[nodiscard]] State state() const { return state_; }
+    [[nodiscard]] QString contextName() const { return contextName_; }
+    [[nodiscard]] QString sourceText() const { return sourceText_; }
+    [[nodiscard]] QString translation() const { return translation_; }
+    [[nodiscard]] QString explanation() const { return explanation_; }
+    [[nodiscard]] QAbstractListModel *thread() { return &thread_; }
+    /// What a screen reader is to say: the last answer, or what stands instead of one.
+    [[nodiscard]] QString latestText() const;
+    [[nodiscard]] bool awaitsAnswer() const { return thread_.hasPendingRow(); }
+    [[nodiscard]] bool offersPermission() const { return offersPermission_; }
+    [[nodiscard]] bool isSample() const { return isSample_; }
+    [[nodiscard]] bool leadsToService() const { return leadsToService_; }
+    [[nodiscard]] bool isShown() const { return isShown_; }
+    [[nodiscard]] qreal topInset() const { return topInset_; }
+    [[nodiscard]] qreal maximumHeight() const { return maximumHeight_; }
+    void setHasUnsentText(bool unsent);
+
+    Q_INVOKABLE void setFittingHeight(qreal height) { fittingHeight_ = height; }
+    Q_INVOKABLE void close();
+    Q_INVOKABLE void allowAccessibility();
+    Q_INVOKABLE void openServiceSettings();
+    /// Whether the draft was taken; if not, it is to be kept.
+    Q_INVOKABLE bool submitFollowUp(const QString &draft);
+
+Q_SIGNALS:
+    void contentChanged();
+    void limitsChanged();
+    void shownChanged();
+    void unsentTextChanged();
+    void freshlyPresented();
+    /// setFittingHeight() is to be called before this returns.
+    void fittingHeightRequested();
+    void scrollToBottomRequested();
+    void focusRequested();
+    void announcementRequested();
+
+private:
+    void take(const IslandContent &content);
+
+    State state_ = State::Loading;
+    QString contextName_;
+    QString sourceText_;
+    QString translation_;
+    QString explanation_;
+    ThreadModel thread_;
+    qreal topInset_ = 0;
+    qreal maximumHeight_ = 0;
+    qreal fittingHeight_ = 0;
+    bool offersPermission_ = false;
+    bool isSample_ = false;
+    bool leadsToService_ = false;
+    bool isShown_ = false;
+    bool hasUnsentText_ = false;
+};
+
+} // namespace vellumo

@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Panel
+import Vellumo.Ui
+
+/// The island: a header, what is to be read, and the follow-up field. It fills its panel, whose
+/// height follows the fitting height up to a limit; beyond that the middle scrolls.
+FocusScope {
+    id: island
+
+    required property ResultPanelModel view
+    required property BilingualText texts
+
+    readonly property int sidePadding: Units.space20 + Units.space2
+    readonly property bool takesFollowUps: island.view.state === ResultPanelModel.Result
+    readonly property real headerBottom: island.view.topInset + Units.space12 + Units.space2
+                                         + Units.closeButton
+    readonly property real footerHeight: island.takesFollowUps
+        ? Units.space12 + Units.followUpField + Units.space16 + Units.space2
+        : Units.space24
+    readonly property real fittingHeight: island.headerBottom + Units.space12
+                                          + content.implicitHeight + island.footerHeight
+
+    clip: true
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: "vellumo"
+
+    Connections {
+        target: island.view
+
+        function onFittingHeightRequested(): void {
+            content.settle()
+            island.view.setFittingHeight(Math.ceil(island.fittingHeight))
+        }
+        function onFreshlyPresented(): void {
+            followUp.clear()
+            content.deselect()
+            reader.toTop()
+            rest.forceActiveFocus()
+        }
+        function onScrollToBottomRequested(): void {
+            reader.toBottom()
+        }
+        function onFocusRequested(): void {
+            if (island.takesFollowUps)
+                followUp.focusField()
+            else
+                rest.forceActiveFocus()
+        }
+        function onAnnouncementRequested(): void {
+            announcer.announce(island.view.latestText)
+        }
+    }
+
+    // Has the keyboard when no control has it.
+    Item {
+        id: rest
+
+        focus: true
+    }
+
+    // Square at the screen's edge, round below: the upper corners lie outside.
+    Rectangle {
+        y: -Units.radius22
+        width: island.width
+        height: island.height + Units.radius22
+        radius: Units.radius22
+        color: Theme.islandGround
+    }
+
+    IslandHeader {
+        x: island.sidePadding
+        y: island.view.topInset + Units.space12 + Units.space2
+        width: island.width - 2 * island.sidePadding
+        view: island.view
+        texts: island.texts
+    }
+
+    IslandReader {
+        id: reader
+
+        y: island.headerBottom
+        width: island.width
+        height: Math.max(0, island.height - y - island.footerHeight)
+        topPadding: Units.space12
+        contentItemHeight: content.implicitHeight
+
+        IslandBody {
+            id: content
+
+            x: island.sidePadding
+            y: Units.space12
+            width: island.width - 2 * island.sidePadding
+            view: island.view
+            texts: island.texts
+        }
+    }
+
+    FollowUpField {
+        id: followUp
+
+        x: island.sidePadding
+        y: island.height - Units.space16 - Units.space2 - height
+        width: island.width - 2 * island.sidePadding
+        visible: island.takesFollowUps
+        view: island.view
+        texts: island.texts
+    }
+
+    Announcer {
+        id: announcer
+    }
+
+    /// Whether the key writes something and is no shortcut.
+    function isTyping(event: KeyEvent): bool {
+        const shortcuts = Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier
+        return event.text.length > 0 && event.text >= " " && event.key !== Qt.Key_Delete
+            && !(event.modifiers & shortcuts)
+    }
+
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_PageDown || event.key === Qt.Key_Down)
+            reader.scrollBy(event.key === Qt.Key_Down ? 40 : reader.height * 0.9)
+        else if (event.key === Qt.Key_PageUp || event.key === Qt.Key_Up)
+            reader.scrollBy(event.key === Qt.Key_Up ? -40 : -reader.height * 0.9)
+        else if (island.takesFollowUps && island.isTyping(event))
+            followUp.type(event.text) // the panel has the keyboard, and this is where it writes
+        else
+            return
+        event.accepted = true
+    }
+}

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "panel/IslandContent.h"
+#include <QAbstractListModel>
+
+namespace vellumo {
+
+/// The follow-up rows as the view shows them. Setting rows that continue the present ones changes
+/// only what differs, so that the rows that stay keep their selection.
+class ThreadModel final : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    using QAbstractListModel::QAbstractListModel;
+
+    void setRows(const QList<ThreadItem> &rows);
+    [[nodiscard]] bool hasPendingRow() const;
+    /// The last row's answer; empty while it is awaited.
+    [[nodiscard]] QString latestAnswer() const;
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+private:
+    enum Role { Question = Qt::UserRole, Answer, Pending, Failed };
+
+    QList<ThreadItem> rows_;
+};
+
+} // namespace vellumo
