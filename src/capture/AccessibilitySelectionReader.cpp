@@ -1,0 +1,208 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "capture/AccessibilitySelectionReader.h"
+
+#include "capture/ReadingBudget.h"
+#include "platform/EventMonitoring.h"
+#include "platform/KeyPosting.h"
+#include "platform/Workspace.h"
+
+#include <QThread>
+
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr auto accessibilityTime = 250ms;
+constexpr auto reserveForOtherRoads = 100ms; // when accessibility is asked a second time
+constexpr auto optionReleaseTime = 250ms;
+// A browser takes its focus back from the menu bar within some milliseconds of the second press.
+constexpr auto focusReturnTime = 40ms;
+constexpr auto focusReturnStep = 6ms;
+// After Option is released, applications need a moment to take their focus back from a menu bar.
+constexpr auto menuSettleTime = 30ms;
+constexpr auto publishedSelectionTime = 150ms;
+constexpr auto snapshotTime = 150ms;
+constexpr auto copyTime = 350ms;
+constexpr auto shortestCopyTime = 100ms; // with less, the copy would come after we stopped waiting
+constexpr auto copiedTextTime = 50ms;
+
+bool isBlank(const QString &text)
+{
+    return QStringView(text).trimmed().isEmpty();
+}
+
+// Applications put these in the place of images, embedded objects and marks; they are no text.
+QString withoutFillers(QString text)
+{
+    return text.removeIf([](QChar c) { return c == u'\xFFFC' || c == u'\xFEFF' || c.isNull(); });
+}
+
+std::optional<QString> readable(const std::optional<QString> &text)
+{
+    if (!text) {
+        return std::nullopt;
+    }
+    QString stripped = withoutFillers(*text);
+    return isBlank(stripped) ? std::nullopt : std::optional(std::move(stripped));
+}
+
+} // namespace
+
+AccessibilitySelectionReader::AccessibilitySelectionReader(const Desktop &desktop,
+                                                           ReadingBudget &budget)
+    : desktop_(desktop)
+    , budget_(budget)
+{
+}
+
+std::optional<QString> AccessibilitySelectionReader::currentSelectedText()
+{
+    budget_.start();
+    if (desktop_.workspace.isOwnWindowActive()) {
+        return readable(desktop_.workspace.ownSelectedText());
+    }
+    if (!desktop_.accessibility.isProcessTrusted()) {
+        return std::nullopt;
+    }
+    const AccessibilityAnswer answer = accessibilitySelectedText();
+    if (answer.kind == ElementKind::Password) {
+        return std::nullopt;
+    }
+    if (auto text = readable(answer.selected.text)) {
+        return text;
+    }
+    return clipboardSelectedText(answer);
+}
+
+AccessibilitySelectionReader::AccessibilityAnswer
+AccessibilitySelectionReader::accessibilitySelectedText()
+{
+    const auto application = desktop_.workspace.frontmostApplication();
+    if (!application) {
+        return {};
+    }
+    desktop_.accessibility.requestManualAccessibility(application->processIdentifier);
+    const auto ask = [this, &application](std::chrono::milliseconds reserve) {
+        const auto time = std::min<std::chrono::milliseconds>(accessibilityTime,
+                                                              budget_.leftForSelection() - reserve);
+        return askOnce(application->processIdentifier,
+                       QDeadlineTimer(std::max(time, std::chrono::milliseconds::zero())));
+    };
+    AccessibilityAnswer answer = ask(0ms);
+
+    // The trigger comes while Option is still down, and in some applications that alone has moved
+    // the focus to a menu bar, where nothing is selected.
+    const QDeadlineTimer focusReturn = budget_.selectionDeadline(focusReturnTime);
+    while (
+        answer.kind == ElementKind::Menu && !focusReturn.hasExpired()
+        && !desktop_.events.waitForRelease(ModifierFlag::Option, QDeadlineTimer(focusReturnStep))) {
+        answer = ask(reserveForOtherRoads);
+    }
+    const bool mayBeInMenu =
+        answer.kind == ElementKind::Menu || answer.selected.kind == SelectedText::Kind::Nothing;
+    if (!mayBeInMenu) {
+        return answer;
+    }
+    desktop_.events.waitForRelease(ModifierFlag::Option,
+                                   budget_.selectionDeadline(optionReleaseTime));
+    QThread::msleep(
+        static_cast<unsigned long>(std::min(menuSettleTime, budget_.leftForSelection()).count()));
+    AccessibilityAnswer second = ask(reserveForOtherRoads);
+    // Without an answer now, an ordinary element's "nothing" still holds.
+    const bool firstHolds = second.selected.kind == SelectedText::Kind::Unknown
+        && second.kind == ElementKind::Ordinary && answer.kind != ElementKind::Menu;
+    return firstHolds ? answer : second;
+}
+
+AccessibilitySelectionReader::AccessibilityAnswer
+AccessibilitySelectionReader::askOnce(qint64 processIdentifier, QDeadlineTimer deadline)
+{
+    const auto element = desktop_.accessibility.focusedElement(processIdentifier, deadline);
+    if (!element) {
+        return {};
+    }
+    if (element->kind == ElementKind::Password) {
+        return {{}, ElementKind::Password};
+    }
+    SelectedText selected = desktop_.accessibility.selectedText(*element, deadline);
+    if (selected.kind != SelectedText::Kind::Text) {
+        if (const auto text = selectedTextViaRange(*element, deadline)) {
+            selected = {SelectedText::Kind::Text, *text};
+        }
+    }
+    return {selected, element->kind};
+}
+
+std::optional<QString>
+AccessibilitySelectionReader::selectedTextViaRange(const AccessibleElement &element,
+                                                   QDeadlineTimer deadline)
+{
+    const auto range = desktop_.accessibility.selectedTextRange(element, deadline);
+    if (!range) {
+        return std::nullopt;
+    }
+    auto text = desktop_.accessibility.stringForRange(element, *range, deadline);
+    return text && !text->isEmpty() ? text : std::nullopt;
+}
+
+std::optional<QString>
+AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &answer)
+{
+    // What was published stays published after the selection is gone.
+    if (answer.selected.kind != SelectedText::Kind::Nothing) {
+        if (auto text = publishedSelection()) {
+            return text;
+        }
+    }
+    if (answer.kind == ElementKind::Terminal) {
+        return std::nullopt;
+    }
+    return readable(copiedSelection());
+}
+
+std::optional<QString> AccessibilitySelectionReader::publishedSelection()
+{
+    if (desktop_.primary == nullptr) {
+        return std::nullopt;
+    }
+    const auto application = desktop_.workspace.frontmostApplication();
+    const auto owner = desktop_.primary->ownerProcess();
+    if (!application || !owner || *owner != application->processIdentifier) {
+        return std::nullopt;
+    }
+    return readable(desktop_.primary->string(budget_.selectionDeadline(publishedSelectionTime)));
+}
+
+std::optional<QString> AccessibilitySelectionReader::copiedSelection()
+{
+    // The clipboard is worth more than the answer: what cannot be put back is not replaced.
+    const auto snapshot = desktop_.pasteboard.items(budget_.selectionDeadline(snapshotTime));
+    if (!snapshot) {
+        return std::nullopt;
+    }
+    if (budget_.leftForSelection() < shortestCopyTime) {
+        return std::nullopt;
+    }
+    const quint64 changeCount = desktop_.pasteboard.changeCount();
+    if (!desktop_.keys.postCopy()
+        || !desktop_.pasteboard.waitForChange(changeCount, budget_.selectionDeadline(copyTime))) {
+        return std::nullopt;
+    }
+    auto text = desktop_.pasteboard.string(QDeadlineTimer(copiedTextTime));
+    restore(*snapshot);
+    return text;
+}
+
+void AccessibilitySelectionReader::restore(const QList<PasteboardItem> &items)
+{
+    desktop_.pasteboard.clear();
+    if (!items.isEmpty()) {
+        desktop_.pasteboard.write(items);
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/SelectionReading.h"
+#include "platform/Accessibility.h"
+#include "platform/Pasteboard.h"
+#include <optional>
+
+namespace vellumo {
+
+class EventMonitoring;
+class KeyPosting;
+class ReadingBudget;
+class Workspace;
+
+/// Reads the selection of the application in front: through accessibility; else the text that the
+/// application published by selecting; else by making the application copy, after which the
+/// clipboard is put back as it was. Password fields are never read, terminals never receive keys,
+/// and without the user's trust nothing is tried.
+class AccessibilitySelectionReader : public SelectionReading {
+public:
+    /// Everything must outlive the reader. `primary` may be null.
+    struct Desktop {
+        Workspace &workspace;
+        Accessibility &accessibility;
+        Pasteboard &pasteboard;
+        PrimarySelection *primary;
+        KeyPosting &keys;
+        EventMonitoring &events;
+    };
+
+    /// The budget is started by every reading and must outlive the reader.
+    AccessibilitySelectionReader(const Desktop &desktop, ReadingBudget &budget);
+
+    [[nodiscard]] std::optional<QString> currentSelectedText() override;
+
+private:
+    struct AccessibilityAnswer {
+        SelectedText selected;
+        ElementKind kind = ElementKind::Ordinary;
+    };
+
+    [[nodiscard]] AccessibilityAnswer accessibilitySelectedText();
+    [[nodiscard]] AccessibilityAnswer askOnce(qint64 processIdentifier, QDeadlineTimer deadline);
+    [[nodiscard]] std::optional<QString> selectedTextViaRange(const AccessibleElement &element,
+                                                              QDeadlineTimer deadline);
+    [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
+    [[nodiscard]] std::optional<QString> publishedSelection();
+    [[nodiscard]] std::optional<QString> copiedSelection();
+    void restore(const QList<PasteboardItem> &items);
+
+    Desktop desktop_;
+    ReadingBudget &budget_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "capture/BrowserContextResolver.h"
+
+#include "platform/Accessibility.h"
+
+#include <QUrl>
+#include <algorithm>
+#include <array>
+
+namespace vellumo {
+
+namespace {
+
+// Compared exactly. The first four are the bundle identifiers on macOS, the others .desktop ids.
+constexpr std::array browsers = {
+    QStringView(u"com.apple.Safari"),
+    QStringView(u"com.google.Chrome"), // also Chrome's Flatpak
+    QStringView(u"com.microsoft.edgemac"),
+    QStringView(u"com.brave.Browser"), // also Brave's Flatpak
+    QStringView(u"firefox"),
+    QStringView(u"firefox-esr"),
+    QStringView(u"firefox_firefox"),
+    QStringView(u"org.mozilla.firefox"),
+    QStringView(u"chromium"),
+    QStringView(u"chromium-browser"),
+    QStringView(u"chromium_chromium"),
+    QStringView(u"org.chromium.Chromium"),
+    QStringView(u"google-chrome"),
+    QStringView(u"google-chrome-beta"),
+    QStringView(u"google-chrome-unstable"),
+    QStringView(u"microsoft-edge"),
+    QStringView(u"microsoft-edge-beta"),
+    QStringView(u"microsoft-edge-dev"),
+    QStringView(u"com.microsoft.Edge"),
+    QStringView(u"brave-browser"),
+    QStringView(u"brave_brave"),
+    QStringView(u"vivaldi-stable"),
+    QStringView(u"com.vivaldi.Vivaldi"),
+    QStringView(u"opera"),
+    QStringView(u"com.opera.Opera"),
+    QStringView(u"org.gnome.Epiphany"),
+};
+
+} // namespace
+
+BrowserContextResolver::BrowserContextResolver(Accessibility &accessibility)
+    : accessibility_(&accessibility)
+{
+}
+
+std::optional<PageUrl> BrowserContextResolver::currentURL(const RunningApplication &application,
+                                                          QDeadlineTimer deadline) const
+{
+    if (!application.bundleIdentifier
+        || std::find(browsers.begin(), browsers.end(), *application.bundleIdentifier)
+            == browsers.end()) {
+        return std::nullopt;
+    }
+    const auto address = accessibility_->pageAddress(application.processIdentifier, deadline);
+    if (!address || address->isEmpty()) {
+        return std::nullopt;
+    }
+    // QUrl rewrites what it parses, so it only judges the address and finds its host.
+    const QUrl url(*address);
+    if (!url.isValid()) {
+        return std::nullopt;
+    }
+    return PageUrl{*address, url.host(QUrl::FullyEncoded)};
+}
+
+} // namespace vellumo

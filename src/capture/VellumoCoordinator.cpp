@@ -1,0 +1,330 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "capture/VellumoCoordinator.h"
+
+#include "capture/ContextTracking.h"
+#include "capture/Conversation.h"
+#include "capture/Demonstration.h"
+#include "capture/SelectionReading.h"
+#include "capture/TriggerManager.h"
+#include "notes/NotesStoring.h"
+#include "panel/ResultPanelControlling.h"
+#include "pill/NotesEntranceControlling.h"
+#include "platform/Accessibility.h"
+#include "platform/Clock.h"
+#include "platform/Workspace.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+bool isBlank(const QString &text)
+{
+    return QStringView(text).trimmed().isEmpty();
+}
+
+std::optional<NoteWithContext> findNote(const QList<NoteWithContext> &pairs, const QUuid &id)
+{
+    const auto pair =
+        std::find_if(pairs.begin(), pairs.end(),
+                     [&id](const NoteWithContext &candidate) { return candidate.note.id == id; });
+    return pair != pairs.end() ? std::optional(*pair) : std::nullopt;
+}
+
+} // namespace
+
+VellumoCoordinator::VellumoCoordinator(const Collaborators &collaborators, QObject *parent)
+    : QObject(parent)
+    , with_(collaborators)
+{
+}
+
+VellumoCoordinator::~VellumoCoordinator() = default;
+
+QString VellumoCoordinator::text(const QString &english, const QString &chinese) const
+{
+    return with_.userPreferences.prefersEnglishTexts() ? english : chinese;
+}
+
+QList<ChatTurn> VellumoCoordinator::followUpTranscript() const
+{
+    return conversation_ ? conversation_->transcript : QList<ChatTurn>();
+}
+
+void VellumoCoordinator::start()
+{
+    observeFrontmostAppChanges();
+    const QPointer<VellumoCoordinator> self(this);
+    with_.resultPanelController.onFollowUp = [self](const QString &question) {
+        if (self) {
+            // The question belongs to what is shown now, whatever arrives before the task runs.
+            QMetaObject::invokeMethod(
+                self,
+                [self, question, asked = self->conversation_] {
+                    if (asked == self->conversation_) {
+                        self->handleFollowUp(question);
+                    }
+                },
+                Qt::QueuedConnection);
+        }
+    };
+    with_.triggerManager.onDoubleTapOption = [self] {
+        if (self) {
+            QMetaObject::invokeMethod(
+                self, [self] { self->handleTrigger(); }, Qt::QueuedConnection);
+        }
+    };
+    with_.triggerManager.start();
+    updateNotesEntrance();
+}
+
+void VellumoCoordinator::handleTrigger()
+{
+    with_.notesEntranceController.collapse();
+    if (demoMode) {
+        if (onDemoTrigger) {
+            onDemoTrigger();
+        }
+        return;
+    }
+    // A double tap while the panel is shown only closes it; that toggle is deliberate.
+    if (with_.resultPanelController.isOnScreen()) {
+        with_.resultPanelController.dismiss();
+        return;
+    }
+    const QString selection =
+        with_.selectionReader.currentSelectedText().value_or(QString()).trimmed();
+    if (selection.isEmpty()) {
+        showEmptySelection();
+        return;
+    }
+    currentContext_ = with_.contextTracker.currentContext();
+    with_.resultPanelController.present(IslandContent::loading(selection), currentContext_, {});
+    explain(selection, currentContext_);
+}
+
+void VellumoCoordinator::explain(const QString &selection,
+                                 const std::optional<ReadingContext> &context)
+{
+    const ExplanationRequest request{selection, with_.userPreferences.preferredOutputLanguage()};
+    with_.aiService.explain(
+        request, this,
+        [this, selection, context](const Result<ExplanationResult, ExplanationError> &answer) {
+            if (answer.isOk()) {
+                showExplanation(answer.value(), selection, context);
+            } else {
+                with_.resultPanelController.showError(u"vellumo could not explain this yet."_s);
+            }
+        });
+}
+
+void VellumoCoordinator::showExplanation(const ExplanationResult &result, const QString &selection,
+                                         const std::optional<ReadingContext> &context)
+{
+    seedTranscript(selection, result);
+    const QPointer<VellumoCoordinator> self(this);
+    with_.resultPanelController.present(
+        IslandContent::result(result, selection, {}), context,
+        [self, conversation = conversation_, result, selection, context] {
+            if (self) {
+                self->handleResultDismissed(*conversation, result, selection, context);
+            }
+        });
+    if (onExplanationShown) {
+        onExplanationShown();
+    }
+}
+
+void VellumoCoordinator::showEmptySelection()
+{
+    with_.resultPanelController.showError(
+        with_.accessibility.isProcessTrusted()
+            ? u"Select text first."_s
+            : u"vellumo needs Accessibility permission — enable it in System Settings → "
+              "Privacy & Security → Accessibility."_s);
+}
+
+void VellumoCoordinator::seedTranscript(const QString &selectedText,
+                                        const ExplanationResult &result)
+{
+    QStringList parts = {result.translation, result.explanation};
+    parts.removeIf(isBlank);
+    conversation_ = std::make_shared<Conversation>();
+    conversation_->transcript = {
+        {ChatTurn::Role::user, text(u"Selected text: "_s, u"选中的内容:"_s) + selectedText},
+        {ChatTurn::Role::assistant, parts.join(u'\n')},
+    };
+}
+
+void VellumoCoordinator::handleFollowUp(const QString &question)
+{
+    const std::shared_ptr<Conversation> conversation = conversation_;
+    if (!conversation || conversation->isOver) {
+        return;
+    }
+    conversation->transcript.append({ChatTurn::Role::user, question});
+    with_.resultPanelController.showFollowUpThinking(question);
+    with_.aiService.followUp(
+        conversation->transcript, with_.userPreferences.preferredOutputLanguage(), this,
+        [this, conversation](const Result<QString, ExplanationError> &answer) {
+            if (conversation != conversation_ || conversation->isOver) {
+                return;
+            }
+            if (answer.isOk()) {
+                conversation->transcript.append({ChatTurn::Role::assistant, answer.value()});
+                with_.resultPanelController.showFollowUpAnswer(answer.value());
+            } else {
+                with_.resultPanelController.showFollowUpFailure(
+                    text(u"vellumo could not answer that just now."_s,
+                         u"vellumo 暂时无法回答这个问题。"_s));
+            }
+        });
+}
+
+void VellumoCoordinator::handleResultDismissed(Conversation &conversation,
+                                               const ExplanationResult &result,
+                                               const QString &sourceText,
+                                               const std::optional<ReadingContext> &context)
+{
+    conversation.isOver = true;
+    if (context) {
+        const ReadingNote note{QUuid::createUuid(),
+                               sourceText,
+                               result.translation,
+                               result.explanation,
+                               with_.clock.secondsSinceReferenceDate(),
+                               conversation.followUps()};
+        with_.notesStore.add(note, *context);
+        noteSaved(note);
+    }
+    updateNotesEntrance();
+}
+
+void VellumoCoordinator::showNotesSummary()
+{
+    const QList<NoteWithContext> pairs = with_.notesStore.allNotesWithContexts();
+    QList<ReadingNote> notes;
+    notes.reserve(pairs.size());
+    for (const NoteWithContext &pair : pairs) {
+        notes.append(pair.note);
+    }
+    const QPointer<VellumoCoordinator> self(this);
+    with_.notesEntranceController.showNotesList(notes, [self, pairs](const ReadingNote &chosen) {
+        const auto pair = findNote(pairs, chosen.id);
+        if (self && pair) {
+            // What is on screen is saved first: it may be this very note with new follow-ups.
+            self->with_.resultPanelController.dismiss();
+            const auto latest =
+                findNote(self->with_.notesStore.allNotesWithContexts(), chosen.id).value_or(*pair);
+            self->reopenNote(latest.note, pair->context);
+        }
+    });
+}
+
+void VellumoCoordinator::reopenNote(const ReadingNote &note, const ReadingContext &context)
+{
+    const ExplanationResult result{note.translation, note.explanation};
+    seedTranscript(note.sourceText, result);
+    QList<ThreadItem> thread;
+    for (const FollowUpExchange &exchange : note.followUps) {
+        conversation_->transcript.append({ChatTurn::Role::user, exchange.question});
+        conversation_->transcript.append({ChatTurn::Role::assistant, exchange.answer});
+        thread.append({exchange.question, exchange.answer});
+    }
+    const QPointer<VellumoCoordinator> self(this);
+    with_.resultPanelController.present(
+        IslandContent::result(result, note.sourceText, thread), context,
+        [self, conversation = conversation_, note, context, baseline = note.followUps.size()] {
+            if (self) {
+                self->handleReopenedNoteDismissed(*conversation, note, context, baseline);
+            }
+        });
+}
+
+void VellumoCoordinator::handleReopenedNoteDismissed(Conversation &conversation, ReadingNote note,
+                                                     const ReadingContext &context,
+                                                     qsizetype baselineFollowUps)
+{
+    conversation.isOver = true;
+    const QList<FollowUpExchange> followUps = conversation.followUps();
+    if (followUps.size() > baselineFollowUps) {
+        note.followUps = followUps;
+        with_.notesStore.update(note, context);
+        noteSaved(note);
+    }
+    updateNotesEntrance();
+}
+
+void VellumoCoordinator::noteSaved(const ReadingNote &note)
+{
+    if (onNoteSaved) {
+        onNoteSaved(note);
+    }
+}
+
+void VellumoCoordinator::updateNotesEntrance()
+{
+    const QPointer<VellumoCoordinator> self(this);
+    with_.notesEntranceController.show(static_cast<int>(with_.notesStore.allNotes().size()),
+                                       [self] {
+                                           if (self) {
+                                               self->showNotesSummary();
+                                           }
+                                       });
+}
+
+void VellumoCoordinator::observeFrontmostAppChanges()
+{
+    connect(&with_.workspace, &Workspace::didActivateApplication, this,
+            [this](qint64 processIdentifier) {
+                if (processIdentifier == QCoreApplication::applicationPid()) {
+                    return;
+                }
+                QMetaObject::invokeMethod(
+                    this, [this] { handleActiveContextChanged(); }, Qt::QueuedConnection);
+            });
+}
+
+void VellumoCoordinator::handleActiveContextChanged()
+{
+    with_.resultPanelController.dismiss();
+    currentContext_ = with_.contextTracker.currentContext();
+    updateNotesEntrance();
+}
+
+void VellumoCoordinator::triggerDemo()
+{
+    with_.resultPanelController.present(
+        IslandContent::demo(demonstrationAnswer(with_.userPreferences.prefersEnglishTexts())),
+        std::nullopt, {});
+    if (onExplanationShown) {
+        onExplanationShown();
+    }
+}
+
+void VellumoCoordinator::playNotesPillDemo(std::function<void()> completion)
+{
+    const QPointer<VellumoCoordinator> self(this);
+    with_.notesEntranceController.playOnboardingDemo(
+        demonstrationNote(with_.userPreferences.prefersEnglishTexts(),
+                          with_.clock.secondsSinceReferenceDate()),
+        [self, completion = std::move(completion)] {
+            if (!self) {
+                return;
+            }
+            self->updateNotesEntrance();
+            if (completion) {
+                completion();
+            }
+        });
+}
+
+} // namespace vellumo

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/UserPreferences.h"
+#include "explain/AIExplaining.h"
+#include "notes/ReadingNote.h"
+#include "panel/IslandContent.h"
+#include <QList>
+#include <QObject>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace vellumo {
+
+class Accessibility;
+class Clock;
+class ContextTracking;
+struct Conversation;
+class NotesEntranceControlling;
+class NotesStoring;
+class ResultPanelControlling;
+class SelectionReading;
+class TriggerManager;
+class Workspace;
+
+/// The spine of the program: carries a double tap to an explanation on screen, its follow-ups, and
+/// a saved note. Main thread only; no failure leaves it other than as a text in the panel.
+class VellumoCoordinator : public QObject {
+    Q_OBJECT
+
+public:
+    /// Everything must outlive the coordinator.
+    struct Collaborators {
+        SelectionReading &selectionReader;
+        ContextTracking &contextTracker;
+        AIExplaining &aiService;
+        NotesStoring &notesStore;
+        ResultPanelControlling &resultPanelController;
+        NotesEntranceControlling &notesEntranceController;
+        UserPreferences userPreferences;
+        TriggerManager &triggerManager;
+        Workspace &workspace;
+        const Accessibility &accessibility;
+        const Clock &clock;
+    };
+
+    explicit VellumoCoordinator(const Collaborators &collaborators, QObject *parent = nullptr);
+    ~VellumoCoordinator() override;
+
+    /// Called each time an explanation, or the demonstration's answer, has been put on screen.
+    std::function<void()> onExplanationShown;
+
+    /// While true a double tap reads nothing and only calls onDemoTrigger.
+    bool demoMode = false;
+    std::function<void()> onDemoTrigger;
+
+    /// Called after a note has been added or its follow-ups updated.
+    std::function<void(const ReadingNote &)> onNoteSaved;
+
+    /// Wires the trigger and the panel, starts listening and shows the pill. Once, after the
+    /// callbacks are set.
+    void start();
+
+    /// What a double tap does.
+    void handleTrigger();
+
+    /// Shows the demonstration's answer.
+    void triggerDemo();
+
+    /// Plays the pill's demonstration, then calls `completion`.
+    void playNotesPillDemo(std::function<void()> completion);
+
+    [[nodiscard]] std::optional<ReadingContext> currentContext() const { return currentContext_; }
+
+    /// The conversation of the answer shown last: the selection, its explanation, and then a
+    /// question and, if it came, an answer each.
+    [[nodiscard]] QList<ChatTurn> followUpTranscript() const;
+
+private:
+    [[nodiscard]] QString text(const QString &english, const QString &chinese) const;
+
+    void explain(const QString &selection, const std::optional<ReadingContext> &context);
+    void showExplanation(const ExplanationResult &result, const QString &selection,
+                         const std::optional<ReadingContext> &context);
+    void showEmptySelection();
+
+    void seedTranscript(const QString &selectedText, const ExplanationResult &result);
+    void handleFollowUp(const QString &question);
+    void handleResultDismissed(Conversation &conversation, const ExplanationResult &result,
+                               const QString &sourceText,
+                               const std::optional<ReadingContext> &context);
+
+    void showNotesSummary();
+    void reopenNote(const ReadingNote &note, const ReadingContext &context);
+    void handleReopenedNoteDismissed(Conversation &conversation, ReadingNote note,
+                                     const ReadingContext &context, qsizetype baselineFollowUps);
+    void noteSaved(const ReadingNote &note);
+    void updateNotesEntrance();
+
+    void observeFrontmostAppChanges();
+    void handleActiveContextChanged();
+
+    Collaborators with_;
+    std::optional<ReadingContext> currentContext_;
+    std::shared_ptr<Conversation> conversation_; ///< of the answer shown last; null before any
+};
+
+} // namespace vellumo
