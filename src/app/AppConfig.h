@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QJsonObject>
+#include <QList>
+#include <QString>
+#include <optional>
+
+namespace vellumo {
+
+/// Configuration values from outside: keys and endpoints of services.
+class AppConfig {
+public:
+    /// The information dictionary's layers, the strongest first.
+    explicit AppConfig(QList<QJsonObject> informationDictionary);
+
+    /// Reads the user's Info.json and below it the installation's. A missing or malformed file is
+    /// an empty dictionary.
+    [[nodiscard]] static AppConfig load();
+
+    /// The value from the process environment, else from the information dictionary, trimmed. A
+    /// blank value, or one that is not a string, counts as absent and hides nothing.
+    [[nodiscard]] std::optional<QString> value(const QString &key) const;
+
+private:
+    QList<QJsonObject> informationDictionary_;
+};
+
+} // namespace vellumo

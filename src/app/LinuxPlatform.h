@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/atspi/AtspiAccessibility.h"
+#include "platform/x11/X11Backend.h"
+
+namespace vellumo {
+
+class ConsentPrompting;
+class DefaultsStore;
+
+/// What a Linux desktop under X11 answers of the platform's interfaces. Another system has a class
+/// of this form. Needs the application object.
+class LinuxPlatform {
+public:
+    /// Both must outlive the platform.
+    LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent);
+
+    [[nodiscard]] EventMonitoring &events() { return x11_.eventMonitoring(); }
+    [[nodiscard]] Workspace &workspace() { return x11_.workspace(); }
+    [[nodiscard]] Pasteboard &pasteboard() { return x11_.pasteboard(); }
+    [[nodiscard]] PrimarySelection *primarySelection() { return &x11_.primarySelection(); }
+    [[nodiscard]] KeyPosting &keys() { return x11_.keyPosting(); }
+    [[nodiscard]] Accessibility &accessibility() { return accessibility_; }
+    [[nodiscard]] SessionBus &sessionBus() { return accessibility_.sessionBus(); }
+
+private:
+    X11Backend x11_;
+    AtspiAccessibility accessibility_;
+};
+
+} // namespace vellumo
