@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+//
+// The notes store with few and many notes: what loading, adding, listing, merging and bookkeeping
+// cost. Needs no display.
+#include "Report.h"
+#include "notes/NotesStore.h"
+#include "notes/StoreFile.h"
+#include <QCoreApplication>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+using namespace vellumo;
+using namespace vellumo::bench;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Reproducible notes of the size that people keep: a sentence or a paragraph, English or Chinese.
+class NoteMaker {
+public:
+    ReadingNote note()
+    {
+        const bool chinese = random_.bounded(3) == 0;
+        const QString sentence = chinese
+            ? u"潮水每天涨落两次，没有人问它为什么。"_s
+            : u"The tide turns twice a day, and nobody asks it why. "_s;
+        ReadingNote made;
+        made.id = id();
+        // no two alike: equal texts count as one note when they are merged
+        made.sourceText = sentence.repeated(random_.bounded(1, 5)) + QString::number(++made_);
+        made.translation = u"潮水每天涨落两次。"_s;
+        made.explanation = sentence.repeated(random_.bounded(2, 6));
+        made.createdAt = 700'000'000 + (random_.generateDouble() * 80'000'000);
+        for (int i = random_.bounded(3); i > 0; --i)
+            made.followUps.append({id(), u"Why twice, and not once?"_s, sentence.repeated(2)});
+        return made;
+    }
+
+    static ReadingContext context(int number)
+    {
+        const QString host = u"site%1.example"_s.arg(number);
+        return {u"web-url:https://"_s + host + u"/page"_s, host, ReadingContextSource::webURL};
+    }
+
+private:
+    QUuid id()
+    {
+        const quint64 high = random_.generate64();
+        const quint64 low = random_.generate64();
+        return {static_cast<uint>(high >> 32), static_cast<ushort>(high >> 16),
+                static_cast<ushort>(high),     static_cast<uchar>(low >> 56),
+                static_cast<uchar>(low >> 48), static_cast<uchar>(low >> 40),
+                static_cast<uchar>(low >> 32), static_cast<uchar>(low >> 24),
+                static_cast<uchar>(low >> 16), static_cast<uchar>(low >> 8),
+                static_cast<uchar>(low)};
+    }
+
+    QRandomGenerator random_{20260101};
+    int made_ = 0;
+};
+
+void writeStore(const QString &path, int count, NoteMaker &maker)
+{
+    constexpr int notesPerContext = 20;
+    StoreFile file;
+    file.syncStates.emplace();
+    for (int i = 0; i < count; ++i) {
+        if (i % notesPerContext == 0)
+            file.buckets.append({NoteMaker::context(i / notesPerContext), {}});
+        file.buckets.last().notes.append(maker.note());
+    }
+    QFile out(path);
+    if (!out.open(QIODevice::WriteOnly) || out.write(file.toJson()) < 0)
+        qFatal("cannot write %s", qPrintable(path));
+}
+
+/// Budgets are those of 10,000 notes, in proportion: saving and loading grow with the file.
+std::optional<double> inProportion(int count, double atTenThousand)
+{
+    if (count < 10'000)
+        return std::nullopt;
+    return atTenThousand * count / 10'000;
+}
+
+void measure(int count, int runs)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"notes.json"_s);
+    NoteMaker maker;
+    writeStore(path, count, maker);
+
+    QList<double> load;
+    QList<double> add;
+    QList<double> list;
+    QList<double> mark;
+    QList<double> merge;
+    QList<double> mergeKnown;
+    const QString original = folder.filePath(u"original.json"_s);
+    if (!QFile::rename(path, original))
+        qFatal("cannot move the store");
+    for (int run = 0; run < runs; ++run) {
+        // what a run adds is not there in the next one
+        QFile::remove(path);
+        if (!QFile::copy(original, path))
+            qFatal("cannot copy the store");
+        std::optional<NotesStore> store;
+        load.append(timed([&] { store.emplace(path); }));
+        const ReadingNote note = maker.note();
+        add.append(timed([&] { store->add(note, NoteMaker::context(run)); }));
+        QList<NoteWithContext> all;
+        list.append(timed([&] { all = store->allNotesWithContexts(); }));
+        if (all.size() < count)
+            qFatal("%lld of %d notes were loaded", static_cast<long long>(all.size()), count);
+        mark.append(timed([&] { store->markSynced(note.id, 0); }));
+
+        QList<ReadingNote> remote;
+        for (int i = 0; i < 100; ++i)
+            remote.append(maker.note());
+        merge.append(timed([&] { store->mergeRemote(remote); }));
+        mergeKnown.append(timed([&] { store->mergeRemote(store->allNotes()); }));
+    }
+    const QString label = u"store, %1 notes: "_s.arg(count);
+    printRow(label + u"load"_s, load, "ms", inProportion(count, 100));
+    printRow(label + u"add, durably"_s, add, "ms", inProportion(count, 60));
+    printRow(label + u"list with contexts"_s, list, "ms", inProportion(count, 10));
+    printRow(label + u"bookkeeping save"_s, mark, "ms", inProportion(count, 10));
+    printRow(label + u"merge 100 new"_s, merge, "ms");
+    printRow(label + u"merge all known"_s, mergeKnown, "ms");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const Runs runs = runsFromArguments(QCoreApplication::arguments());
+    measure(100, runs.of(21));
+    measure(10'000, runs.of(9));
+    if (!runs.quick)
+        measure(100'000, 3);
+    return 0;
+}

@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/ContextTracking.h"
+#include "capture/SelectionReading.h"
+#include "explain/AIExplaining.h"
+#include "notes/NotesStoring.h"
+#include "panel/ResultPanelControlling.h"
+#include "pill/NotesEntranceControlling.h"
+
+#include <QPointer>
+
+namespace vellumo {
+
+class FakeSelectionReader : public SelectionReading {
+public:
+    std::optional<QString> selection;
+    int readings = 0;
+
+    std::optional<QString> currentSelectedText() override
+    {
+        ++readings;
+        return selection;
+    }
+};
+
+class FakeContextTracker : public ContextTracking {
+public:
+    std::optional<ReadingContext> context;
+
+    std::optional<ReadingContext> currentContext() override { return context; }
+};
+
+/// Keeps requests until a test answers them.
+class FakeExplainer : public AIExplaining {
+public:
+    struct Explanation {
+        ExplanationRequest request;
+        ExplanationCompletion<ExplanationResult> answer;
+    };
+    struct FollowUp {
+        QList<ChatTurn> transcript;
+        QString language;
+        ExplanationCompletion<QString> answer;
+    };
+    QList<Explanation> explanations;
+    QList<FollowUp> followUps;
+
+    void explain(const ExplanationRequest &request, QObject *context,
+                 ExplanationCompletion<ExplanationResult> completion) override
+    {
+        Q_UNUSED(context)
+        explanations.append({request, std::move(completion)});
+    }
+    void followUp(const QList<ChatTurn> &transcript, const QString &language, QObject *context,
+                  ExplanationCompletion<QString> completion) override
+    {
+        Q_UNUSED(context)
+        followUps.append({transcript, language, std::move(completion)});
+    }
+};
+
+class FakeNotesStore : public NotesStoring {
+public:
+    QList<NoteWithContext> notes;
+    int updates = 0;
+
+    void add(const ReadingNote &note, const ReadingContext &context) override
+    {
+        notes.prepend({note, context});
+    }
+    void update(const ReadingNote &note, const ReadingContext &context) override
+    {
+        ++updates;
+        for (NoteWithContext &pair : notes) {
+            if (pair.note.id == note.id && pair.context.key == context.key) {
+                pair.note = note;
+            }
+        }
+    }
+    QList<ReadingNote> allNotes() const override
+    {
+        QList<ReadingNote> all;
+        for (const NoteWithContext &pair : notes) {
+            all.append(pair.note);
+        }
+        return all;
+    }
+    QList<NoteWithContext> allNotesWithContexts() const override { return notes; }
+    QList<PendingNote> pendingSync() const override { return {}; }
+    void mergeRemote(const QList<ReadingNote> &) override { }
+    void markSynced(const QUuid &, qint64) override { }
+};
+
+/// Behaves as the real panel does towards the coordinator; shows nothing.
+class FakeResultPanel : public ResultPanelControlling {
+public:
+    std::optional<IslandContent> shown; ///< absent while no panel is on screen
+    std::optional<ReadingContext> context;
+    QString error; ///< of the last showError()
+    QStringList thread; ///< what the follow-up operations were told
+
+    bool isOnScreen() const override { return shown.has_value(); }
+    void present(IslandContent content, std::optional<ReadingContext> newContext,
+                 std::function<void()> onDismiss) override
+    {
+        dismiss();
+        shown = std::move(content);
+        context = std::move(newContext);
+        onDismiss_ = std::move(onDismiss);
+    }
+    void dismiss() override
+    {
+        if (!shown) {
+            return;
+        }
+        shown.reset();
+        if (const auto callback = std::exchange(onDismiss_, {})) {
+            callback();
+        }
+    }
+    void showError(const QString &message) override
+    {
+        error = message;
+        present(IslandContent::result({{}, message}, std::nullopt, {}), std::nullopt, [] {});
+    }
+    void showFollowUpThinking(const QString &question) override { thread.append(question); }
+    void showFollowUpAnswer(const QString &answer) override { thread.append(answer); }
+    void showFollowUpFailure(const QString &message) override
+    {
+        thread.append(QStringLiteral("failed: ") + message);
+    }
+
+private:
+    std::function<void()> onDismiss_;
+};
+
+class FakeNotesEntrance : public NotesEntranceControlling {
+public:
+    int count = -1;
+    int collapses = 0;
+    std::function<void()> onOpen;
+    QList<ReadingNote> listed;
+    std::function<void(const ReadingNote &)> onSelectNote;
+    std::optional<ReadingNote> sample;
+    std::function<void()> demoCompletion;
+
+    void show(int newCount, std::function<void()> open) override
+    {
+        count = newCount;
+        onOpen = std::move(open);
+    }
+    void setHighlighted(bool) override { }
+    void showNotesList(const QList<ReadingNote> &notes,
+                       std::function<void(const ReadingNote &)> select) override
+    {
+        listed = notes;
+        onSelectNote = std::move(select);
+    }
+    void collapse() override { ++collapses; }
+    void playOnboardingDemo(const ReadingNote &note, std::function<void()> completion) override
+    {
+        sample = note;
+        demoCompletion = std::move(completion);
+    }
+};
+
+} // namespace vellumo

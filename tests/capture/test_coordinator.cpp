@@ -1,0 +1,407 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "CoordinatorFakes.h"
+#include "capture/TriggerManager.h"
+#include "capture/VellumoCoordinator.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeDesktop.h"
+#include "platform/fake/FakeEventMonitors.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+
+namespace {
+
+const ReadingContext page{u"web-url:https://a.test/"_s, u"a.test"_s, ReadingContextSource::webURL};
+const ReadingContext window{u"app-window:x:y"_s, u"y"_s, ReadingContextSource::appWindow};
+const ExplanationResult answer{u"译文"_s, u"explanation"_s};
+const ExplanationError failure{ExplanationError::Kind::malformedPayload, u"detail"_s};
+
+// Lets the tasks run that were started, and those that they start.
+void settle()
+{
+    for (int hop = 0; hop < 3; ++hop) {
+        QCoreApplication::processEvents();
+    }
+}
+
+QStringList questions(const ReadingNote &note)
+{
+    QStringList questions;
+    for (const FollowUpExchange &exchange : note.followUps) {
+        questions.append(exchange.question + u"="_s + exchange.answer);
+    }
+    return questions;
+}
+
+} // namespace
+
+class TestCoordinator : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void explanationBecomesANote();
+    void emptySelection_data();
+    void emptySelection();
+    void failedExplanationSavesNothing();
+    void secondDoubleTapClosesAndSaves();
+    void explanationWithoutContextIsNotStored();
+    void noteKeepsTheContextOfItsTrigger();
+    void onlyPairedFollowUpsAreKept();
+    void resultAfterClosedLoadingIsStillShown();
+    void lateAnswerBelongsToItsOwnConversation();
+    void newExplanationDoesNotTakeTheOldFollowUps();
+    void reopenedNote();
+    void frontmostChanges();
+    void demoModeReadsNothing();
+    void textsFollowTheLanguage_data();
+    void textsFollowTheLanguage();
+    void pillDemoStoresNothing();
+
+private:
+    struct Fixture {
+        FakeCalls calls;
+        FakeSelectionReader reader;
+        FakeContextTracker tracker;
+        FakeExplainer explainer;
+        FakeNotesStore store;
+        FakeResultPanel panel;
+        FakeNotesEntrance entrance;
+        FakeDefaultsStore defaults;
+        FakeEventMonitors events;
+        TriggerManager trigger{events};
+        FakeWorkspace workspace;
+        FakeAccessibility accessibility{calls};
+        FakeClock clock;
+        VellumoCoordinator coordinator{{reader, tracker, explainer, store, panel, entrance,
+                                        UserPreferences(defaults), trigger, workspace,
+                                        accessibility, clock}};
+        QList<ReadingNote> saved;
+        int shownCount = 0;
+    };
+
+    void doubleTap();
+    void ask(const QString &question);
+    void explainSelection(const QString &text);
+    [[nodiscard]] IslandContent::Result shownResult() const;
+
+    std::unique_ptr<Fixture> with_;
+};
+
+void TestCoordinator::init()
+{
+    with_ = std::make_unique<Fixture>();
+    with_->defaults.setValue(u"preferredOutputLanguage"_s, u"English"_s);
+    with_->reader.selection = u" \n selected \n"_s;
+    with_->tracker.context = page;
+    with_->coordinator.onNoteSaved = [this](const ReadingNote &note) { with_->saved.append(note); };
+    with_->coordinator.onExplanationShown = [this] { ++with_->shownCount; };
+    with_->coordinator.start();
+}
+
+void TestCoordinator::doubleTap()
+{
+    with_->events.sendGlobal({EventType::FlagsChanged, ModifierFlag::Option, KeyCode::Other, 0});
+    with_->events.sendGlobal({EventType::FlagsChanged, ModifierFlag::Option, KeyCode::Other, 100});
+    settle();
+}
+
+void TestCoordinator::ask(const QString &question)
+{
+    with_->panel.onFollowUp(question);
+    settle();
+}
+
+void TestCoordinator::explainSelection(const QString &text)
+{
+    with_->reader.selection = text;
+    doubleTap();
+    with_->explainer.explanations.last().answer(answer);
+}
+
+IslandContent::Result TestCoordinator::shownResult() const
+{
+    return std::get<IslandContent::Result>(with_->panel.shown.value().value);
+}
+
+void TestCoordinator::explanationBecomesANote()
+{
+    QCOMPARE(with_->entrance.count, 0);
+    doubleTap();
+    QCOMPARE(with_->panel.shown, IslandContent::loading(u"selected"_s));
+    QCOMPARE(with_->panel.context, page);
+    QCOMPARE(with_->explainer.explanations.size(), 1);
+    QCOMPARE(with_->explainer.explanations[0].request.text, u"selected"_s);
+    QCOMPARE(with_->explainer.explanations[0].request.language, u"English"_s);
+    QCOMPARE(with_->shownCount, 0);
+
+    with_->explainer.explanations[0].answer(answer);
+    QCOMPARE(with_->panel.shown, IslandContent::result(answer, u"selected"_s, {}));
+    QCOMPARE(with_->shownCount, 1);
+    QVERIFY(with_->store.notes.isEmpty());
+
+    with_->clock.now = 812345678.25;
+    with_->panel.dismiss();
+    QCOMPARE(with_->store.notes.size(), 1);
+    const ReadingNote &note = with_->store.notes[0].note;
+    QCOMPARE(with_->store.notes[0].context, page);
+    QCOMPARE(note.sourceText, u"selected"_s);
+    QCOMPARE(note.translation, answer.translation);
+    QCOMPARE(note.explanation, answer.explanation);
+    QCOMPARE(note.createdAt, 812345678.25);
+    QCOMPARE(with_->saved, QList{note});
+    QCOMPARE(with_->entrance.count, 1);
+}
+
+void TestCoordinator::emptySelection_data()
+{
+    QTest::addColumn<std::optional<QString>>("selection");
+    QTest::addColumn<bool>("trusted");
+    QTest::addColumn<QString>("message");
+    const QString permission = u"vellumo needs Accessibility permission — enable it in System "
+                               "Settings → Privacy & Security → Accessibility."_s;
+    QTest::newRow("blank") << std::optional(u" \n "_s) << true << u"Select text first."_s;
+    QTest::newRow("absent") << std::optional<QString>() << true << u"Select text first."_s;
+    QTest::newRow("not trusted") << std::optional<QString>() << false << permission;
+}
+
+void TestCoordinator::emptySelection()
+{
+    QFETCH(std::optional<QString>, selection);
+    QFETCH(bool, trusted);
+    QFETCH(QString, message);
+    with_->reader.selection = selection;
+    with_->accessibility.trusted = trusted;
+    doubleTap();
+    QCOMPARE(with_->panel.error, message);
+    QVERIFY(with_->explainer.explanations.isEmpty());
+    with_->panel.dismiss();
+    QVERIFY(with_->store.notes.isEmpty());
+}
+
+void TestCoordinator::failedExplanationSavesNothing()
+{
+    doubleTap();
+    with_->explainer.explanations[0].answer(failure);
+    QCOMPARE(with_->panel.error, u"vellumo could not explain this yet."_s);
+    QVERIFY(with_->coordinator.followUpTranscript().isEmpty());
+    QCOMPARE(with_->shownCount, 0);
+    with_->panel.dismiss();
+    QVERIFY(with_->store.notes.isEmpty());
+}
+
+void TestCoordinator::secondDoubleTapClosesAndSaves()
+{
+    explainSelection(u"first"_s);
+    doubleTap();
+    QVERIFY(!with_->panel.isOnScreen());
+    QCOMPARE(with_->store.notes.size(), 1);
+    QCOMPARE(with_->reader.readings, 1);
+    doubleTap();
+    QCOMPARE(with_->reader.readings, 2);
+    QVERIFY(with_->panel.isOnScreen());
+}
+
+void TestCoordinator::explanationWithoutContextIsNotStored()
+{
+    with_->tracker.context.reset();
+    explainSelection(u"x"_s);
+    ask(u"why?"_s);
+    with_->explainer.followUps[0].answer(u"so"_s);
+    with_->panel.dismiss();
+    QVERIFY(with_->store.notes.isEmpty());
+    QVERIFY(with_->saved.isEmpty());
+    QCOMPARE(with_->entrance.count, 0);
+}
+
+void TestCoordinator::noteKeepsTheContextOfItsTrigger()
+{
+    explainSelection(u"x"_s);
+    with_->tracker.context = window;
+    Q_EMIT with_->workspace.didActivateApplication(99);
+    settle();
+    QCOMPARE(with_->store.notes.at(0).context, page);
+    QCOMPARE(with_->coordinator.currentContext(), window);
+}
+
+void TestCoordinator::onlyPairedFollowUpsAreKept()
+{
+    explainSelection(u"x"_s);
+    ask(u"Q1"_s);
+    with_->explainer.followUps[0].answer(u"A1"_s);
+    ask(u"Q2"_s);
+    with_->explainer.followUps[1].answer(failure);
+    ask(u"Q3"_s);
+    QCOMPARE(with_->explainer.followUps[2].language, u"English"_s);
+    QCOMPARE(with_->explainer.followUps[2].transcript.size(), 6); // two seeds, Q1, A1, Q2, Q3
+    with_->explainer.followUps[2].answer(u"A3"_s);
+    QCOMPARE(with_->panel.thread,
+             (QStringList{u"Q1"_s, u"A1"_s, u"Q2"_s,
+                          u"failed: vellumo could not answer that just now."_s, u"Q3"_s, u"A3"_s}));
+    with_->panel.dismiss();
+    QCOMPARE(questions(with_->store.notes.at(0).note), QStringList{u"Q1=A1"_s});
+}
+
+void TestCoordinator::resultAfterClosedLoadingIsStillShown()
+{
+    doubleTap();
+    doubleTap(); // closes the loading panel
+    QVERIFY(!with_->panel.isOnScreen());
+    with_->explainer.explanations[0].answer(answer);
+    QVERIFY(with_->panel.isOnScreen());
+    with_->panel.dismiss();
+    QCOMPARE(with_->store.notes.size(), 1);
+}
+
+void TestCoordinator::lateAnswerBelongsToItsOwnConversation()
+{
+    explainSelection(u"first"_s);
+    ask(u"late?"_s);
+    with_->panel.dismiss();
+    explainSelection(u"second"_s);
+    with_->explainer.followUps[0].answer(u"too late"_s);
+    QCOMPARE(with_->panel.thread, QStringList{u"late?"_s});
+    QCOMPARE(with_->coordinator.followUpTranscript().size(), 2);
+    with_->panel.dismiss();
+    for (const NoteWithContext &pair : with_->store.notes) {
+        QVERIFY(pair.note.followUps.isEmpty());
+    }
+}
+
+void TestCoordinator::newExplanationDoesNotTakeTheOldFollowUps()
+{
+    doubleTap();
+    with_->panel.dismiss(); // the loading panel; its request goes on
+    doubleTap();
+    with_->explainer.explanations[1].answer(ExplanationResult{QString(), u"second"_s});
+    ask(u"about the second?"_s);
+    with_->explainer.followUps[0].answer(u"yes"_s);
+    with_->explainer.explanations[0].answer(answer); // pushes the second off the screen
+    QCOMPARE(with_->store.notes.size(), 1);
+    QCOMPARE(questions(with_->store.notes[0].note), QStringList{u"about the second?=yes"_s});
+    with_->panel.dismiss();
+    QVERIFY(with_->store.notes[0].note.followUps.isEmpty());
+}
+
+void TestCoordinator::reopenedNote()
+{
+    const ReadingNote note{
+        QUuid::createUuid(),
+        u"source"_s,
+        u""_s,
+        u"e"_s,
+        5,
+        {{QUuid::createUuid(), u"Q1"_s, u"A1"_s}, {QUuid::createUuid(), u"Q2"_s, u"A2"_s}}};
+    with_->store.notes = {{note, window}};
+    with_->entrance.onOpen();
+    QCOMPARE(with_->entrance.listed, QList{note});
+    with_->entrance.onSelectNote(ReadingNote{QUuid::createUuid(), {}, {}, {}, 0, {}});
+    QVERIFY(!with_->panel.isOnScreen()); // a note that is gone
+
+    with_->entrance.onSelectNote(note);
+    QCOMPARE(shownResult().sourceText, u"source"_s);
+    QCOMPARE(shownResult().thread.size(), 2);
+    QCOMPARE(with_->panel.context, window);
+    with_->panel.dismiss();
+    QCOMPARE(with_->store.updates, 0);
+    QVERIFY(with_->saved.isEmpty());
+
+    with_->entrance.onSelectNote(note);
+    ask(u"Q3"_s);
+    with_->explainer.followUps[0].answer(u"A3"_s);
+    with_->entrance.onSelectNote(note); // the list still holds the note as it was
+    QCOMPARE(shownResult().thread.size(), 3);
+    with_->panel.dismiss();
+    QCOMPARE(with_->store.updates, 1);
+    QCOMPARE(with_->store.notes.size(), 1);
+    QCOMPARE(with_->store.notes[0].note.id, note.id);
+    QCOMPARE(questions(with_->store.notes[0].note),
+             (QStringList{u"Q1=A1"_s, u"Q2=A2"_s, u"Q3=A3"_s}));
+    QCOMPARE(with_->saved.size(), 1);
+}
+
+void TestCoordinator::frontmostChanges()
+{
+    explainSelection(u"x"_s);
+    Q_EMIT with_->workspace.didActivateApplication(QCoreApplication::applicationPid());
+    settle();
+    QVERIFY(with_->panel.isOnScreen());
+    Q_EMIT with_->workspace.didActivateApplication(1);
+    settle();
+    QVERIFY(!with_->panel.isOnScreen());
+    QCOMPARE(with_->store.notes.size(), 1);
+}
+
+void TestCoordinator::demoModeReadsNothing()
+{
+    int demos = 0;
+    with_->coordinator.demoMode = true;
+    with_->coordinator.onDemoTrigger = [&demos] { ++demos; };
+    const int collapses = with_->entrance.collapses;
+    doubleTap();
+    QCOMPARE(demos, 1);
+    QCOMPARE(with_->reader.readings, 0);
+    QVERIFY(!with_->panel.isOnScreen());
+    QCOMPARE(with_->entrance.collapses, collapses + 1);
+
+    with_->coordinator.triggerDemo();
+    QVERIFY(std::holds_alternative<IslandContent::Demo>(with_->panel.shown->value));
+    QCOMPARE(with_->shownCount, 1);
+    ask(u"nobody is listening"_s);
+    QVERIFY(with_->explainer.followUps.isEmpty());
+}
+
+void TestCoordinator::textsFollowTheLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("seed");
+    QTest::addColumn<QString>("followUpFailure");
+    QTest::addColumn<bool>("demoIsEnglish");
+    const QString english = u"failed: vellumo could not answer that just now."_s;
+    const QString chinese = u"failed: vellumo 暂时无法回答这个问题。"_s;
+    QTest::newRow("English") << u"English"_s << u"Selected text: x"_s << english << true;
+    QTest::newRow("en-GB") << u"en-GB"_s << u"Selected text: x"_s << english << true;
+    QTest::newRow("Chinese") << u"Chinese"_s << u"选中的内容:x"_s << chinese << false;
+    QTest::newRow("other") << u"Deutsch"_s << u"选中的内容:x"_s << chinese << false;
+}
+
+void TestCoordinator::textsFollowTheLanguage()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, seed);
+    QFETCH(QString, followUpFailure);
+    QFETCH(bool, demoIsEnglish);
+    with_->defaults.setValue(u"preferredOutputLanguage"_s, language);
+    explainSelection(u"x"_s);
+    QCOMPARE(with_->coordinator.followUpTranscript(),
+             (QList<ChatTurn>{{ChatTurn::Role::user, seed},
+                              {ChatTurn::Role::assistant, u"译文\nexplanation"_s}}));
+    ask(u"?"_s);
+    with_->explainer.followUps[0].answer(failure);
+    QCOMPARE(with_->panel.thread.last(), followUpFailure);
+
+    with_->coordinator.triggerDemo();
+    const auto demo = std::get<IslandContent::Demo>(with_->panel.shown->value).result;
+    QCOMPARE(demo.translation.isEmpty(), demoIsEnglish);
+    QCOMPARE(demo.explanation.startsWith(u"Just like this"), demoIsEnglish);
+}
+
+void TestCoordinator::pillDemoStoresNothing()
+{
+    bool done = false;
+    with_->coordinator.playNotesPillDemo([&done] { done = true; });
+    QCOMPARE(with_->entrance.sample->sourceText, u"vellumo is a reading assistant for your Mac."_s);
+    with_->entrance.count = -1;
+    with_->entrance.demoCompletion();
+    QVERIFY(done);
+    QCOMPARE(with_->entrance.count, 0);
+    QVERIFY(with_->store.notes.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestCoordinator)
+#include "test_coordinator.moc"

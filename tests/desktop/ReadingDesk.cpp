@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "desktop/ReadingDesk.h"
+
+#include "capture/ReadingBudget.h"
+#include "platform/ConsentPrompting.h"
+#include "platform/atspi/AtspiAccessibility.h"
+#include "platform/qt/SettingsDefaultsStore.h"
+#include "platform/x11/X11Backend.h"
+#include "support/Waiting.h"
+#include <QFile>
+#include <QProcess>
+
+namespace vellumo::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class NoPrompt : public ConsentPrompting {
+public:
+    void ask(std::function<void(bool)> /*answered*/) override { }
+};
+
+} // namespace
+
+struct ReadingDesk::Platform {
+    SettingsDefaultsStore defaults{SettingsDefaultsStore::defaultPath()};
+    NoPrompt prompt;
+    X11Backend x11;
+    AtspiAccessibility accessibility{
+        defaults, prompt, [this](qint64 pid) { return x11.workspace().windowTitle(pid); }};
+    ReadingBudget budget;
+    AccessibilitySelectionReader reader{{x11.workspace(), accessibility, x11.pasteboard(),
+                                         &x11.primarySelection(), x11.keyPosting(),
+                                         x11.eventMonitoring()},
+                                        budget};
+    ContextTracker tracker{x11.workspace(), accessibility, budget};
+};
+
+ReadingDesk::ReadingDesk() : platform_(std::make_unique<Platform>())
+{
+    if (!waitUntil([this] { return platform_->accessibility.isConnected(); }))
+        qFatal("no accessibility bus");
+}
+
+ReadingDesk::~ReadingDesk() = default;
+
+std::optional<QString> ReadingDesk::read()
+{
+    return platform_->reader.currentSelectedText();
+}
+
+std::optional<ReadingContext> ReadingDesk::context()
+{
+    return platform_->tracker.currentContext();
+}
+
+bool ReadingDesk::isFrontmost(const Application &application)
+{
+    const auto frontmost = platform_->x11.workspace().frontmostApplication();
+    return frontmost && application.owns(frontmost->processIdentifier);
+}
+
+QString ReadingDesk::writeFile(const QString &name, const QByteArray &content)
+{
+    QFile file(files_.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(name));
+    return file.fileName();
+}
+
+QString ReadingDesk::folder(const QString &name) const
+{
+    return files_.filePath(name);
+}
+
+QList<std::pair<QString, QByteArray>> ReadingDesk::clipboard()
+{
+    const auto answer = [](const QString &type) {
+        return outputOf(u"xclip"_s, {u"-o"_s, u"-selection"_s, u"clipboard"_s, u"-t"_s, type});
+    };
+    // what an owner answers about the transfer itself is no content
+    static const QStringList protocol{u"TARGETS"_s, u"MULTIPLE"_s, u"TIMESTAMP"_s,
+                                      u"SAVE_TARGETS"_s, u"DELETE"_s};
+    QList<std::pair<QString, QByteArray>> contents;
+    const QStringList types = QString::fromUtf8(answer(u"TARGETS"_s)).split(u'\n');
+    for (const QString &type : types) {
+        if (!type.isEmpty() && !protocol.contains(type))
+            contents.append({type, answer(type)});
+    }
+    return contents;
+}
+
+QString ReadingDesk::primary()
+{
+    return QString::fromUtf8(
+        outputOf(u"xclip"_s, {u"-o"_s, u"-selection"_s, u"primary"_s, u"-t"_s, u"UTF8_STRING"_s}));
+}
+
+QByteArray outputOf(const QString &program, const QStringList &arguments, const QByteArray &input)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    const auto ended = [&process] { return process.state() == QProcess::NotRunning; };
+    // an owner that gives the selection away at this moment leaves the question unanswered
+    if (!waitUntil(ended, std::chrono::seconds(2))) {
+        process.kill();
+        process.waitForFinished();
+    }
+    return process.readAllStandardOutput();
+}
+
+} // namespace vellumo::test

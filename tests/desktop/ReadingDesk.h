@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "capture/AccessibilitySelectionReader.h"
+#include "capture/ContextTracker.h"
+#include "support/Application.h"
+#include "support/Desktop.h"
+#include "support/PageServer.h"
+#include <QTemporaryDir>
+
+namespace vellumo::test {
+
+/// A reader and a tracker over the real platform, with what a test of them needs: a desktop, pages,
+/// files and the clipboard.
+class ReadingDesk {
+public:
+    ReadingDesk();
+    ~ReadingDesk();
+    ReadingDesk(const ReadingDesk &) = delete;
+    ReadingDesk &operator=(const ReadingDesk &) = delete;
+    ReadingDesk(ReadingDesk &&) = delete;
+    ReadingDesk &operator=(ReadingDesk &&) = delete;
+
+    [[nodiscard]] std::optional<QString> read();
+    [[nodiscard]] std::optional<ReadingContext> context();
+
+    /// Whether the platform has noticed that the window's process is in front.
+    [[nodiscard]] bool isFrontmost(const Application &application);
+
+    QString writeFile(const QString &name, const QByteArray &content);
+    [[nodiscard]] QString folder(const QString &name) const;
+
+    /// Every type of the clipboard with its bytes, as another program receives them.
+    [[nodiscard]] QList<std::pair<QString, QByteArray>> clipboard();
+    /// Text of the selection that another program would paste with the middle button.
+    [[nodiscard]] QString primary();
+
+    Desktop desktop;
+    PageServer pages;
+
+private:
+    struct Platform;
+    QTemporaryDir files_;
+    std::unique_ptr<Platform> platform_;
+};
+
+/// Runs a program to its end without blocking the event loop; its standard output.
+QByteArray outputOf(const QString &program, const QStringList &arguments,
+                    const QByteArray &input = {});
+
+} // namespace vellumo::test

@@ -1,0 +1,336 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "support/Application.h"
+#include "support/Desktop.h"
+#include "support/PageServer.h"
+#include "support/Program.h"
+#include "support/Waiting.h"
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <csignal>
+
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString sentence = u"The tide turns twice a day, and nobody asks it why."_s;
+
+} // namespace
+
+/// The built program on a desktop with a window manager, the way a person meets it.
+class TestProgram : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void explainsWhatIsSelectedOnAPageAndKeepsANote();
+    void closesAsAPersonExpects_data();
+    void closesAsAPersonExpects();
+    void takesTwoPressesForADoubleTap_data();
+    void takesTwoPressesForADoubleTap();
+    void saysWhatIsMissing();
+    void doesNotWaitForASilentClipboardOwner();
+    void standsOverAFullScreenWindow();
+    void keepsTheNoteWhenItIsEnded_data();
+    void keepsTheNoteWhenItIsEnded();
+    void refusesASecondWriterOfTheSameNotes();
+
+private:
+    /// An editor in front with one sentence selected.
+    bool openEditor();
+    bool selectAll() const;
+
+    Desktop desktop_;
+    std::unique_ptr<QTemporaryDir> files_;
+    std::unique_ptr<Program> vellumo_;
+    std::unique_ptr<Application> editor_;
+    WindowId editorWindow_ = 0;
+};
+
+void TestProgram::init()
+{
+    files_ = std::make_unique<QTemporaryDir>();
+    const QString folder = u"vellumo-%1-%2"_s.arg(QLatin1StringView(QTest::currentTestFunction()),
+                                                  QLatin1StringView(QTest::currentDataTag()));
+    vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM), folder);
+    QVERIFY(vellumo_->start());
+}
+
+void TestProgram::cleanup()
+{
+    if (QTest::currentTestFailed())
+        qWarning().noquote() << vellumo_->process().standardOutput()
+                             << vellumo_->process().errorOutput();
+    editor_.reset();
+    vellumo_.reset();
+}
+
+bool TestProgram::openEditor()
+{
+    QFile file(files_->filePath(u"note.txt"_s));
+    if (!file.open(QIODevice::WriteOnly) || file.write(sentence.toUtf8()) < 0)
+        return false;
+    file.close();
+    editor_ = std::make_unique<Application>(qtTextEdit(file.fileName()));
+    const auto window = editor_->start(desktop_);
+    if (!window || !desktop_.activate(*window))
+        return false;
+    editorWindow_ = *window;
+    return selectAll();
+}
+
+bool TestProgram::selectAll() const
+{
+    // keys reach a window some time after it has the focus; the selection changes its pixels
+    const QRect text = desktop_.geometry(editorWindow_).adjusted(4, 34, -4, -4);
+    desktop_.chord(Key::ControlLeft, Key::End);
+    const QImage plain = desktop_.pixels(text);
+    return waitUntil([&] {
+        desktop_.chord(Key::ControlLeft, Key::A);
+        return waitUntil([&] { return desktop_.pixels(text) != plain; }, 300ms);
+    });
+}
+
+void TestProgram::explainsWhatIsSelectedOnAPageAndKeepsANote()
+{
+    PageServer pages;
+    pages.setBody(u"tides"_s, u"<p id=sentence>"_s + sentence + u"</p><p id=rest>Rest.</p>"_s);
+    const QString address = pages.address(u"tides?day=2#turn"_s);
+    Application browser(firefox(address, u"tides"_s, files_->filePath(u"profile"_s)));
+    if (!browser.isInstalled())
+        QSKIP("Firefox is not installed");
+    const auto window = browser.start(desktop_);
+    QVERIFY(window && desktop_.activate(*window));
+    int step = 0;
+    QVERIFY(waitUntil(
+        [&] {
+            desktop_.moveTo(desktop_.geometry(*window).center() + QPoint(++step % 9, 0));
+            return pages.startOf(u"tides"_s, u"sentence"_s).has_value();
+        },
+        20s));
+    desktop_.drag(*pages.startOf(u"tides"_s, u"sentence"_s),
+                  *pages.endOf(u"tides"_s, u"sentence"_s));
+    QVERIFY(waitUntil([&] { return pages.selection(u"tides"_s) == sentence; }));
+
+    desktop_.doubleTap();
+    const auto panel = vellumo_->waitForPanel();
+    QVERIFY(panel);
+    // shown without taking the keyboard from the page
+    QCOMPARE(desktop_.activeWindow(), *window);
+    QVERIFY(vellumo_->waitForAnswer());
+    QVERIFY(pages.hasFocus(u"tides"_s));
+    QCOMPARE(pages.selection(u"tides"_s), sentence);
+
+    QVERIFY(vellumo_->ask(u"Why twice"_s));
+    QVERIFY(vellumo_->waitForText(u"「Why twice」"_s));
+    QVERIFY(vellumo_->notes().isEmpty());
+    desktop_.tap(Key::Escape);
+    QVERIFY(vellumo_->waitForNoPanel());
+    // the keyboard is back where it was
+    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == *window; }));
+
+    QVERIFY(vellumo_->waitForNotes(1));
+    const QJsonObject note = vellumo_->notes().constFirst();
+    QCOMPARE(note["sourceText"_L1].toString(), sentence);
+    QCOMPARE(note["context"_L1]["key"_L1].toString(), u"web-url:"_s + address);
+    QCOMPARE(note["context"_L1]["displayName"_L1].toString(), u"127.0.0.1"_s);
+    QCOMPARE(note["context"_L1]["source"_L1].toString(), u"webURL"_s);
+    const QJsonArray followUps = note["followUps"_L1].toArray();
+    QCOMPARE(followUps.size(), 1);
+    QCOMPARE(followUps.at(0)["question"_L1].toString(), u"Why twice"_s);
+    QVERIFY(followUps.at(0)["answer"_L1].toString().contains("Why twice"_L1));
+}
+
+void TestProgram::closesAsAPersonExpects_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::newRow("a second double tap") << u"tap"_s;
+    QTest::newRow("a click elsewhere") << u"click"_s;
+    QTest::newRow("scrolling elsewhere") << u"scroll"_s;
+    QTest::newRow("another application") << u"application"_s;
+}
+
+void TestProgram::closesAsAPersonExpects()
+{
+    QFETCH(QString, how);
+    QVERIFY(openEditor());
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForAnswer());
+
+    // a click inside leaves it open
+    const QRect place = desktop_.geometry(vellumo_->panel().value());
+    desktop_.click({place.center().x(), place.top() + 25});
+    QVERIFY(!vellumo_->waitForNoPanel(300ms));
+
+    const QPoint elsewhere = desktop_.geometry(editorWindow_).center();
+    std::unique_ptr<Application> other;
+    if (how == "tap"_L1) {
+        desktop_.doubleTap();
+    } else if (how == "click"_L1) {
+        desktop_.click(elsewhere);
+    } else if (how == "scroll"_L1) {
+        desktop_.click(elsewhere, 1, 5);
+    } else {
+        other = std::make_unique<Application>(xterm(u"exec cat"_s));
+        const auto window = other->start(desktop_);
+        QVERIFY(window && desktop_.activate(*window));
+    }
+    QVERIFY(vellumo_->waitForNoPanel());
+    QVERIFY(vellumo_->waitForNotes(1));
+    QCOMPARE(vellumo_->notes().constFirst()["sourceText"_L1].toString(), sentence);
+}
+
+void TestProgram::takesTwoPressesForADoubleTap_data()
+{
+    using Keys = std::function<bool(const Desktop &)>; // answers whether a panel is expected
+    QTest::addColumn<Keys>("keys");
+    // what counts is the distance as the server dates it, to the millisecond
+    QTest::newRow("just within the time")
+        << Keys([](const Desktop &desktop) { return desktop.doubleTap(355ms) <= 360ms; });
+    QTest::newRow("just beyond the time")
+        << Keys([](const Desktop &desktop) { return desktop.doubleTap(366ms) <= 360ms; });
+    QTest::newRow("left, then right") << Keys([](const Desktop &desktop) {
+        desktop.doubleTap(150ms, Key::AltLeft, Key::AltRight);
+        return true;
+    });
+    QTest::newRow("a single press") << Keys([](const Desktop &desktop) {
+        desktop.tap(Key::AltLeft);
+        return false;
+    });
+    QTest::newRow("Caps Lock on") << Keys([](const Desktop &desktop) {
+        desktop.tap(Key::CapsLock);
+        desktop.doubleTap();
+        desktop.tap(Key::CapsLock);
+        return false;
+    });
+    QTest::newRow("Num Lock on") << Keys([](const Desktop &desktop) {
+        desktop.tap(Key::NumLock);
+        desktop.doubleTap();
+        desktop.tap(Key::NumLock);
+        return true;
+    });
+    QTest::newRow("Shift held") << Keys([](const Desktop &desktop) {
+        desktop.press(Key::ShiftLeft);
+        desktop.doubleTap();
+        desktop.release(Key::ShiftLeft);
+        return false;
+    });
+    QTest::newRow("Shift released twice while Alt is held") << Keys([](const Desktop &desktop) {
+        desktop.press(Key::ShiftLeft);
+        desktop.press(Key::AltLeft);
+        desktop.release(Key::ShiftLeft);
+        desktop.tap(Key::ShiftLeft);
+        desktop.release(Key::AltLeft);
+        desktop.sync();
+        return true;
+    });
+    QTest::newRow("letters between the presses") << Keys([](const Desktop &desktop) {
+        desktop.tap(Key::AltLeft);
+        desktop.tap(Key::ControlLeft);
+        desktop.tap(Key::AltLeft);
+        return true;
+    });
+}
+
+void TestProgram::takesTwoPressesForADoubleTap()
+{
+    using Keys = std::function<bool(const Desktop &)>;
+    QFETCH(Keys, keys);
+    QVERIFY(openEditor());
+    const bool expected = keys(desktop_);
+    if (expected) {
+        QVERIFY(vellumo_->waitForPanel());
+        return;
+    }
+    QVERIFY(!vellumo_->waitForPanel(600ms));
+    // and it was not deaf: the time of a pending press is over, so that a pair counts
+    desktop_.tap(Key::Escape); // a single press may have moved the focus to the menu bar
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForPanel());
+}
+
+void TestProgram::saysWhatIsMissing()
+{
+    QVERIFY(openEditor());
+    desktop_.chord(Key::ControlLeft, Key::Home);
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForPanel());
+    QVERIFY(vellumo_->waitForText(u"Select text first."_s));
+    QVERIFY(vellumo_->waitForText(u"vellumo needs a readable selection to continue."_s));
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForNoPanel());
+    QVERIFY(vellumo_->notes().isEmpty());
+}
+
+void TestProgram::doesNotWaitForASilentClipboardOwner()
+{
+    QVERIFY(openEditor());
+    Application owner(
+        {u"clipboard"_s, QStringLiteral(VELLUMO_TEST_CLIPBOARD), {u"--silent"_s}, {}, {}});
+    QVERIFY(owner.launch());
+    QVERIFY(waitUntil([&] { return owner.standardOutput().contains("ready"_L1); }));
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForPanel(1s));
+}
+
+void TestProgram::standsOverAFullScreenWindow()
+{
+    QVERIFY(openEditor());
+    desktop_.setFullScreen(editorWindow_, true);
+    QVERIFY(waitUntil([&] { return desktop_.geometry(editorWindow_).size() == QSize(1280, 800); }));
+    QVERIFY(selectAll());
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForAnswer());
+    const auto panel = vellumo_->panel();
+    QVERIFY(panel);
+    const QRect place = desktop_.geometry(*panel);
+    QVERIFY(waitUntil([&] { return desktop_.windowAt({place.center().x(), 20}) == *panel; }));
+    QCOMPARE(desktop_.activeWindow(), editorWindow_);
+    QVERIFY(vellumo_->ask(u"Why"_s));
+    QVERIFY(vellumo_->waitForText(u"「Why」"_s));
+    desktop_.tap(Key::Escape);
+    QVERIFY(vellumo_->waitForNoPanel());
+    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == editorWindow_; }));
+}
+
+void TestProgram::keepsTheNoteWhenItIsEnded_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("interrupted") << SIGINT;
+    QTest::newRow("terminated") << SIGTERM;
+}
+
+void TestProgram::keepsTheNoteWhenItIsEnded()
+{
+    QFETCH(int, signal);
+    QVERIFY(openEditor());
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForAnswer());
+    vellumo_->process().signal(signal);
+    QVERIFY(vellumo_->process().waitForEnd(5s));
+    QVERIFY(!vellumo_->process().crashed());
+    QCOMPARE(vellumo_->process().exitCode(), 0);
+    QCOMPARE(vellumo_->notes().size(), 1);
+}
+
+void TestProgram::refusesASecondWriterOfTheSameNotes()
+{
+    const QString folder = u"vellumo-%1-%2"_s.arg(QLatin1StringView(QTest::currentTestFunction()),
+                                                  QLatin1StringView(QTest::currentDataTag()));
+    Program second(desktop_, QStringLiteral(VELLUMO_PROGRAM), folder);
+    QVERIFY(!second.start());
+    QVERIFY(second.process().waitForEnd(5s));
+    QVERIFY(!second.process().crashed());
+    const QString said = second.process().standardOutput() + second.process().errorOutput();
+    QCOMPARE(said.count(u'\n'), 1);
+    QVERIFY2(said.startsWith("vellumo: "_L1), qPrintable(said));
+    QVERIFY(vellumo_->process().isRunning());
+}
+
+QTEST_MAIN(TestProgram)
+#include "test_program.moc"

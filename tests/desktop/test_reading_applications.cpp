@@ -1,0 +1,206 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "desktop/ReadingDesk.h"
+#include "support/Waiting.h"
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+
+using namespace vellumo;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr QStringView firstLine = u"The tide turns 潮水 twice 🌊 a day 👩‍👩‍👧 here";
+constexpr QStringView secondLine = u"Nobody asks it why.";
+
+} // namespace
+
+class TestReadingApplications : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsWhatIsSelectedInAnEditor_data() { editors(); }
+    void readsWhatIsSelectedInAnEditor();
+    void aStoppedEditorCostsLittle_data() { editors(); }
+    void aStoppedEditorCostsLittle();
+    void readsALineOfADocument();
+    void readsATerminalWithoutTypingIntoIt();
+
+private:
+    static void editors();
+    static Application::Command editor(ReadingDesk &desk, const QString &file);
+    /// Starts the application and brings it to the front.
+    static bool open(ReadingDesk &desk, Application &application);
+};
+
+void TestReadingApplications::editors()
+{
+    QTest::addColumn<QString>("editor");
+    QTest::newRow("GTK 3: Mousepad") << u"mousepad"_s;
+    QTest::newRow("GTK 4: GNOME Text Editor") << u"gnome-text-editor"_s;
+    QTest::newRow("Qt: text edit with a menu bar") << u"qt"_s;
+    QTest::newRow("LibreOffice Writer") << u"writer"_s;
+}
+
+Application::Command TestReadingApplications::editor(ReadingDesk &desk, const QString &file)
+{
+    QFETCH(QString, editor);
+    if (editor == "mousepad"_L1)
+        return mousepad(file);
+    if (editor == "gnome-text-editor"_L1)
+        return gnomeTextEditor(file);
+    if (editor == "writer"_L1)
+        return writer(file, desk.folder(u"writer"_s));
+    return qtTextEdit(file);
+}
+
+bool TestReadingApplications::open(ReadingDesk &desk, Application &application)
+{
+    const auto window = application.start(desk.desktop);
+    return window && desk.desktop.activate(*window)
+        && waitUntil([&] { return desk.isFrontmost(application); });
+}
+
+void TestReadingApplications::readsWhatIsSelectedInAnEditor()
+{
+    ReadingDesk desk;
+    const QString whole = firstLine.toString() + u'\n' + secondLine.toString();
+    Application application(editor(desk, desk.writeFile(u"note.txt"_s, whole.toUtf8())));
+    if (!application.isInstalled())
+        QSKIP("not installed");
+    QVERIFY(open(desk, application));
+    const WindowId window = desk.desktop.activeWindow();
+
+    // keys reach a window some time after it has the focus: press them until they act
+    const auto selects = [&desk](const std::function<void()> &keys, const QString &expected) {
+        return waitUntil(
+            [&] {
+                keys();
+                return waitUntil([&] { return desk.primary() == expected; }, 500ms);
+            },
+            10s);
+    };
+    const struct {
+        std::function<void()> keys;
+        QString expected;
+    } rows[] = {
+        {[&desk] {
+             desk.desktop.chord(Key::ControlLeft, Key::Home);
+             desk.desktop.chord(Key::ShiftLeft, Key::End);
+         },
+         firstLine.toString()},
+        {[&desk] { desk.desktop.chord(Key::ControlLeft, Key::A); }, whole},
+    };
+    for (const auto &row : rows) {
+        QVERIFY2(selects(row.keys, row.expected), qPrintable(row.expected));
+        QCOMPARE(desk.read(), row.expected);
+        QCOMPARE(desk.desktop.activeWindow(), window);
+        QCOMPARE(desk.read(), row.expected); // still selected, still in the focused element
+    }
+
+    desk.desktop.chord(Key::ControlLeft, Key::Home); // collapses the selection
+    QVERIFY(waitUntil([&] { return !desk.read(); }));
+}
+
+void TestReadingApplications::aStoppedEditorCostsLittle()
+{
+    ReadingDesk desk;
+    Application application(editor(desk, desk.writeFile(u"note.txt"_s, firstLine.toUtf8())));
+    if (!application.isInstalled())
+        QSKIP("not installed");
+    QVERIFY(open(desk, application));
+    QVERIFY(waitUntil(
+        [&] {
+            desk.desktop.chord(Key::ControlLeft, Key::A);
+            return desk.read() == firstLine;
+        },
+        10s));
+
+    application.stopAll();
+    QElapsedTimer timer;
+    timer.start();
+    static_cast<void>(desk.read());
+    static_cast<void>(desk.context());
+    const qint64 took = timer.elapsed();
+    application.continueAll();
+    QVERIFY2(took <= 600, qPrintable(u"%1 ms"_s.arg(took)));
+    QVERIFY(waitUntil([&] { return desk.read() == firstLine; }));
+}
+
+void TestReadingApplications::readsALineOfADocument()
+{
+    ReadingDesk desk;
+    const QString first = u"The tide turns twice a day."_s;
+    Application application(
+        evince(desk.writeFile(u"tides.pdf"_s, pdf({first, u"Nobody asks it why."_s}))));
+    if (!application.isInstalled())
+        QSKIP("Evince is not installed");
+    QVERIFY(open(desk, application));
+    const WindowId window = desk.desktop.activeWindow();
+
+    // below the tool bar and the page's own edge
+    const auto page = [&] { return desk.desktop.geometry(window).adjusted(30, 70, -30, -10); };
+    QVERIFY(waitUntil(
+        [&] {
+            // the page may still move; a drag inside of a selection would move the text
+            desk.desktop.click(page().center());
+            const QRect line = desk.desktop.firstLineOfPrint(page());
+            desk.desktop.drag({line.left() + 1, line.center().y()},
+                              {line.right() + 3, line.center().y()});
+            return waitUntil([&] { return desk.primary().trimmed() == first; }, 500ms);
+        },
+        10s));
+    QCOMPARE(desk.read().value_or(QString()).trimmed(), first);
+    QCOMPARE(desk.desktop.activeWindow(), window);
+    const auto context = desk.context();
+    QVERIFY(context);
+    QCOMPARE(context->source, ReadingContextSource::appWindow);
+    QVERIFY2(context->displayName.contains("tides.pdf"_L1), qPrintable(context->displayName));
+}
+
+void TestReadingApplications::readsATerminalWithoutTypingIntoIt()
+{
+    ReadingDesk desk;
+    const QString typed = desk.writeFile(u"typed"_s, {});
+    Application application(xterm(
+        u"stty raw -echo; printf 'The tide turns twice a day.'; exec cat > '%1'"_s.arg(typed)));
+    if (!application.isInstalled())
+        QSKIP("xterm is not installed");
+    QVERIFY(open(desk, application));
+    const WindowId window = desk.desktop.activeWindow();
+    const auto typedBytes = [&typed] {
+        QFile file(typed);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    };
+
+    // nothing is selected: every road is tried
+    QCOMPARE(desk.read(), std::nullopt);
+
+    QVERIFY(waitUntil([&] {
+        const QRect place = desk.desktop.geometry(window);
+        desk.desktop.click(place.topLeft() + QPoint(30, 10), 3);
+        return waitUntil([&] { return !desk.primary().isEmpty(); }, 700ms);
+    }));
+    QCOMPARE(desk.read().value_or(QString()).trimmed(), u"The tide turns twice a day."_s);
+    QCOMPARE(desk.desktop.activeWindow(), window);
+
+    // what a person types arrives, and nothing else has
+    desk.desktop.type(u"x"_s);
+    QVERIFY(waitUntil([&] { return !typedBytes().isEmpty(); }));
+    QCOMPARE(typedBytes(), QByteArray("x"));
+
+    application.stopAll();
+    QElapsedTimer timer;
+    timer.start();
+    static_cast<void>(desk.read());
+    static_cast<void>(desk.context());
+    const qint64 took = timer.elapsed();
+    application.continueAll();
+    QVERIFY2(took <= 600, qPrintable(u"%1 ms"_s.arg(took)));
+}
+
+QTEST_MAIN(TestReadingApplications)
+#include "test_reading_applications.moc"

@@ -1,0 +1,341 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "notes/NotesStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+
+namespace {
+
+const ReadingContext page{u"web-url:https://a.test/"_s, u"a.test"_s, ReadingContextSource::webURL};
+
+ReadingNote makeNote(const QString &text, double createdAt, int followUps = 0)
+{
+    ReadingNote note{QUuid::createUuid(), text, u"t"_s, u"e "_s + text, createdAt, {}};
+    for (int i = 0; i < followUps; ++i) {
+        note.followUps.append({QUuid::createUuid(), u"q"_s, u"a"_s});
+    }
+    return note;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray noteJson(const QString &id)
+{
+    return R"({"createdAt": 1, "explanation": "e", "followUps": [], "id": ")" + id.toLatin1()
+        + R"(", "sourceText": "s", "translation": "t"})";
+}
+
+} // namespace
+
+class TestNotesStore : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void notesSurviveARestart();
+    void bucketKeepsItsFirstContext();
+    void listsAreNewestFirst();
+    void updateReplacesOnlyWhatExists();
+    void syncBookkeeping();
+    void fileWithoutStatesIsPending();
+    void olderLayoutCountsAsSynced();
+    void mergeTakesOnlyTheUnknown();
+    void unreadableFileIsSetAside_data();
+    void unreadableFileIsSetAside();
+    void duplicateKeysEndTheProcess();
+    void failedSaveKeepsFileAndMemory_data();
+    void failedSaveKeepsFileAndMemory();
+    void fileIsPrivate();
+    void symbolicLinkIsFollowed();
+
+private:
+    [[nodiscard]] QString path() const { return directory_->filePath(u"vellumo/notes.json"_s); }
+    void writeFile(const QByteArray &content) const;
+
+    std::unique_ptr<QTemporaryDir> directory_;
+};
+
+void TestNotesStore::init()
+{
+    directory_ = std::make_unique<QTemporaryDir>();
+}
+
+void TestNotesStore::writeFile(const QByteArray &content) const
+{
+    QDir().mkpath(directory_->filePath(u"vellumo"_s));
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+void TestNotesStore::notesSurviveARestart()
+{
+    const ReadingNote note = makeNote(u"多行\n文字 😀"_s, 788918400.25, 2);
+    {
+        NotesStore store(path());
+        QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
+        store.add(note, page);
+        QCOMPARE(changes.count(), 1);
+    }
+    const NotesStore store(path());
+    const auto notes = store.allNotesWithContexts();
+    QCOMPARE(notes.size(), 1);
+    QCOMPARE(notes[0].note, note);
+    QCOMPARE(notes[0].context, page);
+}
+
+void TestNotesStore::bucketKeepsItsFirstContext()
+{
+    NotesStore store(path());
+    store.add(makeNote(u"1"_s, 1), page);
+    store.add(makeNote(u"2"_s, 2), {page.key, u"another name"_s, ReadingContextSource::appWindow});
+    for (const NoteWithContext &pair : store.allNotesWithContexts()) {
+        QCOMPARE(pair.context, page);
+    }
+}
+
+void TestNotesStore::listsAreNewestFirst()
+{
+    NotesStore store(path());
+    store.add(makeNote(u"old"_s, -5), page);
+    store.add(makeNote(u"new"_s, 10.5), {u"x"_s, u"x"_s, ReadingContextSource::appWindow});
+    store.add(makeNote(u"middle"_s, 10.25), page);
+    QStringList texts;
+    for (const ReadingNote &note : store.allNotes()) {
+        texts.append(note.sourceText);
+    }
+    QCOMPARE(texts, (QStringList{u"new"_s, u"middle"_s, u"old"_s}));
+}
+
+void TestNotesStore::updateReplacesOnlyWhatExists()
+{
+    NotesStore store(path());
+    ReadingNote note = makeNote(u"1"_s, 1);
+    store.add(note, page);
+    const QByteArray before = contentOf(path());
+    QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
+
+    note.followUps.append({QUuid::createUuid(), u"q"_s, u"a"_s});
+    store.update(note, {u"unknown"_s, {}, {}});
+    store.update(makeNote(u"stranger"_s, 1), page);
+    QCOMPARE(changes.count(), 0);
+    QCOMPARE(contentOf(path()), before);
+
+    store.update(note, page);
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(store.allNotes(), QList{note});
+}
+
+void TestNotesStore::syncBookkeeping()
+{
+    NotesStore store(path());
+    ReadingNote note = makeNote(u"1"_s, 1, 1);
+    store.add(note, page);
+    QCOMPARE(store.pendingSync().size(), 1);
+    QCOMPARE(store.pendingSync()[0].state, (NoteSyncState{false, 0}));
+
+    QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
+    store.markSynced(note.id, 1);
+    QCOMPARE(changes.count(), 0);
+    QVERIFY(store.pendingSync().isEmpty());
+    QVERIFY(NotesStore(path()).pendingSync().isEmpty());
+
+    note.followUps.append({QUuid::createUuid(), u"q"_s, u"a"_s});
+    store.update(note, page);
+    QCOMPARE(store.pendingSync().size(), 1);
+    QCOMPARE(store.pendingSync()[0].state, (NoteSyncState{true, 1}));
+}
+
+void TestNotesStore::fileWithoutStatesIsPending()
+{
+    writeFile(R"({"buckets": [{"context": {"key": "k", "displayName": "d", "source": "filePath"},
+        "notes": [)"
+              + noteJson(u"6f9619ff-8b86-d011-b42d-00c04fc964ff"_s) + "]}]}");
+    const NotesStore store(path());
+    QCOMPARE(store.pendingSync().size(), 1);
+    QCOMPARE(store.pendingSync()[0].state, (NoteSyncState{false, 0}));
+}
+
+void TestNotesStore::olderLayoutCountsAsSynced()
+{
+    const QByteArray older =
+        R"([{"context": {"key": "k", "displayName": "d", "source": "filePath"}, "notes": [)"
+        + noteJson(u"6f9619ff-8b86-d011-b42d-00c04fc964ff"_s) + "]}]";
+    writeFile(older);
+    NotesStore store(path());
+    QCOMPARE(store.allNotes().size(), 1);
+    QVERIFY(store.pendingSync().isEmpty());
+    QCOMPARE(contentOf(path()), older); // nothing is written back by loading
+
+    store.add(makeNote(u"new"_s, 5), page);
+    QVERIFY(contentOf(path()).contains("\"6F9619FF-8B86-D011-B42D-00C04FC964FF\": {"));
+    QCOMPARE(store.pendingSync().size(), 1);
+}
+
+void TestNotesStore::mergeTakesOnlyTheUnknown()
+{
+    NotesStore store(path());
+    const ReadingNote local = makeNote(u"local"_s, 1);
+    store.add(local, page);
+    const QByteArray before = contentOf(path());
+    QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
+
+    ReadingNote sameId = makeNote(u"other text"_s, 2);
+    sameId.id = local.id;
+    ReadingNote sameContent = local;
+    sameContent.id = QUuid::createUuid();
+    store.mergeRemote({});
+    store.mergeRemote({sameId, sameContent});
+    QCOMPARE(changes.count(), 0);
+    QCOMPARE(contentOf(path()), before);
+
+    const ReadingNote first = makeNote(u"remote"_s, 3, 2);
+    ReadingNote twin = first;
+    twin.id = QUuid::createUuid();
+    store.mergeRemote({first, sameId, twin, first});
+    QCOMPARE(changes.count(), 1);
+    const auto notes = store.allNotesWithContexts();
+    QCOMPARE(notes.size(), 3);
+    QCOMPARE(notes[0].context,
+             (ReadingContext{u"cloud"_s, u"Synced"_s, ReadingContextSource::appWindow}));
+    QCOMPARE(store.pendingSync().size(), 1); // the local one only
+}
+
+void TestNotesStore::unreadableFileIsSetAside_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<qsizetype>("keptFiles");
+    QTest::newRow("garbage") << QByteArray("no json") << qsizetype{1};
+    QTest::newRow("truncated") << QByteArray("{\"buckets\": [") << qsizetype{1};
+    QTest::newRow("wrong types") << QByteArray("{\"buckets\": 5}") << qsizetype{1};
+    QTest::newRow("empty") << QByteArray() << qsizetype{0};
+}
+
+void TestNotesStore::unreadableFileIsSetAside()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(qsizetype, keptFiles);
+    writeFile(content);
+    NotesStore store(path());
+    QVERIFY(store.allNotes().isEmpty());
+    QCOMPARE(contentOf(path()), content);
+
+    store.add(makeNote(u"1"_s, 1), page);
+    store.add(makeNote(u"2"_s, 2), page);
+    QCOMPARE(NotesStore(path()).allNotes().size(), 2);
+    const QDir directory(directory_->filePath(u"vellumo"_s));
+    const QStringList kept = directory.entryList({u"notes.json.unreadable-*"_s}, QDir::Files);
+    QCOMPARE(kept.size(), keptFiles);
+    if (!kept.isEmpty()) {
+        QCOMPARE(contentOf(directory.filePath(kept[0])), content);
+    }
+}
+
+void TestNotesStore::duplicateKeysEndTheProcess()
+{
+    const QByteArray bucket =
+        R"({"context": {"key": "twin", "displayName": "d", "source": "filePath"}, "notes": []})";
+    writeFile("{\"buckets\": [" + bucket + "," + bucket + "]}");
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {u"--load"_s, path()});
+    QVERIFY(child.waitForFinished());
+    QVERIFY(child.exitCode() != 0);
+    const QByteArray output = child.readAllStandardOutput();
+    QVERIFY2(output.startsWith("vellumo: ") && output.contains("\"twin\"")
+                 && output.contains(path().toUtf8()),
+             output.constData());
+}
+
+void TestNotesStore::failedSaveKeepsFileAndMemory_data()
+{
+    QTest::addColumn<bool>("diskFull");
+    QTest::newRow("disk full") << true;
+    QTest::newRow("folder is a file") << false;
+}
+
+void TestNotesStore::failedSaveKeepsFileAndMemory()
+{
+    QFETCH(bool, diskFull);
+    const QString store1 = diskFull ? path() : directory_->filePath(u"vellumo/x/notes.json"_s);
+    writeFile(diskFull ? QByteArray() : QByteArray("not a store"));
+    if (!diskFull) {
+        QVERIFY(QFile::rename(path(), directory_->filePath(u"vellumo/x"_s)));
+    }
+    NotesStore store(store1);
+    if (diskFull) {
+        store.add(makeNote(u"first"_s, 1), page);
+    }
+    const QByteArray before = contentOf(store1);
+
+    rlimit unlimited{};
+    getrlimit(RLIMIT_FSIZE, &unlimited);
+    const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{200, unlimited.rlim_max};
+    if (diskFull) {
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    }
+    store.add(makeNote(u"second"_s, 2), page);
+    setrlimit(RLIMIT_FSIZE, &unlimited);
+    std::signal(SIGXFSZ, previous);
+
+    QCOMPARE(contentOf(store1), before);
+    QCOMPARE(store.allNotes().constFirst().sourceText, u"second"_s);
+    if (diskFull) {
+        QCOMPARE(QDir(directory_->filePath(u"vellumo"_s)).entryList(QDir::Files | QDir::Hidden),
+                 QStringList{u"notes.json"_s});
+        store.add(makeNote(u"third"_s, 3), page);
+        QCOMPARE(NotesStore(store1).allNotes().size(), 3);
+    }
+}
+
+void TestNotesStore::fileIsPrivate()
+{
+    NotesStore store(path());
+    store.add(makeNote(u"1"_s, 1), page);
+    const auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser
+        | QFileDevice::WriteUser;
+    QCOMPARE(QFileInfo(path()).permissions(), ownerOnly);
+    QCOMPARE(QFileInfo(directory_->filePath(u"vellumo"_s)).permissions(),
+             ownerOnly | QFileDevice::ExeOwner | QFileDevice::ExeUser);
+}
+
+void TestNotesStore::symbolicLinkIsFollowed()
+{
+    writeFile(R"({"buckets": []})");
+    const QString elsewhere = directory_->filePath(u"elsewhere.json"_s);
+    QVERIFY(QFile::rename(path(), elsewhere));
+    QVERIFY(QFile::link(elsewhere, path()));
+    NotesStore store(path());
+    store.add(makeNote(u"1"_s, 1), page);
+    QVERIFY(QFileInfo(path()).isSymLink());
+    QCOMPARE(NotesStore(elsewhere).allNotes().size(), 1);
+}
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    if (argc == 3 && qstrcmp(argv[1], "--load") == 0) {
+        const NotesStore store(QString::fromLocal8Bit(argv[2]));
+        return 0;
+    }
+    TestNotesStore test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_notes_store.moc"

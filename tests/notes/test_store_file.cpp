@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "notes/StoreFile.h"
+
+#include <QFile>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+
+namespace {
+
+// One note with a follow-up, as the store writes it.
+QByteArray readValidFile()
+{
+    QFile file(QFINDTESTDATA("data/notes.json"));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestStoreFile : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY(!validFile.isEmpty()); }
+    void writesExactlyWhatItReads();
+    void numbersReadBackTheSame_data();
+    void numbersReadBackTheSame();
+    void loneSurrogateKeepsTheFileReadable();
+    void rejects_data();
+    void rejects();
+    void rejectsEveryTruncation();
+    void accepts_data();
+    void accepts();
+    void deepNestingIsRejectedWithoutCrash();
+
+private:
+    const QByteArray validFile = readValidFile();
+};
+
+void TestStoreFile::writesExactlyWhatItReads()
+{
+    const auto file = StoreFile::fromJson(validFile);
+    QVERIFY(file);
+    QCOMPARE(file->buckets.size(), 1);
+    const ReadingNote &note = file->buckets[0].notes.at(0);
+    QCOMPARE(note.createdAt, 788918400.25);
+    QCOMPARE(note.followUps.at(0).answer, u"😀"_s);
+    QCOMPARE(file->toJson(), validFile);
+}
+
+void TestStoreFile::numbersReadBackTheSame_data()
+{
+    QTest::addColumn<double>("createdAt");
+    QTest::addColumn<QByteArray>("text");
+    QTest::newRow("reference instant") << 0.0 << QByteArray("0");
+    QTest::newRow("whole seconds") << 788918400.0 << QByteArray("788918400");
+    QTest::newRow("fraction") << 0.1 + 0.2 << QByteArray("0.30000000000000004");
+    QTest::newRow("negative") << -1.5 << QByteArray("-1.5");
+    QTest::newRow("huge") << 1e300 << QByteArray("1e+300");
+}
+
+void TestStoreFile::numbersReadBackTheSame()
+{
+    QFETCH(double, createdAt);
+    QFETCH(QByteArray, text);
+    auto file = StoreFile::fromJson(validFile);
+    file->buckets[0].notes[0].createdAt = createdAt;
+    const QByteArray json = file->toJson();
+    QVERIFY2(json.contains("\"createdAt\": " + text + ","), json.constData());
+    QCOMPARE(StoreFile::fromJson(json)->buckets[0].notes[0].createdAt, createdAt);
+}
+
+void TestStoreFile::loneSurrogateKeepsTheFileReadable()
+{
+    auto file = StoreFile::fromJson(validFile);
+    file->buckets[0].notes[0] = {
+        QUuid::createUuid(), u"a"_s + QChar(0xD800) + u"b"_s + QChar(u'\0'), {}, {}, 0, {}};
+    const auto again = StoreFile::fromJson(file->toJson());
+    QVERIFY(again);
+    QCOMPARE(again->buckets[0].notes[0].sourceText, u"a?b"_s + QChar(u'\0'));
+}
+
+void TestStoreFile::rejects_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    const auto row = [this](const char *name, const char *what, const char *with) {
+        QByteArray json = validFile;
+        json.replace(what, with);
+        QVERIFY2(json != validFile, name);
+        QTest::newRow(name) << json;
+    };
+    row("missing followUps", "\"followUps\"", "\"others\"");
+    row("missing translation", "\"translation\"", "\"others\"");
+    row("missing context", "\"context\"", "\"others\"");
+    row("missing buckets", "\"buckets\"", "\"others\"");
+    row("missing question", "\"question\"", "\"others\"");
+    row("missing created", "\"created\"", "\"others\"");
+    row("null follow-ups", "\"created\": true", "\"created\": null");
+    row("created as a number", "\"created\": true", "\"created\": 1");
+    row("count with a fraction", "\"syncedFollowUpCount\": 1", "\"syncedFollowUpCount\": 1.5");
+    row("createdAt as text", "788918400.25", "\"788918400.25\"");
+    row("text as a number", "\"sourceText\": \"s\"", "\"sourceText\": 5");
+    row("unknown source", "\"webURL\"", "\"web\"");
+    row("braced id", "\"6F9619FF-8B86-D011-B42D-00C04FC964FF\",",
+        "\"{6F9619FF-8B86-D011-B42D-00C04FC964FF}\",");
+    row("id with a tail", "964FF\",", "964FF0\",");
+    row("id with a stray letter", "\"6F9619FF-8B86-D011-B42D-00C04FC964FF\",",
+        "\"6G9619FF-8B86-D011-B42D-00C04FC964FF\",");
+    row("invalid UTF-8", "why?", "why\xFF?");
+    QTest::newRow("sync states as an array") << QByteArray(R"({"buckets": [], "syncStates": []})");
+    QTest::newRow("trailing bytes") << QByteArray(validFile + "x");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("number") << QByteArray("1");
+}
+
+void TestStoreFile::rejects()
+{
+    QFETCH(QByteArray, json);
+    QVERIFY(!StoreFile::fromJson(json));
+    QVERIFY(!StoreFile::bucketsFromOlderLayout(json));
+}
+
+void TestStoreFile::rejectsEveryTruncation()
+{
+    for (qsizetype length = 0; length < validFile.size(); ++length) {
+        QVERIFY2(!StoreFile::fromJson(validFile.left(length)), qPrintable(QString::number(length)));
+    }
+}
+
+void TestStoreFile::accepts_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<bool>("hasStates");
+    QTest::newRow("no sync states") << QByteArray(R"({"buckets": []})") << false;
+    QTest::newRow("unknown keys") << QByteArray(R"({"x": [{}], "syncStates": {}, "buckets": []})")
+                                  << true;
+    QTest::newRow("lower-case id") << QByteArray(validFile).replace("6F9619FF", "6f9619ff") << true;
+}
+
+void TestStoreFile::accepts()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(bool, hasStates);
+    const auto file = StoreFile::fromJson(json);
+    QVERIFY(file);
+    QCOMPARE(file->syncStates.has_value(), hasStates);
+}
+
+void TestStoreFile::deepNestingIsRejectedWithoutCrash()
+{
+    QVERIFY(!StoreFile::fromJson(QByteArray(2'000'000, '[')));
+    const QByteArray closed =
+        "{\"buckets\": " + QByteArray(200'000, '[') + QByteArray(200'000, ']') + "}";
+    QVERIFY(!StoreFile::fromJson(closed));
+}
+
+QTEST_GUILESS_MAIN(TestStoreFile)
+#include "test_store_file.moc"

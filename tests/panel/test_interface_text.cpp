@@ -1,0 +1,182 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// Texts, the look's settings and the consent dialog.
+
+#include "platform/fake/FakeDesktop.h"
+#include "ui/BilingualText.h"
+#include "ui/ConsentDialog.h"
+#include "ui/PlainText.h"
+#include "ui/QmlEngine.h"
+#include "ui/look/SystemLook.h"
+#include <QDBusVariant>
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+
+class InterfaceTextTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void picksTheLanguage();
+    void followsTheStoredPreference();
+    void cutsTexts();
+    void scalesTextBeyondCommonSizes();
+    void believesTheDesktop();
+    void consentIsAnsweredOnce();
+    void askingAgainReplacesTheCallback();
+};
+
+void InterfaceTextTest::picksTheLanguage()
+{
+    for (const auto language : {"English"_L1, "en"_L1, "en-GB"_L1, "EN_us"_L1}) {
+        QVERIFY2(isEnglishInterface(language), language.data());
+    }
+    for (const auto language : {"Chinese"_L1, "zh"_L1, "french"_L1, ""_L1}) {
+        QVERIFY2(!isEnglishInterface(language), language.data());
+    }
+}
+
+void InterfaceTextTest::followsTheStoredPreference()
+{
+    const QString key = u"preferredOutputLanguage"_s;
+    FakeDefaultsStore store;
+    store.setValue(key, u"English"_s);
+    BilingualText texts([&] { return store.value(key).toString(); });
+    texts.follow(store);
+    QSignalSpy spy(&texts, &BilingualText::languageChanged);
+    store.setValue(u"other"_s, 1);
+    store.setValue(key, u"en-GB"_s);
+    QCOMPARE(spy.count(), 0);
+    store.setValue(key, u"Chinese"_s);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(texts.pick(u"yes"_s, u"是"_s), u"是"_s);
+}
+
+void InterfaceTextTest::cutsTexts()
+{
+    const QString accents(500, QChar(0x0301));
+    const struct {
+        QString text;
+        QString shown;
+        QString line;
+    } cases[] = {{u"abcdefgh"_s, u"abcdefgh"_s, u"abcdefgh"_s},
+                 {u"abcdefghi"_s, u"abcdefgh…"_s, u"abcdefgh…"_s},
+                 {u"abcdefg😀x"_s, u"abcdefg…"_s, u"abcdefg…"_s},
+                 {u"abcdefge\u0301x"_s, u"abcdefg…"_s, u"abcdefg…"_s},
+                 {u" a\r\n\tb  c "_s, u" a\n\tb  c…"_s, u"a b c"_s},
+                 {u"a\uFFFCb\uFEFFc\u0000\u009Fd"_s, u"abcd"_s, u"abcd"_s},
+                 {QChar(0xD83D), QChar(0xD83D), QChar(0xD83D)},
+                 {u'a' + accents, u'a' + accents.left(7) + u'…', u'a' + accents.left(7) + u'…'}};
+    for (const auto &each : cases) {
+        QCOMPARE(presentableText(each.text, 8), each.shown);
+        QCOMPARE(presentableLine(each.text, 8), each.line);
+    }
+}
+
+void InterfaceTextTest::scalesTextBeyondCommonSizes()
+{
+    QCOMPARE(textScaleForPoints(11), 1.0);
+    QCOMPARE(textScaleForPoints(16.5), 1.5);
+    QCOMPARE(textScaleForPoints(100), 2.0);
+    QCOMPARE(textScaleForPoints(1), 0.85);
+    QCOMPARE(textScaleForPoints(-1), 1.0); // the font is measured in pixels
+}
+
+void InterfaceTextTest::believesTheDesktop()
+{
+    const QString appearance = u"org.freedesktop.appearance"_s;
+    const QString gnome = u"org.gnome.desktop.interface"_s;
+    const struct {
+        QString group;
+        QString key;
+        QVariant value;
+        bool dark;
+        bool reduced;
+    } cases[] = {{appearance, u"color-scheme"_s, 1U, true, false},
+                 {appearance, u"color-scheme"_s, 2U, false, false},
+                 {appearance, u"color-scheme"_s, u"dark"_s, false, false},
+                 {appearance, u"reduced-motion"_s, 1U, false, true},
+                 {appearance, u"contrast"_s, 1U, false, false},
+                 {gnome, u"enable-animations"_s, false, false, true},
+                 {gnome, u"enable-animations"_s, true, false, false},
+                 {u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, u"0"_s, false, true}};
+    for (const auto &each : cases) {
+        SystemLook look;
+        look.apply(each.group, each.key, each.value);
+        QVERIFY2(look.isDark() == each.dark, qPrintable(each.key));
+        QVERIFY2(look.isMotionReduced() == each.reduced, qPrintable(each.key));
+    }
+}
+
+namespace {
+
+struct Asking {
+    QQmlEngine engine;
+    BilingualText texts{[] { return u"English"_s; }};
+    ConsentDialog dialog{engine, texts};
+    Asking() { prepareEngine(engine); }
+};
+
+void clickButton(QQuickWindow *window, const QString &name)
+{
+    const auto *button = window->findChild<QQuickItem *>(name);
+    QVERIFY(button);
+    QTest::mouseClick(window, Qt::LeftButton, {},
+                      button->mapToScene({button->width() / 2, button->height() / 2}).toPoint());
+}
+
+} // namespace
+
+void InterfaceTextTest::consentIsAnsweredOnce()
+{
+    using Act = std::function<void(QQuickWindow *)>;
+    const std::pair<Act, bool> ways[] = {
+        {[](auto *window) { clickButton(window, u"allow"_s); }, true},
+        {[](auto *window) { clickButton(window, u"notNow"_s); }, false},
+        {[](auto *window) { window->close(); }, false},
+        {[](auto *window) { QTest::keyClick(window, Qt::Key_Escape); }, false}};
+    for (const auto &[act, isAllowed] : ways) {
+        Asking asking;
+        QList<bool> answers;
+        asking.dialog.ask([&](bool answer) { answers << answer; });
+        QVERIFY(QTest::qWaitForWindowActive(asking.dialog.window()));
+        act(asking.dialog.window());
+        QCOMPARE(answers, QList<bool>{isAllowed});
+        QVERIFY(!asking.dialog.window());
+    }
+}
+
+void InterfaceTextTest::askingAgainReplacesTheCallback()
+{
+    Asking asking;
+    QStringList answered;
+    asking.dialog.ask([&](bool) { answered << u"first"_s; });
+    QQuickWindow *window = asking.dialog.window();
+    asking.dialog.ask([&](bool) {
+        answered << u"second"_s;
+        asking.dialog.ask([&](bool) { answered << u"third"_s; });
+    });
+    QCOMPARE(asking.dialog.window(), window);
+    window->close();
+    QCOMPARE(answered, QStringList{u"second"_s});
+    QVERIFY(asking.dialog.window()); // asked again from the callback
+    asking.dialog.window()->close();
+    QCOMPARE(answered, (QStringList{u"second"_s, u"third"_s}));
+}
+
+int main(int argc, char **argv)
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    InterfaceTextTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_interface_text.moc"

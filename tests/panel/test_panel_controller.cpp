@@ -1,0 +1,349 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// The rules of the panel against a fake desktop: no window, no drawing. The view's fitting height
+// is what the test says.
+
+#include "panel/PanelGeometry.h"
+#include "panel/ResultPanelController.h"
+#include "platform/fake/FakeEventMonitors.h"
+#include "platform/fake/FakeFloatingWindows.h"
+#include "platform/fake/FakeScreens.h"
+#include "ui/BilingualText.h"
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+
+namespace {
+
+constexpr Point insidePanel{720, 860};
+constexpr Point outsidePanel{10, 10};
+const ExplanationResult explained{u"翻译"_s, u"解释"_s};
+const Event escape{.type = EventType::KeyDown, .keyCode = KeyCode::Escape};
+const Event leftDown{.type = EventType::LeftMouseDown};
+
+struct Desk {
+    FakeFloatingWindows windows;
+    FakeScreens screens;
+    FakeEventMonitors monitors;
+    BilingualText texts{[] { return u"English"_s; }};
+    ResultPanelController panel{windows, screens, monitors, texts};
+
+    FakeFloatingPanel &window() { return *windows.panels.constFirst(); }
+    ResultPanelView &view()
+    {
+        return *window().content.properties.value(u"view"_s).value<ResultPanelView *>();
+    }
+    void fit(double height)
+    {
+        panel.prepare();
+        view().setFittingHeight(height);
+    }
+    void presentLoading(std::function<void()> onDismiss = {})
+    {
+        panel.present(IslandContent::loading(u"word"_s), {}, std::move(onDismiss));
+    }
+    void presentResult(QList<ThreadItem> thread = {}, std::function<void()> onDismiss = {})
+    {
+        panel.present(IslandContent::result(explained, u"source"_s, std::move(thread)), {},
+                      std::move(onDismiss));
+    }
+};
+
+Screen screenAt(double x, double y, double width, double height, double menuBar = 0,
+                double camera = 0)
+{
+    return {{x, y, width, height}, {x, y, width, height - menuBar}, camera};
+}
+
+} // namespace
+
+class ResultPanelControllerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void placesItself_data();
+    void placesItself();
+    void watchesExactlyWhileShown();
+    void closesByTheOutsideRule_data();
+    void closesByTheOutsideRule();
+    void escapeClosesAndIsSwallowed();
+    void runsOnDismissOnceAfterThePanelIsGone();
+    void replacesWithoutUnmapping();
+    void survivesPresentingFromOnDismiss();
+    void followUpsExtendWhatIsOnScreen();
+    void followUpsNeedAResult();
+    void growsDownwardsOnThePanelsOwnScreen();
+    void errorsTakeNoQuestionAndMayOfferPermission();
+};
+
+void ResultPanelControllerTest::placesItself_data()
+{
+    QTest::addColumn<QList<Screen>>("screens");
+    QTest::addColumn<Point>("pointer");
+    QTest::addColumn<double>("fitting");
+    QTest::addColumn<Rect>("frame");
+    QTest::addColumn<double>("inset");
+
+    const Screen left = screenAt(0, 0, 1440, 900, 24);
+    const Screen right = screenAt(1440, 300, 1920, 1080, 30, 38);
+    const Point lowerLeft{5, 5};
+    QTest::newRow("menu bar") << QList{left, right} << lowerLeft << 120.0
+                              << Rect{460, 780, 520, 120} << 24.0;
+    QTest::newRow("camera housing before the menu bar")
+        << QList{left, right} << Point{1440, 300} << 120.0 << Rect{2140, 1260, 520, 120} << 38.0;
+    QTest::newRow("pointer nowhere: the main screen")
+        << QList{left, right} << Point{-50, 5} << 120.0 << Rect{460, 780, 520, 120} << 24.0;
+    QTest::newRow("no screen") << QList<Screen>{} << lowerLeft << 120.0 << Rect{340, 680, 520, 120}
+                               << 0.0;
+    QTest::newRow("visible part above the screen's edge")
+        << QList{screenAt(0, 0, 1440, 900, -10)} << lowerLeft << 120.0 << Rect{460, 780, 520, 120}
+        << 0.0;
+    QTest::newRow("one line") << QList{left} << lowerLeft << 40.0 << Rect{460, 804, 520, 96}
+                              << 24.0;
+    QTest::newRow("taller than the visible screen")
+        << QList{left} << lowerLeft << 5000.0 << Rect{460, 24, 520, 876} << 24.0;
+}
+
+void ResultPanelControllerTest::placesItself()
+{
+    QFETCH(QList<Screen>, screens);
+    QFETCH(Point, pointer);
+    QFETCH(double, fitting);
+    QFETCH(Rect, frame);
+    QFETCH(double, inset);
+
+    Desk desk;
+    desk.fit(fitting);
+    desk.screens.list = screens;
+    desk.screens.pointer = pointer;
+    desk.presentResult();
+
+    QCOMPARE(desk.window().frame(), frame);
+    QCOMPARE(desk.view().topInset(), inset);
+    QVERIFY(!desk.window().isKey);
+}
+
+void ResultPanelControllerTest::watchesExactlyWhileShown()
+{
+    Desk desk;
+    desk.panel.prepare();
+    QCOMPARE(desk.monitors.localMasks(), QList<EventMask>{});
+    QVERIFY(!desk.panel.isOnScreen());
+
+    desk.presentResult();
+    desk.presentResult();
+    QCOMPARE(desk.monitors.localMasks(), QList<EventMask>{0x40040a});
+    QCOMPARE(desk.monitors.globalMasks(), (QList<EventMask>{0x0a, 0x400000}));
+    QVERIFY(desk.panel.isOnScreen());
+
+    desk.panel.dismiss();
+    QCOMPARE(desk.monitors.localMasks() + desk.monitors.globalMasks(), QList<EventMask>{});
+    QVERIFY(!desk.window().isVisible());
+}
+
+void ResultPanelControllerTest::closesByTheOutsideRule_data()
+{
+    QTest::addColumn<Event>("event");
+    QTest::addColumn<bool>("local");
+    QTest::addColumn<Point>("pointer");
+    QTest::addColumn<bool>("unsent");
+    QTest::addColumn<bool>("closes");
+
+    const auto rows = [](const char *name, const Event &event) {
+        for (const bool local : {true, false}) {
+            const char *owner = local ? "own" : "foreign";
+            QTest::addRow("%s %s", owner, name) << event << local << outsidePanel << false << true;
+            QTest::addRow("%s %s inside", owner, name)
+                << event << local << insidePanel << false << false;
+            QTest::addRow("%s %s, unsent text", owner, name)
+                << event << local << outsidePanel << true << false;
+        }
+    };
+    rows("left click", {.type = EventType::LeftMouseDown});
+    rows("right click", {.type = EventType::RightMouseDown});
+    rows("scroll", {.type = EventType::ScrollWheel});
+    QTest::newRow("typing") << Event{.type = EventType::KeyDown} << true << outsidePanel << false
+                            << false;
+    // the frame is half open: its upper and right edges are outside
+    QTest::newRow("on the left edge") << leftDown << false << Point{460, 860} << false << false;
+    QTest::newRow("on the right edge") << leftDown << false << Point{980, 860} << false << true;
+}
+
+void ResultPanelControllerTest::closesByTheOutsideRule()
+{
+    QFETCH(Event, event);
+    QFETCH(bool, local);
+    QFETCH(Point, pointer);
+    QFETCH(bool, unsent);
+    QFETCH(bool, closes);
+
+    Desk desk;
+    desk.presentResult();
+    desk.view().setHasUnsentText(unsent);
+    desk.screens.pointer = pointer;
+    if (local) {
+        QVERIFY(desk.monitors.sendLocal(event)); // passed on either way
+    } else {
+        desk.monitors.sendGlobal(event);
+    }
+    QCOMPARE(desk.panel.isOnScreen(), !closes);
+}
+
+void ResultPanelControllerTest::escapeClosesAndIsSwallowed()
+{
+    Desk desk;
+    desk.presentResult();
+    desk.view().setHasUnsentText(true);
+    QVERIFY(!desk.monitors.sendLocal(escape));
+    QVERIFY(!desk.panel.isOnScreen());
+}
+
+void ResultPanelControllerTest::runsOnDismissOnceAfterThePanelIsGone()
+{
+    Desk desk;
+    int runs = 0;
+    const auto onDismiss = [&] {
+        ++runs;
+        QVERIFY(!desk.panel.isOnScreen());
+        QVERIFY(!desk.window().isVisible());
+        QCOMPARE(desk.monitors.localMasks(), QList<EventMask>{});
+        desk.panel.dismiss();
+    };
+    desk.panel.dismiss();
+    desk.presentResult({}, onDismiss);
+    desk.panel.dismiss();
+    desk.panel.dismiss();
+    QCOMPARE(runs, 1);
+    desk.presentLoading(onDismiss);
+    QCOMPARE(runs, 1);
+    Q_EMIT desk.window().closeRequested();
+    QCOMPARE(runs, 2);
+    desk.presentResult({}, onDismiss);
+    desk.view().close();
+    QCOMPARE(runs, 3);
+}
+
+void ResultPanelControllerTest::replacesWithoutUnmapping()
+{
+    Desk desk;
+    bool wasOnScreenInCallback = true;
+    desk.fit(130);
+    desk.presentLoading([&] { wasOnScreenInCallback = desk.panel.isOnScreen(); });
+    desk.view().setFittingHeight(300);
+    QSignalSpy fresh(&desk.view(), &ResultPanelView::freshlyPresented);
+    desk.view().setHasUnsentText(true);
+    desk.presentResult();
+
+    QVERIFY(!wasOnScreenInCallback);
+    QCOMPARE(desk.windows.panels.size(), 1);
+    QCOMPARE(desk.window().timesShown, 1);
+    QCOMPARE(fresh.count(), 1);
+    QVERIFY(!desk.view().hasUnsentText());
+    QVERIFY(desk.window().lastFrameWasAnimated);
+    QCOMPARE(desk.window().frame(), (Rect{460, 600, 520, 300}));
+}
+
+void ResultPanelControllerTest::survivesPresentingFromOnDismiss()
+{
+    Desk desk;
+    QStringList order;
+    desk.presentResult({}, [&] {
+        order << u"old"_s;
+        desk.presentLoading([&] { order << u"nested"_s; });
+    });
+    desk.panel.showError(u"last"_s);
+    QCOMPARE(order, (QStringList{u"old"_s, u"nested"_s}));
+    QCOMPARE(desk.view().state(), ResultPanelView::State::Error);
+    QCOMPARE(desk.monitors.localMasks().size(), 1);
+}
+
+void ResultPanelControllerTest::followUpsExtendWhatIsOnScreen()
+{
+    Desk desk;
+    desk.presentResult({{u"q1"_s, u"a1"_s, false}});
+    desk.view().setHasUnsentText(true);
+    QSignalSpy fresh(&desk.view(), &ResultPanelView::freshlyPresented);
+    QSignalSpy bottom(&desk.view(), &ResultPanelView::scrollToBottomRequested);
+    QSignalSpy focus(&desk.view(), &ResultPanelView::focusRequested);
+    auto *rows = desk.view().thread();
+    const auto cell = [rows](int row, const char *role) {
+        return rows->data(rows->index(row, 0), rows->roleNames().key(role));
+    };
+
+    desk.panel.showFollowUpThinking(u"q2"_s);
+    QCOMPARE(rows->rowCount(), 2);
+    QCOMPARE(cell(1, "pending").toBool(), true);
+    QVERIFY(desk.view().awaitsAnswer());
+    desk.panel.showFollowUpFailure(u"sorry"_s);
+    QCOMPARE(cell(1, "answer").toString(), u"sorry"_s);
+    QCOMPARE(cell(1, "failed").toBool(), true);
+    desk.panel.showFollowUpThinking(u"q3"_s);
+    desk.panel.showFollowUpAnswer(u"a3"_s);
+    QCOMPARE(cell(2, "answer").toString(), u"a3"_s);
+    QCOMPARE(cell(0, "answer").toString(), u"a1"_s);
+
+    QCOMPARE(bottom.count(), 4);
+    QCOMPARE(focus.count(), 4);
+    QCOMPARE(fresh.count(), 0);
+    QVERIFY(desk.view().hasUnsentText()); // a draft outlives a redrawing
+}
+
+void ResultPanelControllerTest::followUpsNeedAResult()
+{
+    Desk desk;
+    const auto isIgnored = [&] {
+        desk.panel.showFollowUpThinking(u"q"_s);
+        desk.panel.showFollowUpAnswer(u"a"_s);
+        return desk.view().thread()->rowCount() == 0;
+    };
+    desk.panel.prepare();
+    QVERIFY(isIgnored());
+    QVERIFY(!desk.panel.isOnScreen());
+    desk.presentResult({{u"q"_s, u"a"_s, false}});
+    desk.presentLoading();
+    QVERIFY(isIgnored());
+    desk.panel.present(IslandContent::demo(explained), {}, {});
+    QVERIFY(isIgnored());
+    desk.presentResult();
+    desk.panel.showFollowUpAnswer(u"answer without a question"_s);
+    QCOMPARE(desk.view().thread()->rowCount(), 0);
+}
+
+void ResultPanelControllerTest::growsDownwardsOnThePanelsOwnScreen()
+{
+    Desk desk;
+    desk.screens.list = {screenAt(0, 0, 1440, 900, 24), screenAt(1440, 0, 1000, 400, 0, 38)};
+    desk.fit(150);
+    desk.presentResult();
+    desk.screens.pointer = {1500, 10}; // the pointer has moved on, the panel has not
+    desk.view().setFittingHeight(600);
+    desk.panel.showFollowUpThinking(u"q"_s);
+
+    QCOMPARE(desk.window().frame(), (Rect{460, 300, 520, 600}));
+    QVERIFY(desk.window().lastFrameWasAnimated);
+    QCOMPARE(desk.view().topInset(), 24.0);
+}
+
+void ResultPanelControllerTest::errorsTakeNoQuestionAndMayOfferPermission()
+{
+    Desk desk;
+    bool trusted = false;
+    desk.panel.isTrusted = [&] { return trusted; };
+    desk.panel.onFollowUp = [](const QString &) { QFAIL("asked"); };
+    desk.panel.showError(u"no permission"_s);
+    QCOMPARE(desk.view().state(), ResultPanelView::State::Error);
+    QCOMPARE(desk.view().explanation(), u"no permission"_s);
+    QVERIFY(!desk.view().submitFollowUp(u"why?"_s));
+    QVERIFY(desk.view().offersPermission());
+    trusted = true;
+    desk.panel.showError(u"nothing selected"_s);
+    QVERIFY(!desk.view().offersPermission());
+    trusted = false;
+    desk.presentResult();
+    QVERIFY(!desk.view().offersPermission());
+}
+
+QTEST_GUILESS_MAIN(ResultPanelControllerTest)
+#include "test_panel_controller.moc"

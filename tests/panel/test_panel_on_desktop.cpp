@@ -1,0 +1,201 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// The panel's real window under a real window manager, beside the window of another application.
+
+#include "panel/ResultPanelController.h"
+#include "platform/fake/FakeEventMonitors.h"
+#include "platform/windowing/QtFloatingWindows.h"
+#include "platform/windowing/QtScreens.h"
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11Problems.h"
+#include "support/Application.h"
+#include "ui/ApplicationFonts.h"
+#include "ui/BilingualText.h"
+#include "ui/QmlEngine.h"
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QScreen>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+using namespace vellumo::test;
+
+namespace {
+
+const ExplanationResult explained{u"翻译"_s, u"An explanation of several lines.\n\n\nThe end."_s};
+
+struct Desk {
+    QQmlEngine engine;
+    BilingualText texts{[] { return u"English"_s; }};
+    QtFloatingWindows windows{engine, [] { return false; }};
+    QtScreens screens;
+    FakeEventMonitors monitors;
+    ResultPanelController panel{windows, screens, monitors, texts};
+    QWindow *window = nullptr;
+    Desktop desktop;
+    X11Problems problems;
+    X11Connection outside{problems}; ///< sees the panel as any other client does
+    int timesUnmapped = 0;
+    Application editor{qtTextEdit(u"/dev/null"_s)};
+    WindowId other = 0; ///< the editor's
+
+    Desk()
+    {
+        prepareEngine(engine);
+        panel.prepare();
+        window = QGuiApplication::allWindows().constFirst();
+        outside.setEventHandler([this](const xcb_generic_event_t &event) {
+            timesUnmapped += eventType(event) == XCB_UNMAP_NOTIFY ? 1 : 0;
+        });
+    }
+    [[nodiscard]] WindowId id() const { return static_cast<WindowId>(window->winId()); }
+
+    /// The other application's window on screen, with the keyboard.
+    [[nodiscard]] bool focusOther()
+    {
+        other = editor.start(desktop).value_or(0);
+        return other != 0 && desktop.activate(other);
+    }
+    void presentLoading() { panel.present(IslandContent::loading(u"word"_s), {}, {}); }
+    void presentResult() { panel.present(IslandContent::result(explained, u"word"_s, {}), {}, {}); }
+
+    /// Counts from here on how often the panel is unmapped.
+    void watch()
+    {
+        constexpr quint32 mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+        xcb_change_window_attributes(outside.xcb(), id(), XCB_CW_EVENT_MASK, &mask);
+        outside.roundTrip();
+    }
+    [[nodiscard]] QList<quint32> property(WindowId ofWindow, const QByteArray &name)
+    {
+        const auto reply = outside.reply<xcb_get_property_reply_t>(
+            xcb_get_property(outside.xcb(), 0, ofWindow, outside.atom(name), XCB_ATOM_ANY, 0, 256));
+        if (!reply || reply->format != 32) {
+            return {};
+        }
+        const auto *values = static_cast<const quint32 *>(xcb_get_property_value(reply.get()));
+        return {values, values + reply->value_len};
+    }
+    [[nodiscard]] bool hasState(WindowId ofWindow, const QByteArray &state)
+    {
+        return property(ofWindow, "_NET_WM_STATE").contains(outside.atom(state));
+    }
+    [[nodiscard]] bool isOnEveryWorkspace()
+    {
+        return property(id(), "_NET_WM_DESKTOP").value(0) == 0xFFFFFFFF
+            || hasState(id(), "_NET_WM_STATE_STICKY");
+    }
+    [[nodiscard]] bool isTransient()
+    {
+        return property(id(), "WM_TRANSIENT_FOR").value(0) != XCB_WINDOW_NONE;
+    }
+    [[nodiscard]] bool isAboveOther()
+    {
+        const auto stack = property(outside.root(), "_NET_CLIENT_LIST_STACKING");
+        return stack.contains(other) && stack.indexOf(id()) > stack.indexOf(other);
+    }
+};
+
+} // namespace
+
+class PanelOnDesktopTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { installApplicationFonts(); }
+    void staysMappedFromLoadingToResult();
+    void leavesTheKeyboardAndGivesItBack();
+    void hangsOnEveryWorkspaceInNoList();
+    void standsOverAFullScreenWindow();
+};
+
+void PanelOnDesktopTest::staysMappedFromLoadingToResult()
+{
+    Desk desk;
+    QVERIFY(desk.focusOther());
+    desk.presentLoading();
+    QTRY_VERIFY(desk.desktop.isVisible(desk.id()));
+    desk.watch();
+    const int before = desk.window->height();
+    desk.presentResult();
+    QTRY_VERIFY(desk.window->height() > before);
+    desk.panel.showFollowUpThinking(u"why?"_s);
+    desk.panel.showError(u"no"_s);
+    QTRY_VERIFY(desk.window->height() < before + 40); // the last animation has arrived
+    desk.outside.roundTrip();
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.timesUnmapped, 0);
+    desk.panel.dismiss();
+    QTRY_VERIFY(!desk.desktop.isVisible(desk.id()));
+    QTRY_COMPARE(desk.timesUnmapped, 1);
+}
+
+void PanelOnDesktopTest::leavesTheKeyboardAndGivesItBack()
+{
+    Desk desk;
+    QVERIFY(desk.focusOther());
+    for (int round = 0; round < 2; ++round) { // shown again after it had the keyboard, too
+        const WindowId focus = desk.desktop.focusWindow();
+        desk.presentResult();
+        QTRY_VERIFY(desk.window->isExposed());
+        QCOMPARE(desk.desktop.activeWindow(), desk.other);
+        QCOMPARE(desk.desktop.focusWindow(), focus);
+
+        desk.panel.focusPanel();
+        QTRY_COMPARE(desk.desktop.activeWindow(), desk.id());
+        QTRY_VERIFY(desk.window->isActive());
+        QVERIFY(desk.window->focusObject()->objectName() == "followUpInput"_L1);
+
+        desk.panel.dismiss();
+        QTRY_COMPARE(desk.desktop.activeWindow(), desk.other);
+        QTRY_COMPARE(desk.desktop.focusWindow(), focus);
+    }
+}
+
+void PanelOnDesktopTest::hangsOnEveryWorkspaceInNoList()
+{
+    Desk desk;
+    for (int round = 0; round < 2; ++round) {
+        desk.presentLoading();
+        QTRY_VERIFY(desk.isOnEveryWorkspace());
+        for (const char *state :
+             {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_NET_WM_STATE_ABOVE"}) {
+            QTRY_VERIFY2(desk.hasState(desk.id(), state), state);
+        }
+        const QRect screen = desk.window->screen()->geometry();
+        const QRect place = desk.desktop.geometry(desk.id());
+        QCOMPARE(place.y(), screen.y());
+        QCOMPARE(place.center().x(), screen.center().x());
+        desk.panel.dismiss();
+        QTRY_VERIFY(!desk.desktop.isVisible(desk.id()));
+    }
+}
+
+void PanelOnDesktopTest::standsOverAFullScreenWindow()
+{
+    Desk desk;
+    QVERIFY(desk.focusOther());
+    for (const bool isFullScreen : {true, false}) {
+        desk.desktop.setFullScreen(desk.other, isFullScreen);
+        QTRY_COMPARE(desk.hasState(desk.other, "_NET_WM_STATE_FULLSCREEN"), isFullScreen);
+        desk.presentLoading();
+        QTRY_VERIFY(desk.isAboveOther());
+        QCOMPARE(desk.desktop.activeWindow(), desk.other);
+        desk.panel.dismiss();
+        QTRY_VERIFY(!desk.desktop.isVisible(desk.id()));
+        QTRY_VERIFY(!desk.isTransient());
+    }
+}
+
+int main(int argc, char **argv)
+{
+    QtFloatingWindows::chooseRenderer();
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    PanelOnDesktopTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_panel_on_desktop.moc"

@@ -1,0 +1,333 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// What the user sees and does in the island, in its real window on a platform without a display.
+
+#include "panel/ResultPanelController.h"
+#include "platform/fake/FakeEventMonitors.h"
+#include "platform/fake/FakeScreens.h"
+#include "platform/windowing/QtFloatingPanel.h"
+#include "platform/windowing/QtFloatingWindows.h"
+#include "ui/ApplicationFonts.h"
+#include "ui/BilingualText.h"
+#include "ui/QmlEngine.h"
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+
+namespace {
+
+const QString line = u"An explanation that takes about one line.\n"_s;
+
+struct Desk {
+    QQmlEngine engine;
+    QString language = u"English"_s;
+    BilingualText texts{[this] { return language; }};
+    QtFloatingWindows windows{engine, [] { return true; }};
+    FakeScreens screens;
+    FakeEventMonitors monitors;
+    ResultPanelController panel{windows, screens, monitors, texts};
+    QQuickWindow *window = nullptr;
+    QStringList asked;
+
+    Desk()
+    {
+        prepareEngine(engine);
+        panel.onFollowUp = [this](const QString &question) {
+            asked << question;
+            panel.showFollowUpThinking(question);
+        };
+        panel.prepare();
+        window = qobject_cast<QQuickWindow *>(QGuiApplication::allWindows().constFirst());
+    }
+    void present(const QString &explanation, const QString &translation = {},
+                 QList<ThreadItem> thread = {})
+    {
+        panel.present(
+            IslandContent::result({translation, explanation}, u"source"_s, std::move(thread)), {},
+            {});
+    }
+    [[nodiscard]] QQuickItem *item(const char *name) const
+    {
+        return find(window->contentItem(), QLatin1StringView(name));
+    }
+    [[nodiscard]] static QQuickItem *find(QQuickItem *root, QLatin1StringView name)
+    {
+        if (root->objectName() == name) {
+            return root;
+        }
+        const auto children = root->childItems();
+        for (QQuickItem *child : children) {
+            if (QQuickItem *found = find(child, name)) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
+    [[nodiscard]] bool isShown(const char *name) const
+    {
+        const QQuickItem *found = item(name);
+        return found != nullptr && found->isVisible() && found->height() > 0;
+    }
+    [[nodiscard]] QString draft() const
+    {
+        return item("followUpInput")->property("text").toString();
+    }
+    void type(const QString &text) const
+    {
+        for (const QChar c : text) {
+            QTest::sendKeyEvent(QTest::Click, window, Qt::Key_unknown, QString(c), {});
+        }
+    }
+    void click(const char *name) const
+    {
+        const QQuickItem *target = item(name);
+        const QPointF middle = target->mapToScene({target->width() / 2, target->height() / 2});
+        QTest::mouseClick(window, Qt::LeftButton, {}, middle.toPoint());
+    }
+    [[nodiscard]] bool focusField()
+    {
+        panel.focusPanel();
+        return QTest::qWaitFor([this] { return item("followUpInput")->hasActiveFocus(); });
+    }
+    [[nodiscard]] double height() const
+    {
+        return window->contentItem()->childItems().constLast()->height();
+    }
+    void clickElsewhere()
+    {
+        screens.pointer = {5, 5};
+        monitors.sendGlobal({.type = EventType::LeftMouseDown});
+    }
+};
+
+} // namespace
+
+class ResultPanelViewTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { installApplicationFonts(); }
+    void showsWhatItsStateNeeds_data();
+    void showsWhatItsStateNeeds();
+    void fitsItsContent();
+    void scrollsWhatIsTooLong();
+    void keepsTheDraftUntilPresentedAgain();
+    void submitsByEnterAndArrow();
+    void countsCompositionAsUnsent();
+    void copiesSelectedText();
+    void showsTextsAsTheyAre();
+    void switchesLanguageAndCloses();
+};
+
+void ResultPanelViewTest::showsWhatItsStateNeeds_data()
+{
+    QTest::addColumn<IslandContent>("content");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("hidden");
+
+    const ExplanationResult both{u"translation"_s, u"explanation"_s};
+    const auto result = [](const ExplanationResult &given, const QList<ThreadItem> &thread = {}) {
+        return IslandContent::result(given, u"word"_s, thread);
+    };
+    QTest::newRow("loading") << IslandContent::loading(u"word"_s) << u"title"_s
+                             << u"translation explanation followUpInput"_s;
+    QTest::newRow("result") << result(both) << u"translation explanation followUpInput"_s
+                            << u"headline answer"_s;
+    QTest::newRow("without translation")
+        << result({{}, u"explanation"_s}) << u"explanation followUpInput"_s << u"translation"_s;
+    QTest::newRow("failed follow-up")
+        << result(both, {{u"q"_s, u"sorry"_s, true}}) << u"answer failureNote"_s << u"headline"_s;
+    QTest::newRow("answered follow-up")
+        << result(both, {{u"q"_s, u"a"_s, false}}) << u"answer"_s << u"failureNote"_s;
+    QTest::newRow("demonstration")
+        << IslandContent::demo(both) << u"translation explanation"_s << u"followUpInput"_s;
+    QTest::newRow("error") << IslandContent::result({{}, u"message"_s}, {}, {})
+                           << u"headline allow"_s << u"explanation followUpInput"_s;
+}
+
+void ResultPanelViewTest::showsWhatItsStateNeeds()
+{
+    QFETCH(IslandContent, content);
+    QFETCH(QString, shown);
+    QFETCH(QString, hidden);
+    Desk desk;
+    desk.panel.isTrusted = [] { return false; };
+    desk.panel.present(content, {}, {});
+    const QStringList names = (shown + u' ' + hidden).split(u' ');
+    for (const QString &name : names) {
+        const bool isWanted = shown.split(u' ').contains(name);
+        QVERIFY2(desk.isShown(name.toLatin1()) == isWanted, qPrintable(name));
+    }
+}
+
+void ResultPanelViewTest::fitsItsContent()
+{
+    Desk desk;
+    desk.present(line);
+    const double one = desk.height();
+    desk.present(line + line + line);
+    const double three = desk.height();
+    desk.present(line, u"translation"_s);
+    const double translated = desk.height();
+    desk.present(line);
+    QCOMPARE(desk.height(), one); // no gap is left behind
+    QVERIFY(three > one + 30);
+    QVERIFY(translated > one + 15);
+
+    desk.panel.showFollowUpThinking(u"why?"_s);
+    const double pending = desk.height();
+    QVERIFY(pending > one + 40);
+    desk.panel.showFollowUpAnswer(line + line + line);
+    QVERIFY(desk.height() > pending);
+    // nothing of the last answer lies behind the field
+    const QQuickItem *answer = desk.item("answer");
+    const QQuickItem *field = desk.item("followUpInput");
+    QVERIFY(answer->mapToScene({0, answer->height()}).y() <= field->mapToScene({}).y());
+}
+
+void ResultPanelViewTest::scrollsWhatIsTooLong()
+{
+    Desk desk;
+    desk.screens.list = {{{0, 0, 800, 400}, {0, 0, 800, 380}, 0}};
+    desk.present(line.repeated(60));
+    QCOMPARE(desk.height(), 380.0);
+    const QQuickItem *text = desk.item("explanation");
+    const double atTop = text->mapToScene({}).y();
+    QVERIFY(atTop > 0);
+
+    desk.panel.showFollowUpThinking(u"why?"_s);
+    QTRY_VERIFY(text->mapToScene({}).y() < atTop - 100); // the new row is in view
+    desk.panel.showFollowUpAnswer(u"because"_s);
+    const QQuickItem *answer = desk.item("answer");
+    QTRY_VERIFY(answer->mapToScene({0, answer->height()}).y()
+                <= desk.item("followUpInput")->mapToScene({}).y());
+
+    desk.present(line.repeated(60));
+    QCOMPARE(desk.item("explanation")->mapToScene({}).y(), atTop);
+}
+
+void ResultPanelViewTest::keepsTheDraftUntilPresentedAgain()
+{
+    Desk desk;
+    desk.present(line);
+    QVERIFY(desk.focusField());
+    desk.type(u"why not"_s);
+    QQuickItem *input = desk.item("followUpInput");
+    QMetaObject::invokeMethod(input, "select", Q_ARG(int, 1), Q_ARG(int, 4));
+    desk.panel.showFollowUpThinking(u"asked elsewhere"_s);
+    desk.panel.showFollowUpAnswer(u"answer"_s);
+    QCOMPARE(desk.draft(), u"why not"_s);
+    QCOMPARE(input->property("selectedText").toString(), u"hy "_s);
+    QVERIFY(input->hasActiveFocus());
+
+    desk.present(line);
+    QCOMPARE(desk.draft(), QString());
+    QVERIFY(!desk.item("followUpInput")->hasActiveFocus());
+    desk.clickElsewhere();
+    QVERIFY(!desk.panel.isOnScreen()); // the old draft no longer holds the panel
+}
+
+void ResultPanelViewTest::submitsByEnterAndArrow()
+{
+    Desk desk;
+    desk.present(line);
+    QVERIFY(desk.focusField());
+    QTest::keyClick(desk.window, Qt::Key_Return);
+    desk.type(u"  "_s);
+    QTest::keyClick(desk.window, Qt::Key_Return);
+    QCOMPARE(desk.asked, QStringList{});
+
+    desk.type(u"why? "_s);
+    QTest::keyClick(desk.window, Qt::Key_Return);
+    QCOMPARE(desk.asked, QStringList{u"why?"_s});
+    QCOMPARE(desk.draft(), QString());
+
+    desk.type(u"and?"_s);
+    QTest::keyClick(desk.window, Qt::Key_Enter);
+    desk.click("send");
+    QCOMPARE(desk.asked.size(), 1); // one is awaited
+    QCOMPARE(desk.draft(), u"and?"_s);
+
+    desk.panel.showFollowUpAnswer(u"because"_s);
+    desk.click("send");
+    QCOMPARE(desk.asked, (QStringList{u"why?"_s, u"and?"_s}));
+    QCOMPARE(desk.draft(), QString());
+}
+
+void ResultPanelViewTest::countsCompositionAsUnsent()
+{
+    Desk desk;
+    desk.present(line);
+    QVERIFY(desk.focusField());
+    QInputMethodEvent composing(u"wei"_s, {});
+    QGuiApplication::sendEvent(desk.item("followUpInput"), &composing);
+    desk.clickElsewhere();
+    QVERIFY(desk.panel.isOnScreen());
+
+    QInputMethodEvent abandoned;
+    QGuiApplication::sendEvent(desk.item("followUpInput"), &abandoned);
+    desk.clickElsewhere();
+    QVERIFY(!desk.panel.isOnScreen());
+}
+
+void ResultPanelViewTest::copiesSelectedText()
+{
+    Desk desk;
+    desk.present(u"copy me"_s);
+    QQuickItem *text = desk.item("explanation");
+    desk.window->requestActivate();
+    const QPoint middle = text->mapToScene({20, 10}).toPoint();
+    QTest::mouseDClick(desk.window, Qt::LeftButton, {}, middle);
+    QCOMPARE(text->property("selectedText").toString(), u"copy"_s);
+    QTRY_VERIFY(text->hasActiveFocus());
+    QTest::keySequence(desk.window, QKeySequence::Copy);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"copy"_s);
+}
+
+void ResultPanelViewTest::showsTextsAsTheyAre()
+{
+    Desk desk;
+    const auto shown = [&](const QString &given) {
+        desk.present(given, given, {{given.left(100), given, false}});
+        const auto text = desk.item("explanation")->property("text").toString();
+        const bool isEverywhere = text == desk.item("translation")->property("text").toString()
+            && text == desk.item("answer")->property("text").toString();
+        return isEverywhere ? text : u"differs"_s;
+    };
+    const auto markup = u"<b>x</b> &amp; **y** \u202Eمرحبا <img src='http://127.0.0.1/'>"_s;
+    QCOMPARE(shown(markup), markup);
+    QCOMPARE(desk.item("explanation")->property("textFormat").toInt(), int{Qt::PlainText});
+    QCOMPARE(shown(u"a\r\nb\rc\u2028d\u0007\u0000\uFFFC"_s), u"a\nb\nc\nd"_s);
+    QCOMPARE(shown(QString(100000, u'长')), QString(20000, u'长') + u'…');
+}
+
+void ResultPanelViewTest::switchesLanguageAndCloses()
+{
+    Desk desk;
+    desk.panel.present(IslandContent::loading(u"word"_s), {}, {});
+    QCOMPARE(desk.item("title")->property("text").toString(), u"Reading…"_s);
+    desk.language = u"Chinese"_s;
+    desk.texts.refresh();
+    QCOMPARE(desk.item("title")->property("text").toString(), u"正在阅读…"_s);
+    desk.click("close");
+    QVERIFY(!desk.panel.isOnScreen());
+    QVERIFY(!desk.window->isVisible());
+}
+
+int main(int argc, char **argv)
+{
+    QtFloatingWindows::chooseRenderer();
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    ResultPanelViewTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_panel_view.moc"

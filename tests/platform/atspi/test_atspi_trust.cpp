@@ -1,0 +1,155 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "AtspiFixture.h"
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QJsonArray>
+#include <QSignalSpy>
+#include <QTest>
+#include <csignal>
+
+using namespace vellumo;
+using namespace vellumo::test;
+
+namespace {
+
+QDBusMessage status(const char *method, QVariantList arguments)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QString::fromLatin1(method));
+    arguments.prepend(QStringLiteral("org.a11y.Status"));
+    call.setArguments(arguments);
+    return QDBusConnection::sessionBus().call(call);
+}
+
+bool isOn(const QString &name = QStringLiteral("IsEnabled"))
+{
+    const QVariantList reply = status("Get", {name}).arguments();
+    return reply.value(0).value<QDBusVariant>().variant().toBool();
+}
+
+void turn(bool on)
+{
+    status("Set", {QStringLiteral("IsEnabled"), QVariant::fromValue(QDBusVariant(on))});
+}
+
+} // namespace
+
+class TestAtspiTrust : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { turn(false); }
+
+    void firstUseAsks();
+    void laterStartIsSilent();
+    void revocationIsNotFought();
+    void withdrawalEndsReading();
+    void busRestartIsSurvived();
+};
+
+void TestAtspiTrust::firstUseAsks()
+{
+    for (const bool wasOn : {false, true}) {
+        turn(wasOn);
+        const Reader reader(false);
+        QSignalSpy changes(reader.accessibility.get(), &Accessibility::trustChanged);
+        QVERIFY(!reader.accessibility->isProcessTrustedWithPrompt());
+        QCOMPARE(reader.prompt.timesAsked, 1);
+        reader.accessibility->refreshTrust();
+        reader.prompt.answer(true);
+        QVERIFY(waitUntil([&] { return reader.accessibility->isProcessTrusted(); }));
+        QVERIFY(!changes.isEmpty());
+        QVERIFY(isOn());
+        QVERIFY(!isOn(QStringLiteral("ScreenReaderEnabled")));
+        QVERIFY(reader.defaults.value(QStringLiteral("accessibilityConsent")).toBool());
+        QVERIFY(reader.connect());
+    }
+}
+
+void TestAtspiTrust::laterStartIsSilent()
+{
+    const Reader reader(true);
+    QVERIFY(!reader.accessibility->isProcessTrusted());
+    QVERIFY(!isOn());
+    QVERIFY(!reader.accessibility->isProcessTrustedWithPrompt());
+    QVERIFY(waitUntil([&] { return reader.accessibility->isProcessTrusted(); }));
+    QCOMPARE(reader.prompt.timesAsked, 0);
+    const Reader next(true); // finds the switch on
+    QVERIFY(next.accessibility->isProcessTrusted());
+    QVERIFY(next.accessibility->isProcessTrustedWithPrompt());
+}
+
+void TestAtspiTrust::revocationIsNotFought()
+{
+    turn(true);
+    const Reader reader(true);
+    QVERIFY(reader.connect());
+    QSignalSpy changes(reader.accessibility.get(), &Accessibility::trustChanged);
+    turn(false);
+    QVERIFY(waitUntil([&] { return !changes.isEmpty(); }));
+    QVERIFY(!reader.accessibility->isProcessTrusted());
+    QVERIFY(!reader.accessibility->isProcessTrustedWithPrompt());
+    QCOMPARE(reader.prompt.timesAsked, 1);
+    QVERIFY(!isOn());
+    QVERIFY(!reader.accessibility->isConnected());
+    turn(true);
+    QVERIFY(waitUntil([&] { return reader.accessibility->isProcessTrusted(); }));
+    QVERIFY(reader.connect());
+    turn(false);
+    QVERIFY(waitUntil([&] { return !reader.accessibility->isProcessTrusted(); }));
+    reader.accessibility->isProcessTrustedWithPrompt();
+    reader.prompt.answer(false);
+    QVERIFY(!isOn());
+    QVERIFY(!reader.defaults.value(QStringLiteral("accessibilityConsent")).toBool());
+}
+
+void TestAtspiTrust::withdrawalEndsReading()
+{
+    turn(true);
+    const Reader reader(true);
+    QVERIFY(reader.connect());
+    QCOMPARE(reader.accessibility->focusedWindowTitle(1), QStringLiteral("Peer"));
+    reader.accessibility->withdrawConsent();
+    QVERIFY(!reader.accessibility->isProcessTrusted());
+    QVERIFY(!reader.accessibility->isConnected());
+    QVERIFY(!reader.accessibility->focusedWindowTitle(1));
+    QVERIFY(isOn());
+}
+
+void TestAtspiTrust::busRestartIsSurvived()
+{
+    turn(true);
+    const QJsonObject tree{{QStringLiteral("role"), 79},
+                           {QStringLiteral("focused"), true},
+                           {QStringLiteral("text"), QStringLiteral("again")},
+                           {QStringLiteral("selections"), QJsonArray{QJsonArray{0, 5}}}};
+    const Reader reader(true);
+    QVERIFY(reader.connect());
+    const uint launcher = QDBusConnection::sessionBus()
+                              .interface()
+                              ->servicePid(QStringLiteral("org.a11y.Bus"))
+                              .value();
+    QVERIFY(launcher > 1);
+    kill(static_cast<pid_t>(launcher), SIGTERM);
+    QVERIFY(waitUntil([&] { return !reader.accessibility->isConnected(); }));
+    QVERIFY(waitUntil(
+        [&] {
+            return reader.accessibility->isProcessTrusted() && reader.accessibility->isConnected();
+        },
+        std::chrono::seconds(15)));
+    QCOMPARE(reader.prompt.timesAsked, 0);
+    Peer peer(tree);
+    QVERIFY(peer.waitUntilReady());
+    QVERIFY(waitUntil([&] {
+        const auto element = reader.accessibility->focusedElement(peer.id(), QDeadlineTimer(500));
+        return element
+            && reader.accessibility->selectedText(*element, QDeadlineTimer(500)).text == u"again";
+    }));
+}
+
+QTEST_GUILESS_MAIN(TestAtspiTrust)
+#include "test_atspi_trust.moc"

@@ -1,0 +1,317 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "PeerProcess.h"
+#include "platform/x11/X11Connection.h"
+#include "platform/x11/X11Pasteboard.h"
+#include "platform/x11/X11PrimarySelection.h"
+#include "platform/x11/X11Problems.h"
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QWindow>
+#include <array>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+using namespace vellumo::test;
+
+namespace {
+
+QByteArray randomBytes(qsizetype size)
+{
+    QByteArray bytes(size, '\0');
+    QRandomGenerator generator(20260101);
+    for (char &byte : bytes) {
+        byte = static_cast<char>(generator.generate());
+    }
+    return bytes;
+}
+
+QByteArray dumpClipboard()
+{
+    auto lines = outputOf(QString::fromUtf8(VELLUMO_X11_PEER), {u"dump"_s}).split('\n');
+    lines.removeIf([](const QByteArray &line) {
+        return line.startsWith("TIMESTAMP") || line.startsWith("TARGETS");
+    });
+    std::ranges::sort(lines);
+    return lines.join('\n').trimmed();
+}
+
+} // namespace
+
+class TestX11Pasteboard : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void restoresEveryFormByteByByte();
+    void restoresEmptyClipboardAndCountsOwners();
+    void givesUpOnABadOwner();
+    void readsText();
+    void readsOwnToolkitsContents();
+    void survivesRequestorThatGoesAway();
+    void servesSeveralTargetsAtOnce();
+    void handsOverAtExit();
+    void waitsForNoManagerAtExit();
+    void knowsThePrimaryOwner();
+
+private:
+    [[nodiscard]] QString file(const QString &name, const QByteArray &bytes);
+    [[nodiscard]] QString spec(const char *target, const char *type, int format,
+                               const QByteArray &bytes);
+
+    QTemporaryDir folder_;
+    X11Problems problems_;
+    std::unique_ptr<X11Connection> connection_;
+    std::unique_ptr<X11Pasteboard> pasteboard_;
+};
+
+void TestX11Pasteboard::init()
+{
+    connection_ = std::make_unique<X11Connection>(problems_);
+    QVERIFY(connection_->isUsable());
+    pasteboard_ = std::make_unique<X11Pasteboard>(*connection_, problems_);
+}
+
+void TestX11Pasteboard::cleanup()
+{
+    pasteboard_.reset();
+    connection_.reset();
+}
+
+QString TestX11Pasteboard::file(const QString &name, const QByteArray &bytes)
+{
+    QFile file(folder_.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
+        qFatal("cannot write");
+    }
+    return file.fileName();
+}
+
+QString TestX11Pasteboard::spec(const char *target, const char *type, int format,
+                                const QByteArray &bytes)
+{
+    static int number = 0;
+    return u"%1|%2|%3|%4"_s.arg(QString::fromUtf8(target), QString::fromUtf8(type))
+        .arg(format)
+        .arg(file(QString::number(++number), bytes));
+}
+
+void TestX11Pasteboard::restoresEveryFormByteByByte()
+{
+    const PeerProcess owner(
+        {u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "Grüße \xF0\x9F\x99\x82"),
+         spec("text/html", "text/html", 8, QByteArray("<b>a\0b</b>", 10)),
+         spec("STRING", "STRING", 8,
+              "Gr\xFC\xDF"
+              "e"),
+         spec("x-kde-passwordManagerHint", "x-kde-passwordManagerHint", 8, "secret"),
+         spec("x-atoms", "ATOM", 32, randomBytes(12)),
+         spec("x-shorts", "INTEGER", 16, randomBytes(6)), spec("x-empty", "x-empty", 8, ""),
+         spec("image/png", "image/png", 8, randomBytes(700'000))});
+    QVERIFY(owner.isReady());
+    const QByteArray before = dumpClipboard();
+    QCOMPARE(before.count('\n'), 7);
+
+    const auto items = pasteboard_->items(QDeadlineTimer(5000));
+    QVERIFY(items);
+    QCOMPARE(items->size(), 1);
+    QCOMPARE(items->first().size(), 8);
+    QCOMPARE(items->first().first().first, u"UTF8_STRING"_s); // in the owner's order
+
+    pasteboard_->clear();
+    QCOMPARE(dumpClipboard(), QByteArray());
+    pasteboard_->write(*items);
+    QCOMPARE(dumpClipboard(), before);
+    // A snapshot of what we serve ourselves is the same again.
+    QCOMPARE(pasteboard_->items(QDeadlineTimer(1000)), items);
+}
+
+void TestX11Pasteboard::restoresEmptyClipboardAndCountsOwners()
+{
+    pasteboard_->clear();
+    const auto items = pasteboard_->items(QDeadlineTimer(1000));
+    QVERIFY(items && items->isEmpty());
+    const auto count = pasteboard_->changeCount();
+    QVERIFY(!pasteboard_->waitForChange(count, QDeadlineTimer(30)));
+    const PeerProcess owner({u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "copied")});
+    QVERIFY(pasteboard_->waitForChange(count, QDeadlineTimer(1000)));
+    QCOMPARE_GT(pasteboard_->changeCount(), count);
+    QCOMPARE(pasteboard_->string(QDeadlineTimer(1000)), u"copied"_s);
+    pasteboard_->write(*items);
+    QVERIFY(pasteboard_->items(QDeadlineTimer(1000))->isEmpty());
+}
+
+void TestX11Pasteboard::givesUpOnABadOwner()
+{
+    const struct {
+        QString manner;
+        int deadlineMs;
+        int atMostMs;
+    } cases[] = {{u"stall"_s, 200, 400}, {u"die"_s, 10'000, 2000}, {u"endless"_s, 10'000, 8000}};
+    for (const auto &each : cases) {
+        const PeerProcess owner(
+            {each.manner, spec("UTF8_STRING", "UTF8_STRING", 8, randomBytes(2'000'000))});
+        QVERIFY(owner.isReady());
+        QElapsedTimer time;
+        time.start();
+        QVERIFY2(!pasteboard_->items(QDeadlineTimer(each.deadlineMs)), qPrintable(each.manner));
+        QCOMPARE_LE(time.elapsed(), each.atMostMs);
+
+        // Nothing of it disturbs what comes next.
+        const PeerProcess next({u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "next")});
+        QCOMPARE(pasteboard_->string(QDeadlineTimer(2000)), u"next"_s);
+    }
+}
+
+void TestX11Pasteboard::readsText()
+{
+    const struct {
+        const char *target;
+        QByteArray bytes;
+        std::optional<QString> text;
+    } cases[] = {{"UTF8_STRING", "h\xC3\xA9", u"h\u00E9"_s},
+                 {"UTF8_STRING", "a\xFF z", u"a\uFFFD z"_s},
+                 {"UTF8_STRING", QByteArray("end\0", 4), u"end"_s},
+                 {"UTF8_STRING", QByteArray(600'001, 'p'), QString(600'001, u'p')},
+                 {"text/plain;charset=utf-8", "\xE5\xAD\x97", u"\u5B57"_s},
+                 {"STRING", "h\xE9", u"h\u00E9"_s},
+                 {"image/png", "png", std::nullopt}};
+    for (const auto &each : cases) {
+        const PeerProcess owner({u"own"_s, spec(each.target, each.target, 8, each.bytes)});
+        QVERIFY(owner.isReady());
+        QVERIFY2(pasteboard_->string(QDeadlineTimer(2000)) == each.text, each.bytes.left(10));
+    }
+}
+
+void TestX11Pasteboard::readsOwnToolkitsContents()
+{
+    QWindow window; // its events tell the toolkit the server's present time
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QGuiApplication::clipboard()->setText(u"our own text field"_s);
+    QElapsedTimer time;
+    time.start();
+    QCOMPARE(pasteboard_->string(QDeadlineTimer(3000)), u"our own text field"_s);
+    const auto items = pasteboard_->items(QDeadlineTimer(3000));
+    QVERIFY(items && !items->isEmpty());
+    QCOMPARE_LT(time.elapsed(), 1000);
+    pasteboard_->write(*items);
+    QCOMPARE(outputOf(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-o"_s}),
+             "our own text field"_ba);
+}
+
+void TestX11Pasteboard::survivesRequestorThatGoesAway()
+{
+    const QByteArray bytes = randomBytes(3'000'000);
+    pasteboard_->write({{{u"UTF8_STRING"_s, bytes}}});
+    // Asks, takes the announcement of parts, and then neither takes them nor stays.
+    auto *xcb = xcb_connect(nullptr, nullptr);
+    const auto window = xcb_generate_id(xcb);
+    xcb_create_window(xcb, 0, window, connection_->root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    for (int i = 0; i < 40; ++i) {
+        xcb_convert_selection(xcb, window, connection_->atom("CLIPBOARD"_ba),
+                              connection_->atom("UTF8_STRING"_ba),
+                              connection_->atom("PART_" + QByteArray::number(i)), XCB_CURRENT_TIME);
+    }
+    xcb_flush(xcb);
+    int answered = 0;
+    QVERIFY(QTest::qWaitFor([&] {
+        while (const XcbEvent event{xcb_poll_for_event(xcb)}) {
+            answered += eventType(*event) == XCB_SELECTION_NOTIFY ? 1 : 0;
+        }
+        return answered == 40;
+    }));
+    xcb_disconnect(xcb);
+    QVERIFY(
+        outputOf(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-o"_s, u"-t"_s, u"UTF8_STRING"_s})
+        == bytes);
+}
+
+void TestX11Pasteboard::servesSeveralTargetsAtOnce()
+{
+    pasteboard_->write({{{u"UTF8_STRING"_s, "text"}, {u"text/html"_s, "<b>text</b>"}}});
+    X11Connection requestor(problems_);
+    auto *xcb = requestor.xcb();
+    const auto window = xcb_generate_id(xcb);
+    xcb_create_window(xcb, 0, window, requestor.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    const auto pairs = std::to_array<xcb_atom_t>(
+        {requestor.atom("text/html"_ba), requestor.atom("P0"_ba), requestor.atom("x-unknown"_ba),
+         requestor.atom("P1"_ba), requestor.atom("UTF8_STRING"_ba), requestor.atom("P2"_ba)});
+    const auto list = requestor.atom("PAIRS"_ba);
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, list, requestor.atom("ATOM_PAIR"_ba),
+                        32, pairs.size(), pairs.data());
+    xcb_convert_selection(xcb, window, requestor.atom("CLIPBOARD"_ba),
+                          requestor.atom("MULTIPLE"_ba), list, XCB_CURRENT_TIME);
+    bool answered = false;
+    requestor.setEventHandler([&](const xcb_generic_event_t &event) {
+        answered = answered || eventType(event) == XCB_SELECTION_NOTIFY;
+    });
+    requestor.flush();
+    QVERIFY(QTest::qWaitFor([&] { return answered; }));
+    const auto value = [&](const QByteArray &name) {
+        const auto reply = requestor.reply<xcb_get_property_reply_t>(
+            xcb_get_property(xcb, 0, window, requestor.atom(name), XCB_ATOM_ANY, 0, 100));
+        return QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                          xcb_get_property_value_length(reply.get()));
+    };
+    QCOMPARE(value("P0"_ba), "<b>text</b>"_ba);
+    QCOMPARE(value("P1"_ba), ""_ba);
+    QCOMPARE(value("P2"_ba), "text"_ba);
+    auto outcome = pairs;
+    outcome[3] = XCB_ATOM_NONE; // the one that could not be had
+    QCOMPARE(value("PAIRS"_ba),
+             QByteArray(reinterpret_cast<const char *>(outcome.data()), sizeof outcome));
+}
+
+void TestX11Pasteboard::handsOverAtExit()
+{
+    const PeerProcess manager({u"manager"_s});
+    QVERIFY(manager.isReady());
+    pasteboard_->write({{{u"UTF8_STRING"_s, "kept"}, {u"image/png"_s, randomBytes(1'000'000)}}});
+    const auto before = dumpClipboard();
+    QCOMPARE(before.count('\n'), 1);
+    pasteboard_.reset();
+    QCOMPARE(dumpClipboard(), before);
+}
+
+void TestX11Pasteboard::waitsForNoManagerAtExit()
+{
+    const auto exitMs = [&] {
+        pasteboard_->write({{{u"UTF8_STRING"_s, "lost"}}});
+        QElapsedTimer time;
+        time.start();
+        pasteboard_.reset();
+        return time.elapsed();
+    };
+    QCOMPARE_LE(exitMs(), 300); // there is none
+    pasteboard_ = std::make_unique<X11Pasteboard>(*connection_, problems_);
+    const PeerProcess manager({u"stalled-manager"_s});
+    QVERIFY(manager.isReady());
+    QCOMPARE_LE(exitMs(), 1500);
+}
+
+void TestX11Pasteboard::knowsThePrimaryOwner()
+{
+    X11PrimarySelection primary(*connection_);
+    QCOMPARE(primary.ownerProcess(), std::nullopt);
+    QCOMPARE(primary.string(QDeadlineTimer(1000)), std::nullopt);
+    QProcess owner;
+    owner.start(u"xclip"_s,
+                {u"-selection"_s, u"primary"_s, u"-quiet"_s, u"-i"_s,
+                 file(u"primary"_s, "selected \xE2\x80\xA6")});
+    QVERIFY(QTest::qWaitFor([&] { return primary.ownerProcess() == owner.processId(); }));
+    QCOMPARE(primary.string(QDeadlineTimer(1000)), u"selected \u2026"_s);
+    owner.kill();
+    QVERIFY(owner.waitForFinished());
+}
+
+QTEST_MAIN(TestX11Pasteboard)
+#include "test_x11_pasteboard.moc"

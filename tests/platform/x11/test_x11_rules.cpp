@@ -1,0 +1,345 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+//
+// What needs no desktop: rules, and servers that are not there or lack something.
+#include "platform/EventMonitoring.h"
+#include "platform/x11/DesktopEntries.h"
+#include "platform/x11/ModifierFlags.h"
+#include "platform/x11/MonitorList.h"
+#include "platform/x11/ServerTime.h"
+#include "platform/x11/TerminalClasses.h"
+#include "platform/x11/X11Backend.h"
+#include "support/Application.h"
+#include "support/Waiting.h"
+#include <QDir>
+#include <QEventLoop>
+#include <QTemporaryDir>
+#include <QTemporaryFile>
+#include <QTest>
+#include <QTimer>
+#include <csignal>
+#include <ctime>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+using namespace vellumo::test;
+
+class TestX11Rules : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void mapsModifiers();
+    void widensServerTime();
+    void handlersChangeMonitorsWhileCalled();
+    void findsDesktopEntry();
+    void choosesLocalizedName();
+    void rereadsChangedFolder();
+    void knowsTerminals();
+    void worksWithoutServer();
+    void doesLessWithoutExtensions();
+    void restsWhenTheServerEnds();
+};
+
+void TestX11Rules::mapsModifiers()
+{
+    using namespace ModifierFlag;
+    const struct {
+        const char *name;
+        quint8 base;
+        quint8 latched;
+        quint8 locked;
+        quint32 flags;
+    } cases[] = {{"Alt", 0x08, 0, 0, Option},
+                 {"Alt with Num Lock on", 0x08, 0, 0x10, Option},
+                 {"Num Lock key held", 0x10, 0, 0, 0},
+                 {"Alt with Caps Lock on", 0x08, 0, 0x02, Option | CapsLock},
+                 {"Caps Lock key held", 0x02, 0, 0, CapsLock},
+                 {"Shift and Alt", 0x09, 0, 0, Option | Shift},
+                 {"sticky Control", 0, 0x04, 0, Control},
+                 {"locked Shift is no flag", 0, 0, 0x01, 0},
+                 {"Super and AltGr", 0xC0, 0, 0, Command | AltGr}};
+    for (const auto &each : cases) {
+        QVERIFY2(modifierFlags(each.base, each.latched, each.locked) == each.flags, each.name);
+    }
+}
+
+void TestX11Rules::widensServerTime()
+{
+    ServerTime time;
+    const qint64 first = time.widen(0xFFFFFF00U);
+    QCOMPARE(time.widen(0x00000010U) - first, 0x110); // over the end of 32 bits
+    QCOMPARE(time.widen(0xFFFFFFF0U) - first, 0xF0); // and an older one after it
+    QCOMPARE(time.widen(0x70000000U) - first, 0x70000100);
+    QCOMPARE(time.widen(0xE0000000U) - first, 0xE0000100LL);
+}
+
+void TestX11Rules::handlersChangeMonitorsWhileCalled()
+{
+    auto list = std::make_shared<MonitorList>();
+    const Event event{EventType::FlagsChanged, 0, KeyCode::Other, 0};
+    const auto mask = maskOf(EventType::FlagsChanged);
+    QStringList calls;
+    std::unique_ptr<EventMonitorHandle> first;
+    std::unique_ptr<EventMonitorHandle> second;
+    std::unique_ptr<EventMonitorHandle> added;
+    first = list->add(mask, [&](const Event &) {
+        calls.append(u"first"_s);
+        added = list->add(mask, [&](const Event &) {
+            calls.append(u"added"_s);
+            return true;
+        });
+        second.reset();
+        first.reset(); // destroys the closure that runs
+        return false;
+    });
+    second = list->add(mask, [&](const Event &) {
+        calls.append(u"second"_s);
+        return true;
+    });
+    QVERIFY(!list->deliver(event)); // swallowed by the first
+    QCOMPARE(calls, QStringList{u"first"_s});
+    QVERIFY(list->deliver(event));
+    QCOMPARE(calls, (QStringList{u"first"_s, u"added"_s}));
+    list.reset(); // before its last handle
+}
+
+namespace {
+
+void writeFile(const QString &path, const QByteArray &contents)
+{
+    QDir().mkpath(path.section(u'/', 0, -2));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
+        qFatal("cannot write");
+    }
+}
+
+QByteArray entry(const QByteArray &rest)
+{
+    return "[Desktop Entry]\nType=Application\n" + rest + '\n';
+}
+
+} // namespace
+
+void TestX11Rules::findsDesktopEntry()
+{
+    const QTemporaryDir folder;
+    const auto system = folder.filePath(u"system/"_s);
+    const auto user = folder.filePath(u"user/"_s);
+    writeFile(system + u"org.example.Editor.desktop"_s, entry("Name=Editor\nExec=/opt/ed %U"));
+    writeFile(system + u"viewer.desktop"_s, entry("Name=Viewer\nExec=see"));
+    writeFile(system + u"browser.desktop"_s, entry("StartupWMClass=the-browser\nExec=b"));
+    writeFile(system + u"painter.desktop"_s, entry("Exec=env A=b \"/usr/bin/paintprog\" %f"));
+    writeFile(system + u"sandboxed.desktop"_s, entry("Exec=/usr/bin/flatpak run org.x"));
+    writeFile(system + u"suite-a.desktop"_s, entry("StartupWMClass=suite\nNoDisplay=true"));
+    writeFile(system + u"suite-z.desktop"_s, entry("StartupWMClass=suite"));
+    writeFile(system + u"vendor/tool.desktop"_s, entry("Name=Tool"));
+    writeFile(system + u"removed.desktop"_s, entry("Name=Removed"));
+    writeFile(user + u"removed.desktop"_s, "[Desktop Entry]\nHidden=true\n");
+    writeFile(system + u"link.desktop"_s, "[Desktop Entry]\nType=Link\nName=Link\n");
+    DesktopEntries entries({folder.filePath(u"user"_s), folder.filePath(u"system"_s)}, {});
+    QVERIFY(entries.refresh());
+    const struct {
+        const char *name;
+        QString applicationId;
+        QString instance;
+        QString className;
+        QString id;
+    } cases[] = {{"application id", u"org.example.Editor"_s, u"viewer"_s, u"viewer"_s,
+                  u"org.example.Editor"_s},
+                 {"unknown application id", u"org.example.Gone"_s, u"viewer"_s, {}, u"viewer"_s},
+                 {"class", {}, u"Navigator"_s, u"the-browser"_s, u"browser"_s},
+                 {"instance", {}, u"the-browser"_s, u"Other"_s, u"browser"_s},
+                 {"class in another case", {}, {}, u"The-Browser"_s, u"browser"_s},
+                 {"file name", {}, u"x"_s, u"Viewer"_s, u"viewer"_s},
+                 {"last part of the id", {}, u"editor"_s, u"Editor"_s, u"org.example.Editor"_s},
+                 {"program", {}, u"paintprog"_s, {}, u"painter"_s},
+                 {"launchers are nobody", {}, u"flatpak"_s, u"env"_s, {}},
+                 {"shown before hidden", {}, {}, u"suite"_s, u"suite-z"_s},
+                 {"file in a folder", {}, u"vendor-tool"_s, {}, u"vendor-tool"_s},
+                 {"deleted by the user", {}, u"removed"_s, {}, {}},
+                 {"no application", {}, u"link"_s, {}, {}},
+                 {"nothing known", {}, {}, {}, {}}};
+    for (const auto &each : cases) {
+        const auto *found = entries.find(each.applicationId, each.instance, each.className);
+        QVERIFY2((found == nullptr ? QString() : found->id) == each.id, each.name);
+    }
+}
+
+void TestX11Rules::choosesLocalizedName()
+{
+    const struct {
+        const char *locale;
+        const char *languages;
+        QString name;
+    } cases[] = {{"zh_CN.UTF-8", "", u"\u7F16\u8F91\u5668"_s}, {"de_AT.UTF-8", "", u"Bearbeiter"_s},
+                 {"sr_RS@latin", "", u"Uredjivac"_s},          {"fr_FR.UTF-8", "", u"Editor"_s},
+                 {"fr_FR.UTF-8", "fi:de", u"Bearbeiter"_s},    {"C", "de", u"Editor"_s}};
+    for (const auto &each : cases) {
+        qputenv("LC_ALL", each.locale);
+        qputenv("LANGUAGE", each.languages);
+        const auto parsed = parseDesktopEntry(
+            "# comment\n[Desktop Entry]\nName[zh_TW]=\xE8\xAA\xA4\nName[de]=Bearbeiter\n"
+            "Name=Editor\nName[zh_CN]=\xE7\xBC\x96\xE8\xBE\x91\xE5\x99\xA8\n"
+            "Name[sr@latin]=Uredjivac\nType=Application\n"
+            "[Desktop Action new]\nName=New Window\nName[de]=Neues Fenster\n",
+            desktopEntryLanguages());
+        QVERIFY(parsed);
+        QVERIFY2(parsed->name == each.name, each.locale);
+    }
+}
+
+void TestX11Rules::rereadsChangedFolder()
+{
+    const QTemporaryDir folder;
+    const auto applications = folder.filePath(u"applications"_s);
+    DesktopEntries entries({applications}, {});
+    QVERIFY(entries.refresh());
+    QVERIFY(!entries.refresh());
+    writeFile(applications + u"/new.desktop"_s, entry("Name=New"));
+    QVERIFY(entries.refresh());
+    QVERIFY(entries.find({}, u"new"_s, {}) != nullptr);
+}
+
+void TestX11Rules::knowsTerminals()
+{
+    for (const auto *name : {"XTerm", "Gnome-terminal", "konsole", "URxvt", "org.gnome.Console",
+                             "st-256color", "Tilix"}) {
+        QVERIFY2(isTerminalClass(name), name);
+    }
+    for (const auto *name : {"firefox-esr", "gedit", "Steam", "libreoffice-writer", ""}) {
+        QVERIFY2(!isTerminalClass(name), name);
+    }
+}
+
+namespace {
+
+/// What is printed on standard output while this object lives.
+class PrintedLines {
+public:
+    PrintedLines()
+    {
+        std::fflush(stdout);
+        if (!file_.open() || dup2(file_.handle(), STDOUT_FILENO) < 0) {
+            qFatal("cannot redirect");
+        }
+    }
+    ~PrintedLines()
+    {
+        dup2(standardOutput_, STDOUT_FILENO);
+        close(standardOutput_);
+    }
+    Q_DISABLE_COPY_MOVE(PrintedLines)
+
+    [[nodiscard]] QList<QByteArray> lines()
+    {
+        std::fflush(stdout);
+        QFile file(file_.fileName()); // of its own, so that the place of writing stays
+        if (!file.open(QIODevice::ReadOnly)) {
+            return {};
+        }
+        auto lines = file.readAll().split('\n');
+        lines.removeLast();
+        return lines;
+    }
+
+private:
+    QTemporaryFile file_;
+    int standardOutput_ = dup(STDOUT_FILENO);
+};
+
+/// An X server on a display that it chooses.
+Application::Command xServer(const QStringList &missingExtensions = {})
+{
+    QStringList arguments{u"-displayfd"_s, u"1"_s,        u"-nolisten"_s,
+                          u"tcp"_s,        u"-noreset"_s, u"-ac"_s};
+    for (const QString &name : missingExtensions) {
+        arguments << u"-extension"_s << name;
+    }
+    return {u"X server"_s, u"Xvfb"_s, arguments, {}, {}};
+}
+
+/// The display of a server that this starts; empty when it does not come.
+QByteArray startedDisplay(Application &server)
+{
+    server.launch();
+    const bool isUp = waitUntil([&] { return server.standardOutput().endsWith(u'\n'); });
+    return isUp ? ':' + server.standardOutput().trimmed().toLatin1() : QByteArray();
+}
+
+} // namespace
+
+void TestX11Rules::worksWithoutServer()
+{
+    PrintedLines printed;
+    {
+        X11Backend backend("unix:/nowhere:99"_ba);
+        const QDeadlineTimer soon(1000);
+        const auto flags = maskOf(EventType::FlagsChanged);
+        const auto local =
+            backend.eventMonitoring().addLocalMonitor(flags, [](const Event &) { return true; });
+        QVERIFY(!backend.eventMonitoring().addGlobalMonitor(flags, [](const Event &) {}));
+        QVERIFY(!backend.eventMonitoring().waitForRelease(ModifierFlag::Option, soon));
+        QVERIFY(!backend.keyPosting().postCopy());
+        QVERIFY(!backend.workspace().frontmostApplication());
+        QVERIFY(!backend.workspace().isOwnWindowActive());
+        QVERIFY(!backend.pasteboard().items(soon));
+        QVERIFY(!backend.pasteboard().string(soon));
+        backend.pasteboard().write({{{u"UTF8_STRING"_s, "x"_ba}}});
+        backend.pasteboard().clear();
+        QVERIFY(!backend.pasteboard().waitForChange(backend.pasteboard().changeCount(),
+                                                    QDeadlineTimer(10)));
+        QVERIFY(!backend.primarySelection().ownerProcess());
+        QVERIFY(!backend.primarySelection().string(soon));
+    }
+    QCOMPARE(printed.lines().size(), 1);
+    QVERIFY(printed.lines()[0].startsWith("vellumo: "));
+}
+
+void TestX11Rules::doesLessWithoutExtensions()
+{
+    PrintedLines printed;
+    Application server(xServer({u"XTEST"_s, u"XFIXES"_s, u"X-Resource"_s}));
+    const QByteArray display = startedDisplay(server);
+    QVERIFY(!display.isEmpty());
+    X11Backend backend(display);
+    QCOMPARE(printed.lines().size(), 1);
+    QVERIFY(printed.lines()[0].contains("XTEST") && printed.lines()[0].contains("XFIXES"));
+    QVERIFY(!backend.keyPosting().postCopy());
+    QVERIFY(!backend.primarySelection().ownerProcess());
+    QVERIFY(backend.pasteboard().items(QDeadlineTimer(1000))->isEmpty());
+    QVERIFY(!backend.pasteboard().waitForChange(backend.pasteboard().changeCount(),
+                                                QDeadlineTimer(10)));
+    QVERIFY(backend.eventMonitoring().addGlobalMonitor(maskOf(EventType::FlagsChanged),
+                                                       [](const Event &) {}));
+}
+
+void TestX11Rules::restsWhenTheServerEnds()
+{
+    PrintedLines printed;
+    Application server(xServer());
+    const QByteArray display = startedDisplay(server);
+    QVERIFY(!display.isEmpty());
+    X11Backend backend(display);
+    backend.pasteboard().write({{{u"UTF8_STRING"_s, "x"_ba}}});
+    QVERIFY(printed.lines().isEmpty());
+    server.signal(SIGKILL);
+    QVERIFY(QTest::qWaitFor([&] { return !printed.lines().isEmpty(); }));
+    const auto spentMs = [] {
+        timespec time{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return (time.tv_sec * 1000) + (time.tv_nsec / 1'000'000);
+    };
+    const auto before = spentMs();
+    QEventLoop loop;
+    QTimer::singleShot(300, &loop, &QEventLoop::quit); // the time over which work is measured
+    loop.exec();
+    QCOMPARE_LT(spentMs() - before, 100);
+    QVERIFY(!backend.workspace().frontmostApplication());
+    QVERIFY(!backend.pasteboard().items(QDeadlineTimer(1000)));
+    QCOMPARE(printed.lines().size(), 1);
+}
+
+QTEST_MAIN(TestX11Rules)
+#include "test_x11_rules.moc"

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "support/Desktop.h"
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace vellumo::test {
+
+/// A program of the desktop, started as it must be on a machine without a person, and ended with
+/// everything that it started.
+class Application {
+public:
+    struct Command {
+        QString name; ///< as a skipped test names it
+        QString program;
+        QStringList arguments;
+        QString windowClass;
+        QString title = {}; ///< of the window to wait for
+    };
+
+    explicit Application(Command command);
+    ~Application();
+    Application(const Application &) = delete;
+    Application &operator=(const Application &) = delete;
+    Application(Application &&) = delete;
+    Application &operator=(Application &&) = delete;
+
+    [[nodiscard]] bool isInstalled() const;
+
+    /// Starts the program and waits for its window; nothing when it did not come.
+    std::optional<WindowId> start(const Desktop &desktop);
+    /// Starts the program without waiting for anything.
+    bool launch();
+
+    [[nodiscard]] qint64 processIdentifier() const;
+    [[nodiscard]] bool isRunning() const;
+    /// Whether the process is the program or was started by it.
+    [[nodiscard]] bool owns(qint64 process) const;
+    /// What the program has written to its error output so far.
+    [[nodiscard]] QString errorOutput();
+    [[nodiscard]] QString standardOutput();
+
+    void stopAll() const; ///< SIGSTOP for the program and all that it started
+    void continueAll() const;
+    void signal(int number) const;
+    /// Ends the program with SIGTERM, then harder; the exit code, or nothing when it crashed.
+    std::optional<int> end();
+    bool waitForEnd(std::chrono::milliseconds time);
+    [[nodiscard]] int exitCode() const { return process_.exitCode(); }
+    [[nodiscard]] bool crashed() const { return process_.exitStatus() == QProcess::CrashExit; }
+
+    void setEnvironment(const QString &name, const QString &value);
+
+private:
+    [[nodiscard]] QList<qint64> tree() const;
+
+    Command command_;
+    QProcess process_;
+    QString errorOutput_;
+    QString standardOutput_;
+};
+
+/// Browsers with a fresh profile that ask nothing and fetch nothing of their own.
+Application::Command firefox(const QString &address, const QString &title, const QString &profile);
+Application::Command chromium(const QString &address, const QString &title, const QString &profile,
+                              bool exposesTree);
+Application::Command mousepad(const QString &file);
+Application::Command gnomeTextEditor(const QString &file);
+Application::Command evince(const QString &file);
+Application::Command writer(const QString &file, const QString &profile);
+Application::Command qtTextEdit(const QString &file);
+/// A terminal that runs `script` with bash.
+Application::Command xterm(const QString &script);
+
+/// A PDF with one page of real text, line by line.
+QByteArray pdf(const QStringList &lines);
+
+} // namespace vellumo::test

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QImage>
+#include <QList>
+#include <QPoint>
+#include <QRect>
+#include <QString>
+#include <QtGlobal>
+#include <chrono>
+#include <memory>
+#include <optional>
+
+namespace vellumo::test {
+
+using WindowId = quint32;
+
+/// Keys and buttons as a person presses them, on a connection of its own to the display.
+namespace Key {
+constexpr quint8 Escape = 9;
+constexpr quint8 Return = 36;
+constexpr quint8 ControlLeft = 37;
+constexpr quint8 ShiftLeft = 50;
+constexpr quint8 AltLeft = 64;
+constexpr quint8 CapsLock = 66;
+constexpr quint8 NumLock = 77;
+constexpr quint8 AltRight = 108;
+constexpr quint8 Home = 110;
+constexpr quint8 PageUp = 112;
+constexpr quint8 End = 115;
+constexpr quint8 ArrowRight = 114;
+constexpr quint8 ArrowDown = 116;
+constexpr quint8 A = 38;
+} // namespace Key
+
+/// The display as a person and a camera see it: windows by class and title, pixels, and input.
+/// Everything is asked of the X server; nothing of the program under test.
+class Desktop {
+public:
+    Desktop();
+    ~Desktop();
+    Desktop(const Desktop &) = delete;
+    Desktop &operator=(const Desktop &) = delete;
+    Desktop(Desktop &&) = delete;
+    Desktop &operator=(Desktop &&) = delete;
+
+    /// False when there is no X server to talk to.
+    [[nodiscard]] bool isOpen() const;
+
+    // Windows -------------------------------------------------------------------------------------
+
+    /// Visible windows whose WM_CLASS has `part` in one of its halves, whatever the case, and whose
+    /// title contains `title`.
+    [[nodiscard]] QList<WindowId> windows(const QString &part, const QString &title = {}) const;
+    [[nodiscard]] std::optional<WindowId>
+    waitForWindow(const QString &part, const QString &title = {},
+                  std::chrono::milliseconds time = std::chrono::seconds(30)) const;
+    [[nodiscard]] bool isVisible(WindowId window) const;
+    [[nodiscard]] QRect geometry(WindowId window) const;
+    [[nodiscard]] QString title(WindowId window) const;
+    [[nodiscard]] WindowId activeWindow() const;
+    [[nodiscard]] WindowId focusWindow() const;
+
+    /// Asks the window manager to activate the window, or without one gives it the input focus;
+    /// answers whether it has the keyboard in the end.
+    bool activate(WindowId window) const;
+    void setFullScreen(WindowId window, bool fullScreen) const;
+
+    /// The topmost window at a point of the screen that has a WM_CLASS.
+    [[nodiscard]] WindowId windowAt(QPoint point) const;
+
+    [[nodiscard]] QImage pixels(QRect area = {}) const; ///< of the whole screen without an area
+
+    /// Where the topmost line of dark pixels lies in a light area, such as a line of print.
+    [[nodiscard]] QRect firstLineOfPrint(QRect area) const;
+
+    // Input ---------------------------------------------------------------------------------------
+
+    void press(quint8 keycode) const;
+    void release(quint8 keycode) const;
+    void tap(quint8 keycode) const;
+    /// Presses now and releases after 40 ms; returns at once, the server keeps the time.
+    void pressForAMoment(quint8 keycode) const;
+    /// Holds `modifier` while tapping `keycode` `times` times.
+    void chord(quint8 modifier, quint8 keycode, int times = 1) const;
+    /// ASCII letters, digits and blanks, on the layout that the server starts with.
+    void type(const QString &text) const;
+    void moveTo(QPoint point) const;
+    void click(QPoint point, int times = 1, quint8 button = 1) const;
+    /// Presses at one point and moves to another with several motions, as toolkits want it.
+    void drag(QPoint from, QPoint to) const;
+
+    /// Two presses of Alt. The server itself waits between them, so that the times of the events do
+    /// not depend on how busy this process is. Answers the distance of the presses as the server
+    /// dated them.
+    std::chrono::milliseconds
+    doubleTap(std::chrono::milliseconds gap = std::chrono::milliseconds(150),
+              quint8 first = Key::AltLeft, quint8 second = Key::AltLeft) const;
+    /// When the last press of a key happened, on the server's clock.
+    [[nodiscard]] std::optional<quint32> timeOfPress(quint8 keycode) const;
+
+    /// Returns when the server has handled everything that was sent.
+    void sync() const;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d_;
+};
+
+} // namespace vellumo::test

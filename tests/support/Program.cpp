@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "support/Program.h"
+
+#include "support/AccessibleTree.h"
+#include "support/Waiting.h"
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QSettings>
+
+namespace vellumo::test {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int narrowestPanel = 500;
+constexpr int lowestTopOfPanel = 40;
+
+/// The only field in the panel, in whatever language.
+bool isFollowUpField(const AccessibleItem &item)
+{
+    return item.role == "text"_L1 || item.role == "entry"_L1;
+}
+
+} // namespace
+
+Program::Program(const Desktop &desktop, QString path)
+    : desktop_(desktop)
+    , path_(std::move(path))
+    , configHome_(qEnvironmentVariable("XDG_CONFIG_HOME"))
+    , dataHome_(qEnvironmentVariable("XDG_DATA_HOME"))
+{
+}
+
+Program::Program(const Desktop &desktop, QString path, const QString &folder)
+    : desktop_(desktop)
+    , path_(std::move(path))
+    , configHome_(qEnvironmentVariable("HOME") + u'/' + folder + u"/config"_s)
+    , dataHome_(qEnvironmentVariable("HOME") + u'/' + folder + u"/data"_s)
+{
+    QDir().mkpath(configHome_ + u"/vellumo"_s);
+    QDir().mkpath(dataHome_);
+    setEnvironment(u"XDG_CONFIG_HOME"_s, configHome_);
+    setEnvironment(u"XDG_DATA_HOME"_s, dataHome_);
+    setSetting(u"accessibilityConsent"_s, u"true"_s);
+    setSetting(u"hasCompletedOnboarding"_s, u"true"_s);
+    setSetting(u"preferredOutputLanguage"_s, u"English"_s);
+}
+
+void Program::setSetting(const QString &key, const QString &value)
+{
+    QSettings settings(configHome_ + u"/vellumo/vellumo.ini"_s, QSettings::IniFormat);
+    settings.setValue(key, value);
+}
+
+void Program::setEnvironment(const QString &name, const QString &value)
+{
+    environment_.append({name, value});
+}
+
+bool Program::start(const QStringList &arguments)
+{
+    process_ = std::make_unique<Application>(
+        Application::Command{u"vellumo"_s, path_, arguments, u"vellumo"_s});
+    for (const auto &[name, value] : std::as_const(environment_))
+        process_->setEnvironment(name, value);
+    return process_->launch() && waitUntil([this] {
+               return process_->standardOutput().contains("vellumo: ready"_L1)
+                   || !process_->isRunning();
+           })
+        && process_->isRunning();
+}
+
+std::optional<WindowId> Program::panel() const
+{
+    const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
+    for (const WindowId window : windows) {
+        const QRect place = desktop_.geometry(window);
+        if (place.width() >= narrowestPanel && place.top() <= lowestTopOfPanel)
+            return window;
+    }
+    return std::nullopt;
+}
+
+std::optional<WindowId> Program::waitForPanel(std::chrono::milliseconds time) const
+{
+    if (!waitUntil([this] { return panel().has_value(); }, time))
+        return std::nullopt;
+    return panel();
+}
+
+bool Program::waitForNoPanel(std::chrono::milliseconds time) const
+{
+    return waitUntil([this] { return !panel().has_value(); }, time);
+}
+
+bool Program::waitForAnswer() const
+{
+    return waitUntil([this] {
+        const auto items = accessibleItems(process_->processIdentifier());
+        return std::any_of(items.begin(), items.end(), isFollowUpField);
+    });
+}
+
+bool Program::waitForText(const QString &text) const
+{
+    return waitUntil([&] { return panelText().contains(text); });
+}
+
+QString Program::panelText() const
+{
+    QStringList names;
+    const auto items = accessibleItems(process_->processIdentifier());
+    for (const AccessibleItem &item : items)
+        names.append(item.role + u": "_s + item.name);
+    return names.join(u'\n');
+}
+
+bool Program::ask(const QString &question) const
+{
+    const auto items = accessibleItems(process_->processIdentifier());
+    const auto field = std::find_if(items.begin(), items.end(), isFollowUpField);
+    if (field == items.end())
+        return false;
+    desktop_.click(field->extents.center());
+    const auto hasKeyboard = [this] { return desktop_.activeWindow() == panel(); };
+    if (!waitUntil(hasKeyboard))
+        return false;
+    desktop_.type(question);
+    desktop_.tap(Key::Return);
+    return true;
+}
+
+QString Program::notesFile() const
+{
+    return dataHome_ + u"/vellumo/notes.json"_s;
+}
+
+QList<QJsonObject> Program::notes() const
+{
+    QList<QJsonObject> found;
+    QFile file(notesFile());
+    if (!file.open(QIODevice::ReadOnly))
+        return found;
+    const QJsonObject store = QJsonDocument::fromJson(file.readAll()).object();
+    const QJsonArray buckets = store.value("buckets"_L1).toArray();
+    for (const QJsonValue &bucket : buckets) {
+        const QJsonArray notes = bucket["notes"_L1].toArray();
+        for (const QJsonValue &value : notes) {
+            QJsonObject note = value.toObject();
+            note.insert("context"_L1, bucket["context"_L1]);
+            found.append(note);
+        }
+    }
+    return found;
+}
+
+bool Program::waitForNotes(qsizetype count) const
+{
+    return waitUntil([&] { return notes().size() == count; });
+}
+
+} // namespace vellumo::test

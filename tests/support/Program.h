@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "support/Application.h"
+#include <QJsonArray>
+#include <QJsonObject>
+#include <memory>
+
+namespace vellumo::test {
+
+/// The built vellumo with data and settings of its own, driven like a person would.
+class Program {
+public:
+    /// `path` is the executable. Settings and data are those of the desktop's user.
+    Program(const Desktop &desktop, QString path);
+    /// With settings and data of its own in a folder of this name: onboarded and with consent.
+    Program(const Desktop &desktop, QString path, const QString &folder);
+
+    void setSetting(const QString &key, const QString &value);
+    void setEnvironment(const QString &name, const QString &value);
+
+    /// Starts it and waits until it listens for double taps.
+    bool start(const QStringList &arguments = {});
+
+    [[nodiscard]] Application &process() { return *process_; }
+
+    /// The result panel: the visible window at the top edge of the screen.
+    [[nodiscard]] std::optional<WindowId> panel() const;
+    [[nodiscard]] std::optional<WindowId>
+    waitForPanel(std::chrono::milliseconds time = std::chrono::seconds(5)) const;
+    [[nodiscard]] bool
+    waitForNoPanel(std::chrono::milliseconds time = std::chrono::seconds(5)) const;
+    /// Waits until the panel shows an answer, which is when follow-ups can be asked.
+    [[nodiscard]] bool waitForAnswer() const;
+    /// Waits until something that the panel shows contains the text.
+    [[nodiscard]] bool waitForText(const QString &text) const;
+    /// All that the panel tells a screen reader, one element a line.
+    [[nodiscard]] QString panelText() const;
+    /// Clicks the follow-up field of the panel, types the question and submits it.
+    bool ask(const QString &question) const;
+
+    [[nodiscard]] QString notesFile() const;
+    /// Every note in the file, each with its "context" beside its own fields.
+    [[nodiscard]] QList<QJsonObject> notes() const;
+    [[nodiscard]] bool waitForNotes(qsizetype count) const;
+
+private:
+    const Desktop &desktop_;
+    QString path_;
+    QString configHome_;
+    QString dataHome_;
+    QList<std::pair<QString, QString>> environment_;
+    std::unique_ptr<Application> process_;
+};
+
+} // namespace vellumo::test

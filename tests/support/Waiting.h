@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <chrono>
+#include <thread>
+
+namespace vellumo::test {
+
+/// Runs the event loop until the condition holds or the time is over; answers whether it holds.
+template <typename Condition>
+[[nodiscard]] bool waitUntil(Condition condition,
+                             std::chrono::milliseconds time = std::chrono::seconds(5))
+{
+    QDeadlineTimer deadline(time);
+    while (!condition()) {
+        if (deadline.hasExpired())
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return true;
+}
+
+} // namespace vellumo::test
