@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: MIT
 //
 // plain_text_edit FILE: a window with a menu bar and the file's text, as Qt programs have
-// it.
+// it. Tells on standard output how many characters are selected, whenever that changes.
 #include <QApplication>
 #include <QFile>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QTextCursor>
 #include <QTextEdit>
+#include <cstdio>
 
 int main(int argc, char **argv)
 {
@@ -22,6 +24,11 @@ int main(int argc, char **argv)
     edit->setAcceptRichText(false);
     edit->setCursorWidth(0);
     edit->setPlainText(QString::fromUtf8(file.readAll()));
+    QObject::connect(edit, &QTextEdit::selectionChanged, edit, [edit] {
+        const QTextCursor cursor = edit->textCursor();
+        std::printf("selected %d\n", cursor.selectionEnd() - cursor.selectionStart());
+        std::fflush(stdout);
+    });
     window.setCentralWidget(edit);
     window.setGeometry(80, 160, 800, 500);
     window.show();
