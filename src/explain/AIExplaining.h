@@ -3,7 +3,7 @@
 #pragma once
 
 #include "explain/ExplanationTypes.h"
-#include "explain/Result.h"
+#include "platform/Result.h"
 #include <QList>
 #include <QObject>
 #include <functional>
