@@ -69,7 +69,9 @@ void writeStore(const QString &path, int count, NoteMaker &maker)
     for (int i = 0; i < count; ++i) {
         if (i % notesPerContext == 0)
             file.buckets.append({NoteMaker::context(i / notesPerContext), {}});
-        file.buckets.last().notes.append(maker.note());
+        const ReadingNote note = maker.note();
+        file.syncStates->insert(noteIdText(note.id), {true, note.followUps.size()});
+        file.buckets.last().notes.append(note);
     }
     QFile out(path);
     if (!out.open(QIODevice::WriteOnly) || out.write(file.toJson()) < 0)

@@ -6,10 +6,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -45,16 +47,28 @@ QString problem(const QString &action, const QString &path)
     return u"cannot %1 %2: %3"_s.arg(action, path, QString::fromLocal8Bit(std::strerror(errno)));
 }
 
-bool writeAll(int descriptor, const QByteArray &bytes)
+bool writeAll(int descriptor, const QList<QByteArray> &pieces)
 {
-    qsizetype written = 0;
-    while (written < bytes.size()) {
-        const ssize_t count = ::write(descriptor, bytes.constData() + written,
-                                      static_cast<size_t>(bytes.size() - written));
-        if (count < 0 && errno != EINTR) {
+    constexpr qsizetype most = 512; // within what every system takes at once
+    qsizetype next = 0;
+    qsizetype written = 0; // of the next piece
+    while (next < pieces.size()) {
+        std::array<iovec, most> parts{};
+        int count = 0;
+        for (qsizetype i = next; i < pieces.size() && count < most; ++i, ++count) {
+            const qsizetype skipped = i == next ? written : 0;
+            parts[static_cast<size_t>(count)] = {
+                const_cast<char *>(pieces.at(i).constData() + skipped),
+                static_cast<size_t>(pieces.at(i).size() - skipped)};
+        }
+        const ssize_t taken = ::writev(descriptor, parts.data(), count);
+        if (taken < 0 && errno != EINTR) {
             return false;
         }
-        written += qMax<ssize_t>(count, 0);
+        written += qMax<ssize_t>(taken, 0);
+        while (next < pieces.size() && written >= pieces.at(next).size()) {
+            written -= pieces.at(next++).size();
+        }
     }
     return true;
 }
@@ -67,7 +81,7 @@ bool syncDirectory(const QString &path)
     return directory.isOpen() && (::fsync(directory.get()) == 0 || errno == EINVAL);
 }
 
-std::optional<QString> writeBeside(const QString &temporary, const QByteArray &bytes,
+std::optional<QString> writeBeside(const QString &temporary, const QList<QByteArray> &pieces,
                                    Durability durability)
 {
     FileDescriptor file(::open(QFile::encodeName(temporary).constData(),
@@ -75,7 +89,7 @@ std::optional<QString> writeBeside(const QString &temporary, const QByteArray &b
     if (!file.isOpen() || ::fchmod(file.get(), 0600) != 0) {
         return problem(u"create"_s, temporary);
     }
-    if (!writeAll(file.get(), bytes)) {
+    if (!writeAll(file.get(), pieces)) {
         return problem(u"write"_s, temporary);
     }
     if (durability == Durability::Synced && ::fsync(file.get()) != 0) {
@@ -89,13 +103,13 @@ std::optional<QString> writeBeside(const QString &temporary, const QByteArray &b
 
 } // namespace
 
-std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes,
+std::optional<QString> replaceFile(const QString &path, const QList<QByteArray> &pieces,
                                    Durability durability)
 {
     const QFileInfo info(path);
     const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
     const QString temporary = target + u".tmp"_s;
-    std::optional<QString> failure = writeBeside(temporary, bytes, durability);
+    std::optional<QString> failure = writeBeside(temporary, pieces, durability);
     if (!failure
         && std::rename(QFile::encodeName(temporary).constData(),
                        QFile::encodeName(target).constData())

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 #include <optional>
 
@@ -13,11 +14,11 @@ enum class Durability : quint8 {
     Synced, ///< has reached the disk, with the directory entry, when the call returns
 };
 
-/// Replaces the file's content so that at every moment either the old or the new bytes stand under
-/// its name. The file is readable by the user alone (0600). A symbolic link is followed, not
-/// replaced. One writer at a time. Answers what went wrong, or nothing.
-[[nodiscard]] std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes,
-                                                 Durability durability);
+/// Replaces the file's content, given in pieces, so that at every moment either the old or the new
+/// bytes stand under its name. The file is readable by the user alone (0600). A symbolic link is
+/// followed, not replaced. One writer at a time. Answers what went wrong, or nothing.
+[[nodiscard]] std::optional<QString>
+replaceFile(const QString &path, const QList<QByteArray> &pieces, Durability durability);
 
 /// Makes the directory and its parents; a directory that is made is the user's alone (0700).
 [[nodiscard]] std::optional<QString> makePrivateDirectory(const QString &path);

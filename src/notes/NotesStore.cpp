@@ -45,9 +45,9 @@ std::optional<QString> setAside(const QString &path)
 
 } // namespace
 
-NotesStore::NotesStore(QString storePath, QObject *parent)
+NotesStore::NotesStore(QString storeURL, QObject *parent)
     : NotesStoring(parent)
-    , storePath_(std::move(storePath))
+    , storeURL_(std::move(storeURL))
 {
     load();
 }
@@ -63,10 +63,10 @@ QString NotesStore::defaultStorePath()
 
 void NotesStore::load()
 {
-    QFile file(storePath_);
+    QFile file(storeURL_);
     // Only a regular file is opened: a pipe would wait for a writer.
-    if (!QFileInfo(storePath_).isFile() || !file.open(QIODevice::ReadOnly)) {
-        hasUnreadableFile_ = QFileInfo::exists(storePath_);
+    if (!QFileInfo(storeURL_).isFile() || !file.open(QIODevice::ReadOnly)) {
+        hasUnreadableFile_ = QFileInfo::exists(storeURL_);
         return;
     }
     const QByteArray bytes = file.readAll();
@@ -96,7 +96,7 @@ void NotesStore::adopt(const QList<StoredNotesBucket> &buckets)
         const QString key = bucket.context.key;
         if (bucketsByContextKey_.contains(key)) {
             // Whichever bucket were kept, the next save would lose the other's notes.
-            printDiagnostic(u"%1 holds two buckets with the key \"%2\""_s.arg(storePath_, key));
+            printDiagnostic(u"%1 holds two buckets with the key \"%2\""_s.arg(storeURL_, key));
             std::_Exit(EXIT_FAILURE); // at once: nothing is open that an orderly end would save
         }
         bucketsByContextKey_.insert(key, bucket);
@@ -112,16 +112,16 @@ void NotesStore::save(Durability durability)
 
 std::optional<QString> NotesStore::trySave(Durability durability)
 {
-    if (auto failure = makePrivateDirectory(QFileInfo(storePath_).absolutePath())) {
+    if (auto failure = makePrivateDirectory(QFileInfo(storeURL_).absolutePath())) {
         return failure;
     }
     if (hasUnreadableFile_) {
-        if (auto failure = setAside(storePath_)) {
+        if (auto failure = setAside(storeURL_)) {
             return failure;
         }
         hasUnreadableFile_ = false;
     }
-    return replaceFile(storePath_, encoded(), durability);
+    return replaceFile(storeURL_, encoded(), durability);
 }
 
 void NotesStore::bucketChanged(const QString &key)
@@ -131,7 +131,7 @@ void NotesStore::bucketChanged(const QString &key)
     Q_EMIT vellumoNotesDidChange();
 }
 
-QByteArray NotesStore::encoded()
+QList<QByteArray> NotesStore::encoded()
 {
     QList<QByteArray> buckets;
     buckets.reserve(bucketsByContextKey_.size());

@@ -15,7 +15,7 @@ class NotesStore : public NotesStoring {
 public:
     /// Loads the file. A file that cannot be read or decoded leaves the store empty and is set
     /// aside before the first save. Two buckets with the same key end the process.
-    explicit NotesStore(QString storePath, QObject *parent = nullptr);
+    explicit NotesStore(QString storeURL, QObject *parent = nullptr);
 
     /// Where the notes of this user live.
     [[nodiscard]] static QString defaultStorePath();
@@ -38,15 +38,15 @@ private:
     void adopt(const QList<StoredNotesBucket> &buckets);
     void save(Durability durability);
     void bucketChanged(const QString &key);
-    [[nodiscard]] QByteArray encoded();
+    [[nodiscard]] QList<QByteArray> encoded();
     [[nodiscard]] std::optional<QString> trySave(Durability durability);
     [[nodiscard]] QList<Place> placesNewestFirst() const;
 
     QHash<QString, StoredNotesBucket> bucketsByContextKey_;
     NoteSyncStates syncStates_;
     QHash<QString, QByteArray> encodedBuckets_; ///< of the buckets unchanged since the last save
-    QString storePath_;
-    bool hasUnreadableFile_ = false; ///< what stands under storePath_ is not ours to overwrite
+    QString storeURL_;
+    bool hasUnreadableFile_ = false; ///< what stands under storeURL_ is not ours to overwrite
 };
 
 } // namespace vellumo

@@ -33,9 +33,10 @@ using NoteSyncStates = QMap<QString, NoteSyncState>;
 /// line. Worth keeping while the bucket does not change: encoding is most of what a save costs.
 [[nodiscard]] QByteArray encodedBucket(const StoredNotesBucket &bucket);
 
-/// The whole file around encoded buckets.
-[[nodiscard]] QByteArray encodedStoreFile(const QList<QByteArray> &encodedBuckets,
-                                          const NoteSyncStates &states);
+/// The whole file around encoded buckets, in pieces to be written one after the other: joining them
+/// would copy all notes for each change.
+[[nodiscard]] QList<QByteArray> encodedStoreFile(const QList<QByteArray> &encodedBuckets,
+                                                 const NoteSyncStates &states);
 
 /// The notes file: JSON in UTF-8, pretty-printed, keys sorted at every level.
 struct StoreFile {

@@ -3,6 +3,7 @@
 
 #include "notes/StoreFile.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <rapidjson/prettywriter.h>
@@ -84,16 +85,6 @@ void write(Writer &writer, const StoredNotesBucket &bucket)
     writer.EndObject();
 }
 
-void write(Writer &writer, const NoteSyncState &state)
-{
-    writer.StartObject();
-    writer.Key("created");
-    writer.Bool(state.created);
-    writer.Key("syncedFollowUpCount");
-    writer.Int64(state.syncedFollowUpCount);
-    writer.EndObject();
-}
-
 } // namespace
 
 QString noteIdText(const QUuid &id)
@@ -103,59 +94,75 @@ QString noteIdText(const QUuid &id)
 
 namespace {
 
-// A fragment is written inside a frame like that of the file, which gives it its indentation, and
-// then cut out.
-template <typename Fragment>
-QByteArray fragment(const char *key, bool inArray, const Fragment &writeFragment)
+// Canonical ids need no escaping, and there may be a hundred thousand of them.
+bool isCanonicalId(const QString &key)
 {
+    return key.size() == 36 && std::all_of(key.begin(), key.end(), [](QChar character) {
+               return (character >= u'0' && character <= u'9')
+                   || (character >= u'A' && character <= u'F') || character == u'-';
+           });
+}
+
+QByteArray encodedKey(const QString &key)
+{
+    if (isCanonicalId(key)) {
+        return '"' + key.toLatin1() + '"';
+    }
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
-    writer.SetIndent(' ', 2);
-    writer.StartObject();
-    writer.Key(key);
-    if (inArray) {
-        writer.StartArray();
+    writeString(writer, key);
+    return {buffer.GetString(), static_cast<qsizetype>(buffer.GetSize())};
+}
+
+QByteArray encodedStates(const NoteSyncStates &states)
+{
+    constexpr qsizetype usualSize = 112;
+    QByteArray text;
+    text.reserve(states.size() * usualSize);
+    text.append('{');
+    const char *separator = "\n    ";
+    for (auto state = states.begin(); state != states.end(); ++state) {
+        text.append(separator).append(encodedKey(state.key()));
+        text.append(": {\n      \"created\": ").append(state->created ? "true" : "false");
+        text.append(",\n      \"syncedFollowUpCount\": ");
+        text.append(QByteArray::number(state->syncedFollowUpCount)).append("\n    }");
+        separator = ",\n    ";
     }
-    // Before its first character the writer puts a line break with blanks, or a colon with one.
-    const size_t frame = buffer.GetSize() + (inArray ? sizeof("\n    ") : sizeof(": ")) - 1;
-    writeFragment(writer);
-    return {buffer.GetString() + frame, static_cast<qsizetype>(buffer.GetSize() - frame)};
+    return text.append(states.isEmpty() ? "}" : "\n  }");
 }
 
 } // namespace
 
 QByteArray encodedBucket(const StoredNotesBucket &bucket)
 {
-    return fragment("buckets", true, [&bucket](Writer &writer) { write(writer, bucket); });
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    writer.SetIndent(' ', 2);
+    // Written inside a frame like that of the file, which gives it its indentation, then cut out.
+    writer.StartObject();
+    writer.Key("buckets");
+    writer.StartArray();
+    const size_t frame = buffer.GetSize() + sizeof("\n    ") - 1;
+    write(writer, bucket);
+    return {buffer.GetString() + frame, static_cast<qsizetype>(buffer.GetSize() - frame)};
 }
 
-QByteArray encodedStoreFile(const QList<QByteArray> &encodedBuckets, const NoteSyncStates &states)
+QList<QByteArray> encodedStoreFile(const QList<QByteArray> &encodedBuckets,
+                                   const NoteSyncStates &states)
 {
-    const QByteArray encodedStates = fragment("syncStates", false, [&states](Writer &writer) {
-        writer.StartObject();
-        for (auto state = states.begin(); state != states.end(); ++state) {
-            const QByteArray id = state.key().toUtf8();
-            writer.Key(id.constData(), static_cast<rapidjson::SizeType>(id.size()));
-            write(writer, state.value());
-        }
-        writer.EndObject();
-    });
-
-    qsizetype size = encodedStates.size() + 64;
+    static const QByteArray first("{\n  \"buckets\": [\n    ");
+    static const QByteArray between(",\n    ");
+    QList<QByteArray> pieces;
+    pieces.reserve((2 * encodedBuckets.size()) + 2);
     for (const QByteArray &bucket : encodedBuckets) {
-        size += bucket.size() + 8;
+        pieces.append(pieces.isEmpty() ? first : between);
+        pieces.append(bucket);
     }
-    QByteArray file;
-    file.reserve(size);
-    file.append("{\n  \"buckets\": [");
-    const char *separator = "\n    ";
-    for (const QByteArray &bucket : encodedBuckets) {
-        file.append(separator).append(bucket);
-        separator = ",\n    ";
-    }
-    file.append(encodedBuckets.isEmpty() ? "],\n" : "\n  ],\n");
-    file.append("  \"syncStates\": ").append(encodedStates).append("\n}");
-    return file;
+    pieces.append(encodedBuckets.isEmpty() ? "{\n  \"buckets\": [],\n  \"syncStates\": "
+                                           : "\n  ],\n  \"syncStates\": ");
+    pieces.append(encodedStates(states));
+    pieces.append("\n}");
+    return pieces;
 }
 
 QByteArray StoreFile::toJson() const
@@ -165,7 +172,7 @@ QByteArray StoreFile::toJson() const
     for (const StoredNotesBucket &bucket : buckets) {
         encodedBuckets.append(encodedBucket(bucket));
     }
-    return encodedStoreFile(encodedBuckets, syncStates.value_or(NoteSyncStates()));
+    return encodedStoreFile(encodedBuckets, syncStates.value_or(NoteSyncStates())).join();
 }
 
 } // namespace vellumo
