@@ -16,7 +16,6 @@ packages_build=(
 # What the program needs while it runs, beyond the libraries that the development packages bring.
 packages_run=(
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-window
-    qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtquick-controls
     at-spi2-core dbus
     fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
 )

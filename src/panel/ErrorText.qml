@@ -13,6 +13,10 @@ Item {
 
     height: allow.visible ? allow.y + allow.height : need.y + need.height
 
+    function deselect(): void {
+        headline.deselect()
+    }
+
     ReadingText {
         id: headline
 

@@ -27,6 +27,7 @@ Item {
     }
     function deselect(): void {
         answer.deselect()
+        errorText.deselect()
     }
 
     ErrorText {

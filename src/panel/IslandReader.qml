@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Templates as T
 import Vellumo.Panel
 import Vellumo.Ui
 
@@ -47,21 +46,10 @@ Flickable {
     onContentHeightChanged: reader.settle()
     onMovementStarted: reader.followsBottom = false
 
-    T.ScrollBar.vertical: T.ScrollBar {
-        id: bar
-
-        visible: reader.contentHeight > reader.height + 0.5
-        parent: reader
+    ScrollThumb {
+        parent: reader // not the content, which it would scroll with
         x: reader.width - width - Units.space4
-        height: reader.height
-        padding: Units.space2
-        implicitWidth: Units.scrollThumb + 2 * bar.padding
-        minimumSize: 0.08
-        contentItem: Rectangle {
-            implicitWidth: Units.scrollThumb
-            radius: Units.scrollThumb / 2
-            color: bar.pressed || bar.hovered ? Theme.islandControlPressed
-                                              : Theme.islandControlHovered
-        }
+        flickable: reader
+        onDragged: reader.followsBottom = false
     }
 }

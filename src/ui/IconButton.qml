@@ -1,13 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Templates as T
 
 /// A round button with a picture, for the dark island.
-T.AbstractButton {
+ButtonArea {
     id: button
 
-    required property string accessibleName
     required property url iconSource
     property int diameter: Units.closeButton
     property int iconSize: 10
@@ -15,17 +13,9 @@ T.AbstractButton {
 
     implicitWidth: button.diameter
     implicitHeight: button.diameter
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
-    opacity: button.enabled ? 1 : 0.45
 
-    Accessible.role: Accessible.Button
-    Accessible.name: button.accessibleName
-
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
-
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: button.diameter / 2
         color: button.pressed ? Theme.islandControlPressed
              : button.hovered ? Theme.islandControlHovered : button.ground
@@ -33,22 +23,15 @@ T.AbstractButton {
         Behavior on color {
             ColorAnimation { duration: Units.quick }
         }
-
-        FocusRing {
-            shown: button.visualFocus
-            controlRadius: button.diameter / 2
-        }
     }
-    contentItem: Item {
-        Image {
-            anchors.centerIn: parent
-            source: button.iconSource
-            sourceSize.width: button.iconSize
-            sourceSize.height: button.iconSize
-        }
+    Image {
+        anchors.centerIn: parent
+        source: button.iconSource
+        sourceSize.width: button.iconSize
+        sourceSize.height: button.iconSize
     }
-
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
+    FocusRing {
+        shown: button.activeFocus
+        controlRadius: button.diameter / 2
     }
 }

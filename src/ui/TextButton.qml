@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
-import QtQuick.Templates as T
 
 /// A button with a word. Primary: ink on ground; otherwise a soft fill. On the island it takes the
 /// island's colours whatever the desktop's.
-T.AbstractButton {
+ButtonArea {
     id: button
 
+    property string text
     property bool primary: false
     property bool island: false
     property int minimumWidth: 0
@@ -21,34 +21,26 @@ T.AbstractButton {
     readonly property color textColor: button.island
         ? (button.primary ? Theme.islandGround : Theme.islandText)
         : (button.primary ? Theme.ground : Theme.ink)
+    readonly property real cornerRadius: button.island ? button.height / 2 : Units.radius10
 
+    accessibleName: button.text
     implicitHeight: button.island ? Units.scaled(32) : Units.button
-    implicitWidth: Math.max(button.minimumWidth, button.implicitContentWidth + 2 * Units.space20)
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    opacity: button.enabled ? 1 : 0.45
+    implicitWidth: Math.max(button.minimumWidth, label.implicitWidth + 2 * Units.space20)
 
-    Accessible.role: Accessible.Button
-    Accessible.name: button.text
-
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
-
-    background: Rectangle {
-        radius: button.island ? height / 2 : Units.radius10
+    Rectangle {
+        anchors.fill: parent
+        radius: button.cornerRadius
         color: button.hovered || button.pressed ? button.hoverColor : button.restColor
         opacity: button.pressed ? 0.85 : 1
 
         Behavior on color {
             ColorAnimation { duration: Units.quick }
         }
-
-        FocusRing {
-            shown: button.visualFocus
-            controlRadius: parent.radius
-        }
     }
-    contentItem: Text {
+    Text {
+        id: label
+
+        anchors.fill: parent
         text: button.text
         textFormat: Text.PlainText
         color: button.textColor
@@ -57,9 +49,10 @@ T.AbstractButton {
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
+        Accessible.ignored: true
     }
-
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
+    FocusRing {
+        shown: button.activeFocus
+        controlRadius: button.cornerRadius
     }
 }

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+/// What every button does, without a look of its own. A click leaves the keyboard where it is, so
+/// whoever sees the focus ring has come with the keyboard.
+Item {
+    id: area
+
+    required property string accessibleName
+    readonly property bool hovered: area.enabled && pointer.containsMouse
+    readonly property bool pressed: pointer.pressed && pointer.containsMouse
+
+    signal clicked
+
+    activeFocusOnTab: true
+    opacity: area.enabled ? 1 : 0.45
+
+    Accessible.role: Accessible.Button
+    Accessible.name: area.accessibleName
+    Accessible.focusable: true
+    Accessible.onPressAction: area.clicked()
+
+    Keys.onPressed: event => {
+        const keys = [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter]
+        event.accepted = keys.includes(event.key)
+        if (event.accepted && !event.isAutoRepeat)
+            area.clicked()
+    }
+
+    MouseArea {
+        id: pointer
+
+        anchors.fill: parent
+        hoverEnabled: true
+        cursorShape: Qt.PointingHandCursor
+        onClicked: area.clicked()
+    }
+}
