@@ -326,7 +326,7 @@ void TestProgram::keepsTheNoteWhenItIsEnded()
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForAnswer());
     vellumo_->process().signal(signal);
-    QVERIFY(vellumo_->process().waitForEnd(5s));
+    QVERIFY(vellumo_->process().waitForEnd(patience));
     QVERIFY(!vellumo_->process().crashed());
     QCOMPARE(vellumo_->process().exitCode(), 0);
     QCOMPARE(vellumo_->notes().size(), 1);
@@ -338,7 +338,7 @@ void TestProgram::refusesASecondWriterOfTheSameNotes()
                                                   QLatin1StringView(QTest::currentDataTag()));
     Program second(desktop_, QStringLiteral(VELLUMO_PROGRAM), folder);
     QVERIFY(!second.start());
-    QVERIFY(second.process().waitForEnd(5s));
+    QVERIFY(second.process().waitForEnd(patience));
     QVERIFY(!second.process().crashed());
     const QString said = second.process().standardOutput() + second.process().errorOutput();
     QCOMPARE(said.count(u'\n'), 1);

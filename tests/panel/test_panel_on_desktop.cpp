@@ -9,6 +9,7 @@
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Problems.h"
 #include "support/Application.h"
+#include "support/Waiting.h"
 #include "ui/ApplicationFonts.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
@@ -116,20 +117,21 @@ void PanelOnDesktopTest::staysMappedFromLoadingToResult()
     Desk desk;
     QVERIFY(desk.focusOther());
     desk.presentLoading();
-    QTRY_VERIFY(desk.desktop.isVisible(desk.id()));
+    QVERIFY(waitUntil([&] { return desk.desktop.isVisible(desk.id()); }));
     desk.watch();
     const int before = desk.window->height();
     desk.presentResult();
-    QTRY_VERIFY(desk.window->height() > before);
+    QVERIFY(waitUntil([&] { return desk.window->height() > before; }));
     desk.panel.showFollowUpThinking(u"why?"_s);
     desk.panel.showError(u"no"_s);
-    QTRY_VERIFY(desk.window->height() < before + 40); // the last animation has arrived
+    QVERIFY(waitUntil(
+        [&] { return desk.window->height() < before + 40; })); // the last animation has arrived
     desk.outside.roundTrip();
     QCoreApplication::processEvents();
     QCOMPARE(desk.timesUnmapped, 0);
     desk.panel.dismiss();
-    QTRY_VERIFY(!desk.desktop.isVisible(desk.id()));
-    QTRY_COMPARE(desk.timesUnmapped, 1);
+    QVERIFY(waitUntil([&] { return !desk.desktop.isVisible(desk.id()); }));
+    QVERIFY(waitUntil([&] { return desk.timesUnmapped == 1; }));
 }
 
 void PanelOnDesktopTest::leavesTheKeyboardAndGivesItBack()
@@ -139,18 +141,18 @@ void PanelOnDesktopTest::leavesTheKeyboardAndGivesItBack()
     for (int round = 0; round < 2; ++round) { // shown again after it had the keyboard, too
         const WindowId focus = desk.desktop.focusWindow();
         desk.presentResult();
-        QTRY_VERIFY(desk.window->isExposed());
+        QVERIFY(waitUntil([&] { return desk.window->isExposed(); }));
         QCOMPARE(desk.desktop.activeWindow(), desk.other);
         QCOMPARE(desk.desktop.focusWindow(), focus);
 
         desk.panel.focusPanel();
-        QTRY_COMPARE(desk.desktop.activeWindow(), desk.id());
-        QTRY_VERIFY(desk.window->isActive());
+        QVERIFY(waitUntil([&] { return desk.desktop.activeWindow() == desk.id(); }));
+        QVERIFY(waitUntil([&] { return desk.window->isActive(); }));
         QVERIFY(desk.window->focusObject()->objectName() == "followUpInput"_L1);
 
         desk.panel.dismiss();
-        QTRY_COMPARE(desk.desktop.activeWindow(), desk.other);
-        QTRY_COMPARE(desk.desktop.focusWindow(), focus);
+        QVERIFY(waitUntil([&] { return desk.desktop.activeWindow() == desk.other; }));
+        QVERIFY(waitUntil([&] { return desk.desktop.focusWindow() == focus; }));
     }
 }
 
@@ -159,17 +161,17 @@ void PanelOnDesktopTest::hangsOnEveryWorkspaceInNoList()
     Desk desk;
     for (int round = 0; round < 2; ++round) {
         desk.presentLoading();
-        QTRY_VERIFY(desk.isOnEveryWorkspace());
+        QVERIFY(waitUntil([&] { return desk.isOnEveryWorkspace(); }));
         for (const char *state :
              {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER", "_NET_WM_STATE_ABOVE"}) {
-            QTRY_VERIFY2(desk.hasState(desk.id(), state), state);
+            QVERIFY2(waitUntil([&] { return desk.hasState(desk.id(), state); }), state);
         }
         const QRect screen = desk.window->screen()->geometry();
         const QRect place = desk.desktop.geometry(desk.id());
         QCOMPARE(place.y(), screen.y());
         QCOMPARE(place.center().x(), screen.center().x());
         desk.panel.dismiss();
-        QTRY_VERIFY(!desk.desktop.isVisible(desk.id()));
+        QVERIFY(waitUntil([&] { return !desk.desktop.isVisible(desk.id()); }));
     }
 }
 
@@ -179,13 +181,14 @@ void PanelOnDesktopTest::standsOverAFullScreenWindow()
     QVERIFY(desk.focusOther());
     for (const bool isFullScreen : {true, false}) {
         desk.desktop.setFullScreen(desk.other, isFullScreen);
-        QTRY_COMPARE(desk.hasState(desk.other, "_NET_WM_STATE_FULLSCREEN"), isFullScreen);
+        QVERIFY(waitUntil(
+            [&] { return desk.hasState(desk.other, "_NET_WM_STATE_FULLSCREEN") == isFullScreen; }));
         desk.presentLoading();
-        QTRY_VERIFY(desk.isAboveOther());
+        QVERIFY(waitUntil([&] { return desk.isAboveOther(); }));
         QCOMPARE(desk.desktop.activeWindow(), desk.other);
         desk.panel.dismiss();
-        QTRY_VERIFY(!desk.desktop.isVisible(desk.id()));
-        QTRY_VERIFY(!desk.isTransient());
+        QVERIFY(waitUntil([&] { return !desk.desktop.isVisible(desk.id()); }));
+        QVERIFY(waitUntil([&] { return !desk.isTransient(); }));
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/Application.h"
+#include "support/Waiting.h"
 #include <QJsonArray>
 #include <QJsonObject>
 #include <memory>
@@ -28,9 +29,8 @@ public:
     /// The result panel: the visible window at the top edge of the screen.
     [[nodiscard]] std::optional<WindowId> panel() const;
     [[nodiscard]] std::optional<WindowId>
-    waitForPanel(std::chrono::milliseconds time = std::chrono::seconds(5)) const;
-    [[nodiscard]] bool
-    waitForNoPanel(std::chrono::milliseconds time = std::chrono::seconds(5)) const;
+    waitForPanel(std::chrono::milliseconds time = patience) const;
+    [[nodiscard]] bool waitForNoPanel(std::chrono::milliseconds time = patience) const;
     /// Waits until the panel shows an answer, which is when follow-ups can be asked.
     [[nodiscard]] bool waitForAnswer() const;
     /// Waits until something that the panel shows contains the text.

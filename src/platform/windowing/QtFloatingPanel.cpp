@@ -299,9 +299,13 @@ bool QtFloatingPanel::eventFilter(QObject *watched, QEvent *event)
         Q_EMIT closeRequested();
         return true;
     }
-    if (watched == window_.get() && event->type() == QEvent::Expose && window_->isExposed()
-        && std::exchange(isNewlyMapped_, false)) {
-        shapeInput(); // again: some window managers miss what was set before the window was theirs
+    if (watched == window_.get() && event->type() == QEvent::Expose && window_->isExposed()) {
+        if (!isVisible()) {
+            // a window manager that is behind maps what has been hidden meanwhile
+            x11::withdraw(window_->winId());
+        } else if (std::exchange(isNewlyMapped_, false)) {
+            shapeInput(); // again: some miss what was set before the window was theirs
+        }
     }
     return FloatingPanel::eventFilter(watched, event);
 }

@@ -74,9 +74,11 @@ void floatEverywhere(WId window)
         return;
     }
     const auto id = static_cast<xcb_window_t>(window);
-    // some window managers know only the one, some only the other
+    // Above was set before mapping, but a window manager that still forgets the window's last
+    // appearance takes it away again. Of the two for every workspace some know only the one.
     sendToRoot(c, id, "_NET_WM_STATE",
-               {stateAdd, atom(c, "_NET_WM_STATE_STICKY"), 0, sourceApplication, 0});
+               {stateAdd, atom(c, "_NET_WM_STATE_STICKY"), atom(c, "_NET_WM_STATE_ABOVE"),
+                sourceApplication, 0});
     sendToRoot(c, id, "_NET_WM_DESKTOP", {everyDesktop, sourceApplication, 0, 0, 0});
     sendToRoot(c, id, "_NET_WM_STATE",
                {stateAdd, atom(c, "_NET_WM_STATE_SKIP_TASKBAR"),
@@ -131,6 +133,25 @@ void activate(WId window)
     }
     sendToRoot(c, static_cast<xcb_window_t>(window), "_NET_ACTIVE_WINDOW",
                {sourcePager, XCB_CURRENT_TIME, 0, 0, 0});
+    xcb_flush(c);
+}
+
+void withdraw(WId window)
+{
+    auto *c = connection();
+    if (!c) {
+        return;
+    }
+    const auto id = static_cast<xcb_window_t>(window);
+    xcb_unmap_window(c, id);
+    // ICCCM 4.1.4: the window manager may not see the unmapping itself
+    xcb_unmap_notify_event_t event{};
+    event.response_type = XCB_UNMAP_NOTIFY;
+    event.event = rootWindow(c);
+    event.window = id;
+    xcb_send_event(c, 0, rootWindow(c),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&event));
     xcb_flush(c);
 }
 

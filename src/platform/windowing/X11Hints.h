@@ -13,7 +13,8 @@ namespace vellumo::x11 {
 
 [[nodiscard]] bool isAvailable();
 
-/// Puts a mapped window on every workspace and keeps it off the task bar and the pager.
+/// Puts a mapped window above others on every workspace and keeps it off the task bar and the
+/// pager.
 void floatEverywhere(WId window);
 
 /// The window that has the keyboard, or 0.
@@ -26,6 +27,9 @@ void setTransientFor(WId window, WId parent);
 
 /// Asks for the keyboard as a task bar does, which window managers do not refuse.
 void activate(WId window);
+
+/// Asks for a window to be unmapped, as it is done for one that the window manager knows.
+void withdraw(WId window);
 
 /// What the server fills new areas of a window with before they are painted: a 32-bit ARGB pixel.
 void setBackground(WId window, quint32 pixel);
