@@ -8,7 +8,7 @@ packages_build=(
     cmake ninja-build g++ ccache pkg-config
     qt6-base-dev qt6-base-dev-tools qt6-base-private-dev
     qt6-declarative-dev qt6-declarative-dev-tools qt6-declarative-private-dev
-    qt6-svg-dev libgl-dev rapidjson-dev
+    qt6-svg-dev libgl-dev rapidjson-dev libssl-dev
     libxcb1-dev libxcb-xkb-dev libxcb-xinput-dev libxcb-xtest0-dev libxcb-xfixes0-dev
     libxcb-res0-dev libxcb-shape0-dev libxcb-ewmh-dev libxcb-damage0-dev libxcb-shm0-dev
     libxkbcommon-dev libxkbcommon-x11-dev
@@ -25,7 +25,7 @@ packages_desktop=(
 )
 packages_test=(
     "${packages_desktop[@]}" qml6-module-qttest
-    xfwm4 mutter kwin-x11 picom gnome-keyring libsecret-tools xdotool xclip
+    xfwm4 mutter kwin-x11 picom openssl gnome-keyring libsecret-tools xdotool xclip
     chromium mousepad gnome-text-editor evince xterm
 )
 packages_check=(clang-format clang-tidy shellcheck)

@@ -43,6 +43,7 @@ QtObject {
     readonly property color hairline: theme.dark ? "#2A2A30" : "#E4E3DE"
     readonly property color softFill: theme.dark ? "#232328" : "#F1F0EC"
     readonly property color softFillHovered: theme.dark ? "#2C2C32" : "#E8E6E0"
+    readonly property color thumb: theme.dark ? "#3A3A41" : "#CFCDC7"
     readonly property color inkHovered: theme.dark ? "#DADADC" : "#34343A"
     readonly property color good: theme.dark ? "#4CC38A" : "#1F9D61"
     readonly property color accent: "#2E6BFF"

@@ -50,6 +50,10 @@ QtObject {
     readonly property int skeletonLine: 10
     readonly property int scrollThumb: 4
 
+    readonly property int progressLine: 3
+    readonly property int releaseNotes: units.scaled(200)
+
+    readonly property int progressRound: 1400
     readonly property int quick: SystemLook.reducedMotion ? 0 : 120
     readonly property int move: SystemLook.reducedMotion ? 0 : 260
     readonly property bool animated: !SystemLook.reducedMotion

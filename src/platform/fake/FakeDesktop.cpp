@@ -23,7 +23,7 @@ void FakeDefaultsStore::setValue(const QString &key, const QVariant &value)
 bool FakeWorkspace::openUrl(const QUrl &url)
 {
     openedUrls.append(url);
-    return true;
+    return opensUrls;
 }
 
 bool FakeAccessibility::isProcessTrustedWithPrompt()

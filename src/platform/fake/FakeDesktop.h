@@ -34,6 +34,7 @@ public:
     bool ownWindowActive = false;
     QString ownSelection;
     QList<QUrl> openedUrls;
+    bool opensUrls = true; ///< false: as if nothing were registered for them
 
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override
     {

@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "update/UpdateController.h"
+
+#include "platform/Clock.h"
+#include "platform/Diagnostics.h"
+#include "platform/Workspace.h"
+
+#include <QDateTime>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+using Failure = UpdateWindow::Failure;
+
+QDate dateOf(double secondsSinceReferenceDate)
+{
+    constexpr qint64 referenceDate = 978307200; // since 1970
+    return QDateTime::fromSecsSinceEpoch(
+               referenceDate + static_cast<qint64>(secondsSinceReferenceDate), Qt::UTC)
+        .date();
+}
+
+Failure failureOf(HttpError::Kind kind)
+{
+    switch (kind) {
+    case HttpError::Kind::timedOut:
+        return Failure::TimedOut;
+    case HttpError::Kind::untrusted:
+        return Failure::Insecure;
+    case HttpError::Kind::tooLarge:
+        return Failure::Untrusted;
+    case HttpError::Kind::cutShort:
+        return Failure::Refused;
+    case HttpError::Kind::cannotResolve:
+    case HttpError::Kind::refused:
+    case HttpError::Kind::cancelled:
+    case HttpError::Kind::other:
+        return Failure::Unreachable;
+    }
+    Q_UNREACHABLE();
+}
+
+struct Told {
+    Failure failure;
+    QString reason;
+};
+
+Told tell(FeedFault fault)
+{
+    switch (fault) {
+    case FeedFault::Unsigned:
+        return {Failure::Untrusted, u"the feed is not signed by the key of this build"_s};
+    case FeedFault::Foreign:
+        return {Failure::Untrusted, u"the feed is for another program"_s};
+    case FeedFault::Malformed:
+        return {Failure::Unreadable, u"the feed is malformed"_s};
+    case FeedFault::Expired:
+        return {Failure::Expired, u"the feed has expired"_s};
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+std::optional<UpdateSource> UpdateSource::from(const QString &feed, const QString &key)
+{
+    const QUrl url(feed, QUrl::StrictMode);
+    auto parsedKey = Ed25519PublicKey::fromBase64(key.toUtf8());
+    if (!url.isValid() || url.scheme() != "https"_L1 || url.host().isEmpty() || !parsedKey) {
+        return std::nullopt;
+    }
+    return UpdateSource{url, std::move(*parsedKey)};
+}
+
+UpdateController::UpdateController(UpdateSource source, DebianVersion running,
+                                   const Collaborators &collaborators)
+    : source_(std::move(source))
+    , running_(std::move(running))
+    , with_(collaborators)
+    , window_(collaborators.engine, collaborators.texts, running_.toString())
+{
+    window_.onTryAgain = [this] { check(); };
+    window_.onDownload = [this] { openPage(); };
+    window_.onClose = [this] { request_.reset(); };
+}
+
+UpdateController::~UpdateController() = default;
+
+void UpdateController::checkForUpdates()
+{
+    const bool isBusy = window_.state() == UpdateWindow::State::Checking
+        || window_.state() == UpdateWindow::State::SomethingNew;
+    if (!window_.raise() || !isBusy) {
+        check();
+    }
+}
+
+void UpdateController::setOnWindowMade(std::function<void(QWindow &)> onWindowMade)
+{
+    window_.onWindowMade = std::move(onWindowMade);
+}
+
+void UpdateController::check()
+{
+    window_.showChecking();
+    request_ = std::make_unique<QObject>();
+    with_.http.send({.url = source_.feed,
+                     .timeout = 15s,
+                     .totalTimeout = 30s,
+                     .bodyLimit = UpdateFeed::longest},
+                    request_.get(),
+                    [this](const Result<HttpResponse, HttpError> &answer) { take(answer); });
+}
+
+void UpdateController::take(const Result<HttpResponse, HttpError> &answer)
+{
+    constexpr int ok = 200;
+    if (!answer.isOk()) {
+        fail(failureOf(answer.error().kind), describe(answer.error().kind));
+    } else if (answer.value().status != ok) {
+        fail(Failure::Refused, u"status %1"_s.arg(answer.value().status));
+    } else {
+        take(UpdateFeed::fromSigned(answer.value().body, source_.key,
+                                    dateOf(with_.clock.secondsSinceReferenceDate())));
+    }
+}
+
+void UpdateController::take(const Result<UpdateFeed, FeedFault> &feed)
+{
+    if (!feed.isOk()) {
+        const auto [failure, reason] = tell(feed.error());
+        fail(failure, reason);
+    } else if (feed.value().version > running_) {
+        page_ = feed.value().page;
+        window_.showOffer(feed.value());
+    } else {
+        window_.showNothingNew();
+    }
+}
+
+void UpdateController::fail(Failure failure, const QString &reason)
+{
+    printDiagnostic(u"could not check for updates: %1"_s.arg(reason));
+    window_.showFailure(failure);
+}
+
+void UpdateController::openPage()
+{
+    if (with_.workspace.openUrl(page_)) {
+        window_.close();
+    } else {
+        window_.showUnopenedPage();
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "update/UpdateWindow.h"
+
+#include "platform/Diagnostics.h"
+#include "ui/BilingualText.h"
+#include "ui/PlainText.h"
+
+#include <QLocale>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr qsizetype longestShownNotes = 4000;
+constexpr qsizetype longestShownSite = 80;
+
+} // namespace
+
+UpdateWindow::UpdateWindow(QQmlEngine &engine, BilingualText &texts, QString runningVersion,
+                           QObject *parent)
+    : QObject(parent)
+    , engine_(engine)
+    , texts_(texts)
+    , runningVersion_(std::move(runningVersion))
+{
+    connect(&texts_, &BilingualText::languageChanged, this, &UpdateWindow::changed);
+}
+
+UpdateWindow::~UpdateWindow()
+{
+    // while the bindings of what is still open or about to go find us whole
+    const QObjectList windows = children();
+    qDeleteAll(windows);
+}
+
+void UpdateWindow::showChecking()
+{
+    show(State::Checking);
+}
+
+void UpdateWindow::showNothingNew()
+{
+    show(State::NothingNew);
+}
+
+void UpdateWindow::showOffer(const UpdateFeed &offer)
+{
+    offer_ = offer;
+    show(State::SomethingNew);
+}
+
+void UpdateWindow::showFailure(Failure failure)
+{
+    failure_ = failure;
+    show(State::Failed);
+}
+
+void UpdateWindow::show(State state)
+{
+    state_ = state;
+    unopenedPage_.clear();
+    Q_EMIT changed();
+    if (window_) {
+        Q_EMIT stateShown();
+    } else if (create()) {
+        raise();
+    }
+}
+
+bool UpdateWindow::create()
+{
+    QQmlComponent component(&engine_, QUrl(u"qrc:/qt/qml/Vellumo/Update/UpdateWindow.qml"_s));
+    QObject *object = component.isReady()
+        ? component.createWithInitialProperties(
+            {{u"texts"_s, QVariant::fromValue(&texts_)}, {u"report"_s, QVariant::fromValue(this)}})
+        : nullptr;
+    window_ = qobject_cast<QQuickWindow *>(object);
+    if (!window_) {
+        delete object;
+        printDiagnostic(component.errorString());
+        return false;
+    }
+    QQmlEngine::setObjectOwnership(window_, QQmlEngine::CppOwnership);
+    window_->QObject::setParent(this); // deleted later, but never after us
+    if (onWindowMade) {
+        onWindowMade(*window_);
+    }
+    return true;
+}
+
+bool UpdateWindow::raise()
+{
+    if (!window_) {
+        return false;
+    }
+    window_->show();
+    window_->raise();
+    window_->requestActivate();
+    return true;
+}
+
+void UpdateWindow::showUnopenedPage()
+{
+    if (offer_) {
+        unopenedPage_ = QString::fromLatin1(offer_->page.toEncoded());
+        Q_EMIT changed();
+    }
+}
+
+void UpdateWindow::close()
+{
+    if (window_) {
+        window_->hide();
+        window_->deleteLater();
+        window_.clear();
+    }
+}
+
+QString UpdateWindow::version() const
+{
+    return offer_ ? offer_->version.toString() : QString();
+}
+
+QString UpdateWindow::released() const
+{
+    if (!offer_) {
+        return {};
+    }
+    return texts_.isEnglish() ? QLocale(QLocale::English).toString(offer_->date, u"d MMMM yyyy"_s)
+                              : offer_->date.toString(u"yyyy年M月d日"_s);
+}
+
+QString UpdateWindow::notes() const
+{
+    if (!offer_) {
+        return {};
+    }
+    const QString notes = texts_.pick(offer_->englishNotes, offer_->chineseNotes);
+    return presentableText(notes, longestShownNotes).trimmed();
+}
+
+QString UpdateWindow::site() const
+{
+    return offer_ ? presentableLine(offer_->page.host(QUrl::FullyEncoded), longestShownSite)
+                  : QString();
+}
+
+void UpdateWindow::download()
+{
+    if (onDownload && state_ == State::SomethingNew) {
+        onDownload();
+    }
+}
+
+void UpdateWindow::tryAgain()
+{
+    if (onTryAgain && state_ == State::Failed) {
+        onTryAgain();
+    }
+}
+
+void UpdateWindow::userClosed()
+{
+    if (!window_) {
+        return;
+    }
+    close();
+    if (onClose) {
+        onClose();
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,265 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// A check from the menu to the window, over a network that the test answers for.
+
+#include "FeedSigning.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeDesktop.h"
+#include "platform/fake/FakeHttpSession.h"
+#include "ui/BilingualText.h"
+#include "ui/QmlEngine.h"
+#include "update/UpdateController.h"
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+using namespace vellumo::test;
+
+namespace {
+
+struct Desk {
+    Maintainer maintainer;
+    FakeHttpSession http;
+    FakeWorkspace workspace;
+    FakeClock clock;
+    QQmlEngine engine;
+    QString language = u"English"_s;
+    BilingualText texts{[this] { return language; }};
+    UpdateController controller{*UpdateSource::from(u"https://vellumo.app/feed"_s,
+                                                    QString::fromLatin1(maintainer.publicKey())),
+                                *DebianVersion::fromString(u"0.2.0~beta"),
+                                {http, workspace, clock, engine, texts}};
+
+    Desk()
+    {
+        prepareEngine(engine);
+        constexpr double november2026 = 817000000;
+        clock.now = november2026;
+    }
+    void answer(const QByteArray &body, int status = 200)
+    {
+        QVERIFY(http.answer(HttpResponse{.status = status, .body = body}));
+    }
+    [[nodiscard]] QByteArray feed(const QByteArray &version = "0.2.0") const
+    {
+        return maintainer.signedFeed(QByteArray(sampleFeed).replace("0.2.0~rc1-1", version));
+    }
+    [[nodiscard]] QQuickItem *item(const char *name) const
+    {
+        return controller.window()->findChild<QQuickItem *>(QLatin1StringView(name));
+    }
+    /// All that can be read in the window, a line for each text.
+    [[nodiscard]] QString shown() const
+    {
+        QStringList lines;
+        for (const char *name : {"heading", "detail", "notesText", "hint", "close", "act"}) {
+            if (item(name)->isVisible()) {
+                lines << item(name)->property("text").toString();
+            }
+        }
+        return lines.join(u'\n');
+    }
+    void click(const char *name) const
+    {
+        const QQuickItem *button = item(name);
+        QTest::mouseClick(
+            controller.window(), Qt::LeftButton, {},
+            button->mapToScene({button->width() / 2, button->height() / 2}).toPoint());
+    }
+    void press(Qt::Key key) const { QTest::keyClick(controller.window(), key); }
+};
+
+} // namespace
+
+class TestUpdateWindow : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
+    void showsWhatItLearned_data();
+    void showsWhatItLearned();
+    void opensThePage();
+    void isOneWindow();
+    void closingEndsTheRequest();
+    void keysReachEverything();
+    void needsFeedAndKey();
+};
+
+void TestUpdateWindow::showsWhatItLearned_data()
+{
+    using Answer = std::function<void(Desk &)>;
+    QTest::addColumn<Answer>("answer");
+    QTest::addColumn<QString>("shown");
+    const auto row = [](const char *name, const Answer &answer, const QString &shown) {
+        QTest::newRow(name) << answer << shown;
+    };
+    const auto failed = [](const QString &reason) {
+        return u"The check did not succeed\n%1\nClose\nTry again"_s.arg(reason);
+    };
+    const auto error = [](HttpError::Kind kind) {
+        return [kind](Desk &desk) { desk.http.answer(HttpError{kind}); };
+    };
+    const QString upToDate = u"vellumo is up to date\n"
+                             "You have version 0.2.0~beta; there is nothing newer.\nClose"_s;
+    const QString unreachable = failed(u"The update service could not be reached. Is this "
+                                       "computer connected to the internet?"_s);
+    const QString refused = failed(u"The update service has a problem at the moment."_s);
+    const QString untrusted =
+        failed(u"The answer does not carry vellumo's signature, so it was ignored."_s);
+
+    row(
+        "newer", [](Desk &desk) { desk.answer(desk.feed("0.2.0")); },
+        u"vellumo 0.2.0 is available\n"
+        "Released on 20 November 2026. You have version 0.2.0~beta.\n"
+        "Two <b>news</b>.\nAnd more.\n"
+        "The download page on vellumo.app opens in your browser. vellumo installs nothing by "
+        "itself.\nNot now\nDownload"_s);
+    row(
+        "same", [](Desk &desk) { desk.answer(desk.feed("0.2.0~beta")); }, upToDate);
+    row(
+        "older", [](Desk &desk) { desk.answer(desk.feed("0.1.9")); }, upToDate);
+    row(
+        "malformed", [](Desk &desk) { desk.answer(desk.feed("newest")); },
+        failed(u"The answer cannot be read by this version of vellumo."_s));
+    row(
+        "tampered", [](Desk &desk) { desk.answer(desk.feed().replace("0.2.0", "0.3.0")); },
+        untrusted);
+    row(
+        "2 MB", [](Desk &desk) { desk.answer(desk.feed() + QByteArray(2 << 20, ' ')); }, untrusted);
+    row("too large", error(HttpError::Kind::tooLarge), untrusted);
+    row(
+        "expired",
+        [](Desk &desk) {
+            desk.clock.now = 850000000; // in December 2027
+            desk.answer(desk.feed());
+        },
+        failed(u"The answer is too old to be believed. If the date of this computer is right, try "
+               "again another day."_s));
+    row(
+        "not found", [](Desk &desk) { desk.answer(desk.feed(), 404); }, refused);
+    row("cut", error(HttpError::Kind::cutShort), refused);
+    row("no name", error(HttpError::Kind::cannotResolve), unreachable);
+    row("nobody", error(HttpError::Kind::refused), unreachable);
+    row("slow", error(HttpError::Kind::timedOut),
+        failed(u"The update service did not answer in time."_s));
+    row("certificate", error(HttpError::Kind::untrusted),
+        failed(u"No secure connection to the update service could be made. Nothing was read from "
+               "it."_s));
+}
+
+void TestUpdateWindow::showsWhatItLearned()
+{
+    QFETCH(std::function<void(Desk &)>, answer);
+    QFETCH(QString, shown);
+    Desk desk;
+    desk.controller.checkForUpdates();
+    QCOMPARE(desk.shown(), u"Checking for updates…\nCancel"_s);
+    QCOMPARE(desk.http.requests.constLast().url, QUrl(u"https://vellumo.app/feed"_s));
+    answer(desk);
+    QCOMPARE(desk.shown(), shown);
+    QVERIFY(desk.workspace.openedUrls.isEmpty());
+
+    desk.language = u"Chinese"_s;
+    desk.texts.refresh();
+    const QStringList lines = desk.shown().split(u'\n');
+    for (const QString &line : lines) {
+        QVERIFY2(line.contains(QRegularExpression(u"\\p{Han}"_s)), qPrintable(line));
+    }
+}
+
+void TestUpdateWindow::opensThePage()
+{
+    Desk desk;
+    const QUrl page(u"https://vellumo.app/download?from=feed"_s);
+    desk.workspace.opensUrls = false;
+    desk.controller.checkForUpdates();
+    desk.answer(desk.feed());
+    desk.click("act");
+    QVERIFY(desk.shown().contains(u"The address is https://vellumo.app/download?from=feed\n"_s));
+    desk.workspace.opensUrls = true;
+    desk.click("act");
+    QCOMPARE(desk.workspace.openedUrls, (QList{page, page}));
+    QVERIFY(!desk.controller.window());
+}
+
+void TestUpdateWindow::isOneWindow()
+{
+    Desk desk;
+    desk.controller.checkForUpdates();
+    const QQuickWindow *window = desk.controller.window();
+    desk.controller.checkForUpdates();
+    QCOMPARE(desk.http.requests.size(), 1);
+    desk.http.answer(HttpError{});
+    desk.click("act"); // try again
+    QCOMPARE(desk.http.requests.size(), 2);
+    desk.answer(desk.feed());
+    desk.controller.checkForUpdates(); // the offer stays
+    QCOMPARE(desk.http.requests.size(), 2);
+    QVERIFY(desk.shown().startsWith(u"vellumo 0.2.0 is available"_s));
+    QCOMPARE(desk.controller.window(), window);
+    desk.click("close");
+    desk.controller.checkForUpdates();
+    desk.answer(desk.feed("0.1.0"));
+    desk.controller.checkForUpdates();
+    QCOMPARE(desk.http.requests.size(), 4);
+    QVERIFY(desk.shown().startsWith(u"Checking"_s));
+}
+
+void TestUpdateWindow::closingEndsTheRequest()
+{
+    Desk desk;
+    desk.controller.checkForUpdates();
+    desk.controller.window()->close();
+    QVERIFY(!desk.controller.window());
+    desk.answer(desk.feed());
+    QVERIFY(!desk.controller.window());
+}
+
+void TestUpdateWindow::keysReachEverything()
+{
+    Desk desk;
+    QStringList made;
+    desk.controller.setOnWindowMade([&made](QWindow &window) { made << window.title(); });
+    desk.controller.checkForUpdates();
+    QCOMPARE(made, QStringList{u"vellumo"_s});
+    desk.answer(desk.maintainer.signedFeed(
+        QByteArray(sampleFeed).replace("And more.", QByteArray("And more.\\n").repeated(40))));
+    QVERIFY(QTest::qWaitForWindowActive(desk.controller.window()));
+    const auto *reader = desk.item("notesText")->parentItem()->parentItem();
+    for (const char *name : {"notes", "close", "act"}) {
+        desk.press(Qt::Key_Tab);
+        QVERIFY2(desk.item(name)->hasActiveFocus(), name);
+        if (qstrcmp(name, "notes") == 0) {
+            desk.press(Qt::Key_End);
+            QVERIFY(reader->property("contentY").toDouble() > 0);
+        }
+    }
+    desk.press(Qt::Key_Escape);
+    QVERIFY(!desk.controller.window());
+}
+
+void TestUpdateWindow::needsFeedAndKey()
+{
+    const QString key = QString::fromLatin1(Maintainer().publicKey());
+    QVERIFY(UpdateSource::from(u"https://vellumo.app/feed"_s, key));
+    QVERIFY(!UpdateSource::from(u"https://vellumo.app/feed"_s, {}));
+    for (const auto &feed : {u""_s, u"http://vellumo.app/feed"_s, u"http://127.0.0.1/feed"_s,
+                             u"file:///tmp/feed"_s, u"https:///feed"_s, u"feed"_s}) {
+        QVERIFY2(!UpdateSource::from(feed, key), qPrintable(feed));
+    }
+}
+
+int main(int argc, char **argv)
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    TestUpdateWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_update_window.moc"
