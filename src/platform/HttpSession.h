@@ -63,10 +63,10 @@ using HttpCompletion = std::function<void(Result<HttpResponse, HttpError>)>;
 
 /// Sends HTTP requests, any number at a time, over connections that are kept for the next one.
 ///
-/// Certificates are verified and the system's proxies are used. A POST is sent once: it is never
-/// repeated and follows no redirect. A GET follows redirects within its origin (scheme, host
-/// and port), so that its headers reach no other host; one without headers of its own follows them
-/// anywhere, but not from https to http. No cookies, no cache.
+/// Certificates are verified and the system's proxies are used. A POST follows no redirect and is
+/// not repeated, unless a kept connection turns out to be dead. A GET follows redirects within its
+/// origin (scheme, host and port), so that its headers reach no other host; one without headers of
+/// its own follows them anywhere, but not from https to http. No cookies, no cache.
 class HttpSession {
 public:
     virtual ~HttpSession() = default;

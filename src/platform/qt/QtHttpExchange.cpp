@@ -36,24 +36,28 @@ HttpError::Kind kindOf(QNetworkReply::NetworkError error)
         return HttpError::Kind::untrusted;
     case QNetworkReply::RemoteHostClosedError:
     case QNetworkReply::ProxyConnectionClosedError:
-    case QNetworkReply::ContentReSendError: // see UnrepeatableBody
+    case QNetworkReply::ContentReSendError: // see PostBody
         return HttpError::Kind::cutShort;
     default:
         return HttpError::Kind::other;
     }
 }
 
-/// A body that can be read from its beginning once: when a connection ends before the answer comes,
-/// Qt would send the request again, and a service might do and charge for it twice.
-class UnrepeatableBody : public QIODevice {
+/// The body of a POST. When a connection ends before the answer comes, Qt would read it again and
+/// send the request up to four times, and a service might do and charge for it as often. Here that
+/// happens only after a connection that was kept from an earlier request, which may long have been
+/// dead, and once: the next connection is a new one.
+class PostBody : public QIODevice {
 public:
-    explicit UnrepeatableBody(QByteArray bytes) : bytes_(std::move(bytes))
+    explicit PostBody(QByteArray bytes) : bytes_(std::move(bytes))
     {
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
 
+    void forbidRepetition() { mayRepeat_ = false; }
+
     [[nodiscard]] qint64 size() const override { return bytes_.size(); }
-    bool reset() override { return false; }
+    bool reset() override { return mayRepeat_ && QIODevice::reset(); }
 
 protected:
     qint64 readData(char *data, qint64 length) override
@@ -66,6 +70,7 @@ protected:
 
 private:
     QByteArray bytes_;
+    bool mayRepeat_ = true;
 };
 
 QNetworkRequest::RedirectPolicy redirectPolicy(const HttpRequest &request)
@@ -122,9 +127,10 @@ void QtHttpExchange::start(QNetworkAccessManager &manager, const HttpRequest &re
 {
     const QNetworkRequest made = networkRequest(request);
     if (request.method == "POST") {
-        auto *body = new UnrepeatableBody(request.body);
+        auto *body = new PostBody(request.body);
         reply_ = manager.post(made, body);
         body->setParent(reply_);
+        connect(reply_, &QNetworkReply::socketStartedConnecting, body, &PostBody::forbidRepetition);
     } else {
         reply_ = manager.get(made);
     }
