@@ -1,0 +1,339 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/qt/QtHttpSession.h"
+#include "support/HttpServer.h"
+#include "support/Waiting.h"
+#include <QSslConfiguration>
+#include <QTest>
+
+using namespace vellumo;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Kind = HttpError::Kind;
+using Security = HttpServer::Security;
+
+constexpr qint64 smallLimit = 100'000;
+
+/// What a completion was called with, each time that it was called.
+struct Outcomes {
+    QList<Result<HttpResponse, HttpError>> all;
+
+    [[nodiscard]] HttpCompletion completion()
+    {
+        return [this](auto result) { all.append(std::move(result)); };
+    }
+    [[nodiscard]] bool wait() const
+    {
+        return waitUntil([this] { return !all.isEmpty(); }, 30s);
+    }
+};
+
+HttpRequest post(const QUrl &url)
+{
+    HttpRequest request;
+    request.method = "POST";
+    request.url = url;
+    request.headers = {{"Content-Type", "application/json"}, {"Authorization", "Bearer secret"}};
+    request.body = R"({"a":1})";
+    return request;
+}
+
+HttpRequest get(const QUrl &url)
+{
+    HttpRequest request;
+    request.url = url;
+    return request;
+}
+
+QByteArray text(const Result<HttpResponse, HttpError> &result)
+{
+    return result.isOk() ? QByteArray::number(result.value().status) + ' ' + result.value().body
+                         : describe(result.error().kind).toUtf8();
+}
+
+} // namespace
+
+class TestHttpSession : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void answers_data();
+    void answers();
+    void sendsWhatItIsGivenAndLittleElse();
+    void cannotConnect_data();
+    void cannotConnect();
+    void keepsConnections_data();
+    void keepsConnections();
+    void endsInBoundedMemory();
+    void redirects();
+    void endsWithItsContextOrTheSession();
+
+private:
+    QSslConfiguration untouched_ = QSslConfiguration::defaultConfiguration();
+};
+
+void TestHttpSession::init()
+{
+    QSslConfiguration::setDefaultConfiguration(untouched_);
+}
+
+void TestHttpSession::answers_data()
+{
+    QTest::addColumn<Security>("security");
+    QTest::addColumn<HttpAnswer>("answer");
+    QTest::addColumn<QByteArray>("expected");
+
+    const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n";
+    const auto failure = [](Kind kind) { return describe(kind).toUtf8(); };
+    const auto raw = [](const QByteArray &bytes, bool closes = true) {
+        return HttpAnswer{.raw = bytes, .closes = closes};
+    };
+    const struct {
+        const char *name;
+        HttpAnswer answer;
+        QByteArray expected;
+    } rows[] = {
+        {"ordinary", {.body = "hello"}, "200 hello"},
+        {"nothing", {.status = "204 No Content"}, "204 "},
+        {"challenge",
+         {.status = "401 Unauthorized",
+          .headers = {{"WWW-Authenticate", "Basic realm=\"x\""}},
+          .body = "no"},
+         "401 no"},
+        {"refused as too many", {.status = "429 Too Many", .body = "{}"}, "429 {}"},
+        {"server error", {.status = "500 Oops", .body = "<html>"}, "500 <html>"},
+        {"redirect", {.status = "302 Found", .headers = {{"Location", "/x"}}}, "302 "},
+        {"interim answer first", raw("HTTP/1.1 100 Continue\r\n\r\n" + head + "0123456789", false),
+         "200 0123456789"},
+        {"end of connection ends the body", raw("HTTP/1.1 200 OK\r\n\r\nabc"), "200 abc"},
+        {"nothing at all", raw({}), failure(Kind::cutShort)},
+        {"cut in the head", raw(head.left(20)), failure(Kind::cutShort)},
+        {"cut in the body", raw(head + "0123"), failure(Kind::cutShort)},
+        {"error cut in the body",
+         {.status = "500 Oops", .body = "0123456789", .stopsAfter = 45, .closes = true},
+         failure(Kind::cutShort)},
+        {"cut in a chunk", raw("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n8\r\n0123"),
+         failure(Kind::cutShort)},
+        {"another protocol", raw("220 mail.example ready\r\n"), failure(Kind::cutShort)},
+        {"endless line",
+         {.body = QByteArray(1000, 'x'), .raw = "", .isEndless = true},
+         failure(Kind::cutShort)},
+        {"silence", raw({}, false), failure(Kind::timedOut)},
+        {"silence in the body", raw(head + "0123", false), failure(Kind::timedOut)},
+        {"a byte now and then", {.body = "hello", .bytePause = 100ms}, failure(Kind::timedOut)},
+        {"announced too large",
+         {.body = QByteArray(smallLimit + 1, 'x'), .stopsAfter = 100},
+         failure(Kind::tooLarge)},
+        {"just small enough",
+         {.body = QByteArray(smallLimit, 'x')},
+         "200 " + QByteArray(smallLimit, 'x')},
+        {"not what it says it is",
+         {.headers = {{"Content-Encoding", "gzip"}}, .body = "0123456789"},
+         failure(Kind::other)},
+    };
+    for (const auto &row : rows) {
+        QTest::addRow("%s", row.name) << Security::plain << row.answer << row.expected;
+        QTest::addRow("%s, TLS", row.name) << Security::tls << row.answer << row.expected;
+    }
+}
+
+void TestHttpSession::answers()
+{
+    QFETCH(Security, security);
+    QFETCH(HttpAnswer, answer);
+    QFETCH(QByteArray, expected);
+    HttpServer server(security);
+    HttpServer::trustCertificate();
+    server.answer("POST", "/v1", answer);
+
+    QtHttpSession session;
+    Outcomes outcomes;
+    HttpRequest request = post(server.url(u"/v1"_s));
+    if (expected == describe(Kind::timedOut).toUtf8()) {
+        // the first time is for silence, the second for slowness
+        (answer.bytePause > 0ms ? request.totalTimeout : request.timeout) = 1s;
+    }
+    request.bodyLimit = smallLimit;
+    session.send(request, this, outcomes.completion());
+    QVERIFY(outcomes.all.isEmpty());
+    QVERIFY(outcomes.wait());
+    QCOMPARE(text(outcomes.all.constFirst()), expected);
+
+    QCOMPARE(server.requests().size(), 1); // nothing is sent twice
+    if (expected == describe(Kind::timedOut).toUtf8())
+        QVERIFY(waitUntil([&] { return server.openConnections() == 0; }));
+    QCOMPARE(outcomes.all.size(), 1);
+}
+
+void TestHttpSession::sendsWhatItIsGivenAndLittleElse()
+{
+    HttpServer server;
+    server.answer("POST", "/v1?x=1", {.headers = {{"Set-Cookie", "a=b"}, {"X-Y", "z"}}});
+    QtHttpSession session;
+    for (int round = 1; round <= 2; ++round) {
+        Outcomes outcomes;
+        session.send(post(server.url(u"/v1?x=1"_s)), this, outcomes.completion());
+        QVERIFY(outcomes.wait());
+        QCOMPARE(outcomes.all.constFirst().value().header("x-y"), "z");
+    }
+    const HttpReceived request = server.requests().constLast();
+    QCOMPARE(request.body, R"({"a":1})");
+    QByteArrayList names;
+    for (const auto &[name, value] : request.headers)
+        names.append(name);
+    std::sort(names.begin(), names.end());
+    // no cookie, and no wish for another protocol
+    QCOMPARE(names.join(' '),
+             "Accept-Encoding Accept-Language Authorization Connection Content-Length "
+             "Content-Type Host User-Agent");
+    QVERIFY(request.header("User-Agent").constFirst().startsWith("vellumo/"));
+}
+
+void TestHttpSession::cannotConnect_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<Kind>("expected");
+    QTest::newRow("nobody listens") << u"refused"_s << Kind::refused;
+    QTest::newRow("no such name") << u"http://nowhere.invalid/v1"_s << Kind::cannotResolve;
+    QTest::newRow("no such name, TLS") << u"https://nowhere.invalid/v1"_s << Kind::cannotResolve;
+    QTest::newRow("unknown authority") << u"untrusted"_s << Kind::untrusted;
+    QTest::newRow("another's certificate") << u"number"_s << Kind::untrusted;
+    QTest::newRow("another scheme") << u"file:///etc/hostname"_s << Kind::other;
+    QTest::newRow("no address") << u""_s << Kind::other;
+}
+
+void TestHttpSession::cannotConnect()
+{
+    QFETCH(QString, what);
+    QFETCH(Kind, expected);
+    HttpServer server(Security::tls);
+    if (what != "untrusted"_L1)
+        HttpServer::trustCertificate();
+    QUrl url = server.url(u"/v1"_s);
+    if (what == "refused"_L1)
+        server.stopListening();
+    else if (what == "number"_L1)
+        url.setHost(u"127.0.0.1"_s);
+    else if (what != "untrusted"_L1)
+        url = QUrl(what);
+
+    QtHttpSession session;
+    Outcomes outcomes;
+    HttpRequest request = post(url);
+    request.timeout = 20s;
+    session.send(request, this, outcomes.completion());
+    QVERIFY(outcomes.all.isEmpty());
+    QVERIFY(outcomes.wait());
+    QCOMPARE(text(outcomes.all.constFirst()), describe(expected).toUtf8());
+    QVERIFY(server.requests().isEmpty());
+}
+
+void TestHttpSession::keepsConnections_data()
+{
+    QTest::addColumn<Security>("security");
+    QTest::newRow("plain") << Security::plain;
+    QTest::newRow("TLS") << Security::tls;
+}
+
+void TestHttpSession::keepsConnections()
+{
+    QFETCH(Security, security);
+    HttpServer server(security);
+    HttpServer::trustCertificate();
+    server.answer("POST", "/v1", {.body = "hello"});
+    QtHttpSession session;
+    const auto send = [&] {
+        Outcomes outcomes;
+        session.send(post(server.url(u"/v1"_s)), this, outcomes.completion());
+        return outcomes.wait() ? text(outcomes.all.constFirst()) : QByteArray();
+    };
+    QCOMPARE(send(), "200 hello");
+    QCOMPARE(send(), "200 hello");
+    QCOMPARE(server.connections(), 1);
+
+    // a server that has closed the idle connection costs a new one, not a failure
+    server.closeConnections();
+    QVERIFY(waitUntil([&] { return server.openConnections() == 0; }));
+    QCOMPARE(send(), "200 hello");
+    QCOMPARE(server.connections(), 2);
+    QCOMPARE(server.requests().size(), 3);
+}
+
+void TestHttpSession::endsInBoundedMemory()
+{
+    HttpServer server;
+    server.answer("GET", "/", {.body = QByteArray(1 << 20, 'x'), .isEndless = true});
+    QtHttpSession session;
+    Outcomes outcomes;
+    HttpRequest request = get(server.url(u"/"_s));
+    request.bodyLimit = 10 << 20;
+    session.send(request, this, outcomes.completion());
+    QVERIFY(outcomes.wait());
+    QCOMPARE(text(outcomes.all.constFirst()), describe(Kind::tooLarge).toUtf8());
+    QVERIFY2(server.bytesSent() < 2 * request.bodyLimit,
+             qPrintable(QString::number(server.bytesSent())));
+    QVERIFY(waitUntil([&] { return server.openConnections() == 0; }));
+}
+
+void TestHttpSession::redirects()
+{
+    HttpServer first;
+    HttpServer second;
+    const auto to = [](const QUrl &url) {
+        return HttpAnswer{.status = "302 Found", .headers = {{"Location", url.toEncoded()}}};
+    };
+    first.answer("GET", "/within", to(first.url(u"/end"_s)));
+    first.answer("GET", "/elsewhere", to(second.url(u"/end"_s)));
+    first.answer("GET", "/around", to(first.url(u"/around"_s)));
+    first.answer("GET", "/end", {.body = "first"});
+    second.answer("GET", "/end", {.body = "second"});
+    const struct {
+        QString path;
+        HttpHeaders headers;
+        QByteArray expected;
+    } rows[] = {
+        {u"/within"_s, {{"Authorization", "Bearer secret"}}, "200 first"},
+        {u"/elsewhere"_s, {{"Authorization", "Bearer secret"}}, describe(Kind::other).toUtf8()},
+        {u"/around"_s, {}, describe(Kind::other).toUtf8()},
+        {u"/elsewhere"_s, {}, "200 second"},
+    };
+    QtHttpSession session;
+    for (const auto &row : rows) {
+        QVERIFY(second.requests().isEmpty());
+        HttpRequest request = get(first.url(row.path));
+        request.headers = row.headers;
+        Outcomes outcomes;
+        session.send(request, this, outcomes.completion());
+        QVERIFY(outcomes.wait());
+        QCOMPARE(text(outcomes.all.constFirst()), row.expected);
+    }
+}
+
+void TestHttpSession::endsWithItsContextOrTheSession()
+{
+    HttpServer server;
+    server.answer("POST", "/v1", {.raw = ""}); // never answers
+    auto session = std::make_unique<QtHttpSession>();
+    auto context = std::make_unique<QObject>();
+    Outcomes abandoned;
+    Outcomes cancelled;
+    session->send(post(server.url(u"/v1"_s)), context.get(), abandoned.completion());
+    session->send(post(server.url(u"/v1"_s)), this, cancelled.completion());
+    QVERIFY(waitUntil([&] { return server.requests().size() == 2; }));
+
+    context.reset();
+    QVERIFY(waitUntil([&] { return server.openConnections() == 1; }));
+    session.reset();
+    QVERIFY(waitUntil([&] { return server.openConnections() == 0; }));
+    QCOMPARE(cancelled.all.size(), 1);
+    QCOMPARE(text(cancelled.all.constFirst()), describe(Kind::cancelled).toUtf8());
+    QVERIFY(abandoned.all.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestHttpSession)
+#include "test_http_session.moc"

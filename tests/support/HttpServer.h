@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QSslCertificate>
+#include <QUrl>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+
+class QTcpServer;
+class QTcpSocket;
+
+namespace vellumo::test {
+
+/// A request as it came, byte for byte.
+struct HttpReceived {
+    QByteArray method;
+    QByteArray target; ///< path and query as they were sent
+    QList<std::pair<QByteArray, QByteArray>>
+        headers; ///< in their order, names as they were spelled
+    QByteArray body;
+    int connection = 0; ///< 1 for the first connection that the server took
+
+    /// The values of all headers of this name, whatever the case of its letters.
+    [[nodiscard]] QByteArrayList header(const QByteArray &name) const;
+};
+
+/// What the server sends, well-formed or not.
+struct HttpAnswer {
+    QByteArray status = "200 OK";
+    QList<std::pair<QByteArray, QByteArray>> headers = {}; ///< beside the body's length
+    QByteArray body = {};
+
+    std::optional<QByteArray> raw = {}; ///< sent in place of status, headers and body
+    bool isEndless = false; ///< the body over and over, without a length
+    std::optional<qsizetype> stopsAfter = {}; ///< bytes of all that would be sent
+    bool closes = false; ///< the connection afterwards; otherwise it waits for the next request
+    std::chrono::milliseconds bytePause{0}; ///< if not 0, one byte at a time with this pause
+};
+
+/// HTTP/1.1 on a free loopback port, plain or with TLS. Records every request whole; one that no
+/// answer was set for ends the test run.
+class HttpServer : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Security : quint8 { plain, tls };
+
+    explicit HttpServer(Security security = Security::plain);
+    ~HttpServer() override;
+    Q_DISABLE_COPY_MOVE(HttpServer)
+
+    /// The address of a path such as "/v1/chat", by number without TLS and by name with it.
+    [[nodiscard]] QUrl url(const QString &path) const;
+    /// What a client has to trust; made for this run, for "localhost" alone. Needs TLS.
+    [[nodiscard]] static QSslCertificate certificate();
+    /// Lets every session of this process trust it that has not sent a request yet.
+    static void trustCertificate();
+
+    /// Sets the answer to requests of a method and a target from now on.
+    void answer(const QByteArray &method, const QByteArray &target, const HttpAnswer &answer);
+
+    [[nodiscard]] const QList<HttpReceived> &requests() const { return requests_; }
+    void forgetRequests() { requests_.clear(); }
+    /// How many connections were taken, each with its own TLS handshake if there is TLS.
+    [[nodiscard]] int connections() const { return connections_; }
+    [[nodiscard]] int openConnections() const { return openConnections_; }
+    /// How many bytes of answers have been handed to the network.
+    [[nodiscard]] qint64 bytesSent() const { return bytesSent_; }
+
+    void closeConnections();
+    /// Refuses connections from now on.
+    void stopListening();
+
+private:
+    void take(QTcpSocket *socket);
+    void serve(QTcpSocket *socket, HttpReceived request);
+
+    std::unique_ptr<QTcpServer> server_;
+    Security security_;
+    QUrl base_;
+    QHash<QByteArray, HttpAnswer> answers_; ///< by method, blank and target
+    QList<HttpReceived> requests_;
+    int connections_ = 0;
+    int openConnections_ = 0;
+    qint64 bytesSent_ = 0;
+};
+
+} // namespace vellumo::test
