@@ -6,8 +6,11 @@
 #include "app/AppConfig.h"
 #include "app/DataFolderLock.h"
 #include "app/LinuxPlatform.h"
+#include "app/MainMenu.h"
 #include "app/PermissionManager.h"
+#include "app/StatusItem.h"
 #include "app/TerminationSignals.h"
+#include "app/UpdaterManager.h"
 #include "app/UserPreferences.h"
 #include "capture/AccessibilitySelectionReader.h"
 #include "capture/ContextTracker.h"
@@ -33,15 +36,14 @@
 #include <QFileInfo>
 #include <QQmlEngine>
 #include <QTimer>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-/// In the order in which they are built; each may use those above it.
-struct AppDelegate::Objects {
-    Objects();
-
+/// What everything else stands on: settings, time, languages, windows and the platform.
+struct AppDelegate::Foundation {
     AppConfig config = AppConfig::load();
     SettingsDefaultsStore defaults{SettingsDefaultsStore::defaultPath()};
     UserPreferences preferences{defaults};
@@ -53,33 +55,12 @@ struct AppDelegate::Objects {
     BilingualText texts{[this] { return preferences.preferredOutputLanguage(); }};
     ConsentDialog consent{engine, texts};
     QtScreens screens;
-    QtFloatingWindows windows{engine, [this] { return SystemLook::of(engine)->isMotionReduced(); }};
+    QtFloatingWindows windows{engine, [this] { return look().isMotionReduced(); }};
     LinuxPlatform platform{defaults, consent};
 
-    PermissionManager permissionManager{platform.accessibility(), clock,
-                                        platform.accessibility().isProcessTrustedWithPrompt()};
-    NotesStore notesStore{NotesStore::defaultStorePath()};
-    std::unique_ptr<AIExplaining> aiService;
-    ResultPanelController resultPanel{windows, screens, platform.events(), texts};
-    EmptyNotesEntrance notesEntrance;
-    ReadingBudget readingBudget;
-    AccessibilitySelectionReader selectionReader{
-        {platform.workspace(), platform.accessibility(), platform.pasteboard(),
-         platform.primarySelection(), platform.keys(), platform.events()},
-        readingBudget};
-    ContextTracker contextTracker{platform.workspace(), platform.accessibility(), readingBudget};
-    TriggerManager triggerManager{platform.events()};
-    VellumoCoordinator coordinator;
+    Foundation() { texts.follow(defaults); }
+    SystemLook &look() { return *SystemLook::of(engine); }
 };
-
-AppDelegate::Objects::Objects()
-    : aiService(makeAIService(config, clock))
-    , coordinator({selectionReader, contextTracker, *aiService, notesStore, resultPanel,
-                   notesEntrance, preferences, triggerManager, platform.workspace(),
-                   platform.accessibility(), clock})
-{
-    texts.follow(defaults);
-}
 
 AppDelegate::AppDelegate(QApplication &application) : application_(application) { }
 
@@ -92,77 +73,174 @@ int AppDelegate::run()
         return EXIT_FAILURE;
     }
     const TerminationSignals termination;
-    // Not quit(), which first closes windows: a question that stands would count as answered.
-    connect(&termination, &TerminationSignals::received, &application_,
-            [] { QApplication::exit(); });
+    connect(&termination, &TerminationSignals::received, this, &AppDelegate::terminate);
     QApplication::setQuitOnLastWindowClosed(false);
     installApplicationFonts();
 
     applicationDidFinishLaunching();
     const int status = QApplication::exec();
     // What is on screen becomes a note, as whenever the panel closes.
-    objects_->resultPanel.dismiss();
+    resultPanel_->dismiss();
     return status;
+}
+
+void AppDelegate::terminate()
+{
+    // Not quit(), which first closes windows: a question that stands would count as answered.
+    QApplication::exit();
 }
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    objects_ = std::make_unique<Objects>();
-    watchPermission();
-    objects_->coordinator.start();
-
-    // What the first panel needs is made once everything listens.
-    QTimer::singleShot(0, this, [this] {
-        objects_->resultPanel.prepare();
-        followDesktopLook();
-    });
+    foundation_ = std::make_unique<Foundation>();
+    configureMainMenu();
+    configureStatusItem();
+    updaterManager_ = std::make_unique<UpdaterManager>();
+    startPermissionManager();
+    notesStore_ = std::make_unique<NotesStore>(NotesStore::defaultStorePath());
+    aiService_ = makeAIService();
+    buildCapturePipeline();
+    wirePermission();
+    coordinator_->start();
+    finishLaunchingWhenIdle();
     printDiagnostic(u"ready — select text and double-tap Option (Alt)"_s);
 }
 
-std::unique_ptr<AIExplaining> AppDelegate::makeAIService(const AppConfig &config, Clock &clock)
+void AppDelegate::configureMainMenu()
 {
-    if (config.value(u"OPENAI_API_KEY"_s)) {
+    const auto hide = [] {
+        const auto windows = QGuiApplication::topLevelWindows();
+        for (QWindow *window : windows) {
+            if (window->isVisible() && !window->flags().testFlag(Qt::FramelessWindowHint)) {
+                window->showMinimized();
+            }
+        }
+        return true;
+    };
+    const auto checkForUpdates = [this] {
+        updaterManager_->checkForUpdates();
+        return true;
+    };
+    const auto quit = [this] {
+        terminate();
+        return true;
+    };
+    const auto edit = MainMenu::editItem;
+    mainMenu_ = std::make_unique<MainMenu>(
+        QList<MainMenu::Menu>{{u"vellumo"_s,
+                               {{u"Check for Updates…"_s, {}, checkForUpdates},
+                                {u"Hide vellumo"_s, Qt::CTRL | Qt::Key_H, hide},
+                                {u"Quit vellumo"_s, Qt::CTRL | Qt::Key_Q, quit}}},
+                              {u"Edit"_s,
+                               {edit(u"Undo"_s, Qt::CTRL | Qt::Key_Z, "undo"),
+                                edit(u"Redo"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_Z, "redo"),
+                                edit(u"Cut"_s, Qt::CTRL | Qt::Key_X, "cut"),
+                                edit(u"Copy"_s, Qt::CTRL | Qt::Key_C, "copy"),
+                                edit(u"Paste"_s, Qt::CTRL | Qt::Key_V, "paste"),
+                                edit(u"Select All"_s, Qt::CTRL | Qt::Key_A, "selectAll")}}});
+    foundation_->consent.onWindowMade = [this](QWindow &window) { mainMenu_->attachTo(window); };
+}
+
+void AppDelegate::configureStatusItem()
+{
+    statusItem_ = std::make_unique<StatusItem>();
+    statusItem_->onActivated = [this] { applicationShouldHandleReopen(); };
+    QMenu &menu = statusItem_->menu();
+    menu.addAction(u"vellumo is running"_s)->setEnabled(false);
+    menu.addSeparator();
+    menu.addAction(u"Check for Updates…"_s, this, [this] { updaterManager_->checkForUpdates(); });
+    menu.addSeparator();
+    menu.addAction(u"Quit vellumo"_s, Qt::CTRL | Qt::Key_Q, this, &AppDelegate::terminate);
+}
+
+void AppDelegate::applicationShouldHandleReopen()
+{
+    coordinator_->showNotesSummary();
+}
+
+void AppDelegate::startPermissionManager()
+{
+    Accessibility &accessibility = foundation_->platform.accessibility();
+    permissionManager_ = std::make_unique<PermissionManager>(
+        accessibility, foundation_->clock, accessibility.isProcessTrustedWithPrompt());
+    permissionManager_->startMonitoring();
+}
+
+std::unique_ptr<AIExplaining> AppDelegate::makeAIService() const
+{
+    if (foundation_->config.value(u"OPENAI_API_KEY"_s)) {
         printDiagnostic(u"this version answers from samples — using MockAIService"_s);
     } else {
         printDiagnostic(u"OPENAI_API_KEY not set — using MockAIService"_s);
     }
-    return std::make_unique<MockAIService>(clock);
+    return std::make_unique<MockAIService>(foundation_->clock);
 }
 
-void AppDelegate::followDesktopLook()
+void AppDelegate::buildCapturePipeline()
 {
-    SessionBus &bus = objects_->platform.sessionBus();
-    const auto follow = [this, &bus] {
-        if (const auto connection = bus.connection()) {
-            SystemLook::of(objects_->engine)->followDesktop(*connection);
-        }
-    };
-    if (bus.connection()) {
-        follow();
-    } else {
-        connect(&bus, &SessionBus::opened, this, follow);
-    }
+    LinuxPlatform &platform = foundation_->platform;
+    resultPanel_ = std::make_unique<ResultPanelController>(
+        foundation_->windows, foundation_->screens, platform.events(), foundation_->texts);
+    resultPanel_->answersAreSamples = [] { return true; };
+    notesEntrance_ = std::make_unique<EmptyNotesEntrance>();
+    readingBudget_ = std::make_unique<ReadingBudget>();
+    selectionReader_ = std::make_unique<AccessibilitySelectionReader>(
+        AccessibilitySelectionReader::Desktop{platform.workspace(), platform.accessibility(),
+                                              platform.pasteboard(), platform.primarySelection(),
+                                              platform.keys(), platform.events()},
+        *readingBudget_);
+    contextTracker_ = std::make_unique<ContextTracker>(platform.workspace(),
+                                                       platform.accessibility(), *readingBudget_);
+    triggerManager_ = std::make_unique<TriggerManager>(platform.events());
+    coordinator_ = std::make_unique<VellumoCoordinator>(VellumoCoordinator::Collaborators{
+        *selectionReader_, *contextTracker_, *aiService_, *notesStore_, *resultPanel_,
+        *notesEntrance_, foundation_->preferences, *triggerManager_, platform.workspace(),
+        platform.accessibility(), foundation_->clock});
 }
 
-void AppDelegate::watchPermission()
+void AppDelegate::wirePermission()
 {
-    PermissionManager &permission = objects_->permissionManager;
-    Accessibility &accessibility = objects_->platform.accessibility();
-    permission.onChange = [this, &accessibility, &permission](bool isTrusted) {
+    Accessibility &accessibility = foundation_->platform.accessibility();
+    permissionManager_->onChange = [this, &accessibility](bool isTrusted) {
         if (isTrusted) {
-            objects_->triggerManager.start();
+            triggerManager_->start();
         } else {
             accessibility.isProcessTrustedWithPrompt();
-            permission.setTrusted(accessibility.isProcessTrusted());
+            permissionManager_->setTrusted(accessibility.isProcessTrusted());
         }
     };
-    permission.startMonitoring();
-
-    objects_->resultPanel.isTrusted = [&accessibility] { return accessibility.isProcessTrusted(); };
-    objects_->resultPanel.onAllowAccessibility = [&accessibility] {
+    resultPanel_->isTrusted = [&accessibility] { return accessibility.isProcessTrusted(); };
+    resultPanel_->onAllowAccessibility = [&accessibility] {
         accessibility.isProcessTrustedWithPrompt();
     };
-    objects_->resultPanel.answersAreSamples = [] { return true; };
+}
+
+void AppDelegate::finishLaunchingWhenIdle()
+{
+    // What the first panel needs is made once everything listens.
+    QTimer::singleShot(0, this, [this] {
+        resultPanel_->prepare();
+        SessionBus &bus = foundation_->platform.sessionBus();
+        if (bus.connection()) {
+            followSessionBus();
+        } else {
+            connect(&bus, &SessionBus::opened, this, &AppDelegate::followSessionBus);
+        }
+    });
+}
+
+void AppDelegate::followSessionBus()
+{
+    const auto bus = foundation_->platform.sessionBus().connection();
+    if (!bus) {
+        return;
+    }
+    SystemLook &look = foundation_->look();
+    const auto followLook = [this, &look] { statusItem_->setDark(look.isDark()); };
+    connect(&look, &SystemLook::changed, statusItem_.get(), followLook);
+    followLook();
+    look.followDesktop(*bus);
+    statusItem_->appearOn(*bus);
 }
 
 } // namespace vellumo

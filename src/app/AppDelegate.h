@@ -9,9 +9,19 @@ class QApplication;
 
 namespace vellumo {
 
+class AccessibilitySelectionReader;
 class AIExplaining;
-class AppConfig;
-class Clock;
+class ContextTracker;
+class EmptyNotesEntrance;
+class MainMenu;
+class NotesStore;
+class PermissionManager;
+class ReadingBudget;
+class ResultPanelController;
+class StatusItem;
+class TriggerManager;
+class UpdaterManager;
+class VellumoCoordinator;
 
 /// Builds every long-lived object once, wires them, and owns them until the process ends.
 class AppDelegate : public QObject {
@@ -25,17 +35,40 @@ public:
     /// Launches and runs until the program ends; answers its exit status.
     [[nodiscard]] int run();
 
+    /// The user starts or opens the program that already runs.
+    void applicationShouldHandleReopen();
+
 private:
-    struct Objects;
+    struct Foundation;
 
     void applicationDidFinishLaunching();
-    [[nodiscard]] static std::unique_ptr<AIExplaining> makeAIService(const AppConfig &config,
-                                                                     Clock &clock);
-    void followDesktopLook();
-    void watchPermission();
+    void configureMainMenu();
+    void configureStatusItem();
+    void startPermissionManager();
+    [[nodiscard]] std::unique_ptr<AIExplaining> makeAIService() const;
+    void buildCapturePipeline();
+    void wirePermission();
+    void finishLaunchingWhenIdle();
 
+    void followSessionBus();
+    void terminate();
+
+    // In the order in which they are built; each may use those above it.
     QApplication &application_;
-    std::unique_ptr<Objects> objects_; ///< absent before the launch
+    std::unique_ptr<Foundation> foundation_;
+    std::unique_ptr<MainMenu> mainMenu_;
+    std::unique_ptr<StatusItem> statusItem_;
+    std::unique_ptr<UpdaterManager> updaterManager_;
+    std::unique_ptr<PermissionManager> permissionManager_;
+    std::unique_ptr<NotesStore> notesStore_;
+    std::unique_ptr<AIExplaining> aiService_;
+    std::unique_ptr<ResultPanelController> resultPanel_;
+    std::unique_ptr<EmptyNotesEntrance> notesEntrance_;
+    std::unique_ptr<ReadingBudget> readingBudget_;
+    std::unique_ptr<AccessibilitySelectionReader> selectionReader_;
+    std::unique_ptr<ContextTracker> contextTracker_;
+    std::unique_ptr<TriggerManager> triggerManager_;
+    std::unique_ptr<VellumoCoordinator> coordinator_;
 };
 
 } // namespace vellumo

@@ -21,8 +21,7 @@ public:
     PermissionManager(Accessibility &accessibility, Clock &clock, bool isTrusted,
                       QObject *parent = nullptr);
 
-    /// Called with the new state whenever it differs from the last one seen. To be set before
-    /// startMonitoring().
+    /// Called with the new state whenever it differs from the last one seen.
     std::function<void(bool isTrusted)> onChange;
 
     [[nodiscard]] bool isTrusted() const { return isTrusted_; }

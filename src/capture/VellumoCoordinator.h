@@ -66,6 +66,9 @@ public:
     /// What a double tap does.
     void handleTrigger();
 
+    /// Opens the list of all notes; one that is chosen comes back on screen with its thread.
+    void showNotesSummary();
+
     /// Shows the demonstration's answer.
     void triggerDemo();
 
@@ -92,7 +95,6 @@ private:
                                const QString &sourceText,
                                const std::optional<ReadingContext> &context);
 
-    void showNotesSummary();
     void reopenNote(const ReadingNote &note, const ReadingContext &context);
     void handleReopenedNoteDismissed(Conversation &conversation, ReadingNote note,
                                      const ReadingContext &context, qsizetype baselineFollowUps);

@@ -39,6 +39,9 @@ void ConsentDialog::ask(std::function<void(bool)> answered)
         QQmlEngine::setObjectOwnership(window_, QQmlEngine::CppOwnership);
         object->setParent(this); // deleted later, but never after us: it uses our texts
         connect(window_, SIGNAL(answered(bool)), this, SLOT(onAnswered(bool)));
+        if (onWindowMade) {
+            onWindowMade(*window_);
+        }
     }
     window_->show();
     window_->raise();

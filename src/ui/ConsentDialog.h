@@ -24,6 +24,9 @@ public:
     ConsentDialog(QQmlEngine &engine, BilingualText &texts, QObject *parent = nullptr);
     ~ConsentDialog() override;
 
+    /// Called with each new window before it is shown.
+    std::function<void(QWindow &window)> onWindowMade;
+
     void ask(std::function<void(bool allowed)> answered) override;
 
     /// The window while the question stands, otherwise null.

@@ -32,6 +32,8 @@ constexpr quint8 End = 115;
 constexpr quint8 ArrowRight = 114;
 constexpr quint8 ArrowDown = 116;
 constexpr quint8 A = 38;
+constexpr quint8 H = 43;
+constexpr quint8 Q = 24;
 } // namespace Key
 
 /// The display as a person and a camera see it: windows by class and title, pixels, and input.

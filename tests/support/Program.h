@@ -24,6 +24,7 @@ public:
     /// Starts it and waits until it listens for double taps.
     bool start(const QStringList &arguments = {});
 
+    [[nodiscard]] bool hasStarted() const { return process_ != nullptr; }
     [[nodiscard]] Application &process() { return *process_; }
 
     /// The result panel: the visible window at the top edge of the screen.

@@ -8,8 +8,8 @@
 #include "platform/atspi/AtspiTrust.h"
 #include "platform/atspi/FocusEvents.h"
 #include "platform/atspi/FocusSearch.h"
-#include "platform/atspi/SessionBus.h"
 #include "platform/atspi/UnresponsiveServices.h"
+#include "platform/dbus/SessionBus.h"
 
 namespace vellumo {
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/atspi/AtspiBus.h"
 
-#include "platform/atspi/Background.h"
-#include "platform/atspi/SessionBus.h"
+#include "platform/dbus/Background.h"
+#include "platform/dbus/SessionBus.h"
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>

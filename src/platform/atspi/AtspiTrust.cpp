@@ -6,7 +6,7 @@
 #include "platform/DefaultsStore.h"
 #include "platform/Diagnostics.h"
 #include "platform/atspi/AtspiProtocol.h"
-#include "platform/atspi/SessionBus.h"
+#include "platform/dbus/SessionBus.h"
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>

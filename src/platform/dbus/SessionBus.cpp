@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "platform/atspi/SessionBus.h"
+#include "platform/dbus/SessionBus.h"
 
 #include "platform/Diagnostics.h"
-#include "platform/atspi/Background.h"
+#include "platform/dbus/Background.h"
 
 namespace vellumo {
 

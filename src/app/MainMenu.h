@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QKeySequence>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <functional>
+
+class QWindow;
+
+namespace vellumo {
+
+/// The items of the program's menus with their keys. No bar shows them: ordinary windows take the
+/// keys. Floating panels do not, so that no key in them can end the program.
+class MainMenu : public QObject {
+    Q_OBJECT
+
+public:
+    struct Item {
+        QString title;
+        QKeySequence key; ///< empty when it has none
+        /// Answers whether there was something to act on; otherwise the key is left to others.
+        std::function<bool()> action;
+    };
+    struct Menu {
+        QString title;
+        QList<Item> items;
+    };
+
+    explicit MainMenu(QList<Menu> menus, QObject *parent = nullptr);
+
+    /// An item that sends `command`, such as "paste", to the control with the keyboard focus.
+    [[nodiscard]] static Item editItem(const QString &title, const QKeySequence &key,
+                                       const QByteArray &command);
+
+    [[nodiscard]] const QList<Menu> &menus() const { return menus_; }
+
+    /// The keys work while this window has the keyboard, for as long as it exists. An item behind
+    /// a key runs before the window sees the key.
+    void attachTo(QWindow &window);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QList<Menu> menus_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/dbus/TrayHosts.h"
+#include <QAction>
+#include <QMenu>
+#include <QObject>
+#include <QSystemTrayIcon>
+#include <functional>
+#include <memory>
+
+namespace vellumo {
+
+/// The program's place in the desktop's panel: an icon with a menu. It exists while a tray host
+/// does, which may start late, end and come back. Without one, nothing depends on it.
+class StatusItem : public QObject {
+    Q_OBJECT
+
+public:
+    explicit StatusItem(QObject *parent = nullptr);
+    ~StatusItem() override;
+
+    /// To be set, with the menu filled, before a host is looked for.
+    std::function<void()> onActivated;
+    [[nodiscard]] QMenu &menu() { return menu_; }
+
+    /// Watches for tray hosts on this bus, which is open. Once.
+    void appearOn(const QDBusConnection &bus) { hosts_.watch(bus); }
+
+    /// Whether panels are dark, for hosts that do not colour the icon themselves.
+    void setDark(bool dark);
+
+private:
+    void showOrHide(bool hasHost);
+
+    QMenu menu_;
+    TrayHosts hosts_;
+    std::unique_ptr<QSystemTrayIcon> icon_; ///< while there is a host
+    bool dark_ = false;
+};
+
+} // namespace vellumo

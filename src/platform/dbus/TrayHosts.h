@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+#include <memory>
+
+namespace vellumo {
+
+/// Tells whether something on the desktop shows tray icons, from its start until it ends, and again
+/// when it comes back. Event-driven; a host that does not answer counts as none.
+class TrayHosts : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TrayHosts(QObject *parent = nullptr);
+    ~TrayHosts() override;
+
+    /// Starts watching on this bus, which is open. Once. Never blocks.
+    void watch(QDBusConnection bus);
+
+    [[nodiscard]] bool isPresent() const { return isPresent_; }
+
+Q_SIGNALS:
+    void changed(bool isPresent);
+
+private Q_SLOTS:
+    void onHostRegistered() { setPresent(true); }
+
+private:
+    void ask();
+    void setPresent(bool isPresent);
+
+    std::unique_ptr<QDBusConnection> bus_;
+    bool isPresent_ = false;
+    int asked_ = 0; ///< questions so far; an answer to an older one is void
+};
+
+} // namespace vellumo
