@@ -239,7 +239,7 @@ void AppDelegate::followSessionBus()
     const auto followLook = [this, &look] { statusItem_->setDark(look.isDark()); };
     connect(&look, &SystemLook::changed, statusItem_.get(), followLook);
     followLook();
-    look.followDesktop(*bus);
+    look.follow(foundation_->platform.appearance());
     statusItem_->appearOn(*bus);
 }
 

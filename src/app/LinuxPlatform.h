@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/atspi/AtspiAccessibility.h"
+#include "platform/dbus/PortalAppearance.h"
 #include "platform/x11/X11Backend.h"
 
 namespace vellumo {
@@ -23,11 +24,15 @@ public:
     [[nodiscard]] PrimarySelection *primarySelection() { return &x11_.primarySelection(); }
     [[nodiscard]] KeyPosting &keys() { return x11_.keyPosting(); }
     [[nodiscard]] Accessibility &accessibility() { return accessibility_; }
+    [[nodiscard]] DesktopAppearance &appearance() { return appearance_; }
     [[nodiscard]] SessionBus &sessionBus() { return accessibility_.sessionBus(); }
 
 private:
+    void followPortal();
+
     X11Backend x11_;
     AtspiAccessibility accessibility_;
+    PortalAppearance appearance_;
 };
 
 } // namespace vellumo

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "panel/ResultPanelController.h"
 
+#include "panel/KeyablePanel.h"
 #include "panel/PanelGeometry.h"
 #include "ui/BilingualText.h"
 
@@ -68,12 +69,10 @@ void ResultPanelController::prepare()
     }
     view_->setLimits(0, panelGeometry::fallbackScreen.height);
     view_->show(firstDrawing(), {}, ResultPanelView::Drawing::Fresh);
-    window_ = windows_.createPanel({.level = WindowLevel::Status,
-                                    .canBecomeKey = true,
-                                    .hasShadow = true,
-                                    .ignoresMouseEvents = false,
-                                    .topCornerRadius = 0,
-                                    .bottomCornerRadius = panelGeometry::bottomCornerRadius},
+    KeyablePanel style;
+    style.level = WindowLevel::Status;
+    style.bottomCornerRadius = panelGeometry::bottomCornerRadius;
+    window_ = windows_.createPanel(style,
                                    {QUrl(u"qrc:/qt/qml/Vellumo/Panel/ResultPanelView.qml"_s),
                                     {{u"view"_s, QVariant::fromValue(view_.get())},
                                      {u"texts"_s, QVariant::fromValue(&texts_)}}});

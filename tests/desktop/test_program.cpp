@@ -66,9 +66,13 @@ void TestProgram::init()
 
 void TestProgram::cleanup()
 {
-    if (QTest::currentTestFailed())
+    if (QTest::currentTestFailed()) {
         qWarning().noquote() << vellumo_->process().standardOutput()
-                             << vellumo_->process().errorOutput();
+                             << vellumo_->process().errorOutput()
+                             << "panel:" << vellumo_->panel().has_value()
+                             << "notes:" << vellumo_->notes().size() << '\n'
+                             << vellumo_->panelText();
+    }
     editor_.reset();
     vellumo_.reset();
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 // Texts, the look's settings and the consent dialog.
 
+#include "platform/dbus/PortalAppearance.h"
 #include "platform/fake/FakeDesktop.h"
 #include "ui/BilingualText.h"
 #include "ui/ConsentDialog.h"
@@ -107,8 +108,10 @@ void InterfaceTextTest::believesTheDesktop()
                  {gnome, u"enable-animations"_s, true, false, false},
                  {u"org.kde.kdeglobals.KDE"_s, u"AnimationDurationFactor"_s, u"0"_s, false, true}};
     for (const auto &each : cases) {
+        PortalAppearance portal;
         SystemLook look;
-        look.apply(each.group, each.key, each.value);
+        look.follow(portal);
+        portal.apply(each.group, each.key, each.value);
         QVERIFY2(look.isDark() == each.dark, qPrintable(each.key));
         QVERIFY2(look.isMotionReduced() == each.reduced, qPrintable(each.key));
     }

@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/look/SystemLook.h"
 
-#include <QDBusArgument>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingReply>
+#include "platform/DesktopAppearance.h"
+
 #include <QEvent>
 #include <QFontInfo>
 #include <QGuiApplication>
@@ -13,21 +11,7 @@
 #include <QQmlEngine>
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace vellumo {
-
-namespace {
-
-constexpr auto portalService = "org.freedesktop.portal.Desktop"_L1;
-constexpr auto portalPath = "/org/freedesktop/portal/desktop"_L1;
-constexpr auto settingsInterface = "org.freedesktop.portal.Settings"_L1;
-
-constexpr auto appearanceGroup = "org.freedesktop.appearance"_L1;
-constexpr auto gnomeGroup = "org.gnome.desktop.interface"_L1;
-constexpr auto kdeGroup = "org.kde.kdeglobals.KDE"_L1;
-
-} // namespace
 
 qreal textScaleForPoints(qreal points)
 {
@@ -54,13 +38,9 @@ SystemLook *SystemLook::of(QQmlEngine &engine)
 void SystemLook::readApplication()
 {
     const QPalette palette = QGuiApplication::palette();
-    const bool dark = palette.color(QPalette::Window).lightnessF()
+    dark_ = palette.color(QPalette::Window).lightnessF()
         < palette.color(QPalette::WindowText).lightnessF();
-    const qreal scale = textScaleForPoints(QFontInfo(QGuiApplication::font()).pointSizeF());
-    if (!darkIsTold_) {
-        dark_ = dark;
-    }
-    textScale_ = scale;
+    textScale_ = textScaleForPoints(QFontInfo(QGuiApplication::font()).pointSizeF());
 }
 
 bool SystemLook::eventFilter(QObject *watched, QEvent *event)
@@ -68,70 +48,24 @@ bool SystemLook::eventFilter(QObject *watched, QEvent *event)
     if (watched == qGuiApp
         && (event->type() == QEvent::ApplicationPaletteChange
             || event->type() == QEvent::ApplicationFontChange)) {
-        readApplication();
-        Q_EMIT changed();
+        readAppearance();
     }
     return false;
 }
 
-void SystemLook::followDesktop(QDBusConnection bus)
+void SystemLook::follow(const DesktopAppearance &appearance)
 {
-    // An empty service: naming one would make QtDBus look its owner up in a blocking call.
-    bus.connect(QString(), portalPath, settingsInterface, u"SettingChanged"_s, this,
-                SLOT(onSettingChanged(QString, QString, QDBusVariant)));
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, u"ReadAll"_s);
-    call << QStringList{appearanceGroup, gnomeGroup, kdeGroup};
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, &SystemLook::readAll);
+    appearance_ = &appearance;
+    connect(&appearance, &DesktopAppearance::changed, this, &SystemLook::readAppearance);
+    readAppearance();
 }
 
-void SystemLook::readAll(QDBusPendingCallWatcher *call)
+void SystemLook::readAppearance()
 {
-    call->deleteLater();
-    const QDBusPendingReply<> reply = *call;
-    if (reply.isError() || reply.reply().arguments().isEmpty()) {
-        return;
-    }
-    const auto argument = reply.reply().arguments().constFirst().value<QDBusArgument>();
-    if (argument.currentSignature() != "a{sa{sv}}"_L1) {
-        return;
-    }
-    QMap<QString, QVariantMap> groups;
-    argument >> groups;
-    for (auto group = groups.cbegin(); group != groups.cend(); ++group) {
-        for (auto entry = group->cbegin(); entry != group->cend(); ++entry) {
-            apply(group.key(), entry.key(), entry.value());
-        }
-    }
-}
-
-void SystemLook::onSettingChanged(const QString &group, const QString &key,
-                                  const QDBusVariant &value)
-{
-    apply(group, key, value.variant());
-}
-
-void SystemLook::apply(const QString &group, const QString &key, const QVariant &value)
-{
-    bool isNumber = false;
-    const double number = value.toDouble(&isNumber);
-    if (!isNumber) {
-        return;
-    }
-    if (group == appearanceGroup && key == "color-scheme"_L1) {
-        darkIsTold_ = number == 1 || number == 2;
-        dark_ = number == 1;
-        if (!darkIsTold_) {
-            readApplication();
-        }
-    } else if (group == appearanceGroup && key == "reduced-motion"_L1) {
-        reducedMotion_ = number == 1;
-    } else if ((group == gnomeGroup && key == "enable-animations"_L1)
-               || (group == kdeGroup && key == "AnimationDurationFactor"_L1)) {
-        reducedMotion_ = number == 0;
-    } else {
-        return;
+    readApplication();
+    if (appearance_) {
+        dark_ = appearance_->isDark().value_or(dark_);
+        reducedMotion_ = appearance_->isMotionReduced();
     }
     Q_EMIT changed();
 }

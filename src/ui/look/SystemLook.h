@@ -2,19 +2,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusPendingCallWatcher>
-#include <QDBusVariant>
 #include <QObject>
-#include <QVariantMap>
+#include <QPointer>
 #include <QtQml/qqmlregistration.h>
 
 class QQmlEngine;
 
 namespace vellumo {
 
+class DesktopAppearance;
+
 /// What the desktop says about looks: dark or light, animations wanted or not, the size of text.
-/// Starts from the application's palette and font; followDesktop() adds the settings portal.
+/// Starts from the application's palette and font; what follow() is given outranks the palette.
 /// One per QML engine, which owns it.
 class SystemLook : public QObject {
     Q_OBJECT
@@ -30,18 +29,12 @@ public:
     /// The object that QML of this engine sees.
     [[nodiscard]] static SystemLook *of(QQmlEngine &engine);
 
-    /// Asks the settings portal on the session bus, which is open, and follows its changes; never
-    /// blocks. Without a portal nothing changes.
-    void followDesktop(QDBusConnection bus);
+    void follow(const DesktopAppearance &appearance);
 
     [[nodiscard]] bool isDark() const { return dark_; }
     [[nodiscard]] bool isMotionReduced() const { return reducedMotion_; }
     /// A factor for text sizes, 1 at the sizes that desktops come with.
     [[nodiscard]] qreal textScale() const { return textScale_; }
-
-    /// One setting of the portal, as its SettingChanged signal brings it. Unknown ones and values
-    /// of another type are ignored.
-    void apply(const QString &group, const QString &key, const QVariant &value);
 
 Q_SIGNALS:
     void changed();
@@ -49,15 +42,12 @@ Q_SIGNALS:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-private Q_SLOTS:
-    void onSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
-
 private:
     void readApplication();
-    void readAll(QDBusPendingCallWatcher *call);
+    void readAppearance();
 
+    QPointer<const DesktopAppearance> appearance_;
     bool dark_ = false;
-    bool darkIsTold_ = false; ///< by the portal, which then outranks the palette
     bool reducedMotion_ = false;
     qreal textScale_ = 1;
 };

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <optional>
+
+namespace vellumo {
+
+/// What the desktop says about looks beyond the application's palette and font. Main thread only.
+class DesktopAppearance : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Absent while the desktop has no opinion, or has not told it yet.
+    [[nodiscard]] virtual std::optional<bool> isDark() const = 0;
+
+    [[nodiscard]] virtual bool isMotionReduced() const = 0;
+
+Q_SIGNALS:
+    void changed();
+};
+
+} // namespace vellumo
