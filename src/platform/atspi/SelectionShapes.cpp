@@ -38,6 +38,26 @@ SelectedText textOf(const ObjectReference &object, const SelectedRanges &selecte
     return text && !text->isEmpty() ? SelectedText{Kind::Text, *text} : SelectedText{};
 }
 
+/// Browsers change a selection piece by piece, some time after the person did. What was put together
+/// from two states was never selected, and must neither be read nor pass for "unknown".
+SelectedText settledTextOf(const ObjectReference &object, SelectedRanges selected,
+                           OffsetQuality offsets, AtspiQuestion &question)
+{
+    constexpr int mostAttempts = 4;
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        SelectedText text = textOf(object, selected, offsets, question);
+        if (text.kind == Kind::Nothing || question.isAborted()) {
+            return text;
+        }
+        auto now = PendingRanges(object, question).take();
+        if (!now || *now == selected) {
+            return text;
+        }
+        selected = std::move(*now);
+    }
+    return {};
+}
+
 /// The document that holds the object; null outside of one.
 ObjectReference documentAround(const ObjectReference &object, AtspiQuestion &question)
 {
@@ -75,7 +95,7 @@ SelectedText readDocumentAround(const ObjectReference &object, OffsetQuality off
     const ObjectReference document = documentAround(object, question);
     if (!document.isNull()) {
         if (const auto selected = PendingRanges(document, question).take()) {
-            return textOf(document, *selected, offsets, question);
+            return settledTextOf(document, *selected, offsets, question);
         }
     }
     return {};
@@ -103,7 +123,7 @@ SelectedText readSelection(const ObjectReference &object, AtspiQuestion &questio
             return *flowing;
         }
     }
-    SelectedText own = textOf(object, *selected, offsets, question);
+    SelectedText own = settledTextOf(object, *selected, offsets, question);
     if (own.kind == Kind::Nothing && !Atspi::isDocumentRole(role)) {
         SelectedText around = readDocumentAround(object, offsets, question);
         return around.kind == Kind::Text || question.isAborted() ? around : own;

@@ -13,12 +13,14 @@ namespace vellumo {
 struct OffsetRange {
     int start = 0;
     int end = 0;
+    friend bool operator==(const OffsetRange &, const OffsetRange &) = default;
 };
 
 struct SelectedRanges {
     QList<OffsetRange> ranges; ///< none of them empty
     bool hasEmpty = false; ///< an empty range was left out
     bool isComplete = true; ///< false if something more is selected, but not where
+    friend bool operator==(const SelectedRanges &, const SelectedRanges &) = default;
 };
 
 /// The selected ranges of one object's text, asked for in one round trip when there is at most one

@@ -4,8 +4,9 @@
 // vellumo_atspi_peer TREE: an application on the accessibility bus with one window, which holds the
 // tree of a JSON file. Prints "ready" when it is registered and "read ROLE" for each text that it
 // is asked for. An object of the tree:
-//   role, focused, name, text, selections [[start, end]...], display, address, toolkit
-//   (topmost), children: one for each U+FFFC of the text, then those that are not in the text.
+//   role, focused, name, text, selections [[start, end]...], fleeting (they are gone once asked
+//   for), display, address, toolkit (topmost), children: one for each U+FFFC of the text, then
+//   those that are not in the text.
 #include "platform/atspi/AtspiProtocol.h"
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -89,7 +90,7 @@ private:
         return QVariant::fromValue(list);
     }
 
-    QVariantList reply(qsizetype index, const QDBusMessage &message) const
+    QVariantList reply(qsizetype index, const QDBusMessage &message)
     {
         const QString interface = message.interface().section(u'.', -1);
         if (interface == u"Text" || interface == u"Hypertext") {
@@ -157,9 +158,9 @@ private:
         return {QVariant::fromValue(QDBusVariant(value))};
     }
 
-    QVariantList replyText(qsizetype index, const QDBusMessage &message) const
+    QVariantList replyText(qsizetype index, const QDBusMessage &message)
     {
-        const Node &node = nodes_.at(index);
+        Node &node = nodes_[index];
         const QString member = message.member();
         const QVariantList arguments = message.arguments();
         const QString text = node.data.value(u"text").toString();
@@ -169,6 +170,9 @@ private:
         }
         if (member == u"GetSelection") {
             const QJsonArray range = selections.at(arguments.at(0).toInt()).toArray();
+            if (node.data.value(u"fleeting").toBool()) {
+                node.data.remove(u"selections");
+            }
             return {range.at(0).toInt(), range.at(1).toInt()};
         }
         if (member == u"GetText") {

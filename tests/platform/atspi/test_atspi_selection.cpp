@@ -138,6 +138,14 @@ void TestAtspiSelection::assembles_data()
             object(paragraph, u"a\uFFFC\uFFFCb"_s, {{0, 4}},
                    {object(entry, u"typed"_s, {{0, 5}}), object(password, u"secret"_s, {{0, 6}})})),
         Kind::Text, u"ab"_s);
+    const auto fleeting = [](const QString &text, const Children &blocks) {
+        const Ranges all{{0, static_cast<int>(text.size())}};
+        return with(focused(object(web, text, all, blocks)), u"fleeting"_s, true);
+    };
+    const auto block = object(paragraph, u"block"_s);
+    row("deselected meanwhile", fleeting(u"\uFFFC"_s, {block}), Kind::Nothing);
+    row("deselected meanwhile, with a block between the ends",
+        fleeting(u"\uFFFC\uFFFC\uFFFC"_s, {block, block, block}), Kind::Nothing);
     row("a picture alone", focused(object(paragraph, u"a\uFFFCb"_s, {{1, 2}})), Kind::Unknown);
     row("focus beside the selection",
         object(web, u"\uFFFC\uFFFC"_s, {{0, 1}},
