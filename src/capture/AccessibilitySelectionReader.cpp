@@ -89,8 +89,8 @@ AccessibilitySelectionReader::accessibilitySelectedText()
     const auto ask = [this, &application](std::chrono::milliseconds reserve) {
         const auto time = std::min<std::chrono::milliseconds>(accessibilityTime,
                                                               budget_.leftForSelection() - reserve);
-        return askOnce(application->processIdentifier,
-                       QDeadlineTimer(std::max(time, std::chrono::milliseconds::zero())));
+        return askFocusedElement(application->processIdentifier,
+                                 QDeadlineTimer(std::max(time, std::chrono::milliseconds::zero())));
     };
     AccessibilityAnswer answer = ask(0ms);
 
@@ -119,22 +119,34 @@ AccessibilitySelectionReader::accessibilitySelectedText()
 }
 
 AccessibilitySelectionReader::AccessibilityAnswer
-AccessibilitySelectionReader::askOnce(qint64 processIdentifier, QDeadlineTimer deadline)
+AccessibilitySelectionReader::askFocusedElement(qint64 processIdentifier, QDeadlineTimer deadline)
 {
-    const auto element = desktop_.accessibility.focusedElement(processIdentifier, deadline);
+    const auto element = focusedUIElement(processIdentifier, deadline);
     if (!element) {
         return {};
     }
     if (element->kind == ElementKind::Password) {
         return {{}, ElementKind::Password};
     }
-    SelectedText selected = desktop_.accessibility.selectedText(*element, deadline);
+    SelectedText selected = stringAttribute(*element, deadline);
     if (selected.kind != SelectedText::Kind::Text) {
         if (const auto text = selectedTextViaRange(*element, deadline)) {
             selected = {SelectedText::Kind::Text, *text};
         }
     }
     return {selected, element->kind};
+}
+
+std::optional<AccessibleElement>
+AccessibilitySelectionReader::focusedUIElement(qint64 processIdentifier, QDeadlineTimer deadline)
+{
+    return desktop_.accessibility.focusedElement(processIdentifier, deadline);
+}
+
+SelectedText AccessibilitySelectionReader::stringAttribute(const AccessibleElement &element,
+                                                           QDeadlineTimer deadline)
+{
+    return desktop_.accessibility.selectedText(element, deadline);
 }
 
 std::optional<QString>
@@ -161,7 +173,20 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     if (answer.kind == ElementKind::Terminal) {
         return std::nullopt;
     }
-    return readable(copiedSelection());
+    // The clipboard is worth more than the answer: what cannot be put back is not replaced.
+    Pasteboard &pasteboard = desktop_.pasteboard;
+    const auto items = snapshot(pasteboard);
+    if (!items || budget_.leftForSelection() < shortestCopyTime) {
+        return std::nullopt;
+    }
+    const quint64 changeCount = pasteboard.changeCount();
+    if (!desktop_.keys.postCopy()
+        || !pasteboard.waitForChange(changeCount, budget_.selectionDeadline(copyTime))) {
+        return std::nullopt;
+    }
+    const auto copied = pasteboard.string(QDeadlineTimer(copiedTextTime));
+    restore(pasteboard, *items);
+    return readable(copied);
 }
 
 std::optional<QString> AccessibilitySelectionReader::publishedSelection()
@@ -177,31 +202,17 @@ std::optional<QString> AccessibilitySelectionReader::publishedSelection()
     return readable(desktop_.primary->string(budget_.selectionDeadline(publishedSelectionTime)));
 }
 
-std::optional<QString> AccessibilitySelectionReader::copiedSelection()
+std::optional<QList<PasteboardItem>> AccessibilitySelectionReader::snapshot(Pasteboard &pasteboard)
 {
-    // The clipboard is worth more than the answer: what cannot be put back is not replaced.
-    const auto snapshot = desktop_.pasteboard.items(budget_.selectionDeadline(snapshotTime));
-    if (!snapshot) {
-        return std::nullopt;
-    }
-    if (budget_.leftForSelection() < shortestCopyTime) {
-        return std::nullopt;
-    }
-    const quint64 changeCount = desktop_.pasteboard.changeCount();
-    if (!desktop_.keys.postCopy()
-        || !desktop_.pasteboard.waitForChange(changeCount, budget_.selectionDeadline(copyTime))) {
-        return std::nullopt;
-    }
-    auto text = desktop_.pasteboard.string(QDeadlineTimer(copiedTextTime));
-    restore(*snapshot);
-    return text;
+    return pasteboard.items(budget_.selectionDeadline(snapshotTime));
 }
 
-void AccessibilitySelectionReader::restore(const QList<PasteboardItem> &items)
+void AccessibilitySelectionReader::restore(Pasteboard &pasteboard,
+                                           const QList<PasteboardItem> &items)
 {
-    desktop_.pasteboard.clear();
+    pasteboard.clear();
     if (!items.isEmpty()) {
-        desktop_.pasteboard.write(items);
+        pasteboard.write(items);
     }
 }
 

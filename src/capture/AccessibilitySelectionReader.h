@@ -41,14 +41,23 @@ private:
         ElementKind kind = ElementKind::Ordinary;
     };
 
+    /// Asks again where Option, which is still held, may have moved the focus.
     [[nodiscard]] AccessibilityAnswer accessibilitySelectedText();
-    [[nodiscard]] AccessibilityAnswer askOnce(qint64 processIdentifier, QDeadlineTimer deadline);
+    [[nodiscard]] AccessibilityAnswer askFocusedElement(qint64 processIdentifier,
+                                                        QDeadlineTimer deadline);
+    [[nodiscard]] std::optional<AccessibleElement> focusedUIElement(qint64 processIdentifier,
+                                                                    QDeadlineTimer deadline);
+    /// The selected text as the element itself tells it.
+    [[nodiscard]] SelectedText stringAttribute(const AccessibleElement &element,
+                                               QDeadlineTimer deadline);
     [[nodiscard]] std::optional<QString> selectedTextViaRange(const AccessibleElement &element,
                                                               QDeadlineTimer deadline);
+    /// The published selection, else a copy. `answer` is what accessibility has told before.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
     [[nodiscard]] std::optional<QString> publishedSelection();
-    [[nodiscard]] std::optional<QString> copiedSelection();
-    void restore(const QList<PasteboardItem> &items);
+    /// Absent when the pasteboard could not be put back as it is.
+    [[nodiscard]] std::optional<QList<PasteboardItem>> snapshot(Pasteboard &pasteboard);
+    static void restore(Pasteboard &pasteboard, const QList<PasteboardItem> &items);
 
     Desktop desktop_;
     ReadingBudget &budget_;

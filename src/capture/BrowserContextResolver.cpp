@@ -58,7 +58,13 @@ std::optional<PageUrl> BrowserContextResolver::currentURL(const RunningApplicati
             == browsers.end()) {
         return std::nullopt;
     }
-    const auto address = accessibility_->pageAddress(application.processIdentifier, deadline);
+    return runURLScript(application.processIdentifier, deadline);
+}
+
+std::optional<PageUrl> BrowserContextResolver::runURLScript(qint64 processIdentifier,
+                                                            QDeadlineTimer deadline) const
+{
+    const auto address = accessibility_->pageAddress(processIdentifier, deadline);
     if (!address || address->isEmpty()) {
         return std::nullopt;
     }

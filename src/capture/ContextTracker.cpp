@@ -29,10 +29,7 @@ std::optional<ReadingContext> ContextTracker::currentContext()
     const QString name = application->localizedName.value_or(
         application->bundleIdentifier.value_or(u"Unknown App"_s));
     const QString identifier = application->bundleIdentifier.value_or(name);
-    const auto title = accessibility_.isProcessTrusted()
-        ? accessibility_.focusedWindowTitle(application->processIdentifier)
-        : std::nullopt;
-
+    const auto title = focusedWindowTitle(application->processIdentifier);
     const auto url = browserContextResolver_.currentURL(*application, budget_.contextDeadline());
     if (url) {
         const QString displayName = url->host.isEmpty() ? title.value_or(name) : url->host;
@@ -45,6 +42,12 @@ std::optional<ReadingContext> ContextTracker::currentContext()
     }
     return ReadingContext{u"window-session:"_s + identifier, name,
                           ReadingContextSource::windowSession};
+}
+
+std::optional<QString> ContextTracker::focusedWindowTitle(qint64 processIdentifier)
+{
+    return accessibility_.isProcessTrusted() ? accessibility_.focusedWindowTitle(processIdentifier)
+                                             : std::nullopt;
 }
 
 } // namespace vellumo

@@ -20,6 +20,9 @@ public:
     [[nodiscard]] std::optional<ReadingContext> currentContext() override;
 
 private:
+    /// Absent without the user's trust.
+    [[nodiscard]] std::optional<QString> focusedWindowTitle(qint64 processIdentifier);
+
     Workspace &workspace_;
     Accessibility &accessibility_;
     const ReadingBudget &budget_;
