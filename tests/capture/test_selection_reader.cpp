@@ -42,6 +42,7 @@ private Q_SLOTS:
     void copyRestoresTheClipboard();
     void noCopyLeavesTheClipboardAlone();
     void clipboardThatCannotBeKeptIsNotTouched();
+    void hangingRoadsShareOneBudget();
     void terminalReceivesNoKeys();
     void passwordIsNeverRead();
     void menuFocusIsAskedAgainAfterTheRelease();
@@ -167,6 +168,20 @@ void TestSelectionReader::clipboardThatCannotBeKeptIsNotTouched()
     with_->pasteboard.copied = u"copied"_s;
     QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
     QVERIFY(!with_->calls.contains(u"copy keys"_s));
+}
+
+void TestSelectionReader::hangingRoadsShareOneBudget()
+{
+    with_->accessibility.hangs = true;
+    with_->primary.hangs = true;
+    with_->primary.owner = applicationPid;
+    with_->pasteboard.isSlow = true;
+    with_->pasteboard.copied = u"copied"_s;
+    QElapsedTimer time;
+    time.start();
+    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
+    QCOMPARE_LE(time.elapsed(), 750); // 600, and what a busy machine adds
+    QCOMPARE(with_->calls.last(), u"snapshot"_s); // a copy would come when nobody waits for it
 }
 
 void TestSelectionReader::terminalReceivesNoKeys()

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/ReadingDesk.h"
 
-#include "capture/ReadingBudget.h"
 #include "platform/ConsentPrompting.h"
 #include "platform/atspi/AtspiAccessibility.h"
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/x11/X11Backend.h"
 #include "support/Waiting.h"
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 
@@ -56,10 +56,34 @@ std::optional<ReadingContext> ReadingDesk::context()
     return platform_->tracker.currentContext();
 }
 
+std::chrono::milliseconds ReadingDesk::timeOfReading()
+{
+    QElapsedTimer timer;
+    timer.start();
+    static_cast<void>(read());
+    static_cast<void>(context());
+    return std::chrono::milliseconds(timer.elapsed());
+}
+
+bool ReadingDesk::open(Application &application)
+{
+    const auto window = application.start(desktop);
+    return window && desktop.activate(*window)
+        && waitUntil([&] { return isFrontmost(application); });
+}
+
 bool ReadingDesk::isFrontmost(const Application &application)
 {
     const auto frontmost = platform_->x11.workspace().frontmostApplication();
     return frontmost && application.owns(frontmost->processIdentifier);
+}
+
+bool ReadingDesk::answers()
+{
+    const auto frontmost = platform_->x11.workspace().frontmostApplication();
+    return frontmost
+        && platform_->accessibility.focusedElement(frontmost->processIdentifier,
+                                                   QDeadlineTimer(1000));
 }
 
 QString ReadingDesk::writeFile(const QString &name, const QByteArray &content)

@@ -4,6 +4,7 @@
 
 #include "capture/AccessibilitySelectionReader.h"
 #include "capture/ContextTracker.h"
+#include "capture/ReadingBudget.h"
 #include "support/Application.h"
 #include "support/Desktop.h"
 #include "support/PageServer.h"
@@ -25,8 +26,20 @@ public:
     [[nodiscard]] std::optional<QString> read();
     [[nodiscard]] std::optional<ReadingContext> context();
 
+    /// What one double tap may cost, and what a busy machine adds to it.
+    static constexpr std::chrono::milliseconds longestReading =
+        ReadingBudget::total + std::chrono::milliseconds(150);
+    /// How long it takes to read the selection and its context, whatever they are.
+    [[nodiscard]] std::chrono::milliseconds timeOfReading();
+
     /// Whether the platform has noticed that the window's process is in front.
     [[nodiscard]] bool isFrontmost(const Application &application);
+    /// Starts the application and brings it to the front.
+    [[nodiscard]] bool open(Application &application);
+
+    /// Whether the application in front answers questions: on a machine that is too busy for that,
+    /// only the text that it has published is left to be read.
+    [[nodiscard]] bool answers();
 
     QString writeFile(const QString &name, const QByteArray &content);
     [[nodiscard]] QString folder(const QString &name) const;

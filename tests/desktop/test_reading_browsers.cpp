@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/ReadingDesk.h"
 #include "support/Waiting.h"
-#include <QElapsedTimer>
 #include <QTest>
 
 using namespace vellumo;
@@ -84,9 +83,7 @@ std::unique_ptr<Application> TestReadingBrowsers::open(ReadingDesk &desk)
             : chromium(address, u"first"_s, profile, browser == "chromium-tree"_L1));
     if (!application->isInstalled())
         return application;
-    const auto window = application->start(desk.desktop);
-    const bool ready = window && desk.desktop.activate(*window) && locate(desk, u"first"_s)
-        && waitUntil([&] { return desk.isFrontmost(*application); });
+    const bool ready = desk.open(*application) && locate(desk, u"first"_s);
     return ready ? std::move(application) : nullptr;
 }
 
@@ -165,7 +162,8 @@ void TestReadingBrowsers::readsWhatIsSelected()
         QVERIFY(deselect(desk));
         if (browser == "chromium"_L1)
             continue; // it alone knows that nothing is selected, and does not say so
-        QCOMPARE(desk.read(), std::nullopt);
+        QVERIFY(waitUntil([&] { return desk.answers(); }));
+        QCOMPARE(desk.read().value_or(u"nothing"_s), u"nothing"_s);
     }
 }
 
@@ -229,13 +227,9 @@ void TestReadingBrowsers::aStoppedBrowserCostsLittle()
     QVERIFY(desk.read());
 
     browser->stopAll();
-    QElapsedTimer timer;
-    timer.start();
-    static_cast<void>(desk.read());
-    static_cast<void>(desk.context());
-    const qint64 took = timer.elapsed();
+    const auto took = desk.timeOfReading();
     browser->continueAll();
-    QVERIFY2(took <= 600, qPrintable(u"%1 ms"_s.arg(took)));
+    QCOMPARE_LE(took, ReadingDesk::longestReading);
 
     // and it is asked again once it lives
     QVERIFY(waitUntil(

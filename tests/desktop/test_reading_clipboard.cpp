@@ -55,6 +55,8 @@ void TestReadingClipboard::isByForByteTheSameAfterACopy_data()
                     {u"application/x-own"_s, QByteArray("\0\1\2\0", 4)}};
     QTest::newRow("5 MB") << Contents{{u"application/octet-stream"_s, anyBytes(5'000'000)},
                                       {u"text/plain"_s, "small"}};
+    QTest::newRow("invalid UTF-8")
+        << Contents{{u"text/plain;charset=utf-8"_s, QByteArray("\xff\xc3 tide \0\xfe", 10)}};
     QTest::newRow("empty") << Contents{};
 }
 
@@ -65,9 +67,8 @@ void TestReadingClipboard::isByForByteTheSameAfterACopy()
 
     Application edit(qtTextEdit(desk.writeFile(u"note.txt"_s, text.toUtf8())));
     edit.setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nowhere"_s);
-    const auto window = edit.start(desk.desktop);
-    QVERIFY(window && desk.desktop.activate(*window));
-    QVERIFY(waitUntil([&] { return desk.isFrontmost(edit); }));
+    QVERIFY(desk.open(edit));
+    const WindowId window = desk.desktop.activeWindow();
     QVERIFY(waitUntil(
         [&] {
             desk.desktop.chord(Key::ControlLeft, Key::A);
@@ -92,7 +93,7 @@ void TestReadingClipboard::isByForByteTheSameAfterACopy()
     QCOMPARE(desk.read(), text);
 
     QCOMPARE(sorted(desk.clipboard()), sorted(before));
-    QCOMPARE(desk.desktop.activeWindow(), *window);
+    QCOMPARE(desk.desktop.activeWindow(), window);
     // it is really ours now, and not the old owner's, which a copy has displaced
     owner.end();
     QCOMPARE(sorted(desk.clipboard()), sorted(before));

@@ -127,18 +127,26 @@ QList<qint64> Application::tree() const
     return found;
 }
 
-void Application::stopAll() const
+void Application::signalAll(int number) const
 {
     const QList<qint64> processes = tree();
     for (const qint64 process : processes)
-        ::kill(static_cast<pid_t>(process), SIGSTOP);
+        ::kill(static_cast<pid_t>(process), number);
+}
+
+void Application::stopAll() const
+{
+    signalAll(SIGSTOP);
 }
 
 void Application::continueAll() const
 {
-    const QList<qint64> processes = tree();
-    for (const qint64 process : processes)
-        ::kill(static_cast<pid_t>(process), SIGCONT);
+    signalAll(SIGCONT);
+}
+
+void Application::killAll() const
+{
+    signalAll(SIGKILL);
 }
 
 void Application::signal(int number) const

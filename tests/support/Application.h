@@ -45,6 +45,7 @@ public:
 
     void stopAll() const; ///< SIGSTOP for the program and all that it started
     void continueAll() const;
+    void killAll() const;
     void signal(int number) const;
     /// Ends the program with SIGTERM, then harder; the exit code, or nothing when it crashed.
     std::optional<int> end();
@@ -56,6 +57,7 @@ public:
 
 private:
     [[nodiscard]] QList<qint64> tree() const;
+    void signalAll(int number) const;
 
     Command command_;
     QProcess process_;

@@ -3,12 +3,14 @@
 //
 // vellumo_test_clipboard [TYPE=FILE...]: owns the clipboard with these types until another program
 // takes it; without types it clears the clipboard. Says "ready" when it is so. With --silent first
-// it owns the clipboard and answers nobody.
+// it owns the clipboard and answers nobody. With --selected first it owns the selection of the
+// middle button instead, as an application does that shows a window in which this is selected.
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QTimer>
+#include <QWindow>
 #include <cstdio>
 #include <unistd.h>
 
@@ -26,17 +28,22 @@ int main(int argc, char **argv)
         ::pause();
         return 0;
     }
+    QWindow window;
+    const bool isSelected = arguments.removeOne(QStringLiteral("--selected"));
+    if (isSelected)
+        window.show();
     for (const QString &argument : arguments) {
-        QFile file(argument.section(u'=', 1));
+        QFile file(argument.section(u'=', -1)); // a type may have a parameter
         if (!file.open(QIODevice::ReadOnly))
             return 1;
-        data->setData(argument.section(u'=', 0, 0), file.readAll());
+        data->setData(argument.section(u'=', 0, -2), file.readAll());
     }
     QClipboard *clipboard = QGuiApplication::clipboard();
+    const auto mode = isSelected ? QClipboard::Selection : QClipboard::Clipboard;
     if (arguments.isEmpty())
-        clipboard->clear();
+        clipboard->clear(mode);
     else
-        clipboard->setMimeData(data);
+        clipboard->setMimeData(data, mode);
     QTimer::singleShot(0, [] {
         std::puts("ready");
         std::fflush(stdout);

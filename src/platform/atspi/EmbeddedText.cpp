@@ -189,6 +189,8 @@ void Assembly::takeText(Slice &slice, const QString &text)
         isCertain_ = isCertain_ && isBeforeAstral(slice.range, text);
         slice.text = text.mid(slice.range.start, slice.range.end - slice.range.start);
     }
+    // The bus carries a text only up to its first NUL.
+    isCertain_ = isCertain_ && slice.text.size() >= slice.range.end - slice.range.start;
     for (qsizetype i = slice.text.count(objectReplacement); i > 0; --i) {
         slice.children.push_back(std::make_unique<Piece>());
     }

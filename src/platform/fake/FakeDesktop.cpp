@@ -3,9 +3,20 @@
 
 #include "platform/fake/FakeDesktop.h"
 
+#include <QThread>
+
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
+
+namespace {
+
+void spend(QDeadlineTimer time)
+{
+    QThread::msleep(static_cast<unsigned long>(time.remainingTime()));
+}
+
+} // namespace
 
 void FakeDefaultsStore::setValue(const QString &key, const QVariant &value)
 {
@@ -40,9 +51,11 @@ void FakeAccessibility::requestManualAccessibility(qint64 processIdentifier)
 std::optional<AccessibleElement> FakeAccessibility::focusedElement(qint64 processIdentifier,
                                                                    QDeadlineTimer deadline)
 {
-    Q_UNUSED(deadline)
     calls_.append(u"focused element"_s);
-    if (!focusedKind) {
+    if (hangs) {
+        spend(deadline);
+    }
+    if (hangs || !focusedKind) {
         return std::nullopt;
     }
     return AccessibleElement{processIdentifier, {}, {}, *focusedKind};
@@ -105,8 +118,10 @@ bool FakePasteboard::waitForChange(quint64 count, QDeadlineTimer deadline)
 
 std::optional<QList<PasteboardItem>> FakePasteboard::items(QDeadlineTimer deadline)
 {
-    Q_UNUSED(deadline)
     calls_.append(u"snapshot"_s);
+    if (isSlow) {
+        spend(deadline);
+    }
     return contents;
 }
 
@@ -133,9 +148,11 @@ void FakePasteboard::write(const QList<PasteboardItem> &items)
 
 std::optional<QString> FakePrimarySelection::string(QDeadlineTimer deadline)
 {
-    Q_UNUSED(deadline)
     calls_.append(u"primary"_s);
-    return text;
+    if (hangs) {
+        spend(deadline);
+    }
+    return hangs ? std::nullopt : text;
 }
 
 bool FakeKeyPosting::postCopy()

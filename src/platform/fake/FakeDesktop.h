@@ -53,6 +53,7 @@ public:
     explicit FakeAccessibility(FakeCalls &calls) : calls_(calls) { }
 
     bool trusted = true;
+    bool hangs = false; ///< whether a question takes all of its time and has no answer
     std::optional<ElementKind> focusedKind = ElementKind::Ordinary; ///< absent: nothing focused
     QList<SelectedText> selections; ///< one per question; the last stays
     std::optional<TextRange> range;
@@ -85,6 +86,7 @@ class FakePasteboard : public Pasteboard {
 public:
     explicit FakePasteboard(FakeCalls &calls) : calls_(calls) { }
 
+    bool isSlow = false; ///< whether a snapshot takes all of its time
     std::optional<QList<PasteboardItem>> contents = QList<PasteboardItem>();
     std::optional<QString> copied; ///< what the application puts here when made to copy
 
@@ -104,6 +106,7 @@ class FakePrimarySelection : public PrimarySelection {
 public:
     explicit FakePrimarySelection(FakeCalls &calls) : calls_(calls) { }
 
+    bool hangs = false; ///< whether a question takes all of its time and has no answer
     std::optional<qint64> owner;
     std::optional<QString> text;
 
