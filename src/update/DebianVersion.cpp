@@ -57,7 +57,7 @@ int rank(QByteArrayView run, qsizetype index)
 std::weak_ordering compareSigns(QByteArrayView left, QByteArrayView right)
 {
     for (qsizetype i = 0; i < std::max(left.size(), right.size()); ++i) {
-        if (const auto order = rank(left, i) <=> rank(right, i); order != 0) {
+        if (const auto order = rank(left, i) <=> rank(right, i); std::is_neq(order)) {
             return order;
         }
     }
@@ -83,11 +83,11 @@ std::weak_ordering compareParts(QByteArrayView left, QByteArrayView right)
 {
     while (!left.isEmpty() || !right.isEmpty()) {
         if (const auto order = compareSigns(takeRun(left, false), takeRun(right, false));
-            order != 0) {
+            std::is_neq(order)) {
             return order;
         }
         if (const auto order = compareNumbers(takeRun(left, true), takeRun(right, true));
-            order != 0) {
+            std::is_neq(order)) {
             return order;
         }
     }
@@ -128,10 +128,10 @@ std::optional<DebianVersion> DebianVersion::fromString(QStringView text)
 
 std::weak_ordering operator<=>(const DebianVersion &left, const DebianVersion &right)
 {
-    if (const auto order = compareNumbers(left.epoch_, right.epoch_); order != 0) {
+    if (const auto order = compareNumbers(left.epoch_, right.epoch_); std::is_neq(order)) {
         return order;
     }
-    if (const auto order = compareParts(left.upstream_, right.upstream_); order != 0) {
+    if (const auto order = compareParts(left.upstream_, right.upstream_); std::is_neq(order)) {
         return order;
     }
     return compareParts(left.revision_, right.revision_);

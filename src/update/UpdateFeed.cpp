@@ -21,7 +21,7 @@ constexpr qsizetype base64SignatureSize = (Ed25519PublicKey::signatureSize + 2) 
 
 constexpr int knownFormat = 1;
 constexpr std::string_view product("app.vellumo.Vellumo");
-constexpr qsizetype longestNotes = 16 * 1024;
+constexpr qsizetype longestNotes = 16384;
 constexpr qsizetype longestAddress = 2048;
 
 // Iterative: nesting must not exhaust the stack.

@@ -29,7 +29,7 @@ struct UpdateFeed {
     QUrl page; ///< where the release can be had; https
 
     /// More than this is no feed, in bytes.
-    static constexpr qsizetype longest = 64 * 1024;
+    static constexpr qsizetype longest = 65536;
 
     /// Reads what a feed's address answered. Nothing beyond the signature is looked at unless the
     /// signature is the key's. `today` is the date in UTC.
