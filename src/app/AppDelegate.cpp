@@ -4,6 +4,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/AppConfig.h"
+#include "app/BuiltInUpdates.h"
 #include "app/DataFolderLock.h"
 #include "app/LinuxPlatform.h"
 #include "app/MainMenu.h"
@@ -22,6 +23,7 @@
 #include "panel/ResultPanelController.h"
 #include "pill/EmptyNotesEntrance.h"
 #include "platform/Diagnostics.h"
+#include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/windowing/QtFloatingWindows.h"
@@ -48,6 +50,7 @@ struct AppDelegate::Foundation {
     SettingsDefaultsStore defaults{SettingsDefaultsStore::defaultPath()};
     UserPreferences preferences{defaults};
     SystemClock clock;
+    QtHttpSession http;
 
     struct Engine : QQmlEngine {
         Engine() { prepareEngine(*this); }
@@ -95,7 +98,7 @@ void AppDelegate::applicationDidFinishLaunching()
     foundation_ = std::make_unique<Foundation>();
     configureMainMenu();
     configureStatusItem();
-    updaterManager_ = std::make_unique<UpdaterManager>();
+    createUpdaterManager();
     startPermissionManager();
     notesStore_ = std::make_unique<NotesStore>(NotesStore::defaultStorePath());
     aiService_ = makeAIService();
@@ -151,6 +154,19 @@ void AppDelegate::configureStatusItem()
     menu.addAction(u"Check for Updates…"_s, this, [this] { updaterManager_->checkForUpdates(); });
     menu.addSeparator();
     menu.addAction(u"Quit vellumo"_s, Qt::CTRL | Qt::Key_Q, this, &AppDelegate::terminate);
+}
+
+void AppDelegate::createUpdaterManager()
+{
+    updaterManager_ = std::make_unique<UpdaterManager>();
+    auto controller =
+        makeUpdateController(foundation_->config,
+                             {foundation_->http, foundation_->platform.workspace(),
+                              foundation_->clock, foundation_->engine, foundation_->texts});
+    if (controller) {
+        controller->setOnWindowMade([this](QWindow &window) { mainMenu_->attachTo(window); });
+        updaterManager_->controller = std::move(controller);
+    }
 }
 
 void AppDelegate::applicationShouldHandleReopen()

@@ -44,6 +44,7 @@ private:
     void applicationDidFinishLaunching();
     void configureMainMenu();
     void configureStatusItem();
+    void createUpdaterManager();
     void startPermissionManager();
     [[nodiscard]] std::unique_ptr<AIExplaining> makeAIService() const;
     void buildCapturePipeline();
