@@ -43,6 +43,7 @@ void FocusEvents::listenOn(const QDBusConnection &bus)
 void FocusEvents::clear()
 {
     focused_.clear();
+    before_.clear();
 }
 
 ObjectReference FocusEvents::focusedIn(const QString &service) const
@@ -50,10 +51,15 @@ ObjectReference FocusEvents::focusedIn(const QString &service) const
     return focused_.value(service);
 }
 
+ObjectReference FocusEvents::focusedBefore(const QString &service) const
+{
+    return before_.value(service);
+}
+
 void FocusEvents::remember(const ObjectReference &focused)
 {
     if (focused_.size() >= mostApplications && !focused_.contains(focused.service)) {
-        focused_.clear();
+        clear();
     }
     focused_.insert(focused.service, focused);
 }
@@ -69,9 +75,14 @@ void FocusEvents::onStateChanged(const QDBusMessage &message)
     if (arguments.size() < 2 || arguments.at(0).toString() != u"focused") {
         return;
     }
-    if (arguments.at(1).toInt() != 0) {
+    const bool isFocused = arguments.at(1).toInt() != 0;
+    const ObjectReference last = focusedIn(message.service());
+    if (!last.isNull() && isFocused != (last == senderOf(message))) {
+        before_.insert(message.service(), last);
+    }
+    if (isFocused) {
         remember(senderOf(message));
-    } else if (focused_.value(message.service()) == senderOf(message)) {
+    } else if (last == senderOf(message)) {
         forget(message.service());
     }
 }
@@ -88,6 +99,7 @@ void FocusEvents::onWindowActivated(const QDBusMessage &message)
 {
     // Another window of the same application: each has a focused object of its own.
     forget(message.service());
+    before_.remove(message.service());
 }
 
 } // namespace vellumo

@@ -25,6 +25,9 @@ public:
     /// The object that last had the focus in the application's window in front; null if unknown.
     [[nodiscard]] ObjectReference focusedIn(const QString &service) const;
 
+    /// The object that had the focus before that one; null if unknown.
+    [[nodiscard]] ObjectReference focusedBefore(const QString &service) const;
+
     /// What a search has found, until an event says otherwise.
     void remember(const ObjectReference &focused);
     void forget(const QString &service);
@@ -36,6 +39,7 @@ private Q_SLOTS:
 
 private:
     QHash<QString, ObjectReference> focused_; ///< by service
+    QHash<QString, ObjectReference> before_; ///< by service
 };
 
 } // namespace vellumo

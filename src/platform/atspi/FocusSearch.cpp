@@ -88,6 +88,36 @@ FocusSearch::FocusSearch(AtspiApplications &applications, FocusEvents &events)
 std::optional<FocusedObject> FocusSearch::find(qint64 processIdentifier, const QString &service,
                                                AtspiQuestion &question)
 {
+    auto focused = findFocused(processIdentifier, service, question);
+    if (focused && Atspi::isMenuRole(focused->role)) {
+        if (auto before = behindMenu(service, question)) {
+            return before;
+        }
+    }
+    return focused;
+}
+
+std::optional<FocusedObject> FocusSearch::behindMenu(const QString &service,
+                                                     AtspiQuestion &question) const
+{
+    const ObjectReference before = events_.focusedBefore(service);
+    if (before.isNull()) {
+        return std::nullopt;
+    }
+    auto stateAnswer = question.send(before, Atspi::accessible, "GetState");
+    auto roleAnswer = question.send(before, Atspi::accessible, "GetRole");
+    const auto states = stateAnswer.value<Atspi::StateSet>();
+    const auto role = roleAnswer.value<quint32>();
+    if (!states || !role || !Atspi::hasState(*states, Atspi::State::Showing)
+        || Atspi::isMenuRole(static_cast<Atspi::Role>(*role))) {
+        return std::nullopt;
+    }
+    return FocusedObject{before, static_cast<Atspi::Role>(*role)};
+}
+
+std::optional<FocusedObject>
+FocusSearch::findFocused(qint64 processIdentifier, const QString &service, AtspiQuestion &question)
+{
     const ObjectReference remembered = events_.focusedIn(service);
     if (!remembered.isNull()) {
         if (auto focused = confirm(remembered, question)) {

@@ -17,7 +17,9 @@ struct FocusedObject {
 };
 
 /// Finds the focused object of an application: the remembered one if it still has the focus, else
-/// what the application's own search finds, else by walking its tree.
+/// what the application's own search finds, else by walking its tree. A press of Alt alone sends
+/// the focus of some applications to their menu bar: then what had it before, if that is known,
+/// since its selection is what the user sees.
 class FocusSearch {
 public:
     FocusSearch(AtspiApplications &applications, FocusEvents &events);
@@ -26,6 +28,10 @@ public:
     find(qint64 processIdentifier, const QString &service, AtspiQuestion &question);
 
 private:
+    [[nodiscard]] std::optional<FocusedObject>
+    findFocused(qint64 processIdentifier, const QString &service, AtspiQuestion &question);
+    [[nodiscard]] std::optional<FocusedObject> behindMenu(const QString &service,
+                                                          AtspiQuestion &question) const;
     [[nodiscard]] static std::optional<FocusedObject> confirm(const ObjectReference &object,
                                                               AtspiQuestion &question);
 
