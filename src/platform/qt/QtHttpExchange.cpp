@@ -45,11 +45,11 @@ HttpError::Kind kindOf(QNetworkReply::NetworkError error)
 
 /// The body of a POST. When a connection ends before the answer comes, Qt would read it again and
 /// send the request up to four times, and a service might do and charge for it as often. Here that
-/// happens only after a connection that was kept from an earlier request, which may long have been
-/// dead, and once: the next connection is a new one.
+/// happens once at most, and only over a connection that was kept from an earlier request, which
+/// may long have been dead.
 class PostBody : public QIODevice {
 public:
-    explicit PostBody(QByteArray bytes) : bytes_(std::move(bytes))
+    PostBody(QByteArray bytes, bool mayRepeat) : bytes_(std::move(bytes)), mayRepeat_(mayRepeat)
     {
         open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
@@ -57,7 +57,7 @@ public:
     void forbidRepetition() { mayRepeat_ = false; }
 
     [[nodiscard]] qint64 size() const override { return bytes_.size(); }
-    bool reset() override { return mayRepeat_ && QIODevice::reset(); }
+    bool reset() override { return std::exchange(mayRepeat_, false) && QIODevice::reset(); }
 
 protected:
     qint64 readData(char *data, qint64 length) override
@@ -70,7 +70,7 @@ protected:
 
 private:
     QByteArray bytes_;
-    bool mayRepeat_ = true;
+    bool mayRepeat_;
 };
 
 QNetworkRequest::RedirectPolicy redirectPolicy(const HttpRequest &request)
@@ -105,7 +105,7 @@ QNetworkRequest networkRequest(const HttpRequest &request)
 } // namespace
 
 QtHttpExchange::QtHttpExchange(QNetworkAccessManager &manager, const HttpRequest &request,
-                               QObject *context, HttpCompletion completion)
+                               Repetition repetition, QObject *context, HttpCompletion completion)
     : QObject(&manager)
     , context_(context)
     , completion_(std::move(completion))
@@ -120,14 +120,15 @@ QtHttpExchange::QtHttpExchange(QNetworkAccessManager &manager, const HttpRequest
     total_.callOnTimeout(this, [this] { fail(HttpError::Kind::timedOut, u"too slow"_s); });
     total_.start(request.totalTimeout);
 
-    start(manager, request);
+    start(manager, request, repetition);
 }
 
-void QtHttpExchange::start(QNetworkAccessManager &manager, const HttpRequest &request)
+void QtHttpExchange::start(QNetworkAccessManager &manager, const HttpRequest &request,
+                           Repetition repetition)
 {
     const QNetworkRequest made = networkRequest(request);
     if (request.method == "POST") {
-        auto *body = new PostBody(request.body);
+        auto *body = new PostBody(request.body, repetition == Repetition::allowed);
         reply_ = manager.post(made, body);
         body->setParent(reply_);
         connect(reply_, &QNetworkReply::socketStartedConnecting, body, &PostBody::forbidRepetition);
@@ -191,6 +192,7 @@ void QtHttpExchange::finish()
     for (const auto &[name, value] : reply_->rawHeaderPairs()) {
         response_.headers.append({name, value});
     }
+    Q_EMIT answered();
     complete(std::move(response_));
 }
 

@@ -17,14 +17,21 @@ class QtHttpExchange : public QObject {
     Q_OBJECT
 
 public:
-    QtHttpExchange(QNetworkAccessManager &manager, const HttpRequest &request, QObject *context,
-                   HttpCompletion completion);
+    /// Whether a POST may be sent again when its connection turns out to be dead.
+    enum class Repetition : quint8 { forbidden, allowed };
+
+    QtHttpExchange(QNetworkAccessManager &manager, const HttpRequest &request,
+                   Repetition repetition, QObject *context, HttpCompletion completion);
 
     /// Ends the transfer and completes at once.
     void cancel();
 
+Q_SIGNALS:
+    /// A whole answer has come, whatever its status. Emitted before the completion.
+    void answered();
+
 private:
-    void start(QNetworkAccessManager &manager, const HttpRequest &request);
+    void start(QNetworkAccessManager &manager, const HttpRequest &request, Repetition repetition);
     void checkHead();
     void takeBody();
     void finish();

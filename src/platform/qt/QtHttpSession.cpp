@@ -31,6 +31,12 @@ public:
     }
 };
 
+QString originOf(const QUrl &url)
+{
+    return url.toString(QUrl::RemoveUserInfo | QUrl::RemovePath | QUrl::RemoveQuery
+                        | QUrl::RemoveFragment);
+}
+
 } // namespace
 
 QtHttpSession::QtHttpSession() = default;
@@ -48,7 +54,15 @@ QtHttpSession::~QtHttpSession()
 
 void QtHttpSession::send(const HttpRequest &request, QObject *context, HttpCompletion completion)
 {
-    new QtHttpExchange(manager(), request, context, std::move(completion));
+    // Only of a server that has answered can there be a connection that was kept.
+    const QString origin = originOf(request.url);
+    const auto repetition = answeringOrigins_.contains(origin)
+        ? QtHttpExchange::Repetition::allowed
+        : QtHttpExchange::Repetition::forbidden;
+    auto *exchange =
+        new QtHttpExchange(manager(), request, repetition, context, std::move(completion));
+    QObject::connect(exchange, &QtHttpExchange::answered, manager_.get(),
+                     [this, origin] { answeringOrigins_.insert(origin); });
 }
 
 void QtHttpSession::warmUp()

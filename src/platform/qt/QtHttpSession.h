@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/HttpSession.h"
+#include <QSet>
 #include <memory>
 
 class QNetworkAccessManager;
@@ -27,6 +28,7 @@ public:
 private:
     [[nodiscard]] QNetworkAccessManager &manager();
 
+    QSet<QString> answeringOrigins_; ///< scheme, host and port of servers that have answered
     std::unique_ptr<QNetworkAccessManager> manager_; ///< absent until it is needed
 };
 
