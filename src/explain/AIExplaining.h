@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "explain/ExplanationError.h"
 #include "explain/ExplanationTypes.h"
 #include "platform/Result.h"
 #include <QList>
@@ -9,17 +10,6 @@
 #include <functional>
 
 namespace vellumo {
-
-/// Why an explanation could not be had. Carries what a log needs and no text for the user; whoever
-/// shows the failure chooses the words.
-struct ExplanationError {
-    enum class Kind : quint8 {
-        malformedPayload, ///< the model's reply is not an explanation payload
-    };
-    Kind kind = Kind::malformedPayload;
-    QString detail; ///< the reply's content for malformedPayload; never logged
-    friend bool operator==(const ExplanationError &, const ExplanationError &) = default;
-};
 
 template <typename T>
 using ExplanationCompletion = std::function<void(Result<T, ExplanationError>)>;
@@ -38,6 +28,9 @@ public:
     /// Answers the last user turn of the transcript, in the given output language.
     virtual void followUp(const QList<ChatTurn> &transcript, const QString &language,
                           QObject *context, ExplanationCompletion<QString> completion) = 0;
+
+    /// Whether answers are made up to show how it works, and must be marked as such.
+    [[nodiscard]] virtual bool answersAreSamples() const { return false; }
 };
 
 } // namespace vellumo

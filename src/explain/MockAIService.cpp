@@ -64,8 +64,7 @@ void MockAIService::explain(const ExplanationRequest &request, QObject *context,
         const QByteArray reply = sampleReply(request.kind());
         const auto payload = ExplanationPrompt::Payload::fromJson(reply);
         if (!payload) {
-            completion(ExplanationError{ExplanationError::Kind::malformedPayload,
-                                        QString::fromUtf8(reply)});
+            completion(ExplanationError(DecodingError{}));
             return;
         }
         completion(ExplanationResult{payload->translation, payload->explanation});

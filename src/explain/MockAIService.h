@@ -19,6 +19,7 @@ public:
                  ExplanationCompletion<ExplanationResult> completion) override;
     void followUp(const QList<ChatTurn> &transcript, const QString &language, QObject *context,
                   ExplanationCompletion<QString> completion) override;
+    [[nodiscard]] bool answersAreSamples() const override { return true; }
 
 private:
     Clock &clock_;

@@ -18,7 +18,7 @@ namespace {
 const ReadingContext page{u"web-url:https://a.test/"_s, u"a.test"_s, ReadingContextSource::webURL};
 const ReadingContext window{u"app-window:x:y"_s, u"y"_s, ReadingContextSource::appWindow};
 const ExplanationResult answer{u"译文"_s, u"explanation"_s};
-const ExplanationError failure{ExplanationError::Kind::malformedPayload, u"detail"_s};
+const ExplanationError failure = DecodingError{};
 
 // Lets the tasks run that were started, and those that they start.
 void settle()

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/HttpSession.h"
+#include <QString>
+#include <optional>
+#include <variant>
+
+namespace vellumo {
+
+/// The service answered, but not with an answer.
+struct ServiceError {
+    enum class Kind : quint8 {
+        badStatus, ///< a status outside 200-299
+        malformedPayload, ///< the model's reply is not an explanation payload
+        emptyResponse, ///< no choice, or nothing in the first
+    };
+    Kind kind = Kind::badStatus;
+    int status = 0; ///< of badStatus
+    /// The body of badStatus, "<no body>" when it is no text; the reply of malformedPayload as it
+    /// came. May repeat what was sent: never logged.
+    QString text = {};
+    friend bool operator==(const ServiceError &, const ServiceError &) = default;
+};
+
+/// The service's answer does not have the form of one.
+struct DecodingError {
+    friend bool operator==(const DecodingError &, const DecodingError &) = default;
+};
+
+/// Why an explanation could not be had. Has no text for the user; whoever shows the failure chooses
+/// the words.
+using ExplanationError = std::variant<ServiceError, DecodingError, HttpError>;
+
+/// What may be kept, shown and logged of an error: nothing that was sent or answered.
+struct ExplanationFailure {
+    enum class Kind : quint8 { badStatus, malformedPayload, emptyResponse, undecodable, network };
+    Kind kind = Kind::network;
+    int status = 0; ///< of badStatus
+    HttpError::Kind network = HttpError::Kind::other; ///< of network
+    double at = 0; ///< seconds since the reference date
+    friend bool operator==(const ExplanationFailure &, const ExplanationFailure &) = default;
+};
+
+[[nodiscard]] ExplanationFailure summary(const ExplanationError &error, double at);
+
+/// "status 429", "timed out" and the like, for a log.
+[[nodiscard]] QString describe(const ExplanationFailure &failure);
+
+} // namespace vellumo

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "explain/AIExplaining.h"
+#include <QObject>
+#include <memory>
+#include <optional>
+
+namespace vellumo {
+
+class Clock;
+
+/// Hands every question to the service of the moment, so that the service can be changed while the
+/// program runs, and remembers what went wrong last.
+class ForwardingExplainer final : public QObject, public AIExplaining {
+    Q_OBJECT
+
+public:
+    /// The clock must outlive this object.
+    ForwardingExplainer(std::unique_ptr<AIExplaining> service, Clock &clock);
+    ~ForwardingExplainer() override;
+    Q_DISABLE_COPY_MOVE(ForwardingExplainer)
+
+    /// For questions from now on; those under way are answered by the service they were asked of.
+    /// Forgets the last failure.
+    void setService(std::unique_ptr<AIExplaining> service);
+
+    [[nodiscard]] const std::optional<ExplanationFailure> &lastFailure() const
+    {
+        return lastFailure_;
+    }
+
+    void explain(const ExplanationRequest &request, QObject *context,
+                 ExplanationCompletion<ExplanationResult> completion) override;
+    void followUp(const QList<ChatTurn> &transcript, const QString &language, QObject *context,
+                  ExplanationCompletion<QString> completion) override;
+    [[nodiscard]] bool answersAreSamples() const override { return service_->answersAreSamples(); }
+
+Q_SIGNALS:
+    /// Emitted before the failed question completes, and when the failure is forgotten.
+    void lastFailureChanged();
+
+private:
+    template <typename T>
+    [[nodiscard]] ExplanationCompletion<T> watched(ExplanationCompletion<T> completion);
+    void setLastFailure(std::optional<ExplanationFailure> failure);
+
+    std::shared_ptr<AIExplaining> service_;
+    Clock &clock_;
+    std::optional<ExplanationFailure> lastFailure_;
+};
+
+} // namespace vellumo
