@@ -18,7 +18,9 @@
 #include "capture/ReadingBudget.h"
 #include "capture/TriggerManager.h"
 #include "capture/VellumoCoordinator.h"
+#include "explain/ForwardingExplainer.h"
 #include "explain/MockAIService.h"
+#include "explain/OpenAIService.h"
 #include "notes/NotesStore.h"
 #include "panel/ResultPanelController.h"
 #include "pill/EmptyNotesEntrance.h"
@@ -41,8 +43,13 @@
 #include <QWindow>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace vellumo {
+
+namespace {
+const QString defaultModel = u"gpt-5.4-nano-2026-03-17"_s;
+}
 
 /// What everything else stands on: settings, time, languages, windows and the platform.
 struct AppDelegate::Foundation {
@@ -101,8 +108,9 @@ void AppDelegate::applicationDidFinishLaunching()
     createUpdaterManager();
     startPermissionManager();
     notesStore_ = std::make_unique<NotesStore>(NotesStore::defaultStorePath());
-    aiService_ = makeAIService();
+    aiService_ = std::make_unique<ForwardingExplainer>(makeAIService(), foundation_->clock);
     buildCapturePipeline();
+    wireExplainer();
     wirePermission();
     coordinator_->start();
     finishLaunchingWhenIdle();
@@ -184,12 +192,17 @@ void AppDelegate::startPermissionManager()
 
 std::unique_ptr<AIExplaining> AppDelegate::makeAIService() const
 {
-    if (foundation_->config.value(u"OPENAI_API_KEY"_s)) {
-        printDiagnostic(u"this version answers from samples — using MockAIService"_s);
-    } else {
+    const AppConfig &config = foundation_->config;
+    const auto service =
+        OpenAIService::make([&config](const QString &key) { return config.value(key); },
+                            config.value(u"VELLUMO_MODEL"_s).value_or(defaultModel),
+                            foundation_->http, foundation_->clock);
+    if (!service.isOk()) {
         printDiagnostic(u"OPENAI_API_KEY not set — using MockAIService"_s);
+        return std::make_unique<MockAIService>(foundation_->clock);
     }
-    return std::make_unique<MockAIService>(foundation_->clock);
+    printDiagnostic(u"using OpenAI explanation service"_s);
+    return std::make_unique<OpenAIService>(service.value());
 }
 
 void AppDelegate::buildCapturePipeline()
@@ -197,7 +210,6 @@ void AppDelegate::buildCapturePipeline()
     LinuxPlatform &platform = foundation_->platform;
     resultPanel_ = std::make_unique<ResultPanelController>(
         foundation_->windows, foundation_->screens, platform.events(), foundation_->texts);
-    resultPanel_->answersAreSamples = [] { return true; };
     notesEntrance_ = std::make_unique<EmptyNotesEntrance>();
     readingBudget_ = std::make_unique<ReadingBudget>();
     selectionReader_ = std::make_unique<AccessibilitySelectionReader>(
@@ -212,6 +224,22 @@ void AppDelegate::buildCapturePipeline()
         *selectionReader_, *contextTracker_, *aiService_, *notesStore_, *resultPanel_,
         *notesEntrance_, foundation_->preferences, *triggerManager_, platform.workspace(),
         platform.accessibility(), foundation_->clock});
+}
+
+void AppDelegate::wireExplainer()
+{
+    resultPanel_->answersAreSamples = [this] { return aiService_->answersAreSamples(); };
+    connect(aiService_.get(), &ForwardingExplainer::lastFailureChanged, this, [this] {
+        if (const auto &failure = aiService_->lastFailure()) {
+            printDiagnostic(u"no answer from the explanation service: "_s + describe(*failure));
+        }
+    });
+    // Not before the first windows are drawn; a request that comes earlier loads it itself.
+    QTimer::singleShot(1s, this, [this] {
+        if (!aiService_->answersAreSamples()) {
+            foundation_->http.warmUp();
+        }
+    });
 }
 
 void AppDelegate::wirePermission()

@@ -13,6 +13,7 @@ class AccessibilitySelectionReader;
 class AIExplaining;
 class ContextTracker;
 class EmptyNotesEntrance;
+class ForwardingExplainer;
 class MainMenu;
 class NotesStore;
 class PermissionManager;
@@ -48,6 +49,7 @@ private:
     void startPermissionManager();
     [[nodiscard]] std::unique_ptr<AIExplaining> makeAIService() const;
     void buildCapturePipeline();
+    void wireExplainer();
     void wirePermission();
     void finishLaunchingWhenIdle();
 
@@ -62,7 +64,7 @@ private:
     std::unique_ptr<UpdaterManager> updaterManager_;
     std::unique_ptr<PermissionManager> permissionManager_;
     std::unique_ptr<NotesStore> notesStore_;
-    std::unique_ptr<AIExplaining> aiService_;
+    std::unique_ptr<ForwardingExplainer> aiService_;
     std::unique_ptr<ResultPanelController> resultPanel_;
     std::unique_ptr<EmptyNotesEntrance> notesEntrance_;
     std::unique_ptr<ReadingBudget> readingBudget_;
