@@ -33,45 +33,39 @@ void TestContextTracker::contexts_data()
     QTest::addColumn<Text>("page");
     QTest::addColumn<ReadingContext>("expected");
     using enum ReadingContextSource;
+    const auto row = [](const char *name, const Text &application, const Text &bundle,
+                        const Text &title, const Text &page, const ReadingContext &expected) {
+        QTest::newRow(name) << application << bundle << title << page << expected;
+    };
     const Text none;
-
-    QTest::newRow("page") << Text(u"Firefox"_s) << Text(u"firefox-esr"_s) << Text(u"T"_s)
-                          << Text(u"https://EN.Example.org/%7Ea/?q=1#frag"_s)
-                          << ReadingContext{u"web-url:https://EN.Example.org/%7Ea/?q=1#frag"_s,
-                                            u"en.example.org"_s, webURL};
-    QTest::newRow("page, international host")
-        << Text(u"C"_s) << Text(u"chromium"_s) << none << Text(u"https://例子.测试/"_s)
-        << ReadingContext{u"web-url:https://例子.测试/"_s, u"xn--fsqu00a.xn--0zwm56d"_s, webURL};
-    QTest::newRow("page without host, titled")
-        << Text(u"F"_s) << Text(u"firefox"_s) << Text(u"My file"_s) << Text(u"file:///a.html"_s)
-        << ReadingContext{u"web-url:file:///a.html"_s, u"My file"_s, webURL};
-    QTest::newRow("page without host, empty title")
-        << Text(u"F"_s) << Text(u"firefox"_s) << Text(QString()) << Text(u"about:blank"_s)
-        << ReadingContext{u"web-url:about:blank"_s, QString(), webURL};
-    QTest::newRow("page without host or title")
-        << Text(u"F"_s) << Text(u"firefox"_s) << none << Text(u"about:blank"_s)
-        << ReadingContext{u"web-url:about:blank"_s, u"F"_s, webURL};
-    QTest::newRow("browser with an empty address")
-        << Text(u"F"_s) << Text(u"firefox"_s) << Text(u"T"_s) << Text(QString())
-        << ReadingContext{u"app-window:firefox:T"_s, u"T"_s, appWindow};
-    QTest::newRow("browser with a broken address")
-        << Text(u"F"_s) << Text(u"firefox"_s) << Text(u"T"_s) << Text(u"http://[broken"_s)
-        << ReadingContext{u"app-window:firefox:T"_s, u"T"_s, appWindow};
-    QTest::newRow("window") << Text(u"Viewer"_s) << Text(u"org.viewer"_s) << Text(u"a:b"_s) << none
-                            << ReadingContext{u"app-window:org.viewer:a:b"_s, u"a:b"_s, appWindow};
-    QTest::newRow("window without bundle")
-        << Text(u"XTerm"_s) << none << Text(u"sh"_s) << none
-        << ReadingContext{u"app-window:XTerm:sh"_s, u"sh"_s, appWindow};
-    QTest::newRow("empty title") << Text(u"Viewer"_s) << Text(u"org.viewer"_s) << Text(QString())
-                                 << none
-                                 << ReadingContext{u"window-session:org.viewer"_s, u"Viewer"_s,
-                                                   windowSession};
-    QTest::newRow("bundle only") << none << Text(u"org.viewer"_s) << none << none
-                                 << ReadingContext{u"window-session:org.viewer"_s, u"org.viewer"_s,
-                                                   windowSession};
-    QTest::newRow("nothing known")
-        << none << none << none << none
-        << ReadingContext{u"window-session:Unknown App"_s, u"Unknown App"_s, windowSession};
+    const auto f = u"F"_s;
+    const auto firefox = u"firefox"_s;
+    const auto viewer = u"Viewer"_s;
+    const auto bundle = u"org.viewer"_s;
+    const auto t = u"T"_s;
+    const auto page = u"https://EN.Example.org/%7Ea/?q=1#frag"_s;
+    row("page", f, firefox, t, page, {u"web-url:"_s + page, u"en.example.org"_s, webURL});
+    row("page, international host", f, firefox, none, u"https://例子.测试/"_s,
+        {u"web-url:https://例子.测试/"_s, u"xn--fsqu00a.xn--0zwm56d"_s, webURL});
+    row("page without host, titled", f, firefox, t, u"file:///a.html"_s,
+        {u"web-url:file:///a.html"_s, t, webURL});
+    row("page without host, empty title", f, firefox, QString(), u"about:blank"_s,
+        {u"web-url:about:blank"_s, QString(), webURL});
+    row("page without host or title", f, firefox, none, u"about:blank"_s,
+        {u"web-url:about:blank"_s, f, webURL});
+    row("empty address", f, firefox, t, QString(), {u"app-window:firefox:T"_s, t, appWindow});
+    row("broken address", f, firefox, t, u"http://[broken"_s,
+        {u"app-window:firefox:T"_s, t, appWindow});
+    row("window", viewer, bundle, u"a:b"_s, none,
+        {u"app-window:org.viewer:a:b"_s, u"a:b"_s, appWindow});
+    row("window without bundle", u"XTerm"_s, none, u"sh"_s, none,
+        {u"app-window:XTerm:sh"_s, u"sh"_s, appWindow});
+    row("empty title", viewer, bundle, QString(), none,
+        {u"window-session:org.viewer"_s, viewer, windowSession});
+    row("bundle only", none, bundle, none, none,
+        {u"window-session:org.viewer"_s, bundle, windowSession});
+    row("nothing known", none, none, none, none,
+        {u"window-session:Unknown App"_s, u"Unknown App"_s, windowSession});
 }
 
 void TestContextTracker::contexts()

@@ -25,6 +25,18 @@ SelectedText textual(const QString &text)
 const QList<PasteboardItem> usersClipboard = {
     {{u"text/html"_s, "<b>kept</b>"}, {u"UTF8_STRING"_s, "kept"}}};
 
+/// What the application in front would answer on each road, and what comes of it.
+struct Roads {
+    std::optional<ElementKind> focused = ElementKind::Ordinary;
+    QList<SelectedText> selections = {{}}; ///< one per question; the last stays
+    QString range = {};
+    std::optional<QString> published = {};
+    std::optional<qint64> publisher = applicationPid;
+    std::optional<QString> copied = {};
+    std::optional<QString> expected = {};
+    QString lastCall = {}; ///< that was made to the desktop
+};
+
 } // namespace
 
 class TestSelectionReader : public QObject {
@@ -33,23 +45,14 @@ class TestSelectionReader : public QObject {
 private Q_SLOTS:
     void init();
 
-    void accessibilityAnswersAlone();
-    void rangeRoadFollowsAnEmptySelection();
-    void blankSelectionGoesOnToTheClipboard();
-    void publishedSelectionNeedsTheRightOwner_data();
-    void publishedSelectionNeedsTheRightOwner();
+    void triesTheRoadsInOrder_data();
+    void triesTheRoadsInOrder();
     void copyRestoresTheClipboard_data();
     void copyRestoresTheClipboard();
-    void noCopyLeavesTheClipboardAlone();
     void clipboardThatCannotBeKeptIsNotTouched();
     void hangingRoadsShareOneBudget();
-    void terminalReceivesNoKeys();
-    void passwordIsNeverRead();
-    void menuFocusIsAskedAgainAfterTheRelease();
-    void nothingSelectedOutlivesASilentSecondAnswer();
     void withoutTrustNothingIsTried();
     void ownWindowAnswersForItself();
-    void fillersAreRemoved();
 
 private:
     struct Fixture {
@@ -74,56 +77,74 @@ void TestSelectionReader::init()
     with_->pasteboard.contents = usersClipboard;
 }
 
-void TestSelectionReader::accessibilityAnswersAlone()
+void TestSelectionReader::triesTheRoadsInOrder_data()
 {
-    with_->accessibility.selections = {textual(u" 选中的 text "_s)};
-    QCOMPARE(with_->reader.currentSelectedText(), u" 选中的 text "_s);
-    QCOMPARE(
-        with_->calls,
-        (FakeCalls{u"request accessibility of 4711"_s, u"focused element"_s, u"selected text"_s}));
+    QTest::addColumn<Roads>("roads");
+    const auto row = [](const char *name, const Roads &roads) { QTest::newRow(name) << roads; };
+    const auto text = u"text"_s;
+    row("accessibility alone",
+        {.selections = {textual(u" 选中的 text "_s)},
+         .published = text,
+         .expected = u" 选中的 text "_s,
+         .lastCall = u"selected text"_s});
+    row("fillers are removed",
+        {.selections = {textual(u"\uFFFC😀\uFEFF text\uFFFC"_s)},
+         .expected = u"😀 text"_s,
+         .lastCall = u"selected text"_s});
+    row("the range", {.range = text, .expected = text, .lastCall = u"string for range"_s});
+    row("the published one", {.published = text, .expected = text, .lastCall = u"primary"_s});
+    row("another's published one",
+        {.published = text, .publisher = 1, .lastCall = u"wait for copy"_s});
+    row("nobody's published one",
+        {.published = text, .publisher = {}, .lastCall = u"wait for copy"_s});
+    row("published before, and nothing selected now",
+        {.selections = {nothing}, .published = text, .lastCall = u"wait for copy"_s});
+    row("nothing selected, and silent when asked again",
+        {.selections = {nothing, SelectedText()},
+         .published = text,
+         .lastCall = u"wait for copy"_s});
+    row("selected once the menu has given the focus back",
+        {.selections = {nothing, textual(text)}, .expected = text, .lastCall = u"selected text"_s});
+    row("blank on both roads before the copy",
+        {.selections = {textual(u" \n "_s)},
+         .published = u"\uFFFC \n"_s,
+         .copied = text,
+         .expected = text,
+         .lastCall = u"write"_s});
+    row("nothing copied leaves the clipboard alone",
+        {.focused = {}, .lastCall = u"wait for copy"_s});
+    row("a terminal receives no keys",
+        {.focused = ElementKind::Terminal, .copied = text, .lastCall = u"primary"_s});
+    row("a terminal's published one",
+        {.focused = ElementKind::Terminal,
+         .published = text,
+         .expected = text,
+         .lastCall = u"primary"_s});
+    row("a password is never read",
+        {.focused = ElementKind::Password,
+         .selections = {textual(text)},
+         .published = text,
+         .copied = text,
+         .lastCall = u"focused element"_s});
 }
 
-void TestSelectionReader::rangeRoadFollowsAnEmptySelection()
+void TestSelectionReader::triesTheRoadsInOrder()
 {
-    with_->accessibility.selections = {{}};
-    with_->accessibility.range = {3, 5};
-    with_->accessibility.rangeText = u"range"_s;
-    QCOMPARE(with_->reader.currentSelectedText(), u"range"_s);
-    QVERIFY(!with_->calls.contains(u"snapshot"_s));
-}
-
-void TestSelectionReader::blankSelectionGoesOnToTheClipboard()
-{
-    with_->accessibility.selections = {textual(u" \n "_s)};
-    with_->primary.owner = applicationPid;
-    with_->primary.text = u"  \n"_s;
-    with_->pasteboard.copied = u"copied"_s;
-    QCOMPARE(with_->reader.currentSelectedText(), u"copied"_s);
-    QVERIFY(with_->calls.indexOf(u"primary"_s) < with_->calls.indexOf(u"copy keys"_s));
-}
-
-void TestSelectionReader::publishedSelectionNeedsTheRightOwner_data()
-{
-    QTest::addColumn<std::optional<qint64>>("owner");
-    QTest::addColumn<bool>("saysNothing");
-    QTest::addColumn<bool>("taken");
-    QTest::newRow("the frontmost application's") << std::optional(applicationPid) << false << true;
-    QTest::newRow("another's") << std::optional<qint64>(1) << false << false;
-    QTest::newRow("nobody's") << std::optional<qint64>() << false << false;
-    QTest::newRow("nothing is selected") << std::optional(applicationPid) << true << false;
-}
-
-void TestSelectionReader::publishedSelectionNeedsTheRightOwner()
-{
-    QFETCH(std::optional<qint64>, owner);
-    QFETCH(bool, saysNothing);
-    QFETCH(bool, taken);
-    with_->accessibility.selections = {saysNothing ? nothing : SelectedText()};
-    with_->primary.owner = owner;
-    with_->primary.text = u"published"_s;
-    QCOMPARE(with_->reader.currentSelectedText(),
-             taken ? std::optional(u"published"_s) : std::nullopt);
-    QCOMPARE(with_->calls.contains(u"snapshot"_s), !taken);
+    QFETCH(Roads, roads);
+    with_->accessibility.focusedKind = roads.focused;
+    with_->accessibility.selections = roads.selections;
+    if (!roads.range.isEmpty()) {
+        with_->accessibility.range = {3, 5};
+        with_->accessibility.rangeText = roads.range;
+    }
+    with_->primary.owner = roads.publisher;
+    with_->primary.text = roads.published;
+    with_->pasteboard.copied = roads.copied;
+    QCOMPARE(with_->reader.currentSelectedText(), roads.expected);
+    QCOMPARE(with_->calls.last(), roads.lastCall);
+    QCOMPARE(with_->pasteboard.contents, usersClipboard);
+    const bool mayBeInMenu = roads.selections.first().kind == SelectedText::Kind::Nothing;
+    QCOMPARE(with_->events.waitsForRelease, mayBeInMenu ? 1 : 0);
 }
 
 void TestSelectionReader::copyRestoresTheClipboard_data()
@@ -154,13 +175,6 @@ void TestSelectionReader::copyRestoresTheClipboard()
     QCOMPARE(with_->calls, expected);
 }
 
-void TestSelectionReader::noCopyLeavesTheClipboardAlone()
-{
-    with_->accessibility.focusedKind.reset();
-    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
-    QCOMPARE(with_->calls.last(), u"wait for copy"_s);
-}
-
 void TestSelectionReader::clipboardThatCannotBeKeptIsNotTouched()
 {
     with_->accessibility.focusedKind.reset();
@@ -184,45 +198,6 @@ void TestSelectionReader::hangingRoadsShareOneBudget()
     QCOMPARE(with_->calls.last(), u"snapshot"_s); // a copy would come when nobody waits for it
 }
 
-void TestSelectionReader::terminalReceivesNoKeys()
-{
-    with_->accessibility.focusedKind = ElementKind::Terminal;
-    with_->pasteboard.copied = u"copied"_s;
-    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
-    QVERIFY(!with_->calls.contains(u"copy keys"_s));
-
-    with_->primary.owner = applicationPid;
-    with_->primary.text = u"published"_s;
-    QCOMPARE(with_->reader.currentSelectedText(), u"published"_s);
-}
-
-void TestSelectionReader::passwordIsNeverRead()
-{
-    with_->accessibility.focusedKind = ElementKind::Password;
-    with_->accessibility.selections = {textual(u"secret"_s)};
-    with_->primary.owner = applicationPid;
-    with_->primary.text = u"secret"_s;
-    with_->pasteboard.copied = u"secret"_s;
-    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
-    QCOMPARE(with_->calls.last(), u"focused element"_s);
-}
-
-void TestSelectionReader::menuFocusIsAskedAgainAfterTheRelease()
-{
-    with_->accessibility.selections = {nothing, textual(u"found"_s)};
-    QCOMPARE(with_->reader.currentSelectedText(), u"found"_s);
-    QCOMPARE(with_->events.waitsForRelease, 1);
-    QVERIFY(!with_->calls.contains(u"snapshot"_s));
-}
-
-void TestSelectionReader::nothingSelectedOutlivesASilentSecondAnswer()
-{
-    with_->accessibility.selections = {nothing, SelectedText()};
-    with_->primary.owner = applicationPid;
-    with_->primary.text = u"stale"_s;
-    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
-}
-
 void TestSelectionReader::withoutTrustNothingIsTried()
 {
     with_->accessibility.trusted = false;
@@ -242,14 +217,6 @@ void TestSelectionReader::ownWindowAnswersForItself()
     with_->workspace.ownSelection.clear();
     QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
     QVERIFY(with_->calls.isEmpty());
-}
-
-void TestSelectionReader::fillersAreRemoved()
-{
-    with_->accessibility.selections = {textual(u"\uFFFC😀\uFEFF text\uFFFC"_s)};
-    QCOMPARE(with_->reader.currentSelectedText(), u"😀 text"_s);
-    with_->accessibility.selections = {textual(u"\uFFFC\uFFFC"_s)};
-    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
 }
 
 QTEST_GUILESS_MAIN(TestSelectionReader)

@@ -23,13 +23,36 @@ class TestTriggerManager : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init();
+
     void doubleTaps_data();
     void doubleTaps();
     void tapsOnOurOwnWindowsCountAndPassOn();
     void startingTwiceFiresOnce();
     void stoppingForgetsThePendingTap();
-    void worksWithoutMonitors();
+
+private:
+    void tap(qint64 at);
+
+    struct Fixture {
+        FakeEventMonitors events;
+        TriggerManager trigger{events};
+        int fired = 0;
+    };
+    std::unique_ptr<Fixture> with_;
 };
+
+void TestTriggerManager::init()
+{
+    with_ = std::make_unique<Fixture>();
+    with_->trigger.onDoubleTapOption = [this] { ++with_->fired; };
+    with_->trigger.start();
+}
+
+void TestTriggerManager::tap(qint64 at)
+{
+    with_->events.sendGlobal({EventType::FlagsChanged, option, KeyCode::Other, at});
+}
 
 void TestTriggerManager::doubleTaps_data()
 {
@@ -60,72 +83,48 @@ void TestTriggerManager::doubleTaps()
 {
     QFETCH(QList<Change>, changes);
     QFETCH(int, fired);
-    FakeEventMonitors events;
-    TriggerManager trigger(events);
-    int count = 0;
-    trigger.onDoubleTapOption = [&count] { ++count; };
-    trigger.start();
     for (const Change &change : changes) {
-        events.sendGlobal({EventType::FlagsChanged, change.flags, KeyCode::Other, change.at});
+        with_->events.sendGlobal(
+            {EventType::FlagsChanged, change.flags, KeyCode::Other, change.at});
     }
-    QCOMPARE(count, 0); // never from within the delivery of an event
+    QCOMPARE(with_->fired, 0); // never from within the delivery of an event
     QCoreApplication::processEvents();
-    QCOMPARE(count, fired);
+    QCOMPARE(with_->fired, fired);
 }
 
 void TestTriggerManager::tapsOnOurOwnWindowsCountAndPassOn()
 {
-    FakeEventMonitors events;
-    TriggerManager trigger(events);
-    int count = 0;
-    trigger.onDoubleTapOption = [&count] { ++count; };
-    trigger.start();
-    events.sendGlobal({EventType::FlagsChanged, option, KeyCode::Other, 0});
-    QVERIFY(events.sendLocal({EventType::FlagsChanged, option, KeyCode::Other, 200}));
+    tap(0);
+    QVERIFY(with_->events.sendLocal({EventType::FlagsChanged, option, KeyCode::Other, 200}));
     QCoreApplication::processEvents();
-    QCOMPARE(count, 1);
+    QCOMPARE(with_->fired, 1);
 }
 
 void TestTriggerManager::startingTwiceFiresOnce()
 {
-    FakeEventMonitors events;
-    TriggerManager trigger(events);
-    int count = 0;
-    trigger.onDoubleTapOption = [&count] { ++count; };
-    trigger.start();
-    trigger.start();
-    QCOMPARE(events.globalMasks(), QList<EventMask>{4096});
-    QCOMPARE(events.localMasks(), QList<EventMask>{4096});
-    events.sendGlobal({EventType::FlagsChanged, option, KeyCode::Other, 0});
-    events.sendGlobal({EventType::FlagsChanged, option, KeyCode::Other, 100});
+    with_->trigger.start();
+    QCOMPARE(with_->events.globalMasks(), QList<EventMask>{4096});
+    QCOMPARE(with_->events.localMasks(), QList<EventMask>{4096});
+    tap(0);
+    tap(100);
     QCoreApplication::processEvents();
-    QCOMPARE(count, 1);
+    QCOMPARE(with_->fired, 1);
 }
 
 void TestTriggerManager::stoppingForgetsThePendingTap()
 {
-    FakeEventMonitors events;
-    TriggerManager trigger(events);
-    int count = 0;
-    trigger.onDoubleTapOption = [&count] { ++count; };
-    trigger.start();
-    events.sendGlobal({EventType::FlagsChanged, option, KeyCode::Other, 0});
+    tap(0);
     QCoreApplication::processEvents();
-    trigger.stop();
-    QVERIFY(events.globalMasks().isEmpty() && events.localMasks().isEmpty());
-    trigger.start();
-    events.sendGlobal({EventType::FlagsChanged, option, KeyCode::Other, 100});
+    with_->trigger.stop();
+    QVERIFY(with_->events.globalMasks().isEmpty() && with_->events.localMasks().isEmpty());
+    with_->events.canInstall = false;
+    with_->trigger.start(); // without monitors, which is no fault
+    with_->trigger.stop();
+    with_->events.canInstall = true;
+    with_->trigger.start();
+    tap(100);
     QCoreApplication::processEvents();
-    QCOMPARE(count, 0);
-}
-
-void TestTriggerManager::worksWithoutMonitors()
-{
-    FakeEventMonitors events;
-    events.canInstall = false;
-    TriggerManager trigger(events);
-    trigger.start();
-    trigger.stop();
+    QCOMPARE(with_->fired, 0);
 }
 
 QTEST_GUILESS_MAIN(TestTriggerManager)

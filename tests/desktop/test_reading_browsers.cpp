@@ -153,7 +153,9 @@ void TestReadingBrowsers::readsWhatIsSelected()
     for (const auto &row : rows) {
         QVERIFY2(select(desk, row.from, row.to), qPrintable(row.from));
         const QString selection = desk.pages.selection(u"first"_s);
-        QCOMPARE(paragraphs(desk.read().value_or(QString())), row.expected);
+        std::optional<QString> read; // nothing only while the machine is too busy
+        QVERIFY(waitUntil([&] { return (read = desk.read()).has_value(); }));
+        QCOMPARE(paragraphs(*read), row.expected);
         // the person sees no difference
         QCOMPARE(desk.pages.selection(u"first"_s), selection);
         QVERIFY(desk.pages.hasFocus(u"first"_s));

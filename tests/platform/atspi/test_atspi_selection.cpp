@@ -4,7 +4,6 @@
 #include "AtspiFixture.h"
 #include <QJsonArray>
 #include <QTest>
-#include <csignal>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
@@ -75,8 +74,6 @@ private Q_SLOTS:
     void assembles();
     void neverReadsAPassword();
     void tellsRangeKindAndPage();
-    void hungApplicationCostsOneDeadline();
-    void goneApplicationIsFoundAgain();
 
 private:
     AtspiAccessibility &accessibility() { return *reader_->accessibility; }
@@ -215,45 +212,6 @@ void TestAtspiSelection::tellsRangeKindAndPage()
     QCOMPARE(accessibility().stringForRange(*element, *range, QDeadlineTimer(1000)), u"第二"_s);
     QCOMPARE(accessibility().pageAddress(peer.id(), QDeadlineTimer(1000)),
              u"https://example.org/a%7E?q=1#f"_s);
-}
-
-void TestAtspiSelection::hungApplicationCostsOneDeadline()
-{
-    Peer peer(focused(object(entry, u"text"_s, {{0, 4}})));
-    QVERIFY(peer.waitUntilReady());
-    QCOMPARE(select(peer).text, u"text"_s);
-    const auto element = focusedElement(peer.id());
-    QVERIFY(element);
-    peer.signal(SIGSTOP);
-    QElapsedTimer time;
-    time.start();
-    QCOMPARE(accessibility().selectedText(*element, QDeadlineTimer(250)).kind, Kind::Unknown);
-    const qint64 firstMs = time.restart();
-    QVERIFY2(firstMs >= 200 && firstMs < 350, qPrintable(QString::number(firstMs)));
-    QVERIFY(!accessibility().pageAddress(peer.id(), QDeadlineTimer(250)));
-    QCOMPARE(accessibility().selectedText(*element, QDeadlineTimer(250)).kind, Kind::Unknown);
-    QVERIFY2(time.elapsed() < 30, qPrintable(QString::number(time.elapsed())));
-    peer.signal(SIGCONT);
-    QVERIFY(waitUntil([&] { return select(peer).text == u"text"; }));
-}
-
-void TestAtspiSelection::goneApplicationIsFoundAgain()
-{
-    const QJsonObject tree = focused(object(entry, u"text"_s, {{0, 4}}));
-    std::optional<AccessibleElement> element;
-    qint64 gone = 0;
-    {
-        Peer peer(tree);
-        QVERIFY(peer.waitUntilReady());
-        element = focusedElement(peer.id());
-        QVERIFY(element);
-        gone = peer.id();
-    }
-    QCOMPARE(accessibility().selectedText(*element, QDeadlineTimer(1000)).kind, Kind::Unknown);
-    QVERIFY(!accessibility().focusedElement(gone, QDeadlineTimer(1000)));
-    Peer peer(tree);
-    QVERIFY(peer.waitUntilReady());
-    QCOMPARE(select(peer).text, u"text"_s);
 }
 
 QTEST_GUILESS_MAIN(TestAtspiSelection)

@@ -13,9 +13,7 @@
 #include <QMouseEvent>
 #include <QWindow>
 #include <array>
-#include <cstdlib>
 #include <vector>
-#include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
 using namespace Qt::StringLiterals;
@@ -63,11 +61,9 @@ private Q_SLOTS:
     void flagsGoToTheSideWithTheKeyboard();
     void clicksGoToTheSideWithThePointer();
     void swallowsKeysOfOwnWindows();
-    void selectsButtonsOnlyWhileWanted();
     void waitsForRelease();
     void copyKeysReachTheApplicationAlone();
     void copyKeysHideNoTapOfTheUser();
-    void refusesToPostKeys();
 
 private:
     [[nodiscard]] bool giveKeyboardTo(PeerProcess &peer) const;
@@ -255,21 +251,6 @@ void TestX11Input::swallowsKeysOfOwnWindows()
     QCOMPARE(window.keys, QList<int>{Qt::Key_A});
 }
 
-void TestX11Input::selectsButtonsOnlyWhileWanted()
-{
-    const auto selections = [this] {
-        const auto answer = connection_->reply<xcb_input_xi_get_selected_events_reply_t>(
-            xcb_input_xi_get_selected_events(connection_->xcb(), connection_->root()));
-        return answer ? answer->num_masks : -1;
-    };
-    QCOMPARE(selections(), 0);
-    auto monitor =
-        monitors_->addGlobalMonitor(maskOf(EventType::LeftMouseDown), [](const Event &) {});
-    QCOMPARE(selections(), 1);
-    monitor.reset();
-    QCOMPARE(selections(), 0);
-}
-
 void TestX11Input::waitsForRelease()
 {
     play({Key::AltLeft});
@@ -313,21 +294,6 @@ void TestX11Input::copyKeysHideNoTapOfTheUser()
     QVERIFY(hasFlags({Option, Option, 0, Option}));
     play({-Key::AltLeft, Key::AltLeft, -Key::AltLeft});
     QVERIFY(hasFlags({Option, Option, 0, Option, Option, 0}));
-}
-
-void TestX11Input::refusesToPostKeys()
-{
-    PeerProcess terminal({u"window"_s, u"xterm"_s, u"XTerm"_s});
-    QVERIFY(giveKeyboardTo(terminal));
-    QVERIFY(!keyPosting_->postCopy());
-    play({Key::A, -Key::A});
-    QVERIFY(QTest::qWaitFor([&] { return !terminal.moreLines().isEmpty(); }));
-    QCOMPARE(terminal.moreLines(), QStringList{u"%1 0"_s.arg(Key::A)});
-
-    OwnWindow window;
-    QVERIFY(window.takeKeyboard());
-    QVERIFY(QTest::qWaitFor([&] { return windows_->activeWindow() == window.winId(); }));
-    QVERIFY(!keyPosting_->postCopy());
 }
 
 QTEST_MAIN(TestX11Input)
