@@ -145,6 +145,9 @@ void AtspiTrust::watchSwitch()
         waiting.waitForFinished();
     }
     fetch(call);
+    if (starting_ && call.error().type() == QDBusError::NoReply) {
+        refresh(); // on a busy machine the answer takes longer than the start may wait
+    }
 }
 
 void AtspiTrust::onServiceOwnerChanged(const QString & /*service*/)
