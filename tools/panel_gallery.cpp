@@ -3,6 +3,7 @@
 // Shows the panel's states for the eye: panel_gallery STATE [--zh] [--step ms]. It stays until it
 // is ended or its input is closed; each line of input shows another state.
 
+#include "NoMonitors.h"
 #include "panel/ResultPanelController.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/QtScreens.h"
@@ -24,21 +25,6 @@ using namespace Qt::StringLiterals;
 using namespace vellumo;
 
 namespace {
-
-class NoMonitors final : public EventMonitoring {
-public:
-    std::unique_ptr<EventMonitorHandle>
-    addGlobalMonitor(EventMask /*mask*/, std::function<void(const Event &)> /*handler*/) override
-    {
-        return nullptr;
-    }
-    std::unique_ptr<EventMonitorHandle>
-    addLocalMonitor(EventMask /*mask*/, std::function<bool(const Event &)> /*handler*/) override
-    {
-        return nullptr;
-    }
-    bool waitForRelease(quint32 /*flags*/, QDeadlineTimer /*deadline*/) override { return true; }
-};
 
 const ExplanationResult answer{
     u"中间件位于操作系统与其上运行的应用程序之间。"_s,

@@ -23,7 +23,7 @@
 #include "explain/OpenAIService.h"
 #include "notes/NotesStore.h"
 #include "panel/ResultPanelController.h"
-#include "pill/EmptyNotesEntrance.h"
+#include "pill/NotesEntranceController.h"
 #include "platform/Diagnostics.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SettingsDefaultsStore.h"
@@ -210,7 +210,10 @@ void AppDelegate::buildCapturePipeline()
     LinuxPlatform &platform = foundation_->platform;
     resultPanel_ = std::make_unique<ResultPanelController>(
         foundation_->windows, foundation_->screens, platform.events(), foundation_->texts);
-    notesEntrance_ = std::make_unique<EmptyNotesEntrance>();
+    notesEntrance_ =
+        std::make_unique<NotesEntranceController>(NotesEntranceController::Collaborators{
+            foundation_->windows, foundation_->screens, platform.events(), foundation_->defaults,
+            foundation_->clock, foundation_->texts});
     readingBudget_ = std::make_unique<ReadingBudget>();
     selectionReader_ = std::make_unique<AccessibilitySelectionReader>(
         AccessibilitySelectionReader::Desktop{platform.workspace(), platform.accessibility(),

@@ -12,9 +12,9 @@ namespace vellumo {
 class AccessibilitySelectionReader;
 class AIExplaining;
 class ContextTracker;
-class EmptyNotesEntrance;
 class ForwardingExplainer;
 class MainMenu;
+class NotesEntranceController;
 class NotesStore;
 class PermissionManager;
 class ReadingBudget;
@@ -66,7 +66,7 @@ private:
     std::unique_ptr<NotesStore> notesStore_;
     std::unique_ptr<ForwardingExplainer> aiService_;
     std::unique_ptr<ResultPanelController> resultPanel_;
-    std::unique_ptr<EmptyNotesEntrance> notesEntrance_;
+    std::unique_ptr<NotesEntranceController> notesEntrance_;
     std::unique_ptr<ReadingBudget> readingBudget_;
     std::unique_ptr<AccessibilitySelectionReader> selectionReader_;
     std::unique_ptr<ContextTracker> contextTracker_;

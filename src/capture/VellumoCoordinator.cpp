@@ -241,7 +241,7 @@ void VellumoCoordinator::reopenNote(const ReadingNote &note, const ReadingContex
     }
     const QPointer<VellumoCoordinator> self(this);
     with_.resultPanelController.present(
-        IslandContent::result(result, note.sourceText, thread), context,
+        IslandContent::reopened(result, note.sourceText, thread), context,
         [self, conversation = conversation_, note, context, baseline = note.followUps.size()] {
             if (self) {
                 self->handleReopenedNoteDismissed(*conversation, note, context, baseline);
@@ -273,12 +273,11 @@ void VellumoCoordinator::noteSaved(const ReadingNote &note)
 void VellumoCoordinator::updateNotesEntrance()
 {
     const QPointer<VellumoCoordinator> self(this);
-    with_.notesEntranceController.show(static_cast<int>(with_.notesStore.allNotes().size()),
-                                       [self] {
-                                           if (self) {
-                                               self->showNotesSummary();
-                                           }
-                                       });
+    with_.notesEntranceController.show(static_cast<int>(with_.notesStore.noteCount()), [self] {
+        if (self) {
+            self->showNotesSummary();
+        }
+    });
 }
 
 void VellumoCoordinator::observeFrontmostAppChanges()

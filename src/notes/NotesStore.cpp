@@ -12,6 +12,7 @@
 #include <QStandardPaths>
 #include <algorithm>
 #include <cstdlib>
+#include <numeric>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -173,9 +174,18 @@ void NotesStore::update(const ReadingNote &note, const ReadingContext &context)
     bucketChanged(context.key);
 }
 
+qsizetype NotesStore::noteCount() const
+{
+    return std::accumulate(bucketsByContextKey_.cbegin(), bucketsByContextKey_.cend(), qsizetype{0},
+                           [](qsizetype count, const StoredNotesBucket &bucket) {
+                               return count + bucket.notes.size();
+                           });
+}
+
 QList<NotesStore::Place> NotesStore::placesNewestFirst() const
 {
     QList<Place> places;
+    places.reserve(noteCount());
     for (const StoredNotesBucket &bucket : bucketsByContextKey_) {
         for (const ReadingNote &note : bucket.notes) {
             places.append({&bucket, &note});

@@ -22,6 +22,7 @@ public:
 
     void add(const ReadingNote &note, const ReadingContext &context) override;
     void update(const ReadingNote &note, const ReadingContext &context) override;
+    [[nodiscard]] qsizetype noteCount() const override;
     [[nodiscard]] QList<ReadingNote> allNotes() const override;
     [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override;
     [[nodiscard]] QList<PendingNote> pendingSync() const override;

@@ -27,6 +27,9 @@ public:
     /// Replaces the note with the same id in the context's bucket; ignored when there is none.
     virtual void update(const ReadingNote &note, const ReadingContext &context) = 0;
 
+    /// How many allNotes() would answer, without building the list.
+    [[nodiscard]] virtual qsizetype noteCount() const = 0;
+
     /// All notes, newest first.
     [[nodiscard]] virtual QList<ReadingNote> allNotes() const = 0;
 

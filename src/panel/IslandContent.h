@@ -27,6 +27,7 @@ struct IslandContent {
         ExplanationResult result;
         std::optional<QString> sourceText; ///< absent for errors, which take no follow-ups
         QList<ThreadItem> thread;
+        bool isFresh = true; ///< has just come from the explainer, and not from a note
         friend bool operator==(const Result &, const Result &) = default;
     };
     struct Demo {
@@ -41,6 +42,11 @@ struct IslandContent {
                                 QList<ThreadItem> thread)
     {
         return {Result{std::move(result), std::move(sourceText), std::move(thread)}};
+    }
+    static IslandContent reopened(ExplanationResult result, QString sourceText,
+                                  QList<ThreadItem> thread)
+    {
+        return {Result{std::move(result), std::move(sourceText), std::move(thread), false}};
     }
     static IslandContent demo(ExplanationResult result) { return {Demo{std::move(result)}}; }
 

@@ -163,7 +163,8 @@ void ResultPanelController::describe(const IslandContent &content)
 {
     const auto *result = std::get_if<IslandContent::Result>(&content.value);
     view_->setOffersPermission(result && !result->sourceText && isTrusted && !isTrusted());
-    view_->setIsSample(result && result->sourceText && answersAreSamples && answersAreSamples(),
+    view_->setIsSample(result && result->sourceText && result->isFresh && answersAreSamples
+                           && answersAreSamples(),
                        static_cast<bool>(onOpenServiceSettings));
 }
 

@@ -34,8 +34,8 @@ public:
     std::function<bool()> isTrusted;
     std::function<void()> onAllowAccessibility;
 
-    /// Tells whether answers are samples for want of a service; they are marked, with a way to
-    /// `onOpenServiceSettings`.
+    /// Tells whether answers are samples for want of a service; fresh ones are marked, with a way
+    /// to `onOpenServiceSettings`.
     std::function<bool()> answersAreSamples;
     std::function<void()> onOpenServiceSettings;
 

@@ -14,11 +14,16 @@ namespace vellumo {
 
 enum class WindowLevel : quint8 { Floating = 3, Status = 25 };
 
+enum class PanelCursor : quint8 { Arrow, PointingHand };
+
 struct FloatingPanelStyle {
     WindowLevel level = WindowLevel::Floating;
     bool canBecomeKey = false; ///< a click may give it the keyboard
     bool hasShadow = true;
     bool ignoresMouseEvents = false;
+    bool isMovable = false; ///< a move by the user through the window manager is taken over
+    bool isDrawnAhead = true; ///< once while hidden: showing is quicker, making it takes longer
+    bool isShapedByContent = false; ///< without blending, only opaque pixels are visible
     double topCornerRadius = 0;
     double bottomCornerRadius = 0;
 };
@@ -49,6 +54,19 @@ public:
     virtual void animateFrame(const Rect &frame, std::chrono::milliseconds duration,
                               std::function<void()> completion) = 0;
 
+    /// Lets the panel follow the pointer, by where it was pressed, until the button is let go; a
+    /// release that never arrives is made up for by the next press. The frame is always current;
+    /// moved() comes once, at the end. Only from within the delivery of a press or a drag motion.
+    virtual void performDrag() = 0;
+
+    /// Fades the content to this opacity, 0 to 1, where windows are blended. `completion`, if any,
+    /// runs once after the duration, not when the panel was hidden before.
+    virtual void animateAlpha(double alpha, std::chrono::milliseconds duration,
+                              std::function<void()> completion) = 0;
+
+    /// The pointer's form while it is over the panel.
+    virtual void setCursor(PanelCursor cursor) = 0;
+
     [[nodiscard]] virtual bool isVisible() const = 0;
 
     /// Shows and raises the panel without activating it.
@@ -61,7 +79,7 @@ public:
     virtual void makeKey() = 0;
 
 Q_SIGNALS:
-    /// The frame has changed, by the program or by the user.
+    /// The frame has changed, by the program or by the user; for a drag, at its end.
     void moved();
 
     /// The user asked the window manager to close the panel. It stays until orderOut().

@@ -4,6 +4,7 @@
 
 #include "platform/Geometry.h"
 #include <QList>
+#include <QObject>
 #include <optional>
 
 namespace vellumo {
@@ -16,12 +17,19 @@ struct Screen {
 };
 
 /// The screens, in the system's order. Main thread only.
-class Screens {
+class Screens : public QObject {
+    Q_OBJECT
+
 public:
-    virtual ~Screens() = default;
+    using QObject::QObject;
+
     [[nodiscard]] virtual QList<Screen> screens() const = 0;
     [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
     [[nodiscard]] virtual Point pointerLocation() const = 0;
+
+Q_SIGNALS:
+    /// Screens have come, gone or changed their frames; once for changes that belong together.
+    void changed();
 };
 
 } // namespace vellumo

@@ -13,6 +13,8 @@ QtObject {
 
     // the island and the pill
     readonly property color islandGround: Qt.rgba(0.055, 0.055, 0.055, 1)
+    readonly property color islandGroundClear: Qt.rgba(0.055, 0.055, 0.055, 0)
+    readonly property color pillHovered: Qt.rgba(0.125, 0.125, 0.125, 1)
     readonly property color islandText: Qt.rgba(0.96, 0.96, 0.96, 1)
     readonly property color islandBody: Qt.rgba(0.85, 0.85, 0.85, 1)
     readonly property color islandSecondText: Qt.rgba(0.62, 0.62, 0.62, 1)

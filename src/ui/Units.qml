@@ -17,11 +17,13 @@ QtObject {
     readonly property int type13: units.scaled(13)
     readonly property int type12: units.scaled(12)
     readonly property int type11: units.scaled(11)
+    readonly property int type10: units.scaled(10)
     /// Tracking for type from 24 up.
     readonly property real tightTracking: -0.3
     /// Line distances as a factor of the type size.
     readonly property real readingLine: 1.55
     readonly property real titleLine: 1.42
+    readonly property real cardLine: 1.38
 
     readonly property int space2: 2
     readonly property int space4: 4
@@ -54,8 +56,19 @@ QtObject {
     readonly property int releaseNotes: units.scaled(200)
 
     readonly property int progressRound: 1400
+
+    // the pill and its list: the sizes of their panel
+    readonly property int pillWidth: 118
+    readonly property int pillHeight: 44
+    readonly property int pillDot: 7
+    readonly property real pillOutline: 2.5
+    readonly property int listWidth: 340
+    /// Inside a corner of radius22, a corner inset by this lies on the ground.
+    readonly property int cornerInset: 7
+
     readonly property int quick: SystemLook.reducedMotion ? 0 : 120
     readonly property int move: SystemLook.reducedMotion ? 0 : 260
+    readonly property int pulse: 600
     readonly property bool animated: !SystemLook.reducedMotion
 
     function scaled(size: int): int {

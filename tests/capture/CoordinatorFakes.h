@@ -79,6 +79,7 @@ public:
             }
         }
     }
+    qsizetype noteCount() const override { return notes.size(); }
     QList<ReadingNote> allNotes() const override
     {
         QList<ReadingNote> all;

@@ -35,13 +35,34 @@ void FakeFloatingPanel::animateFrame(const Rect &frame, std::chrono::millisecond
     arriving_ = std::move(completion);
 }
 
+void FakeFloatingPanel::animateAlpha(double newAlpha, std::chrono::milliseconds /*duration*/,
+                                     std::function<void()> completion)
+{
+    alpha = newAlpha;
+    fading_ = std::move(completion);
+}
+
+namespace {
+
+bool finish(std::optional<std::function<void()>> &animation)
+{
+    const auto completion = std::exchange(animation, std::nullopt);
+    if (completion && *completion) {
+        (*completion)();
+    }
+    return completion.has_value();
+}
+
+} // namespace
+
 bool FakeFloatingPanel::finishAnimation()
 {
-    const auto arriving = std::exchange(arriving_, std::nullopt);
-    if (arriving && *arriving) {
-        (*arriving)();
-    }
-    return arriving.has_value();
+    return finish(arriving_);
+}
+
+bool FakeFloatingPanel::finishFading()
+{
+    return finish(fading_);
 }
 
 void FakeFloatingPanel::orderFrontRegardless()
@@ -56,6 +77,7 @@ void FakeFloatingPanel::orderOut()
     isVisible_ = false;
     isKey = false;
     arriving_.reset();
+    fading_.reset();
 }
 
 void FakeFloatingPanel::makeKey()

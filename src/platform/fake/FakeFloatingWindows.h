@@ -22,11 +22,18 @@ public:
     int timesRaised = 0;
     bool isKey = false;
     bool lastFrameWasAnimated = false;
+    int dragsBegun = 0;
+    double alpha = 1;
+    PanelCursor cursor = PanelCursor::Arrow;
 
     [[nodiscard]] Rect frame() const override { return frame_; }
     void setFrame(const Rect &frame) override;
     void animateFrame(const Rect &frame, std::chrono::milliseconds duration,
                       std::function<void()> completion) override;
+    void performDrag() override { ++dragsBegun; }
+    void animateAlpha(double alpha, std::chrono::milliseconds duration,
+                      std::function<void()> completion) override;
+    void setCursor(PanelCursor newCursor) override { cursor = newCursor; }
     [[nodiscard]] bool isVisible() const override { return isVisible_; }
     void orderFrontRegardless() override;
     void orderOut() override;
@@ -34,6 +41,10 @@ public:
 
     /// Lets the animation under way arrive; answers whether there was one.
     bool finishAnimation();
+    bool finishFading();
+
+    /// What the user does with the panel.
+    void letUserMoveTo(const Rect &frame) { moveTo(frame); }
 
 private:
     void moveTo(const Rect &frame);
@@ -41,6 +52,7 @@ private:
     Rect frame_;
     bool isVisible_ = false;
     std::optional<std::function<void()>> arriving_;
+    std::optional<std::function<void()>> fading_;
 };
 
 class FakeFloatingWindows : public FloatingWindows {

@@ -9,7 +9,9 @@
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/ShadowItem.h"
 #include "platform/windowing/X11Hints.h"
+#include <QBitmap>
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -66,8 +68,23 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
             shapeVisiblePart();
         }
     });
+    connect(&fading_, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
+        if (content_ && hasBlendedEdges()) {
+            content_->setOpacity(value.toDouble());
+        }
+    });
+    connect(&fading_, &QVariantAnimation::finished, this, [this] {
+        if (const auto done = std::exchange(fadingCompletion_, nullptr)) {
+            done();
+        }
+    });
+    settling_.setSingleShot(true);
+    settling_.setInterval(100);
+    connect(&settling_, &QTimer::timeout, this, &QtFloatingPanel::takeOverPosition);
     adaptToCompositor();
-    renderOnce();
+    if (style_.isDrawnAhead) {
+        renderOnce();
+    }
 }
 
 QtFloatingPanel::~QtFloatingPanel()
@@ -87,10 +104,16 @@ void QtFloatingPanel::createWindow()
     if (!style_.canBecomeKey) {
         flags |= Qt::WindowDoesNotAcceptFocus;
     }
+    if (style_.ignoresMouseEvents) {
+        flags |= Qt::X11BypassWindowManagerHint; // an ornament: nothing in it can be managed
+    }
     window_->setFlags(flags);
     window_->setProperty("_q_showWithoutActivating", true);
     window_->installEventFilter(this);
     window_->create();
+    if (style_.isMovable) {
+        x11::keepContentAtBottomRight(window_->winId());
+    }
 
     if (style_.hasShadow) {
         shadow_ = new ShadowItem(style_.topCornerRadius, style_.bottomCornerRadius,
@@ -195,6 +218,10 @@ void QtFloatingPanel::place(const QRect &picture, const QRect &around)
                     ? withShadowMargin(around, shadowMargin, screenAround(around))
                     : around);
     const QRect inside = picture_.translated(-native_.topLeft());
+    if (isVisible() && inside == inside_) {
+        return; // it only moves
+    }
+    inside_ = inside;
     if (content_) {
         content_->setPosition(inside.topLeft());
         content_->setSize(inside.size());
@@ -224,9 +251,22 @@ void QtFloatingPanel::placeNative(const QRect &native)
 
 QList<QRect> QtFloatingPanel::pictureBands() const
 {
+    if (style_.isShapedByContent) {
+        return opaqueBands();
+    }
     const qreal scale = window_->devicePixelRatio();
     return roundedBands(toPixels(picture_.translated(-native_.topLeft()), scale),
                         style_.topCornerRadius * scale, style_.bottomCornerRadius * scale);
+}
+
+QList<QRect> QtFloatingPanel::opaqueBands() const
+{
+    QList<QRect> bands;
+    const QRegion opaque(QBitmap::fromImage(window_->grabWindow().createAlphaMask()));
+    for (const QRect &rect : opaque) {
+        bands << rect;
+    }
+    return bands;
 }
 
 void QtFloatingPanel::shapeVisiblePart()
@@ -242,6 +282,80 @@ void QtFloatingPanel::shapeInput()
     x11::setInputShape(window_->winId(),
                        style_.ignoresMouseEvents ? QList<QRect>{}
                                                  : QList<QRect>{toPixels(frame, scale)});
+}
+
+void QtFloatingPanel::performDrag()
+{
+    completion_ = nullptr;
+    animation_.stop();
+    grabbedAt_ = pressedAt_;
+}
+
+void QtFloatingPanel::handleMouse(const QMouseEvent &event)
+{
+    const QPoint pointer = event.globalPosition().toPoint();
+    if (event.type() == QEvent::MouseButtonPress) {
+        endDrag(); // its release never came
+        pressedAt_ = pointer - picture_.topLeft();
+        return;
+    }
+    if (!grabbedAt_) {
+        return;
+    }
+    const bool isOver =
+        event.type() == QEvent::MouseButtonRelease || !event.buttons().testFlag(Qt::LeftButton);
+    if (event.type() == QEvent::MouseMove && isOver) {
+        endDrag();
+        return;
+    }
+    const QRect picture(pointer - *grabbedAt_, picture_.size());
+    frame_ = toDesktop(QRectF(picture), mainGeometry());
+    place(picture, picture);
+    if (isOver) {
+        endDrag();
+    }
+}
+
+void QtFloatingPanel::endDrag()
+{
+    if (grabbedAt_) {
+        grabbedAt_.reset();
+        settling_.start(); // a window manager may have kept the window somewhere else
+        Q_EMIT moved();
+    }
+}
+
+/// The user may move the window in ways of the window manager, and that may refuse a place.
+void QtFloatingPanel::takeOverPosition()
+{
+    const QPoint distance = window_->position() - native_.topLeft();
+    const bool rests = !grabbedAt_ && animation_.state() != QVariantAnimation::Running;
+    if (!isVisible() || !rests || distance.isNull()) {
+        return;
+    }
+    native_.translate(distance);
+    picture_.translate(distance);
+    frame_ = toDesktop(QRectF(picture_), mainGeometry());
+    place(picture_, picture_);
+    Q_EMIT moved();
+}
+
+void QtFloatingPanel::animateAlpha(double alpha, std::chrono::milliseconds duration,
+                                   std::function<void()> completion)
+{
+    fadingCompletion_ = nullptr;
+    fading_.stop();
+    fadingCompletion_ = std::move(completion);
+    fading_.setStartValue(content_ ? content_->opacity() : 1.0);
+    fading_.setEndValue(alpha);
+    fading_.setDuration(windows_.isMotionReduced() ? 0 : static_cast<int>(duration.count()));
+    fading_.start();
+}
+
+void QtFloatingPanel::setCursor(PanelCursor cursor)
+{
+    window_->setCursor(cursor == PanelCursor::PointingHand ? Qt::PointingHandCursor
+                                                           : Qt::ArrowCursor);
 }
 
 void QtFloatingPanel::orderFrontRegardless()
@@ -272,6 +386,9 @@ void QtFloatingPanel::orderOut()
 {
     completion_ = nullptr;
     animation_.stop();
+    fadingCompletion_ = nullptr;
+    fading_.stop();
+    grabbedAt_.reset();
     window_->hide();
     windows_.refreshCompositor(); // now, since showing must be quick
     if (isLifted_) {
@@ -305,6 +422,22 @@ bool QtFloatingPanel::eventFilter(QObject *watched, QEvent *event)
             x11::withdraw(window_->winId());
         } else if (std::exchange(isNewlyMapped_, false)) {
             shapeInput(); // again: some miss what was set before the window was theirs
+        }
+    }
+    if (watched == window_.get()) {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseMove:
+        case QEvent::MouseButtonRelease:
+            handleMouse(*static_cast<QMouseEvent *>(event));
+            break;
+        case QEvent::Move:
+            if (style_.isMovable) {
+                settling_.start();
+            }
+            break;
+        default:
+            break;
         }
     }
     return FloatingPanel::eventFilter(watched, event);

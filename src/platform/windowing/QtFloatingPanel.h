@@ -4,7 +4,11 @@
 
 #include "platform/FloatingWindows.h"
 #include <QQuickWindow>
+#include <QTimer>
 #include <QVariantAnimation>
+#include <optional>
+
+class QMouseEvent;
 
 class QQmlEngine;
 class QQuickItem;
@@ -29,6 +33,10 @@ public:
     void setFrame(const Rect &frame) override;
     void animateFrame(const Rect &frame, std::chrono::milliseconds duration,
                       std::function<void()> completion) override;
+    void performDrag() override;
+    void animateAlpha(double alpha, std::chrono::milliseconds duration,
+                      std::function<void()> completion) override;
+    void setCursor(PanelCursor cursor) override;
     [[nodiscard]] bool isVisible() const override { return window_->isVisible(); }
     void orderFrontRegardless() override;
     void orderOut() override;
@@ -52,11 +60,15 @@ private:
     void place(const QRect &picture, const QRect &around);
     void placeNative(const QRect &native);
     void arrive();
+    void handleMouse(const QMouseEvent &event);
+    void endDrag();
+    void takeOverPosition();
     void shapeVisiblePart();
     void shapeInput();
     void liftOverFullScreen();
     [[nodiscard]] bool hasBlendedEdges() const;
     [[nodiscard]] QList<QRect> pictureBands() const;
+    [[nodiscard]] QList<QRect> opaqueBands() const;
 
     QtFloatingWindows &windows_;
     FloatingPanelStyle style_;
@@ -67,8 +79,14 @@ private:
     Rect frame_;
     QRect picture_;
     QRect native_;
+    QRect inside_; ///< the picture in the native window
     QVariantAnimation animation_;
     std::function<void()> completion_;
+    QVariantAnimation fading_;
+    std::function<void()> fadingCompletion_;
+    QPoint pressedAt_; ///< where in the picture, last
+    std::optional<QPoint> grabbedAt_; ///< where in the picture, during a drag
+    QTimer settling_; ///< after the window manager has moved the window
     bool isShapePending_ = false;
     bool isLifted_ = false;
     bool isNewlyMapped_ = false;

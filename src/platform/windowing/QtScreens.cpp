@@ -26,6 +26,30 @@ Screen described(const QScreen &screen)
 
 } // namespace
 
+QtScreens::QtScreens(QObject *parent) : Screens(parent)
+{
+    settling_.setSingleShot(true);
+    settling_.setInterval(0);
+    connect(&settling_, &QTimer::timeout, this, &Screens::changed);
+    const auto settle = [this] { settling_.start(); };
+    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, settle);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, settle);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, [this](const QScreen *screen) {
+        watch(*screen);
+        settling_.start();
+    });
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        watch(*screen);
+    }
+}
+
+void QtScreens::watch(const QScreen &screen)
+{
+    const auto settle = [this] { settling_.start(); };
+    connect(&screen, &QScreen::geometryChanged, this, settle);
+    connect(&screen, &QScreen::availableGeometryChanged, this, settle);
+}
+
 QList<Screen> QtScreens::screens() const
 {
     QList<Screen> list;

@@ -3,16 +3,28 @@
 #pragma once
 
 #include "platform/Screens.h"
+#include <QTimer>
+
+class QScreen;
 
 namespace vellumo {
 
 /// The screens as Qt sees them; the main screen is the primary one.
 class QtScreens final : public Screens {
+    Q_OBJECT
+
 public:
+    explicit QtScreens(QObject *parent = nullptr);
+
     [[nodiscard]] QList<Screen> screens() const override;
     [[nodiscard]] std::optional<Screen> mainScreen() const override;
     /// Asks the display server, so it is right without any watch on motion.
     [[nodiscard]] Point pointerLocation() const override;
+
+private:
+    void watch(const QScreen &screen);
+
+    QTimer settling_; ///< one change of the desktop's layout arrives as several
 };
 
 } // namespace vellumo

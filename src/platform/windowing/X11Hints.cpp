@@ -164,6 +164,17 @@ void setBackground(WId window, quint32 pixel)
     xcb_change_window_attributes(c, static_cast<xcb_window_t>(window), XCB_CW_BACK_PIXEL, &pixel);
 }
 
+void keepContentAtBottomRight(WId window)
+{
+    auto *c = connection();
+    if (!c) {
+        return;
+    }
+    const quint32 gravity = XCB_GRAVITY_SOUTH_EAST;
+    xcb_change_window_attributes(c, static_cast<xcb_window_t>(window), XCB_CW_BIT_GRAVITY,
+                                 &gravity);
+}
+
 void setBoundingShape(WId window, const QList<QRect> &rects)
 {
     auto *c = connection();

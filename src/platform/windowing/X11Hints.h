@@ -34,6 +34,9 @@ void withdraw(WId window);
 /// What the server fills new areas of a window with before they are painted: a 32-bit ARGB pixel.
 void setBackground(WId window, quint32 pixel);
 
+/// When the window is resized, what is painted stays at its bottom right until it is painted anew.
+void keepContentAtBottomRight(WId window);
+
 /// The visible part of a window, in its own pixels; an empty list stands for all of it.
 void setBoundingShape(WId window, const QList<QRect> &rects);
 

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "pill/NoteListModel.h"
+
+#include "ui/PlainText.h"
+
+namespace vellumo {
+
+namespace {
+
+/// More than a card's one line can show in the narrowest letters.
+constexpr qsizetype mostShown = 200;
+
+} // namespace
+
+void NoteListModel::setNotes(const QList<ReadingNote> &notes)
+{
+    beginResetModel();
+    notes_ = notes;
+    endResetModel();
+}
+
+int NoteListModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(notes_.size());
+}
+
+QVariant NoteListModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= notes_.size()) {
+        return {};
+    }
+    const ReadingNote &note = notes_[index.row()];
+    switch (role) {
+    case SourceText:
+        return presentableLine(note.sourceText, mostShown);
+    case Detail:
+        return presentableLine(note.explanation.isEmpty() ? note.translation : note.explanation,
+                               mostShown);
+    case FollowUps:
+        return static_cast<int>(note.followUps.size());
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> NoteListModel::roleNames() const
+{
+    return {{SourceText, "sourceText"}, {Detail, "detail"}, {FollowUps, "followUps"}};
+}
+
+} // namespace vellumo

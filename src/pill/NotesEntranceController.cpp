@@ -1,0 +1,321 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "pill/NotesEntranceController.h"
+
+#include "pill/PillGeometry.h"
+#include "platform/Clock.h"
+#include "platform/DefaultsStore.h"
+#include "ui/BilingualText.h"
+#include <QPointer>
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr auto originKey = "notesPillOrigin"_L1;
+
+constexpr EventMask mouseDownMask =
+    maskOf(EventType::LeftMouseDown) | maskOf(EventType::RightMouseDown);
+constexpr EventMask scrollMask = maskOf(EventType::ScrollWheel);
+constexpr EventMask localMask = mouseDownMask | maskOf(EventType::KeyDown) | scrollMask;
+constexpr EventMask motionMask = maskOf(EventType::MouseMoved);
+
+constexpr auto expansion = 280ms;
+constexpr auto collapsing = 240ms;
+
+// the demonstration, each from the one before
+constexpr auto fingerGlide = 1000ms;
+constexpr auto fingerTouches = 1150ms;
+constexpr auto pillOpens = 300ms;
+constexpr auto listCloses = 2200ms;
+constexpr auto fingerFades = 400ms;
+
+constexpr FloatingPanelStyle pillStyle{.level = WindowLevel::Floating,
+                                       .canBecomeKey = false,
+                                       .hasShadow = true,
+                                       .ignoresMouseEvents = false,
+                                       .isMovable = true,
+                                       .isDrawnAhead = false,
+                                       .topCornerRadius = pillGeometry::cornerRadius,
+                                       .bottomCornerRadius = pillGeometry::cornerRadius};
+constexpr FloatingPanelStyle fingerStyle{.level = WindowLevel::Status,
+                                         .canBecomeKey = false,
+                                         .hasShadow = false,
+                                         .ignoresMouseEvents = true,
+                                         .isDrawnAhead = false,
+                                         .isShapedByContent = true};
+
+QUrl qmlFile(QLatin1StringView name)
+{
+    return QUrl(u"qrc:/qt/qml/Vellumo/Pill/"_s + name);
+}
+
+} // namespace
+
+NotesEntranceController::NotesEntranceController(const Collaborators &collaborators,
+                                                 QObject *parent)
+    : QObject(parent)
+    , with_(collaborators)
+    , model_(std::make_unique<NotesPillModel>())
+    , container_(std::make_unique<PillContainerView>())
+{
+    model_->onSelect = [this](const ReadingNote &note) { selectNote(note); };
+    container_->onClick = [this] {
+        if (const auto open = onOpen_) { // it may be replaced meanwhile
+            open();
+        }
+    };
+    container_->onHover = [this](bool isInside) { model_->setPillHovered(isInside); };
+    container_->onDrag = [this] { panel_->performDrag(); };
+    container_->onCursor = [this](bool isHand) { setHandCursor(isHand); };
+    connect(&with_.screens, &Screens::changed, this, &NotesEntranceController::adaptToScreens);
+}
+
+NotesEntranceController::~NotesEntranceController() = default;
+
+void NotesEntranceController::show(int count, std::function<void()> onOpen)
+{
+    onOpen_ = std::move(onOpen);
+    model_->setCount(count);
+    ensurePanel();
+}
+
+void NotesEntranceController::setHighlighted(bool highlighted)
+{
+    model_->setHighlighted(highlighted);
+}
+
+void NotesEntranceController::showNotesList(const QList<ReadingNote> &notes,
+                                            std::function<void(const ReadingNote &)> onSelectNote)
+{
+    onSelectNote_ = std::move(onSelectNote);
+    ensurePanel();
+    model_->setNotes(notes);
+    expand();
+}
+
+void NotesEntranceController::selectNote(const ReadingNote &note)
+{
+    collapse();
+    if (const auto select = onSelectNote_) {
+        select(note);
+    }
+}
+
+void NotesEntranceController::ensurePanel()
+{
+    if (panel_) {
+        return;
+    }
+    panel_ = with_.windows.createPanel(pillStyle,
+                                       {qmlFile("NotesPillRoot.qml"_L1),
+                                        {{u"pill"_s, QVariant::fromValue(model_.get())},
+                                         {u"container"_s, QVariant::fromValue(container_.get())},
+                                         {u"texts"_s, QVariant::fromValue(&with_.texts)}}});
+    panel_->setFrame(pillGeometry::pillAt(restoredPillOrigin()));
+    panel_->orderFrontRegardless();
+    connect(panel_.get(), &FloatingPanel::moved, this, &NotesEntranceController::savePillOrigin);
+    installCursorWatcher();
+}
+
+Point NotesEntranceController::restoredPillOrigin() const
+{
+    const Rect visible = pillGeometry::visibleFrame(with_.screens.mainScreen());
+    if (const auto stored = pillGeometry::storedOrigin(with_.defaults.value(originKey))) {
+        const Rect pill = pillGeometry::clamped(pillGeometry::pillAt(*stored), visible);
+        return {pill.x, pill.y};
+    }
+    return pillGeometry::defaultOrigin(visible);
+}
+
+void NotesEntranceController::savePillOrigin()
+{
+    // The container has the form of a list until the pill is back in its place.
+    if (!isPlacing_ && !model_->isExpanded()
+        && container_->mode() == PillContainerView::Mode::Pill) {
+        const Rect frame = panel_->frame();
+        with_.defaults.setValue(originKey, pillGeometry::storableOrigin({frame.x, frame.y}));
+    }
+}
+
+/// A pill that no screen shows any more comes to the main screen, without that becoming the user's
+/// choice: it goes back when its screen does.
+void NotesEntranceController::adaptToScreens()
+{
+    if (!panel_) {
+        return;
+    }
+    if (container_->mode() == PillContainerView::Mode::List) {
+        collapse(); // finishing that adapts
+        return;
+    }
+    const auto stored = pillGeometry::storedOrigin(with_.defaults.value(originKey));
+    const bool canStay =
+        stored && pillGeometry::isReachable(pillGeometry::pillAt(*stored), with_.screens.screens());
+    const QScopedValueRollback placing(isPlacing_, true);
+    panel_->setFrame(pillGeometry::pillAt(canStay ? *stored : restoredPillOrigin()));
+}
+
+void NotesEntranceController::expand()
+{
+    if (!panel_ || model_->isExpanded()) {
+        return;
+    }
+    const Rect target =
+        pillGeometry::listFrame(panel_->frame(), model_->notes().size(),
+                                pillGeometry::visibleFrame(with_.screens.mainScreen()));
+    container_->setMode(PillContainerView::Mode::List);
+    model_->setExpanded(true);
+    panel_->animateFrame(target, expansion, {});
+    installCollapseMonitors();
+}
+
+void NotesEntranceController::collapse()
+{
+    if (!panel_ || !model_->isExpanded()) {
+        return;
+    }
+    removeCollapseMonitors();
+    const Rect target = pillGeometry::pillFrame(panel_->frame());
+    model_->setExpanded(false);
+    panel_->animateFrame(target, collapsing, [this] { finishCollapse(); });
+}
+
+void NotesEntranceController::finishCollapse()
+{
+    if (model_->isExpanded()) {
+        return; // opened again meanwhile
+    }
+    container_->setMode(PillContainerView::Mode::Pill);
+    synchronizeCursor();
+}
+
+void NotesEntranceController::installCollapseMonitors()
+{
+    removeCollapseMonitors();
+    const QPointer<NotesEntranceController> self(this);
+    localEventMonitor_ = with_.monitors.addLocalMonitor(
+        localMask, [self](const Event &event) { return !self || self->handleLocalEvent(event); });
+    for (const EventMask mask : {mouseDownMask, scrollMask}) {
+        globalEventMonitors_.push_back(
+            with_.monitors.addGlobalMonitor(mask, [self](const Event & /*event*/) {
+                if (self) {
+                    self->collapseIfPointerIsOutside();
+                }
+            }));
+    }
+}
+
+void NotesEntranceController::removeCollapseMonitors()
+{
+    localEventMonitor_.reset();
+    globalEventMonitors_.clear();
+}
+
+/// Answers whether the event is passed on.
+bool NotesEntranceController::handleLocalEvent(const Event &event)
+{
+    if (event.type == EventType::KeyDown && event.keyCode == KeyCode::Escape) {
+        collapse();
+        return false;
+    }
+    collapseIfPointerIsOutside();
+    return true;
+}
+
+void NotesEntranceController::collapseIfPointerIsOutside()
+{
+    if (panel_ && model_->isExpanded()
+        && !panel_->frame().contains(with_.screens.pointerLocation())) {
+        collapse();
+    }
+}
+
+void NotesEntranceController::installCursorWatcher()
+{
+    const QPointer<NotesEntranceController> self(this);
+    cursorMonitors_.push_back(
+        with_.monitors.addGlobalMonitor(motionMask, [self](const Event & /*event*/) {
+            if (self) {
+                self->synchronizeCursor();
+            }
+        }));
+    cursorMonitors_.push_back(
+        with_.monitors.addLocalMonitor(motionMask, [self](const Event & /*event*/) {
+            if (self) {
+                self->synchronizeCursor();
+            }
+            return true;
+        }));
+}
+
+void NotesEntranceController::synchronizeCursor()
+{
+    const bool isInside = panel_->frame().contains(with_.screens.pointerLocation());
+    if (!model_->isExpanded()) {
+        model_->setPillHovered(isInside);
+    }
+    setHandCursor(isInside);
+}
+
+void NotesEntranceController::setHandCursor(bool isHand)
+{
+    if (isHand != cursorIsHand_) {
+        cursorIsHand_ = isHand;
+        panel_->setCursor(isHand ? PanelCursor::PointingHand : PanelCursor::Arrow);
+    }
+}
+
+void NotesEntranceController::playOnboardingDemo(const ReadingNote &sampleNote,
+                                                 std::function<void()> completion)
+{
+    if (demoRunning_ || !panel_) {
+        if (completion) {
+            completion();
+        }
+        return;
+    }
+    demoRunning_ = true;
+    sendFinger();
+    with_.clock.after(fingerTouches, this, [this] { model_->setPillHovered(true); });
+    with_.clock.after(fingerTouches + pillOpens, this,
+                      [this, sampleNote] { openDemoList(sampleNote); });
+    with_.clock.after(fingerTouches + pillOpens + listCloses, this,
+                      [this, completion = std::move(completion)] { endDemo(completion); });
+}
+
+void NotesEntranceController::sendFinger()
+{
+    const auto path = pillGeometry::fingerPath(panel_->frame());
+    fingerPanel_ = with_.windows.createPanel(fingerStyle, {qmlFile("DemoFinger.qml"_L1), {}});
+    fingerPanel_->setFrame(path.from);
+    fingerPanel_->orderFrontRegardless();
+    fingerPanel_->animateFrame(path.to, fingerGlide, {});
+}
+
+void NotesEntranceController::openDemoList(const ReadingNote &sampleNote)
+{
+    model_->setPillHovered(false);
+    ensurePanel();
+    model_->setNotes({sampleNote});
+    expand();
+}
+
+void NotesEntranceController::endDemo(const std::function<void()> &completion)
+{
+    collapse();
+    fingerPanel_->animateAlpha(0, fingerFades, [this, completion] {
+        fingerPanel_->orderOut();
+        fingerPanel_.release()->deleteLater(); // it is calling us
+        demoRunning_ = false;
+        if (completion) {
+            completion();
+        }
+    });
+}
+
+} // namespace vellumo

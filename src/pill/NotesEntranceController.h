@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "pill/NotesEntranceControlling.h"
+#include "pill/NotesPillModel.h"
+#include "pill/PillContainerView.h"
+#include "platform/EventMonitoring.h"
+#include "platform/FloatingWindows.h"
+#include "platform/Screens.h"
+#include <QObject>
+#include <memory>
+#include <vector>
+
+namespace vellumo {
+
+class BilingualText;
+class Clock;
+class DefaultsStore;
+
+/// The pill that floats above other windows and grows into the list of notes. Its panel is made
+/// when it is first shown, and kept. Never takes the keyboard. Main thread only.
+class NotesEntranceController final : public QObject, public NotesEntranceControlling {
+    Q_OBJECT
+
+public:
+    /// Everything must outlive the controller.
+    struct Collaborators {
+        FloatingWindows &windows;
+        const Screens &screens;
+        EventMonitoring &monitors;
+        DefaultsStore &defaults;
+        Clock &clock;
+        BilingualText &texts;
+    };
+
+    explicit NotesEntranceController(const Collaborators &collaborators, QObject *parent = nullptr);
+    ~NotesEntranceController() override;
+
+    void show(int count, std::function<void()> onOpen) override;
+    void setHighlighted(bool highlighted) override;
+    void showNotesList(const QList<ReadingNote> &notes,
+                       std::function<void(const ReadingNote &)> onSelectNote) override;
+    void collapse() override;
+    void playOnboardingDemo(const ReadingNote &sampleNote,
+                            std::function<void()> completion) override;
+
+    /// Lets the pill grow into the list of the model's notes.
+    void expand();
+
+    [[nodiscard]] const NotesPillModel &model() const { return *model_; }
+
+private:
+    void ensurePanel();
+    [[nodiscard]] Point restoredPillOrigin() const;
+    void savePillOrigin();
+    void adaptToScreens();
+    void selectNote(const ReadingNote &note);
+
+    void installCollapseMonitors();
+    void removeCollapseMonitors();
+    bool handleLocalEvent(const Event &event);
+    void collapseIfPointerIsOutside();
+    void finishCollapse();
+
+    void installCursorWatcher();
+    void synchronizeCursor();
+    void setHandCursor(bool isHand);
+
+    void sendFinger();
+    void openDemoList(const ReadingNote &sampleNote);
+    void endDemo(const std::function<void()> &completion);
+
+    Collaborators with_;
+    std::unique_ptr<NotesPillModel> model_; ///< outlives the panel, which shows it; so below
+    std::unique_ptr<PillContainerView> container_;
+    std::unique_ptr<FloatingPanel> panel_; ///< absent until first shown
+    std::function<void()> onOpen_;
+    std::function<void(const ReadingNote &)> onSelectNote_;
+    std::unique_ptr<EventMonitorHandle> localEventMonitor_;
+    std::vector<std::unique_ptr<EventMonitorHandle>> globalEventMonitors_;
+    std::vector<std::unique_ptr<EventMonitorHandle>> cursorMonitors_;
+    bool cursorIsHand_ = false;
+    std::unique_ptr<FloatingPanel> fingerPanel_; ///< during the demonstration
+    bool demoRunning_ = false;
+    bool isPlacing_ = false; ///< we move the pill, not the user
+};
+
+} // namespace vellumo

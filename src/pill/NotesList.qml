@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.Pill
+import Vellumo.Ui
+
+/// The expanded list: a header over one card per note, or over a line that says how to make one.
+Item {
+    id: list
+
+    required property NotesPillModel pill
+    required property BilingualText texts
+
+    readonly property int sidePadding: Units.space12 + Units.space2
+
+    Text {
+        id: header
+
+        x: list.sidePadding
+        y: list.sidePadding
+        width: list.width - 2 * list.sidePadding
+        text: "Notes " + list.pill.noteCount
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        color: Theme.islandText
+        font.pixelSize: Units.type15
+        font.weight: Font.DemiBold
+
+        Accessible.role: Accessible.Heading
+        Accessible.name: header.text
+    }
+
+    Text {
+        id: nothing
+
+        objectName: "nothing"
+        x: list.sidePadding
+        y: cards.y + Units.space2
+        width: list.width - 2 * list.sidePadding
+        visible: list.pill.noteCount === 0
+        text: list.texts.english ? "No notes yet — select text and double-tap Option."
+                                 : "还没有笔记 —— 选中文字,按两下 Option。"
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        color: Theme.islandSecondText
+        font.pixelSize: Units.type12
+        lineHeightMode: Text.FixedHeight
+        lineHeight: Math.round(Units.type12 * Units.readingLine)
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: nothing.text
+    }
+
+    ListView {
+        id: cards
+
+        objectName: "cards"
+        y: header.y + header.height + Units.space12
+        width: list.width
+        height: list.height - y
+        visible: list.pill.noteCount > 0
+        model: list.pill.rows
+        spacing: Units.space8
+        bottomMargin: Units.space12
+        boundsBehavior: Flickable.StopAtBounds
+        pixelAligned: true
+        clip: true
+        cacheBuffer: 120
+        reuseItems: true
+
+        Accessible.role: Accessible.List
+        Accessible.name: header.text
+
+        delegate: NoteStickerRow {
+            required property int index
+
+            x: Units.space12
+            width: list.width - 2 * Units.space12
+            onAction: list.pill.select(index)
+        }
+    }
+
+    // more below
+    Rectangle {
+        y: list.height - Units.cornerInset - height
+        width: list.width
+        height: Units.space24
+        visible: cards.visible && !cards.atYEnd
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Theme.islandGroundClear
+            }
+            GradientStop {
+                position: 1
+                color: Theme.islandGround
+            }
+        }
+    }
+}

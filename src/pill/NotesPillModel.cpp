@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "pill/NotesPillModel.h"
+
+#include "pill/PillGeometry.h"
+#include <utility>
+
+namespace vellumo {
+
+void NotesPillModel::setCount(int count)
+{
+    if (std::exchange(count_, count) != count) {
+        Q_EMIT countChanged();
+    }
+}
+
+void NotesPillModel::setNotes(const QList<ReadingNote> &notes)
+{
+    rows_.setNotes(notes);
+    Q_EMIT notesChanged();
+}
+
+void NotesPillModel::setExpanded(bool expanded)
+{
+    if (std::exchange(expanded_, expanded) != expanded) {
+        Q_EMIT expandedChanged();
+    }
+}
+
+void NotesPillModel::setHighlighted(bool highlighted)
+{
+    if (std::exchange(highlighted_, highlighted) != highlighted) {
+        Q_EMIT highlightedChanged();
+    }
+}
+
+void NotesPillModel::setPillHovered(bool hovered)
+{
+    if (std::exchange(pillHovered_, hovered) != hovered) {
+        Q_EMIT pillHoveredChanged();
+    }
+}
+
+qreal NotesPillModel::listHeight() const
+{
+    return pillGeometry::listHeight(noteCount());
+}
+
+void NotesPillModel::select(int row)
+{
+    if (onSelect && row >= 0 && row < notes().size()) {
+        const ReadingNote note = notes().at(row); // the callback may replace the notes
+        onSelect(note);
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "pill/NoteListModel.h"
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+#include <functional>
+
+namespace vellumo {
+
+/// What the pill and its list show. Every change is drawn at once. Main thread only.
+class NotesPillModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the entrance's controller")
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(QAbstractListModel *rows READ rows CONSTANT)
+    Q_PROPERTY(int noteCount READ noteCount NOTIFY notesChanged)
+    Q_PROPERTY(qreal listHeight READ listHeight NOTIFY notesChanged)
+    Q_PROPERTY(bool expanded READ isExpanded NOTIFY expandedChanged)
+    Q_PROPERTY(bool highlighted READ isHighlighted NOTIFY highlightedChanged)
+    Q_PROPERTY(bool pillHovered READ isPillHovered NOTIFY pillHoveredChanged)
+
+public:
+    using QObject::QObject;
+
+    /// Receives the note of a row that was chosen.
+    std::function<void(const ReadingNote &note)> onSelect;
+
+    /// The number on the pill.
+    [[nodiscard]] int count() const { return count_; }
+    void setCount(int count);
+
+    /// The list's rows, in this order.
+    [[nodiscard]] const QList<ReadingNote> &notes() const { return rows_.notes(); }
+    void setNotes(const QList<ReadingNote> &notes);
+
+    /// Whether the panel has the form of a list.
+    [[nodiscard]] bool isExpanded() const { return expanded_; }
+    void setExpanded(bool expanded);
+
+    /// Whether the pill calls for attention.
+    [[nodiscard]] bool isHighlighted() const { return highlighted_; }
+    void setHighlighted(bool highlighted);
+
+    /// Whether the pointer is over the collapsed pill.
+    [[nodiscard]] bool isPillHovered() const { return pillHovered_; }
+    void setPillHovered(bool hovered);
+
+    [[nodiscard]] QAbstractListModel *rows() { return &rows_; }
+    [[nodiscard]] int noteCount() const { return rows_.rowCount(); }
+    [[nodiscard]] qreal listHeight() const;
+    Q_INVOKABLE void select(int row);
+
+Q_SIGNALS:
+    void countChanged();
+    void notesChanged();
+    void expandedChanged();
+    void highlightedChanged();
+    void pillHoveredChanged();
+
+private:
+    NoteListModel rows_;
+    int count_ = 0;
+    bool expanded_ = false;
+    bool highlighted_ = false;
+    bool pillHovered_ = false;
+};
+
+} // namespace vellumo

@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Pill
+import Vellumo.Ui
+
+/// The notes entrance: a capsule that says how many notes there are, or the list of them. It fills
+/// its panel, which changes size between the two.
+Item {
+    id: root
+
+    required property NotesPillModel pill
+    required property PillContainerView container
+    required property BilingualText texts
+
+    /// Drives the pulse of the attention state.
+    property bool pulse: false
+
+    readonly property bool isPill: root.container.mode === PillContainerView.Pill
+
+    Component.onCompleted: root.pulse = true
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Units.radius22
+        color: root.pill.pillHovered && !root.pill.expanded ? Theme.pillHovered
+                                                            : Theme.islandGround
+
+        Behavior on color {
+            enabled: Units.animated
+            ColorAnimation { duration: Units.quick }
+        }
+    }
+
+    PillLabel {
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        width: Units.pillWidth
+        height: Units.pillHeight
+        visible: opacity > 0
+        opacity: 1 - fade.value
+        pill: root.pill
+    }
+
+    // The list has its final size from the start, and its panel uncovers it. What is uncovered keeps
+    // clear of the rounded corners.
+    Item {
+        anchors.fill: parent
+        anchors.margins: Units.cornerInset
+        clip: true
+        visible: fade.value > 0
+        opacity: fade.value
+        enabled: root.pill.expanded
+
+        Loader {
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            anchors.margins: -Units.cornerInset
+            width: Units.listWidth
+            height: root.pill.listHeight
+            active: root.pill.expanded || fade.value > 0
+            sourceComponent: NotesList {
+                pill: root.pill
+                texts: root.texts
+            }
+        }
+    }
+
+    Rectangle {
+        id: outline
+
+        objectName: "outline"
+        anchors.fill: parent
+        visible: opacity > 0
+        opacity: 0
+        radius: Units.radius22
+        color: "transparent"
+        border.color: Theme.islandAccent
+        border.width: Units.pillOutline
+        border.pixelAligned: false
+
+        states: State {
+            name: "attention"
+            when: root.pill.highlighted
+            PropertyChanges { outline.opacity: 1 }
+        }
+        transitions: Transition {
+            NumberAnimation {
+                property: "opacity"
+                duration: Units.quick
+            }
+        }
+    }
+    SequentialAnimation {
+        running: root.pulse && root.pill.highlighted && !root.pill.expanded && Units.animated
+        loops: Animation.Infinite
+
+        NumberAnimation {
+            target: outline
+            property: "opacity"
+            to: 0.3
+            duration: Units.pulse
+            easing.type: Easing.InOutQuad
+        }
+        NumberAnimation {
+            target: outline
+            property: "opacity"
+            to: 1
+            duration: Units.pulse
+            easing.type: Easing.InOutQuad
+        }
+        onStopped: outline.opacity = root.pill.highlighted ? 1 : 0
+    }
+
+    MouseArea {
+        id: mouse
+
+        anchors.fill: parent
+        enabled: root.isPill
+
+        Accessible.role: Accessible.Button
+        Accessible.name: root.pill.count < 1 ? "Notes" : "Notes " + root.pill.count
+        Accessible.ignored: !root.isPill
+        Accessible.onPressAction: root.container.press()
+
+        onPressed: event => root.container.mouseDown(Qt.point(event.x, event.y))
+        onPositionChanged: event => root.container.mouseDragged(Qt.point(event.x, event.y))
+        onReleased: root.container.mouseUp()
+        onCanceled: root.container.mouseCanceled()
+    }
+    HoverHandler {
+        id: hover
+
+        onHoveredChanged: {
+            if (hover.hovered)
+                root.container.mouseEntered()
+            else
+                root.container.mouseExited()
+        }
+    }
+
+    readonly property CrossFade fade: CrossFade {
+        id: fade
+
+        shown: root.pill.expanded
+    }
+}

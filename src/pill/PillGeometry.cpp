@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "pill/PillGeometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vellumo::pillGeometry {
+
+namespace {
+
+constexpr double edgeMargin = 8;
+constexpr double defaultMargin = 32;
+constexpr double rowHeight = 72;
+constexpr double headerHeight = 52;
+constexpr double bottomPadding = 14;
+constexpr double highestList = 480;
+constexpr double emptyList = 130;
+
+constexpr double fingerSize = 52;
+constexpr Point fingerBelowPill{6, -38}; ///< from the pill's centre to the finger's
+constexpr Point fingerStart{-150, 110}; ///< from where it ends
+
+} // namespace
+
+Rect clamped(const Rect &rect, const Rect &visible)
+{
+    return {std::min(std::max(rect.x, visible.minX() + edgeMargin),
+                     visible.maxX() - rect.width - edgeMargin),
+            std::min(std::max(rect.y, visible.minY() + edgeMargin),
+                     visible.maxY() - rect.height - edgeMargin),
+            rect.width, rect.height};
+}
+
+Point defaultOrigin(const Rect &visible)
+{
+    return {visible.maxX() - pillWidth - defaultMargin, visible.minY() + defaultMargin};
+}
+
+std::optional<Point> storedOrigin(const QVariant &value)
+{
+    if (!value.canConvert<QVariantList>() || value.typeId() == QMetaType::QString) {
+        return std::nullopt;
+    }
+    const QVariantList numbers = value.toList();
+    if (numbers.size() != 2) {
+        return std::nullopt;
+    }
+    bool isX = false;
+    bool isY = false;
+    const Point origin{numbers[0].toDouble(&isX), numbers[1].toDouble(&isY)};
+    if (!isX || !isY || !std::isfinite(origin.x) || !std::isfinite(origin.y)) {
+        return std::nullopt;
+    }
+    return origin;
+}
+
+QVariant storableOrigin(Point origin)
+{
+    return QVariantList{origin.x, origin.y};
+}
+
+bool isReachable(const Rect &pill, const QList<Screen> &screens)
+{
+    return std::ranges::any_of(screens, [&pill](const Screen &screen) {
+        return screen.visibleFrame.contains({pill.midX(), pill.midY()});
+    });
+}
+
+double listHeight(qsizetype notes)
+{
+    if (notes == 0) {
+        return emptyList;
+    }
+    return std::min((static_cast<double>(notes) * rowHeight) + headerHeight + bottomPadding,
+                    highestList);
+}
+
+Rect listFrame(const Rect &pill, qsizetype notes, const Rect &visible)
+{
+    return clamped({pill.maxX() - listWidth, pill.minY(), listWidth, listHeight(notes)}, visible);
+}
+
+Rect pillFrame(const Rect &list)
+{
+    return {list.maxX() - pillWidth, list.minY(), pillWidth, pillHeight};
+}
+
+FingerPath fingerPath(const Rect &pill)
+{
+    const Point to{pill.midX() + fingerBelowPill.x - (fingerSize / 2),
+                   pill.midY() + fingerBelowPill.y - (fingerSize / 2)};
+    return {{to.x + fingerStart.x, to.y + fingerStart.y, fingerSize, fingerSize},
+            {to.x, to.y, fingerSize, fingerSize}};
+}
+
+} // namespace vellumo::pillGeometry
