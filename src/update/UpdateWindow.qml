@@ -17,17 +17,28 @@ Window {
     readonly property bool isOffer: dialog.report.state === UpdateReport.SomethingNew
     readonly property bool hasFailed: dialog.report.state === UpdateReport.Failed
 
+    readonly property int fittingHeight: Math.ceil(content.height) + 2 * Units.space32
+                                         - Units.space8
+
     width: 460
-    height: Math.ceil(content.height) + 2 * Units.space32 - Units.space8
     minimumWidth: width
     maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
     flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
     color: Theme.ground
     title: "vellumo"
 
     onClosing: dialog.report.userClosed()
+
+    onFittingHeightChanged: dialog.fit()
+    Component.onCompleted: dialog.fit()
+
+    /// The limits go first: a window manager holds a window to those that it knows.
+    function fit(): void {
+        dialog.minimumHeight = Math.min(dialog.height, dialog.fittingHeight)
+        dialog.maximumHeight = dialog.fittingHeight
+        dialog.height = dialog.fittingHeight
+        dialog.minimumHeight = dialog.fittingHeight
+    }
 
     function headingText(): string {
         switch (dialog.report.state) {

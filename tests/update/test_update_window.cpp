@@ -7,6 +7,7 @@
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/qt/QtHttpSession.h"
+#include "support/Desktop.h"
 #include "support/HttpServer.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
@@ -22,6 +23,18 @@ using namespace vellumo;
 using namespace vellumo::test;
 
 namespace {
+
+constexpr double november2026 = 817000000; // on the program's clock
+constexpr double december2027 = 850000000;
+
+/// What the feed's address answers, and when.
+struct Answer {
+    QByteArray version = {};
+    QByteArray addition = {}; ///< behind what is signed
+    int status = 200;
+    std::optional<HttpError::Kind> error = {}; ///< in place of all that
+    double time = november2026;
+};
 
 struct Desk {
     Maintainer maintainer;
@@ -41,7 +54,6 @@ struct Desk {
             {session != nullptr ? *session : http, workspace, clock, engine, texts})
     {
         prepareEngine(engine);
-        constexpr double november2026 = 817000000;
         clock.now = november2026;
     }
     void answer(const QByteArray &body, int status = 200)
@@ -74,7 +86,6 @@ struct Desk {
             controller.window(), Qt::LeftButton, {},
             button->mapToScene({button->width() / 2, button->height() / 2}).toPoint());
     }
-    void press(Qt::Key key) const { QTest::keyClick(controller.window(), key); }
 };
 
 } // namespace
@@ -87,6 +98,7 @@ private Q_SLOTS:
     void showsWhatItLearned_data();
     void showsWhatItLearned();
     void asksOverTheNetwork();
+    void fitsWhatItSays();
     void opensThePage();
     void isOneWindow();
     void closingEndsTheRequest();
@@ -96,68 +108,67 @@ private Q_SLOTS:
 
 void TestUpdateWindow::showsWhatItLearned_data()
 {
-    using Answer = std::function<void(Desk &)>;
     QTest::addColumn<Answer>("answer");
     QTest::addColumn<QString>("shown");
-    const auto row = [](const char *name, const Answer &answer, const QString &shown) {
-        QTest::newRow(name) << answer << shown;
-    };
     const auto failed = [](const QString &reason) {
         return u"The check did not succeed\n%1\nClose\nTry again"_s.arg(reason);
-    };
-    const auto error = [](HttpError::Kind kind) {
-        return [kind](Desk &desk) { desk.http.answer(HttpError{kind}); };
     };
     const QString upToDate = u"vellumo is up to date\n"
                              "You have version 0.2.0~beta; there is nothing newer.\nClose"_s;
     const QString unreachable = failed(u"The update service could not be reached. Is this "
                                        "computer connected to the internet?"_s);
-    const QString refused = failed(u"The update service has a problem at the moment."_s);
-    const QString untrusted =
-        failed(u"The answer does not carry vellumo's signature, so it was ignored."_s);
-
-    row(
-        "newer", [](Desk &desk) { desk.answer(desk.feed("0.2.0")); },
-        u"vellumo 0.2.0 is available\n"
-        "Released on 20 November 2026. You have version 0.2.0~beta.\n"
-        "Two <b>news</b>.\nAnd more.\n"
-        "The download page on vellumo.app opens in your browser. vellumo installs nothing by "
-        "itself.\nNot now\nDownload"_s);
-    row(
-        "same", [](Desk &desk) { desk.answer(desk.feed("0.2.0~beta")); }, upToDate);
-    row(
-        "older", [](Desk &desk) { desk.answer(desk.feed("0.1.9")); }, upToDate);
-    row(
-        "malformed", [](Desk &desk) { desk.answer(desk.feed("newest")); },
-        failed(u"The answer cannot be read by this version of vellumo."_s));
-    row(
-        "tampered", [](Desk &desk) { desk.answer(desk.feed().replace("0.2.0", "0.3.0")); },
-        untrusted);
-    row(
-        "expired",
-        [](Desk &desk) {
-            desk.clock.now = 850000000; // in December 2027
-            desk.answer(desk.feed());
-        },
-        failed(u"The answer is too old to be believed. If the date of this computer is right, try "
-               "again another day."_s));
-    row(
-        "not found", [](Desk &desk) { desk.answer(desk.feed(), 404); }, refused);
-    row("no name", error(HttpError::Kind::cannotResolve), unreachable);
-    row("nobody", error(HttpError::Kind::refused), unreachable);
-    row("slow", error(HttpError::Kind::timedOut),
-        failed(u"The update service did not answer in time."_s));
+    const struct {
+        const char *name;
+        Answer answer;
+        QString shown;
+    } rows[] = {
+        {"newer",
+         {.version = "0.2.0"},
+         u"vellumo 0.2.0 is available\n"
+         "Released on 20 November 2026. You have version 0.2.0~beta.\n"
+         "Two <b>news</b>.\nAnd more.\n"
+         "The download page on vellumo.app opens in your browser. vellumo installs nothing by "
+         "itself.\nNot now\nDownload"_s},
+        {"same", {.version = "0.2.0~beta"}, upToDate},
+        {"older", {.version = "0.1.9"}, upToDate},
+        {"malformed",
+         {.version = "newest"},
+         failed(u"The answer cannot be read by this version of vellumo."_s)},
+        {"tampered",
+         {.version = "0.2.0", .addition = " "},
+         failed(u"The answer does not carry vellumo's signature, so it was ignored."_s)},
+        {"expired",
+         {.version = "0.2.0", .time = december2027},
+         failed(u"The answer is too old to be believed. If the date of this computer is right, try "
+                "again another day."_s)},
+        {"not found",
+         {.version = "0.2.0", .status = 404},
+         failed(u"The update service has a problem at the moment."_s)},
+        {"no name", {.error = HttpError::Kind::cannotResolve}, unreachable},
+        {"nobody", {.error = HttpError::Kind::refused}, unreachable},
+        {"slow",
+         {.error = HttpError::Kind::timedOut},
+         failed(u"The update service did not answer in time."_s)},
+    };
+    for (const auto &row : rows) {
+        QTest::newRow(row.name) << row.answer << row.shown;
+    }
 }
 
 void TestUpdateWindow::showsWhatItLearned()
 {
-    QFETCH(std::function<void(Desk &)>, answer);
+    QFETCH(Answer, answer);
     QFETCH(QString, shown);
     Desk desk;
     desk.controller.checkForUpdates();
     QCOMPARE(desk.shown(), u"Checking for updates…\nCancel"_s);
     QCOMPARE(desk.http.requests.constLast().url, QUrl(u"https://vellumo.app/feed"_s));
-    answer(desk);
+    desk.clock.now = answer.time;
+    if (answer.error) {
+        desk.http.answer(HttpError{*answer.error});
+    } else {
+        desk.answer(desk.feed(answer.version) + answer.addition, answer.status);
+    }
     QCOMPARE(desk.shown(), shown);
     QVERIFY(desk.workspace.openedUrls.isEmpty());
 
@@ -204,6 +215,29 @@ void TestUpdateWindow::asksOverTheNetwork()
         QVERIFY2(desk.shown().contains(shown), feed.toEncoded() + desk.shown().toUtf8());
     }
     QCOMPARE(plain.requests().size(), 0);
+}
+
+void TestUpdateWindow::fitsWhatItSays()
+{
+    const Desktop desktop;
+    if (!desktop.isOpen()) {
+        QSKIP("a window manager decides");
+    }
+    Desk desk;
+    const auto fits = [&] {
+        const QQuickWindow *window = desk.controller.window();
+        return desktop.geometry(static_cast<WindowId>(window->winId())).height()
+            == window->property("fittingHeight").toInt();
+    };
+    desk.controller.checkForUpdates(); // answered before the window is on screen
+    for (int i = 0; i < 3; ++i) {
+        desk.http.answer(HttpError{});
+        QVERIFY(QTest::qWaitFor(fits, 10000));
+        desk.click("act"); // tries again, which takes less room
+        QVERIFY(QTest::qWaitFor(fits, 10000));
+    }
+    desk.answer(desk.feed());
+    QVERIFY(QTest::qWaitFor(fits, 10000));
 }
 
 void TestUpdateWindow::opensThePage()
@@ -266,14 +300,14 @@ void TestUpdateWindow::keysReachEverything()
     QVERIFY(QTest::qWaitForWindowActive(desk.controller.window()));
     const auto *reader = desk.item("notesText")->parentItem()->parentItem();
     for (const char *name : {"notes", "close", "act"}) {
-        desk.press(Qt::Key_Tab);
+        QTest::keyClick(desk.controller.window(), Qt::Key_Tab);
         QVERIFY2(desk.item(name)->hasActiveFocus(), name);
         if (qstrcmp(name, "notes") == 0) {
-            desk.press(Qt::Key_End);
+            QTest::keyClick(desk.controller.window(), Qt::Key_End);
             QVERIFY(reader->property("contentY").toDouble() > 0);
         }
     }
-    desk.press(Qt::Key_Escape);
+    QTest::keyClick(desk.controller.window(), Qt::Key_Escape);
     QVERIFY(!desk.controller.window());
 }
 
