@@ -62,26 +62,20 @@ void TestConfiguration::outputLanguage_data()
 {
     QTest::addColumn<QVariant>("stored");
     QTest::addColumn<QString>("expected");
-    QTest::addColumn<bool>("englishTexts");
-    QTest::newRow("trimmed") << QVariant(u" English "_s) << u"English"_s << true;
-    QTest::newRow("British") << QVariant(u"en-GB"_s) << u"en-GB"_s << true;
-    QTest::newRow("Chinese") << QVariant(u"Chinese"_s) << u"Chinese"_s << false;
-    QTest::newRow("other") << QVariant(u"Deutsch"_s) << u"Deutsch"_s << false;
+    QTest::newRow("trimmed") << QVariant(u" en-GB "_s) << u"en-GB"_s;
     const QString fallback = UserPreferences::systemDefaultLanguage();
-    QTest::newRow("blank") << QVariant(u" \n"_s) << fallback << (fallback == u"English");
-    QTest::newRow("absent") << QVariant() << fallback << (fallback == u"English");
+    QTest::newRow("blank") << QVariant(u" \n"_s) << fallback;
+    QTest::newRow("absent") << QVariant() << fallback;
 }
 
 void TestConfiguration::outputLanguage()
 {
     QFETCH(QVariant, stored);
     QFETCH(QString, expected);
-    QFETCH(bool, englishTexts);
     FakeDefaultsStore defaults;
     const UserPreferences preferences(defaults);
     defaults.setValue(u"preferredOutputLanguage"_s, stored);
     QCOMPARE(preferences.preferredOutputLanguage(), expected);
-    QCOMPARE(preferences.prefersEnglishTexts(), englishTexts);
 
     QCOMPARE(UserPreferences::defaultLanguage({u"zh-Hant-TW"_s, u"en"_s}), u"Chinese"_s);
     QCOMPARE(UserPreferences::defaultLanguage({u"ZH"_s}), u"Chinese"_s);

@@ -9,7 +9,6 @@
 #include "support/Waiting.h"
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 
 namespace vellumo::test {
 
@@ -120,21 +119,6 @@ QString ReadingDesk::primary()
 {
     return QString::fromUtf8(
         outputOf(u"xclip"_s, {u"-o"_s, u"-selection"_s, u"primary"_s, u"-t"_s, u"UTF8_STRING"_s}));
-}
-
-QByteArray outputOf(const QString &program, const QStringList &arguments, const QByteArray &input)
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    const auto ended = [&process] { return process.state() == QProcess::NotRunning; };
-    // an owner that gives the selection away at this moment leaves the question unanswered
-    if (!waitUntil(ended, std::chrono::seconds(2))) {
-        process.kill();
-        process.waitForFinished();
-    }
-    return process.readAllStandardOutput();
 }
 
 } // namespace vellumo::test

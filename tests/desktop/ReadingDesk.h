@@ -28,7 +28,7 @@ public:
 
     /// What one double tap may cost, and what a busy machine adds to it.
     static constexpr std::chrono::milliseconds longestReading =
-        ReadingBudget::total + std::chrono::milliseconds(150);
+        ReadingBudget::total + std::chrono::milliseconds(250);
     /// How long it takes to read the selection and its context, whatever they are.
     [[nodiscard]] std::chrono::milliseconds timeOfReading();
 
@@ -57,9 +57,5 @@ private:
     QTemporaryDir files_;
     std::unique_ptr<Platform> platform_;
 };
-
-/// Runs a program to its end without blocking the event loop; its standard output.
-QByteArray outputOf(const QString &program, const QStringList &arguments,
-                    const QByteArray &input = {});
 
 } // namespace vellumo::test

@@ -273,6 +273,22 @@ Application::Command xterm(const QString &script)
             {}};
 }
 
+QByteArray outputOf(const QString &program, const QStringList &arguments, const QByteArray &input,
+                    std::chrono::milliseconds time)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    const auto ended = [&process] { return process.state() == QProcess::NotRunning; };
+    // an owner that gives the selection away at this moment leaves the question unanswered
+    if (!waitUntil(ended, time)) {
+        process.kill();
+        process.waitForFinished();
+    }
+    return process.readAllStandardOutput();
+}
+
 QByteArray pdf(const QStringList &lines)
 {
     QByteArray text("BT /F1 24 Tf 72 700 Td ");

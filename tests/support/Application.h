@@ -77,6 +77,12 @@ Application::Command qtTextEdit(const QString &file);
 /// A terminal that runs `script` with bash.
 Application::Command xterm(const QString &script);
 
+/// Runs a program to its end, or for this time at most, without blocking the event loop; its
+/// standard output.
+QByteArray outputOf(const QString &program, const QStringList &arguments,
+                    const QByteArray &input = {},
+                    std::chrono::milliseconds time = std::chrono::seconds(2));
+
 /// A PDF with one page of real text, line by line.
 QByteArray pdf(const QStringList &lines);
 

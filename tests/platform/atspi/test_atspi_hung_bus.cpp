@@ -39,7 +39,7 @@ void TestAtspiHungBus::freezesNothing()
     QVERIFY(!reader.accessibility->isProcessTrusted());
     QVERIFY(!reader.accessibility->focusedElement(1, QDeadlineTimer(100)));
     QVERIFY(!reader.accessibility->pageAddress(1, QDeadlineTimer(100)));
-    QCOMPARE_LT(time.elapsed(), 1000); // a call that waited would take many seconds
+    QCOMPARE_LT(time.elapsed(), 2500); // a call that waits takes 3 s and more
 }
 
 int main(int argc, char **argv)

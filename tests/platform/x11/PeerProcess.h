@@ -32,16 +32,4 @@ private:
     bool isReady_ = false;
 };
 
-/// What a program prints until it ends, while this process goes on handling events.
-inline QByteArray outputOf(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20'000)) {
-        process.kill();
-        process.waitForFinished();
-    }
-    return process.readAllStandardOutput();
-}
-
 } // namespace vellumo::test

@@ -71,29 +71,38 @@ private:
     [[nodiscard]] bool hasFlags(const Flags &flags);
     [[nodiscard]] bool areNoKeysDown();
 
+    struct Session {
+        explicit Session(X11Problems &problems)
+            : connection(problems)
+            , windowConnection(problems)
+            , windows(windowConnection)
+            , monitors(connection, problems)
+            , keyPosting(connection, monitors, windows, problems)
+        {
+        }
+        X11Connection connection;
+        X11Connection windowConnection;
+        X11Windows windows;
+        X11EventMonitors monitors;
+        X11KeyPosting keyPosting;
+    };
+
     Desktop desktop_;
     X11Problems problems_;
-    std::unique_ptr<X11Connection> connection_;
-    std::unique_ptr<X11Connection> windowConnection_;
-    std::unique_ptr<X11Windows> windows_;
-    std::unique_ptr<X11EventMonitors> monitors_;
-    std::unique_ptr<X11KeyPosting> keyPosting_;
+    std::unique_ptr<Session> with_;
     std::unique_ptr<EventMonitorHandle> global_;
     Flags flags_; ///< that reached the global monitor
 };
 
 void TestX11Input::init()
 {
-    connection_ = std::make_unique<X11Connection>(problems_);
-    windowConnection_ = std::make_unique<X11Connection>(problems_);
-    QVERIFY(connection_->isUsable());
-    windows_ = std::make_unique<X11Windows>(*windowConnection_);
-    monitors_ = std::make_unique<X11EventMonitors>(*connection_, problems_);
-    keyPosting_ = std::make_unique<X11KeyPosting>(*connection_, *monitors_, *windows_, problems_);
+    with_ = std::make_unique<Session>(problems_);
+    QVERIFY(with_->connection.isUsable());
     flags_.clear();
-    global_ = monitors_->addGlobalMonitor(maskOf(EventType::FlagsChanged), [this](const Event &e) {
-        flags_.push_back(e.modifierFlags);
-    });
+    global_ =
+        with_->monitors.addGlobalMonitor(maskOf(EventType::FlagsChanged), [this](const Event &e) {
+            flags_.push_back(e.modifierFlags);
+        });
     QVERIFY(global_);
 }
 
@@ -101,11 +110,7 @@ void TestX11Input::cleanup()
 {
     QVERIFY(areNoKeysDown());
     global_.reset();
-    keyPosting_.reset();
-    monitors_.reset();
-    windows_.reset();
-    windowConnection_.reset();
-    connection_.reset();
+    with_.reset();
 }
 
 bool TestX11Input::giveKeyboardTo(PeerProcess &peer) const
@@ -125,7 +130,7 @@ void TestX11Input::play(const Keys &keys)
         }
     }
     desktop_.sync();
-    connection_->roundTrip(); // what these keys cause is in the queue now
+    with_->connection.roundTrip(); // what these keys cause is in the queue now
 }
 
 bool TestX11Input::hasFlags(const Flags &flags)
@@ -139,8 +144,8 @@ bool TestX11Input::hasFlags(const Flags &flags)
 
 bool TestX11Input::areNoKeysDown()
 {
-    const auto keymap = windowConnection_->reply<xcb_query_keymap_reply_t>(
-        xcb_query_keymap(windowConnection_->xcb()));
+    const auto keymap = with_->windowConnection.reply<xcb_query_keymap_reply_t>(
+        xcb_query_keymap(with_->windowConnection.xcb()));
     return keymap && std::ranges::all_of(keymap->keys, [](uint8_t keys) { return keys == 0; });
 }
 
@@ -178,7 +183,7 @@ void TestX11Input::flagsGoToTheSideWithTheKeyboard()
 {
     Flags local;
     const auto monitor =
-        monitors_->addLocalMonitor(maskOf(EventType::FlagsChanged), [&](const Event &event) {
+        with_->monitors.addLocalMonitor(maskOf(EventType::FlagsChanged), [&](const Event &event) {
             local.push_back(event.modifierFlags);
             return true;
         });
@@ -203,12 +208,12 @@ void TestX11Input::clicksGoToTheSideWithThePointer()
         | maskOf(EventType::ScrollWheel);
     QList<EventType> local;
     QList<EventType> global;
-    const auto localMonitor = monitors_->addLocalMonitor(mask, [&](const Event &event) {
+    const auto localMonitor = with_->monitors.addLocalMonitor(mask, [&](const Event &event) {
         local.append(event.type);
         return true;
     });
-    const auto globalMonitor =
-        monitors_->addGlobalMonitor(mask, [&](const Event &event) { global.append(event.type); });
+    const auto globalMonitor = with_->monitors.addGlobalMonitor(
+        mask, [&](const Event &event) { global.append(event.type); });
     OwnWindow window;
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     PeerProcess peer({u"window"_s, u"other"_s, u"Other"_s});
@@ -221,7 +226,7 @@ void TestX11Input::clicksGoToTheSideWithThePointer()
             desktop_.click(point, 1, button);
         }
         desktop_.sync();
-        connection_->roundTrip();
+        with_->connection.roundTrip();
     };
     clickAll(desktop_.geometry(peer.window()).center());
     QCoreApplication::processEvents();
@@ -239,7 +244,7 @@ void TestX11Input::swallowsKeysOfOwnWindows()
 {
     QList<quint16> codes;
     const auto monitor =
-        monitors_->addLocalMonitor(maskOf(EventType::KeyDown), [&](const Event &event) {
+        with_->monitors.addLocalMonitor(maskOf(EventType::KeyDown), [&](const Event &event) {
             codes.append(event.keyCode);
             return event.keyCode != KeyCode::Escape;
         });
@@ -254,13 +259,13 @@ void TestX11Input::swallowsKeysOfOwnWindows()
 void TestX11Input::waitsForRelease()
 {
     play({Key::AltLeft});
-    QVERIFY(!monitors_->waitForRelease(ModifierFlag::Option, QDeadlineTimer(30)));
-    QVERIFY(monitors_->waitForRelease(ModifierFlag::Control, QDeadlineTimer(30)));
+    QVERIFY(!with_->monitors.waitForRelease(ModifierFlag::Option, QDeadlineTimer(30)));
+    QVERIFY(with_->monitors.waitForRelease(ModifierFlag::Control, QDeadlineTimer(30)));
 
     auto *user = xcb_connect(nullptr, nullptr);
     xcb_test_fake_input(user, XCB_KEY_RELEASE, Key::AltLeft, 60, XCB_WINDOW_NONE, 0, 0, 0);
     xcb_flush(user); // the server lets 60 ms pass before this key
-    QVERIFY(monitors_->waitForRelease(ModifierFlag::Option, QDeadlineTimer(5000)));
+    QVERIFY(with_->monitors.waitForRelease(ModifierFlag::Option, QDeadlineTimer(5000)));
     QVERIFY(flags_.empty()); // nothing was delivered meanwhile, and nothing is lost
     xcb_disconnect(user);
     QVERIFY(hasFlags({ModifierFlag::Option, 0}));
@@ -271,7 +276,7 @@ void TestX11Input::copyKeysReachTheApplicationAlone()
     PeerProcess peer({u"window"_s, u"other"_s, u"Other"_s});
     QVERIFY(giveKeyboardTo(peer));
     play({Key::AltLeft, Key::ShiftLeft});
-    QVERIFY(keyPosting_->postCopy());
+    QVERIFY(with_->keyPosting.postCopy());
     QVERIFY(areNoKeysDown());
     const auto copy = u"%1 %2"_s.arg(insertKey).arg(int{XCB_MOD_MASK_CONTROL});
     QVERIFY(QTest::qWaitFor([&] { return peer.moreLines().contains(copy); }));
@@ -284,13 +289,13 @@ void TestX11Input::copyKeysHideNoTapOfTheUser()
     PeerProcess peer({u"window"_s, u"other"_s, u"Other"_s});
     QVERIFY(giveKeyboardTo(peer));
     play({Key::AltLeft}); // seen by nobody yet
-    QVERIFY(keyPosting_->postCopy());
+    QVERIFY(with_->keyPosting.postCopy());
     play({-Key::AltLeft, Key::AltLeft, -Key::AltLeft}); // nothing was handled in between
     QVERIFY(hasFlags({Option, Option, 0}));
 
     play({Key::AltLeft});
     QVERIFY(hasFlags({Option, Option, 0, Option}));
-    QVERIFY(keyPosting_->postCopy());
+    QVERIFY(with_->keyPosting.postCopy());
     QVERIFY(hasFlags({Option, Option, 0, Option}));
     play({-Key::AltLeft, Key::AltLeft, -Key::AltLeft});
     QVERIFY(hasFlags({Option, Option, 0, Option, Option, 0}));
