@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "support/Application.h"
 #include "support/Desktop.h"
+#include "support/HttpServer.h"
 #include "support/PageServer.h"
 #include "support/Program.h"
 #include "support/Waiting.h"
 #include <QFile>
+#include <QJsonDocument>
 #include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
@@ -18,6 +20,14 @@ namespace {
 
 const QString sentence = u"The tide turns twice a day, and nobody asks it why."_s;
 
+/// What a chat-completions service sends when the model replies with this.
+HttpAnswer modelSays(const QString &reply)
+{
+    const QJsonObject message{{u"role"_s, u"assistant"_s}, {u"content"_s, reply}};
+    const QJsonArray choices{QJsonObject{{u"message"_s, message}}};
+    return {.body = QJsonDocument(QJsonObject{{u"choices"_s, choices}}).toJson()};
+}
+
 } // namespace
 
 /// The built program on a desktop with a window manager, the way a person meets it.
@@ -29,6 +39,7 @@ private Q_SLOTS:
     void cleanup();
 
     void explainsWhatIsSelectedOnAPageAndKeepsANote();
+    void asksTheConfiguredService();
     void closesAsAPersonExpects_data();
     void closesAsAPersonExpects();
     void takesTwoPressesForADoubleTap_data();
@@ -162,6 +173,53 @@ void TestProgram::explainsWhatIsSelectedOnAPageAndKeepsANote()
     QCOMPARE(followUps.size(), 1);
     QCOMPARE(followUps.at(0)["question"_L1].toString(), u"Why twice"_s);
     QVERIFY(followUps.at(0)["answer"_L1].toString().contains("Why twice"_L1));
+}
+
+void TestProgram::asksTheConfiguredService()
+{
+    HttpServer server;
+    const QByteArray target = "/v1/chat/completions";
+    vellumo_->process().end();
+    vellumo_->setEnvironment(u"OPENAI_API_KEY"_s, u"sk-1"_s);
+    vellumo_->setEnvironment(u"OPENAI_BASE_URL"_s, server.url(u"/v1"_s).toString());
+    vellumo_->setEnvironment(u"VELLUMO_MODEL"_s, u"model-1"_s);
+    QVERIFY(vellumo_->start());
+    QVERIFY(vellumo_->process().standardOutput().contains(
+        "vellumo: using OpenAI explanation service\n"_L1));
+
+    QVERIFY(openEditor());
+    server.answer(
+        "POST", target,
+        modelSays(uR"({"intent": "x", "translation": "", "explanation": "It is the moon."})"_s));
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForText(u"It is the moon."_s));
+    QVERIFY(!vellumo_->panelText().contains("sample"_L1, Qt::CaseInsensitive));
+    server.answer("POST", target, modelSays(u"\nBecause it turns.\n"_s));
+    QVERIFY(vellumo_->ask(u"Why twice"_s));
+    QVERIFY(vellumo_->waitForText(u"Because it turns."_s));
+    desktop_.tap(Key::Escape);
+    QVERIFY(vellumo_->waitForNotes(1));
+    const QJsonObject note = vellumo_->notes().constFirst();
+    QCOMPARE(note["sourceText"_L1].toString(), sentence);
+    QCOMPARE(note["explanation"_L1].toString(), u"It is the moon."_s);
+    QCOMPARE(note["followUps"_L1][0]["answer"_L1].toString(), u"Because it turns."_s);
+
+    QCOMPARE(server.requests().size(), 2);
+    QCOMPARE(server.requests().constLast().connection, 1);
+    const auto body = QJsonDocument::fromJson(server.requests().constLast().body);
+    QCOMPARE(body["model"_L1].toString(), u"model-1"_s);
+    QCOMPARE(body["messages"_L1][1]["content"_L1].toString(), u"Selected text: "_s + sentence);
+    QCOMPARE(body["messages"_L1][3]["content"_L1].toString(), u"Why twice"_s);
+
+    server.answer("POST", target, {.status = "500 Oops", .body = "<html>secret</html>"});
+    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == editorWindow_; }));
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForText(u"vellumo could not explain this yet."_s));
+    const auto says = "vellumo: no answer from the explanation service: status 500\n"_L1;
+    QVERIFY(waitUntil([&] { return vellumo_->process().standardOutput().endsWith(says); }));
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForNoPanel());
+    QCOMPARE(vellumo_->notes().size(), 1);
 }
 
 void TestProgram::closesAsAPersonExpects_data()
