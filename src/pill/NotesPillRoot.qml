@@ -13,10 +13,18 @@ Item {
     required property PillContainerView container
     required property BilingualText texts
 
-    /// Drives the pulse of the attention state.
+    /// The attention state pulses once the pill is there.
     property bool pulse: false
+    /// How much of the attention state's outline is seen.
+    property real attention: 0
 
     readonly property bool isPill: root.container.mode === PillContainerView.Pill
+
+    function settleAttention(): void {
+        settling.stop()
+        if (!pulsing.running)
+            settling.start()
+    }
 
     Component.onCompleted: root.pulse = true
 
@@ -66,50 +74,55 @@ Item {
         }
     }
 
+    // the attention state
     Rectangle {
-        id: outline
-
         objectName: "outline"
         anchors.fill: parent
         visible: opacity > 0
-        opacity: 0
+        opacity: root.attention * (1 - fade.value)
         radius: Units.radius22
         color: "transparent"
         border.color: Theme.islandAccent
         border.width: Units.pillOutline
         border.pixelAligned: false
-
-        states: State {
-            name: "attention"
-            when: root.pill.highlighted
-            PropertyChanges { outline.opacity: 1 }
-        }
-        transitions: Transition {
-            NumberAnimation {
-                property: "opacity"
-                duration: Units.quick
-            }
-        }
     }
     SequentialAnimation {
+        id: pulsing
+
         running: root.pulse && root.pill.highlighted && !root.pill.expanded && Units.animated
         loops: Animation.Infinite
+        onRunningChanged: root.settleAttention()
 
         NumberAnimation {
-            target: outline
-            property: "opacity"
+            target: root
+            property: "attention"
+            from: 1
             to: 0.3
             duration: Units.pulse
             easing.type: Easing.InOutQuad
         }
         NumberAnimation {
-            target: outline
-            property: "opacity"
+            target: root
+            property: "attention"
             to: 1
             duration: Units.pulse
             easing.type: Easing.InOutQuad
         }
-        onStopped: outline.opacity = root.pill.highlighted ? 1 : 0
+    }
+    NumberAnimation {
+        id: settling
+
+        target: root
+        property: "attention"
+        to: root.pill.highlighted ? 1 : 0
+        duration: Units.quick
+    }
+    Connections {
+        target: root.pill
+
+        function onHighlightedChanged(): void {
+            root.settleAttention()
+        }
     }
 
     MouseArea {

@@ -83,7 +83,6 @@ private Q_SLOTS:
     void listGrowsFromThePill();
     void savesOnlyWhatTheUserMoved();
     void foldsByTheOutsideRule();
-    void openingAgainOutrunsTheFolding();
     void choosingFoldsFirst();
     void hoverAndCursorFollowThePointer();
     void comesBackWhenItsScreenGoes();
@@ -185,7 +184,6 @@ void NotesEntranceTest::listGrowsFromThePill_data()
     QTest::newRow("one note") << usual << 1 << Rect{778, 100, 340, 138};
     QTest::newRow("five notes") << usual << 5 << Rect{778, 100, 340, 426};
     QTest::newRow("six notes") << usual << 6 << Rect{778, 100, 340, 480};
-    QTest::newRow("many notes") << usual << 1000 << Rect{778, 100, 340, 480};
     QTest::newRow("clamped at the upper left") << Point{20, 800} << 9 << Rect{8, 388, 340, 480};
 }
 
@@ -251,21 +249,6 @@ void NotesEntranceTest::foldsByTheOutsideRule()
         }
         QVERIFY(!desk.model().isExpanded());
     }
-}
-
-void NotesEntranceTest::openingAgainOutrunsTheFolding()
-{
-    Desk desk;
-    desk.show();
-    desk.list(2);
-    desk.entrance.collapse();
-    const auto lateEnd = [&desk] { return desk.panel().finishAnimation(); };
-    desk.list(2);
-    lateEnd();
-    QVERIFY(desk.model().isExpanded() && !desk.isPill());
-    desk.container().mouseDown({1, 1});
-    desk.container().mouseUp(); // belongs to the list
-    QCOMPARE(desk.opened, 0);
 }
 
 void NotesEntranceTest::choosingFoldsFirst()

@@ -61,13 +61,18 @@ void Program::setEnvironment(const QString &name, const QString &value)
     environment_.append({name, value});
 }
 
-bool Program::start(const QStringList &arguments)
+bool Program::launch(const QStringList &arguments)
 {
     process_ = std::make_unique<Application>(
         Application::Command{u"vellumo"_s, path_, arguments, u"vellumo"_s});
     for (const auto &[name, value] : std::as_const(environment_))
         process_->setEnvironment(name, value);
-    return process_->launch() && waitUntil([this] {
+    return process_->launch();
+}
+
+bool Program::start(const QStringList &arguments)
+{
+    return launch(arguments) && waitUntil([this] {
                return process_->standardOutput().contains("vellumo: ready"_L1)
                    || !process_->isRunning();
            })

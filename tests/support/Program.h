@@ -23,6 +23,8 @@ public:
 
     /// Starts it and waits until it listens for double taps.
     bool start(const QStringList &arguments = {});
+    /// Starts it without waiting for anything.
+    bool launch(const QStringList &arguments = {});
 
     [[nodiscard]] bool hasStarted() const { return process_ != nullptr; }
     [[nodiscard]] Application &process() { return *process_; }

@@ -373,7 +373,9 @@ void QtFloatingPanel::orderFrontRegardless()
 void QtFloatingPanel::liftOverFullScreen()
 {
     const WId active = x11::activeWindow();
-    const bool isNeeded = active != 0 && active != window_->winId() && x11::isFullScreen(active);
+    // tied to another window it shares that one's fate, which is right for a passing panel only
+    const bool isNeeded = style_.level == WindowLevel::Status && active != 0
+        && active != window_->winId() && x11::isFullScreen(active);
     if (isNeeded) {
         x11::setTransientFor(window_->winId(), active);
     } else if (isLifted_ && active != window_->winId()) {
