@@ -38,8 +38,8 @@ SelectedText textOf(const ObjectReference &object, const SelectedRanges &selecte
     return text && !text->isEmpty() ? SelectedText{Kind::Text, *text} : SelectedText{};
 }
 
-/// Browsers change a selection piece by piece, some time after the person did. What was put together
-/// from two states was never selected, and must neither be read nor pass for "unknown".
+/// Browsers change a selection piece by piece, some time after the person did. What was put
+/// together from two states was never selected, and must neither be read nor pass for "unknown".
 SelectedText settledTextOf(const ObjectReference &object, SelectedRanges selected,
                            OffsetQuality offsets, AtspiQuestion &question)
 {
