@@ -6,9 +6,9 @@
 #include "ui/ApplicationFonts.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
-#include "ui/look/SystemLook.h"
 #include "update/UpdateWindow.h"
 #include <QGuiApplication>
+#include <QPalette>
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QTest>
@@ -64,14 +64,13 @@ int main(int argc, char **argv)
     QString language = u"English"_s;
     BilingualText texts([&language] { return language; });
     for (const bool dark : {false, true}) {
+        QGuiApplication::setPalette(QPalette(dark ? Qt::black : Qt::white));
         for (const auto &tongue : {u"English"_s, u"Chinese"_s}) {
             language = tongue;
             texts.refresh();
             for (const auto &[name, show] : states) {
                 UpdateWindow window(engine, texts, u"0.1.0"_s);
                 show(window);
-                SystemLook::of(engine)->apply(u"org.freedesktop.appearance"_s, u"color-scheme"_s,
-                                              dark ? 1 : 2);
                 if (window.window() == nullptr || !QTest::qWaitForWindowExposed(window.window())) {
                     return EXIT_FAILURE;
                 }
