@@ -17,7 +17,7 @@ Item {
     signal action
 
     implicitHeight: Units.space8 + source.height + row.gap + meaning.height
-                    + (asked.visible ? row.gap + asked.height : 0) + Units.space8
+                    + (row.followUps > 0 ? row.gap + asked.height : 0) + Units.space8
 
     Accessible.role: Accessible.Button
     Accessible.name: row.sourceText
@@ -35,56 +35,38 @@ Item {
         }
     }
 
-    // Lines keep their places whatever script they hold: Chinese fonts are taller than Latin ones.
-    component CardLine: Item {
-        id: line
-
-        property alias text: words.text
-        property alias color: words.color
-        property alias font: words.font
-        property real factor: Units.cardLine
-
-        x: Units.space12
-        width: row.width - 2 * Units.space12
-        height: Math.round(words.font.pixelSize * line.factor)
-
-        Text {
-            id: words
-
-            y: Math.round(line.height * 0.76) - Math.round(words.baselineOffset)
-            width: line.width
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            maximumLineCount: 1
-        }
-    }
-
     CardLine {
         id: source
 
+        x: Units.space12
         y: Units.space8
+        width: row.width - 2 * Units.space12
         text: row.sourceText
         color: Theme.islandText
-        font.pixelSize: Units.type13
-        font.weight: Font.Medium
+        size: Units.type13
+        weight: Font.Medium
     }
     CardLine {
         id: meaning
 
+        x: Units.space12
         y: source.y + source.height + row.gap
+        width: row.width - 2 * Units.space12
         text: row.detail
         color: Theme.islandSecondText
-        font.pixelSize: Units.type11
+        size: Units.type11
     }
     CardLine {
         id: asked
 
+        x: Units.space12
         y: meaning.y + meaning.height + row.gap
+        width: row.width - 2 * Units.space12
         visible: row.followUps > 0
         text: "↩ " + row.followUps
         color: Theme.islandThirdText
-        font.pixelSize: Units.type10
-        font.weight: Font.Medium
+        size: Units.type10
+        weight: Font.Medium
     }
 
     HoverHandler {

@@ -11,6 +11,8 @@ Item {
 
     required property NotesPillModel pill
     required property BilingualText texts
+    /// Cards exist only while they can be seen.
+    required property bool hasCards
 
     readonly property int sidePadding: Units.space12 + Units.space2
 
@@ -60,7 +62,7 @@ Item {
         width: list.width
         height: list.height - y
         visible: list.pill.noteCount > 0
-        model: list.pill.rows
+        model: list.hasCards ? list.pill.rows : null
         spacing: Units.space8
         bottomMargin: Units.space12
         boundsBehavior: Flickable.StopAtBounds

@@ -15,7 +15,7 @@ class NotesPillModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the entrance's controller")
     Q_PROPERTY(int count READ count NOTIFY countChanged)
-    Q_PROPERTY(QAbstractListModel *rows READ rows CONSTANT)
+    Q_PROPERTY(QObject *rows READ rows CONSTANT)
     Q_PROPERTY(int noteCount READ noteCount NOTIFY notesChanged)
     Q_PROPERTY(qreal listHeight READ listHeight NOTIFY notesChanged)
     Q_PROPERTY(bool expanded READ isExpanded NOTIFY expandedChanged)

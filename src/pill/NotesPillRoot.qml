@@ -60,17 +60,15 @@ Item {
         opacity: fade.value
         enabled: root.pill.expanded
 
-        Loader {
+        NotesList {
             anchors.right: parent.right
             anchors.bottom: parent.bottom
             anchors.margins: -Units.cornerInset
             width: Units.listWidth
             height: root.pill.listHeight
-            active: root.pill.expanded || fade.value > 0
-            sourceComponent: NotesList {
-                pill: root.pill
-                texts: root.texts
-            }
+            hasCards: root.pill.expanded || fade.value > 0
+            pill: root.pill
+            texts: root.texts
         }
     }
 

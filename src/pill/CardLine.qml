@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// One line of a card. It keeps its place whatever script it holds: Chinese fonts are taller than
+/// Latin ones.
+Item {
+    id: line
+
+    required property string text
+    required property int size
+    required property color color
+    property int weight: Font.Normal
+
+    height: Math.round(line.size * Units.cardLine)
+
+    Text {
+        id: words
+
+        y: Math.round(line.height * 0.76) - Math.round(words.baselineOffset)
+        width: line.width
+        text: line.text
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        maximumLineCount: 1
+        color: line.color
+        font.pixelSize: line.size
+        font.weight: line.weight
+    }
+}
