@@ -2,18 +2,17 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/AppDelegate.h"
-#include "app/CommandLine.h"
 #include "app/Startup.h"
 
 #include <QApplication>
 
 int main(int argc, char *argv[])
 {
-    if (const auto status = vellumo::CommandLine::handle(argc, argv)) {
+    const vellumo::Startup startup(argc, argv);
+    if (const auto status = startup.exitStatus()) {
         return *status;
     }
-    vellumo::prepareProcess();
     QApplication application(argc, argv);
     vellumo::AppDelegate delegate(application);
-    return delegate.run();
+    return delegate.run(startup.request());
 }

@@ -5,7 +5,7 @@
 
 #include "app/AppConfig.h"
 #include "app/BuiltInUpdates.h"
-#include "app/DataFolderLock.h"
+#include "app/CommandLine.h"
 #include "app/LinuxPlatform.h"
 #include "app/MainMenu.h"
 #include "app/PermissionManager.h"
@@ -25,6 +25,7 @@
 #include "panel/ResultPanelController.h"
 #include "pill/NotesEntranceController.h"
 #include "platform/Diagnostics.h"
+#include "platform/dbus/ApplicationInterface.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/qt/SystemClock.h"
@@ -37,7 +38,6 @@
 #include "ui/look/SystemLook.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QQmlEngine>
 #include <QTimer>
 #include <QWindow>
@@ -76,18 +76,17 @@ AppDelegate::AppDelegate(QApplication &application) : application_(application) 
 
 AppDelegate::~AppDelegate() = default;
 
-int AppDelegate::run()
+int AppDelegate::run(const LaunchRequest &request)
 {
-    DataFolderLock lock(QFileInfo(NotesStore::defaultStorePath()).absolutePath());
-    if (!lock.tryLock()) {
-        return EXIT_FAILURE;
-    }
     const TerminationSignals termination;
     connect(&termination, &TerminationSignals::received, this, &AppDelegate::terminate);
     QApplication::setQuitOnLastWindowClosed(false);
     installApplicationFonts();
 
     applicationDidFinishLaunching();
+    // once everything listens
+    QMetaObject::invokeMethod(
+        this, [this, request] { perform(request); }, Qt::QueuedConnection);
     const int status = QApplication::exec();
     // What is on screen becomes a note, as whenever the panel closes.
     resultPanel_->dismiss();
@@ -113,6 +112,7 @@ void AppDelegate::applicationDidFinishLaunching()
     wireExplainer();
     wirePermission();
     coordinator_->start();
+    configureApplicationInterface();
     finishLaunchingWhenIdle();
     printDiagnostic(u"ready — select text and double-tap Option (Alt)"_s);
 }
@@ -174,6 +174,42 @@ void AppDelegate::createUpdaterManager()
     if (controller) {
         controller->setOnWindowMade([this](QWindow &window) { mainMenu_->attachTo(window); });
         updaterManager_->controller = std::move(controller);
+    }
+}
+
+void AppDelegate::configureApplicationInterface()
+{
+    applicationInterface_ = std::make_unique<ApplicationInterface>();
+    applicationInterface_->onActivate = [this] { applicationShouldHandleReopen(); };
+    applicationInterface_->onOpen = [this](const QStringList &urls) { applicationOpen(urls); };
+    applicationInterface_->actions = {
+        {u"explain"_s, [this] { coordinator_->handleTrigger(); }},
+        {u"notes"_s, [this] { coordinator_->showNotesSummary(); }},
+        {u"focus"_s, [this] { resultPanel_->focusPanel(); }},
+        {u"quit"_s, [this] { terminate(); }},
+    };
+    applicationInterface_->onNameTaken = [this] {
+        printDiagnostic(u"another vellumo has just taken the name on the session bus"_s);
+        terminate();
+    };
+}
+
+void AppDelegate::perform(const LaunchRequest &request)
+{
+    const InstanceRequest asked = request.forInstance();
+    if (!asked.action.isEmpty()) {
+        applicationInterface_->activateAction(asked.action, false);
+    } else {
+        applicationOpen(asked.urls);
+    }
+}
+
+void AppDelegate::applicationOpen(const QStringList &urls)
+{
+    for (const QString &url : urls) {
+        if (CommandLine::isOwnUrl(url) && onOpenURL) {
+            onOpenURL(url);
+        }
     }
 }
 
@@ -287,6 +323,7 @@ void AppDelegate::followSessionBus()
     connect(&look, &SystemLook::changed, statusItem_.get(), followLook);
     followLook();
     look.follow(foundation_->platform.appearance());
+    applicationInterface_->offerOn(*bus);
     statusItem_->appearOn(*bus);
 }
 

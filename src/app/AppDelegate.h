@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
+#include <functional>
 #include <memory>
 
 class QApplication;
@@ -11,6 +13,7 @@ namespace vellumo {
 
 class AccessibilitySelectionReader;
 class AIExplaining;
+class ApplicationInterface;
 class ContextTracker;
 class ForwardingExplainer;
 class MainMenu;
@@ -21,6 +24,7 @@ class ReadingBudget;
 class ResultPanelController;
 class StatusItem;
 class TriggerManager;
+struct LaunchRequest;
 class UpdaterManager;
 class VellumoCoordinator;
 
@@ -34,10 +38,11 @@ public:
     Q_DISABLE_COPY_MOVE(AppDelegate)
 
     /// Launches and runs until the program ends; answers its exit status.
-    [[nodiscard]] int run();
+    [[nodiscard]] int run(const LaunchRequest &request);
 
-    /// The user starts or opens the program that already runs.
-    void applicationShouldHandleReopen();
+    /// Receives each address with the program's own scheme that the desktop hands over, exactly as
+    /// it was written. It is the caller's claim: anyone on the session bus can send one.
+    std::function<void(const QString &url)> onOpenURL;
 
 private:
     struct Foundation;
@@ -54,6 +59,10 @@ private:
     void finishLaunchingWhenIdle();
 
     void followSessionBus();
+    void configureApplicationInterface();
+    void perform(const LaunchRequest &request);
+    void applicationShouldHandleReopen();
+    void applicationOpen(const QStringList &urls);
     void terminate();
 
     // In the order in which they are built; each may use those above it.
@@ -72,6 +81,7 @@ private:
     std::unique_ptr<ContextTracker> contextTracker_;
     std::unique_ptr<TriggerManager> triggerManager_;
     std::unique_ptr<VellumoCoordinator> coordinator_;
+    std::unique_ptr<ApplicationInterface> applicationInterface_;
 };
 
 } // namespace vellumo

@@ -4,28 +4,67 @@
 #include "app/CommandLine.h"
 
 #include "platform/Diagnostics.h"
+#include "platform/dbus/ApplicationInterface.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QUrl>
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
-namespace vellumo::CommandLine {
+namespace vellumo {
 
-std::optional<int> handle(int argc, char **argv)
+namespace {
+
+struct CommandOption {
+    LaunchRequest::Command command;
+    const char *name; ///< of the option, and of the action on the bus
+    const char *description;
+};
+
+constexpr std::array commandOptions{
+    CommandOption{LaunchRequest::Command::Explain, "explain",
+                  "Explain what is selected, as a double tap does."},
+    CommandOption{LaunchRequest::Command::Notes, "notes", "Show the list of notes."},
+    CommandOption{LaunchRequest::Command::Focus, "focus",
+                  "Bring the keyboard into the panel on screen."},
+    CommandOption{LaunchRequest::Command::Quit, "quit", "End the vellumo that runs."},
+};
+
+} // namespace
+
+InstanceRequest LaunchRequest::forInstance() const
 {
-    if (argc < 2) {
-        return std::nullopt;
-    }
-    const QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(u"vellumo"_s);
+    const auto *option =
+        std::find_if(commandOptions.begin(), commandOptions.end(),
+                     [this](const CommandOption &entry) { return entry.command == command; });
+    return {option != commandOptions.end() ? QString::fromLatin1(option->name) : QString(), urls};
+}
+
+bool CommandLine::isOwnUrl(const QString &text)
+{
+    const QUrl url(text, QUrl::StrictMode);
+    return url.isValid() && url.scheme() == "vellumo"_L1;
+}
+
+std::variant<int, LaunchRequest> CommandLine::parse(const QStringList &arguments)
+{
     QCommandLineParser parser;
     parser.setApplicationDescription(
         u"Explains the text you select: select it anywhere and double-tap Option (Alt)."_s);
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    if (!parser.parse(QCoreApplication::arguments())) {
+    for (const CommandOption &option : commandOptions) {
+        parser.addOption(
+            {QString::fromLatin1(option.name), QString::fromLatin1(option.description)});
+    }
+    const QCommandLineOption background(u"background"_s, u"Start without a window, as at login."_s);
+    parser.addOption(background);
+    parser.addPositionalArgument(u"url"_s, u"An address that begins with vellumo:"_s,
+                                 u"[url...]"_s);
+    if (!parser.parse(arguments)) {
         printDiagnostic(parser.errorText());
         return EXIT_FAILURE;
     }
@@ -37,7 +76,30 @@ std::optional<int> handle(int argc, char **argv)
         printLine(QStringLiteral("vellumo " VELLUMO_VERSION));
         return EXIT_SUCCESS;
     }
-    return std::nullopt;
+
+    LaunchRequest request;
+    request.urls = parser.positionalArguments();
+    request.isInBackground = parser.isSet(background);
+    qsizetype commands = request.urls.isEmpty() ? 0 : 1;
+    for (const CommandOption &option : commandOptions) {
+        if (parser.isSet(QString::fromLatin1(option.name))) {
+            request.command = option.command;
+            ++commands;
+        }
+    }
+    if (commands > 1) {
+        printDiagnostic(u"only one thing can be asked at a time"_s);
+        return EXIT_FAILURE;
+    }
+    const auto canBeOpened = [](const QString &url) {
+        return url.size() <= ApplicationInterface::longestUrl && isOwnUrl(url);
+    };
+    if (request.urls.size() > ApplicationInterface::mostUrls
+        || !std::all_of(request.urls.begin(), request.urls.end(), canBeOpened)) {
+        printDiagnostic(u"only addresses that begin with vellumo: can be opened"_s);
+        return EXIT_FAILURE;
+    }
+    return request;
 }
 
-} // namespace vellumo::CommandLine
+} // namespace vellumo

@@ -2,12 +2,32 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
+#include "platform/dbus/RunningInstance.h"
+#include <QStringList>
+#include <variant>
 
-namespace vellumo::CommandLine {
+namespace vellumo {
 
-/// Acts on the program's arguments, before there is an application object and without a display.
-/// Answers the exit status when there is nothing more to do.
-[[nodiscard]] std::optional<int> handle(int argc, char **argv);
+/// What the program was started for.
+struct LaunchRequest {
+    enum class Command : quint8 { Open, Explain, Notes, Focus, Quit };
 
-} // namespace vellumo::CommandLine
+    Command command = Command::Open;
+    QStringList urls;
+    bool isInBackground = false; ///< opens no window of its own accord
+
+    [[nodiscard]] InstanceRequest forInstance() const;
+};
+
+namespace CommandLine {
+
+/// Understands the program's arguments, without a display; the exit status when there is nothing
+/// more to do, after what there is to say has been printed. Needs the application object.
+[[nodiscard]] std::variant<int, LaunchRequest> parse(const QStringList &arguments);
+
+/// Whether the text is a well-formed address with the program's own scheme.
+[[nodiscard]] bool isOwnUrl(const QString &text);
+
+} // namespace CommandLine
+
+} // namespace vellumo

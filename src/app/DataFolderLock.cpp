@@ -17,23 +17,31 @@ DataFolderLock::DataFolderLock(const QString &folder) : folder_(folder), lock_(f
 
 bool DataFolderLock::tryLock()
 {
+    if (isNeedless_ || lock_.isLocked()) {
+        return true;
+    }
+    QString obstacle;
     if (const auto failure = makePrivateDirectory(folder_)) {
-        printDiagnostic(u"notes will not be kept: "_s + *failure);
+        obstacle = *failure;
+    } else if (lock_.tryLock(0)) {
         return true;
+    } else if (lock_.error() != QLockFile::LockFailedError) {
+        obstacle = u"cannot write to "_s + folder_;
+    } else {
+        return false;
     }
-    if (lock_.tryLock(0)) {
-        return true;
-    }
-    if (lock_.error() != QLockFile::LockFailedError) {
-        printDiagnostic(u"notes will not be kept: cannot write to "_s + folder_);
-        return true;
-    }
+    isNeedless_ = true;
+    printDiagnostic(u"notes will not be kept: "_s + obstacle);
+    return true;
+}
+
+qint64 DataFolderLock::owner() const
+{
     qint64 pid = 0;
     QString host;
     QString application;
     lock_.getLockInfo(&pid, &host, &application);
-    printDiagnostic(u"already running as process %1"_s.arg(pid));
-    return false;
+    return pid;
 }
 
 } // namespace vellumo

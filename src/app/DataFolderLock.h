@@ -14,11 +14,18 @@ public:
     explicit DataFolderLock(const QString &folder);
 
     /// False when another process holds the lock. A folder that cannot be written to needs none.
+    /// Once true, it stays true.
     [[nodiscard]] bool tryLock();
+
+    /// The process that holds the lock; 0 when it is not known.
+    [[nodiscard]] qint64 owner() const;
+
+    [[nodiscard]] QString folder() const { return folder_; }
 
 private:
     QString folder_;
     QLockFile lock_;
+    bool isNeedless_ = false;
 };
 
 } // namespace vellumo

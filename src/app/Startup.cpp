@@ -3,32 +3,109 @@
 
 #include "app/Startup.h"
 
+#include "app/WindowSystem.h"
+#include "notes/NotesStore.h"
 #include "platform/Diagnostics.h"
+#include "platform/dbus/ApplicationName.h"
+#include "platform/dbus/BusProbe.h"
 #include "platform/windowing/QtFloatingWindows.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QGuiApplication>
+#include <QProcessEnvironment>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace vellumo {
 
-void prepareProcess()
+namespace {
+
+// A bus that hangs must not hold the start up for longer.
+constexpr auto busPatience = 1s;
+// Another process holds the notes: it may be about to take the name on the bus, or about to end.
+constexpr auto instancePatience = 15s;
+
+} // namespace
+
+Startup::Startup(int argc, char **argv)
+    : lock_(QFileInfo(NotesStore::defaultStorePath()).absolutePath())
 {
     QCoreApplication::setApplicationName(u"vellumo"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(VELLUMO_VERSION));
-    QGuiApplication::setDesktopFileName(u"app.vellumo.Vellumo"_s);
-
-    // On a Wayland session the program runs through XWayland, where windows can be placed.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        if (qEnvironmentVariableIsEmpty("DISPLAY")) {
-            printDiagnostic(u"no X display; start it in a desktop session (DISPLAY is not set)"_s);
-            std::exit(EXIT_FAILURE);
+    {
+        const QCoreApplication application(argc, argv);
+        const auto parsed = CommandLine::parse(QCoreApplication::arguments());
+        if (const int *status = std::get_if<int>(&parsed)) {
+            exitStatus_ = *status;
+        } else {
+            request_ = std::get<LaunchRequest>(parsed);
+            exitStatus_ = becomeTheOnlyInstance();
         }
-        qputenv("QT_QPA_PLATFORM", "xcb");
+    }
+    if (exitStatus_) {
+        return;
+    }
+    QGuiApplication::setDesktopFileName(ApplicationName::id);
+    const WindowSystem windows = chooseWindowSystem(QProcessEnvironment::systemEnvironment());
+    if (!windows.remark.isEmpty()) {
+        printDiagnostic(windows.remark);
+    }
+    if (!windows.isUsable) {
+        exitStatus_ = EXIT_FAILURE;
+        return;
+    }
+    if (!windows.platform.isEmpty()) {
+        qputenv("QT_QPA_PLATFORM", windows.platform);
     }
     QtFloatingWindows::chooseRenderer();
+}
+
+std::optional<int> Startup::becomeTheOnlyInstance()
+{
+    // Whoever runs already has shown that the bus works, so that there it only needs time.
+    if (!isSessionBusResponsive(busPatience)
+        && (lock_.tryLock() || !isSessionBusResponsive(instancePatience))) {
+        printDiagnostic(u"the session bus does not answer; going on without it"_s);
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    }
+    const RunningInstance running;
+    const QDeadlineTimer deadline(instancePatience);
+    const auto isSettled = [&] { return running.exists() || lock_.tryLock(); };
+    while (running.waitUntil(isSettled, lock_.folder(), deadline)) {
+        if (!running.exists()) {
+            return withoutInstance();
+        }
+        switch (running.handOver(request_.forInstance())) {
+        case RunningInstance::Answer::Accepted:
+            return EXIT_SUCCESS;
+        case RunningInstance::Answer::Refused:
+            printDiagnostic(u"the vellumo that runs does not know this"_s);
+            return EXIT_FAILURE;
+        case RunningInstance::Answer::None:
+            printDiagnostic(u"already running, but not answering"_s);
+            return EXIT_FAILURE;
+        case RunningInstance::Answer::Gone: // it was about to end
+            break;
+        }
+    }
+    printDiagnostic(u"already running as process %1"_s.arg(lock_.owner()));
+    return EXIT_FAILURE;
+}
+
+std::optional<int> Startup::withoutInstance() const
+{
+    switch (request_.command) {
+    case LaunchRequest::Command::Quit:
+        return EXIT_SUCCESS;
+    case LaunchRequest::Command::Focus:
+        printDiagnostic(u"not running"_s);
+        return EXIT_FAILURE;
+    default:
+        return std::nullopt;
+    }
 }
 
 } // namespace vellumo

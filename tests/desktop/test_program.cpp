@@ -410,13 +410,14 @@ void TestProgram::keepsTheNoteWhenItIsEnded()
 
 void TestProgram::refusesASecondWriterOfTheSameNotes()
 {
-    const QString folder = u"vellumo-%1-%2"_s.arg(QLatin1StringView(QTest::currentTestFunction()),
-                                                  QLatin1StringView(QTest::currentDataTag()));
-    Program second(desktop_, QStringLiteral(VELLUMO_PROGRAM), folder);
-    QVERIFY(!second.start());
-    QVERIFY(second.process().waitForEnd(patience));
-    QVERIFY(!second.process().crashed());
-    const QString said = second.process().standardOutput() + second.process().errorOutput();
+    // on another bus, where it cannot reach the first
+    const auto second = vellumo_->another();
+    second->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
+    QVERIFY(second->launch());
+    QVERIFY(second->waitForEnd(10s));
+    QVERIFY(!second->crashed());
+    QCOMPARE(second->exitCode(), 1);
+    const QString said = second->standardOutput() + second->errorOutput();
     QCOMPARE(said.count(u'\n'), 1);
     QVERIFY2(said.startsWith("vellumo: "_L1), qPrintable(said));
     QVERIFY(vellumo_->process().isRunning());

@@ -4,8 +4,14 @@
 #include "support/Program.h"
 #include "support/TrayHost.h"
 #include "support/Waiting.h"
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QLocalServer>
 #include <QTest>
+#include <algorithm>
 #include <csignal>
+#include <vector>
 
 using namespace vellumo::test;
 using namespace Qt::StringLiterals;
@@ -22,8 +28,19 @@ private Q_SLOTS:
     void iconIsThereWheneverAHostIs();
     void iconHasAMenu();
     void ordinaryWindowsTakeTheKeysOfTheMenu();
+    void laterStartsHandOver();
+    void startsWithWhatIsAsked();
+    void manyStartsLeaveOne();
+    void refusesCallsThatDoNotFit_data();
+    void refusesCallsThatDoNotFit();
+    void doesNotWaitForAHungBus();
 
 private:
+    /// A window of the program that is not the pill.
+    [[nodiscard]] std::optional<WindowId> ordinaryWindow() const;
+    /// Runs the program once more, as the same user; its exit status, after it has said nothing.
+    std::optional<int> startAgain(const QStringList &arguments);
+
     Desktop desktop_;
     std::unique_ptr<Program> vellumo_;
 };
@@ -40,6 +57,15 @@ void TestShell::cleanup()
         qWarning().noquote() << vellumo_->process().standardOutput()
                              << vellumo_->process().errorOutput();
     vellumo_.reset();
+}
+
+std::optional<WindowId> TestShell::ordinaryWindow() const
+{
+    const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
+    const auto found = std::find_if(windows.begin(), windows.end(), [this](WindowId window) {
+        return desktop_.geometry(window).height() >= 100;
+    });
+    return found != windows.end() ? std::optional(*found) : std::nullopt;
 }
 
 void TestShell::iconIsThereWheneverAHostIs()
@@ -73,9 +99,10 @@ void TestShell::iconHasAMenu()
     QCOMPARE(menu[4].shortcut, (QStringList{u"Control"_s, u"Q"_s}));
 
     host.choose(menu[2].id);
-    const auto alert = [this] { return desktop_.windows(u"vellumo"_s, u"vellumo"_s); };
-    QVERIFY(waitUntil([&] { return alert().size() == 1; }));
+    QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }));
+    QVERIFY(desktop_.activate(ordinaryWindow().value_or(0)));
     desktop_.tap(Key::Escape);
+    QVERIFY(waitUntil([this] { return !ordinaryWindow(); }));
 
     host.choose(menu[4].id);
     QVERIFY(vellumo_->process().waitForEnd(5s));
@@ -86,18 +113,145 @@ void TestShell::ordinaryWindowsTakeTheKeysOfTheMenu()
 {
     vellumo_->setSetting(u"accessibilityConsent"_s, u"false"_s);
     QVERIFY(vellumo_->start());
-    const auto question = desktop_.waitForWindow(u"vellumo"_s, {}, 10s);
-    QVERIFY(question);
-    QVERIFY(desktop_.activate(*question));
+    QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }, 10s));
+    const WindowId question = ordinaryWindow().value_or(0);
+    QVERIFY(desktop_.activate(question));
     desktop_.chord(Key::ControlLeft, Key::H);
-    QVERIFY(waitUntil([&] { return !desktop_.isVisible(*question); }));
-    QVERIFY(desktop_.activate(*question));
+    QVERIFY(waitUntil([&] { return !desktop_.isVisible(question); }));
+    QVERIFY(desktop_.activate(question));
     // keys may go astray until a window that comes back has the keyboard
     const auto quits = [this] {
         desktop_.chord(Key::ControlLeft, Key::Q);
         return vellumo_->process().waitForEnd(500ms);
     };
     QVERIFY(waitUntil(quits, 10s));
+    QCOMPARE(vellumo_->process().exitCode(), 0);
+}
+
+std::optional<int> TestShell::startAgain(const QStringList &arguments)
+{
+    const auto second = vellumo_->another(arguments);
+    if (!second->launch() || !second->waitForEnd(20s) || second->crashed()
+        || !second->standardOutput().isEmpty()) {
+        qWarning().noquote() << arguments << second->standardOutput() << second->errorOutput();
+        return std::nullopt;
+    }
+    return second->exitCode();
+}
+
+void TestShell::laterStartsHandOver()
+{
+    QVERIFY(vellumo_->start());
+    for (const QStringList &arguments :
+         {QStringList{}, {u"--background"_s}, {u"vellumo://auth/callback?code=1"_s}})
+        QCOMPARE(startAgain(arguments).value_or(-1), 0);
+
+    QCOMPARE(startAgain({u"--explain"_s}), 0);
+    QVERIFY(vellumo_->waitForPanel());
+    QCOMPARE(startAgain({u"--focus"_s}), 0);
+    QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
+    QCOMPARE(startAgain({u"--explain"_s}), 0);
+    QVERIFY(vellumo_->waitForNoPanel());
+
+    // the next one starts while the first still ends
+    QCOMPARE(startAgain({u"--quit"_s}), 0);
+    Program next(desktop_, QStringLiteral(VELLUMO_PROGRAM),
+                 QString::fromLatin1(QTest::currentTestFunction()));
+    QVERIFY(next.start());
+    QVERIFY(vellumo_->process().waitForEnd(5s));
+    QCOMPARE(vellumo_->process().exitCode(), 0);
+}
+
+void TestShell::startsWithWhatIsAsked()
+{
+    QCOMPARE(startAgain({u"--quit"_s}), 0); // nothing to end
+    QVERIFY(vellumo_->start({u"--explain"_s}));
+    QVERIFY(vellumo_->waitForPanel());
+}
+
+void TestShell::manyStartsLeaveOne()
+{
+#ifdef __SANITIZE_ADDRESS__
+    constexpr size_t starts = 20;
+#else
+    constexpr size_t starts = 100;
+#endif
+    std::vector<std::unique_ptr<Application>> processes(starts);
+    for (auto &process : processes) {
+        process = vellumo_->another();
+        QVERIFY(process->launch());
+    }
+    const auto running = [&] {
+        return std::count_if(processes.begin(), processes.end(),
+                             [](const auto &process) { return process->isRunning(); });
+    };
+    QVERIFY(waitUntil([&] { return running() == 1; }, 60s));
+    for (const auto &process : processes) {
+        if (!process->isRunning())
+            QCOMPARE(process->exitCode(), 0);
+    }
+    QCOMPARE(startAgain({u"--quit"_s}), 0);
+    QVERIFY(waitUntil([&] { return running() == 0; }));
+}
+
+void TestShell::refusesCallsThatDoNotFit_data()
+{
+    const QString secret = u"vellumo://auth/secret"_s;
+    QTest::addColumn<QString>("method");
+    QTest::addColumn<QVariantList>("arguments");
+    QTest::addColumn<QString>("error"); // empty when the call is taken and nothing comes of it
+    const auto row = [](const char *name, const QString &method, const QVariantList &arguments,
+                        const QString &error) {
+        QTest::newRow(name) << method << arguments << error;
+    };
+    const QString invalid = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
+    const QString unknown = u"org.freedesktop.DBus.Error.UnknownMethod"_s;
+    const QVariantMap none;
+    row("a number for the data", u"Activate"_s, {7}, unknown);
+    row("no data", u"Activate"_s, {}, unknown);
+    row("one address for the list", u"Open"_s, {secret, none}, unknown);
+    row("no such method", u"Erase"_s, {}, unknown);
+    row("no such action", u"ActivateAction"_s, {secret, QVariantList{}, none}, invalid);
+    row("an action with a parameter", u"ActivateAction"_s, {u"quit"_s, QVariantList{secret}, none},
+        invalid);
+    row("a huge address", u"Open"_s, {QStringList{secret + QString(5'000'000, u'x')}, none},
+        invalid);
+    row("many addresses", u"Open"_s, {QStringList(10'000, secret), none}, invalid);
+    row("other schemes", u"Open"_s,
+        {QStringList{u"file:///etc/secret"_s, u"javascript:secret"_s, u"secret"_s, {}}, none}, {});
+    row("malformed addresses", u"Open"_s,
+        {QStringList{u"vellumo://[secret"_s, u"vellumo:%%%"_s, u"vellumo://\u202E a"_s}, none}, {});
+}
+
+void TestShell::refusesCallsThatDoNotFit()
+{
+    QFETCH(QString, method);
+    QFETCH(QVariantList, arguments);
+    QVERIFY(vellumo_->start());
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    QVERIFY(waitUntil(
+        [&] { return bus.interface()->isServiceRegistered(u"app.vellumo.Vellumo"_s).value(); }));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(u"app.vellumo.Vellumo"_s, u"/app/vellumo/Vellumo"_s,
+                                       u"org.freedesktop.Application"_s, method);
+    call.setArguments(arguments);
+    const QDBusMessage answer = bus.call(call, QDBus::Block, 10000);
+    QTEST(answer.errorName(), "error");
+    QVERIFY(!answer.errorMessage().contains("secret"_L1));
+    QCOMPARE(startAgain({}), 0);
+    QVERIFY(!vellumo_->process().standardOutput().contains("secret"_L1));
+    QVERIFY(!vellumo_->process().errorOutput().contains("secret"_L1));
+}
+
+void TestShell::doesNotWaitForAHungBus()
+{
+    QLocalServer bus; // takes connections and never says a word
+    QVERIFY(bus.listen(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/hung-bus"_s));
+    const QString address = u"unix:path="_s + bus.fullServerName();
+    vellumo_->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
+    QVERIFY(vellumo_->start());
+    vellumo_->process().signal(SIGTERM);
+    QVERIFY(vellumo_->process().waitForEnd(5s));
     QCOMPARE(vellumo_->process().exitCode(), 0);
 }
 

@@ -61,12 +61,18 @@ void Program::setEnvironment(const QString &name, const QString &value)
     environment_.append({name, value});
 }
 
+std::unique_ptr<Application> Program::another(const QStringList &arguments) const
+{
+    auto process = std::make_unique<Application>(
+        Application::Command{u"vellumo"_s, path_, arguments, u"vellumo"_s});
+    for (const auto &[name, value] : environment_)
+        process->setEnvironment(name, value);
+    return process;
+}
+
 bool Program::launch(const QStringList &arguments)
 {
-    process_ = std::make_unique<Application>(
-        Application::Command{u"vellumo"_s, path_, arguments, u"vellumo"_s});
-    for (const auto &[name, value] : std::as_const(environment_))
-        process_->setEnvironment(name, value);
+    process_ = another(arguments);
     return process_->launch();
 }
 

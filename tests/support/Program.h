@@ -26,6 +26,9 @@ public:
     /// Starts it without waiting for anything.
     bool launch(const QStringList &arguments = {});
 
+    /// Another process of the same user, with the same settings and data; not yet launched.
+    [[nodiscard]] std::unique_ptr<Application> another(const QStringList &arguments = {}) const;
+
     [[nodiscard]] bool hasStarted() const { return process_ != nullptr; }
     [[nodiscard]] Application &process() { return *process_; }
 

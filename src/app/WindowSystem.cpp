@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/WindowSystem.h"
+
+#include <QProcessEnvironment>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+WindowSystem chooseWindowSystem(const QProcessEnvironment &environment)
+{
+    const bool isWayland = environment.value(u"XDG_SESSION_TYPE"_s) == "wayland"_L1
+        || !environment.value(u"WAYLAND_DISPLAY"_s).isEmpty();
+    const QString chosen = environment.value(u"QT_QPA_PLATFORM"_s);
+    if (!chosen.isEmpty() && !chosen.startsWith("wayland"_L1) && !chosen.startsWith("xcb"_L1)) {
+        return {};
+    }
+    if (environment.value(u"DISPLAY"_s).isEmpty()) {
+        return {false,
+                {},
+                isWayland
+                    ? u"this Wayland session has no XWayland, which vellumo needs (DISPLAY is not "
+                      "set)"_s
+                    : u"no X display; start it in a desktop session (DISPLAY is not set)"_s};
+    }
+    WindowSystem system{true, "xcb", {}};
+    if (isWayland) {
+        system.remark =
+            u"on Wayland, double taps and selections are seen in X11 (XWayland) windows only; as "
+            "the trigger, bind a keyboard shortcut of the desktop to: vellumo --explain"_s;
+    }
+    return system;
+}
+
+} // namespace vellumo

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/dbus/ApplicationInterface.h"
+
+#include "platform/dbus/ApplicationName.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr uint doNotQueue = 4;
+constexpr uint primaryOwner = 1;
+constexpr uint alreadyOwner = 4;
+constexpr int requestTimeoutMs = 5000;
+
+/// Argument names are those of the interface's definition; they show in its introspection.
+class ApplicationAdaptor final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    explicit ApplicationAdaptor(ApplicationInterface &application)
+        : QDBusAbstractAdaptor(&application)
+        , application_(application)
+    {
+    }
+
+public Q_SLOTS:
+    void Activate(const QVariantMap & /*platform_data*/) { application_.activate(); }
+
+    void Open(const QStringList &uris, const QVariantMap & /*platform_data*/)
+    {
+        application_.open(uris);
+    }
+
+    void ActivateAction(const QString &action_name, const QVariantList &parameter,
+                        const QVariantMap & /*platform_data*/)
+    {
+        application_.activateAction(action_name, !parameter.isEmpty());
+    }
+
+private:
+    ApplicationInterface &application_;
+};
+
+} // namespace
+
+ApplicationInterface::ApplicationInterface(QObject *parent) : QObject(parent)
+{
+    new ApplicationAdaptor(*this);
+}
+
+void ApplicationInterface::offerOn(QDBusConnection bus)
+{
+    bus.registerObject(ApplicationName::path, this, QDBusConnection::ExportAdaptors);
+    QDBusMessage request =
+        QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                       u"org.freedesktop.DBus"_s, u"RequestName"_s);
+    request << QString(ApplicationName::id) << doNotQueue;
+    auto *call = new QDBusPendingCallWatcher(bus.asyncCall(request, requestTimeoutMs), this);
+    connect(call, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *done) {
+        done->deleteLater();
+        const QDBusPendingReply<uint> answer = *done;
+        if (answer.isValid() && answer.value() != primaryOwner && answer.value() != alreadyOwner
+            && onNameTaken) {
+            onNameTaken();
+        }
+    });
+}
+
+void ApplicationInterface::schedule(std::function<void()> work)
+{
+    QMetaObject::invokeMethod(this, std::move(work), Qt::QueuedConnection);
+}
+
+void ApplicationInterface::refuse(const QString &why) const
+{
+    if (calledFromDBus()) {
+        sendErrorReply(QDBusError::InvalidArgs, why);
+    }
+}
+
+void ApplicationInterface::activate()
+{
+    schedule(onActivate);
+}
+
+void ApplicationInterface::open(const QStringList &urls)
+{
+    const bool isTooMuch = urls.size() > mostUrls
+        || std::any_of(urls.begin(), urls.end(),
+                       [](const QString &url) { return url.size() > longestUrl; });
+    if (isTooMuch) {
+        refuse(u"More than can be opened at once"_s);
+    } else {
+        schedule([this, urls] { onOpen(urls); });
+    }
+}
+
+void ApplicationInterface::activateAction(const QString &name, bool hasParameter)
+{
+    const auto action = actions.constFind(name);
+    if (action == actions.constEnd() || hasParameter) {
+        refuse(u"No such action"_s);
+    } else {
+        schedule(*action);
+    }
+}
+
+} // namespace vellumo
+
+#include "ApplicationInterface.moc"

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLatin1StringView>
+
+/// How the desktop names the program: on the bus, and in the files of the installation.
+namespace vellumo::ApplicationName {
+
+inline constexpr QLatin1StringView id("app.vellumo.Vellumo");
+inline constexpr QLatin1StringView path("/app/vellumo/Vellumo");
+inline constexpr QLatin1StringView interface("org.freedesktop.Application");
+
+} // namespace vellumo::ApplicationName

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/CommandLine.h"
+#include "app/WindowSystem.h"
+
+#include <QProcessEnvironment>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+
+class TestStart : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void argumentsAreUnderstood_data();
+    void argumentsAreUnderstood();
+    void windowSystemIsX11WhereverItCan_data();
+    void windowSystemIsX11WhereverItCan();
+};
+
+void TestStart::argumentsAreUnderstood_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("asked"); // of the running instance; "exit N" for none
+    const QString url = u"vellumo://auth?x=%7E"_s;
+    QTest::newRow("none") << QStringList{} << QString();
+    QTest::newRow("in the background") << QStringList{u"--background"_s} << QString();
+    QTest::newRow("an action") << QStringList{u"--explain"_s} << u"explain"_s;
+    QTest::newRow("addresses") << QStringList{url, u"VELLUMO:b"_s} << url + u" VELLUMO:b"_s;
+    QTest::newRow("two actions") << QStringList{u"--explain"_s, u"--notes"_s} << u"exit 1"_s;
+    QTest::newRow("action and address") << QStringList{u"--notes"_s, url} << u"exit 1"_s;
+    QTest::newRow("another scheme") << QStringList{url, u"file:///x"_s} << u"exit 1"_s;
+    QTest::newRow("a file") << QStringList{u"notes.json"_s} << u"exit 1"_s;
+    QTest::newRow("a malformed address") << QStringList{u"vellumo://[x"_s} << u"exit 1"_s;
+    QTest::newRow("a huge address") << QStringList{url + QString(70'000, u'x')} << u"exit 1"_s;
+    QTest::newRow("unknown") << QStringList{u"--explode"_s} << u"exit 1"_s;
+    QTest::newRow("version") << QStringList{u"--version"_s, u"--quit"_s} << u"exit 0"_s;
+}
+
+void TestStart::argumentsAreUnderstood()
+{
+    QFETCH(QStringList, arguments);
+    const auto parsed = CommandLine::parse(QStringList{u"vellumo"_s} + arguments);
+    QString asked;
+    if (const int *status = std::get_if<int>(&parsed)) {
+        asked = u"exit %1"_s.arg(*status);
+    } else {
+        const InstanceRequest request = std::get<LaunchRequest>(parsed).forInstance();
+        asked = request.action + request.urls.join(u' ');
+    }
+    QTEST(asked, "asked");
+}
+
+void TestStart::windowSystemIsX11WhereverItCan_data()
+{
+    QTest::addColumn<QStringList>("environment");
+    QTest::addColumn<bool>("isUsable");
+    QTest::addColumn<QByteArray>("platform");
+    QTest::addColumn<QString>("remarkHas");
+    const QByteArray keep;
+    const QString wayland = u"XDG_SESSION_TYPE=wayland"_s;
+    QTest::newRow("X11") << QStringList{u"DISPLAY=:0"_s} << true << QByteArray("xcb") << QString();
+    QTest::newRow("XWayland") << QStringList{wayland, u"DISPLAY=:0"_s} << true << QByteArray("xcb")
+                              << u"vellumo --explain"_s;
+    QTest::newRow("a session that does not tell its type")
+        << QStringList{u"WAYLAND_DISPLAY=wayland-0"_s, u"DISPLAY=:0"_s} << true << QByteArray("xcb")
+        << u"vellumo --explain"_s;
+    QTest::newRow("Qt told to use Wayland")
+        << QStringList{wayland, u"DISPLAY=:0"_s, u"QT_QPA_PLATFORM=wayland;xcb"_s} << true
+        << QByteArray("xcb") << u"vellumo --explain"_s;
+    QTest::newRow("Wayland alone") << QStringList{wayland} << false << keep << u"XWayland"_s;
+    QTest::newRow("nothing") << QStringList{} << false << keep << u"DISPLAY is not set"_s;
+    QTest::newRow("for tests") << QStringList{u"QT_QPA_PLATFORM=offscreen"_s} << true << keep
+                               << QString();
+}
+
+void TestStart::windowSystemIsX11WhereverItCan()
+{
+    QFETCH(QStringList, environment);
+    QFETCH(QString, remarkHas);
+    QProcessEnvironment variables;
+    for (const QString &variable : std::as_const(environment)) {
+        const qsizetype equals = variable.indexOf(u'=');
+        variables.insert(variable.left(equals), variable.mid(equals + 1));
+    }
+    const WindowSystem system = chooseWindowSystem(variables);
+    QTEST(system.isUsable, "isUsable");
+    QTEST(system.platform, "platform");
+    QVERIFY(system.remark.isEmpty() == remarkHas.isEmpty() && system.remark.contains(remarkHas));
+    QVERIFY(!system.remark.contains(u'\n'));
+}
+
+QTEST_GUILESS_MAIN(TestStart)
+#include "test_start.moc"
