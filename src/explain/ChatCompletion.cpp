@@ -68,7 +68,7 @@ Content firstContent(const Result<HttpResponse, HttpError> &answer)
     }
     const auto contents = contentsOfChoices(response.body);
     if (!contents) {
-        return ExplanationError(DecodingError{});
+        return undecodable();
     }
     if (contents->isEmpty() || contents->constFirst().trimmed().isEmpty()) {
         return ExplanationError(ServiceError{ServiceError::Kind::emptyResponse});

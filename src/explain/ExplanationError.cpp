@@ -24,6 +24,11 @@ ExplanationFailure::Kind kindOf(ServiceError::Kind kind)
 
 } // namespace
 
+ExplanationError undecodable()
+{
+    return DecodingError{};
+}
+
 ExplanationFailure summary(const ExplanationError &error, double at)
 {
     if (const auto *service = std::get_if<ServiceError>(&error)) {

@@ -33,6 +33,9 @@ struct DecodingError {
 /// the words.
 using ExplanationError = std::variant<ServiceError, DecodingError, HttpError>;
 
+/// A DecodingError. (Made inline, gcc 12 sees uninitialised members of the other kinds.)
+[[nodiscard]] ExplanationError undecodable();
+
 /// What may be kept, shown and logged of an error: nothing that was sent or answered.
 struct ExplanationFailure {
     enum class Kind : quint8 { badStatus, malformedPayload, emptyResponse, undecodable, network };

@@ -64,7 +64,7 @@ void MockAIService::explain(const ExplanationRequest &request, QObject *context,
         const QByteArray reply = sampleReply(request.kind());
         const auto payload = ExplanationPrompt::Payload::fromJson(reply);
         if (!payload) {
-            completion(ExplanationError(DecodingError{}));
+            completion(undecodable());
             return;
         }
         completion(ExplanationResult{payload->translation, payload->explanation});
