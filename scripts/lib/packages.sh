@@ -27,7 +27,10 @@ packages_test=(
     "${packages_desktop[@]}" qml6-module-qttest
     xfwm4 mutter kwin-x11 picom openssl gnome-keyring libsecret-tools xdotool xclip
     chromium mousepad gnome-text-editor evince xterm
+    desktop-file-utils appstream libglib2.0-bin
 )
+# To make a package and to look at what is installed.
+packages_package=(dpkg-dev file desktop-file-utils appstream libglib2.0-bin)
 packages_check=(clang-format clang-tidy shellcheck)
 
 # install_packages NAME...: installs those that are missing; quick when there are none.

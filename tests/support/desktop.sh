@@ -19,6 +19,7 @@
 #   --no-a11y-bus      the session bus knows no org.a11y.Bus at all
 #   --no-bus           no session bus either
 #   --consent          the user has already allowed vellumo to read other applications
+#   --prefix DIR       what is installed there belongs to the desktop: programs, services, entries, icons
 #   --setting KEY=VALUE  a line for vellumo's settings file
 #   --dir DIR          where home, runtime directory and logs go (default: a fresh temporary one)
 #   --keep             'run' leaves the directory behind for inspection
@@ -84,7 +85,7 @@ if [ "$verb" = stop ]; then
 fi
 [ "$verb" = run ] || [ "$verb" = start ] || die "unknown verb $verb"
 
-size=1280x800 wm=openbox compositor='' keyring='' a11y=true bus=session dir='' keep='' settings=()
+size=1280x800 wm=openbox compositor='' keyring='' a11y=true bus=session dir='' keep='' prefix='' settings=()
 while [ $# -gt 0 ]; do
     case $1 in
         --size) size=$2; shift 2 ;;
@@ -94,6 +95,7 @@ while [ $# -gt 0 ]; do
         --no-a11y) a11y=false; shift ;;
         --no-a11y-bus) bus=bare; shift ;;
         --no-bus) bus=none; shift ;;
+        --prefix) prefix=$2; shift 2 ;;
         --consent) settings+=(accessibilityConsent=true); shift ;;
         --setting) settings+=("$2"); shift 2 ;;
         --dir) dir=$2; shift 2 ;;
@@ -129,6 +131,9 @@ export TEST_DESKTOP_ID TEST_DESKTOP_DIR=$dir TEST_DESKTOP_WM=$wm
 export HOME=$dir/home XDG_RUNTIME_DIR=$dir/run
 export XDG_CONFIG_HOME=$HOME/.config XDG_CACHE_HOME=$HOME/.cache XDG_DATA_HOME=$HOME/.local/share
 export XDG_SESSION_TYPE=x11 XDG_DATA_DIRS=/usr/local/share:/usr/share XDG_CONFIG_DIRS=/etc/xdg
+if [ -n "$prefix" ]; then
+    export XDG_DATA_DIRS=$prefix/share:$XDG_DATA_DIRS PATH=$prefix/bin:$PATH
+fi
 export LANG=${LANG:-C.UTF-8} GSETTINGS_BACKEND=memory LIBGL_ALWAYS_SOFTWARE=1 QT_XCB_GL_INTEGRATION=none
 export GTK_USE_PORTAL=0 GIO_USE_VFS=local GDK_BACKEND=x11 QT_QPA_PLATFORM=xcb
 export MOZ_DISABLE_CONTENT_SANDBOX=1 MOZ_CRASHREPORTER_DISABLE=1   # Firefox as root

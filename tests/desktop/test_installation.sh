@@ -1,0 +1,69 @@
+#!/bin/bash
+# SPDX-FileCopyrightText: 2026 The vellumo authors
+# SPDX-License-Identifier: MIT
+#
+# test_installation.sh BUILD_FOLDER         installs what was built into a temporary prefix and tries it
+# test_installation.sh --installed PREFIX   tries what is already installed there
+#
+# The ecosystem's validators look at the files; then, on a private desktop that knows the prefix, a
+# message on the bus starts the program, which takes a second start's request, and ends.
+set -euo pipefail
+here=$(cd "$(dirname "$0")/.." && pwd)
+id=app.vellumo.Vellumo
+die() { echo "FAIL: $*" >&2; exit 1; }
+
+call() {   # call TIMEOUT_MS METHOD ARGUMENT...
+    local timeout=$1 method=$2; shift 2
+    dbus-send --session --print-reply --reply-timeout="$timeout" --dest=$id /app/vellumo/Vellumo \
+        "org.freedesktop.Application.$method" "$@" > /dev/null
+}
+owner() {
+    dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus / \
+        org.freedesktop.DBus.GetConnectionUnixProcessID string:$id 2>/dev/null | awk '{print $2}'
+}
+has_ended() { ! kill -0 "$1" 2>/dev/null; }
+wait_for() {
+    local deadline=$((SECONDS + 20))
+    until "$@"; do [ $SECONDS -lt $deadline ] || return 1; sleep 0.1; done
+}
+
+if [ "${1:-}" = --inside ]; then   # on the private desktop
+    prefix=$2
+    [ -z "$(owner)" ] || die "something has the name already"
+    call 30000 Activate dict:string:string: 2>/dev/null && die "data of another type was taken"
+    gdbus call --session --timeout 30 -d $id -o /app/vellumo/Vellumo \
+        -m org.freedesktop.Application.Activate '{}' > /dev/null || die "the bus did not start it"
+    pid=$(owner)
+    [ "$(readlink "/proc/$pid/exe")" = "$prefix/bin/vellumo" ] || die "another program was started"
+    "$prefix/bin/vellumo" vellumo://auth/callback || die "an address was not taken"
+    [ "$(owner)" = "$pid" ] || die "a second start did not hand over"
+    "$prefix/bin/vellumo" --quit || die "it could not be ended"
+    wait_for has_ended "$pid" || die "it did not end"
+    exit 0
+fi
+
+if [ "$1" = --installed ]; then
+    prefix=$2
+else
+    folder=$(mktemp -d "${TMPDIR:-/tmp}/vellumo-installation.XXXXXX")
+    trap 'rm -rf "$folder"' EXIT
+    prefix=$folder/prefix
+    cmake --install "$1" --prefix "$prefix" > /dev/null
+fi
+
+share=$prefix/share
+for file in bin/vellumo share/vellumo/Info.json share/man/man1/vellumo.1 share/doc/vellumo/copyright \
+    share/icons/hicolor/{scalable/apps/$id.svg,symbolic/apps/$id-symbolic.svg}; do
+    ls "$prefix/$file"* > /dev/null || die "$file is missing"
+done
+for size in 16 22 24 32 48 64 128 256 512; do   # the size stands in the file's header
+    [ "$(od -An -tu4 --endian=big -j16 -N8 "$share/icons/hicolor/${size}x$size/apps/$id.png" | xargs)" = "$size $size" ] ||
+        die "the icon of $size pixels has another size"
+done
+desktop-file-validate "$share/applications/$id.desktop"
+appstreamcli validate --no-net "$share/metainfo/$id.metainfo.xml" || die "the metainfo is not valid"
+grep -qx "Exec=$prefix/bin/vellumo --background" "$share/dbus-1/services/$id.service" ||
+    die "the service names another program"
+"$here/support/desktop.sh" run --prefix "$prefix" --setting hasCompletedOnboarding=true --consent -- \
+    "$0" --inside "$prefix"
+echo "PASS: $prefix"
