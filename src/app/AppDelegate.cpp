@@ -9,6 +9,7 @@
 #include "app/LinuxPlatform.h"
 #include "app/MainMenu.h"
 #include "app/PermissionManager.h"
+#include "app/Preview.h"
 #include "app/StatusItem.h"
 #include "app/TerminationSignals.h"
 #include "app/UpdaterManager.h"
@@ -113,6 +114,7 @@ void AppDelegate::applicationDidFinishLaunching()
     wirePermission();
     coordinator_->start();
     configureApplicationInterface();
+    showPreviewHUD();
     finishLaunchingWhenIdle();
     printDiagnostic(u"ready — select text and double-tap Option (Alt)"_s);
 }
@@ -192,6 +194,25 @@ void AppDelegate::configureApplicationInterface()
         printDiagnostic(u"another vellumo has just taken the name on the session bus"_s);
         terminate();
     };
+}
+
+void AppDelegate::showPreviewHUD()
+{
+    const QString previewFolder = qEnvironmentVariable("VELLUMO_PREVIEW_SNAPSHOT_DIR");
+    const QString folder = qEnvironmentVariable("VELLUMO_SNAPSHOT_DIR");
+    const bool isPreview = qEnvironmentVariableIsSet("VELLUMO_PREVIEW_HUD");
+    const bool isSnapshot =
+        !folder.isEmpty() && qEnvironmentVariableIsSet("VELLUMO_SNAPSHOT_NOTES");
+    if (!isPreview && !isSnapshot) {
+        return;
+    }
+    preview_ = std::make_unique<Preview>(NotesEntranceController::Collaborators{
+        foundation_->windows, foundation_->screens, foundation_->platform.events(),
+        foundation_->defaults, foundation_->clock, foundation_->texts});
+    preview_->show(isSnapshot || foundation_->texts.isEnglish());
+    if (isSnapshot || !previewFolder.isEmpty()) {
+        preview_->writeSnapshots(isSnapshot ? folder : previewFolder, [this] { terminate(); });
+    }
 }
 
 void AppDelegate::perform(const LaunchRequest &request)

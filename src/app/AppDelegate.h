@@ -20,6 +20,7 @@ class MainMenu;
 class NotesEntranceController;
 class NotesStore;
 class PermissionManager;
+class Preview;
 class ReadingBudget;
 class ResultPanelController;
 class StatusItem;
@@ -58,6 +59,8 @@ private:
     void wirePermission();
     void finishLaunchingWhenIdle();
 
+    /// For developers: sample windows, and pictures of them, when the environment asks.
+    void showPreviewHUD();
     void followSessionBus();
     void configureApplicationInterface();
     void perform(const LaunchRequest &request);
@@ -82,6 +85,7 @@ private:
     std::unique_ptr<TriggerManager> triggerManager_;
     std::unique_ptr<VellumoCoordinator> coordinator_;
     std::unique_ptr<ApplicationInterface> applicationInterface_;
+    std::unique_ptr<Preview> preview_; ///< only when a developer asks for it
 };
 
 } // namespace vellumo

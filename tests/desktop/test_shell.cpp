@@ -8,6 +8,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QLocalServer>
+#include <QTemporaryDir>
 #include <QTest>
 #include <algorithm>
 #include <csignal>
@@ -34,6 +35,7 @@ private Q_SLOTS:
     void refusesCallsThatDoNotFit_data();
     void refusesCallsThatDoNotFit();
     void doesNotWaitForAHungBus();
+    void drawsItselfForDevelopers();
 
 private:
     /// A window of the program that is not the pill.
@@ -253,6 +255,23 @@ void TestShell::doesNotWaitForAHungBus()
     vellumo_->process().signal(SIGTERM);
     QVERIFY(vellumo_->process().waitForEnd(5s));
     QCOMPARE(vellumo_->process().exitCode(), 0);
+}
+
+void TestShell::drawsItselfForDevelopers()
+{
+    const QTemporaryDir folder;
+    vellumo_->setEnvironment(u"VELLUMO_SNAPSHOT_DIR"_s, folder.path());
+    vellumo_->setEnvironment(u"VELLUMO_SNAPSHOT_NOTES"_s, u"1"_s);
+    QVERIFY(vellumo_->start());
+    QVERIFY(vellumo_->process().waitForEnd(20s));
+    QCOMPARE(vellumo_->process().exitCode(), 0);
+    QVERIFY(!vellumo_->process().standardOutput().contains("could not"_L1));
+    for (const QString &name : {u"panel"_s, u"pill"_s, u"list"_s}) {
+        const QImage english(folder.filePath(name + u"-en.png"_s));
+        const QImage chinese(folder.filePath(name + u"-zh.png"_s));
+        QVERIFY(!english.isNull() && !chinese.isNull());
+        QVERIFY2(name == "pill"_L1 || english != chinese, qPrintable(name));
+    }
 }
 
 QTEST_MAIN(TestShell)

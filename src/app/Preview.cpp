@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/Preview.h"
+
+#include "capture/Demonstration.h"
+#include "platform/Clock.h"
+#include "platform/Diagnostics.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QTimer>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr auto settleTime = 800ms; // longer than any animation
+
+NotesEntranceController::Collaborators withTexts(NotesEntranceController::Collaborators with,
+                                                 BilingualText &texts)
+{
+    return {with.windows, with.screens, with.monitors, with.defaults, with.clock, texts};
+}
+
+void save(QQuickWindow *window, const QString &path)
+{
+    if (!window || !window->grabWindow().save(path)) {
+        printDiagnostic(u"could not write a picture"_s);
+    }
+}
+
+} // namespace
+
+Preview::Preview(const NotesEntranceController::Collaborators &collaborators)
+    : previewResultPanel_(collaborators.windows, collaborators.screens, collaborators.monitors,
+                          texts_)
+    , previewNotesEntrance_(withTexts(collaborators, texts_))
+{
+    previewResultPanel_.isTrusted = [] { return true; };
+    previewResultPanel_.answersAreSamples = [] { return false; };
+}
+
+Preview::~Preview() = default;
+
+QPointer<QQuickWindow> Preview::windowShownBy(const std::function<void()> &action) const
+{
+    const auto visible = [] {
+        QWindowList windows = QGuiApplication::topLevelWindows();
+        windows.removeIf([](const QWindow *window) { return !window->isVisible(); });
+        return windows;
+    };
+    const QWindowList before = visible();
+    action();
+    QWindowList shown = visible();
+    shown.removeIf([&before](QWindow *window) { return before.contains(window); });
+    return qobject_cast<QQuickWindow *>(shown.value(0));
+}
+
+void Preview::show(bool english)
+{
+    english_ = english;
+    texts_.refresh();
+    const ReadingNote note = demonstrationNote(english, 0);
+    const auto present = [&] {
+        previewResultPanel_.present(
+            IslandContent::result(demonstrationAnswer(english), note.sourceText, {}), std::nullopt,
+            {});
+    };
+    const auto showPill = [&] {
+        previewNotesEntrance_.show(3, [this, note] {
+            previewNotesEntrance_.showNotesList({note, note, note}, [](const ReadingNote &) {});
+        });
+    };
+    const auto panel = windowShownBy(present);
+    panel_ = panel ? panel : panel_;
+    const auto pill = windowShownBy(showPill);
+    pill_ = pill ? pill : pill_;
+}
+
+void Preview::writeSnapshots(const QString &folder, std::function<void()> done)
+{
+    QDir().mkpath(folder);
+    const auto path = [this, folder](const QString &name) {
+        return folder + u'/' + name + (english_ ? u"-en.png"_s : u"-zh.png"_s);
+    };
+    QTimer::singleShot(settleTime, this, [this, folder, path, done = std::move(done)] {
+        save(panel_, path(u"panel"_s));
+        save(pill_, path(u"pill"_s));
+        ReadingNote second = demonstrationNote(english_, 0);
+        second.id = QUuid::createUuid();
+        previewNotesEntrance_.showNotesList({demonstrationNote(english_, 0), second},
+                                            [](const ReadingNote &) {});
+        QTimer::singleShot(settleTime, this, [this, folder, path, done] {
+            save(pill_, path(u"list"_s));
+            previewNotesEntrance_.collapse();
+            previewResultPanel_.dismiss();
+            if (!english_) {
+                done();
+                return;
+            }
+            QTimer::singleShot(settleTime, this, [this, folder, done] {
+                show(false);
+                writeSnapshots(folder, done);
+            });
+        });
+    });
+}
+
+} // namespace vellumo
