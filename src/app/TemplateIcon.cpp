@@ -49,8 +49,8 @@ public:
             : name;
     }
 
-    QString key() const override { return u"vellumo-template"_s; }
-    QIconEngine *clone() const override { return new TemplateIconEngine(*this); }
+    [[nodiscard]] QString key() const override { return u"vellumo-template"_s; }
+    [[nodiscard]] QIconEngine *clone() const override { return new TemplateIconEngine(*this); }
 
 private:
     bool dark_;

@@ -19,7 +19,7 @@ class ApplicationInterface : public QObject, protected QDBusContext {
 
 public:
     static constexpr qsizetype mostUrls = 16; ///< in one call
-    static constexpr qsizetype longestUrl = 64 * 1024;
+    static constexpr qsizetype longestUrl = 65'536;
 
     explicit ApplicationInterface(QObject *parent = nullptr);
 

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QDeadlineTimer>
+#include <QList>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>

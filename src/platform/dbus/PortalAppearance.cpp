@@ -57,7 +57,7 @@ void PortalAppearance::readAll(QDBusPendingCallWatcher *call)
 }
 
 void PortalAppearance::onSettingChanged(const QString &group, const QString &key,
-                                  const QDBusVariant &value)
+                                        const QDBusVariant &value)
 {
     apply(group, key, value.variant());
 }
