@@ -8,11 +8,14 @@
 
 int main(int argc, char *argv[])
 {
-    const vellumo::Startup startup(argc, argv);
+    vellumo::Startup startup(argc, argv);
     if (const auto status = startup.exitStatus()) {
         return *status;
     }
     QApplication application(argc, argv);
+    if (const auto status = startup.becomeTheOnlyInstance()) {
+        return *status;
+    }
     vellumo::AppDelegate delegate(application);
     return delegate.run(startup.request());
 }

@@ -69,7 +69,8 @@ std::variant<int, LaunchRequest> CommandLine::parse(const QStringList &arguments
         return EXIT_FAILURE;
     }
     if (parser.isSet(help)) {
-        printLine(parser.helpText().trimmed());
+        // which names the program as it was called
+        printLine(parser.helpText().replace(u"<executable_name>"_s, u"vellumo"_s).trimmed());
         return EXIT_SUCCESS;
     }
     if (parser.isSet(version)) {

@@ -22,7 +22,7 @@ struct LaunchRequest {
 namespace CommandLine {
 
 /// Understands the program's arguments, without a display; the exit status when there is nothing
-/// more to do, after what there is to say has been printed. Needs the application object.
+/// more to do, after what there is to say has been printed. Needs no application object.
 [[nodiscard]] std::variant<int, LaunchRequest> parse(const QStringList &arguments);
 
 /// Whether the text is a well-formed address with the program's own scheme.

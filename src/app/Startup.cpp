@@ -35,35 +35,34 @@ Startup::Startup(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(u"vellumo"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(VELLUMO_VERSION));
-    {
-        const QCoreApplication application(argc, argv);
-        const auto parsed = CommandLine::parse(QCoreApplication::arguments());
-        if (const int *status = std::get_if<int>(&parsed)) {
-            exitStatus_ = *status;
-        } else {
-            request_ = std::get<LaunchRequest>(parsed);
-            exitStatus_ = becomeTheOnlyInstance();
-        }
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
     }
-    if (exitStatus_) {
+    const auto parsed = CommandLine::parse(arguments);
+    if (const int *status = std::get_if<int>(&parsed)) {
+        exitStatus_ = *status;
+        return;
+    }
+    request_ = std::get<LaunchRequest>(parsed);
+    avoidHungBus();
+
+    const WindowSystem windows = chooseWindowSystem(QProcessEnvironment::systemEnvironment());
+    remark_ = windows.remark;
+    if (!windows.isUsable) {
+        // Another vellumo, on a display, can still be told.
+        const QCoreApplication application(argc, argv);
+        exitStatus_ = becomeTheOnlyInstance().value_or(EXIT_FAILURE);
         return;
     }
     QGuiApplication::setDesktopFileName(ApplicationName::id);
-    const WindowSystem windows = chooseWindowSystem(QProcessEnvironment::systemEnvironment());
-    if (!windows.remark.isEmpty()) {
-        printDiagnostic(windows.remark);
-    }
-    if (!windows.isUsable) {
-        exitStatus_ = EXIT_FAILURE;
-        return;
-    }
     if (!windows.platform.isEmpty()) {
         qputenv("QT_QPA_PLATFORM", windows.platform);
     }
     QtFloatingWindows::chooseRenderer();
 }
 
-std::optional<int> Startup::becomeTheOnlyInstance()
+void Startup::avoidHungBus()
 {
     // Whoever runs already has shown that the bus works, so that there it only needs time.
     if (!isSessionBusResponsive(busPatience)
@@ -71,6 +70,10 @@ std::optional<int> Startup::becomeTheOnlyInstance()
         printDiagnostic(u"the session bus does not answer; going on without it"_s);
         qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     }
+}
+
+std::optional<int> Startup::becomeTheOnlyInstance()
+{
     const RunningInstance running;
     const QDeadlineTimer deadline(instancePatience);
     const auto isSettled = [&] { return running.exists() || lock_.tryLock(); };
@@ -104,8 +107,12 @@ std::optional<int> Startup::withoutInstance() const
         printDiagnostic(u"not running"_s);
         return EXIT_FAILURE;
     default:
-        return std::nullopt;
+        break;
     }
+    if (!remark_.isEmpty()) {
+        printDiagnostic(remark_);
+    }
+    return std::nullopt;
 }
 
 } // namespace vellumo

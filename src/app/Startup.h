@@ -8,25 +8,30 @@
 
 namespace vellumo {
 
-/// What must be settled before the application object is made: the arguments, whether a vellumo
-/// already runs, the window system, the renderer. To be kept for the whole run.
+/// What is settled before anything is launched: the arguments, the window system and the renderer,
+/// then whether a vellumo already runs. To be kept for the whole run.
 class Startup {
 public:
+    /// Before the application object is made. There may be only one in a process that goes on: with
+    /// the first, Qt forgets how windows are shown to assistive technologies.
     Startup(int argc, char **argv);
 
     /// The exit status when there is nothing to launch.
     [[nodiscard]] std::optional<int> exitStatus() const { return exitStatus_; }
 
+    /// Lets the vellumo that runs do what is asked; the exit status, or nothing when this process
+    /// is to be the one that runs. Needs the application object.
+    [[nodiscard]] std::optional<int> becomeTheOnlyInstance();
+
     [[nodiscard]] const LaunchRequest &request() const { return request_; }
 
 private:
-    /// Lets the vellumo that runs do what is asked; the exit status, or nothing when this process
-    /// is to be the one that runs.
-    [[nodiscard]] std::optional<int> becomeTheOnlyInstance();
+    void avoidHungBus();
     [[nodiscard]] std::optional<int> withoutInstance() const;
 
     LaunchRequest request_;
     DataFolderLock lock_;
+    QString remark_; ///< on the window system, for the user
     std::optional<int> exitStatus_;
 };
 
