@@ -148,7 +148,11 @@ bool TestPill::waitUntilGone(const QString &role, const QString &name) const
 bool TestPill::openList() const
 {
     const auto place = pill();
-    if (!place)
+    // drawn, for a screen reader, is not yet mapped by a window manager that is behind
+    const auto isInFront = [&] {
+        return desktop_.windows(u"vellumo"_s).contains(desktop_.windowAt(place->center()));
+    };
+    if (!place || !waitUntil(isInFront))
         return false;
     desktop_.click(place->center());
     const auto heading = waitFor(u"heading"_s, u"Notes 2"_s);
