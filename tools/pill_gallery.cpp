@@ -15,6 +15,7 @@
 #include "ui/look/SystemLook.h"
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QHash>
 #include <QQmlEngine>
 #include <QQuickWindow>
 #include <QSocketNotifier>
@@ -60,9 +61,14 @@ QList<ReadingNote> longNotes()
     return notes;
 }
 
-QList<ReadingNote> manyNotes(int count)
+/// Making them takes longer than showing them: they are kept for the next time.
+const QList<ReadingNote> &manyNotes(int count)
 {
-    QList<ReadingNote> notes;
+    static QHash<int, QList<ReadingNote>> made;
+    QList<ReadingNote> &notes = made[count];
+    if (!notes.isEmpty()) {
+        return notes;
+    }
     notes.reserve(count);
     for (int i = 0; i < count; ++i) {
         notes << noteOf(u"note number %1"_s.arg(i), u"meaning %1 解释"_s.arg(i), i % 4);
