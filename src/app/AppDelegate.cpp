@@ -321,9 +321,11 @@ void AppDelegate::wirePermission()
 
 void AppDelegate::finishLaunchingWhenIdle()
 {
-    // What the first panel needs is made once everything listens.
+    // The pill comes first. What the first panel needs is made once it is there, or soon anyway.
+    const auto prepare = [this] { resultPanel_->prepare(); };
+    notesEntrance_->onAppeared = [this, prepare] { QTimer::singleShot(0, this, prepare); };
+    QTimer::singleShot(500, this, prepare);
     QTimer::singleShot(0, this, [this] {
-        resultPanel_->prepare();
         SessionBus &bus = foundation_->platform.sessionBus();
         if (bus.connection()) {
             followSessionBus();

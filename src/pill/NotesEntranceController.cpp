@@ -119,6 +119,11 @@ void NotesEntranceController::ensurePanel()
     panel_->setFrame(pillGeometry::pillAt(restoredPillOrigin()));
     panel_->orderFrontRegardless();
     connect(panel_.get(), &FloatingPanel::moved, this, &NotesEntranceController::savePillOrigin);
+    connect(panel_.get(), &FloatingPanel::appeared, this, [this] {
+        if (onAppeared) {
+            onAppeared();
+        }
+    });
     installCursorWatcher();
 }
 

@@ -37,6 +37,9 @@ public:
     explicit NotesEntranceController(const Collaborators &collaborators, QObject *parent = nullptr);
     ~NotesEntranceController() override;
 
+    /// Runs when the pill has been painted for the first time.
+    std::function<void()> onAppeared;
+
     void show(int count, std::function<void()> onOpen) override;
     void setHighlighted(bool highlighted) override;
     void showNotesList(const QList<ReadingNote> &notes,

@@ -82,6 +82,9 @@ Q_SIGNALS:
     /// The frame has changed, by the program or by the user; for a drag, at its end.
     void moved();
 
+    /// The panel has been painted for the first time since it was shown.
+    void appeared();
+
     /// The user asked the window manager to close the panel. It stays until orderOut().
     void closeRequested();
 };

@@ -67,6 +67,9 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
         if (isShapePending_) {
             shapeVisiblePart();
         }
+        if (std::exchange(isAppearing_, false)) {
+            Q_EMIT appeared();
+        }
     });
     connect(&fading_, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         if (content_ && hasBlendedEdges()) {
@@ -362,6 +365,7 @@ void QtFloatingPanel::orderFrontRegardless()
 {
     if (!isVisible()) {
         isNewlyMapped_ = true;
+        isAppearing_ = true;
         window_->show();
         x11::floatEverywhere(window_->winId());
     }

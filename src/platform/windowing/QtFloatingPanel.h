@@ -90,6 +90,7 @@ private:
     bool isShapePending_ = false;
     bool isLifted_ = false;
     bool isNewlyMapped_ = false;
+    bool isAppearing_ = false;
 };
 
 } // namespace vellumo
