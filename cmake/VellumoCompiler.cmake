@@ -13,8 +13,10 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Precompiled headers are cached only with this much sloppiness.
+    # Precompiled headers are cached only with this much sloppiness. Every clone has the same paths
+    # below its own folder, so that it shares what another has compiled.
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
         ${CCACHE_PROGRAM})
 endif()
