@@ -75,7 +75,7 @@ void TestAtspiTrust::laterStartIsSilent()
     const Reader reader(true);
     QVERIFY(!reader.accessibility->isProcessTrusted());
     QVERIFY(!isOn());
-    QVERIFY(!reader.accessibility->isProcessTrustedWithPrompt());
+    reader.accessibility->isProcessTrustedWithPrompt(); // a quick desktop is on when this returns
     QVERIFY(waitUntil([&] { return reader.accessibility->isProcessTrusted(); }));
     QCOMPARE(reader.prompt.timesAsked, 0);
     const Reader next(true); // finds the switch on
