@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "account/AuthError.h"
+
+#include "ui/BilingualText.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+QString describe(const AuthError &error, const BilingualText &texts)
+{
+    switch (error.kind) {
+    case AuthError::Kind::server:
+        return error.message;
+    case AuthError::Kind::notConfigured:
+        return texts.pick(u"Firebase is not configured."_s, u"Firebase 未配置。"_s);
+    case AuthError::Kind::network:
+        return texts.pick(u"The sign-in service cannot be reached."_s, u"无法连接登录服务。"_s);
+    case AuthError::Kind::unreadable:
+        return texts.pick(u"The sign-in service gave an answer that cannot be read."_s,
+                          u"登录服务的回答无法识别。"_s);
+    }
+    Q_UNREACHABLE();
+}
+
+QString summary(const AuthError &error)
+{
+    switch (error.kind) {
+    case AuthError::Kind::server: {
+        static const QRegularExpression code(u"^(?:[A-Z_]{3,60}|HTTP \\d{3})(?= |$)"_s);
+        const QString known = code.match(error.message).captured();
+        return known.isEmpty() ? u"refused"_s : u"server said "_s + known;
+    }
+    case AuthError::Kind::notConfigured:
+        return u"not configured"_s;
+    case AuthError::Kind::network:
+        return describe(error.network);
+    case AuthError::Kind::unreadable:
+        return u"answer cannot be read"_s;
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace vellumo

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/HttpSession.h"
+#include <QString>
+
+namespace vellumo {
+
+class BilingualText;
+
+/// Why there is no session, or no ID token for the one there is.
+struct AuthError {
+    enum class Kind : quint8 {
+        server, ///< the token service or the login page said no; `message` is for the user
+        notConfigured, ///< this installation knows no account service
+        network, ///< no answer came
+        unreadable, ///< an answer came that is not one
+    };
+    Kind kind = Kind::server;
+    QString message = {}; ///< of server: as it came, so that it may repeat what was sent
+    HttpError::Kind network = HttpError::Kind::other; ///< of network
+    friend bool operator==(const AuthError &, const AuthError &) = default;
+};
+
+/// For the user, in the language of the moment.
+[[nodiscard]] QString describe(const AuthError &error, const BilingualText &texts);
+
+/// "server said TOKEN_EXPIRED", "timed out" and the like, for a log. Of a server's message only a
+/// code or a status is repeated.
+[[nodiscard]] QString summary(const AuthError &error);
+
+} // namespace vellumo
