@@ -29,6 +29,7 @@ public:
 
     /// The open bus; absent before opened() and on a desktop without one.
     [[nodiscard]] std::optional<QDBusConnection> connection() const { return connection_; }
+    [[nodiscard]] bool hasOpened() const { return finished_; }
 
 Q_SIGNALS:
     /// Opening has come to an end; connection() tells with what. Emitted once.

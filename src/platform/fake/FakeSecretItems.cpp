@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/fake/FakeSecretItems.h"
+
+namespace vellumo {
+
+void FakeSecretItems::get(const QString &account, QObject *context, Completion completion)
+{
+    const auto answer = [this, account, context = QPointer<QObject>(context),
+                         completion = std::move(completion)] {
+        if (!context) {
+            return;
+        }
+        const auto found = values.constFind(account);
+        if (isLocked) {
+            completion({SecretAnswer::Kind::locked});
+        } else if (found == values.constEnd()) {
+            completion({SecretAnswer::Kind::missing});
+        } else {
+            completion({SecretAnswer::Kind::found, *found});
+        }
+    };
+    if (isHung) {
+        waiting_.append(answer);
+    } else {
+        QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection);
+    }
+}
+
+void FakeSecretItems::set(const QString &account, const QByteArray &value)
+{
+    if (!isLocked) {
+        values.insert(account, value);
+    }
+}
+
+void FakeSecretItems::remove(const QString &account)
+{
+    if (!isLocked) {
+        values.remove(account);
+    }
+}
+
+void FakeSecretItems::answerAll()
+{
+    isHung = false;
+    const auto waiting = std::exchange(waiting_, {});
+    for (const auto &answer : waiting) {
+        answer();
+    }
+}
+
+} // namespace vellumo
