@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "account/AuthError.h"
+#include "platform/Result.h"
+#include <QHash>
+#include <QObject>
+#include <QUrl>
+#include <functional>
+
+namespace vellumo {
+
+class Workspace;
+
+/// The browser's half of signing in: the web site's login page is opened, and comes back through an
+/// address of the program's own scheme. The user's password is never seen here.
+class GoogleOAuth {
+public:
+    using Parameters = QHash<QString, QString>;
+    using Completion = std::function<void(const Result<Parameters, AuthError> &)>;
+
+    /// `site` is the web site's base address. All must outlive this object.
+    GoogleOAuth(Workspace &workspace, const BilingualText &texts, const QString &site);
+
+    /// Opens the login page in the browser and waits for its callback, without limit. Whoever
+    /// already waits gets an error. The completion runs once, on the main thread and never before
+    /// the call returns; not when `context` is destroyed first.
+    void run(QObject *context, Completion completion);
+
+    /// Completes the sign-in that waits with what the address carries. Ignored when none waits. The
+    /// address is whatever someone sent; its values are not checked here.
+    void handleCallback(const QString &url);
+
+    /// What the query of an address says: of items with the same name the last, and none without a
+    /// value.
+    [[nodiscard]] static Parameters parameters(const QString &url);
+
+private:
+    void finish(const Result<Parameters, AuthError> &result);
+
+    Workspace &workspace_;
+    const BilingualText &texts_;
+    QUrl loginPage_;
+    Completion continuation_; ///< of the sign-in that waits
+};
+
+} // namespace vellumo

@@ -1,0 +1,382 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "account/AuthService.h"
+#include "account/GoogleOAuth.h"
+#include "account/KeychainStore.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeDesktop.h"
+#include "platform/fake/FakeHttpSession.h"
+#include "platform/fake/FakeSecretItems.h"
+#include "support/Waiting.h"
+#include "ui/BilingualText.h"
+
+#include <QTest>
+
+using namespace vellumo;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Stored = QHash<QString, QByteArray>;
+const Stored someone{{u"refreshToken"_s, "r0"}, {u"uid"_s, "u0"}, {u"email"_s, "a@b.org"}};
+const QString callback = u"vellumo://auth?refreshToken=r1&uid=u1&email=new%2Bx@b.org"_s;
+
+HttpResponse tokens(const QByteArray &lifetime = "3600")
+{
+    return {.status = 200,
+            .body = R"({"id_token":"i1","refresh_token":"r2","expires_in":")" + lifetime + R"("})"};
+}
+
+/// The service with everything around it; keeps what callers were told.
+struct Desk {
+    explicit Desk(const Stored &stored = {}, bool isHung = false)
+    {
+        secrets.values = stored;
+        secrets.isHung = isHung;
+        auth = std::make_unique<AuthService>(AuthService::Collaborators{
+            keychain, browser, http, clock, texts,
+            [this](const QString &key) -> std::optional<QString> {
+                return values.contains(key) ? std::optional(values.value(key)) : std::nullopt;
+            }});
+        auth->onSignedIn = [this] { log.append(u"onSignedIn"_s); };
+        auth->onRestored = [this] { log.append(u"onRestored"_s); };
+        if (!isHung)
+            QCoreApplication::processEvents();
+        log.clear();
+    }
+
+    [[nodiscard]] QString state() const
+    {
+        return (auth->user() ? auth->user()->uid + u' ' + auth->email() : u"nobody"_s)
+            + (auth->isWorking() ? u" working"_s : QString());
+    }
+    void signIn(const QString &name = u"sign-in"_s)
+    {
+        auth->signInWithGoogle(&context, [this, name](const auto &error) {
+            log.append(name + u": "_s + (error ? describe(*error, texts) : u"done"_s));
+        });
+    }
+    void askForToken()
+    {
+        auth->idToken(&context, [this](const auto &answer) {
+            log.append(answer.isOk() ? answer.value().value_or(u"no token"_s)
+                                     : describe(answer.error(), texts));
+        });
+        QCoreApplication::processEvents();
+    }
+    void answer(const Result<HttpResponse, HttpError> &result)
+    {
+        QVERIFY(http.answer(result));
+        QCoreApplication::processEvents();
+    }
+    [[nodiscard]] QStringList said()
+    {
+        QCoreApplication::processEvents();
+        return std::exchange(log, {});
+    }
+
+    QHash<QString, QString> values{{u"FIREBASE_API_KEY"_s, u"k&1"_s},
+                                   {u"VELLUMO_SECURETOKEN_URL"_s, u"http://tokens/"_s}};
+    QString language = u"English"_s;
+    QObject context;
+    QStringList log;
+    FakeClock clock;
+    FakeWorkspace workspace;
+    FakeHttpSession http;
+    FakeSecretItems secrets;
+    BilingualText texts{[this] { return language; }};
+    KeychainStore keychain{secrets};
+    GoogleOAuth browser{workspace, texts, u"https://site.example"_s};
+    std::unique_ptr<AuthService> auth;
+};
+
+} // namespace
+
+class TestAuthService : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsCallbacks_data();
+    void readsCallbacks();
+    void restoresWhatTheKeyringHas_data();
+    void restoresWhatTheKeyringHas();
+    void waitsForTheKeyringButNotLong();
+    void whatTheUserDidCountsMoreThanALateKeyring();
+    void keepsATokenWhileItIsGood_data();
+    void keepsATokenWhileItIsGood();
+    void tellsWhyThereIsNoToken_data();
+    void tellsWhyThereIsNoToken();
+    void signsIn();
+    void refusesAnIncompleteSignIn();
+    void keepsTheSessionWhenItsFirstTokenFails();
+    void oneSignInEndsTheOther();
+    void signingOutEndsWhatRuns();
+};
+
+void TestAuthService::readsCallbacks_data()
+{
+    using Parameters = GoogleOAuth::Parameters;
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<Parameters>("expected");
+    const auto row = [](const char *name, const QString &url, const Parameters &expected) {
+        QTest::newRow(name) << url << expected;
+    };
+    row("no query", u"vellumo://auth/callback#uid=1"_s, {});
+    row("an empty query", u"vellumo:?"_s, {});
+    row("the last of a name", u"vellumo://a?uid=1&uid=2&uid"_s, {{u"uid"_s, u"2"_s}});
+    row("empty and odd items", u"vellumo://a?uid=&=3&&email==?&%75=%26#x=1"_s,
+        {{u"uid"_s, {}}, {{}, u"3"_s}, {u"email"_s, u"=?"_s}, {u"u"_s, u"&"_s}});
+    row("a plus", u"vellumo://a?email=a+b%2Bc"_s, {{u"email"_s, u"a+b+c"_s}});
+    row("a megabyte", u"vellumo://a?uid="_s + QString(1 << 20, u'x'),
+        {{u"uid"_s, QString(1 << 20, u'x')}});
+}
+
+void TestAuthService::readsCallbacks()
+{
+    QFETCH(QString, url);
+    QTEST(GoogleOAuth::parameters(url), "expected");
+}
+
+void TestAuthService::restoresWhatTheKeyringHas_data()
+{
+    QTest::addColumn<Stored>("stored");
+    QTest::addColumn<QString>("state");
+    QTest::addRow("nothing") << Stored() << u"nobody"_s;
+    QTest::addRow("everything") << someone << u"u0 a@b.org"_s;
+    for (const QString &left : {u"refreshToken"_s, u"uid"_s, u"email"_s}) {
+        Stored stored = someone;
+        stored.remove(left);
+        QTest::addRow("without %s", qPrintable(left)) << stored << u"nobody"_s;
+    }
+    Stored garbage = someone;
+    garbage[u"uid"_s] = "\xff\xfe";
+    QTest::addRow("what is no text") << garbage << u"nobody"_s;
+}
+
+void TestAuthService::restoresWhatTheKeyringHas()
+{
+    QFETCH(Stored, stored);
+    const Desk desk(stored);
+    QTEST(desk.state(), "state");
+    QVERIFY(desk.http.requests.isEmpty());
+}
+
+void TestAuthService::waitsForTheKeyringButNotLong()
+{
+    Desk desk(someone, true);
+    desk.auth->whenRestored(&desk.context, [&] { desk.log.append(u"decided"_s); });
+    desk.clock.advance(499ms);
+    QCOMPARE(desk.said(), QStringList());
+    desk.clock.advance(1ms);
+    QCOMPARE(desk.said(), QStringList{u"decided"_s});
+    QCOMPARE(desk.state(), u"nobody"_s);
+    desk.secrets.isLocked = true;
+    desk.secrets.answerAll();
+    QCOMPARE(desk.state(), u"nobody"_s);
+    desk.secrets.isLocked = false;
+    Q_EMIT desk.secrets.becameReadable();
+    QCOMPARE(desk.said(), QStringList{u"onRestored"_s});
+    QCOMPARE(desk.state(), u"u0 a@b.org"_s);
+}
+
+void TestAuthService::whatTheUserDidCountsMoreThanALateKeyring()
+{
+    Desk signedIn(someone, true);
+    signedIn.signIn();
+    signedIn.browser.handleCallback(callback);
+    (void)signedIn.said();
+    signedIn.secrets.values = someone;
+    signedIn.secrets.answerAll();
+    QCOMPARE(signedIn.state(), u"u1 new+x@b.org working"_s);
+
+    Desk signedOut(someone, true);
+    signedOut.auth->signOut();
+    signedOut.secrets.answerAll();
+    Q_EMIT signedOut.secrets.becameReadable();
+    QCOMPARE(signedOut.said(), QStringList());
+    QCOMPARE(signedOut.state(), u"nobody"_s);
+}
+
+void TestAuthService::keepsATokenWhileItIsGood_data()
+{
+    QTest::addColumn<QByteArray>("lifetime");
+    QTest::addColumn<double>("after");
+    QTest::addColumn<bool>("isKept");
+    QTest::addRow("61 s left") << QByteArray("3600") << 3539.0 << true;
+    QTest::addRow("59 s left") << QByteArray("3600") << 3541.0 << false;
+    QTest::addRow("no number, 61 s left") << QByteArray("soon") << 3539.0 << true;
+    QTest::addRow("no number, 59 s left") << QByteArray("nan") << 3541.0 << false;
+    QTest::addRow("a fraction") << QByteArray("90.5") << 30.4 << true;
+    QTest::addRow("over before it began") << QByteArray("-5") << 0.0 << false;
+    QTest::addRow("for ever") << QByteArray("1e300") << 86'400.0 << false;
+    QTest::addRow("clock set back") << QByteArray("3600") << -1.0 << false;
+}
+
+void TestAuthService::keepsATokenWhileItIsGood()
+{
+    QFETCH(QByteArray, lifetime);
+    QFETCH(double, after);
+    QFETCH(bool, isKept);
+    Desk desk(someone);
+    desk.askForToken();
+    QCOMPARE(desk.http.requests.size(), 1);
+    const HttpRequest request = desk.http.requests.constFirst();
+    QCOMPARE(request.method, QByteArray("POST"));
+    QCOMPARE(request.url.toEncoded(), QByteArray("http://tokens/v1/token?key=k%261"));
+    QCOMPARE(request.headers, (HttpHeaders{{"Content-Type", "application/x-www-form-urlencoded"}}));
+    QCOMPARE(request.body, QByteArray("grant_type=refresh_token&refresh_token=r0"));
+    QCOMPARE(request.timeout, 60s);
+    desk.answer(tokens(lifetime));
+    QCOMPARE(desk.said(), QStringList{u"i1"_s});
+    QCOMPARE(desk.secrets.values.value(u"refreshToken"_s), QByteArray("r2"));
+
+    desk.clock.now += after;
+    desk.askForToken();
+    QCOMPARE(desk.http.requests.size(), isKept ? 1 : 2);
+    if (!isKept) {
+        QVERIFY(desk.http.requests.constLast().body.endsWith("=r2"));
+    } else {
+        desk.clock.advance(1h); // which the wall clock does not notice
+        desk.askForToken();
+        QCOMPARE(desk.http.requests.size(), 2);
+    }
+}
+
+void TestAuthService::tellsWhyThereIsNoToken_data()
+{
+    using Answer = Result<HttpResponse, HttpError>;
+    QTest::addColumn<Answer>("answer");
+    QTest::addColumn<QString>("said");
+    const auto row = [](const char *name, const Answer &answer, const QString &said) {
+        QTest::newRow(name) << answer << said;
+    };
+    const QString unreadable = u"The sign-in service gave an answer that cannot be read."_s;
+    row("an error", HttpResponse{400, {}, R"({"error":{"message":"TOKEN_EXPIRED : <b>"}})"},
+        u"TOKEN_EXPIRED : <b>"_s);
+    row("a page", HttpResponse{502, {}, "<html>"}, u"HTTP 502"_s);
+    row("an error of another form", HttpResponse{403, {}, R"({"error":{"message":7}})"},
+        u"HTTP 403"_s);
+    row("a redirect", HttpResponse{302, {}, tokens().body}, u"HTTP 302"_s);
+    row("no JSON", HttpResponse{200, {}, "ok"}, unreadable);
+    row("a number of seconds",
+        HttpResponse{200, {}, R"({"id_token":"i","refresh_token":"r","expires_in":3600})"},
+        unreadable);
+    row("no network", HttpError{HttpError::Kind::timedOut},
+        u"The sign-in service cannot be reached."_s);
+}
+
+void TestAuthService::tellsWhyThereIsNoToken()
+{
+    using Answer = Result<HttpResponse, HttpError>;
+    QFETCH(Answer, answer);
+    QFETCH(QString, said);
+    Desk desk(someone);
+    desk.askForToken();
+    desk.answer(answer);
+    QCOMPARE(desk.said(), QStringList{said});
+    QCOMPARE(desk.state(), u"u0 a@b.org"_s);
+    QCOMPARE(desk.secrets.values, someone);
+    desk.values.clear();
+    desk.askForToken();
+    QCOMPARE(desk.said(), QStringList{u"Firebase is not configured."_s});
+}
+
+void TestAuthService::signsIn()
+{
+    Desk desk;
+    desk.askForToken();
+    QCOMPARE(desk.said(), QStringList{u"no token"_s});
+    desk.signIn();
+    QCOMPARE(desk.workspace.openedUrls, QList<QUrl>{QUrl(u"https://site.example/login"_s)});
+    QCOMPARE(desk.state(), u"nobody working"_s);
+    desk.browser.handleCallback(callback);
+    QCOMPARE(desk.said(), QStringList());
+    desk.answer(tokens());
+    QCOMPARE(desk.said(), (QStringList{u"onSignedIn"_s, u"sign-in: done"_s}));
+    QCOMPARE(desk.state(), u"u1 new+x@b.org"_s);
+    QCOMPARE(desk.secrets.values,
+             (Stored{{u"refreshToken"_s, "r2"}, {u"uid"_s, "u1"}, {u"email"_s, "new+x@b.org"}}));
+    desk.askForToken();
+    QCOMPARE(desk.said(), QStringList{u"i1"_s});
+    QCOMPARE(desk.http.requests.size(), 1);
+}
+
+void TestAuthService::refusesAnIncompleteSignIn()
+{
+    for (const QString &query : {u""_s, u"?uid=u1"_s, u"?refreshToken=&uid=u1"_s}) {
+        Desk desk(someone);
+        desk.language = u"Chinese"_s;
+        desk.texts.refresh();
+        desk.signIn();
+        desk.browser.handleCallback(u"vellumo://auth"_s + query);
+        QCOMPARE(desk.said(), QStringList{u"sign-in: 登录未完成"_s});
+        QCOMPARE(desk.state(), u"u0 a@b.org"_s);
+        QCOMPARE(desk.secrets.values, someone);
+    }
+    Desk desk;
+    desk.workspace.opensUrls = false;
+    desk.signIn();
+    QCOMPARE(desk.said(), QStringList{u"sign-in: The browser could not be opened."_s});
+    desk.values.clear();
+    desk.signIn();
+    QCOMPARE(desk.said(), QStringList{u"sign-in: Firebase is not configured."_s});
+    QCOMPARE(desk.state(), u"nobody"_s);
+}
+
+void TestAuthService::keepsTheSessionWhenItsFirstTokenFails()
+{
+    Desk desk(someone);
+    desk.askForToken();
+    desk.answer(tokens());
+    (void)desk.said();
+    desk.signIn();
+    desk.browser.handleCallback(callback);
+    (void)desk.said();
+    desk.answer(HttpResponse{503, {}, {}});
+    QCOMPARE(desk.said(), QStringList{u"sign-in: HTTP 503"_s});
+    QCOMPARE(desk.state(), u"u1 new+x@b.org"_s);
+    desk.askForToken(); // the one of the former user is not good enough
+    QCOMPARE(desk.http.requests.constLast().body.right(2), QByteArray("r1"));
+}
+
+void TestAuthService::oneSignInEndsTheOther()
+{
+    Desk desk;
+    desk.browser.handleCallback(callback); // unasked
+    desk.signIn(u"first"_s);
+    desk.signIn(u"second"_s);
+    QCOMPARE(desk.said(), QStringList{u"first: Another sign-in was started."_s});
+    QCOMPARE(desk.state(), u"nobody working"_s);
+    desk.browser.handleCallback(callback);
+    (void)desk.said();
+    desk.browser.handleCallback(u"vellumo:?refreshToken=r9&uid=u9"_s); // once more
+    desk.answer(tokens());
+    QCOMPARE(desk.said(), (QStringList{u"onSignedIn"_s, u"second: done"_s}));
+    QCOMPARE(desk.state(), u"u1 new+x@b.org"_s);
+}
+
+void TestAuthService::signingOutEndsWhatRuns()
+{
+    Desk desk(someone);
+    desk.askForToken();
+    desk.auth->signOut();
+    desk.answer(tokens());
+    QCOMPARE(desk.said(), QStringList{u"no token"_s});
+    QCOMPARE(desk.state(), u"nobody"_s);
+    QCOMPARE(desk.secrets.values, Stored());
+
+    desk.signIn();
+    desk.browser.handleCallback(callback);
+    (void)desk.said();
+    desk.auth->signOut();
+    desk.answer(tokens());
+    QCOMPARE(desk.said(), QStringList{u"sign-in: Sign-in did not finish."_s});
+    QCOMPARE(desk.state(), u"nobody"_s);
+    QCOMPARE(desk.secrets.values, Stored());
+}
+
+QTEST_GUILESS_MAIN(TestAuthService)
+#include "test_auth_service.moc"
