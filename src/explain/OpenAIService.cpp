@@ -7,6 +7,7 @@
 #include "platform/Clock.h"
 
 #include <QPointer>
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +32,13 @@ std::optional<QUrl> joined(const QString &base, const QString &path)
 QByteArray bearer(const QString &token)
 {
     return "Bearer " + token.toUtf8();
+}
+
+/// A token with control characters would be a request that is not sent at all.
+bool isSound(const QString &token)
+{
+    return std::ranges::none_of(token,
+                                [](QChar c) { return c.category() == QChar::Other_Control; });
 }
 
 } // namespace
@@ -113,7 +121,7 @@ void OpenAIService::post(const QByteArray &body, QObject *context, const HttpCom
             return;
         }
         HttpRequest complete = request;
-        if (token) {
+        if (token && isSound(*token)) {
             complete.headers.append({"X-Firebase-Token", token->toUtf8()});
         }
         session.send(complete, context, completion);

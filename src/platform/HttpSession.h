@@ -17,7 +17,7 @@ using HttpHeaders = QList<std::pair<QByteArray, QByteArray>>;
 /// One request with its limits. What it carries may be secret and is never logged.
 struct HttpRequest {
     QByteArray method = "GET"; ///< GET or POST
-    QUrl url; ///< http or https
+    QUrl url; ///< https; or http to this machine or to an address of a private network
     HttpHeaders headers = {}; ///< sent as they stand, in place of what the session would send
     QByteArray body = {}; ///< of a POST
 
@@ -48,6 +48,8 @@ struct HttpError {
         untrusted, ///< no TLS connection, or the certificate is not to be trusted
         cutShort, ///< the connection ended before the answer did
         tooLarge, ///< the body exceeds its limit
+        insecure, ///< not sent: http to a host beyond this machine and private networks
+        unsendable, ///< not sent: no web address, or a header with control characters
         cancelled, ///< the session ended first
         other,
     };
@@ -63,7 +65,9 @@ using HttpCompletion = std::function<void(Result<HttpResponse, HttpError>)>;
 
 /// Sends HTTP requests, any number at a time, over connections that are kept for the next one.
 ///
-/// Certificates are verified and the system's proxies are used. A POST follows no redirect and is
+/// Certificates are verified and the system's proxies are used; when the system takes too long to
+/// tell them, those that it told last, else none. Nothing is sent over http but to this machine and
+/// to addresses of private networks. A POST follows no redirect and is
 /// not repeated, unless a kept connection turns out to be dead. A GET follows redirects within its
 /// origin (scheme, host and port), so that its headers reach no other host; one without headers of
 /// its own follows them anywhere, but not from https to http. No cookies, no cache.

@@ -32,8 +32,8 @@ public:
     /// Selected text of our own focused text field, empty when there is none.
     [[nodiscard]] virtual QString ownSelectedText() const = 0;
 
-    /// Hands the URL to the application that is registered for it; false when none could be
-    /// started.
+    /// Hands a web address (https, or http) to the browser; false for any other address, and when
+    /// no browser could be started.
     virtual bool openUrl(const QUrl &url) = 0;
 
 Q_SIGNALS:

@@ -39,6 +39,8 @@ Failure failureOf(HttpError::Kind kind)
         return Failure::Refused;
     case HttpError::Kind::cannotResolve:
     case HttpError::Kind::refused:
+    case HttpError::Kind::insecure:
+    case HttpError::Kind::unsendable:
     case HttpError::Kind::cancelled:
     case HttpError::Kind::other:
         return Failure::Unreachable;
@@ -152,7 +154,7 @@ void UpdateController::fail(Failure failure, const QString &reason)
 
 void UpdateController::openPage()
 {
-    if (with_.workspace.openUrl(page_)) {
+    if (page_.scheme() == "https"_L1 && with_.workspace.openUrl(page_)) {
         window_.close();
     } else {
         window_.showUnopenedPage();

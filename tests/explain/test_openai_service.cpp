@@ -292,6 +292,7 @@ void TestOpenAIService::firebaseToken_data()
     const QString base = u"OPENAI_BASE_URL"_s;
     QTest::newRow("token") << Answers{u"t"_s} << false << proxy << QByteArray("t");
     QTest::newRow("none") << Answers{std::nullopt} << false << proxy << QByteArray();
+    QTest::newRow("two lines") << Answers{u"t\nX: y"_s} << false << proxy << QByteArray();
     QTest::newRow("too late") << Answers{u"t"_s} << true << proxy << QByteArray();
     QTest::newRow("twice") << Answers{u"t"_s, u"u"_s} << false << proxy << QByteArray("t");
     QTest::newRow("own server") << Answers{u"t"_s} << false << base << QByteArray();

@@ -3,12 +3,16 @@
 
 #include "platform/qt/QtHttpExchange.h"
 
+#include "platform/qt/PostBody.h"
+#include "platform/qt/ProxyLookup.h"
+#include "platform/qt/RequestRules.h"
+
 #include <QCoreApplication>
-#include <QIODevice>
 #include <QMetaEnum>
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -43,45 +47,6 @@ HttpError::Kind kindOf(QNetworkReply::NetworkError error)
     }
 }
 
-/// The body of a POST. When a connection ends before the answer comes, Qt would read it again and
-/// send the request up to four times, and a service might do and charge for it as often. Here that
-/// happens once at most, and only over a connection that was kept from an earlier request, which
-/// may long have been dead.
-class PostBody : public QIODevice {
-public:
-    PostBody(QByteArray bytes, bool mayRepeat) : bytes_(std::move(bytes)), mayRepeat_(mayRepeat)
-    {
-        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    }
-
-    void forbidRepetition() { mayRepeat_ = false; }
-
-    [[nodiscard]] qint64 size() const override { return bytes_.size(); }
-    bool reset() override { return std::exchange(mayRepeat_, false) && QIODevice::reset(); }
-
-protected:
-    qint64 readData(char *data, qint64 length) override
-    {
-        const qint64 taken = std::min(length, bytes_.size() - pos());
-        std::copy_n(bytes_.constData() + pos(), taken, data);
-        return taken;
-    }
-    qint64 writeData(const char * /*data*/, qint64 /*length*/) override { return -1; }
-
-private:
-    QByteArray bytes_;
-    bool mayRepeat_;
-};
-
-QNetworkRequest::RedirectPolicy redirectPolicy(const HttpRequest &request)
-{
-    if (request.method == "POST") {
-        return QNetworkRequest::ManualRedirectPolicy;
-    }
-    return request.headers.isEmpty() ? QNetworkRequest::NoLessSafeRedirectPolicy
-                                     : QNetworkRequest::SameOriginRedirectPolicy;
-}
-
 QNetworkRequest networkRequest(const HttpRequest &request)
 {
     QNetworkRequest made(request.url);
@@ -92,8 +57,8 @@ QNetworkRequest networkRequest(const HttpRequest &request)
     }
     // Without TLS this would ask every server to switch protocols.
     made.setAttribute(QNetworkRequest::Http2AllowedAttribute, request.url.scheme() == "https"_L1);
-    made.setAttribute(QNetworkRequest::RedirectPolicyAttribute, redirectPolicy(request));
-    made.setMaximumRedirectsAllowed(mostRedirects);
+    made.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                      QNetworkRequest::ManualRedirectPolicy);
     for (const auto attribute :
          {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
           QNetworkRequest::AuthenticationReuseAttribute}) {
@@ -104,12 +69,16 @@ QNetworkRequest networkRequest(const HttpRequest &request)
 
 } // namespace
 
-QtHttpExchange::QtHttpExchange(QNetworkAccessManager &manager, const HttpRequest &request,
-                               Repetition repetition, QObject *context, HttpCompletion completion)
+QtHttpExchange::QtHttpExchange(QNetworkAccessManager &manager, ProxyLookup &proxies,
+                               const HttpRequest &request, Repetition repetition, QObject *context,
+                               HttpCompletion completion)
     : QObject(&manager)
+    , manager_(manager)
+    , proxies_(proxies)
+    , request_(request)
+    , repetition_(repetition)
     , context_(context)
     , completion_(std::move(completion))
-    , bodyLimit_(request.bodyLimit)
 {
     connect(context, &QObject::destroyed, this, &QtHttpExchange::abandon);
 
@@ -120,20 +89,27 @@ QtHttpExchange::QtHttpExchange(QNetworkAccessManager &manager, const HttpRequest
     total_.callOnTimeout(this, [this] { fail(HttpError::Kind::timedOut, u"too slow"_s); });
     total_.start(request.totalTimeout);
 
-    start(manager, request, repetition);
+    findWay();
 }
 
-void QtHttpExchange::start(QNetworkAccessManager &manager, const HttpRequest &request,
-                           Repetition repetition)
+void QtHttpExchange::findWay()
 {
-    const QNetworkRequest made = networkRequest(request);
-    if (request.method == "POST") {
-        auto *body = new PostBody(request.body, repetition == Repetition::allowed);
-        reply_ = manager.post(made, body);
+    proxies_.find(request_.url, this, [this] { start(); });
+}
+
+void QtHttpExchange::start()
+{
+    if (!completion_) {
+        return; // over before it began
+    }
+    const QNetworkRequest made = networkRequest(request_);
+    if (request_.method == "POST") {
+        auto *body = new PostBody(request_.body, repetition_ == Repetition::allowed);
+        reply_ = manager_.post(made, body);
         body->setParent(reply_);
         connect(reply_, &QNetworkReply::socketStartedConnecting, body, &PostBody::forbidRepetition);
     } else {
-        reply_ = manager.get(made);
+        reply_ = manager_.get(made);
     }
     reply_->setReadBufferSize(readAhead);
 
@@ -152,9 +128,38 @@ void QtHttpExchange::start(QNetworkAccessManager &manager, const HttpRequest &re
     connect(reply_, &QNetworkReply::finished, this, &QtHttpExchange::finish, Qt::QueuedConnection);
 }
 
+/// Where the answer sends a GET; empty when it does not.
+QUrl QtHttpExchange::redirection() const
+{
+    constexpr std::array redirects{301, 302, 303, 307, 308};
+    const bool isRedirect = request_.method != "POST"
+        && std::ranges::find(redirects, response_.status) != redirects.end();
+    const QByteArray location = isRedirect ? reply_->rawHeader("Location") : QByteArray();
+    return location.isEmpty() ? QUrl() : request_.url.resolved(QUrl::fromEncoded(location));
+}
+
+void QtHttpExchange::followTo(const QUrl &url)
+{
+    const bool isLessSafe = request_.url.scheme() == "https"_L1 && url.scheme() != "https"_L1;
+    const bool isElsewhere = originOf(url) != originOf(request_.url);
+    if (++redirects_ > mostRedirects || isLessSafe
+        || (isElsewhere && !request_.headers.isEmpty())) {
+        fail(HttpError::Kind::other, u"redirect not followed"_s);
+        return;
+    }
+    if (const auto refusal = refusalOf(url)) {
+        fail(refusal->kind, refusal->detail);
+        return;
+    }
+    endTransfer();
+    response_ = {};
+    request_.url = url;
+    findWay();
+}
+
 void QtHttpExchange::checkHead()
 {
-    if (reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong() > bodyLimit_) {
+    if (reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong() > request_.bodyLimit) {
         fail(HttpError::Kind::tooLarge, u"announced"_s);
     }
 }
@@ -164,8 +169,8 @@ void QtHttpExchange::takeBody()
     if (!reply_) {
         return;
     }
-    response_.body += reply_->read(bodyLimit_ - response_.body.size() + 1);
-    if (response_.body.size() > bodyLimit_) {
+    response_.body += reply_->read(request_.bodyLimit - response_.body.size() + 1);
+    if (response_.body.size() > request_.bodyLimit) {
         fail(HttpError::Kind::tooLarge, u"received"_s);
     }
 }
@@ -178,8 +183,11 @@ void QtHttpExchange::finish()
     }
     const QNetworkReply::NetworkError error = reply_->error();
     response_.status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    // Qt makes ready to send a POST once more as it is told to go elsewhere, which is not followed.
+    const bool isRedirect = error == QNetworkReply::ContentReSendError
+        && (response_.status == 307 || response_.status == 308) && isWhole();
     // Qt flags an answer of a status from 400 on as an error, of a kind that tells the status.
-    const bool isAnswer = error == QNetworkReply::NoError
+    const bool isAnswer = error == QNetworkReply::NoError || isRedirect
         || (response_.status >= 400 && error > QNetworkReply::UnknownProxyError
             && error != QNetworkReply::ContentReSendError
             && error != QNetworkReply::ProtocolFailure);
@@ -189,11 +197,22 @@ void QtHttpExchange::finish()
                  QMetaEnum::fromType<QNetworkReply::NetworkError>().valueToKey(error)));
         return;
     }
+    if (const QUrl url = redirection(); !url.isEmpty()) {
+        followTo(url);
+        return;
+    }
     for (const auto &[name, value] : reply_->rawHeaderPairs()) {
         response_.headers.append({name, value});
     }
     Q_EMIT answered();
     complete(std::move(response_));
+}
+
+/// Whether as much has come as was announced.
+bool QtHttpExchange::isWhole() const
+{
+    return response_.body.size()
+        >= reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong();
 }
 
 void QtHttpExchange::cancel()
@@ -221,12 +240,17 @@ void QtHttpExchange::abandon()
     completion_ = {};
     silence_.stop();
     total_.stop();
+    endTransfer();
+    deleteLater();
+}
+
+void QtHttpExchange::endTransfer()
+{
     if (QNetworkReply *reply = std::exchange(reply_, nullptr)) {
         disconnect(reply, nullptr, this, nullptr);
         reply->abort();
         reply->deleteLater();
     }
-    deleteLater();
 }
 
 } // namespace vellumo

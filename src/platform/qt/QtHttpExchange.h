@@ -11,6 +11,8 @@ class QNetworkAccessManager;
 
 namespace vellumo {
 
+class ProxyLookup;
+
 /// One request on its way: keeps its limits, gathers the answer, and completes once. Owned by the
 /// manager; deletes itself when it is over.
 class QtHttpExchange : public QObject {
@@ -20,7 +22,7 @@ public:
     /// Whether a POST may be sent again when its connection turns out to be dead.
     enum class Repetition : quint8 { forbidden, allowed };
 
-    QtHttpExchange(QNetworkAccessManager &manager, const HttpRequest &request,
+    QtHttpExchange(QNetworkAccessManager &manager, ProxyLookup &proxies, const HttpRequest &request,
                    Repetition repetition, QObject *context, HttpCompletion completion);
 
     /// Ends the transfer and completes at once.
@@ -31,17 +33,26 @@ Q_SIGNALS:
     void answered();
 
 private:
-    void start(QNetworkAccessManager &manager, const HttpRequest &request, Repetition repetition);
+    void findWay();
+    void start();
+    [[nodiscard]] QUrl redirection() const;
+    void followTo(const QUrl &url);
     void checkHead();
     void takeBody();
     void finish();
+    [[nodiscard]] bool isWhole() const;
     void fail(HttpError::Kind kind, const QString &detail);
     void complete(const Result<HttpResponse, HttpError> &result);
     void abandon();
+    void endTransfer();
 
+    QNetworkAccessManager &manager_;
+    ProxyLookup &proxies_;
+    HttpRequest request_; ///< with the address that is being asked
+    Repetition repetition_;
+    int redirects_ = 0; ///< that were followed
     QPointer<QObject> context_;
     HttpCompletion completion_; ///< empty once it is over
-    qint64 bodyLimit_;
     HttpResponse response_;
     QPointer<QNetworkReply> reply_;
     QTimer silence_;

@@ -4,8 +4,8 @@
 #include "platform/qt/QtHttpSession.h"
 
 #include "platform/qt/QtHttpExchange.h"
+#include "platform/qt/RequestRules.h"
 
-#include <QHostAddress>
 #include <QNetworkAccessManager>
 #include <QNetworkProxyFactory>
 #include <QSslSocket>
@@ -17,29 +17,26 @@ namespace vellumo {
 
 namespace {
 
-/// The proxies of the environment and of the desktop's settings, but none on the way to this very
-/// machine, where a model server may listen.
-class SystemProxies : public QNetworkProxyFactory {
+/// Answers without delay what has been found out before.
+class KnownProxies : public QNetworkProxyFactory {
 public:
+    explicit KnownProxies(const ProxyLookup &lookup) : lookup_(lookup) { }
+
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
     {
-        const QString host = query.peerHostName();
-        if (host == "localhost"_L1 || QHostAddress(host).isLoopback()) {
-            return {QNetworkProxy::NoProxy};
-        }
-        return systemProxyForQuery(query);
+        return lookup_.found(query.url());
     }
-};
 
-QString originOf(const QUrl &url)
-{
-    return url.toString(QUrl::RemoveUserInfo | QUrl::RemovePath | QUrl::RemoveQuery
-                        | QUrl::RemoveFragment);
-}
+private:
+    const ProxyLookup &lookup_;
+};
 
 } // namespace
 
-QtHttpSession::QtHttpSession() = default;
+QtHttpSession::QtHttpSession(ProxyLookup::System proxies, std::chrono::milliseconds proxyPatience)
+    : proxies_(std::move(proxies), proxyPatience)
+{
+}
 
 QtHttpSession::~QtHttpSession()
 {
@@ -54,13 +51,19 @@ QtHttpSession::~QtHttpSession()
 
 void QtHttpSession::send(const HttpRequest &request, QObject *context, HttpCompletion completion)
 {
+    if (const auto refusal = refusalOf(request)) {
+        QMetaObject::invokeMethod(
+            context, [completion = std::move(completion), refusal] { completion(*refusal); },
+            Qt::QueuedConnection);
+        return;
+    }
     // Only of a server that has answered can there be a connection that was kept.
     const QString origin = originOf(request.url);
     const auto repetition = answeringOrigins_.contains(origin)
         ? QtHttpExchange::Repetition::allowed
         : QtHttpExchange::Repetition::forbidden;
-    auto *exchange =
-        new QtHttpExchange(manager(), request, repetition, context, std::move(completion));
+    auto *exchange = new QtHttpExchange(manager(), proxies_, request, repetition, context,
+                                        std::move(completion));
     QObject::connect(exchange, &QtHttpExchange::answered, manager_.get(),
                      [this, origin] { answeringOrigins_.insert(origin); });
 }
@@ -75,7 +78,7 @@ QNetworkAccessManager &QtHttpSession::manager()
 {
     if (!manager_) {
         manager_ = std::make_unique<QNetworkAccessManager>();
-        manager_->setProxyFactory(new SystemProxies);
+        manager_->setProxyFactory(new KnownProxies(proxies_));
     }
     return *manager_;
 }

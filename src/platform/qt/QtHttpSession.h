@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/HttpSession.h"
+#include "platform/qt/ProxyLookup.h"
 #include <QSet>
 #include <memory>
 
@@ -14,7 +15,8 @@ namespace vellumo {
 /// a TLS server offers it.
 class QtHttpSession : public HttpSession {
 public:
-    QtHttpSession();
+    explicit QtHttpSession(ProxyLookup::System proxies = &ProxyLookup::ofSystem,
+                           std::chrono::milliseconds proxyPatience = std::chrono::seconds(5));
     /// Completes what is still under way as cancelled.
     ~QtHttpSession() override;
     QtHttpSession(const QtHttpSession &) = delete;
@@ -28,6 +30,7 @@ public:
 private:
     [[nodiscard]] QNetworkAccessManager &manager();
 
+    ProxyLookup proxies_;
     QSet<QString> answeringOrigins_; ///< scheme, host and port of servers that have answered
     std::unique_ptr<QNetworkAccessManager> manager_; ///< absent until it is needed
 };

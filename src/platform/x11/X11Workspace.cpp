@@ -165,8 +165,9 @@ QString X11Workspace::ownSelectedText() const
 
 bool X11Workspace::openUrl(const QUrl &url)
 {
-    if (!url.isValid() || url.scheme().isEmpty()) {
-        return false;
+    const bool isWeb = url.scheme() == "https"_L1 || url.scheme() == "http"_L1;
+    if (!url.isValid() || !isWeb || url.host().isEmpty()) {
+        return false; // a file or a program's own scheme could be made to do anything
     }
     return QProcess::startDetached(u"xdg-open"_s, {QString::fromLatin1(url.toEncoded())})
         || QDesktopServices::openUrl(url);

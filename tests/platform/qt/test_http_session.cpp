@@ -3,6 +3,9 @@
 #include "platform/qt/QtHttpSession.h"
 #include "support/HttpServer.h"
 #include "support/Waiting.h"
+#include <QElapsedTimer>
+#include <QNetworkProxy>
+#include <QSemaphore>
 #include <QSslConfiguration>
 #include <QTest>
 
@@ -72,6 +75,7 @@ private Q_SLOTS:
     void endsInBoundedMemory();
     void redirects();
     void endsWithItsContextOrTheSession();
+    void doesNotWaitForProxiesForEver();
 
 private:
     QSslConfiguration untouched_ = QSslConfiguration::defaultConfiguration();
@@ -108,6 +112,17 @@ void TestHttpSession::answers_data()
         {"refused as too many", {.status = "429 Too Many", .body = "{}"}, "429 {}"},
         {"server error", {.status = "500 Oops", .body = "<html>"}, "500 <html>"},
         {"redirect", {.status = "302 Found", .headers = {{"Location", "/x"}}}, "302 "},
+        {"redirect of the same method",
+         {.status = "307 There", .headers = {{"Location", "/x"}}, .body = "there"},
+         "307 there"},
+        {"redirect for good", {.status = "308 There", .headers = {{"Location", "/x"}}}, "308 "},
+        {"redirect cut in the body",
+         {.status = "307 There",
+          .headers = {{"Location", "/x"}},
+          .body = "0123456789",
+          .stopsAfter = 60,
+          .closes = true},
+         failure(Kind::cutShort)},
         {"interim answer first", raw("HTTP/1.1 100 Continue\r\n\r\n" + head + "0123456789", false),
          "200 0123456789"},
         {"end of connection ends the body", raw("HTTP/1.1 200 OK\r\n\r\nabc"), "200 abc"},
@@ -199,12 +214,19 @@ void TestHttpSession::cannotConnect_data()
     QTest::addColumn<QString>("what");
     QTest::addColumn<Kind>("expected");
     QTest::newRow("nobody listens") << u"refused"_s << Kind::refused;
-    QTest::newRow("no such name") << u"http://nowhere.invalid/v1"_s << Kind::cannotResolve;
-    QTest::newRow("no such name, TLS") << u"https://nowhere.invalid/v1"_s << Kind::cannotResolve;
+    QTest::newRow("no such name") << u"https://nowhere.invalid/v1"_s << Kind::cannotResolve;
+    QTest::newRow("below this machine's name, plain")
+        << u"http://nowhere.localhost/v1"_s << Kind::insecure;
     QTest::newRow("unknown authority") << u"untrusted"_s << Kind::untrusted;
     QTest::newRow("another's certificate") << u"number"_s << Kind::untrusted;
-    QTest::newRow("another scheme") << u"file:///etc/hostname"_s << Kind::other;
-    QTest::newRow("no address") << u""_s << Kind::other;
+    QTest::newRow("public, plain") << u"http://nowhere.invalid/v1"_s << Kind::insecure;
+    QTest::newRow("public number, plain") << u"http://192.0.2.1/v1"_s << Kind::insecure;
+    QTest::newRow("private number in a name")
+        << u"http://10.0.0.1.nip.invalid/"_s << Kind::insecure;
+    QTest::newRow("another scheme") << u"file:///etc/hostname"_s << Kind::unsendable;
+    QTest::newRow("a key of two lines") << u"key"_s << Kind::unsendable;
+    QTest::newRow("no host") << u"https:///v1"_s << Kind::unsendable;
+    QTest::newRow("no address") << u""_s << Kind::unsendable;
 }
 
 void TestHttpSession::cannotConnect()
@@ -219,13 +241,15 @@ void TestHttpSession::cannotConnect()
         server.stopListening();
     else if (what == "number"_L1)
         url.setHost(u"127.0.0.1"_s);
-    else if (what != "untrusted"_L1)
+    else if (what != "untrusted"_L1 && what != "key"_L1)
         url = QUrl(what);
 
     QtHttpSession session;
     Outcomes outcomes;
     HttpRequest request = post(url);
     request.timeout = 20s;
+    if (what == "key"_L1)
+        request.headers.last().second += "\r\nX-Injected: 1";
     session.send(request, this, outcomes.completion());
     QVERIFY(outcomes.all.isEmpty());
     QVERIFY(outcomes.wait());
@@ -333,6 +357,38 @@ void TestHttpSession::endsWithItsContextOrTheSession()
     QCOMPARE(cancelled.all.size(), 1);
     QCOMPARE(text(cancelled.all.constFirst()), describe(Kind::cancelled).toUtf8());
     QVERIFY(abandoned.all.isEmpty());
+}
+
+void TestHttpSession::doesNotWaitForProxiesForEver()
+{
+    HttpServer proxy; // takes requests for any host
+    proxy.answer("GET", "http://10.0.0.1/", {.body = "through the proxy"});
+    const QNetworkProxy found(QNetworkProxy::HttpProxy, u"127.0.0.1"_s,
+                              static_cast<quint16>(proxy.url({}).port()));
+    const auto mayAnswer = std::make_shared<QSemaphore>(2);
+    QtHttpSession session(
+        [mayAnswer, found](const QUrl & /*url*/) {
+            mayAnswer->acquire();
+            return QList<QNetworkProxy>{found};
+        },
+        200ms);
+    const auto send = [&](const QUrl &url) {
+        Outcomes outcomes;
+        session.send(get(url), this, outcomes.completion());
+        return outcomes.wait() ? text(outcomes.all.constFirst()) : QByteArray();
+    };
+    QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
+    mayAnswer->acquire();
+
+    // now nobody tells: what was known is used, and this machine is never asked about
+    QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(send(QUrl(u"http://127.0.0.1:1/"_s)), describe(Kind::refused).toUtf8());
+    for (int i = 0; i < 20; ++i)
+        QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
+    QCOMPARE_LT(timer.elapsed(), 20 * 200); // not waited for each time
+    mayAnswer->release(2);
 }
 
 QTEST_GUILESS_MAIN(TestHttpSession)

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void followsForeignProcesses();
     void ownWindowsChangeNothing();
     void emptyDesktop();
+    void opensOnlyWebAddresses();
 
 private:
     struct Session;
@@ -136,6 +137,14 @@ void TestX11Workspace::emptyDesktop()
     // Openbox goes on naming the window that has gone.
     QVERIFY(QTest::qWaitFor([&] { return !s->windows.process(s->windows.activeWindow()); }));
     QCOMPARE(s->frontmost(), process); // kept while nothing is active
+}
+
+void TestX11Workspace::opensOnlyWebAddresses()
+{
+    const auto desk = session();
+    for (const char *address : {"", "file:///etc/hostname", "javascript:alert(1)", "mailto:a@b.c",
+                                "--help", "https:", "vellumo://auth"})
+        QVERIFY2(!desk->workspace.openUrl(QUrl(QString::fromLatin1(address))), address);
 }
 
 QTEST_MAIN(TestX11Workspace)
