@@ -7,6 +7,7 @@ namespace {
 
 // More applications than anyone has open; the oldest guesses are worth little.
 constexpr qsizetype mostApplications = 64;
+constexpr qsizetype mostAwakened = 1024;
 
 void registerEvent(const QDBusConnection &bus, const QString &event)
 {
@@ -15,6 +16,27 @@ void registerEvent(const QDBusConnection &bus, const QString &event)
         QString::fromLatin1(Atspi::registry), QStringLiteral("RegisterEvent"));
     message.setArguments({event, QStringList(), QString()});
     bus.send(message);
+}
+
+/// Asks what a reader will ask, without waiting and without reading: the range of text is empty.
+/// Browsers gather the texts of a page only when somebody asks for one, which takes tens of
+/// milliseconds; this way they are not those after a double tap.
+void awaken(const QDBusConnection &bus, const ObjectReference &object)
+{
+    const auto ask = [&](const ObjectReference &whom, const char *interface, const char *method,
+                         const QVariantList &arguments = {}) {
+        auto message = QDBusMessage::createMethodCall(
+            whom.service, whom.path, QString::fromLatin1(interface), QString::fromLatin1(method));
+        message.setArguments(arguments);
+        bus.send(message);
+    };
+    ask(Atspi::rootOf(object.service), Atspi::accessible, "GetChildren");
+    ask(object, Atspi::accessible, "GetRole");
+    ask(object, Atspi::text, "GetNSelections");
+    ask(object, Atspi::text, "GetSelection", {0});
+    ask(object, Atspi::text, "GetText", {0, 0});
+    ask(object, Atspi::hypertext, "GetLinkIndex", {0});
+    ask(object, Atspi::hypertext, "GetLink", {0});
 }
 
 ObjectReference senderOf(const QDBusMessage &message)
@@ -27,6 +49,7 @@ ObjectReference senderOf(const QDBusMessage &message)
 void FocusEvents::listenOn(const QDBusConnection &bus)
 {
     QDBusConnection connection = bus;
+    bus_ = bus;
     const auto objectEvents = QStringLiteral("org.a11y.atspi.Event.Object");
     connection.connect(QString(), QString(), objectEvents, QStringLiteral("StateChanged"),
                        {QStringLiteral("focused")}, QString(), this,
@@ -42,6 +65,7 @@ void FocusEvents::listenOn(const QDBusConnection &bus)
 
 void FocusEvents::clear()
 {
+    awakened_.clear();
     focused_.clear();
     before_.clear();
 }
@@ -64,6 +88,18 @@ void FocusEvents::remember(const ObjectReference &focused)
     focused_.insert(focused.service, focused);
 }
 
+void FocusEvents::wake(const ObjectReference &object)
+{
+    const QString key = object.service + object.path;
+    if (bus_ && object.service != bus_->baseService() && !awakened_.contains(key)) {
+        if (awakened_.size() >= mostAwakened) {
+            awakened_.clear();
+        }
+        awakened_.insert(key);
+        awaken(*bus_, object);
+    }
+}
+
 void FocusEvents::forget(const QString &service)
 {
     focused_.remove(service);
@@ -82,6 +118,7 @@ void FocusEvents::onStateChanged(const QDBusMessage &message)
     }
     if (isFocused) {
         remember(senderOf(message));
+        wake(senderOf(message));
     } else if (last == senderOf(message)) {
         forget(message.service());
     }
@@ -89,6 +126,7 @@ void FocusEvents::onStateChanged(const QDBusMessage &message)
 
 void FocusEvents::onTextSelectionChanged(const QDBusMessage &message)
 {
+    wake(senderOf(message));
     // Without a better guess: a text that the user selects in usually has the focus.
     if (focusedIn(message.service()).isNull()) {
         remember(senderOf(message));

@@ -7,6 +7,8 @@
 #include <QDBusMessage>
 #include <QHash>
 #include <QObject>
+#include <QSet>
+#include <optional>
 
 namespace vellumo {
 
@@ -38,6 +40,10 @@ private Q_SLOTS:
     void onWindowActivated(const QDBusMessage &message);
 
 private:
+    void wake(const ObjectReference &object);
+
+    std::optional<QDBusConnection> bus_; ///< that of the events
+    QSet<QString> awakened_; ///< by service and path
     QHash<QString, ObjectReference> focused_; ///< by service
     QHash<QString, ObjectReference> before_; ///< by service
 };
