@@ -23,8 +23,10 @@ packages_run=(
 packages_desktop=(
     xvfb dbus-x11 openbox x11-utils x11-xserver-utils firefox-esr
 )
+# The stand-in backend keeps its tables in SQLite.
+packages_backend=(libqt6sql6-sqlite)
 packages_test=(
-    "${packages_desktop[@]}" qml6-module-qttest
+    "${packages_desktop[@]}" "${packages_backend[@]}" qml6-module-qttest
     xfwm4 mutter kwin-x11 picom openssl gnome-keyring libsecret-tools xdotool xclip
     chromium mousepad gnome-text-editor evince xterm
     desktop-file-utils appstream libglib2.0-bin

@@ -170,7 +170,7 @@ QByteArrayList HttpReceived::header(const QByteArray &name) const
     return values;
 }
 
-HttpServer::HttpServer(Security security) : security_(security)
+HttpServer::HttpServer(Security security, quint16 port) : security_(security)
 {
     if (security == Security::tls) {
         auto server = std::make_unique<QSslServer>();
@@ -183,8 +183,8 @@ HttpServer::HttpServer(Security security) : security_(security)
     } else {
         server_ = std::make_unique<QTcpServer>();
     }
-    if (!server_->listen(QHostAddress::LocalHost))
-        qFatal("no free port on the loopback interface");
+    if (!server_->listen(QHostAddress::LocalHost, port))
+        qFatal("cannot listen on the loopback interface: %s", qPrintable(server_->errorString()));
     base_.setScheme(security == Security::tls ? u"https"_s : u"http"_s);
     base_.setHost(security == Security::tls ? u"localhost"_s : u"127.0.0.1"_s);
     base_.setPort(server_->serverPort());
@@ -260,11 +260,24 @@ void HttpServer::take(QTcpSocket *socket)
 void HttpServer::serve(QTcpSocket *socket, HttpReceived request)
 {
     const QByteArray known = request.method + ' ' + request.target;
-    requests_.append(std::move(request));
     const auto found = answers_.constFind(known);
+    if (found == answers_.cend() && handler_) {
+        send(socket, handler_(request));
+        return;
+    }
+    requests_.append(std::move(request));
     if (found == answers_.cend())
         qFatal("the server was asked for something unknown: %s", known.constData());
-    new Sender(socket, *found, bytesSent_);
+    send(socket, *found);
+}
+
+void HttpServer::send(QTcpSocket *socket, const HttpAnswer &answer)
+{
+    const auto begin = [this, socket, answer] { new Sender(socket, answer, bytesSent_); };
+    if (answer.delay.count() > 0)
+        QTimer::singleShot(answer.delay, socket, begin);
+    else
+        begin();
 }
 
 } // namespace vellumo::test

@@ -42,17 +42,21 @@ struct HttpAnswer {
     std::optional<qsizetype> stopsAfter = {}; ///< bytes of all that would be sent
     bool closes = false; ///< the connection afterwards; otherwise it waits for the next request
     std::chrono::milliseconds bytePause{0}; ///< if not 0, one byte at a time with this pause
+    std::chrono::milliseconds delay{0}; ///< before the first byte
 };
 
-/// HTTP/1.1 on a free loopback port, plain or with TLS. Records every request whole; one that no
-/// answer was set for ends the test run.
+/// HTTP/1.1 on a loopback port, plain or with TLS. Records every request whole; one that no answer
+/// was set for ends the test run, unless there is a handler, who is then asked instead.
 class HttpServer : public QObject {
     Q_OBJECT
 
 public:
     enum class Security : quint8 { plain, tls };
 
-    explicit HttpServer(Security security = Security::plain);
+    using Handler = std::function<HttpAnswer(const HttpReceived &)>;
+
+    /// Port 0 is any free one. A port that cannot be had ends the process.
+    explicit HttpServer(Security security = Security::plain, quint16 port = 0);
     ~HttpServer() override;
     Q_DISABLE_COPY_MOVE(HttpServer)
 
@@ -65,6 +69,8 @@ public:
 
     /// Sets the answer to requests of a method and a target from now on.
     void answer(const QByteArray &method, const QByteArray &target, const HttpAnswer &answer);
+    /// Lets the handler answer everything else. What it is asked is not recorded.
+    void answerWith(Handler handler) { handler_ = std::move(handler); }
 
     [[nodiscard]] const QList<HttpReceived> &requests() const { return requests_; }
     void forgetRequests() { requests_.clear(); }
@@ -81,11 +87,13 @@ public:
 private:
     void take(QTcpSocket *socket);
     void serve(QTcpSocket *socket, HttpReceived request);
+    void send(QTcpSocket *socket, const HttpAnswer &answer);
 
     std::unique_ptr<QTcpServer> server_;
     Security security_;
     QUrl base_;
     QHash<QByteArray, HttpAnswer> answers_; ///< by method, blank and target
+    Handler handler_;
     QList<HttpReceived> requests_;
     int connections_ = 0;
     int openConnections_ = 0;

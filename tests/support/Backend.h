@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "support/BackendTables.h"
+#include "support/HttpServer.h"
+#include <QStringList>
+
+namespace vellumo::test {
+
+/// Stands in for everything behind an account, on one loopback port: the web site's login page, the
+/// secure-token service, and the notes service with its four operations. Strict: what a client of
+/// ours would never send is refused and remembered as a complaint.
+class Backend : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Fault : quint8 {
+        none,
+        offline, ///< the connection ends without an answer, and nothing is stored
+        slow, ///< answers after slowness
+        serverError, ///< status 500
+        graphqlErrors, ///< status 200 with two errors, and nothing is stored
+        tokenExpired, ///< every ID token counts as expired
+        cutAfterStoring, ///< the connection ends when all is done
+        malformed, ///< status 200 with half an answer
+    };
+
+    /// How far an operation has come.
+    enum class Step : quint8 { received, stored };
+
+    /// The database is made when it is missing. Port 0 is any free one.
+    explicit Backend(const QString &database, quint16 port = 0);
+
+    [[nodiscard]] static QString apiKey();
+    /// What a vellumo must have in its environment to use this backend.
+    [[nodiscard]] QList<std::pair<QString, QString>> environment() const;
+    [[nodiscard]] QString dataConnectUrl() const;
+    [[nodiscard]] quint16 port() const;
+
+    /// The fault of requests from now on; of the four operations and of token refreshes.
+    void fail(Fault fault) { fault_ = fault; }
+    std::chrono::milliseconds slowness{2000};
+    std::chrono::seconds tokenLifetime{3600};
+
+    [[nodiscard]] BackendTables &tables() { return tables_; }
+    /// One line for each request that was not as agreed; no contents.
+    [[nodiscard]] const QStringList &complaints() const { return complaints_; }
+    /// How many requests of this operation were understood, "token" for refreshes.
+    [[nodiscard]] int count(const QString &operation) const { return counts_.value(operation); }
+
+    /// Called at each step of each of the four operations.
+    std::function<void(const QString &operation, Step step)> onStep;
+    /// Called with one line for each request: what it was and how it went; no contents.
+    std::function<void(const QString &line)> onLine;
+
+private:
+    [[nodiscard]] HttpAnswer serve(const HttpReceived &request);
+    [[nodiscard]] HttpAnswer route(const HttpReceived &request);
+    [[nodiscard]] static HttpAnswer loginPage();
+    [[nodiscard]] HttpAnswer finishLogin(const QUrlQuery &query);
+    [[nodiscard]] HttpAnswer control(const QByteArray &body);
+    [[nodiscard]] HttpAnswer refresh(const HttpReceived &request, const QUrlQuery &query);
+    [[nodiscard]] HttpAnswer execute(const QString &kind, const HttpReceived &request,
+                                     const QUrlQuery &query);
+    [[nodiscard]] HttpAnswer perform(const QString &operation, const QString &uid,
+                                     const QJsonObject &variables);
+    [[nodiscard]] HttpAnswer complain(const QString &what);
+    void reached(const QString &operation, Step step);
+    [[nodiscard]] HttpAnswer spoilt(const HttpAnswer &answer) const;
+
+    BackendTables tables_;
+    HttpServer server_;
+    Fault fault_ = Fault::none;
+    QString label_; ///< of the request that is being answered, for its line
+    QStringList complaints_;
+    QHash<QString, int> counts_;
+};
+
+} // namespace vellumo::test

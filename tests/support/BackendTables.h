@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <chrono>
+#include <map>
+#include <optional>
+
+namespace vellumo::test {
+
+/// What the stand-in backend keeps: accounts, tokens, profiles, notes and follow-ups, in an SQLite
+/// file that outlives the process, however it ends. A file that cannot be used ends the process.
+class BackendTables {
+public:
+    explicit BackendTables(const QString &file);
+    ~BackendTables();
+    BackendTables(const BackendTables &) = delete;
+    BackendTables &operator=(const BackendTables &) = delete;
+    BackendTables(BackendTables &&) = delete;
+    BackendTables &operator=(BackendTables &&) = delete;
+
+    /// The account's id; one that is not known yet is made.
+    QString uidOf(const QString &email);
+    QString newRefreshToken(const QString &uid);
+    QString newIdToken(const QString &uid, std::chrono::seconds lifetime);
+    [[nodiscard]] std::optional<QString> uidOfRefreshToken(const QString &token);
+    /// Absent also when the token's time is over.
+    [[nodiscard]] std::optional<QString> uidOfIdToken(const QString &token);
+    void expireIdTokens();
+
+    // Each answers what went wrong, as the database of the real service would say it, or nothing.
+    std::optional<QString> upsertProfile(const QString &uid, const QJsonObject &variables);
+    std::optional<QString> createNote(const QString &uid, const QJsonObject &variables);
+    std::optional<QString> addFollowUp(const QString &uid, const QJsonObject &variables);
+
+    /// The user's notes as the ListNotes operation answers them, oldest first.
+    [[nodiscard]] QJsonArray notes(const QString &uid);
+    [[nodiscard]] QJsonObject profile(const QString &uid);
+
+private:
+    QSqlQuery &run(const QString &statement, const QVariantList &values = {});
+    [[nodiscard]] std::optional<QString> value(const QString &statement,
+                                               const QVariantList &values);
+    [[nodiscard]] qint64 now();
+
+    QSqlDatabase database_;
+    std::map<QString, QSqlQuery> prepared_; ///< by statement
+    qint64 lastTime_ = 0; ///< microseconds since 1970; no two rows get the same
+};
+
+} // namespace vellumo::test
