@@ -16,10 +16,14 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace vellumo {
 
 namespace {
+
+constexpr qint64 megabyte = 1'000'000;
+constexpr auto gatheringPerMegabyte = 50ms; // keeps saving below a tenth of the time of a long sync
 
 const QString cloudKey = u"cloud"_s;
 
@@ -50,7 +54,16 @@ NotesStore::NotesStore(QString storeURL, QObject *parent)
     : NotesStoring(parent)
     , storeURL_(std::move(storeURL))
 {
+    bookkeepingTimer_.setSingleShot(true);
+    bookkeepingTimer_.callOnTimeout(this, [this] { save(Durability::Ordinary); });
     load();
+}
+
+NotesStore::~NotesStore()
+{
+    if (bookkeepingTimer_.isActive()) {
+        save(Durability::Ordinary);
+    }
 }
 
 QString NotesStore::defaultStorePath()
@@ -75,6 +88,7 @@ void NotesStore::load()
         hasUnreadableFile_ = true;
         return;
     }
+    fileSize_ = bytes.size();
     if (auto current = StoreFile::fromJson(bytes)) {
         adopt(current->buckets);
         syncStates_ = current->syncStates.value_or(NoteSyncStates());
@@ -106,6 +120,7 @@ void NotesStore::adopt(const QList<StoredNotesBucket> &buckets)
 
 void NotesStore::save(Durability durability)
 {
+    bookkeepingTimer_.stop();
     if (const auto failure = trySave(durability)) {
         printLine(u"vellumo could not save notes: "_s + *failure);
     }
@@ -122,7 +137,11 @@ std::optional<QString> NotesStore::trySave(Durability durability)
         }
         hasUnreadableFile_ = false;
     }
-    return replaceFile(storeURL_, encoded(), durability);
+    const QList<QByteArray> pieces = encoded();
+    fileSize_ =
+        std::accumulate(pieces.cbegin(), pieces.cend(), qint64{0},
+                        [](qint64 size, const QByteArray &piece) { return size + piece.size(); });
+    return replaceFile(storeURL_, pieces, durability);
 }
 
 void NotesStore::bucketChanged(const QString &key)
@@ -267,8 +286,17 @@ void NotesStore::mergeRemote(const QList<ReadingNote> &notes)
 void NotesStore::markSynced(const QUuid &noteId, qint64 followUpCount)
 {
     syncStates_[noteIdText(noteId)] = {true, followUpCount};
+    saveBookkeeping();
+}
+
+void NotesStore::saveBookkeeping()
+{
     // Lost bookkeeping costs one more look at the server, not a note.
-    save(Durability::Ordinary);
+    if (fileSize_ <= megabyte) {
+        save(Durability::Ordinary);
+    } else if (!bookkeepingTimer_.isActive()) {
+        bookkeepingTimer_.start(gatheringPerMegabyte * (fileSize_ / megabyte));
+    }
 }
 
 } // namespace vellumo

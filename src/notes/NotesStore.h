@@ -5,6 +5,7 @@
 #include "notes/AtomicFile.h"
 #include "notes/NotesStoring.h"
 #include <QString>
+#include <QTimer>
 
 namespace vellumo {
 
@@ -16,6 +17,9 @@ public:
     /// Loads the file. A file that cannot be read or decoded leaves the store empty and is set
     /// aside before the first save. Two buckets with the same key end the process.
     explicit NotesStore(QString storeURL, QObject *parent = nullptr);
+    /// Saves what is left of the bookkeeping.
+    ~NotesStore() override;
+    Q_DISABLE_COPY_MOVE(NotesStore)
 
     /// Where the notes of this user live.
     [[nodiscard]] static QString defaultStorePath();
@@ -27,6 +31,8 @@ public:
     [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override;
     [[nodiscard]] QList<PendingNote> pendingSync() const override;
     void mergeRemote(const QList<ReadingNote> &notes) override;
+    /// Saved at once while the file is small. Beyond a megabyte, bookkeeping is gathered for up to
+    /// 50 ms for each megabyte, since each save writes all of it; any other save takes it along.
     void markSynced(const QUuid &noteId, qint64 followUpCount) override;
 
 private:
@@ -38,6 +44,7 @@ private:
     void load();
     void adopt(const QList<StoredNotesBucket> &buckets);
     void save(Durability durability);
+    void saveBookkeeping();
     void bucketChanged(const QString &key);
     [[nodiscard]] QList<QByteArray> encoded();
     [[nodiscard]] std::optional<QString> trySave(Durability durability);
@@ -47,6 +54,8 @@ private:
     NoteSyncStates syncStates_;
     QHash<QString, QByteArray> encodedBuckets_; ///< of the buckets unchanged since the last save
     QString storeURL_;
+    qint64 fileSize_ = 0; ///< in bytes, of what was last loaded or saved
+    QTimer bookkeepingTimer_; ///< runs while there is bookkeeping to be saved
     bool hasUnreadableFile_ = false; ///< what stands under storeURL_ is not ours to overwrite
 };
 

@@ -1,0 +1,273 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "notes/DataConnectHistory.h"
+
+#include "account/Authenticating.h"
+#include "notes/LogExcerpt.h"
+#include "platform/Clock.h"
+#include "platform/Diagnostics.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+const QString mutation = u"executeMutation"_s;
+const QString query = u"executeQuery"_s;
+
+constexpr auto timeout = 60s;
+constexpr auto usualTotalTimeout = 120s;
+constexpr auto listTotalTimeout = 600s; // ten thousand notes over a slow line
+constexpr qint64 usualBodyLimit = qint64{1} * 1024 * 1024;
+constexpr qint64 listBodyLimit = qint64{256} * 1024 * 1024;
+
+QString sentId(const QUuid &id)
+{
+    return id.toString(QUuid::WithoutBraces);
+}
+
+/// Whether the backend refuses a note because it has it.
+bool isDuplicate(const QString &description)
+{
+    const QString lower = description.toLower();
+    constexpr std::array signs = {"duplicate"_L1, "already exists"_L1, "unique"_L1,
+                                  "constraint"_L1};
+    return std::any_of(signs.begin(), signs.end(),
+                       [&lower](QLatin1StringView sign) { return lower.contains(sign); });
+}
+
+/// Runs the action from the event loop, unless the context is gone by then.
+void soon(QObject *context, const std::function<void()> &action)
+{
+    QMetaObject::invokeMethod(context, action, Qt::QueuedConnection);
+}
+
+} // namespace
+
+struct DataConnectHistory::Operation {
+    QString kind;
+    QString name;
+    DataConnectVariables variables = {};
+    std::chrono::milliseconds totalTimeout = usualTotalTimeout;
+    qint64 bodyLimit = usualBodyLimit;
+};
+
+DataConnectHistory::DataConnectHistory(Collaborators collaborators)
+    : with_(std::move(collaborators))
+{
+}
+
+bool DataConnectHistory::isConfigured() const
+{
+    return with_.configuration(u"VELLUMO_DATACONNECT_URL"_s)
+        && with_.configuration(u"FIREBASE_API_KEY"_s);
+}
+
+QUrl DataConnectHistory::url(const QString &kind) const
+{
+    const QString base = with_.configuration(u"VELLUMO_DATACONNECT_URL"_s).value_or(QString());
+    const QString key = with_.configuration(u"FIREBASE_API_KEY"_s).value_or(QString());
+    return QUrl(base + u':' + kind + u"?key="_s + key, QUrl::StrictMode);
+}
+
+void DataConnectHistory::execute(const Operation &operation, QObject *context, const Reader &read,
+                                 const Completion &completion) const
+{
+    const QUrl address = url(operation.kind);
+    if (!address.isValid() || address.host().isEmpty()) {
+        const Failure failure{u"bad URL"_s, u"bad URL"_s};
+        soon(context, [completion, failure] { completion(failure); });
+        return;
+    }
+    HttpRequest request;
+    request.method = "POST";
+    request.url = address;
+    request.body = DataConnectWire::requestBody(operation.name, operation.variables);
+    request.timeout = timeout;
+    request.totalTimeout = operation.totalTimeout;
+    request.bodyLimit = operation.bodyLimit;
+
+    QStringList sent{address.query()};
+    for (const auto &[name, value] : operation.variables) {
+        sent.append(value.value_or(QString()));
+    }
+    const auto authorize = [request, context, read, completion, sent,
+                            &session = with_.session](const auto &token) {
+        if (!token.isOk()) {
+            const QString why = summary(token.error());
+            completion(Failure{why, logExcerpt(why, sent)});
+        } else if (!token.value()) {
+            const QString why = u"user authentication required"_s;
+            completion(Failure{why, why});
+        } else {
+            HttpRequest authorized = request;
+            authorized.headers = {{"Content-Type", "application/json"},
+                                  {"X-Firebase-Auth-Token", token.value()->toUtf8()}};
+            session.send(authorized, context,
+                         [read, completion, secrets = sent + QStringList{*token.value()}](
+                             const Answer &answer) { finish(read(answer), secrets, completion); });
+        }
+    };
+    with_.auth.idToken(context, authorize);
+}
+
+void DataConnectHistory::finish(const std::optional<DataConnectError> &error,
+                                const QStringList &sent, const Completion &completion)
+{
+    if (!error) {
+        completion(std::nullopt);
+        return;
+    }
+    const QString excerpt = logExcerpt(error->description, sent);
+    // a body without a word is a description, but tells a reader of the log nothing
+    completion(
+        Failure{error->description, excerpt.isEmpty() ? u"HTTP %1"_s.arg(error->code) : excerpt});
+}
+
+void DataConnectHistory::saveProfile(const std::optional<QString> &hearAbout,
+                                     const std::optional<QString> &role,
+                                     const std::optional<QString> &industry, QObject *context,
+                                     const Done &completion) const
+{
+    if (!isConfigured()) {
+        soon(context, [completion] { completion(false); });
+        return;
+    }
+    const Operation operation{
+        mutation,
+        u"UpsertProfile"_s,
+        {{u"hearAbout"_s, hearAbout}, {u"role"_s, role}, {u"industry"_s, industry}}};
+    execute(operation, context, DataConnectWire::done, [completion](const auto &failure) {
+        if (failure) {
+            printDiagnostic(u"profile save failed — "_s + failure->excerpt);
+        }
+        completion(!failure);
+    });
+}
+
+void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
+                                    const Done &completion) const
+{
+    if (!isConfigured()) {
+        soon(context, [completion] { completion(false); });
+        return;
+    }
+    const Operation operation{mutation,
+                              u"CreateNote"_s,
+                              {{u"id"_s, sentId(note.id)},
+                               {u"sourceText"_s, note.sourceText},
+                               {u"translation"_s, note.translation},
+                               {u"explanation"_s, note.explanation}}};
+    execute(operation, context, DataConnectWire::noteInserted, [completion](const auto &failure) {
+        const bool isThere = !failure || isDuplicate(failure->description);
+        if (!isThere) {
+            printDiagnostic(u"history create failed — "_s + failure->excerpt);
+        }
+        completion(isThere);
+    });
+}
+
+/// One upload of several follow-ups. Goes with the context that waits for it.
+class DataConnectHistory::FollowUpUpload : public QObject {
+public:
+    FollowUpUpload(const DataConnectHistory &history, const QUuid &noteId,
+                   QList<FollowUpExchange> exchanges, QObject *context, Done completion)
+        : QObject(context)
+        , history_(history)
+        , noteId_(noteId)
+        , exchanges_(std::move(exchanges))
+        , completion_(std::move(completion))
+    {
+    }
+
+    void sendNext()
+    {
+        if (next_ == exchanges_.size()) {
+            finish(true);
+            return;
+        }
+        history_.addFollowUp(noteId_, exchanges_.at(next_), this, [this](const auto &failure) {
+            if (failure) {
+                printDiagnostic(u"follow-up upload failed — "_s + failure->excerpt);
+                finish(false);
+                return;
+            }
+            ++next_;
+            sendNext();
+        });
+    }
+
+private:
+    void finish(bool isDone)
+    {
+        deleteLater();
+        const Done completion = std::exchange(completion_, {}); // which may end the context
+        completion(isDone);
+    }
+
+    const DataConnectHistory &history_;
+    QUuid noteId_;
+    QList<FollowUpExchange> exchanges_;
+    qsizetype next_ = 0;
+    Done completion_;
+};
+
+void DataConnectHistory::addFollowUps(const QUuid &noteId, const QList<FollowUpExchange> &exchanges,
+                                      QObject *context, const Done &completion) const
+{
+    if (exchanges.isEmpty() || !isConfigured()) {
+        soon(context, [completion, isDone = exchanges.isEmpty()] { completion(isDone); });
+        return;
+    }
+    (new FollowUpUpload(*this, noteId, exchanges, context, completion))->sendNext();
+}
+
+void DataConnectHistory::addFollowUp(const QUuid &noteId, const FollowUpExchange &exchange,
+                                     QObject *context, const Completion &completion) const
+{
+    const Operation operation{mutation,
+                              u"AddFollowUp"_s,
+                              {{u"noteId"_s, sentId(noteId)},
+                               {u"question"_s, exchange.question},
+                               {u"answer"_s, exchange.answer}}};
+    execute(operation, context, DataConnectWire::done, completion);
+}
+
+void DataConnectHistory::list(QObject *context, const ListCompletion &completion) const
+{
+    if (!isConfigured()) {
+        soon(context, [completion] { completion({}); });
+        return;
+    }
+    const auto notes = std::make_shared<QList<ReadingNote>>();
+    const auto read = [notes, &clock = with_.clock](const Answer &answer) {
+        const auto listed = DataConnectWire::listedNotes(answer, clock.secondsSinceReferenceDate());
+        if (!listed.isOk()) {
+            return std::optional(listed.error());
+        }
+        *notes = listed.value();
+        return std::optional<DataConnectError>();
+    };
+    const Operation operation{query, u"ListNotes"_s, {}, listTotalTimeout, listBodyLimit};
+    execute(operation, context, read, [completion, notes](const auto &failure) {
+        if (failure) {
+            printDiagnostic(u"history list failed — "_s + failure->excerpt);
+        }
+        completion(*notes);
+    });
+}
+
+std::optional<QUuid> DataConnectHistory::uuid(const QString &from)
+{
+    return DataConnectWire::uuid(from);
+}
+
+} // namespace vellumo

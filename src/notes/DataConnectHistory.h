@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "notes/DataConnectWire.h"
+#include "notes/ReadingNote.h"
+#include <QObject>
+#include <functional>
+#include <optional>
+
+namespace vellumo {
+
+class Authenticating;
+class Clock;
+
+/// The backend that keeps a signed-in user's notes and profile, with four operations that it knows
+/// by name.
+///
+/// Nothing fails towards the caller: a failure is false or an empty list, and one diagnostic line.
+/// Nothing is retried. Without a configured backend every operation fails at once and silently.
+/// Completions run exactly once, on the main thread and never before the call returns; when
+/// `context` is destroyed first, they never run and what is left of the operation is not sent.
+class DataConnectHistory {
+public:
+    /// Answers a configuration value, trimmed; absent when it is blank. Asked at every call.
+    using Lookup = std::function<std::optional<QString>(const QString &key)>;
+    using Done = std::function<void(bool isDone)>;
+
+    /// What is needed must outlive every operation.
+    struct Collaborators {
+        Authenticating &auth;
+        HttpSession &session;
+        Clock &clock;
+        Lookup configuration; ///< reads VELLUMO_DATACONNECT_URL and FIREBASE_API_KEY
+    };
+
+    explicit DataConnectHistory(Collaborators collaborators);
+
+    /// What the user said about themselves when they first ran the program; absent is not sent.
+    void saveProfile(const std::optional<QString> &hearAbout, const std::optional<QString> &role,
+                     const std::optional<QString> &industry, QObject *context,
+                     const Done &completion) const;
+
+    /// Done also when the backend has the note already. Follow-ups and the time are not sent.
+    void createNote(const ReadingNote &note, QObject *context, const Done &completion) const;
+
+    /// Adds the exchanges one after the other. After a failure the backend may have the first ones.
+    void addFollowUps(const QUuid &noteId, const QList<FollowUpExchange> &exchanges,
+                      QObject *context, const Done &completion) const;
+
+    using ListCompletion = std::function<void(const QList<ReadingNote> &notes)>;
+
+    /// All notes of the user, in the backend's order.
+    void list(QObject *context, const ListCompletion &completion) const;
+
+    /// The id in what the backend sends for one, with or without hyphens.
+    [[nodiscard]] static std::optional<QUuid> uuid(const QString &from);
+
+private:
+    class FollowUpUpload;
+    struct Operation;
+    struct Failure {
+        QString description; ///< whole: only to be matched
+        QString excerpt; ///< for a log
+    };
+    using Answer = DataConnectWire::Answer;
+    /// Reads the answer of an operation and says what is wrong with it.
+    using Reader = std::function<std::optional<DataConnectError>(const Answer &)>;
+    using Completion = std::function<void(const std::optional<Failure> &)>;
+
+    [[nodiscard]] bool isConfigured() const;
+    [[nodiscard]] QUrl url(const QString &kind) const;
+    void execute(const Operation &operation, QObject *context, const Reader &read,
+                 const Completion &completion) const;
+    static void finish(const std::optional<DataConnectError> &error, const QStringList &sent,
+                       const Completion &completion);
+    void addFollowUp(const QUuid &noteId, const FollowUpExchange &exchange, QObject *context,
+                     const Completion &completion) const;
+
+    Collaborators with_;
+};
+
+} // namespace vellumo

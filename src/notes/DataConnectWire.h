@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "notes/ReadingNote.h"
+#include "platform/HttpSession.h"
+#include <QByteArray>
+#include <optional>
+#include <utility>
+
+namespace vellumo {
+
+/// Why an operation has no result.
+struct DataConnectError {
+    int code = -1; ///< the status, if it was one that says no
+    QString description = {}; ///< whole; a server's may repeat what was sent: not for a log
+};
+
+/// An operation's variables; absent ones are not sent.
+using DataConnectVariables = QList<std::pair<QString, std::optional<QString>>>;
+
+/// The bodies of the notes service: what is sent and how the answers are read. Nothing here knows
+/// of a connection.
+namespace DataConnectWire {
+
+[[nodiscard]] QByteArray requestBody(const QString &operationName,
+                                     const DataConnectVariables &variables);
+
+using Answer = Result<HttpResponse, HttpError>;
+
+/// The error of an operation without a result; nothing when it is done.
+[[nodiscard]] std::optional<DataConnectError> done(const Answer &answer);
+
+/// The error of a note's creation; nothing when the service answers with the note's id.
+[[nodiscard]] std::optional<DataConnectError> noteInserted(const Answer &answer);
+
+/// The user's notes in the service's order. Ids that are none become fresh ones, as those of
+/// follow-ups always do; a time that is none becomes `now`.
+[[nodiscard]] Result<QList<ReadingNote>, DataConnectError> listedNotes(const Answer &answer,
+                                                                       double now);
+
+/// An id in canonical form, or in 32 digits with hyphens anywhere or nowhere.
+[[nodiscard]] std::optional<QUuid> uuid(const QString &text);
+
+} // namespace DataConnectWire
+
+} // namespace vellumo

@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "notes/NotesSyncEngine.h"
+
+#include "account/Authenticating.h"
+#include "notes/DataConnectHistory.h"
+#include "notes/NotesStoring.h"
+
+#include <QPointer>
+#include <algorithm>
+#include <utility>
+
+namespace vellumo {
+
+/// Sends the notes that were pending when it began, each as it was then.
+class NotesSyncEngine::PushPass : public QObject {
+public:
+    /// onEnded runs from the event loop, since a pass with nothing to send ends at once.
+    PushPass(NotesSyncEngine &engine, Done onEnded)
+        : store_(engine.store_)
+        , history_(engine.history_)
+        , auth_(engine.auth_)
+        , user_(engine.auth_.user())
+        , pending_(engine.store_.pendingSync())
+        , onEnded_(std::move(onEnded))
+    {
+    }
+
+    void takeNext()
+    {
+        // Whoever signs in next has a pass of their own.
+        if (pending_.isEmpty() || auth_.user() != user_) {
+            QMetaObject::invokeMethod(this, onEnded_, Qt::QueuedConnection);
+            return;
+        }
+        current_ = pending_.takeFirst();
+        if (current_.state.created) {
+            sendFollowUps(current_.state.syncedFollowUpCount);
+        } else {
+            create();
+        }
+    }
+
+private:
+    void create()
+    {
+        history_.createNote(current_.note, this, [this](bool isThere) {
+            if (isThere) {
+                sendFollowUps(0);
+            } else {
+                takeNext();
+            }
+        });
+    }
+
+    void sendFollowUps(qint64 synced)
+    {
+        const qint64 count = current_.note.followUps.size();
+        const qint64 first = std::max<qint64>(synced, 0);
+        if (first >= count) {
+            record(count);
+            return;
+        }
+        history_.addFollowUps(
+            current_.note.id, current_.note.followUps.mid(first), this,
+            [this, first, count](bool isDone) { record(isDone ? count : first); });
+    }
+
+    void record(qint64 followUpCount)
+    {
+        store_.markSynced(current_.note.id, followUpCount);
+        takeNext();
+    }
+
+    NotesStoring &store_;
+    const DataConnectHistory &history_;
+    Authenticating &auth_;
+    std::optional<User> user_;
+    QList<PendingNote> pending_;
+    PendingNote current_;
+    Done onEnded_;
+};
+
+NotesSyncEngine::NotesSyncEngine(NotesStoring &store, const DataConnectHistory &history,
+                                 Authenticating &auth, QObject *parent)
+    : QObject(parent)
+    , store_(store)
+    , history_(history)
+    , auth_(auth)
+{
+}
+
+NotesSyncEngine::~NotesSyncEngine() = default;
+
+void NotesSyncEngine::pushPending(QObject *context, Done completion)
+{
+    const auto complete = [context = QPointer(context), completion = std::move(completion)] {
+        if (context && completion) {
+            completion();
+        }
+    };
+    if (!auth_.user() || pushing_) {
+        pushQueued_ = pushQueued_ || (pushing_ && auth_.user());
+        QMetaObject::invokeMethod(this, complete, Qt::QueuedConnection);
+        return;
+    }
+    pushing_ = true;
+    pass_ = std::make_unique<PushPass>(*this, [this, complete] {
+        passEnded();
+        complete();
+    });
+    pass_->takeNext();
+}
+
+void NotesSyncEngine::passEnded()
+{
+    pushing_ = false;
+    pass_.release()->deleteLater(); // it is what calls
+    if (std::exchange(pushQueued_, false)) {
+        QMetaObject::invokeMethod(
+            this, [this] { pushPending(); }, Qt::QueuedConnection);
+    }
+}
+
+void NotesSyncEngine::pullAndMerge(QObject *context, Done completion)
+{
+    const auto complete = [context = QPointer(context), completion = std::move(completion)] {
+        if (context && completion) {
+            completion();
+        }
+    };
+    const std::optional<User> user = auth_.user();
+    if (!user) {
+        QMetaObject::invokeMethod(this, complete, Qt::QueuedConnection);
+        return;
+    }
+    history_.list(this, [this, user, complete](const QList<ReadingNote> &notes) {
+        // Notes of somebody who has signed out meanwhile are nobody's here.
+        if (!notes.isEmpty() && auth_.user() == user) {
+            store_.mergeRemote(notes);
+        }
+        complete();
+    });
+}
+
+} // namespace vellumo

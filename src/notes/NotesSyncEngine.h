@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+namespace vellumo {
+
+class Authenticating;
+class DataConnectHistory;
+class NotesStoring;
+
+/// Keeps the signed-in user's notes on the backend in step with those in the store. Works when it
+/// is asked to; what cannot be sent stays pending until it is asked again. While nobody is signed
+/// in it touches neither store nor network.
+///
+/// Completions run exactly once, on the main thread and never before the call returns, whether the
+/// work succeeded or not; never after `context` or the engine is destroyed.
+class NotesSyncEngine : public QObject {
+    Q_OBJECT
+
+public:
+    using Done = std::function<void()>;
+
+    /// What is handed over must outlive the engine.
+    NotesSyncEngine(NotesStoring &store, const DataConnectHistory &history, Authenticating &auth,
+                    QObject *parent = nullptr);
+    ~NotesSyncEngine() override;
+    Q_DISABLE_COPY_MOVE(NotesSyncEngine)
+
+    /// Sends what the backend lacks, one note at a time. While that is under way already, any
+    /// number of calls make one more pass after it, and each of them is completed at once.
+    void pushPending(QObject *context, Done completion);
+    void pushPending() { pushPending(this, {}); }
+
+    /// Takes over the notes from the backend that the store does not know.
+    void pullAndMerge(QObject *context, Done completion);
+    void pullAndMerge() { pullAndMerge(this, {}); }
+
+private:
+    class PushPass;
+
+    void passEnded();
+
+    NotesStoring &store_;
+    const DataConnectHistory &history_;
+    Authenticating &auth_;
+    bool pushing_ = false;
+    bool pushQueued_ = false; ///< another push was asked for while one was running
+    std::unique_ptr<PushPass> pass_; ///< the one that is running
+};
+
+} // namespace vellumo

@@ -1,0 +1,387 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "notes/DataConnectHistory.h"
+#include "notes/InternetDateTime.h"
+#include "notes/LogExcerpt.h"
+#include "notes/SyncFakes.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeHttpSession.h"
+#include "support/Waiting.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
+
+using namespace vellumo;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Values = QList<std::pair<QString, QString>>;
+
+const Values configured{{u"VELLUMO_DATACONNECT_URL"_s, u"https://d.example/v1/c"_s},
+                        {u"FIREBASE_API_KEY"_s, u"key"_s}};
+
+HttpResponse ok(const QByteArray &body)
+{
+    return {.status = 200, .body = body};
+}
+
+QString bodyOf(const HttpRequest &request)
+{
+    return QString::fromUtf8(request.body);
+}
+
+} // namespace
+
+class TestDataConnect : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void sendsWhatIsAgreed_data();
+    void sendsWhatIsAgreed();
+    void failsWithoutARequest_data();
+    void failsWithoutARequest();
+    void answers_data();
+    void answers();
+    void followUpsAreSentInOrderUntilOneFails();
+    void readsAList();
+    void spoiltLists_data();
+    void spoiltLists();
+    void dates_data();
+    void dates();
+    void ids_data();
+    void ids();
+    void excerptsRepeatNothingThatWasSent();
+
+private:
+    [[nodiscard]] DataConnectHistory history(const Values &values = configured)
+    {
+        return DataConnectHistory({auth_, session_, clock_, lookupIn(values)});
+    }
+    /// Waits for the next request and answers it.
+    void answerNext(const Result<HttpResponse, HttpError> &answer)
+    {
+        QVERIFY(waitUntil([&] { return session_.answer(answer); }));
+    }
+
+    FakeAuth auth_;
+    FakeHttpSession session_;
+    FakeClock clock_;
+    std::optional<bool> result_;
+    DataConnectHistory::Done done_ = [this](bool isDone) { result_ = isDone; };
+};
+
+void TestDataConnect::init()
+{
+    auth_ = {};
+    session_.requests.clear();
+    result_.reset();
+}
+
+void TestDataConnect::sendsWhatIsAgreed_data()
+{
+    using Call = std::function<void(const DataConnectHistory &, QObject *)>;
+    QTest::addColumn<Call>("call");
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("body");
+    const QString mutation = u"https://d.example/v1/c:executeMutation?key=key"_s;
+    const QUuid id(u"AAAAAAAA-BBBB-CCCC-DDDD-EEEEEEEEEEEE"_s);
+    QTest::newRow("profile, absent variables left out")
+        << Call([](const DataConnectHistory &history, QObject *context) {
+               history.saveProfile(std::nullopt, u"role"_s, u""_s, context, [](bool) {});
+           })
+        << mutation
+        << uR"({"operationName":"UpsertProfile","variables":{"industry":"","role":"role"}})"_s;
+    QTest::newRow("note, half a surrogate pair made sound")
+        << Call([id](const DataConnectHistory &history, QObject *context) {
+               history.createNote({id, u"s\xD83D"_s, {}, u"e"_s, 5, {{id, u"q"_s, u"a"_s}}},
+                                  context, [](bool) {});
+           })
+        << mutation
+        << u"{\"operationName\":\"CreateNote\",\"variables\":{\"explanation\":\"e\","
+           "\"id\":\"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee\",\"sourceText\":\"s?\","
+           "\"translation\":\"\"}}"_s;
+    QTest::newRow("follow-up")
+        << Call([id](const DataConnectHistory &history, QObject *context) {
+               history.addFollowUps(id, {{id, u"q"_s, u"a"_s}}, context, [](bool) {});
+           })
+        << mutation
+        << u"{\"operationName\":\"AddFollowUp\",\"variables\":{\"answer\":\"a\","
+           "\"noteId\":\"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee\",\"question\":\"q\"}}"_s;
+    QTest::newRow("list") << Call([](const DataConnectHistory &history, QObject *context) {
+        history.list(context, [](const auto &) {});
+    }) << u"https://d.example/v1/c:executeQuery?key=key"_s
+                          << uR"({"operationName":"ListNotes","variables":{}})"_s;
+}
+
+void TestDataConnect::sendsWhatIsAgreed()
+{
+    using Call = std::function<void(const DataConnectHistory &, QObject *)>;
+    QFETCH(Call, call);
+    QFETCH(QString, address);
+    QFETCH(QString, body);
+    const DataConnectHistory history = this->history();
+    call(history, this);
+    QVERIFY(waitUntil([this] { return !session_.requests.isEmpty(); }));
+    const HttpRequest request = session_.requests.constFirst();
+    QCOMPARE(request.method, QByteArray("POST"));
+    QCOMPARE(request.url.toString(), address);
+    QCOMPARE(
+        request.headers,
+        (HttpHeaders{{"Content-Type", "application/json"}, {"X-Firebase-Auth-Token", "token-1"}}));
+    QCOMPARE(request.timeout, std::chrono::seconds(60));
+    QCOMPARE(bodyOf(request), body);
+    session_.answer(HttpError{});
+}
+
+void TestDataConnect::failsWithoutARequest_data()
+{
+    QTest::addColumn<Values>("values");
+    QTest::addColumn<bool>("isSignedIn");
+    QTest::addColumn<bool>("isRefreshed");
+    QTest::newRow("no address") << Values{configured.last()} << true << true;
+    QTest::newRow("no key") << Values{configured.first()} << true << true;
+    QTest::newRow("no valid address")
+        << Values{{u"VELLUMO_DATACONNECT_URL"_s, u"https://[d"_s}, configured.last()} << true
+        << true;
+    QTest::newRow("signed out") << configured << false << true;
+    QTest::newRow("no token") << configured << true << false;
+}
+
+void TestDataConnect::failsWithoutARequest()
+{
+    QFETCH(Values, values);
+    QFETCH(bool, isSignedIn);
+    QFETCH(bool, isRefreshed);
+    if (!isSignedIn)
+        auth_.token = std::optional<QString>();
+    if (!isRefreshed)
+        auth_.token = AuthError{AuthError::Kind::network};
+    const DataConnectHistory history = this->history(values);
+    QList<bool> results;
+    const auto note = [&results](bool isDone) { results.append(isDone); };
+    history.createNote(makeNote(u"x"_s), this, note);
+    history.saveProfile({}, {}, {}, this, note);
+    history.addFollowUps(QUuid::createUuid(), {{}}, this, note);
+    std::optional<qsizetype> listed;
+    history.list(this, [&listed](const auto &notes) { listed = notes.size(); });
+    QVERIFY(results.isEmpty() && !listed); // never before the call returns
+    QVERIFY(waitUntil([&] { return results.size() == 3 && listed; }));
+    QCOMPARE(results, (QList<bool>{false, false, false}));
+    QCOMPARE(*listed, 0);
+    // nothing to send is done, wherever to
+    history.addFollowUps(QUuid::createUuid(), {}, this, done_);
+    QVERIFY(waitUntil([&] { return result_.has_value(); }));
+    QVERIFY(*result_);
+    QVERIFY(session_.requests.isEmpty());
+}
+
+void TestDataConnect::answers_data()
+{
+    using Answer = Result<HttpResponse, HttpError>;
+    QTest::addColumn<Answer>("answer");
+    QTest::addColumn<bool>("isCreated");
+    QTest::addColumn<QString>("error"); // of an operation without a result
+    const auto body = [](const QByteArray &text) { return Answer(ok(text)); };
+    const QString unreadable = u"the answer cannot be read"_s;
+    QTest::newRow("done") << body(R"({"data":{"note_insert":{"id":"x"}}})") << true << u""_s;
+    QTest::newRow("done, another result") << body(R"({"data":{},"errors":[]})") << false << u""_s;
+    QTest::newRow("errors") << body(R"({"errors":[{"message":"a"},{"message":"b"}]})") << false
+                            << u"a; b"_s;
+    QTest::newRow("errors beside data")
+        << body(R"({"data":{"note_insert":{"id":"x"}},"errors":[{"message":"a"}]})") << false
+        << u"a"_s;
+    QTest::newRow("errors of no form")
+        << body(R"({"data":{},"errors":[{}]})") << false << unreadable;
+    QTest::newRow("null") << body(R"({"data":null})") << false << u"empty response"_s;
+    QTest::newRow("nothing") << body("{}") << false << u"empty response"_s;
+    QTest::newRow("no object") << body("[]") << false << unreadable;
+    QTest::newRow("data is a list") << body(R"({"data":[]})") << false << unreadable;
+    QTest::newRow("id is a number")
+        << body(R"({"data":{"note_insert":{"id":1}}})") << false << u""_s;
+    QTest::newRow("half an answer") << body(R"({"data":{"note_ins)") << false << unreadable;
+    QTest::newRow("no UTF-8") << body("{\"data\":{\"x\":\"\xff\"}}") << false << unreadable;
+    QTest::newRow("nested without end") << body(QByteArray(1'000'000, '[')) << false << unreadable;
+    QTest::newRow("status") << Answer(HttpResponse{.status = 500, .body = "no\nway"}) << false
+                            << u"no\nway"_s;
+    QTest::newRow("status, no UTF-8")
+        << Answer(HttpResponse{.status = 500, .body = "\xe6\xb6"}) << false << u"HTTP 500"_s;
+    QTest::newRow("redirect") << Answer(HttpResponse{.status = 302}) << false << u""_s;
+    QTest::newRow("network") << Answer(HttpError{HttpError::Kind::refused}) << false
+                             << u"connection refused"_s;
+    for (const char *sign : {"DUPLICATE key", "it Already Exists", "not unique", "a constraint"})
+        QTest::newRow(sign) << body(QByteArray(R"({"errors":[{"message":")") + sign + "\"}]}")
+                            << true << QString::fromLatin1(sign);
+    QTest::newRow("duplicate, at the end of a long body")
+        << Answer(HttpResponse{.status = 409, .body = QByteArray(900, ' ') + "duplicate"}) << true
+        << QString(QString(900, u' ') + u"duplicate"_s);
+}
+
+void TestDataConnect::answers()
+{
+    using Answer = Result<HttpResponse, HttpError>;
+    QFETCH(Answer, answer);
+    QFETCH(bool, isCreated);
+    QFETCH(QString, error);
+    const DataConnectHistory history = this->history();
+    history.createNote(makeNote(u"x"_s), this, done_);
+    answerNext(answer);
+    QCOMPARE(result_, std::optional(isCreated));
+    const auto failure = DataConnectWire::done(answer);
+    QCOMPARE(failure ? failure->description : QString(), error);
+    // a duplicate is tolerated for notes alone
+    history.addFollowUps(QUuid::createUuid(), {{}}, this, done_);
+    answerNext(answer);
+    QCOMPARE(result_, std::optional(!failure.has_value()));
+}
+
+void TestDataConnect::followUpsAreSentInOrderUntilOneFails()
+{
+    const DataConnectHistory history = this->history();
+    const ReadingNote note = makeNote(u"x"_s, 4);
+    history.addFollowUps(note.id, note.followUps, this, done_);
+    answerNext(ok(R"({"data":{}})"));
+    answerNext(ok(R"({"data":{}})"));
+    answerNext(HttpError{});
+    QCOMPARE(result_, std::optional(false));
+    QCOMPARE(session_.requests.size(), 3);
+    for (int i = 0; i < 3; ++i)
+        QVERIFY(bodyOf(session_.requests.at(i)).contains(uR"("question":"%1")"_s.arg(i)));
+
+    // what is not wanted any more is not sent
+    auto context = std::make_unique<QObject>();
+    history.addFollowUps(note.id, note.followUps, context.get(), [](bool) { QFAIL("completed"); });
+    QVERIFY(waitUntil([&] { return session_.requests.size() == 4; }));
+    context.reset();
+    session_.answer(ok(R"({"data":{}})"));
+    QTest::qWait(0);
+    QCOMPARE(session_.requests.size(), 4);
+}
+
+void TestDataConnect::readsAList()
+{
+    const DataConnectHistory history = this->history();
+    const HttpResponse answer = ok(R"({"data":{"notes":[
+        {"id":"AAAAAAAABBBBCCCCDDDDEEEEEEEEEEEE","sourceText":"s","explanation":"e",
+         "createdAt":"2026-01-01T00:00:00.250Z","more":1,"followUps_on_note":[
+            {"id":"x","question":"q1","answer":"a1"},{"id":"x","question":"q2","answer":"a2"}]},
+        {"id":"none","sourceText":"s","translation":null,"explanation":"e",
+         "createdAt":"2026-01-01T00:00:00Z","followUps_on_note":[]},
+        {"id":"none","sourceText":"","translation":"t","explanation":"",
+         "createdAt":"","followUps_on_note":[]}]}})");
+    QList<QList<ReadingNote>> lists;
+    for (int i = 0; i < 2; ++i) {
+        history.list(this, [&lists](const auto &notes) { lists.append(notes); });
+        answerNext(answer);
+    }
+    const QList<ReadingNote> &notes = lists.first();
+    QCOMPARE(notes.size(), 3);
+    QCOMPARE(notes.at(0).id, QUuid(u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee"_s));
+    QCOMPARE(notes.at(0).createdAt, 788918400.25);
+    QCOMPARE(notes.at(0).followUps.size(), 2);
+    QCOMPARE(notes.at(0).followUps.at(1).question, u"q2"_s);
+    QVERIFY(notes.at(0).followUps.at(0).id != lists.last().at(0).followUps.at(0).id);
+    QVERIFY(!notes.at(1).id.isNull() && notes.at(1).id != notes.at(2).id);
+    QCOMPARE(notes.at(1).createdAt, clock_.now);
+    QVERIFY(notes.at(1).translation.isEmpty());
+    QCOMPARE(notes.at(2).translation, u"t"_s);
+}
+
+void TestDataConnect::spoiltLists_data()
+{
+    QTest::addColumn<QByteArray>("notes");
+    const QByteArray note = R"({"id":"x","sourceText":"s","translation":"t","explanation":"e",)"
+                            R"("createdAt":"c","followUps_on_note":[)"
+                            R"({"id":"x","question":"q","answer":"a"}]})";
+    QTest::newRow("no list") << note;
+    for (const char *field : {"id", "sourceText", "explanation", "createdAt", "followUps_on_note",
+                              "question", "answer"}) {
+        const QByteArray quoted = '"' + QByteArray(field) + '"';
+        QTest::addRow("without %s", field) << '[' + QByteArray(note).replace(quoted, "\"_\"") + ']';
+        QTest::addRow("null as %s", field)
+            << '[' + QByteArray(note).replace(quoted, quoted + ":null,\"_\"") + ']';
+    }
+    QTest::newRow("translation is a number") << '[' + QByteArray(note).replace("\"t\"", "1") + ']';
+    QTest::newRow("one of many") << '[' + note + ',' + note + ",null]";
+    QTest::newRow("ten megabytes, cut") << '[' + (note + ',').repeated(70'000);
+}
+
+void TestDataConnect::spoiltLists()
+{
+    QFETCH(QByteArray, notes);
+    const auto listed = DataConnectWire::listedNotes(ok(R"({"data":{"notes":)" + notes + "}}"), 0);
+    QVERIFY(!listed.isOk());
+}
+
+void TestDataConnect::dates_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("expected");
+    const double none = -1;
+    QTest::newRow("reference") << u"2001-01-01T00:00:00.0Z"_s << 0.0;
+    QTest::newRow("microseconds") << u"2026-01-01T00:00:00.500001Z"_s << 788918400.500001;
+    QTest::newRow("east") << u"2026-01-01T08:00:00.0+08:00"_s << 788918400.0;
+    QTest::newRow("west") << u"2025-12-31T18:30:00.0-05:30"_s << 788918400.0;
+    QTest::newRow("leap day") << u"2024-02-29T00:00:00.0Z"_s << 730857600.0;
+    for (const char *text :
+         {"2026-01-01T00:00:00Z", "2026-01-01T00:00:00.Z", "2026-01-01T00:00:00.1",
+          "2026-01-01T00:00:00.1Zx", " 2026-01-01T00:00:00.1Z", "2026-01-01 00:00:00.1Z",
+          "2025-02-29T00:00:00.1Z", "2026-13-01T00:00:00.1Z", "2026-00-01T00:00:00.1Z",
+          "2026-01-01T24:00:00.1Z", "2026-01-01T00:60:00.1Z", "2026-01-01T00:00:00.1z",
+          "2026-01-01T00:00:00.1+0800", "26-01-01T00:00:00.1Z", "2026-01-01T00:00:00.1234567890Z",
+          "2026-01-01T00:00:00.-1Z", ""})
+        QTest::newRow(text) << QString::fromLatin1(text) << none;
+    QTest::newRow("other digits") << u"٢٠٢٦-01-01T00:00:00.1Z"_s << none;
+}
+
+void TestDataConnect::dates()
+{
+    QFETCH(QString, text);
+    QFETCH(double, expected);
+    QVERIFY(std::abs(internetDateTime(text).value_or(-1) - expected) < 1e-6);
+}
+
+void TestDataConnect::ids_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isId");
+    QTest::newRow("canonical") << u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee"_s << true;
+    QTest::newRow("digits") << u"aaaaaaaabbbbccccddddeeeeeeeeeeee"_s << true;
+    QTest::newRow("upper case") << u"AAAAAAAABBBBCCCCDDDDEEEEEEEEEEEE"_s << true;
+    QTest::newRow("hyphens elsewhere") << u"aaaa-aaaabbbbccccddddeeeeeeeeeeee-"_s << true;
+    QTest::newRow("too short") << u"aaaaaaaabbbbccccddddeeeeeeeeeee"_s << false;
+    QTest::newRow("no digit") << u"gaaaaaaabbbbccccddddeeeeeeeeeeee"_s << false;
+    QTest::newRow("braces") << u"{aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee}"_s << false;
+    QTest::newRow("trailing text") << u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeeeX"_s << false;
+    QTest::newRow("wide digits") << u"ａaaaaaaabbbbccccddddeeeeeeeeeeee"_s << false;
+}
+
+void TestDataConnect::ids()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, isId);
+    const auto id = DataConnectHistory::uuid(text);
+    QCOMPARE(id,
+             isId ? std::optional(QUuid(u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee"_s)) : std::nullopt);
+}
+
+void TestDataConnect::excerptsRepeatNothingThatWasSent()
+{
+    const QString text = u"The tide turns twice a day,\nand nobody asks it why."_s;
+    const QString excerpt =
+        logExcerpt(u"invalid value \"the  tide turns TWICE a da\" for role 'x' of key abc-7: "_s
+                       + QString(1000, u'y'),
+                   {text, u"潮水每天涨落两次。"_s, u"abc-7"_s, {}});
+    QCOMPARE(excerpt.left(48), u"invalid value \"…\" for role 'x' of key …: yyyyyyyy"_s.left(48));
+    QVERIFY(excerpt.size() <= 201 && excerpt.endsWith(u'…'));
+    QCOMPARE(logExcerpt(u"潮水每天涨落两次 is too long"_s, {u"潮水每天涨落两次。"_s}),
+             u"… is too long"_s);
+}
+
+QTEST_GUILESS_MAIN(TestDataConnect)
+#include "test_data_connect.moc"

@@ -1,0 +1,247 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "notes/NotesStore.h"
+#include "notes/NotesSyncEngine.h"
+#include "notes/SyncFakes.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeHttpSession.h"
+#include "support/Waiting.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace vellumo;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const ReadingContext page{u"web-url:https://a.test/"_s, u"a.test"_s, ReadingContextSource::webURL};
+
+/// One home with everything that syncing needs; the network is the test's.
+struct Home {
+    QTemporaryDir folder;
+    FakeAuth auth;
+    FakeHttpSession session;
+    FakeClock clock;
+    DataConnectHistory history{{auth, session, clock,
+                                lookupIn({{u"VELLUMO_DATACONNECT_URL"_s, u"https://d.example/c"_s},
+                                          {u"FIREBASE_API_KEY"_s, u"k"_s}})}};
+    NotesStore store{folder.filePath(u"vellumo/notes.json"_s)};
+    NotesSyncEngine engine{store, history, auth};
+    int completions = 0;
+
+    void push()
+    {
+        engine.pushPending(&folderContext_, [this] { ++completions; });
+    }
+
+    void pull()
+    {
+        engine.pullAndMerge(&folderContext_, [this] { ++completions; });
+    }
+
+    /// Waits for the next request, answers it and tells what it asked for: the operation's first
+    /// letter and, of a follow-up, its question.
+    QString serve(const QByteArray &body)
+    {
+        const auto expected = ++served_;
+        if (!waitUntil([&] { return session.requests.size() >= expected; }))
+            return u"nothing"_s;
+        const QJsonObject asked =
+            QJsonDocument::fromJson(session.requests.at(expected - 1).body).object();
+        session.answer(HttpResponse{.status = 200, .body = body});
+        return asked.value("operationName"_L1).toString().left(1)
+            + asked.value("variables"_L1)["question"_L1].toString();
+    }
+
+    [[nodiscard]] bool isQuiet()
+    {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+        return session.requests.size() == served_;
+    }
+
+private:
+    QObject folderContext_;
+    qsizetype served_ = 0;
+};
+
+const QByteArray created = R"({"data":{"note_insert":{"id":"x"}}})";
+const QByteArray done = R"({"data":{}})";
+const QByteArray failed = R"({"errors":[{"message":"no"}]})";
+
+QByteArray listOf(const QString &text)
+{
+    return QString(uR"({"data":{"notes":[{"id":"%1","sourceText":"%2","explanation":"e",)"_s
+                   + uR"("createdAt":"2026-01-01T00:00:00.5Z","followUps_on_note":[]}]}})"_s)
+        .arg(QUuid::createUuid().toString(QUuid::Id128), text)
+        .toUtf8();
+}
+
+} // namespace
+
+class TestSyncEngine : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void pushesWhatIsPending();
+    void failuresStayPending();
+    void callsDuringAPassMakeOneMore();
+    void marksWhatWasSentAndNotWhatCameMeanwhile();
+    void signedOutTouchesNothing();
+    void signingOutEndsAPass();
+    void pullTakesOnlyTheUnknown();
+    void largeStoresGatherBookkeeping();
+};
+
+void TestSyncEngine::pushesWhatIsPending()
+{
+    Home home;
+    const ReadingNote note = makeNote(u"a"_s, 3);
+    home.store.add(note, page);
+    home.store.markSynced(note.id, 1);
+    home.push();
+    QCOMPARE(home.completions, 0); // never before the call returns
+    QCOMPARE(home.serve(done), u"A1"_s);
+    QCOMPARE(home.serve(done), u"A2"_s);
+    QVERIFY(waitUntil([&] { return home.completions == 1; }));
+    QVERIFY(home.store.pendingSync().isEmpty());
+
+    home.store.add(makeNote(u"b"_s), page);
+    home.push();
+    QCOMPARE(home.serve(created), u"C"_s);
+    QVERIFY(waitUntil([&] { return home.completions == 2; }));
+    home.push();
+    QVERIFY(waitUntil([&] { return home.completions == 3; }));
+    QVERIFY(home.isQuiet());
+    QVERIFY(NotesStore(home.folder.filePath(u"vellumo/notes.json"_s)).pendingSync().isEmpty());
+}
+
+void TestSyncEngine::failuresStayPending()
+{
+    Home home;
+    const ReadingNote note = makeNote(u"a"_s, 2);
+    home.store.add(note, page);
+    const auto state = [&] { return home.store.pendingSync().constFirst().state; };
+    home.push();
+    QCOMPARE(home.serve(failed), u"C"_s); // and no follow-ups before the note is there
+    QVERIFY(waitUntil([&] { return home.completions == 1; }));
+    QCOMPARE(state(), (NoteSyncState{false, 0}));
+    home.push();
+    QCOMPARE(home.serve(R"({"errors":[{"message":"duplicate"}]})"), u"C"_s);
+    QCOMPARE(home.serve(done), u"A0"_s);
+    QCOMPARE(home.serve(failed), u"A1"_s);
+    QVERIFY(waitUntil([&] { return home.completions == 2; }));
+    QCOMPARE(state(), (NoteSyncState{true, 0}));
+    home.push();
+    QCOMPARE(home.serve(done), u"A0"_s); // again, from where the state says
+    QCOMPARE(home.serve(done), u"A1"_s);
+    QVERIFY(waitUntil([&] { return home.completions == 3; }));
+    QVERIFY(home.store.pendingSync().isEmpty());
+}
+
+void TestSyncEngine::callsDuringAPassMakeOneMore()
+{
+    Home home;
+    home.store.add(makeNote(u"a"_s), page);
+    home.push();
+    home.push();
+    QVERIFY(waitUntil([&] { return home.session.requests.size() == 1; }));
+    home.store.add(makeNote(u"b"_s), page);
+    home.push();
+    home.push();
+    QVERIFY(waitUntil([&] { return home.completions == 3; })); // all but the one at work
+    QCOMPARE(home.serve(failed), u"C"_s);
+    // the pass afterwards has both notes, and nothing comes after it
+    QCOMPARE(home.serve(created), u"C"_s);
+    QCOMPARE(home.serve(failed), u"C"_s);
+    QVERIFY(waitUntil([&] { return home.completions == 4; }));
+    QVERIFY(home.isQuiet());
+}
+
+void TestSyncEngine::marksWhatWasSentAndNotWhatCameMeanwhile()
+{
+    Home home;
+    ReadingNote note = makeNote(u"a"_s, 1);
+    home.store.add(note, page);
+    home.push();
+    QCOMPARE(home.serve(created), u"C"_s);
+    note.followUps.append({QUuid::createUuid(), u"later"_s, u"a"_s});
+    home.store.update(note, page);
+    QCOMPARE(home.serve(done), u"A0"_s);
+    QVERIFY(waitUntil([&] { return home.completions == 1; }));
+    QCOMPARE(home.store.pendingSync().constFirst().state, (NoteSyncState{true, 1}));
+    home.push();
+    QCOMPARE(home.serve(done), u"Alater"_s);
+}
+
+void TestSyncEngine::signedOutTouchesNothing()
+{
+    Home home;
+    home.store.add(makeNote(u"a"_s), page);
+    home.auth.signedIn.reset();
+    home.push();
+    home.pull();
+    QVERIFY(waitUntil([&] { return home.completions == 2; }));
+    QVERIFY(home.isQuiet());
+}
+
+void TestSyncEngine::signingOutEndsAPass()
+{
+    Home home;
+    home.store.add(makeNote(u"a"_s), page);
+    home.store.add(makeNote(u"b"_s), page);
+    home.push();
+    home.pull();
+    QVERIFY(waitUntil([&] { return home.session.requests.size() == 2; }));
+    home.auth.signedIn->uid = u"somebody else"_s;
+    QCOMPARE(home.serve(created), u"C"_s);
+    QCOMPARE(home.serve(listOf(u"of the first one"_s)), u"L"_s);
+    QVERIFY(waitUntil([&] { return home.completions == 2; }));
+    QVERIFY(home.isQuiet());
+    QCOMPARE(home.store.noteCount(), 2);
+    QCOMPARE(home.store.pendingSync().size(), 1); // what the server took is not sent again
+}
+
+void TestSyncEngine::pullTakesOnlyTheUnknown()
+{
+    Home home;
+    QSignalSpy changes(&home.store, &NotesStoring::vellumoNotesDidChange);
+    const QByteArray list = listOf(u"from elsewhere"_s);
+    for (const QByteArray &answer : {list, list, failed}) {
+        home.pull();
+        QCOMPARE(home.serve(answer), u"L"_s);
+    }
+    QVERIFY(waitUntil([&] { return home.completions == 3; }));
+    QCOMPARE(home.store.noteCount(), 1);
+    QCOMPARE(changes.size(), 1);
+    QVERIFY(home.store.pendingSync().isEmpty());
+}
+
+void TestSyncEngine::largeStoresGatherBookkeeping()
+{
+    Home home;
+    const QString path = home.folder.filePath(u"vellumo/notes.json"_s);
+    const auto pendingInFile = [&path] { return NotesStore(path).pendingSync().size(); };
+    const ReadingNote first = makeNote(QString(1'200'000, u'x'));
+    const ReadingNote second = makeNote(u"b"_s);
+    home.store.add(first, page);
+    home.store.add(second, page);
+    home.store.markSynced(first.id, 0);
+    QCOMPARE(home.store.pendingSync().size(), 1);
+    QVERIFY(waitUntil([&] { return pendingInFile() == 1; })); // by itself
+    {
+        NotesStore store(path);
+        store.markSynced(second.id, 0);
+        QCOMPARE(pendingInFile(), 1);
+    }
+    QCOMPARE(pendingInFile(), 0); // at the end
+}
+
+QTEST_GUILESS_MAIN(TestSyncEngine)
+#include "test_sync_engine.moc"
