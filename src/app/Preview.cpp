@@ -3,8 +3,7 @@
 
 #include "app/Preview.h"
 
-#include "capture/Demonstration.h"
-#include "platform/Clock.h"
+#include "app/SampleReading.h"
 #include "platform/Diagnostics.h"
 
 #include <QDir>
@@ -65,21 +64,25 @@ void Preview::show(bool english)
 {
     english_ = english;
     texts_.refresh();
-    const ReadingNote note = demonstrationNote(english, 0);
+    const SampleReading sample = sampleReading(english);
     const auto present = [&] {
-        previewResultPanel_.present(
-            IslandContent::result(demonstrationAnswer(english), note.sourceText, {}), std::nullopt,
-            {});
+        const ThreadItem row{sample.followUp.question, sample.followUp.answer, false};
+        previewResultPanel_.present(IslandContent::result(sample.result, sample.selection, {row}),
+                                    sample.context, {});
     };
     const auto showPill = [&] {
-        previewNotesEntrance_.show(3, [this, note] {
-            previewNotesEntrance_.showNotesList({note, note, note}, [](const ReadingNote &) {});
-        });
+        previewNotesEntrance_.show(static_cast<int>(sample.notes.size()),
+                                   [this] { showNotesList(); });
     };
     const auto panel = windowShownBy(present);
     panel_ = panel ? panel : panel_;
     const auto pill = windowShownBy(showPill);
     pill_ = pill ? pill : pill_;
+}
+
+void Preview::showNotesList()
+{
+    previewNotesEntrance_.showNotesList(sampleReading(english_).notes, [](const ReadingNote &) {});
 }
 
 void Preview::writeSnapshots(const QString &folder, std::function<void()> done)
@@ -91,10 +94,7 @@ void Preview::writeSnapshots(const QString &folder, std::function<void()> done)
     QTimer::singleShot(settleTime, this, [this, folder, path, done = std::move(done)] {
         save(panel_, path(u"panel"_s));
         save(pill_, path(u"pill"_s));
-        ReadingNote second = demonstrationNote(english_, 0);
-        second.id = QUuid::createUuid();
-        previewNotesEntrance_.showNotesList({demonstrationNote(english_, 0), second},
-                                            [](const ReadingNote &) {});
+        showNotesList();
         QTimer::singleShot(settleTime, this, [this, folder, path, done] {
             save(pill_, path(u"list"_s));
             previewNotesEntrance_.collapse();

@@ -28,6 +28,7 @@ public:
     void writeSnapshots(const QString &folder, std::function<void()> done);
 
 private:
+    void showNotesList();
     [[nodiscard]] QPointer<QQuickWindow> windowShownBy(const std::function<void()> &action) const;
 
     bool english_ = true;

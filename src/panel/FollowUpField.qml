@@ -46,7 +46,7 @@ FocusScope {
     Text {
         anchors.fill: input
         visible: input.text.length === 0 && input.preeditText.length === 0
-        text: field.texts.english ? "Ask a follow-up…" : "继续追问…"
+        text: "Ask a follow-up…" // the same in every language
         textFormat: Text.PlainText
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
