@@ -15,8 +15,11 @@ namespace vellumo {
 QStringList readingFontFamilies(const QString &systemFamily)
 {
     const QString chinese = u"Noto Sans CJK SC"_s;
-    return systemFamily.isEmpty() || systemFamily == chinese ? QStringList{chinese}
-                                                             : QStringList{systemFamily, chinese};
+    // Symbol fonts have outlines of some emoji, and would tear joined ones apart.
+    const QString emoji = u"Noto Color Emoji"_s;
+    return systemFamily.isEmpty() || systemFamily == chinese
+        ? QStringList{chinese, emoji}
+        : QStringList{systemFamily, chinese, emoji};
 }
 
 void installApplicationFonts()
