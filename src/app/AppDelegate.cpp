@@ -3,6 +3,7 @@
 
 #include "app/AppDelegate.h"
 
+#include "app/AccountWiring.h"
 #include "app/AppConfig.h"
 #include "app/BuiltInUpdates.h"
 #include "app/CommandLine.h"
@@ -10,6 +11,7 @@
 #include "app/MainMenu.h"
 #include "app/PermissionManager.h"
 #include "app/Preview.h"
+#include "app/RevokedAlert.h"
 #include "app/StatusItem.h"
 #include "app/TerminationSignals.h"
 #include "app/UpdaterManager.h"
@@ -108,6 +110,7 @@ void AppDelegate::applicationDidFinishLaunching()
     createUpdaterManager();
     startPermissionManager();
     notesStore_ = std::make_unique<NotesStore>(NotesStore::defaultStorePath());
+    createAccount();
     aiService_ = std::make_unique<ForwardingExplainer>(makeAIService(), foundation_->clock);
     buildCapturePipeline();
     wireExplainer();
@@ -243,8 +246,17 @@ void AppDelegate::startPermissionManager()
 {
     Accessibility &accessibility = foundation_->platform.accessibility();
     permissionManager_ = std::make_unique<PermissionManager>(
-        accessibility, foundation_->clock, accessibility.isProcessTrustedWithPrompt());
+        accessibility, foundation_->platform.workspace(), foundation_->clock,
+        accessibility.isProcessTrustedWithPrompt());
     permissionManager_->startMonitoring();
+}
+
+void AppDelegate::createAccount()
+{
+    account_ = std::make_unique<AccountWiring>(AccountWiring::Foundation{
+        foundation_->config, foundation_->platform.secrets(), foundation_->platform.workspace(),
+        foundation_->http, foundation_->clock, foundation_->texts});
+    onOpenURL = [this](const QString &url) { account_->handleCallback(url); };
 }
 
 std::unique_ptr<AIExplaining> AppDelegate::makeAIService() const
@@ -259,7 +271,9 @@ std::unique_ptr<AIExplaining> AppDelegate::makeAIService() const
         return std::make_unique<MockAIService>(foundation_->clock);
     }
     printDiagnostic(u"using OpenAI explanation service"_s);
-    return std::make_unique<OpenAIService>(service.value());
+    auto client = std::make_unique<OpenAIService>(service.value());
+    client->firebaseTokenProvider = account_->tokenProvider();
+    return client;
 }
 
 void AppDelegate::buildCapturePipeline()
@@ -308,10 +322,22 @@ void AppDelegate::wirePermission()
     permissionManager_->onChange = [this, &accessibility](bool isTrusted) {
         if (isTrusted) {
             triggerManager_->start();
+            revokedAlert_->close();
+            foundation_->consent.release(false);
         } else {
+            // The question is put when the alert has been read: one of the two stands at a time.
+            foundation_->consent.hold();
             accessibility.isProcessTrustedWithPrompt();
             permissionManager_->setTrusted(accessibility.isProcessTrusted());
+            revokedAlert_->show();
         }
+    };
+    revokedAlert_ = std::make_unique<RevokedAlert>(foundation_->texts);
+    revokedAlert_->onClosed = [this, &accessibility](bool opensSettings) {
+        if (opensSettings) {
+            permissionManager_->openAccessibilitySettings();
+        }
+        foundation_->consent.release(!accessibility.isProcessTrusted());
     };
     resultPanel_->isTrusted = [&accessibility] { return accessibility.isProcessTrusted(); };
     resultPanel_->onAllowAccessibility = [&accessibility] {

@@ -12,6 +12,7 @@ class QApplication;
 namespace vellumo {
 
 class AccessibilitySelectionReader;
+class AccountWiring;
 class AIExplaining;
 class ApplicationInterface;
 class ContextTracker;
@@ -23,6 +24,7 @@ class PermissionManager;
 class Preview;
 class ReadingBudget;
 class ResultPanelController;
+class RevokedAlert;
 class StatusItem;
 class TriggerManager;
 struct LaunchRequest;
@@ -53,6 +55,7 @@ private:
     void configureStatusItem();
     void createUpdaterManager();
     void startPermissionManager();
+    void createAccount();
     [[nodiscard]] std::unique_ptr<AIExplaining> makeAIService() const;
     void buildCapturePipeline();
     void wireExplainer();
@@ -75,7 +78,9 @@ private:
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<UpdaterManager> updaterManager_;
     std::unique_ptr<PermissionManager> permissionManager_;
+    std::unique_ptr<RevokedAlert> revokedAlert_;
     std::unique_ptr<NotesStore> notesStore_;
+    std::unique_ptr<AccountWiring> account_;
     std::unique_ptr<ForwardingExplainer> aiService_;
     std::unique_ptr<ResultPanelController> resultPanel_;
     std::unique_ptr<NotesEntranceController> notesEntrance_;

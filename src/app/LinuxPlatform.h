@@ -4,6 +4,7 @@
 
 #include "platform/atspi/AtspiAccessibility.h"
 #include "platform/dbus/PortalAppearance.h"
+#include "platform/dbus/SecretServiceItems.h"
 #include "platform/x11/X11Backend.h"
 
 namespace vellumo {
@@ -25,6 +26,7 @@ public:
     [[nodiscard]] KeyPosting &keys() { return x11_.keyPosting(); }
     [[nodiscard]] Accessibility &accessibility() { return accessibility_; }
     [[nodiscard]] DesktopAppearance &appearance() { return appearance_; }
+    [[nodiscard]] SecretItems &secrets() { return secrets_; }
     [[nodiscard]] SessionBus &sessionBus() { return accessibility_.sessionBus(); }
 
 private:
@@ -33,6 +35,7 @@ private:
     X11Backend x11_;
     AtspiAccessibility accessibility_;
     PortalAppearance appearance_;
+    SecretServiceItems secrets_{sessionBus()};
 };
 
 } // namespace vellumo

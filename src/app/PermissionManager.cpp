@@ -5,6 +5,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/Clock.h"
+#include "platform/Workspace.h"
 
 #include <QGuiApplication>
 
@@ -20,10 +21,11 @@ constexpr auto pollInterval = 3s;
 constexpr int pollsPerRefresh = 10;
 } // namespace
 
-PermissionManager::PermissionManager(Accessibility &accessibility, Clock &clock, bool isTrusted,
-                                     QObject *parent)
+PermissionManager::PermissionManager(Accessibility &accessibility, Workspace &workspace,
+                                     Clock &clock, bool isTrusted, QObject *parent)
     : QObject(parent)
     , accessibility_(accessibility)
+    , workspace_(workspace)
     , clock_(clock)
     , isTrusted_(isTrusted)
 {
@@ -50,6 +52,13 @@ void PermissionManager::startMonitoring()
                     accessibility_.refreshTrust();
                 }
             });
+}
+
+void PermissionManager::openAccessibilitySettings()
+{
+    if (!workspace_.openAccessibilitySettings()) {
+        accessibility_.isProcessTrustedWithPrompt();
+    }
 }
 
 void PermissionManager::recheck()

@@ -10,6 +10,7 @@ namespace vellumo {
 
 class Accessibility;
 class Clock;
+class Workspace;
 
 /// Watches whether the user lets this program read other applications, and reports each change
 /// once.
@@ -17,9 +18,9 @@ class PermissionManager : public QObject {
     Q_OBJECT
 
 public:
-    /// Both must outlive this object.
-    PermissionManager(Accessibility &accessibility, Clock &clock, bool isTrusted,
-                      QObject *parent = nullptr);
+    /// All must outlive this object.
+    PermissionManager(Accessibility &accessibility, Workspace &workspace, Clock &clock,
+                      bool isTrusted, QObject *parent = nullptr);
 
     /// Called with the new state whenever it differs from the last one seen.
     std::function<void(bool isTrusted)> onChange;
@@ -31,10 +32,14 @@ public:
     /// windows becomes active; until the process ends.
     void startMonitoring();
 
+    /// Opens the desktop's settings on accessibility; where there are none, our own question.
+    void openAccessibilitySettings();
+
 private:
     void recheck();
 
     Accessibility &accessibility_;
+    Workspace &workspace_;
     Clock &clock_;
     bool isTrusted_;
     QTimer pollTimer_;

@@ -36,6 +36,9 @@ public:
     /// no browser could be started.
     virtual bool openUrl(const QUrl &url) = 0;
 
+    /// Opens the desktop's own settings at their page on accessibility; false when it has none.
+    virtual bool openAccessibilitySettings() = 0;
+
 Q_SIGNALS:
     /// A process other than the last foreign one came to the front.
     void didActivateApplication(qint64 processIdentifier);

@@ -24,6 +24,32 @@ ConsentDialog::~ConsentDialog() = default;
 void ConsentDialog::ask(std::function<void(bool)> answered)
 {
     answered_ = std::move(answered);
+    if (!isHeld_) {
+        show();
+    }
+}
+
+void ConsentDialog::hold()
+{
+    isHeld_ = true;
+    if (window_) {
+        window_->hide();
+    }
+}
+
+void ConsentDialog::release(bool isStillWanted)
+{
+    isHeld_ = false;
+    if (!isStillWanted) {
+        closeWindow();
+        answered_ = nullptr;
+    } else if (answered_) {
+        show();
+    }
+}
+
+void ConsentDialog::show()
+{
     if (!window_) {
         QQmlComponent component(&engine_, QUrl(u"qrc:/qt/qml/Vellumo/Ui/ConsentDialog.qml"_s));
         QObject *object = component.isReady()
@@ -48,7 +74,7 @@ void ConsentDialog::ask(std::function<void(bool)> answered)
     window_->requestActivate();
 }
 
-void ConsentDialog::onAnswered(bool allowed)
+void ConsentDialog::closeWindow()
 {
     if (window_) {
         window_->disconnect(this);
@@ -56,6 +82,11 @@ void ConsentDialog::onAnswered(bool allowed)
         window_->deleteLater();
         window_.clear();
     }
+}
+
+void ConsentDialog::onAnswered(bool allowed)
+{
+    closeWindow();
     if (const auto answered = std::exchange(answered_, nullptr)) {
         answered(allowed);
     }

@@ -29,6 +29,11 @@ public:
 
     void ask(std::function<void(bool allowed)> answered) override;
 
+    /// Keeps the question off the screen, so that another one can stand there alone.
+    void hold();
+    /// What was asked is shown after all, or is dropped without an answer.
+    void release(bool isStillWanted);
+
     /// The window while the question stands, otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_; }
 
@@ -36,10 +41,14 @@ private Q_SLOTS:
     void onAnswered(bool allowed);
 
 private:
+    void show();
+    void closeWindow();
+
     QQmlEngine &engine_;
     BilingualText &texts_;
     QPointer<QQuickWindow> window_;
     std::function<void(bool)> answered_;
+    bool isHeld_ = false;
 };
 
 } // namespace vellumo

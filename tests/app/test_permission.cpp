@@ -30,7 +30,8 @@ void TestPermission::changesAreReportedOnceAfterTheyHaveSettled()
     FakeAccessibility accessibility(calls);
     FakeClock clock;
     QList<bool> reports;
-    PermissionManager manager(accessibility, clock, true);
+    FakeWorkspace workspace;
+    PermissionManager manager(accessibility, workspace, clock, true);
     manager.onChange = [&reports](bool isTrusted) { reports.append(isTrusted); };
     manager.startMonitoring();
 
@@ -59,7 +60,8 @@ void TestPermission::unsignalledChangeIsSeenByThePoll()
     FakeAccessibility accessibility(calls);
     FakeClock clock;
     QList<bool> reports;
-    PermissionManager manager(accessibility, clock, true);
+    FakeWorkspace workspace;
+    PermissionManager manager(accessibility, workspace, clock, true);
     manager.onChange = [&reports](bool isTrusted) { reports.append(isTrusted); };
     manager.startMonitoring();
     accessibility.trusted = false;

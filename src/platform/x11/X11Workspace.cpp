@@ -3,11 +3,14 @@
 
 #include "platform/x11/X11Workspace.h"
 
+#include "platform/x11/DesktopSettings.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Windows.h"
 #include <QDesktopServices>
 #include <QGuiApplication>
 #include <QProcess>
+#include <QStandardPaths>
+#include <algorithm>
 #include <chrono>
 #include <unistd.h>
 
@@ -171,6 +174,15 @@ bool X11Workspace::openUrl(const QUrl &url)
     }
     return QProcess::startDetached(u"xdg-open"_s, {QString::fromLatin1(url.toEncoded())})
         || QDesktopServices::openUrl(url);
+}
+
+bool X11Workspace::openAccessibilitySettings()
+{
+    const auto pages = accessibilitySettings(qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
+    return std::any_of(pages.begin(), pages.end(), [](const SettingsPage &page) {
+        const QString program = QStandardPaths::findExecutable(page.program);
+        return !program.isEmpty() && QProcess::startDetached(program, page.arguments);
+    });
 }
 
 std::optional<QString> X11Workspace::windowTitle(qint64 processIdentifier)

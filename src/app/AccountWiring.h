@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "account/AuthService.h"
+#include "account/GoogleOAuth.h"
+#include "account/KeychainStore.h"
+#include "explain/OpenAIService.h"
+
+namespace vellumo {
+
+class AppConfig;
+class SecretItems;
+
+/// The user's session and what it is made of.
+class AccountWiring {
+public:
+    /// All must outlive this object.
+    struct Foundation {
+        const AppConfig &config;
+        SecretItems &secrets;
+        Workspace &workspace;
+        HttpSession &http;
+        Clock &clock;
+        const BilingualText &texts;
+    };
+
+    explicit AccountWiring(const Foundation &foundation);
+
+    [[nodiscard]] AuthService &auth() { return auth_; }
+
+    /// What the web site's login page sends back, as it came.
+    void handleCallback(const QString &url) { browser_.handleCallback(url); }
+
+    /// The token that explanations are asked with, while this object lives.
+    [[nodiscard]] OpenAIService::TokenProvider tokenProvider();
+
+private:
+    KeychainStore keychain_;
+    GoogleOAuth browser_;
+    AuthService auth_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMessageBox>
+#include <QPointer>
+#include <functional>
+
+namespace vellumo {
+
+class BilingualText;
+
+/// Tells the user that other applications can no longer be read: a modal alert above all windows,
+/// with the keyboard, whatever the window manager thinks of windows that come by themselves. It
+/// exists only while it is shown.
+class RevokedAlert {
+public:
+    /// The texts must outlive the alert.
+    explicit RevokedAlert(const BilingualText &texts) : texts_(texts) { }
+    ~RevokedAlert();
+    Q_DISABLE_COPY_MOVE(RevokedAlert)
+
+    /// Called when an alert has gone from the screen.
+    std::function<void(bool opensSettings)> onClosed;
+
+    /// Returns at once. One that is shown already is raised.
+    void show();
+    void close();
+
+private:
+    const BilingualText &texts_;
+    QPointer<QMessageBox> box_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "support/Application.h"
+#include "support/Desktop.h"
+#include "support/Program.h"
+#include "support/Waiting.h"
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+
+/// The built program when the desktop's accessibility switch is turned off and on again.
+class TestRevocation : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void warnsAsksAndGoesOn_data();
+    void warnsAsksAndGoesOn();
+    void warnsOncePerChange();
+
+private:
+    static void setSwitch(bool isOn);
+    /// The program's windows that are neither panel nor pill.
+    [[nodiscard]] QList<WindowId> dialogs() const;
+    [[nodiscard]] bool waitForDialog(WindowId other = 0);
+
+    Desktop desktop_;
+    std::unique_ptr<Program> vellumo_;
+};
+
+void TestRevocation::setSwitch(bool isOn)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, u"org.freedesktop.DBus.Properties"_s, u"Set"_s);
+    call.setArguments(
+        {u"org.a11y.Status"_s, u"IsEnabled"_s, QVariant::fromValue(QDBusVariant(isOn))});
+    QCOMPARE(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
+}
+
+QList<WindowId> TestRevocation::dialogs() const
+{
+    QList<WindowId> found = desktop_.windows(u"vellumo"_s);
+    found.removeIf([this](WindowId window) {
+        return desktop_.geometry(window).height() < 150 || window == vellumo_->panel();
+    });
+    return found;
+}
+
+bool TestRevocation::waitForDialog(WindowId other)
+{
+    return waitUntil([&] { return dialogs().size() == 1 && dialogs().constFirst() != other; });
+}
+
+void TestRevocation::init()
+{
+    setSwitch(true);
+    vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM),
+                                         QString::fromLatin1(QTest::currentTestFunction()));
+}
+
+void TestRevocation::cleanup()
+{
+    if (QTest::currentTestFailed() && vellumo_->hasStarted())
+        qWarning().noquote() << vellumo_->process().standardOutput()
+                             << vellumo_->process().errorOutput();
+    vellumo_.reset();
+}
+
+void TestRevocation::warnsAsksAndGoesOn_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addRow("English") << u"English"_s;
+    QTest::addRow("Chinese") << u"Chinese"_s;
+}
+
+void TestRevocation::warnsAsksAndGoesOn()
+{
+    QFETCH(QString, language);
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"text"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.close();
+    vellumo_->setSetting(u"preferredOutputLanguage"_s, language);
+    QVERIFY(vellumo_->start());
+    Application editor(qtTextEdit(file.fileName()));
+    const auto text = editor.start(desktop_);
+    QVERIFY(text && desktop_.activate(*text));
+    desktop_.type(u"hello"_s); // a window that is typed into keeps the keyboard, as a rule
+
+    setSwitch(false);
+    QVERIFY(waitForDialog());
+    const WindowId alert = dialogs().constFirst();
+    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == alert; }));
+    const QString pictures = qEnvironmentVariable("VELLUMO_TEST_PICTURES");
+    if (!pictures.isEmpty())
+        desktop_.pixels().save(pictures + u'/' + language + u".png"_s);
+
+    desktop_.tap(Key::Escape);
+    QVERIFY(waitForDialog(alert)); // only now the question
+    setSwitch(true);
+    QVERIFY(waitUntil([this] { return dialogs().isEmpty(); }));
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForPanel());
+}
+
+void TestRevocation::warnsOncePerChange()
+{
+    QVERIFY(vellumo_->start());
+    for (int change = 0; change < 3; ++change) {
+        setSwitch(false);
+        QVERIFY(waitForDialog());
+        setSwitch(true);
+        QVERIFY(waitUntil([this] { return dialogs().isEmpty(); }));
+    }
+}
+
+QTEST_MAIN(TestRevocation)
+#include "test_revocation.moc"
