@@ -15,6 +15,7 @@
 #include <QGuiApplication>
 #include <QProcessEnvironment>
 #include <cstdlib>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -28,6 +29,16 @@ constexpr auto busPatience = 1s;
 // Another process holds the notes: it may be about to take the name on the bus, or about to end.
 constexpr auto instancePatience = 15s;
 
+/// Addresses may carry secrets, and every process can read another's arguments.
+void hideAddresses(int argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        if (char *colon = std::strchr(argv[i], ':')) {
+            std::memset(colon + 1, 'x', std::strlen(colon + 1));
+        }
+    }
+}
+
 } // namespace
 
 Startup::Startup(int argc, char **argv)
@@ -39,6 +50,7 @@ Startup::Startup(int argc, char **argv)
     for (int i = 0; i < argc; ++i) {
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
+    hideAddresses(argc, argv);
     const auto parsed = CommandLine::parse(arguments);
     if (const int *status = std::get_if<int>(&parsed)) {
         exitStatus_ = *status;

@@ -6,7 +6,9 @@
 # test_installation.sh --installed PREFIX   tries what is already installed there
 #
 # The ecosystem's validators look at the files; then, on a private desktop that knows the prefix, a
-# message on the bus starts the program, which takes a second start's request, and ends.
+# message on the bus starts the program, which takes a second start's request, and ends. Addresses of
+# its own scheme are opened as browsers do, on a desktop that activates over the bus and on one that
+# runs the command of the entry.
 set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 id=app.vellumo.Vellumo
@@ -21,6 +23,18 @@ owner() {
     dbus-send --session --print-reply=literal --dest=org.freedesktop.DBus / \
         org.freedesktop.DBus.GetConnectionUnixProcessID string:$id 2>/dev/null | awk '{print $2}'
 }
+deliver() {   # deliver DESKTOP LOG: opens an address; LOG is where the program will say that it came
+    local before; before=$(taken "$2")
+    XDG_CURRENT_DESKTOP=$1 xdg-open 'vellumo://auth?refreshToken=geheim&uid=u' >> "$2" 2>&1 &
+    wait_for has_taken_more "$2" "$before" || die "an address did not arrive through ${1:-its entry}"
+    wait_for has_owner || die "it is not on the bus"
+    # on no command line of ours, not even of a process that was started with it
+    ! tr '\0' ' ' < "/proc/$(owner)/cmdline" | grep -q geheim || die "a secret is on a command line"
+    ! grep -q geheim "$2" || die "a secret is in the log"
+}
+taken() { grep -c 'nobody waits for' "$1" || true; }
+has_taken_more() { [ "$(taken "$1")" -gt "$2" ]; }
+has_owner() { [ -n "$(owner)" ]; }
 has_ended() { ! kill -0 "$1" 2>/dev/null; }
 wait_for() {
     local deadline=$((SECONDS + 20))
@@ -37,8 +51,20 @@ if [ "${1:-}" = --inside ]; then   # on the private desktop
     [ "$(readlink "/proc/$pid/exe")" = "$prefix/bin/vellumo" ] || die "another program was started"
     "$prefix/bin/vellumo" vellumo://auth/callback || die "an address was not taken"
     [ "$(owner)" = "$pid" ] || die "a second start did not hand over"
+    bus_log=$TEST_DESKTOP_DIR/log/dbus
+    deliver GNOME "$bus_log"
+    deliver "" "$bus_log"
+    [ "$(owner)" = "$pid" ] || die "an address has started another one"
     "$prefix/bin/vellumo" --quit || die "it could not be ended"
     wait_for has_ended "$pid" || die "it did not end"
+    for desktop in GNOME ""; do   # while it does not run
+        log=$bus_log
+        [ -n "$desktop" ] || { log=$TEST_DESKTOP_DIR/log/entry; : > "$log"; }
+        deliver "$desktop" "$log"
+        pid=$(owner)
+        "$prefix/bin/vellumo" --quit || die "it could not be ended"
+        wait_for has_ended "$pid" || die "it did not end"
+    done
     exit 0
 fi
 
@@ -49,6 +75,7 @@ else
     trap 'rm -rf "$folder"' EXIT
     prefix=$folder/prefix
     cmake --install "$1" --prefix "$prefix" > /dev/null
+    update-desktop-database "$prefix/share/applications"
 fi
 
 share=$prefix/share
