@@ -155,7 +155,10 @@ std::optional<QString> BackendTables::upsertProfile(const QString &uid,
     QVariantList values{uid};
     for (const auto &name : {"hearAbout"_L1, "role"_L1, "industry"_L1})
         values.append(variables.value(name).toVariant());
-    run(u"INSERT OR REPLACE INTO profiles VALUES (?, ?, ?, ?)"_s, values);
+    run(u"INSERT INTO profiles VALUES (?, ?, ?, ?) ON CONFLICT (uid) DO UPDATE SET "
+        "hearAbout = coalesce(excluded.hearAbout, hearAbout), "
+        "role = coalesce(excluded.role, role), industry = coalesce(excluded.industry, industry)"_s,
+        values);
     return std::nullopt;
 }
 
