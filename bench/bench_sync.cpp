@@ -1,0 +1,209 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+//
+// bench_sync BACKEND: pushing and pulling few and many notes over loopback: how fast, with how much
+// memory, and how long the main thread is away meanwhile. Needs no display.
+#include "NoteMaker.h"
+#include "Report.h"
+#include "notes/NotesStore.h"
+#include "notes/NotesSyncEngine.h"
+#include "notes/SyncFakes.h"
+#include "platform/qt/QtHttpSession.h"
+#include "platform/qt/SystemClock.h"
+#include "support/BackendTables.h"
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <algorithm>
+#include <malloc.h>
+
+using namespace vellumo;
+using namespace vellumo::bench;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+using Environment = QList<std::pair<QString, QString>>;
+
+/// The stand-in backend as a process of its own, so that it takes none of the time measured here.
+class BackendProcess {
+public:
+    BackendProcess(const QString &program, const QString &database)
+    {
+        process_.start(program, {u"--data"_s, database});
+        while (environment_.size() < 4 && process_.waitForReadyRead()) {
+            while (process_.canReadLine()) {
+                const QString line = QString::fromLocal8Bit(process_.readLine()).trimmed();
+                const qsizetype equals = line.indexOf(u'=');
+                if (equals > 0 && !line.contains(u' '))
+                    environment_.append({line.left(equals), line.mid(equals + 1)});
+            }
+        }
+        if (environment_.size() < 4)
+            qFatal("the backend does not start");
+        process_.closeReadChannel(QProcess::StandardOutput);
+    }
+    ~BackendProcess()
+    {
+        process_.kill();
+        process_.waitForFinished();
+    }
+    BackendProcess(const BackendProcess &) = delete;
+    BackendProcess &operator=(const BackendProcess &) = delete;
+    BackendProcess(BackendProcess &&) = delete;
+    BackendProcess &operator=(BackendProcess &&) = delete;
+
+    [[nodiscard]] const Environment &environment() const { return environment_; }
+
+private:
+    QProcess process_;
+    Environment environment_;
+};
+
+struct Home {
+    Home(const QString &file, const Environment &environment, const QString &token)
+        : history({auth, session, clock, lookupIn(environment)})
+        , store(file)
+    {
+        auth.token = std::optional(token);
+    }
+
+    FakeAuth auth;
+    QtHttpSession session;
+    SystemClock clock;
+    DataConnectHistory history;
+    NotesStore store;
+    NotesSyncEngine engine{store, history, auth};
+};
+
+/// Runs an operation of the engine to its end; its milliseconds. Every 5 ms something is asked of
+/// the main thread; the delays say how long it waited.
+double run(const std::function<void(QObject *, NotesSyncEngine::Done)> &operation,
+           QList<double> &delays)
+{
+    QEventLoop loop;
+    QTimer beat;
+    beat.setTimerType(Qt::PreciseTimer);
+    QElapsedTimer sinceBeat;
+    sinceBeat.start();
+    const auto note = [&] {
+        delays.append(std::max(0.0, (static_cast<double>(sinceBeat.nsecsElapsed()) / 1e6) - 5));
+        sinceBeat.restart();
+    };
+    beat.callOnTimeout(note);
+    beat.start(5ms);
+    const double time = timed([&] {
+        operation(&loop, [&loop] { loop.quit(); });
+        loop.exec();
+    });
+    note(); // the end may have come from a long piece of work
+    return time;
+}
+
+double percentile95(QList<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.isEmpty() ? 0 : values.at(values.size() * 95 / 100);
+}
+
+double kilobytes(const QByteArray &name)
+{
+    QFile file(u"/proc/self/status"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray text = file.readAll();
+    return text.mid(text.indexOf('\n' + name + ':') + name.size() + 2)
+        .trimmed()
+        .split(' ')
+        .first()
+        .toDouble();
+}
+
+/// Forgets the largest size that this process has had.
+void forgetPeak()
+{
+    QFile file(u"/proc/self/clear_refs"_s);
+    if (file.open(QIODevice::WriteOnly))
+        file.write("5");
+}
+
+void measure(const QString &program, int count, int runs)
+{
+    QList<double> pushRate;
+    QList<double> pullRate;
+    QList<double> pushDelays;
+    QList<double> pullDelays;
+    QList<double> pullMemory;
+    for (int i = 0; i < runs; ++i) {
+        const QTemporaryDir folder;
+        const QString database = folder.filePath(u"backend.sqlite"_s);
+        QString token;
+        {
+            BackendTables tables(database);
+            token = tables.newIdToken(tables.uidOf(u"reader@example.org"_s), 1h);
+        }
+        const BackendProcess backend(program, database);
+
+        NoteMaker maker;
+        StoreFile file;
+        file.syncStates.emplace();
+        file.buckets.append({NoteMaker::context(0), {}});
+        for (int number = 0; number < count; ++number)
+            file.buckets.first().notes.append(maker.note());
+        const QString path = folder.filePath(u"here.json"_s);
+        QFile out(path);
+        if (!out.open(QIODevice::WriteOnly) || out.write(file.toJson()) < 0)
+            qFatal("cannot write %s", qPrintable(path));
+        out.close();
+
+        Home here(path, backend.environment(), token);
+        const auto push = [&here](QObject *context, NotesSyncEngine::Done done) {
+            here.engine.pushPending(context, std::move(done));
+        };
+        pushRate.append(count / run(push, pushDelays) * 1000);
+        if (!here.store.pendingSync().isEmpty())
+            qFatal("not all notes were pushed");
+
+        Home there(folder.filePath(u"there.json"_s), backend.environment(), token);
+        const auto pull = [&there](QObject *context, NotesSyncEngine::Done done) {
+            there.engine.pullAndMerge(context, std::move(done));
+        };
+        ::malloc_trim(0); // what the push has freed would serve the pull unseen
+        forgetPeak();
+        const double before = kilobytes("VmRSS");
+        pullRate.append(count / run(pull, pullDelays) * 1000);
+        pullMemory.append((kilobytes("VmHWM") - before) / 1024);
+        if (there.store.noteCount() != count)
+            qFatal("not all notes were pulled");
+    }
+    const QString label = u"sync, %1 notes: "_s.arg(count);
+    printRow(label + u"pushed"_s, pushRate, "notes/s");
+    printRow(label + u"pulled"_s, pullRate, "notes/s");
+    printRow(label + u"main thread away during a push, 95th percentile"_s,
+             {percentile95(pushDelays)}, "ms", 100);
+    printRow(label + u"the same, longest"_s,
+             {*std::max_element(pushDelays.cbegin(), pushDelays.cend())}, "ms");
+    printRow(label + u"main thread away during a pull, longest"_s,
+             {*std::max_element(pullDelays.cbegin(), pullDelays.cend())}, "ms");
+    printRow(label + u"memory of a pull at its peak"_s, pullMemory, "MB");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const Runs runs = runsFromArguments(arguments);
+    measure(arguments.last(), 100, runs.of(5));
+    if (!runs.quick) {
+        measure(arguments.last(), 1000, 3);
+        measure(arguments.last(), 10'000, 3);
+    }
+    return 0;
+}
