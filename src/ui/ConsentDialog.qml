@@ -5,7 +5,7 @@ import QtQuick
 import Vellumo.Ui
 
 /// Explains what would be read and asks for consent. Closing the window is a no.
-Window {
+FittingDialog {
     id: dialog
 
     required property BilingualText texts
@@ -22,15 +22,7 @@ Window {
         "你随时可以收回这项许可。"
     ]
 
-    width: 460
-    height: Math.ceil(column.height) + 2 * Units.space32 - Units.space8
-    minimumWidth: width
-    maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
-    flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
-    color: Theme.ground
-    title: "vellumo"
+    fittingHeight: Math.ceil(column.height) + 2 * Units.space32 - Units.space8
 
     onClosing: dialog.answered(false)
 

@@ -6,7 +6,7 @@ import Vellumo.Ui
 import Vellumo.Update
 
 /// How a check for updates goes. As high as what it says.
-Window {
+FittingDialog {
     id: dialog
 
     required property BilingualText texts
@@ -17,28 +17,9 @@ Window {
     readonly property bool isOffer: dialog.report.state === UpdateReport.SomethingNew
     readonly property bool hasFailed: dialog.report.state === UpdateReport.Failed
 
-    readonly property int fittingHeight: Math.ceil(content.height) + 2 * Units.space32
-                                         - Units.space8
-
-    width: 460
-    minimumWidth: width
-    maximumWidth: width
-    flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
-    color: Theme.ground
-    title: "vellumo"
+    fittingHeight: Math.ceil(content.height) + 2 * Units.space32 - Units.space8
 
     onClosing: dialog.report.userClosed()
-
-    onFittingHeightChanged: dialog.fit()
-    Component.onCompleted: dialog.fit()
-
-    /// The limits go first: a window manager holds a window to those that it knows.
-    function fit(): void {
-        dialog.minimumHeight = Math.min(dialog.height, dialog.fittingHeight)
-        dialog.maximumHeight = dialog.fittingHeight
-        dialog.height = dialog.fittingHeight
-        dialog.minimumHeight = dialog.fittingHeight
-    }
 
     function headingText(): string {
         switch (dialog.report.state) {
