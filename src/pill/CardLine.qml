@@ -12,6 +12,8 @@ Item {
     required property int size
     required property color color
     property int weight: Font.Normal
+    /// Where it has to be one font in place of the interface's.
+    property string family: ""
 
     height: Math.round(line.size * Units.cardLine)
 
@@ -27,5 +29,11 @@ Item {
         color: line.color
         font.pixelSize: line.size
         font.weight: line.weight
+    }
+    Binding {
+        target: words
+        property: "font.family"
+        value: line.family
+        when: line.family !== ""
     }
 }

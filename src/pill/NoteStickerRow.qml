@@ -66,6 +66,7 @@ Item {
         text: "↩ " + row.followUps
         color: Theme.islandThirdText
         size: Units.type10
+        family: "DejaVu Sans" // the interface's fonts have this arrow as an emoji only
         weight: Font.Medium
     }
 
