@@ -13,6 +13,7 @@
 #include "app/Preview.h"
 #include "app/RevokedAlert.h"
 #include "app/StatusItem.h"
+#include "app/SyncWiring.h"
 #include "app/TerminationSignals.h"
 #include "app/UpdaterManager.h"
 #include "app/UserPreferences.h"
@@ -113,6 +114,7 @@ void AppDelegate::applicationDidFinishLaunching()
     createAccount();
     aiService_ = std::make_unique<ForwardingExplainer>(makeAIService(), foundation_->clock);
     buildCapturePipeline();
+    wireSync();
     wireExplainer();
     wirePermission();
     coordinator_->start();
@@ -298,6 +300,18 @@ void AppDelegate::buildCapturePipeline()
         *selectionReader_, *contextTracker_, *aiService_, *notesStore_, *resultPanel_,
         *notesEntrance_, foundation_->preferences, *triggerManager_, platform.workspace(),
         platform.accessibility(), foundation_->clock});
+}
+
+void AppDelegate::wireSync()
+{
+    sync_ = std::make_unique<SyncWiring>(
+        SyncWiring::Foundation{foundation_->config, account_->auth(), *notesStore_,
+                               foundation_->http, foundation_->clock});
+    coordinator_->onNoteSaved = [sync = QPointer(sync_.get())](const ReadingNote & /*note*/) {
+        if (sync) {
+            sync->noteSaved();
+        }
+    };
 }
 
 void AppDelegate::wireExplainer()

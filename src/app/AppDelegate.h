@@ -26,6 +26,7 @@ class ReadingBudget;
 class ResultPanelController;
 class RevokedAlert;
 class StatusItem;
+class SyncWiring;
 class TriggerManager;
 struct LaunchRequest;
 class UpdaterManager;
@@ -58,6 +59,7 @@ private:
     void createAccount();
     [[nodiscard]] std::unique_ptr<AIExplaining> makeAIService() const;
     void buildCapturePipeline();
+    void wireSync();
     void wireExplainer();
     void wirePermission();
     void finishLaunchingWhenIdle();
@@ -88,6 +90,7 @@ private:
     std::unique_ptr<AccessibilitySelectionReader> selectionReader_;
     std::unique_ptr<ContextTracker> contextTracker_;
     std::unique_ptr<TriggerManager> triggerManager_;
+    std::unique_ptr<SyncWiring> sync_;
     std::unique_ptr<VellumoCoordinator> coordinator_;
     std::unique_ptr<ApplicationInterface> applicationInterface_;
     std::unique_ptr<Preview> preview_; ///< only when a developer asks for it

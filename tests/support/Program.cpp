@@ -174,4 +174,15 @@ bool Program::waitForNotes(qsizetype count) const
     return waitUntil([&] { return notes().size() == count; });
 }
 
+void keepSession(const QString &refreshToken, const QString &uid, const QString &email)
+{
+    const QList<std::pair<QString, QString>> items{
+        {u"refreshToken"_s, refreshToken}, {u"uid"_s, uid}, {u"email"_s, email}};
+    for (const auto &[account, value] : items)
+        outputOf(u"secret-tool"_s,
+                 {u"store"_s, u"--label=vellumo"_s, u"service"_s, u"app.vellumo.Vellumo"_s,
+                  u"account"_s, account},
+                 value.toUtf8(), patience);
+}
+
 } // namespace vellumo::test

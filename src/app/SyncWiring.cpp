@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/SyncWiring.h"
+
+#include "account/AuthService.h"
+#include "app/AppConfig.h"
+
+#include <QPointer>
+
+namespace vellumo {
+
+SyncWiring::SyncWiring(const Foundation &foundation)
+    : history_({foundation.auth, foundation.http, foundation.clock,
+                [&config = foundation.config](const QString &key) { return config.value(key); }})
+    , engine_(foundation.store, history_, foundation.auth)
+{
+    // The session of an earlier run comes from a keyring that may be slow, or locked for a while.
+    // Without one there is nothing to do at launch.
+    foundation.auth.onRestored = [self = QPointer(this)] {
+        if (self) {
+            self->syncAll();
+        }
+    };
+    foundation.auth.onSignedIn = foundation.auth.onRestored;
+}
+
+void SyncWiring::syncAll()
+{
+    engine_.pushPending(this, [this] { engine_.pullAndMerge(); });
+}
+
+} // namespace vellumo

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "notes/DataConnectHistory.h"
+#include "notes/NotesSyncEngine.h"
+
+namespace vellumo {
+
+class AppConfig;
+class AuthService;
+
+/// The way of the notes to the backend and back, and the occasions on which they take it: when the
+/// session of an earlier run is there, after a sign-in, and when a note has been saved.
+class SyncWiring : public QObject {
+    Q_OBJECT
+
+public:
+    /// All must outlive the wiring, which takes the service's callbacks.
+    struct Foundation {
+        const AppConfig &config;
+        AuthService &auth;
+        NotesStoring &store;
+        HttpSession &http;
+        Clock &clock;
+    };
+
+    explicit SyncWiring(const Foundation &foundation);
+
+    [[nodiscard]] const DataConnectHistory &history() const { return history_; }
+    [[nodiscard]] NotesSyncEngine &engine() { return engine_; }
+
+    /// A note has been saved.
+    void noteSaved() { engine_.pushPending(); }
+
+private:
+    void syncAll();
+
+    DataConnectHistory history_;
+    NotesSyncEngine engine_;
+};
+
+} // namespace vellumo
