@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// What people and the desktop's own tools do to the keyring of a private desktop.
+namespace vellumo::test::Keyring {
+
+/// vellumo's item of this account, through the desktop's own tool.
+void store(const QString &account, const QByteArray &value);
+[[nodiscard]] QByteArray lookUp(const QString &account);
+
+bool lock();
+bool unlock();
+void signal(int number);
+
+} // namespace vellumo::test::Keyring
