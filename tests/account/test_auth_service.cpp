@@ -99,15 +99,11 @@ class TestAuthService : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void readsCallbacks_data();
     void readsCallbacks();
-    void restoresWhatTheKeyringHas_data();
     void restoresWhatTheKeyringHas();
     void waitsForTheKeyringButNotLong();
     void whatTheUserDidCountsMoreThanALateKeyring();
-    void keepsATokenWhileItIsGood_data();
     void keepsATokenWhileItIsGood();
-    void tellsWhyThereIsNoToken_data();
     void tellsWhyThereIsNoToken();
     void signsIn();
     void refusesAnIncompleteSignIn();
@@ -116,52 +112,36 @@ private Q_SLOTS:
     void signingOutEndsWhatRuns();
 };
 
-void TestAuthService::readsCallbacks_data()
-{
-    using Parameters = GoogleOAuth::Parameters;
-    QTest::addColumn<QString>("url");
-    QTest::addColumn<Parameters>("expected");
-    const auto row = [](const char *name, const QString &url, const Parameters &expected) {
-        QTest::newRow(name) << url << expected;
-    };
-    row("no query", u"vellumo://auth/callback#uid=1"_s, {});
-    row("an empty query", u"vellumo:?"_s, {});
-    row("the last of a name", u"vellumo://a?uid=1&uid=2&uid"_s, {{u"uid"_s, u"2"_s}});
-    row("empty and odd items", u"vellumo://a?uid=&=3&&email==?&%75=%26#x=1"_s,
-        {{u"uid"_s, {}}, {{}, u"3"_s}, {u"email"_s, u"=?"_s}, {u"u"_s, u"&"_s}});
-    row("a plus", u"vellumo://a?email=a+b%2Bc"_s, {{u"email"_s, u"a+b+c"_s}});
-    row("a megabyte", u"vellumo://a?uid="_s + QString(1 << 20, u'x'),
-        {{u"uid"_s, QString(1 << 20, u'x')}});
-}
-
 void TestAuthService::readsCallbacks()
 {
-    QFETCH(QString, url);
-    QTEST(GoogleOAuth::parameters(url), "expected");
-}
-
-void TestAuthService::restoresWhatTheKeyringHas_data()
-{
-    QTest::addColumn<Stored>("stored");
-    QTest::addColumn<QString>("state");
-    QTest::addRow("nothing") << Stored() << u"nobody"_s;
-    QTest::addRow("everything") << someone << u"u0 a@b.org"_s;
-    for (const QString &left : {u"refreshToken"_s, u"uid"_s, u"email"_s}) {
-        Stored stored = someone;
-        stored.remove(left);
-        QTest::addRow("without %s", qPrintable(left)) << stored << u"nobody"_s;
-    }
-    Stored garbage = someone;
-    garbage[u"uid"_s] = "\xff\xfe";
-    QTest::addRow("what is no text") << garbage << u"nobody"_s;
+    const struct {
+        QString url;
+        GoogleOAuth::Parameters expected;
+    } cases[] = {
+        {u"vellumo://auth/callback#uid=1"_s, {}},
+        {u"vellumo:?"_s, {}},
+        {u"vellumo://a?uid=1&uid=2&uid"_s, {{u"uid"_s, u"2"_s}}},
+        {u"vellumo://a?uid=&=3&&email==?&%75=%26#x=1"_s,
+         {{u"uid"_s, {}}, {{}, u"3"_s}, {u"email"_s, u"=?"_s}, {u"u"_s, u"&"_s}}},
+        {u"vellumo://a?email=a+b%2Bc"_s, {{u"email"_s, u"a+b+c"_s}}},
+        {u"vellumo://a?uid="_s + QString(1 << 20, u'x'), {{u"uid"_s, QString(1 << 20, u'x')}}},
+    };
+    for (const auto &each : cases)
+        QCOMPARE(GoogleOAuth::parameters(each.url), each.expected);
 }
 
 void TestAuthService::restoresWhatTheKeyringHas()
 {
-    QFETCH(Stored, stored);
-    const Desk desk(stored);
-    QTEST(desk.state(), "state");
-    QVERIFY(desk.http.requests.isEmpty());
+    QCOMPARE(Desk(someone).state(), u"u0 a@b.org"_s);
+    QVERIFY(Desk(someone).http.requests.isEmpty());
+    Stored garbage = someone;
+    garbage[u"uid"_s] = "\xff\xfe";
+    QCOMPARE(Desk(garbage).state(), u"nobody"_s);
+    for (const QString &left : someone.keys()) {
+        Stored stored = someone;
+        stored.remove(left);
+        QCOMPARE(Desk(stored).state(), u"nobody"_s);
+    }
 }
 
 void TestAuthService::waitsForTheKeyringButNotLong()
@@ -200,88 +180,69 @@ void TestAuthService::whatTheUserDidCountsMoreThanALateKeyring()
     QCOMPARE(signedOut.state(), u"nobody"_s);
 }
 
-void TestAuthService::keepsATokenWhileItIsGood_data()
-{
-    QTest::addColumn<QByteArray>("lifetime");
-    QTest::addColumn<double>("after");
-    QTest::addColumn<bool>("isKept");
-    QTest::addRow("61 s left") << QByteArray("3600") << 3539.0 << true;
-    QTest::addRow("59 s left") << QByteArray("3600") << 3541.0 << false;
-    QTest::addRow("no number, 61 s left") << QByteArray("soon") << 3539.0 << true;
-    QTest::addRow("no number, 59 s left") << QByteArray("nan") << 3541.0 << false;
-    QTest::addRow("a fraction") << QByteArray("90.5") << 30.4 << true;
-    QTest::addRow("over before it began") << QByteArray("-5") << 0.0 << false;
-    QTest::addRow("for ever") << QByteArray("1e300") << 86'400.0 << false;
-    QTest::addRow("clock set back") << QByteArray("3600") << -1.0 << false;
-}
-
 void TestAuthService::keepsATokenWhileItIsGood()
 {
-    QFETCH(QByteArray, lifetime);
-    QFETCH(double, after);
-    QFETCH(bool, isKept);
-    Desk desk(someone);
-    desk.askForToken();
-    QCOMPARE(desk.http.requests.size(), 1);
-    const HttpRequest request = desk.http.requests.constFirst();
-    QCOMPARE(request.method, QByteArray("POST"));
-    QCOMPARE(request.url.toEncoded(), QByteArray("http://tokens/v1/token?key=k%261"));
-    QCOMPARE(request.headers, (HttpHeaders{{"Content-Type", "application/x-www-form-urlencoded"}}));
-    QCOMPARE(request.body, QByteArray("grant_type=refresh_token&refresh_token=r0"));
-    QCOMPARE(request.timeout, 60s);
-    desk.answer(tokens(lifetime));
-    QCOMPARE(desk.said(), QStringList{u"i1"_s});
-    QCOMPARE(desk.secrets.values.value(u"refreshToken"_s), QByteArray("r2"));
-
-    desk.clock.now += after;
-    desk.askForToken();
-    QCOMPARE(desk.http.requests.size(), isKept ? 1 : 2);
-    if (!isKept) {
-        QVERIFY(desk.http.requests.constLast().body.endsWith("=r2"));
-    } else {
-        desk.clock.advance(1h); // which the wall clock does not notice
+    const struct {
+        const char *lifetime;
+        double after;
+        bool isKept;
+    } cases[] = {{"3600", 3539, true},     {"3600", 3541, false}, {"soon", 3539, true},
+                 {"nan", 3541, false},     {"90.5", 30.4, true},  {"-5", 0, false},
+                 {"1e300", 86'400, false}, {"3600", -1, false}}; // the last: a clock set back
+    for (const auto &each : cases) {
+        Desk desk(someone);
         desk.askForToken();
-        QCOMPARE(desk.http.requests.size(), 2);
-    }
-}
+        const HttpRequest request = desk.http.requests.constFirst();
+        QCOMPARE(request.method, QByteArray("POST"));
+        QCOMPARE(request.url.toEncoded(), QByteArray("http://tokens/v1/token?key=k%261"));
+        QCOMPARE(request.headers,
+                 (HttpHeaders{{"Content-Type", "application/x-www-form-urlencoded"}}));
+        QCOMPARE(request.body, QByteArray("grant_type=refresh_token&refresh_token=r0"));
+        QCOMPARE(request.timeout, 60s);
+        desk.answer(tokens(each.lifetime));
+        QCOMPARE(desk.said(), QStringList{u"i1"_s});
+        QCOMPARE(desk.secrets.values.value(u"refreshToken"_s), QByteArray("r2"));
 
-void TestAuthService::tellsWhyThereIsNoToken_data()
-{
-    using Answer = Result<HttpResponse, HttpError>;
-    QTest::addColumn<Answer>("answer");
-    QTest::addColumn<QString>("said");
-    const auto row = [](const char *name, const Answer &answer, const QString &said) {
-        QTest::newRow(name) << answer << said;
-    };
-    const QString unreadable = u"The sign-in service gave an answer that cannot be read."_s;
-    row("an error", HttpResponse{400, {}, R"({"error":{"message":"TOKEN_EXPIRED : <b>"}})"},
-        u"TOKEN_EXPIRED : <b>"_s);
-    row("a page", HttpResponse{502, {}, "<html>"}, u"HTTP 502"_s);
-    row("an error of another form", HttpResponse{403, {}, R"({"error":{"message":7}})"},
-        u"HTTP 403"_s);
-    row("a redirect", HttpResponse{302, {}, tokens().body}, u"HTTP 302"_s);
-    row("no JSON", HttpResponse{200, {}, "ok"}, unreadable);
-    row("a number of seconds",
-        HttpResponse{200, {}, R"({"id_token":"i","refresh_token":"r","expires_in":3600})"},
-        unreadable);
-    row("no network", HttpError{HttpError::Kind::timedOut},
-        u"The sign-in service cannot be reached."_s);
+        desk.clock.now += each.after;
+        desk.askForToken();
+        QVERIFY2((desk.http.requests.size() == 1) == each.isKept, each.lifetime);
+        if (each.isKept) {
+            desk.clock.advance(1h); // which the wall clock does not notice
+            desk.askForToken();
+        }
+        QCOMPARE(desk.http.requests.size(), 2);
+        QVERIFY(desk.http.requests.constLast().body.endsWith("=r2"));
+    }
 }
 
 void TestAuthService::tellsWhyThereIsNoToken()
 {
-    using Answer = Result<HttpResponse, HttpError>;
-    QFETCH(Answer, answer);
-    QFETCH(QString, said);
-    Desk desk(someone);
-    desk.askForToken();
-    desk.answer(answer);
-    QCOMPARE(desk.said(), QStringList{said});
-    QCOMPARE(desk.state(), u"u0 a@b.org"_s);
-    QCOMPARE(desk.secrets.values, someone);
-    desk.values.clear();
-    desk.askForToken();
-    QCOMPARE(desk.said(), QStringList{u"Firebase is not configured."_s});
+    const QString unreadable = u"The sign-in service gave an answer that cannot be read."_s;
+    const struct {
+        Result<HttpResponse, HttpError> answer;
+        QString said;
+    } cases[] = {
+        {HttpResponse{400, {}, R"({"error":{"message":"TOKEN_EXPIRED : <b>"}})"},
+         u"TOKEN_EXPIRED : <b>"_s},
+        {HttpResponse{502, {}, "<html>"}, u"HTTP 502"_s},
+        {HttpResponse{403, {}, R"({"error":{"message":7}})"}, u"HTTP 403"_s},
+        {HttpResponse{302, {}, tokens().body}, u"HTTP 302"_s},
+        {HttpResponse{200, {}, "ok"}, unreadable},
+        {HttpResponse{200, {}, R"({"id_token":"i","refresh_token":"r","expires_in":3600})"},
+         unreadable},
+        {HttpError{HttpError::Kind::timedOut}, u"The sign-in service cannot be reached."_s},
+    };
+    for (const auto &each : cases) {
+        Desk desk(someone);
+        desk.askForToken();
+        desk.answer(each.answer);
+        QCOMPARE(desk.said(), QStringList{each.said});
+        QCOMPARE(desk.state(), u"u0 a@b.org"_s);
+        QCOMPARE(desk.secrets.values, someone);
+        desk.values.clear();
+        desk.askForToken();
+        QCOMPARE(desk.said(), QStringList{u"Firebase is not configured."_s});
+    }
 }
 
 void TestAuthService::signsIn()
