@@ -33,8 +33,9 @@ void RevokedAlert::show()
             "Accessibility, and it will resume automatically."_s,
             u"读取选中文字和 Option-Option 手势需要辅助功能权限。请在 系统设置 → "
             "隐私与安全性 → 辅助功能 里重新勾选 vellumo,开启后会自动恢复,无需重启。"_s));
-        const QPushButton *settings = box_->addButton(
+        QPushButton *settings = box_->addButton(
             texts_.pick(u"Open System Settings"_s, u"打开系统设置"_s), QMessageBox::AcceptRole);
+        box_->setDefaultButton(settings); // also where the desktop puts it last
         box_->setEscapeButton(
             box_->addButton(texts_.pick(u"Later"_s, u"稍后"_s), QMessageBox::RejectRole));
         box_->setAttribute(Qt::WA_DeleteOnClose);
