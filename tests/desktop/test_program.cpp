@@ -2,12 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "support/Application.h"
 #include "support/Desktop.h"
-#include "support/HttpServer.h"
+#include "support/Editor.h"
 #include "support/PageServer.h"
 #include "support/Program.h"
 #include "support/Waiting.h"
-#include <QFile>
-#include <QJsonDocument>
 #include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
@@ -20,14 +18,6 @@ namespace {
 
 const QString sentence = u"The tide turns twice a day, and nobody asks it why."_s;
 
-/// What a chat-completions service sends when the model replies with this.
-HttpAnswer modelSays(const QString &reply)
-{
-    const QJsonObject message{{u"role"_s, u"assistant"_s}, {u"content"_s, reply}};
-    const QJsonArray choices{QJsonObject{{u"message"_s, message}}};
-    return {.body = QJsonDocument(QJsonObject{{u"choices"_s, choices}}).toJson()};
-}
-
 } // namespace
 
 /// The built program on a desktop with a window manager, the way a person meets it.
@@ -39,11 +29,8 @@ private Q_SLOTS:
     void cleanup();
 
     void explainsWhatIsSelectedOnAPageAndKeepsANote();
-    void asksTheConfiguredService();
     void closesAsAPersonExpects_data();
     void closesAsAPersonExpects();
-    void takesTwoPressesForADoubleTap_data();
-    void takesTwoPressesForADoubleTap();
     void saysWhatIsMissing_data();
     void saysWhatIsMissing();
     void doesNotWaitForASilentClipboardOwner();
@@ -53,23 +40,16 @@ private Q_SLOTS:
     void refusesASecondWriterOfTheSameNotes();
 
 private:
-    /// An editor in front with one sentence selected.
-    bool openEditor();
-    /// Presses a key with Control until so many characters are selected in the editor.
-    bool select(qsizetype characters, quint8 controlKey) const;
-    bool selectAll() const;
-    bool selectNothing() const;
-
     Desktop desktop_;
     std::unique_ptr<QTemporaryDir> files_;
     std::unique_ptr<Program> vellumo_;
-    std::unique_ptr<Application> editor_;
-    WindowId editorWindow_ = 0;
+    std::unique_ptr<Editor> editor_;
 };
 
 void TestProgram::init()
 {
     files_ = std::make_unique<QTemporaryDir>();
+    editor_ = std::make_unique<Editor>(desktop_, sentence);
     const QString folder = u"vellumo-%1-%2"_s.arg(QLatin1StringView(QTest::currentTestFunction()),
                                                   QLatin1StringView(QTest::currentDataTag()));
     vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM), folder);
@@ -87,42 +67,6 @@ void TestProgram::cleanup()
     }
     editor_.reset();
     vellumo_.reset();
-}
-
-bool TestProgram::openEditor()
-{
-    QFile file(files_->filePath(u"note.txt"_s));
-    if (!file.open(QIODevice::WriteOnly) || file.write(sentence.toUtf8()) < 0)
-        return false;
-    file.close();
-    editor_ = std::make_unique<Application>(qtTextEdit(file.fileName()));
-    const auto window = editor_->start(desktop_);
-    if (!window || !desktop_.activate(*window))
-        return false;
-    editorWindow_ = *window;
-    return selectAll();
-}
-
-bool TestProgram::select(qsizetype characters, quint8 controlKey) const
-{
-    // keys may go astray until the window has the keyboard, and the editor tells what changes
-    const QString expected = u"selected %1\n"_s.arg(characters);
-    return waitUntil(
-        [&] {
-            desktop_.chord(Key::ControlLeft, controlKey);
-            return waitUntil([&] { return editor_->standardOutput().endsWith(expected); }, 500ms);
-        },
-        10s);
-}
-
-bool TestProgram::selectAll() const
-{
-    return select(sentence.size(), Key::A);
-}
-
-bool TestProgram::selectNothing() const
-{
-    return select(0, Key::Home);
 }
 
 void TestProgram::explainsWhatIsSelectedOnAPageAndKeepsANote()
@@ -175,53 +119,6 @@ void TestProgram::explainsWhatIsSelectedOnAPageAndKeepsANote()
     QVERIFY(followUps.at(0)["answer"_L1].toString().contains("Why twice"_L1));
 }
 
-void TestProgram::asksTheConfiguredService()
-{
-    HttpServer server;
-    const QByteArray target = "/v1/chat/completions";
-    vellumo_->process().end();
-    vellumo_->setEnvironment(u"OPENAI_API_KEY"_s, u"sk-1"_s);
-    vellumo_->setEnvironment(u"OPENAI_BASE_URL"_s, server.url(u"/v1"_s).toString());
-    vellumo_->setEnvironment(u"VELLUMO_MODEL"_s, u"model-1"_s);
-    QVERIFY(vellumo_->start());
-    QVERIFY(vellumo_->process().standardOutput().contains(
-        "vellumo: using OpenAI explanation service\n"_L1));
-
-    QVERIFY(openEditor());
-    server.answer(
-        "POST", target,
-        modelSays(uR"({"intent": "x", "translation": "", "explanation": "It is the moon."})"_s));
-    desktop_.doubleTap();
-    QVERIFY(vellumo_->waitForText(u"It is the moon."_s));
-    QVERIFY(!vellumo_->panelText().contains("sample"_L1, Qt::CaseInsensitive));
-    server.answer("POST", target, modelSays(u"\nBecause it turns.\n"_s));
-    QVERIFY(vellumo_->ask(u"Why twice"_s));
-    QVERIFY(vellumo_->waitForText(u"Because it turns."_s));
-    desktop_.tap(Key::Escape);
-    QVERIFY(vellumo_->waitForNotes(1));
-    const QJsonObject note = vellumo_->notes().constFirst();
-    QCOMPARE(note["sourceText"_L1].toString(), sentence);
-    QCOMPARE(note["explanation"_L1].toString(), u"It is the moon."_s);
-    QCOMPARE(note["followUps"_L1][0]["answer"_L1].toString(), u"Because it turns."_s);
-
-    QCOMPARE(server.requests().size(), 2);
-    QCOMPARE(server.requests().constLast().connection, 1);
-    const auto body = QJsonDocument::fromJson(server.requests().constLast().body);
-    QCOMPARE(body["model"_L1].toString(), u"model-1"_s);
-    QCOMPARE(body["messages"_L1][1]["content"_L1].toString(), u"Selected text: "_s + sentence);
-    QCOMPARE(body["messages"_L1][3]["content"_L1].toString(), u"Why twice"_s);
-
-    server.answer("POST", target, {.status = "500 Oops", .body = "<html>secret</html>"});
-    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == editorWindow_; }));
-    desktop_.doubleTap();
-    QVERIFY(vellumo_->waitForText(u"vellumo could not explain this yet."_s));
-    const auto says = "vellumo: no answer from the explanation service: status 500\n"_L1;
-    QVERIFY(waitUntil([&] { return vellumo_->process().standardOutput().endsWith(says); }));
-    desktop_.doubleTap();
-    QVERIFY(vellumo_->waitForNoPanel());
-    QCOMPARE(vellumo_->notes().size(), 1);
-}
-
 void TestProgram::closesAsAPersonExpects_data()
 {
     QTest::addColumn<QString>("how");
@@ -234,7 +131,7 @@ void TestProgram::closesAsAPersonExpects_data()
 void TestProgram::closesAsAPersonExpects()
 {
     QFETCH(QString, how);
-    QVERIFY(openEditor());
+    QVERIFY(editor_->open());
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForAnswer());
 
@@ -243,7 +140,7 @@ void TestProgram::closesAsAPersonExpects()
     desktop_.click({place.center().x(), place.top() + 25});
     QVERIFY(!vellumo_->waitForNoPanel(300ms));
 
-    const QPoint elsewhere = desktop_.geometry(editorWindow_).center();
+    const QPoint elsewhere = desktop_.geometry(editor_->window()).center();
     std::unique_ptr<Application> other;
     if (how == "tap"_L1) {
         desktop_.doubleTap();
@@ -261,75 +158,6 @@ void TestProgram::closesAsAPersonExpects()
     QCOMPARE(vellumo_->notes().constFirst()["sourceText"_L1].toString(), sentence);
 }
 
-void TestProgram::takesTwoPressesForADoubleTap_data()
-{
-    using Keys = std::function<bool(const Desktop &)>; // answers whether a panel is expected
-    QTest::addColumn<Keys>("keys");
-    // what counts is the distance as the server dates it, to the millisecond
-    QTest::newRow("just within the time")
-        << Keys([](const Desktop &desktop) { return desktop.doubleTap(355ms) <= 360ms; });
-    QTest::newRow("just beyond the time")
-        << Keys([](const Desktop &desktop) { return desktop.doubleTap(366ms) <= 360ms; });
-    QTest::newRow("left, then right") << Keys([](const Desktop &desktop) {
-        desktop.doubleTap(150ms, Key::AltLeft, Key::AltRight);
-        return true;
-    });
-    QTest::newRow("a single press") << Keys([](const Desktop &desktop) {
-        desktop.tap(Key::AltLeft);
-        return false;
-    });
-    QTest::newRow("Caps Lock on") << Keys([](const Desktop &desktop) {
-        desktop.tap(Key::CapsLock);
-        desktop.doubleTap();
-        desktop.tap(Key::CapsLock);
-        return false;
-    });
-    QTest::newRow("Num Lock on") << Keys([](const Desktop &desktop) {
-        desktop.tap(Key::NumLock);
-        desktop.doubleTap();
-        desktop.tap(Key::NumLock);
-        return true;
-    });
-    QTest::newRow("Shift held") << Keys([](const Desktop &desktop) {
-        desktop.press(Key::ShiftLeft);
-        desktop.doubleTap();
-        desktop.release(Key::ShiftLeft);
-        return false;
-    });
-    QTest::newRow("Shift released twice while Alt is held") << Keys([](const Desktop &desktop) {
-        desktop.press(Key::ShiftLeft);
-        desktop.press(Key::AltLeft);
-        desktop.release(Key::ShiftLeft);
-        desktop.tap(Key::ShiftLeft);
-        desktop.release(Key::AltLeft);
-        desktop.sync();
-        return true;
-    });
-    QTest::newRow("letters between the presses") << Keys([](const Desktop &desktop) {
-        desktop.tap(Key::AltLeft);
-        desktop.tap(Key::ControlLeft);
-        desktop.tap(Key::AltLeft);
-        return true;
-    });
-}
-
-void TestProgram::takesTwoPressesForADoubleTap()
-{
-    using Keys = std::function<bool(const Desktop &)>;
-    QFETCH(Keys, keys);
-    QVERIFY(openEditor());
-    const bool expected = keys(desktop_);
-    if (expected) {
-        QVERIFY(vellumo_->waitForPanel());
-        return;
-    }
-    QVERIFY(!vellumo_->waitForPanel(600ms));
-    // and it was not deaf: the time of a pending press is over, so that a pair counts
-    desktop_.tap(Key::Escape); // a single press may have moved the focus to the menu bar
-    desktop_.doubleTap();
-    QVERIFY(vellumo_->waitForPanel());
-}
-
 void TestProgram::saysWhatIsMissing_data()
 {
     QTest::addColumn<bool>("dies");
@@ -340,12 +168,12 @@ void TestProgram::saysWhatIsMissing_data()
 void TestProgram::saysWhatIsMissing()
 {
     QFETCH(bool, dies);
-    QVERIFY(openEditor());
+    QVERIFY(editor_->open());
     if (dies) {
         desktop_.tap(Key::AltLeft);
-        editor_->killAll();
+        editor_->process().killAll();
     } else {
-        QVERIFY(selectNothing());
+        QVERIFY(editor_->selectNothing());
     }
     desktop_.doubleTap(); // one pair, also when its first press belongs to the one before
     QVERIFY(vellumo_->waitForPanel());
@@ -358,7 +186,7 @@ void TestProgram::saysWhatIsMissing()
 
 void TestProgram::doesNotWaitForASilentClipboardOwner()
 {
-    QVERIFY(openEditor());
+    QVERIFY(editor_->open());
     Application owner(
         {u"clipboard"_s, QStringLiteral(VELLUMO_TEST_CLIPBOARD), {u"--silent"_s}, {}, {}});
     QVERIFY(owner.launch());
@@ -369,23 +197,24 @@ void TestProgram::doesNotWaitForASilentClipboardOwner()
 
 void TestProgram::standsOverAFullScreenWindow()
 {
-    QVERIFY(openEditor());
-    desktop_.setFullScreen(editorWindow_, true);
-    QVERIFY(waitUntil([&] { return desktop_.geometry(editorWindow_).size() == QSize(1280, 800); }));
-    QVERIFY(selectNothing());
-    QVERIFY(selectAll());
+    QVERIFY(editor_->open());
+    desktop_.setFullScreen(editor_->window(), true);
+    QVERIFY(
+        waitUntil([&] { return desktop_.geometry(editor_->window()).size() == QSize(1280, 800); }));
+    QVERIFY(editor_->selectNothing());
+    QVERIFY(editor_->selectAll());
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForAnswer());
     const auto panel = vellumo_->panel();
     QVERIFY(panel);
     const QRect place = desktop_.geometry(*panel);
     QVERIFY(waitUntil([&] { return desktop_.windowAt({place.center().x(), 20}) == *panel; }));
-    QCOMPARE(desktop_.activeWindow(), editorWindow_);
+    QCOMPARE(desktop_.activeWindow(), editor_->window());
     QVERIFY(vellumo_->ask(u"Why"_s));
     QVERIFY(vellumo_->waitForText(u"「Why」"_s));
     desktop_.tap(Key::Escape);
     QVERIFY(vellumo_->waitForNoPanel());
-    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == editorWindow_; }));
+    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == editor_->window(); }));
 }
 
 void TestProgram::keepsTheNoteWhenItIsEnded_data()
@@ -398,7 +227,7 @@ void TestProgram::keepsTheNoteWhenItIsEnded_data()
 void TestProgram::keepsTheNoteWhenItIsEnded()
 {
     QFETCH(int, signal);
-    QVERIFY(openEditor());
+    QVERIFY(editor_->open());
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForAnswer());
     vellumo_->process().signal(signal);

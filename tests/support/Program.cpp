@@ -63,8 +63,10 @@ void Program::setEnvironment(const QString &name, const QString &value)
 
 std::unique_ptr<Application> Program::another(const QStringList &arguments) const
 {
+    QStringList command = wrapper_ + QStringList{path_} + arguments;
+    const QString program = command.takeFirst();
     auto process = std::make_unique<Application>(
-        Application::Command{u"vellumo"_s, path_, arguments, u"vellumo"_s});
+        Application::Command{u"vellumo"_s, program, command, u"vellumo"_s});
     for (const auto &[name, value] : environment_)
         process->setEnvironment(name, value);
     return process;

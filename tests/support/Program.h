@@ -20,6 +20,9 @@ public:
 
     void setSetting(const QString &key, const QString &value);
     void setEnvironment(const QString &name, const QString &value);
+    /// Lets a command, such as one that changes what the program finds on the disk, run it in its
+    /// own place: program and arguments are appended.
+    void setWrapper(const QStringList &command) { wrapper_ = command; }
 
     /// Starts it and waits until it listens for double taps.
     bool start(const QStringList &arguments = {});
@@ -54,6 +57,7 @@ public:
 private:
     const Desktop &desktop_;
     QString path_;
+    QStringList wrapper_;
     QString configHome_;
     QString dataHome_;
     QList<std::pair<QString, QString>> environment_;
