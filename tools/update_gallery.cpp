@@ -46,6 +46,7 @@ const QList<std::pair<QString, std::function<void(UpdateWindow &)>>> states = {
     {u"refused"_s, [](auto &window) { window.showFailure(Failure::Refused); }},
     {u"untrusted"_s, [](auto &window) { window.showFailure(Failure::Untrusted); }},
     {u"unreadable"_s, [](auto &window) { window.showFailure(Failure::Unreadable); }},
+    {u"incomplete"_s, [](auto &window) { window.showFailure(Failure::Incomplete); }},
     {u"expired"_s, [](auto &window) { window.showFailure(Failure::Expired); }},
 };
 

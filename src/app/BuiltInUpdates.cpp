@@ -6,6 +6,8 @@
 #include "app/AppConfig.h"
 #include "platform/Diagnostics.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
@@ -26,7 +28,10 @@ makeUpdateController(const AppConfig &config, const UpdateController::Collaborat
             u"no updates — the feed must be an https address, the key one of Ed25519"_s);
         return nullptr;
     }
-    return std::make_unique<UpdateController>(std::move(*source), *running, collaborators);
+    SignatureCheck signatures(QCoreApplication::applicationDirPath()
+                              + u"/" VELLUMO_MODULE_FOLDER "/ed25519.so"_s);
+    return std::make_unique<UpdateController>(std::move(*source), *running, std::move(signatures),
+                                              collaborators);
 }
 
 } // namespace vellumo

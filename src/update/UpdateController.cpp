@@ -56,6 +56,8 @@ struct Told {
 Told tell(FeedFault fault)
 {
     switch (fault) {
+    case FeedFault::Unverifiable:
+        return {Failure::Incomplete, u"the module that checks signatures cannot be loaded"_s};
     case FeedFault::Unsigned:
         return {Failure::Untrusted, u"the feed is not signed by the key of this build"_s};
     case FeedFault::Foreign:
@@ -81,9 +83,10 @@ std::optional<UpdateSource> UpdateSource::from(const QString &feed, const QStrin
 }
 
 UpdateController::UpdateController(UpdateSource source, DebianVersion running,
-                                   const Collaborators &collaborators)
+                                   SignatureCheck signatures, const Collaborators &collaborators)
     : source_(std::move(source))
     , running_(std::move(running))
+    , signatures_(std::move(signatures))
     , with_(collaborators)
     , window_(collaborators.engine, collaborators.texts, running_.toString())
 {
@@ -128,7 +131,7 @@ void UpdateController::take(const Result<HttpResponse, HttpError> &answer)
     } else if (answer.value().status != ok) {
         fail(Failure::Refused, u"status %1"_s.arg(answer.value().status));
     } else {
-        take(UpdateFeed::fromSigned(answer.value().body, source_.key,
+        take(UpdateFeed::fromSigned(answer.value().body, source_.key, signatures_,
                                     dateOf(with_.clock.secondsSinceReferenceDate())));
     }
 }

@@ -5,6 +5,7 @@
 #include "platform/HttpSession.h"
 #include "update/DebianVersion.h"
 #include "update/Ed25519PublicKey.h"
+#include "update/SignatureCheck.h"
 #include "update/UpdateControlling.h"
 #include "update/UpdateWindow.h"
 #include <QObject>
@@ -45,7 +46,7 @@ public:
     };
 
     /// The collaborators must outlive the controller.
-    UpdateController(UpdateSource source, DebianVersion running,
+    UpdateController(UpdateSource source, DebianVersion running, SignatureCheck signatures,
                      const Collaborators &collaborators);
     ~UpdateController() override;
     Q_DISABLE_COPY_MOVE(UpdateController)
@@ -69,6 +70,7 @@ private:
 
     UpdateSource source_;
     DebianVersion running_;
+    SignatureCheck signatures_;
     Collaborators with_;
     UpdateWindow window_;
     QUrl page_; ///< of the update on offer

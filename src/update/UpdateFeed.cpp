@@ -4,6 +4,7 @@
 #include "update/UpdateFeed.h"
 
 #include "update/Ed25519PublicKey.h"
+#include "update/SignatureCheck.h"
 
 #include <algorithm>
 #include <rapidjson/document.h>
@@ -96,33 +97,43 @@ std::optional<QUrl> pageMember(const Value &object)
 }
 
 /// The bytes that are signed, once the signature is known to be the key's.
-std::optional<QByteArrayView> signedBytes(QByteArrayView document, const Ed25519PublicKey &key)
+Result<QByteArrayView, FeedFault> signedBytes(QByteArrayView document, const Ed25519PublicKey &key,
+                                              const SignatureCheck &check)
 {
     const qsizetype bodyStart = heading.size() + base64SignatureSize + 1;
     if (document.size() > UpdateFeed::longest || document.size() <= bodyStart
         || !document.startsWith(heading) || document[bodyStart - 1] != '\n') {
-        return std::nullopt;
+        return FeedFault::Unsigned;
     }
     const auto signature = strictBase64(document.sliced(heading.size(), base64SignatureSize),
                                         Ed25519PublicKey::signatureSize);
     const QByteArrayView body = document.sliced(bodyStart);
-    if (!signature || !key.verifies(body, *signature)) {
-        return std::nullopt;
+    if (!signature) {
+        return FeedFault::Unsigned;
     }
-    return body;
+    switch (check.verify(key, body, *signature)) {
+    case SignatureCheck::Verdict::Good:
+        return body;
+    case SignatureCheck::Verdict::Bad:
+        return FeedFault::Unsigned;
+    case SignatureCheck::Verdict::Impossible:
+        return FeedFault::Unverifiable;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace
 
 Result<UpdateFeed, FeedFault> UpdateFeed::fromSigned(QByteArrayView document,
-                                                     const Ed25519PublicKey &key, QDate today)
+                                                     const Ed25519PublicKey &key,
+                                                     const SignatureCheck &check, QDate today)
 {
-    const auto body = signedBytes(document, key);
-    if (!body) {
-        return FeedFault::Unsigned;
+    const auto body = signedBytes(document, key, check);
+    if (!body.isOk()) {
+        return body.error();
     }
     rapidjson::Document feed;
-    feed.Parse<parseFlags>(body->data(), static_cast<size_t>(body->size()));
+    feed.Parse<parseFlags>(body.value().data(), static_cast<size_t>(body.value().size()));
     if (feed.HasParseError() || !feed.IsObject() || hasDoubles(feed)) {
         return FeedFault::Malformed;
     }

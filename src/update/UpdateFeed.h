@@ -12,8 +12,10 @@
 namespace vellumo {
 
 class Ed25519PublicKey;
+class SignatureCheck;
 
 enum class FeedFault : quint8 {
+    Unverifiable, ///< a part of this installation that checks signatures is missing
     Unsigned, ///< not of the signed form, or signed by nobody whom we know
     Foreign, ///< signed, but not for this program
     Malformed, ///< signed, but not what a feed is
@@ -33,8 +35,10 @@ struct UpdateFeed {
 
     /// Reads what a feed's address answered. Nothing beyond the signature is looked at unless the
     /// signature is the key's. `today` is the date in UTC.
-    [[nodiscard]] static Result<UpdateFeed, FeedFault>
-    fromSigned(QByteArrayView document, const Ed25519PublicKey &key, QDate today);
+    [[nodiscard]] static Result<UpdateFeed, FeedFault> fromSigned(QByteArrayView document,
+                                                                  const Ed25519PublicKey &key,
+                                                                  const SignatureCheck &check,
+                                                                  QDate today);
 };
 
 } // namespace vellumo

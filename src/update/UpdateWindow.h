@@ -43,6 +43,7 @@ public:
         Untrusted, ///< what it answered is not signed for this program
         Unreadable,
         Expired,
+        Incomplete, ///< this installation cannot check signatures
     };
     Q_ENUM(Failure)
 

@@ -75,6 +75,10 @@ FittingDialog {
             return dialog.english
                 ? "The answer is too old to be believed. If the date of this computer is right, try again another day."
                 : "收到的回应已过期,不能采信。如果本机日期正确,请改天再试。"
+        case UpdateReport.Incomplete:
+            return dialog.english
+                ? "A part of vellumo that checks signatures is missing, so the answer was ignored. Install vellumo again."
+                : "vellumo 缺少检查签名的部分,收到的回应已被忽略。请重新安装 vellumo。"
         default:
             return dialog.english
                 ? "The update service could not be reached. Is this computer connected to the internet?"

@@ -3,6 +3,7 @@
 
 #include "FeedSigning.h"
 #include "update/Ed25519PublicKey.h"
+#include "update/SignatureCheck.h"
 #include "update/UpdateFeed.h"
 #include <QFile>
 #include <QProcess>
@@ -27,10 +28,11 @@ private Q_SLOTS:
 private:
     [[nodiscard]] Result<UpdateFeed, FeedFault> read(const QByteArray &document) const
     {
-        return UpdateFeed::fromSigned(document, key_, today_);
+        return UpdateFeed::fromSigned(document, key_, check_, today_);
     }
 
     Maintainer maintainer_;
+    SignatureCheck check_{QStringLiteral(VELLUMO_SIGNATURE_MODULE)};
     Ed25519PublicKey key_ = *Ed25519PublicKey::fromBase64(maintainer_.publicKey());
     QDate today_{2026, 11, 21};
 };
@@ -160,7 +162,7 @@ void TestUpdateFeed::scriptMakesWhatIsRead()
     const auto key =
         Ed25519PublicKey::fromBase64(output(script, {u"--public-key"_s, secret}).trimmed());
     QVERIFY(key);
-    QVERIFY(UpdateFeed::fromSigned(output(script, {secret, json}), *key, today_).isOk());
+    QVERIFY(UpdateFeed::fromSigned(output(script, {secret, json}), *key, check_, today_).isOk());
 }
 
 void TestUpdateFeed::ordersVersions()

@@ -47,10 +47,11 @@ struct Desk {
     UpdateController controller;
 
     explicit Desk(const QUrl &feed = QUrl(u"https://vellumo.app/feed"_s),
-                  HttpSession *session = nullptr)
+                  HttpSession *session = nullptr,
+                  const QString &module = QStringLiteral(VELLUMO_SIGNATURE_MODULE))
         : controller(
             *UpdateSource::from(feed.toString(), QString::fromLatin1(maintainer.publicKey())),
-            *DebianVersion::fromString(u"0.2.0~beta"),
+            *DebianVersion::fromString(u"0.2.0~beta"), SignatureCheck(module),
             {session != nullptr ? *session : http, workspace, clock, engine, texts})
     {
         prepareEngine(engine);
@@ -101,6 +102,7 @@ private Q_SLOTS:
     void fitsWhatItSays();
     void opensThePage();
     void isOneWindow();
+    void tellsWhenItCannotCheck();
     void closingEndsTheRequest();
     void keysReachEverything();
     void needsFeedAndKey();
@@ -276,6 +278,19 @@ void TestUpdateWindow::isOneWindow()
     desk.controller.checkForUpdates();
     QCOMPARE(desk.http.requests.size(), 4);
     QVERIFY(desk.shown().startsWith(u"Checking"_s));
+}
+
+void TestUpdateWindow::tellsWhenItCannotCheck()
+{
+    for (const auto &module : {u"/nonexistent/ed25519.so"_s, u"libcrypto.so.3"_s}) {
+        Desk desk(QUrl(u"https://vellumo.app/feed"_s), nullptr, module);
+        desk.controller.checkForUpdates();
+        desk.answer(desk.feed());
+        QCOMPARE(
+            desk.shown(),
+            u"The check did not succeed\nA part of vellumo that checks signatures is missing, so "
+            "the answer was ignored. Install vellumo again.\nClose\nTry again"_s);
+    }
 }
 
 void TestUpdateWindow::closingEndsTheRequest()
