@@ -173,7 +173,8 @@ void AppDelegate::configureStatusItem()
 
 void AppDelegate::createUpdaterManager()
 {
-    updaterManager_ = std::make_unique<UpdaterManager>();
+    updaterManager_ = std::make_unique<UpdaterManager>(foundation_->engine);
+    updaterManager_->setOnAlertMade([this](QWindow &window) { mainMenu_->attachTo(window); });
     auto controller =
         makeUpdateController(foundation_->config,
                              {foundation_->http, foundation_->platform.workspace(),

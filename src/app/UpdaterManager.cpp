@@ -7,10 +7,9 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-UpdaterManager::~UpdaterManager()
-{
-    delete alert_;
-}
+UpdaterManager::UpdaterManager(QQmlEngine &engine) : alert_(engine) { }
+
+UpdaterManager::~UpdaterManager() = default;
 
 void UpdaterManager::checkForUpdates()
 {
@@ -18,16 +17,13 @@ void UpdaterManager::checkForUpdates()
         controller->checkForUpdates();
         return;
     }
-    if (!alert_) {
-        alert_ = new QMessageBox(QMessageBox::NoIcon, u"vellumo"_s, u"Updates unavailable"_s,
-                                 QMessageBox::Ok);
-        alert_->setInformativeText(u"Automatic updates are disabled in development builds."_s);
-        alert_->setAttribute(Qt::WA_DeleteOnClose);
-        alert_->setWindowModality(Qt::ApplicationModal);
-        alert_->show();
-    }
-    alert_->raise();
-    alert_->activateWindow();
+    alert_.show({.message = u"Updates unavailable"_s,
+                 .informativeText = u"Automatic updates are disabled in development builds."_s});
+}
+
+void UpdaterManager::setOnAlertMade(std::function<void(QWindow &)> onAlertMade)
+{
+    alert_.onWindowMade = std::move(onAlertMade);
 }
 
 } // namespace vellumo

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "ui/Alert.h"
 #include "update/UpdateControlling.h"
-#include <QMessageBox>
-#include <QPointer>
 #include <memory>
 
 namespace vellumo {
@@ -13,7 +12,8 @@ namespace vellumo {
 /// that there is none.
 class UpdaterManager {
 public:
-    UpdaterManager() = default;
+    /// The engine must outlive the manager.
+    explicit UpdaterManager(QQmlEngine &engine);
     ~UpdaterManager();
     Q_DISABLE_COPY_MOVE(UpdaterManager)
 
@@ -22,8 +22,11 @@ public:
 
     void checkForUpdates();
 
+    /// Receives the alert's window before it is shown.
+    void setOnAlertMade(std::function<void(QWindow &window)> onAlertMade);
+
 private:
-    QPointer<QMessageBox> alert_; ///< while it is on screen
+    Alert alert_;
 };
 
 } // namespace vellumo

@@ -101,6 +101,8 @@ void TestShell::iconHasAMenu()
     QCOMPARE(menu[4].shortcut, (QStringList{u"Control"_s, u"Q"_s}));
 
     host.choose(menu[2].id);
+    QVERIFY(vellumo_->waitForText(u"heading: Updates unavailable"_s));
+    QVERIFY(vellumo_->waitForText(u"Automatic updates are disabled in development builds."_s));
     QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }));
     QVERIFY(desktop_.activate(ordinaryWindow().value_or(0)));
     desktop_.tap(Key::Escape);

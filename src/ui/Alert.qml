@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.Ui
+
+/// Says one thing that the user has to take note of, before anything else in the program's windows.
+Window {
+    id: dialog
+
+    required property string message
+    required property string informativeText
+    required property string button
+
+    signal dismissed()
+
+    width: 400
+    height: Math.ceil(content.height) + 2 * Units.space32 - Units.space8
+    minimumWidth: width
+    maximumWidth: width
+    minimumHeight: height
+    maximumHeight: height
+    flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
+    modality: Qt.ApplicationModal
+    color: Theme.ground
+    title: "vellumo"
+
+    onClosing: dialog.dismissed()
+
+    Item {
+        id: content
+
+        x: Units.space32
+        y: Units.space32 - Units.space4
+        width: dialog.width - 2 * Units.space32
+        height: button.y + button.height
+        focus: true
+
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: heading.text
+        Accessible.description: detail.text
+
+        Keys.onEscapePressed: dialog.dismissed()
+        Keys.onReturnPressed: dialog.dismissed()
+        Keys.onEnterPressed: dialog.dismissed()
+
+        Text {
+            id: heading
+
+            width: parent.width
+            text: dialog.message
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: Theme.ink
+            font.pixelSize: Units.type20
+            font.weight: Font.DemiBold
+            lineHeightMode: Text.FixedHeight
+            lineHeight: Math.round(Units.type20 * Units.titleLine)
+
+            Accessible.role: Accessible.Heading
+            Accessible.name: heading.text
+        }
+        Text {
+            id: detail
+
+            anchors.top: heading.bottom
+            anchors.topMargin: Units.space8
+            width: parent.width
+            text: dialog.informativeText
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: Theme.secondInk
+            font.pixelSize: Units.type13
+            lineHeightMode: Text.FixedHeight
+            lineHeight: Math.round(Units.type13 * Units.readingLine)
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: detail.text
+        }
+        TextButton {
+            id: button
+
+            anchors.top: detail.bottom
+            anchors.topMargin: Units.space24
+            anchors.right: parent.right
+            minimumWidth: 96
+            primary: true
+            text: dialog.button
+            onClicked: dialog.dismissed()
+        }
+    }
+}
