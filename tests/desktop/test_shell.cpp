@@ -7,6 +7,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusVariant>
 #include <QLocalServer>
 #include <QTemporaryDir>
 #include <QTest>
@@ -28,6 +29,8 @@ private Q_SLOTS:
 
     void iconIsThereWheneverAHostIs();
     void iconHasAMenu();
+    void iconOpensTheNotes();
+    void iconCanBeSeenOnLightAndDarkPanels();
     void ordinaryWindowsTakeTheKeysOfTheMenu();
     void laterStartsHandOver();
     void startsWithWhatIsAsked();
@@ -111,6 +114,46 @@ void TestShell::iconHasAMenu()
     host.choose(menu[4].id);
     QVERIFY(vellumo_->process().waitForEnd(5s));
     QCOMPARE(vellumo_->process().exitCode(), 0);
+}
+
+void TestShell::iconOpensTheNotes()
+{
+    QVERIFY(vellumo_->start());
+    TrayHost host;
+    QVERIFY(host.waitForItem());
+    QVERIFY(!vellumo_->panelText().contains("No notes yet"_L1));
+    host.activate();
+    QVERIFY(vellumo_->waitForText(u"No notes yet"_s));
+}
+
+void TestShell::iconCanBeSeenOnLightAndDarkPanels()
+{
+    QVERIFY(vellumo_->start());
+    TrayHost host;
+    QVERIFY(host.waitForItem());
+    // what the icon is drawn with, wherever it is drawn
+    const auto ink = [&host] {
+        const QImage icon = host.icon();
+        std::optional<QRgb> found;
+        for (int i = 0; i < icon.width() * icon.height(); ++i) {
+            const QRgb pixel = icon.pixel(i % icon.width(), i / icon.width());
+            if (qAlpha(pixel) == 255)
+                found = pixel;
+        }
+        return found;
+    };
+    constexpr QRgb black = qRgb(0, 0, 0);
+    constexpr QRgb white = qRgb(255, 255, 255);
+    QVERIFY(waitUntil([&] { return ink() == black; }));
+    for (const auto &[scheme, expected] : {std::pair(1U, white), std::pair(2U, black)}) {
+        QDBusMessage change =
+            QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s,
+                                       u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
+        change << u"org.freedesktop.appearance"_s << u"color-scheme"_s
+               << QVariant::fromValue(QDBusVariant(scheme));
+        QVERIFY(QDBusConnection::sessionBus().send(change));
+        QVERIFY(waitUntil([&] { return ink() == expected; }));
+    }
 }
 
 void TestShell::ordinaryWindowsTakeTheKeysOfTheMenu()

@@ -8,6 +8,7 @@
 #include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QtEndian>
 
 namespace vellumo::test {
 
@@ -64,6 +65,26 @@ QVariant TrayHost::property(const QString &name)
 void TrayHost::activate()
 {
     ask(u"/StatusNotifierItem"_s, u"org.kde.StatusNotifierItem"_s, u"Activate"_s, {0, 0});
+}
+
+QImage TrayHost::icon()
+{
+    const QVariant value = property(u"IconPixmap"_s);
+    if (!value.canConvert<QDBusArgument>())
+        return {};
+    const auto pixmaps = value.value<QDBusArgument>();
+    int width = 0;
+    int height = 0;
+    QByteArray argb; // in network order
+    pixmaps.beginArray();
+    if (pixmaps.atEnd())
+        return {};
+    pixmaps.beginStructure();
+    pixmaps >> width >> height >> argb;
+    QImage image(width, height, QImage::Format_ARGB32);
+    for (int i = 0; i < width * height && argb.size() >= 4 * (i + 1); ++i)
+        image.setPixel(i % width, i / width, qFromBigEndian<QRgb>(argb.constData() + 4 * i));
+    return image;
 }
 
 QList<TrayHost::MenuItem> TrayHost::menu()

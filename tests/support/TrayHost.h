@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
+#include <QImage>
 #include <QObject>
 #include <QStringList>
 
@@ -40,6 +41,8 @@ public:
     /// Of the item that registered last, as it answers now.
     [[nodiscard]] QVariant property(const QString &name);
     void activate();
+    /// The first pixmap that it offers for its icon.
+    [[nodiscard]] QImage icon();
     [[nodiscard]] QList<MenuItem> menu();
     void choose(int menuItem);
 

@@ -24,33 +24,20 @@ constexpr int instanceTimeoutMs = 15000;
 
 const QString connectionName = u"running instance"_s;
 
-QVariantMap platformData()
-{
-    QVariantMap data;
-    const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
-    const QString startupId = qEnvironmentVariable("DESKTOP_STARTUP_ID");
-    if (!token.isEmpty()) {
-        data.insert(u"activation-token"_s, token);
-    }
-    if (!startupId.isEmpty()) {
-        data.insert(u"desktop-startup-id"_s, startupId);
-    }
-    return data;
-}
-
 QDBusMessage callFor(const InstanceRequest &request)
 {
+    const QVariantMap noPlatformData; // activation tokens are Wayland's, and our windows are X11's
     const auto call = [](const QString &method) {
         return QDBusMessage::createMethodCall(ApplicationName::id, ApplicationName::path,
                                               ApplicationName::interface, method);
     };
     if (!request.action.isEmpty()) {
-        return call(u"ActivateAction"_s) << request.action << QVariantList() << platformData();
+        return call(u"ActivateAction"_s) << request.action << QVariantList() << noPlatformData;
     }
     if (!request.urls.isEmpty()) {
-        return call(u"Open"_s) << request.urls << platformData();
+        return call(u"Open"_s) << request.urls << noPlatformData;
     }
-    return call(u"Activate"_s) << platformData();
+    return call(u"Activate"_s) << noPlatformData;
 }
 
 } // namespace

@@ -37,8 +37,7 @@ public:
                                  QDeadlineTimer deadline) const;
 
     enum class Answer : quint8 { Accepted, Refused, Gone, None };
-    /// Hands the request over with the activation token of this process. Gone: the instance ended
-    /// before it answered.
+    /// Hands the request over. Gone: the instance ended before it answered.
     [[nodiscard]] Answer handOver(const InstanceRequest &request) const;
 
 private:
