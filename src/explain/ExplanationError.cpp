@@ -9,15 +9,15 @@ namespace vellumo {
 
 namespace {
 
-ExplanationFailure::Kind kindOf(ServiceError::Kind kind)
+QString describe(ServiceError::Kind kind, int status)
 {
     switch (kind) {
     case ServiceError::Kind::badStatus:
-        return ExplanationFailure::Kind::badStatus;
+        return u"status %1"_s.arg(status);
     case ServiceError::Kind::malformedPayload:
-        return ExplanationFailure::Kind::malformedPayload;
+        return u"reply is not an explanation"_s;
     case ServiceError::Kind::emptyResponse:
-        return ExplanationFailure::Kind::emptyResponse;
+        return u"empty reply"_s;
     }
     Q_UNREACHABLE();
 }
@@ -32,29 +32,23 @@ ExplanationError undecodable()
 ExplanationFailure summary(const ExplanationError &error, double at)
 {
     if (const auto *service = std::get_if<ServiceError>(&error)) {
-        return {.kind = kindOf(service->kind), .status = service->status, .at = at};
+        return {.kind = service->kind, .status = service->status, .at = at};
     }
     if (const auto *network = std::get_if<HttpError>(&error)) {
-        return {.kind = ExplanationFailure::Kind::network, .network = network->kind, .at = at};
+        return {.kind = network->kind, .at = at};
     }
-    return {.kind = ExplanationFailure::Kind::undecodable, .at = at};
+    return {.kind = DecodingError{}, .at = at};
 }
 
 QString describe(const ExplanationFailure &failure)
 {
-    switch (failure.kind) {
-    case ExplanationFailure::Kind::badStatus:
-        return u"status %1"_s.arg(failure.status);
-    case ExplanationFailure::Kind::malformedPayload:
-        return u"reply is not an explanation"_s;
-    case ExplanationFailure::Kind::emptyResponse:
-        return u"empty reply"_s;
-    case ExplanationFailure::Kind::undecodable:
-        return u"answer cannot be read"_s;
-    case ExplanationFailure::Kind::network:
-        return describe(failure.network);
+    if (const auto *service = std::get_if<ServiceError::Kind>(&failure.kind)) {
+        return describe(*service, failure.status);
     }
-    Q_UNREACHABLE();
+    if (const auto *network = std::get_if<HttpError::Kind>(&failure.kind)) {
+        return describe(*network);
+    }
+    return u"answer cannot be read"_s;
 }
 
 } // namespace vellumo

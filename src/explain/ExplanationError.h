@@ -38,10 +38,8 @@ using ExplanationError = std::variant<ServiceError, DecodingError, HttpError>;
 
 /// What may be kept, shown and logged of an error: nothing that was sent or answered.
 struct ExplanationFailure {
-    enum class Kind : quint8 { badStatus, malformedPayload, emptyResponse, undecodable, network };
-    Kind kind = Kind::network;
+    std::variant<ServiceError::Kind, DecodingError, HttpError::Kind> kind = HttpError::Kind::other;
     int status = 0; ///< of badStatus
-    HttpError::Kind network = HttpError::Kind::other; ///< of network
     double at = 0; ///< seconds since the reference date
     friend bool operator==(const ExplanationFailure &, const ExplanationFailure &) = default;
 };

@@ -12,11 +12,6 @@ namespace vellumo {
 
 namespace {
 
-constexpr EventMask mouseDownMask =
-    maskOf(EventType::LeftMouseDown) | maskOf(EventType::RightMouseDown);
-constexpr EventMask scrollMask = maskOf(EventType::ScrollWheel);
-constexpr EventMask localMask = mouseDownMask | maskOf(EventType::KeyDown) | scrollMask;
-
 constexpr std::chrono::milliseconds growth(260);
 
 /// Letters, figures and punctuation of both scripts, drawn once while the window is hidden: each
@@ -250,9 +245,10 @@ void ResultPanelController::installMonitors()
     globalEventMonitors_.clear();
 
     const QPointer<ResultPanelController> self(this);
-    localEventMonitor_ = monitors_.addLocalMonitor(
-        localMask, [self](const Event &event) { return !self || self->handleLocalEvent(event); });
-    for (const EventMask mask : {mouseDownMask, scrollMask}) {
+    localEventMonitor_ = monitors_.addLocalMonitor(PanelEvents::local, [self](const Event &event) {
+        return !self || self->handleLocalEvent(event);
+    });
+    for (const EventMask mask : {PanelEvents::mouseDown, PanelEvents::scroll}) {
         globalEventMonitors_.push_back(
             monitors_.addGlobalMonitor(mask, [self](const Event & /*event*/) {
                 if (self) {

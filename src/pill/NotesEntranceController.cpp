@@ -18,10 +18,6 @@ namespace {
 
 constexpr auto originKey = "notesPillOrigin"_L1;
 
-constexpr EventMask mouseDownMask =
-    maskOf(EventType::LeftMouseDown) | maskOf(EventType::RightMouseDown);
-constexpr EventMask scrollMask = maskOf(EventType::ScrollWheel);
-constexpr EventMask localMask = mouseDownMask | maskOf(EventType::KeyDown) | scrollMask;
 constexpr EventMask motionMask = maskOf(EventType::MouseMoved);
 
 constexpr auto expansion = 280ms;
@@ -203,9 +199,11 @@ void NotesEntranceController::installCollapseMonitors()
 {
     removeCollapseMonitors();
     const QPointer<NotesEntranceController> self(this);
-    localEventMonitor_ = with_.monitors.addLocalMonitor(
-        localMask, [self](const Event &event) { return !self || self->handleLocalEvent(event); });
-    for (const EventMask mask : {mouseDownMask, scrollMask}) {
+    localEventMonitor_ =
+        with_.monitors.addLocalMonitor(PanelEvents::local, [self](const Event &event) {
+            return !self || self->handleLocalEvent(event);
+        });
+    for (const EventMask mask : {PanelEvents::mouseDown, PanelEvents::scroll}) {
         globalEventMonitors_.push_back(
             with_.monitors.addGlobalMonitor(mask, [self](const Event & /*event*/) {
                 if (self) {

@@ -26,6 +26,15 @@ constexpr EventMask maskOf(EventType type)
     return EventMask{1} << static_cast<unsigned>(type);
 }
 
+/// What a floating panel that is open listens to: presses and scrolling, which close it when they
+/// happen elsewhere, and among our own events also keys.
+namespace PanelEvents {
+constexpr EventMask mouseDown =
+    maskOf(EventType::LeftMouseDown) | maskOf(EventType::RightMouseDown);
+constexpr EventMask scroll = maskOf(EventType::ScrollWheel);
+constexpr EventMask local = mouseDown | maskOf(EventType::KeyDown) | scroll;
+} // namespace PanelEvents
+
 /// Bits of Event::modifierFlags. Num Lock has none.
 namespace ModifierFlag {
 constexpr quint32 CapsLock = 0x10000;

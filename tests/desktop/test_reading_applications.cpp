@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTest>
 #include <thread>
+#include <unistd.h>
 
 using namespace vellumo;
 using namespace vellumo::test;
@@ -16,6 +17,20 @@ namespace {
 
 constexpr QStringView firstLine = u"The tide turns 潮水 twice 🌊 a day 👩‍👩‍👧 here";
 constexpr QStringView secondLine = u"Nobody asks it why.";
+
+/// Waits until a thread of ours has slept for as long as no answer of a running application takes.
+void waitUntilAsleep(pid_t thread)
+{
+    QFile file(u"/proc/self/task/%1/stat"_s.arg(thread));
+    const QDeadlineTimer deadline(5s);
+    for (int asleep = 0; asleep < 30 && !deadline.hasExpired(); ++asleep) {
+        // the state follows the name in parentheses
+        if (!file.open(QIODevice::ReadOnly) || !file.readAll().contains(") S "))
+            asleep = 0;
+        file.close();
+        std::this_thread::sleep_for(1ms);
+    }
+}
 
 } // namespace
 
@@ -122,8 +137,8 @@ void TestReadingApplications::anEditorThatHangsOrDiesCostsLittle()
 
     // in the middle of a reading, which waits for an answer at that time
     application.stopAll();
-    std::thread death([&] {
-        std::this_thread::sleep_for(100ms);
+    std::thread death([&application, reader = gettid()] {
+        waitUntilAsleep(reader);
         application.killAll();
     });
     const auto killed = desk.timeOfReading();

@@ -350,7 +350,7 @@ void TestOpenAIService::serviceCanBeChangedWhileItIsAsked()
     QCOMPARE(answers, (QStringList{u"connection refused; "_s, u"status 429; secret"_s}));
     QCOMPARE(explainer.lastFailure(),
              (ExplanationFailure{
-                 .kind = ExplanationFailure::Kind::badStatus, .status = 429, .at = clock.now}));
+                 .kind = ServiceError::Kind::badStatus, .status = 429, .at = clock.now}));
     explainer.setService(make(u"http://c.example"_s));
     QVERIFY(!explainer.lastFailure());
 }
