@@ -2,18 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/windowing/QtFloatingPanel.h"
 
-#include "platform/Diagnostics.h"
-#include "platform/windowing/ClipboardWatch.h"
 #include "platform/windowing/PanelShape.h"
+#include "platform/windowing/PanelWindow.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/ShadowItem.h"
 #include "platform/windowing/X11Hints.h"
-#include <QBitmap>
 #include <QGuiApplication>
 #include <QMouseEvent>
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <QQuickItem>
 #include <QScreen>
 
@@ -48,9 +44,20 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
                                  const FloatingPanelContent &content)
     : windows_(windows)
     , style_(style)
+    , window_(makePanelWindow(style_))
+    , outline_(*window_, style_)
+    , fade_([this](double opacity) {
+        if (content_ && hasBlendedEdges()) {
+            content_->setOpacity(opacity);
+        }
+    })
 {
-    createWindow();
-    createContent(engine, content);
+    window_->installEventFilter(this);
+    if (style_.hasShadow) {
+        shadow_ = new ShadowItem(style_.topCornerRadius, style_.bottomCornerRadius,
+                                 window_->contentItem());
+    }
+    content_ = makePanelContent(engine, content, *window_); // above its shadow
     animation_.setEasingCurve(QEasingCurve::InOutQuad);
     connect(&animation_, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         const QRect picture = value.toRect();
@@ -71,16 +78,6 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
             Q_EMIT appeared();
         }
     });
-    connect(&fading_, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
-        if (content_ && hasBlendedEdges()) {
-            content_->setOpacity(value.toDouble());
-        }
-    });
-    connect(&fading_, &QVariantAnimation::finished, this, [this] {
-        if (const auto done = std::exchange(fadingCompletion_, nullptr)) {
-            done();
-        }
-    });
     settling_.setSingleShot(true);
     settling_.setInterval(100);
     connect(&settling_, &QTimer::timeout, this, &QtFloatingPanel::takeOverPosition);
@@ -93,52 +90,6 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
 QtFloatingPanel::~QtFloatingPanel()
 {
     windows_.forget(this);
-}
-
-void QtFloatingPanel::createWindow()
-{
-    window_ = std::make_unique<QQuickWindow>();
-    QSurfaceFormat format = window_->format();
-    format.setAlphaBufferSize(8);
-    window_->setFormat(format);
-    window_->setColor(Qt::transparent);
-    window_->setTitle(u"vellumo"_s);
-    Qt::WindowFlags flags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
-    if (!style_.canBecomeKey) {
-        flags |= Qt::WindowDoesNotAcceptFocus;
-    }
-    if (style_.ignoresMouseEvents) {
-        flags |= Qt::X11BypassWindowManagerHint; // an ornament: nothing in it can be managed
-    }
-    window_->setFlags(flags);
-    window_->setProperty("_q_showWithoutActivating", true);
-    window_->installEventFilter(this);
-    window_->create();
-    if (style_.isMovable) {
-        x11::keepContentAtBottomRight(window_->winId());
-    }
-
-    if (style_.hasShadow) {
-        shadow_ = new ShadowItem(style_.topCornerRadius, style_.bottomCornerRadius,
-                                 window_->contentItem());
-    }
-}
-
-void QtFloatingPanel::createContent(QQmlEngine &engine, const FloatingPanelContent &content)
-{
-    QQmlComponent component(&engine, content.source);
-    QObject *object =
-        component.isReady() ? component.createWithInitialProperties(content.properties) : nullptr;
-    content_ = qobject_cast<QQuickItem *>(object);
-    if (!content_) {
-        delete object;
-        printDiagnostic(component.errorString());
-        return;
-    }
-    QQmlEngine::setObjectOwnership(content_, QQmlEngine::CppOwnership);
-    content_->setParent(window_->contentItem());
-    content_->setParentItem(window_->contentItem());
-    stopWatchingClipboard(*content_);
 }
 
 /// Draws the hidden window once: fonts, glyphs and pictures are ready when it is shown.
@@ -252,77 +203,33 @@ void QtFloatingPanel::placeNative(const QRect &native)
     }
 }
 
-QList<QRect> QtFloatingPanel::pictureBands() const
-{
-    if (style_.isShapedByContent) {
-        return opaqueBands();
-    }
-    const qreal scale = window_->devicePixelRatio();
-    return roundedBands(toPixels(picture_.translated(-native_.topLeft()), scale),
-                        style_.topCornerRadius * scale, style_.bottomCornerRadius * scale);
-}
-
-QList<QRect> QtFloatingPanel::opaqueBands() const
-{
-    QList<QRect> bands;
-    const QRegion opaque(QBitmap::fromImage(window_->grabWindow().createAlphaMask()));
-    for (const QRect &rect : opaque) {
-        bands << rect;
-    }
-    return bands;
-}
-
 void QtFloatingPanel::shapeVisiblePart()
 {
     isShapePending_ = false;
-    x11::setBoundingShape(window_->winId(), hasBlendedEdges() ? QList<QRect>{} : pictureBands());
+    outline_.show(picture_.translated(-native_.topLeft()), hasBlendedEdges());
 }
 
 void QtFloatingPanel::shapeInput()
 {
-    const qreal scale = window_->devicePixelRatio();
-    const QRect frame = wholeUnits(toQt(frame_, mainGeometry())).translated(-native_.topLeft());
-    x11::setInputShape(window_->winId(),
-                       style_.ignoresMouseEvents ? QList<QRect>{}
-                                                 : QList<QRect>{toPixels(frame, scale)});
+    outline_.takeClicks(wholeUnits(toQt(frame_, mainGeometry())).translated(-native_.topLeft()));
 }
 
 void QtFloatingPanel::performDrag()
 {
     completion_ = nullptr;
     animation_.stop();
-    grabbedAt_ = pressedAt_;
+    drag_.begin();
 }
 
 void QtFloatingPanel::handleMouse(const QMouseEvent &event)
 {
-    const QPoint pointer = event.globalPosition().toPoint();
-    if (event.type() == QEvent::MouseButtonPress) {
-        endDrag(); // its release never came
-        pressedAt_ = pointer - picture_.topLeft();
-        return;
+    const PanelDrag::Step step = drag_.handle(event, picture_.topLeft());
+    if (step.origin) {
+        const QRect picture(*step.origin, picture_.size());
+        frame_ = toDesktop(QRectF(picture), mainGeometry());
+        place(picture, picture);
     }
-    if (!grabbedAt_) {
-        return;
-    }
-    const bool isOver =
-        event.type() == QEvent::MouseButtonRelease || !event.buttons().testFlag(Qt::LeftButton);
-    if (event.type() == QEvent::MouseMove && isOver) {
-        endDrag();
-        return;
-    }
-    const QRect picture(pointer - *grabbedAt_, picture_.size());
-    frame_ = toDesktop(QRectF(picture), mainGeometry());
-    place(picture, picture);
-    if (isOver) {
-        endDrag();
-    }
-}
-
-void QtFloatingPanel::endDrag()
-{
-    if (grabbedAt_) {
-        grabbedAt_.reset();
+    if (step.isOver) {
         settling_.start(); // a window manager may have kept the window somewhere else
         Q_EMIT moved();
     }
@@ -332,7 +239,7 @@ void QtFloatingPanel::endDrag()
 void QtFloatingPanel::takeOverPosition()
 {
     const QPoint distance = window_->position() - native_.topLeft();
-    const bool rests = !grabbedAt_ && animation_.state() != QVariantAnimation::Running;
+    const bool rests = !drag_.isUnderWay() && animation_.state() != QVariantAnimation::Running;
     if (!isVisible() || !rests || distance.isNull()) {
         return;
     }
@@ -346,13 +253,9 @@ void QtFloatingPanel::takeOverPosition()
 void QtFloatingPanel::animateAlpha(double alpha, std::chrono::milliseconds duration,
                                    std::function<void()> completion)
 {
-    fadingCompletion_ = nullptr;
-    fading_.stop();
-    fadingCompletion_ = std::move(completion);
-    fading_.setStartValue(content_ ? content_->opacity() : 1.0);
-    fading_.setEndValue(alpha);
-    fading_.setDuration(windows_.isMotionReduced() ? 0 : static_cast<int>(duration.count()));
-    fading_.start();
+    fade_.start(content_ ? content_->opacity() : 1.0, alpha,
+                windows_.isMotionReduced() ? std::chrono::milliseconds::zero() : duration,
+                std::move(completion));
 }
 
 void QtFloatingPanel::setCursor(PanelCursor cursor)
@@ -369,38 +272,20 @@ void QtFloatingPanel::orderFrontRegardless()
         window_->show();
         x11::floatEverywhere(window_->winId());
     }
-    liftOverFullScreen();
+    lift_.apply(*window_, style_.level);
     window_->raise();
     windows_.restackAbove(*this);
-}
-
-void QtFloatingPanel::liftOverFullScreen()
-{
-    const WId active = x11::activeWindow();
-    // tied to another window it shares that one's fate, which is right for a passing panel only
-    const bool isNeeded = style_.level == WindowLevel::Status && active != 0
-        && active != window_->winId() && x11::isFullScreen(active);
-    if (isNeeded) {
-        x11::setTransientFor(window_->winId(), active);
-    } else if (isLifted_ && active != window_->winId()) {
-        x11::setTransientFor(window_->winId(), 0);
-    }
-    isLifted_ = isNeeded || (isLifted_ && active == window_->winId());
 }
 
 void QtFloatingPanel::orderOut()
 {
     completion_ = nullptr;
     animation_.stop();
-    fadingCompletion_ = nullptr;
-    fading_.stop();
-    grabbedAt_.reset();
+    fade_.stop();
+    drag_.cancel();
     window_->hide();
     windows_.refreshCompositor(); // now, since showing must be quick
-    if (isLifted_) {
-        x11::setTransientFor(window_->winId(), 0);
-        isLifted_ = false;
-    }
+    lift_.undo(*window_);
 }
 
 void QtFloatingPanel::makeKey()

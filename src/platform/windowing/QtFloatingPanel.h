@@ -3,12 +3,13 @@
 #pragma once
 
 #include "platform/FloatingWindows.h"
+#include "platform/windowing/PanelDrag.h"
+#include "platform/windowing/PanelFade.h"
+#include "platform/windowing/PanelOutline.h"
+#include "platform/windowing/PanelWindow.h"
 #include <QQuickWindow>
 #include <QTimer>
 #include <QVariantAnimation>
-#include <optional>
-
-class QMouseEvent;
 
 class QQmlEngine;
 class QQuickItem;
@@ -51,8 +52,6 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void createWindow();
-    void createContent(QQmlEngine &engine, const FloatingPanelContent &content);
     void renderOnce();
     void adaptToCompositor();
 
@@ -61,18 +60,15 @@ private:
     void placeNative(const QRect &native);
     void arrive();
     void handleMouse(const QMouseEvent &event);
-    void endDrag();
     void takeOverPosition();
     void shapeVisiblePart();
     void shapeInput();
-    void liftOverFullScreen();
     [[nodiscard]] bool hasBlendedEdges() const;
-    [[nodiscard]] QList<QRect> pictureBands() const;
-    [[nodiscard]] QList<QRect> opaqueBands() const;
 
     QtFloatingWindows &windows_;
     FloatingPanelStyle style_;
     std::unique_ptr<QQuickWindow> window_;
+    PanelOutline outline_;
     QQuickItem *content_ = nullptr;
     ShadowItem *shadow_ = nullptr;
 
@@ -82,13 +78,11 @@ private:
     QRect inside_; ///< the picture in the native window
     QVariantAnimation animation_;
     std::function<void()> completion_;
-    QVariantAnimation fading_;
-    std::function<void()> fadingCompletion_;
-    QPoint pressedAt_; ///< where in the picture, last
-    std::optional<QPoint> grabbedAt_; ///< where in the picture, during a drag
+    FullScreenLift lift_;
+    PanelFade fade_;
+    PanelDrag drag_; ///< of the picture
     QTimer settling_; ///< after the window manager has moved the window
     bool isShapePending_ = false;
-    bool isLifted_ = false;
     bool isNewlyMapped_ = false;
     bool isAppearing_ = false;
 };

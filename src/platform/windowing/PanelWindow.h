@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/FloatingWindows.h"
+#include <memory>
+
+class QQmlEngine;
+class QQuickItem;
+class QQuickWindow;
+
+namespace vellumo {
+
+/// A native window, created and hidden, that can hold a panel of this style.
+[[nodiscard]] std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style);
+
+/// Makes the content inside the window, which owns it. Null, after a diagnostic line, when its
+/// component cannot be made.
+QQuickItem *makePanelContent(QQmlEngine &engine, const FloatingPanelContent &content,
+                             QQuickWindow &window);
+
+/// Keeps a panel above a full-screen window, beneath which some window managers would put it.
+class FullScreenLift {
+public:
+    /// Ties the mapped panel to a full-screen window that has the keyboard, and unties it from one
+    /// that is so no more.
+    void apply(QQuickWindow &panel, WindowLevel level);
+    void undo(QQuickWindow &panel);
+
+private:
+    bool isLifted_ = false;
+};
+
+} // namespace vellumo
