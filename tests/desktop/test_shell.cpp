@@ -103,13 +103,15 @@ void TestShell::iconHasAMenu()
     QVERIFY(!menu[0].isEnabled);
     QCOMPARE(menu[4].shortcut, (QStringList{u"Control"_s, u"Q"_s}));
 
-    host.choose(menu[2].id);
-    QVERIFY(vellumo_->waitForText(u"heading: Updates unavailable"_s));
-    QVERIFY(vellumo_->waitForText(u"Automatic updates are disabled in development builds."_s));
-    QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }));
-    QVERIFY(desktop_.activate(ordinaryWindow().value_or(0)));
-    desktop_.tap(Key::Escape);
-    QVERIFY(waitUntil([this] { return !ordinaryWindow(); }));
+    for (int time = 0; time < 2; ++time) { // it says so whenever it is asked
+        host.choose(menu[2].id);
+        QVERIFY(vellumo_->waitForText(u"heading: Updates unavailable"_s));
+        QVERIFY(vellumo_->waitForText(u"Automatic updates are disabled in development builds."_s));
+        QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }));
+        QVERIFY(desktop_.activate(ordinaryWindow().value_or(0)));
+        desktop_.tap(Key::Escape);
+        QVERIFY(waitUntil([this] { return !ordinaryWindow(); }));
+    }
 
     host.choose(menu[4].id);
     QVERIFY(vellumo_->process().waitForEnd(5s));
