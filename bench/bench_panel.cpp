@@ -5,10 +5,9 @@
 // browser and in an editor.
 #include "PixelMeter.h"
 #include "Report.h"
-#include "support/Application.h"
-#include "support/PageServer.h"
 #include "support/Program.h"
 #include "support/Waiting.h"
+#include "support/WebPage.h"
 #include <QFile>
 #include <QGuiApplication>
 #include <QTemporaryDir>
@@ -85,33 +84,13 @@ bool measureEditor(const Desktop &desktop, const QString &path, int runs)
 
 bool measureBrowser(const Desktop &desktop, const QString &path, int runs)
 {
-    const QTemporaryDir profile;
-    PageServer pages;
-    pages.setBody(u"tides"_s, u"<p id=sentence>The tide turns twice a day.</p>"_s);
-    Application browser(firefox(pages.address(u"tides"_s), u"tides"_s, profile.path()));
-    if (!browser.isInstalled()) {
+    WebPage page(desktop, u"tides"_s, u"<p id=sentence>The tide turns twice a day.</p>"_s);
+    if (!page.isInstalled()) {
         printSkipped(u"second tap to pixels, Firefox"_s, u"Firefox is not installed"_s);
         return true;
     }
     Program vellumo(desktop, path, u"bench-browser"_s);
-    if (!vellumo.start())
-        return false;
-    const auto window = browser.start(desktop);
-    if (!window || !desktop.activate(*window))
-        return false;
-    int step = 0;
-    const bool placed = waitUntil(
-        [&] {
-            desktop.moveTo(desktop.geometry(*window).center() + QPoint(++step % 9, 0));
-            return pages.startOf(u"tides"_s, u"sentence"_s).has_value();
-        },
-        20s);
-    if (!placed)
-        return false;
-    desktop.drag(*pages.startOf(u"tides"_s, u"sentence"_s),
-                 *pages.endOf(u"tides"_s, u"sentence"_s));
-    return waitUntil([&] { return pages.selection(u"tides"_s).endsWith(u'.'); })
-        && measure(desktop, vellumo, {u"Firefox"_s, 25}, runs);
+    return vellumo.start() && page.open() && measure(desktop, vellumo, {u"Firefox"_s, 25}, runs);
 }
 
 } // namespace

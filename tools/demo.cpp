@@ -4,17 +4,15 @@
 // vellumo_demo PROGRAM FOLDER [OPTION...]: what a person does with vellumo, on this display: reads
 // a page in Firefox, selects a sentence, double-taps Alt, asks a follow-up, closes the panel.
 // Prints the explanation and the note, and leaves pictures of the screen in the folder.
-#include "support/Application.h"
 #include "support/Desktop.h"
-#include "support/PageServer.h"
 #include "support/Program.h"
 #include "support/Waiting.h"
+#include "support/WebPage.h"
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
 #include <QJsonDocument>
-#include <QTemporaryDir>
 #include <cstdio>
 
 using namespace vellumo::test;
@@ -99,32 +97,13 @@ int main(int argc, char **argv)
     }
     const Desktop desktop;
     Pictures pictures(desktop, arguments.at(2));
-    const QTemporaryDir profile;
-    PageServer pages;
-    pages.setBody(u"tide-gauge"_s, article.toString());
-
+    WebPage page(desktop, u"tide-gauge"_s, article.toString());
     Program program(desktop, arguments.at(1));
     if (!program.start(arguments.mid(3)))
         fail(u"vellumo did not start"_s, program);
-    Application browser(firefox(pages.address(u"tide-gauge"_s), u"tide-gauge"_s, profile.path()));
-    const auto window = browser.start(desktop);
-    if (!window || !desktop.activate(*window))
-        fail(u"Firefox did not open its window"_s, program);
-    int step = 0;
-    const bool placed = waitUntil(
-        [&] {
-            desktop.moveTo(desktop.geometry(*window).center() + QPoint(++step % 9, 0));
-            return pages.startOf(u"tide-gauge"_s, u"sentence"_s).has_value();
-        },
-        30s);
-    if (!placed)
-        fail(u"the page did not load"_s, program);
-
-    desktop.drag(pages.startOf(u"tide-gauge"_s, u"sentence"_s).value(),
-                 pages.endOf(u"tide-gauge"_s, u"sentence"_s).value());
-    if (!waitUntil([&] { return pages.selection(u"tide-gauge"_s).endsWith("the tide can."_L1); }))
-        fail(u"nothing was selected"_s, program);
-    say(u"Selected:\n  "_s + pages.selection(u"tide-gauge"_s));
+    if (!page.open())
+        fail(u"Firefox did not show the page, or nothing was selected"_s, program);
+    say(u"Selected:\n  "_s + page.selection());
 
     desktop.doubleTap();
     if (!program.waitForPanel())

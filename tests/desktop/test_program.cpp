@@ -3,10 +3,9 @@
 #include "support/Application.h"
 #include "support/Desktop.h"
 #include "support/Editor.h"
-#include "support/PageServer.h"
 #include "support/Program.h"
 #include "support/Waiting.h"
-#include <QTemporaryDir>
+#include "support/WebPage.h"
 #include <QTest>
 #include <csignal>
 
@@ -41,14 +40,12 @@ private Q_SLOTS:
 
 private:
     Desktop desktop_;
-    std::unique_ptr<QTemporaryDir> files_;
     std::unique_ptr<Program> vellumo_;
     std::unique_ptr<Editor> editor_;
 };
 
 void TestProgram::init()
 {
-    files_ = std::make_unique<QTemporaryDir>();
     editor_ = std::make_unique<Editor>(desktop_, sentence);
     const QString folder = u"vellumo-%1-%2"_s.arg(QLatin1StringView(QTest::currentTestFunction()),
                                                   QLatin1StringView(QTest::currentDataTag()));
@@ -71,33 +68,21 @@ void TestProgram::cleanup()
 
 void TestProgram::explainsWhatIsSelectedOnAPageAndKeepsANote()
 {
-    PageServer pages;
-    pages.setBody(u"tides"_s, u"<p id=sentence>"_s + sentence + u"</p><p id=rest>Rest.</p>"_s);
-    const QString address = pages.address(u"tides?day=2#turn"_s);
-    Application browser(firefox(address, u"tides"_s, files_->filePath(u"profile"_s)));
-    if (!browser.isInstalled())
+    WebPage page(desktop_, u"tides"_s,
+                 u"<p id=sentence>"_s + sentence + u"</p><p id=rest>Rest.</p>"_s, u"?day=2#turn"_s);
+    if (!page.isInstalled())
         QSKIP("Firefox is not installed");
-    const auto window = browser.start(desktop_);
-    QVERIFY(window && desktop_.activate(*window));
-    int step = 0;
-    QVERIFY(waitUntil(
-        [&] {
-            desktop_.moveTo(desktop_.geometry(*window).center() + QPoint(++step % 9, 0));
-            return pages.startOf(u"tides"_s, u"sentence"_s).has_value();
-        },
-        20s));
-    desktop_.drag(*pages.startOf(u"tides"_s, u"sentence"_s),
-                  *pages.endOf(u"tides"_s, u"sentence"_s));
-    QVERIFY(waitUntil([&] { return pages.selection(u"tides"_s) == sentence; }));
+    QVERIFY(page.open());
+    QCOMPARE(page.selection(), sentence);
 
     desktop_.doubleTap();
     const auto panel = vellumo_->waitForPanel();
     QVERIFY(panel);
     // shown without taking the keyboard from the page
-    QCOMPARE(desktop_.activeWindow(), *window);
+    QCOMPARE(desktop_.activeWindow(), page.window());
     QVERIFY(vellumo_->waitForAnswer());
-    QVERIFY(pages.hasFocus(u"tides"_s));
-    QCOMPARE(pages.selection(u"tides"_s), sentence);
+    QVERIFY(page.hasFocus());
+    QCOMPARE(page.selection(), sentence);
 
     QVERIFY(vellumo_->ask(u"Why twice"_s));
     QVERIFY(vellumo_->waitForText(u"「Why twice」"_s));
@@ -105,12 +90,12 @@ void TestProgram::explainsWhatIsSelectedOnAPageAndKeepsANote()
     desktop_.tap(Key::Escape);
     QVERIFY(vellumo_->waitForNoPanel());
     // the keyboard is back where it was
-    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == *window; }));
+    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == page.window(); }));
 
     QVERIFY(vellumo_->waitForNotes(1));
     const QJsonObject note = vellumo_->notes().constFirst();
     QCOMPARE(note["sourceText"_L1].toString(), sentence);
-    QCOMPARE(note["context"_L1]["key"_L1].toString(), u"web-url:"_s + address);
+    QCOMPARE(note["context"_L1]["key"_L1].toString(), u"web-url:"_s + page.address());
     QCOMPARE(note["context"_L1]["displayName"_L1].toString(), u"127.0.0.1"_s);
     QCOMPARE(note["context"_L1]["source"_L1].toString(), u"webURL"_s);
     const QJsonArray followUps = note["followUps"_L1].toArray();

@@ -4,6 +4,7 @@
 #include "support/Editor.h"
 #include "support/HttpServer.h"
 #include "support/Program.h"
+#include "support/WebPage.h"
 #include <QFile>
 #include <QJsonDocument>
 #include <QTemporaryDir>
@@ -50,6 +51,8 @@ private Q_SLOTS:
 
 private:
     bool startWith(const QString &baseUrl);
+    /// The same, with the sentence selected in an editor.
+    bool readWith(const QString &baseUrl);
     /// Double-taps, reads the panel, closes it; what is wrong, or nothing.
     QString faultOfPanelFor(const QString &reason);
 
@@ -81,9 +84,14 @@ bool TestProgramService::startWith(const QString &baseUrl)
     vellumo_->setEnvironment(u"OPENAI_API_KEY"_s, u"sk-secret"_s);
     vellumo_->setEnvironment(u"OPENAI_BASE_URL"_s, baseUrl);
     vellumo_->setEnvironment(u"VELLUMO_MODEL"_s, u"model-1"_s);
-    return vellumo_->start() && editor_->open()
+    return vellumo_->start()
         && vellumo_->process().standardOutput().contains(
             "vellumo: using OpenAI explanation service\n"_L1);
+}
+
+bool TestProgramService::readWith(const QString &baseUrl)
+{
+    return startWith(baseUrl) && editor_->open();
 }
 
 QString TestProgramService::faultOfPanelFor(const QString &reason)
@@ -109,7 +117,10 @@ QString TestProgramService::faultOfPanelFor(const QString &reason)
 void TestProgramService::asksTheConfiguredService()
 {
     HttpServer server;
-    QVERIFY(startWith(server.url(u"/v1"_s).toString()));
+    WebPage page(desktop_, u"tides"_s, u"<p id=sentence>"_s + sentence + u"</p>"_s);
+    if (!page.isInstalled())
+        QSKIP("Firefox is not installed");
+    QVERIFY(startWith(server.url(u"/v1"_s).toString()) && page.open());
     server.answer("POST", target, modelSays(payload));
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForText(u"It is the moon."_s));
@@ -117,19 +128,42 @@ void TestProgramService::asksTheConfiguredService()
     server.answer("POST", target, modelSays(u"\nBecause it turns.\n"_s));
     QVERIFY(vellumo_->ask(u"Why twice"_s));
     QVERIFY(vellumo_->waitForText(u"Because it turns."_s));
+    server.answer("POST", target, modelSays(u"Nearly everywhere."_s));
+    QVERIFY(vellumo_->ask(u"And where"_s));
+    QVERIFY(vellumo_->waitForText(u"Nearly everywhere."_s));
     desktop_.tap(Key::Escape);
     QVERIFY(vellumo_->waitForNotes(1));
     const QJsonObject note = vellumo_->notes().constFirst();
     QCOMPARE(note["sourceText"_L1].toString(), sentence);
     QCOMPARE(note["explanation"_L1].toString(), u"It is the moon."_s);
-    QCOMPARE(note["followUps"_L1][0]["answer"_L1].toString(), u"Because it turns."_s);
+    QCOMPARE(note["followUps"_L1].toArray().size(), 2);
+    QCOMPARE(note["followUps"_L1][1]["answer"_L1].toString(), u"Nearly everywhere."_s);
 
-    QCOMPARE(server.requests().size(), 2);
-    QCOMPARE(server.requests().constLast().connection, 1);
-    const auto body = QJsonDocument::fromJson(server.requests().constLast().body);
-    QCOMPARE(body["model"_L1].toString(), u"model-1"_s);
-    QCOMPARE(body["messages"_L1][1]["content"_L1].toString(), u"Selected text: "_s + sentence);
-    QCOMPARE(body["messages"_L1][3]["content"_L1].toString(), u"Why twice"_s);
+    // what was sent, whole; the prompts have a test of their own
+    const QByteArrayList keys{"messages model response_format", "messages model", "messages model"};
+    QCOMPARE(server.requests().size(), keys.size());
+    QCOMPARE(server.connections(), 1);
+    QJsonObject body;
+    for (qsizetype i = 0; i < keys.size(); ++i) {
+        const HttpReceived &request = server.requests().at(i);
+        body = QJsonDocument::fromJson(request.body).object();
+        QCOMPARE(body.keys().join(u' ').toUtf8(), keys.at(i));
+        QCOMPARE(body["model"_L1].toString(), u"model-1"_s);
+        QCOMPARE(request.header("Content-Type"), QByteArrayList{"application/json"});
+        QCOMPARE(request.header("Authorization"), QByteArrayList{"Bearer sk-secret"});
+        QVERIFY(request.header("X-Firebase-Token").isEmpty());
+    }
+    const auto first = QJsonDocument::fromJson(server.requests().constFirst().body);
+    QCOMPARE(first["response_format"_L1], (QJsonObject{{u"type"_s, u"json_object"_s}}));
+    QVERIFY(first["messages"_L1][1]["content"_L1].toString().contains(sentence));
+    QStringList said;
+    for (const QJsonValue message : body["messages"_L1].toArray())
+        said.append(message["role"_L1].toString() + u": "_s + message["content"_L1].toString());
+    QVERIFY(said.takeFirst().startsWith("system: "_L1));
+    QCOMPARE(said,
+             (QStringList{u"user: Selected text: "_s + sentence, u"assistant: It is the moon."_s,
+                          u"user: Why twice"_s, u"assistant: Because it turns."_s,
+                          u"user: And where"_s}));
 }
 
 void TestProgramService::asksOverTls()
@@ -146,7 +180,7 @@ void TestProgramService::asksOverTls()
     vellumo_->setWrapper({u"unshare"_s, u"--mount"_s, u"sh"_s, u"-c"_s,
                           u"mount --bind \"$0\" /etc/ssl/certs && exec \"$@\""_s,
                           authorities.path()});
-    QVERIFY(startWith(server.url(u"/v1"_s).toString()));
+    QVERIFY(readWith(server.url(u"/v1"_s).toString()));
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForText(u"It is the moon."_s));
     QVERIFY(vellumo_->ask(u"Why twice"_s));
@@ -159,7 +193,7 @@ void TestProgramService::asksOverTls()
 void TestProgramService::saysThatThereIsNoAnswer()
 {
     HttpServer server;
-    QVERIFY(startWith(server.url(u"/v1"_s).toString()));
+    QVERIFY(readWith(server.url(u"/v1"_s).toString()));
     const struct {
         HttpAnswer answer;
         QString reason;
@@ -204,7 +238,7 @@ void TestProgramService::saysThatItCannotAsk()
     QFETCH(QString, base);
     QFETCH(QString, reason);
     const HttpServer server(Security::tls);
-    QVERIFY(startWith(base.isEmpty() ? server.url(u"/v1"_s).toString() : base));
+    QVERIFY(readWith(base.isEmpty() ? server.url(u"/v1"_s).toString() : base));
     QCOMPARE(faultOfPanelFor(reason), QString());
     QVERIFY(server.requests().isEmpty());
 }
@@ -214,7 +248,7 @@ void TestProgramService::doesNotWaitForProxiesForEver()
     vellumo_->setEnvironment(u"LD_PRELOAD"_s, QStringLiteral(VELLUMO_TEST_NO_PROXY_ANSWER));
     vellumo_->setEnvironment(u"ASAN_OPTIONS"_s,
                              qEnvironmentVariable("ASAN_OPTIONS") + u":verify_asan_link_order=0"_s);
-    QVERIFY(startWith(u"https://nowhere.invalid/v1"_s));
+    QVERIFY(readWith(u"https://nowhere.invalid/v1"_s));
     // it goes on living meanwhile
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForPanel());
