@@ -3,18 +3,16 @@
 //
 // bench_sync BACKEND: pushing and pulling few and many notes over loopback: how fast, with how much
 // memory, and how long the main thread is away meanwhile. Needs no display.
-#include "NoteMaker.h"
+#include "BackendProcess.h"
 #include "Report.h"
 #include "notes/NotesStore.h"
 #include "notes/NotesSyncEngine.h"
 #include "notes/SyncFakes.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SystemClock.h"
-#include "support/BackendTables.h"
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
@@ -27,43 +25,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-
-using Environment = QList<std::pair<QString, QString>>;
-
-/// The stand-in backend as a process of its own, so that it takes none of the time measured here.
-class BackendProcess {
-public:
-    BackendProcess(const QString &program, const QString &database)
-    {
-        process_.start(program, {u"--data"_s, database});
-        while (environment_.size() < 4 && process_.waitForReadyRead()) {
-            while (process_.canReadLine()) {
-                const QString line = QString::fromLocal8Bit(process_.readLine()).trimmed();
-                const qsizetype equals = line.indexOf(u'=');
-                if (equals > 0 && !line.contains(u' '))
-                    environment_.append({line.left(equals), line.mid(equals + 1)});
-            }
-        }
-        if (environment_.size() < 4)
-            qFatal("the backend does not start");
-        process_.closeReadChannel(QProcess::StandardOutput);
-    }
-    ~BackendProcess()
-    {
-        process_.kill();
-        process_.waitForFinished();
-    }
-    BackendProcess(const BackendProcess &) = delete;
-    BackendProcess &operator=(const BackendProcess &) = delete;
-    BackendProcess(BackendProcess &&) = delete;
-    BackendProcess &operator=(BackendProcess &&) = delete;
-
-    [[nodiscard]] const Environment &environment() const { return environment_; }
-
-private:
-    QProcess process_;
-    Environment environment_;
-};
 
 struct Home {
     Home(const QString &file, const Environment &environment, const QString &token)
@@ -141,25 +102,10 @@ void measure(const QString &program, int count, int runs)
     QList<double> pullMemory;
     for (int i = 0; i < runs; ++i) {
         const QTemporaryDir folder;
-        const QString database = folder.filePath(u"backend.sqlite"_s);
-        QString token;
-        {
-            BackendTables tables(database);
-            token = tables.newIdToken(tables.uidOf(u"reader@example.org"_s), 1h);
-        }
-        const BackendProcess backend(program, database);
-
-        NoteMaker maker;
-        StoreFile file;
-        file.syncStates.emplace();
-        file.buckets.append({NoteMaker::context(0), {}});
-        for (int number = 0; number < count; ++number)
-            file.buckets.first().notes.append(maker.note());
+        const BackendProcess backend(program, folder.filePath(u"backend.sqlite"_s));
+        const QString token = backend.tables().newIdToken(backend.uid(), 1h);
         const QString path = folder.filePath(u"here.json"_s);
-        QFile out(path);
-        if (!out.open(QIODevice::WriteOnly) || out.write(file.toJson()) < 0)
-            qFatal("cannot write %s", qPrintable(path));
-        out.close();
+        writePendingNotes(path, count);
 
         Home here(path, backend.environment(), token);
         const auto push = [&here](QObject *context, NotesSyncEngine::Done done) {

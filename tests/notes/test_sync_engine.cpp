@@ -127,7 +127,7 @@ void TestSyncEngine::failuresStayPending()
     Home home;
     const ReadingNote note = makeNote(u"a"_s, 2);
     home.store.add(note, page);
-    const auto state = [&] { return home.store.pendingSync().constFirst().state; };
+    const auto state = [&] { return home.store.pendingSync().value(0).state; };
     home.push();
     QCOMPARE(home.serve(failed), u"C"_s); // and no follow-ups before the note is there
     QVERIFY(waitUntil([&] { return home.completions == 1; }));
@@ -175,7 +175,7 @@ void TestSyncEngine::marksWhatWasSentAndNotWhatCameMeanwhile()
     home.store.update(note, page);
     QCOMPARE(home.serve(done), u"A0"_s);
     QVERIFY(waitUntil([&] { return home.completions == 1; }));
-    QCOMPARE(home.store.pendingSync().constFirst().state, (NoteSyncState{true, 1}));
+    QCOMPARE(home.store.pendingSync().value(0).state, (NoteSyncState{true, 1}));
     home.push();
     QCOMPARE(home.serve(done), u"Alater"_s);
 }

@@ -62,7 +62,7 @@ BackendTables::BackendTables(const QString &file)
     if (!database_.open())
         qFatal("cannot open %s: %s", qPrintable(file), qPrintable(database_.lastError().text()));
     // Survives the process; a crash of the machine is not its concern.
-    run(u"PRAGMA journal_mode = WAL"_s);
+    run(u"PRAGMA journal_mode = WAL"_s).finish(); // a row that is not taken holds a lock
     run(u"PRAGMA synchronous = OFF"_s);
     for (const char *table : tables)
         run(QString::fromLatin1(table));
@@ -184,6 +184,11 @@ std::optional<QString> BackendTables::addFollowUp(const QString &uid, const QJso
         {newId(), noteId, variables.value("question"_L1).toString(),
          variables.value("answer"_L1).toString(), now()});
     return std::nullopt;
+}
+
+int BackendTables::noteCount(const QString &uid)
+{
+    return value(u"SELECT count(*) FROM notes WHERE uid = ?"_s, {uid}).value_or(QString()).toInt();
 }
 
 QJsonArray BackendTables::notes(const QString &uid)

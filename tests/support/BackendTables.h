@@ -37,6 +37,7 @@ public:
     std::optional<QString> createNote(const QString &uid, const QJsonObject &variables);
     std::optional<QString> addFollowUp(const QString &uid, const QJsonObject &variables);
 
+    [[nodiscard]] int noteCount(const QString &uid);
     /// The user's notes as the ListNotes operation answers them, oldest first.
     [[nodiscard]] QJsonArray notes(const QString &uid);
     [[nodiscard]] QJsonObject profile(const QString &uid);

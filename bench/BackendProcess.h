@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "support/BackendTables.h"
+#include <QProcess>
+#include <memory>
+
+namespace vellumo::bench {
+
+using Environment = QList<std::pair<QString, QString>>;
+
+/// The stand-in backend as a process of its own, so that it takes none of the time of what is
+/// measured, with one account.
+class BackendProcess {
+public:
+    BackendProcess(const QString &program, const QString &database);
+    ~BackendProcess();
+    BackendProcess(const BackendProcess &) = delete;
+    BackendProcess &operator=(const BackendProcess &) = delete;
+    BackendProcess(BackendProcess &&) = delete;
+    BackendProcess &operator=(BackendProcess &&) = delete;
+
+    [[nodiscard]] const Environment &environment() const { return environment_; }
+    [[nodiscard]] const QString &uid() const { return uid_; }
+    /// What the backend keeps, read and written beside it.
+    [[nodiscard]] test::BackendTables &tables() const { return *tables_; }
+
+private:
+    std::unique_ptr<test::BackendTables> tables_;
+    QString uid_;
+    QProcess process_;
+    Environment environment_;
+};
+
+/// A notes file with so many notes, of which the backend has none.
+void writePendingNotes(const QString &path, int count);
+
+} // namespace vellumo::bench
