@@ -136,11 +136,15 @@ void NotesSyncEngine::pullAndMerge(QObject *context, Done completion)
         return;
     }
     history_.list(this, [this, user, complete](const QList<ReadingNote> &notes) {
-        // Notes of somebody who has signed out meanwhile are nobody's here.
-        if (!notes.isEmpty() && auth_.user() == user) {
-            store_.mergeRemote(notes);
-        }
-        complete();
+        const auto merge = [this, user, complete, notes] {
+            // Notes of somebody who has signed out meanwhile are nobody's here.
+            if (!notes.isEmpty() && auth_.user() == user) {
+                store_.mergeRemote(notes);
+            }
+            complete();
+        };
+        // Reading a long list takes as long as merging it: what waits may come in between.
+        QMetaObject::invokeMethod(this, merge, Qt::QueuedConnection);
     });
 }
 
