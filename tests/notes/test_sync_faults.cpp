@@ -261,7 +261,7 @@ void TestSyncFaults::aBackendThatWasAwayGetsEverything()
     QVERIFY(home.sync());
     backend_ = std::make_unique<Backend>(file(u"backend.sqlite"_s), port);
     // a pass that still found nobody may be under way
-    QVERIFY(waitUntil([&home] { return home.sync() && home.store.pendingSync().isEmpty(); }));
+    QVERIFY(waitUntil([&home] { return home.sync() && home.store.pendingSync().isEmpty(); }, 60s));
     QCOMPARE(home.followUps().size(), 21);
     QCOMPARE(difference(onServer(*backend_, uid_), home.followUps()), QStringList());
 }
