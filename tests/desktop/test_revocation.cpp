@@ -8,6 +8,7 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QFile>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -20,6 +21,7 @@ class TestRevocation : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
 
@@ -58,6 +60,18 @@ QList<WindowId> TestRevocation::dialogs() const
 bool TestRevocation::waitForDialog(WindowId other)
 {
     return waitUntil([&] { return dialogs().size() == 1 && dialogs().constFirst() != other; });
+}
+
+void TestRevocation::initTestCase()
+{
+    if (qEnvironmentVariable("TEST_DESKTOP_WM") != "kwin_x11"_L1)
+        return;
+    // here no window may take the keyboard by itself
+    QSettings(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/kwinrc"_s, QSettings::IniFormat)
+        .setValue(u"Windows/FocusStealingPreventionLevel"_s, 4);
+    const QDBusMessage call = QDBusMessage::createMethodCall(u"org.kde.KWin"_s, u"/KWin"_s,
+                                                             u"org.kde.KWin"_s, u"reconfigure"_s);
+    QCOMPARE(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
 }
 
 void TestRevocation::init()
