@@ -68,8 +68,8 @@ void TestAccount::restoresTheSession()
         desktop.doubleTap();
         const bool came =
             waitUntil([&] { return proxy.requests().size() > before; }, std::chrono::seconds(8));
-        desktop.tap(Key::Escape);
-        return came && proxy.requests().constLast().header("X-Firebase-Token").isEmpty() != token;
+        return vellumo.dismissPanel() && came
+            && proxy.requests().constLast().header("X-Firebase-Token").isEmpty() != token;
     };
     const bool isWithout = keyring == "open"_L1 || waitUntil([&] { return asksWith(false); });
     if (keyring == "locked"_L1)

@@ -110,6 +110,15 @@ bool Program::waitForNoPanel(std::chrono::milliseconds time) const
     return waitUntil([this] { return !panel().has_value(); }, time);
 }
 
+bool Program::dismissPanel() const
+{
+    return waitUntil([this] {
+        if (panel())
+            desktop_.doubleTap();
+        return waitForNoPanel(3s);
+    });
+}
+
 bool Program::waitForAnswer() const
 {
     return waitUntil([this] {

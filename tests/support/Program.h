@@ -40,6 +40,8 @@ public:
     [[nodiscard]] std::optional<WindowId>
     waitForPanel(std::chrono::milliseconds time = patience) const;
     [[nodiscard]] bool waitForNoPanel(std::chrono::milliseconds time = patience) const;
+    /// Double-taps until no panel is there.
+    [[nodiscard]] bool dismissPanel() const;
     /// Waits until the panel shows an answer, which is when follow-ups can be asked.
     [[nodiscard]] bool waitForAnswer() const;
     /// Waits until something that the panel shows contains the text.
