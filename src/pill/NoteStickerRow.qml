@@ -35,7 +35,7 @@ Item {
         }
     }
 
-    CardLine {
+    TextLine {
         id: source
 
         x: Units.space12
@@ -46,7 +46,7 @@ Item {
         size: Units.type13
         weight: Font.Medium
     }
-    CardLine {
+    TextLine {
         id: meaning
 
         x: Units.space12
@@ -56,7 +56,7 @@ Item {
         color: Theme.islandSecondText
         size: Units.type11
     }
-    CardLine {
+    TextLine {
         id: asked
 
         x: Units.space12

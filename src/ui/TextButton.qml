@@ -1,31 +1,43 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
+import Vellumo.Ui
 
-/// A button with a word. Primary: ink on ground; otherwise a soft fill. On the island it takes the
-/// island's colours whatever the desktop's.
+/// A button with a word, and a picture or a glyph before it. Primary: ink on ground; quiet: no
+/// ground of its own until it is hovered; otherwise a soft fill. On the island it takes the island's
+/// colours whatever the desktop's.
 ButtonArea {
     id: button
 
     property string text
+    property string icon: "" ///< of LineIcon
+    property string glyph: ""
     property bool primary: false
+    property bool quiet: false
+    property bool large: false
     property bool island: false
     property int minimumWidth: 0
 
-    readonly property color restColor: button.island
-        ? (button.primary ? Theme.islandText : Theme.islandControl)
-        : (button.primary ? Theme.ink : Theme.softFill)
+    readonly property color restColor: button.quiet ? "transparent"
+        : button.island ? (button.primary ? Theme.islandText : Theme.islandControl)
+                        : (button.primary ? Theme.ink : Theme.softFill)
     readonly property color hoverColor: button.island
         ? (button.primary ? Theme.islandBody : Theme.islandControlHovered)
         : (button.primary ? Theme.inkHovered : Theme.softFillHovered)
     readonly property color textColor: button.island
         ? (button.primary ? Theme.islandGround : Theme.islandText)
-        : (button.primary ? Theme.ground : Theme.ink)
+        : (button.primary ? Theme.ground
+                          : button.quiet && !button.hovered ? Theme.secondInk : Theme.ink)
     readonly property real cornerRadius: button.island ? button.height / 2 : Units.radius10
+    readonly property int sidePadding: button.quiet ? Units.space12 : Units.space20
+    readonly property int ahead: mark.visible ? mark.width + Units.space8
+                               : letter.visible ? letter.width + Units.space8 : 0
 
     accessibleName: button.text
-    implicitHeight: button.island ? Units.scaled(32) : Units.button
-    implicitWidth: Math.max(button.minimumWidth, label.implicitWidth + 2 * Units.space20)
+    implicitHeight: button.island ? Units.scaled(32)
+                  : button.large ? Units.primaryButton : Units.button
+    implicitWidth: Math.max(button.minimumWidth,
+                            Math.ceil(label.implicitWidth) + button.ahead + 2 * button.sidePadding)
 
     Rectangle {
         anchors.fill: parent
@@ -37,19 +49,53 @@ ButtonArea {
             ColorAnimation { duration: Units.quick }
         }
     }
-    Text {
-        id: label
+    Item {
+        id: line
 
-        anchors.fill: parent
-        text: button.text
-        textFormat: Text.PlainText
-        color: button.textColor
-        font.pixelSize: Units.type13
-        font.weight: Font.DemiBold
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
-        Accessible.ignored: true
+        anchors.centerIn: parent
+        width: Math.min(Math.ceil(label.implicitWidth) + button.ahead,
+                        button.width - 2 * Units.space8)
+        height: parent.height
+
+        LineIcon {
+            id: mark
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: button.icon.length > 0
+            width: Units.icon
+            height: width
+            name: button.icon
+            color: button.textColor
+        }
+        Text {
+            id: letter
+
+            height: parent.height
+            visible: button.glyph.length > 0
+            text: button.glyph
+            textFormat: Text.PlainText
+            verticalAlignment: Text.AlignVCenter
+            color: button.textColor
+            font.pixelSize: Units.icon
+            font.weight: Font.Bold
+            Accessible.ignored: true
+        }
+        Text {
+            id: label
+
+            x: button.ahead
+            width: parent.width - x
+            height: parent.height
+            text: button.text
+            textFormat: Text.PlainText
+            color: button.textColor
+            font.pixelSize: button.large ? Units.type15 : Units.type13
+            font.weight: button.quiet ? Font.Medium : Font.DemiBold
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            elide: Text.ElideRight
+            Accessible.ignored: true
+        }
     }
     FocusRing {
         shown: button.activeFocus

@@ -48,5 +48,13 @@ QtObject {
     readonly property color thumb: theme.dark ? "#3A3A41" : "#CFCDC7"
     readonly property color inkHovered: theme.dark ? "#DADADC" : "#34343A"
     readonly property color good: theme.dark ? "#4CC38A" : "#1F9D61"
+    readonly property color bad: theme.dark ? "#FF8F85" : "#B3261E"
     readonly property color accent: "#2E6BFF"
+    readonly property color accentSoft: theme.dark ? "#1B2747" : "#E3EBFF"
+    readonly property color accentSoftText: theme.dark ? "#DCE6FF" : "#17336F"
+    readonly property color selection: theme.dark ? "#2B4A99" : "#BFD2FF"
+    readonly property color scrim: theme.dark ? "#99000000" : "#5517171A"
+    /// What stands out of a soft fill.
+    readonly property color raised: theme.dark ? "#34343B" : "#FFFFFF"
+    readonly property color surfaceHovered: theme.dark ? "#222227" : "#FBFAF8"
 }

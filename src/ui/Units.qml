@@ -9,11 +9,13 @@ QtObject {
     id: units
 
     // type follows the desktop's text size
+    readonly property int type34: units.scaled(34)
     readonly property int type30: units.scaled(30)
     readonly property int type24: units.scaled(24)
     readonly property int type20: units.scaled(20)
     readonly property int type17: units.scaled(17)
     readonly property int type15: units.scaled(15)
+    readonly property int type14: units.scaled(14)
     readonly property int type13: units.scaled(13)
     readonly property int type12: units.scaled(12)
     readonly property int type11: units.scaled(11)
@@ -43,7 +45,9 @@ QtObject {
 
     readonly property int focusRing: 2
     readonly property int focusGap: 2
-    readonly property int primaryButton: 44
+    readonly property int primaryButton: Math.max(44, units.scaled(40))
+    readonly property int iconSmall: units.scaled(14)
+    readonly property int icon: units.scaled(16)
     readonly property int button: Math.max(36, units.scaled(34))
     readonly property int dot: 6
     readonly property int closeButton: 22
@@ -55,7 +59,26 @@ QtObject {
     readonly property int progressLine: 3
     readonly property int releaseNotes: units.scaled(200)
 
+    /// How long a button says what it has done.
+    readonly property int feedback: 1600
     readonly property int progressRound: 1400
+
+    // the main window
+    readonly property int windowWidth: 1040
+    readonly property int windowHeight: 720
+    readonly property int leastWindowWidth: Math.min(960, units.scaled(640))
+    readonly property int leastWindowHeight: Math.min(520, units.scaled(440))
+    readonly property int sideBar: units.scaled(208)
+    readonly property int navigationItem: Math.max(36, units.scaled(34))
+    readonly property int pageWidth: units.scaled(752)
+    readonly property int pageTop: 36
+    readonly property int noteWidth: units.scaled(680)
+    readonly property int noteRow: units.scaled(66)
+    readonly property int signInWidth: units.scaled(340)
+    readonly property int sheetWidth: units.scaled(380)
+    readonly property int tile: units.scaled(144)
+    readonly property int statusDot: 8
+    readonly property int bar: 3
 
     // the pill and its list: the sizes of their panel
     readonly property int pillWidth: 118

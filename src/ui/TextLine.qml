@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
-import Vellumo.Ui
 
-/// One line of a card. It keeps its place whatever script it holds: Chinese fonts are taller than
-/// Latin ones.
+/// One line of text, cut at its end. It keeps its place whatever script it holds: Chinese fonts are
+/// taller than Latin ones.
 Item {
     id: line
 
@@ -14,7 +13,9 @@ Item {
     property int weight: Font.Normal
     /// Where it has to be one font in place of the interface's.
     property string family: ""
+    property int alignment: Text.AlignLeft
 
+    implicitWidth: Math.ceil(words.implicitWidth)
     height: Math.round(line.size * Units.cardLine)
 
     Text {
@@ -24,6 +25,7 @@ Item {
         width: line.width
         text: line.text
         textFormat: Text.PlainText
+        horizontalAlignment: line.alignment
         elide: Text.ElideRight
         maximumLineCount: 1
         color: line.color
