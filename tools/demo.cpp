@@ -99,7 +99,7 @@ int main(int argc, char **argv)
     Pictures pictures(desktop, arguments.at(2));
     WebPage page(desktop, u"tide-gauge"_s, article.toString());
     Program program(desktop, arguments.at(1));
-    if (!program.start(arguments.mid(3)))
+    if (!program.start(Program::inBackground() + arguments.mid(3)))
         fail(u"vellumo did not start"_s, program);
     if (!page.open())
         fail(u"Firefox did not show the page, or nothing was selected"_s, program);

@@ -9,6 +9,7 @@
 #include "app/CommandLine.h"
 #include "app/LinuxPlatform.h"
 #include "app/MainMenu.h"
+#include "app/MainWindowWiring.h"
 #include "app/PermissionManager.h"
 #include "app/Preview.h"
 #include "app/RevokedAlert.h"
@@ -117,6 +118,7 @@ void AppDelegate::applicationDidFinishLaunching()
     wireSync();
     wireExplainer();
     wirePermission();
+    createMainWindow();
     coordinator_->start();
     configureApplicationInterface();
     showPreviewHUD();
@@ -228,6 +230,9 @@ void AppDelegate::perform(const LaunchRequest &request)
         applicationInterface_->activateAction(asked.action, false);
     } else {
         applicationOpen(asked.urls);
+        if (!request.isInBackground) {
+            mainWindow_->showAtLaunch();
+        }
     }
 }
 
@@ -242,7 +247,7 @@ void AppDelegate::applicationOpen(const QStringList &urls)
 
 void AppDelegate::applicationShouldHandleReopen()
 {
-    coordinator_->showNotesSummary();
+    mainWindow_->show();
 }
 
 void AppDelegate::startPermissionManager()
@@ -360,10 +365,27 @@ void AppDelegate::wirePermission()
     };
 }
 
+void AppDelegate::createMainWindow()
+{
+    Foundation &with = *foundation_;
+    mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Foundation{
+        with.engine,
+        {*notesStore_, account_->auth(), nullptr, with.defaults, with.clock, with.texts},
+        with.platform.workspace(),
+        with.windows,
+        with.screens,
+        *resultPanel_,
+        *coordinator_,
+        *mainMenu_});
+}
+
 void AppDelegate::finishLaunchingWhenIdle()
 {
     // The pill comes first. What the first panel needs is made once it is there, or soon anyway.
-    const auto prepare = [this] { resultPanel_->prepare(); };
+    const auto prepare = [this] {
+        resultPanel_->prepare();
+        mainWindow_->launchIsDone();
+    };
     notesEntrance_->onAppeared = [this, prepare] { QTimer::singleShot(0, this, prepare); };
     QTimer::singleShot(500, this, prepare);
     QTimer::singleShot(0, this, [this] {

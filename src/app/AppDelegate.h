@@ -18,6 +18,7 @@ class ApplicationInterface;
 class ContextTracker;
 class ForwardingExplainer;
 class MainMenu;
+class MainWindowWiring;
 class NotesEntranceController;
 class NotesStore;
 class PermissionManager;
@@ -62,6 +63,7 @@ private:
     void wireSync();
     void wireExplainer();
     void wirePermission();
+    void createMainWindow();
     void finishLaunchingWhenIdle();
 
     /// For developers: sample windows, and pictures of them, when the environment asks.
@@ -92,6 +94,7 @@ private:
     std::unique_ptr<TriggerManager> triggerManager_;
     std::unique_ptr<SyncWiring> sync_;
     std::unique_ptr<VellumoCoordinator> coordinator_;
+    std::unique_ptr<MainWindowWiring> mainWindow_;
     std::unique_ptr<ApplicationInterface> applicationInterface_;
     std::unique_ptr<Preview> preview_; ///< only when a developer asks for it
 };

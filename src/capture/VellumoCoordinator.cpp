@@ -220,13 +220,24 @@ void VellumoCoordinator::showNotesSummary()
     with_.notesEntranceController.showNotesList(notes, [self, pairs](const ReadingNote &chosen) {
         const auto pair = findNote(pairs, chosen.id);
         if (self && pair) {
-            // What is on screen is saved first: it may be this very note with new follow-ups.
-            self->with_.resultPanelController.dismiss();
-            const auto latest =
-                findNote(self->with_.notesStore.allNotesWithContexts(), chosen.id).value_or(*pair);
-            self->reopenNote(latest.note, pair->context);
+            self->reopenLatest(*pair);
         }
     });
+}
+
+void VellumoCoordinator::reopenNote(const QUuid &id)
+{
+    if (const auto pair = findNote(with_.notesStore.allNotesWithContexts(), id)) {
+        reopenLatest(*pair);
+    }
+}
+
+void VellumoCoordinator::reopenLatest(const NoteWithContext &pair)
+{
+    // What is on screen is saved first: it may be this very note with new follow-ups.
+    with_.resultPanelController.dismiss();
+    const auto latest = findNote(with_.notesStore.allNotesWithContexts(), pair.note.id);
+    reopenNote(latest ? latest->note : pair.note, pair.context);
 }
 
 void VellumoCoordinator::reopenNote(const ReadingNote &note, const ReadingContext &context)

@@ -69,6 +69,9 @@ public:
     /// Opens the list of all notes; one that is chosen comes back on screen with its thread.
     void showNotesSummary();
 
+    /// Brings a note back on screen with its thread, to ask further. Nothing when it is not stored.
+    void reopenNote(const QUuid &id);
+
     /// Shows the demonstration's answer.
     void triggerDemo();
 
@@ -95,6 +98,7 @@ private:
                                const QString &sourceText,
                                const std::optional<ReadingContext> &context);
 
+    void reopenLatest(const NoteWithContext &pair);
     void reopenNote(const ReadingNote &note, const ReadingContext &context);
     void handleReopenedNoteDismissed(Conversation &conversation, ReadingNote note,
                                      const ReadingContext &context, qsizetype baselineFollowUps);

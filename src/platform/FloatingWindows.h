@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Geometry.h"
+#include <QList>
 #include <QObject>
 #include <QUrl>
 #include <QVariantMap>
@@ -96,6 +97,9 @@ public:
     /// A hidden panel. Its content is created at once, so that showing it costs little.
     [[nodiscard]] virtual std::unique_ptr<FloatingPanel>
     createPanel(const FloatingPanelStyle &style, const FloatingPanelContent &content) = 0;
+
+    /// The frames of the panels that are on screen.
+    [[nodiscard]] virtual QList<Rect> visibleFrames() const = 0;
 };
 
 } // namespace vellumo

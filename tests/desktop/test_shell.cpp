@@ -29,7 +29,7 @@ private Q_SLOTS:
 
     void iconIsThereWheneverAHostIs();
     void iconHasAMenu();
-    void iconOpensTheNotes();
+    void iconOpensTheWindow();
     void iconCanBeSeenOnLightAndDarkPanels();
     void ordinaryWindowsTakeTheKeysOfTheMenu();
     void laterStartsHandOver();
@@ -118,14 +118,14 @@ void TestShell::iconHasAMenu()
     QCOMPARE(vellumo_->process().exitCode(), 0);
 }
 
-void TestShell::iconOpensTheNotes()
+void TestShell::iconOpensTheWindow()
 {
     QVERIFY(vellumo_->start());
     TrayHost host;
     QVERIFY(host.waitForItem());
-    QVERIFY(!vellumo_->panelText().contains("No notes yet"_L1));
+    QVERIFY(!vellumo_->panelText().contains("Welcome to vellumo"_L1));
     host.activate();
-    QVERIFY(vellumo_->waitForText(u"No notes yet"_s));
+    QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
 }
 
 void TestShell::iconCanBeSeenOnLightAndDarkPanels()

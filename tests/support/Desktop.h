@@ -34,6 +34,7 @@ constexpr quint8 ArrowDown = 116;
 constexpr quint8 A = 38;
 constexpr quint8 H = 43;
 constexpr quint8 Q = 24;
+constexpr quint8 W = 25;
 } // namespace Key
 
 /// The display as a person and a camera see it: windows by class and title, pixels, and input.

@@ -17,6 +17,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int narrowestPanel = 500;
+constexpr int widestPanel = 620;
 constexpr int lowestTopOfPanel = 40;
 
 /// The only field in the panel, in whatever language.
@@ -92,7 +93,8 @@ std::optional<WindowId> Program::panel() const
     const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
     for (const WindowId window : windows) {
         const QRect place = desktop_.geometry(window);
-        if (place.width() >= narrowestPanel && place.top() <= lowestTopOfPanel)
+        if (place.width() >= narrowestPanel && place.width() <= widestPanel
+            && place.top() <= lowestTopOfPanel)
             return window;
     }
     return std::nullopt;

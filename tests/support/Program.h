@@ -24,10 +24,12 @@ public:
     /// own place: program and arguments are appended.
     void setWrapper(const QStringList &command) { wrapper_ = command; }
 
-    /// Starts it and waits until it listens for double taps.
-    bool start(const QStringList &arguments = {});
+    /// Starts it and waits until it listens for double taps. Without other arguments its main
+    /// window stays closed.
+    bool start(const QStringList &arguments = inBackground());
     /// Starts it without waiting for anything.
-    bool launch(const QStringList &arguments = {});
+    bool launch(const QStringList &arguments = inBackground());
+    [[nodiscard]] static QStringList inBackground() { return {QStringLiteral("--background")}; }
 
     /// Another process of the same user, with the same settings and data; not yet launched.
     [[nodiscard]] std::unique_ptr<Application> another(const QStringList &arguments = {}) const;

@@ -93,4 +93,15 @@ std::unique_ptr<FloatingPanel> FakeFloatingWindows::createPanel(const FloatingPa
     return panel;
 }
 
+QList<Rect> FakeFloatingWindows::visibleFrames() const
+{
+    QList<Rect> frames;
+    for (const auto &panel : panels) {
+        if (panel && panel->isVisible()) {
+            frames.append(panel->frame());
+        }
+    }
+    return frames;
+}
+
 } // namespace vellumo

@@ -61,6 +61,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<FloatingPanel>
     createPanel(const FloatingPanelStyle &style, const FloatingPanelContent &content) override;
+    [[nodiscard]] QList<Rect> visibleFrames() const override;
 };
 
 } // namespace vellumo

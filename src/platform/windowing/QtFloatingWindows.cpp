@@ -30,6 +30,17 @@ std::unique_ptr<FloatingPanel> QtFloatingWindows::createPanel(const FloatingPane
     return panel;
 }
 
+QList<Rect> QtFloatingWindows::visibleFrames() const
+{
+    QList<Rect> frames;
+    for (const QtFloatingPanel *panel : panels_) {
+        if (panel->isVisible()) {
+            frames.append(panel->frame());
+        }
+    }
+    return frames;
+}
+
 void QtFloatingWindows::restackAbove(const QtFloatingPanel &panel)
 {
     for (QtFloatingPanel *other : std::as_const(panels_)) {

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/MainWindowWiring.h"
+
+#include "account/AuthService.h"
+#include "app/MainMenu.h"
+#include "capture/VellumoCoordinator.h"
+#include "panel/ResultPanelController.h"
+#include "platform/Workspace.h"
+#include "platform/windowing/X11Hints.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace vellumo {
+
+MainWindowWiring::MainWindowWiring(const Foundation &foundation)
+    : auth_(foundation.window.auth)
+    , controller_(foundation.engine, foundation.window)
+    , guard_(activation_, foundation.panels, foundation.screens, controller_)
+{
+    controller_.onWindowMade = [&menu = foundation.menu](QWindow &window) {
+        menu.attachTo(window);
+    };
+    controller_.onActivate = [](const QWindow &window) { x11::activate(window.winId()); };
+    controller_.onOpenPage = [&workspace = foundation.workspace](const QUrl &page) {
+        return workspace.openUrl(page);
+    };
+    controller_.onCopy = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
+    controller_.onAskFurther = [&coordinator = foundation.coordinator,
+                                &panel = foundation.resultPanel](const QUuid &id) {
+        coordinator.reopenNote(id);
+        panel.focusPanel();
+    };
+}
+
+void MainWindowWiring::showAtLaunch()
+{
+    auth_.whenRestored(this, [this] {
+        isWanted_ = true;
+        showWhenReady();
+    });
+}
+
+void MainWindowWiring::launchIsDone()
+{
+    isLaunchDone_ = true;
+    showWhenReady();
+}
+
+void MainWindowWiring::showWhenReady()
+{
+    if (isLaunchDone_ && isWanted_) {
+        isWanted_ = false;
+        controller_.show();
+    }
+}
+
+} // namespace vellumo

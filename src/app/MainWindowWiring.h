@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/ActivationGuard.h"
+#include "mainwindow/MainWindowController.h"
+#include "platform/ApplicationActivation.h"
+
+namespace vellumo {
+
+class MainMenu;
+class ResultPanelController;
+class VellumoCoordinator;
+class Workspace;
+
+/// The main window among the rest of the program.
+class MainWindowWiring : public QObject {
+    Q_OBJECT
+
+public:
+    /// All must outlive this object.
+    struct Foundation {
+        QQmlEngine &engine;
+        MainWindowModel::Collaborators window;
+        Workspace &workspace;
+        const FloatingWindows &panels;
+        const Screens &screens;
+        ResultPanelController &resultPanel;
+        VellumoCoordinator &coordinator;
+        MainMenu &menu;
+    };
+
+    explicit MainWindowWiring(const Foundation &foundation);
+
+    /// What another start of the program, its icon and its place in the tray do.
+    void show() { controller_.show(); }
+
+    /// Shows it once the launch is done and it is known who is signed in.
+    void showAtLaunch();
+    /// What comes first at a launch is on screen.
+    void launchIsDone();
+
+private:
+    void showWhenReady();
+
+    AuthService &auth_;
+    MainWindowController controller_;
+    ApplicationActivation activation_; ///< silent: only the clicked window is raised here
+    ActivationGuard guard_;
+    bool isWanted_ = false;
+    bool isLaunchDone_ = false;
+};
+
+} // namespace vellumo

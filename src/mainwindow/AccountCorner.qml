@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Account
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// Who is signed in and how the notes travel; or that they stay here, and the way to sign in.
+Item {
+    id: corner
+
+    required property MainWindowModel main
+    required property BilingualText texts
+
+    readonly property bool english: corner.texts.english
+    readonly property AuthService auth: corner.main.auth
+    readonly property SyncReporting sync: corner.main.sync
+    readonly property bool showsSync: corner.auth.isSignedIn && corner.sync !== null
+
+    height: column.height
+
+    function syncText(): string {
+        if (corner.sync.isSyncing)
+            return corner.english ? "Syncing…" : "正在同步…"
+        if (corner.sync.pending > 0)
+            return (corner.english
+                ? (corner.sync.pending === 1 ? "One note still to sync"
+                                             : "%1 notes still to sync")
+                : "还有 %1 条笔记待同步").arg(corner.sync.pending)
+        if (corner.sync.hasSynced)
+            return corner.english ? "Synced" : "已同步"
+        return corner.english ? "Not synced yet" : "尚未同步"
+    }
+
+    Column {
+        id: column
+
+        width: parent.width
+        spacing: Units.space4
+
+        Rectangle {
+            width: parent.width
+            height: Units.hairline
+            color: Theme.hairline
+        }
+        Item {
+            width: 1
+            height: Units.space4
+        }
+        Label {
+            objectName: "account"
+            x: Units.space12
+            width: parent.width - 2 * x
+            text: corner.auth.isSignedIn
+                ? (corner.auth.email.length > 0 ? corner.auth.email
+                                                : (corner.english ? "Signed in" : "已登录"))
+                : (corner.english ? "Notes stay on this computer" : "笔记只保存在这台电脑上")
+            elide: corner.auth.isSignedIn ? Text.ElideMiddle : Text.ElideNone
+            wrapMode: corner.auth.isSignedIn ? Text.NoWrap : Text.Wrap
+            color: Theme.secondInk
+            font.pixelSize: Units.type12
+        }
+        Item {
+            x: Units.space12
+            width: parent.width - 2 * x
+            height: state.height
+            visible: corner.showsSync
+
+            Rectangle {
+                y: (state.lineHeight - height) / 2
+                width: Units.statusDot
+                height: width
+                radius: width / 2
+                color: !corner.showsSync || corner.sync.isSyncing || !corner.sync.hasSynced
+                    ? Theme.thirdInk : corner.sync.pending > 0 ? Theme.amber : Theme.good
+            }
+            Label {
+                id: state
+
+                objectName: "syncState"
+                x: Units.statusDot + Units.space8
+                width: parent.width - x
+                text: corner.showsSync ? corner.syncText() : ""
+                wrapMode: Text.Wrap
+                color: Theme.secondInk
+                font.pixelSize: Units.type12
+            }
+        }
+        Flow {
+            width: parent.width
+
+            TextButton {
+                objectName: "syncNow"
+                visible: corner.showsSync
+                enabled: corner.showsSync && !corner.sync.isSyncing
+                width: Math.min(implicitWidth, parent.width)
+                quiet: true
+                text: corner.english ? "Sync now" : "立即同步"
+                onClicked: corner.sync.syncNow()
+            }
+            TextButton {
+                objectName: corner.auth.isSignedIn ? "signOut" : "goToSignIn"
+                width: Math.min(implicitWidth, parent.width)
+                quiet: true
+                text: corner.auth.isSignedIn ? (corner.english ? "Sign out" : "退出登录")
+                                             : (corner.english ? "Sign in" : "登录")
+                onClicked: {
+                    if (corner.auth.isSignedIn)
+                        corner.auth.signOut()
+                    else
+                        corner.main.askForSignIn()
+                }
+            }
+        }
+    }
+}

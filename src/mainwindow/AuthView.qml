@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Account
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// Where a user signs in, or goes on without.
+FocusScope {
+    id: view
+
+    required property MainWindowModel main
+    required property BilingualText texts
+
+    readonly property bool english: view.texts.english
+    readonly property AuthService auth: view.main.auth
+    readonly property int columnWidth: Math.min(Units.signInWidth, view.width - 2 * Units.space24)
+
+    property string error: ""
+
+    function signIn(): void {
+        view.error = ""
+        view.auth.signInWithGoogle()
+    }
+
+    Connections {
+        target: view.auth
+
+        function onSignInFailed(message: string): void {
+            view.error = message
+        }
+    }
+
+    Flickable {
+        id: page
+
+        anchors.fill: parent
+        focus: true
+        contentWidth: width
+        contentHeight: Math.max(height, column.height + 2 * Units.space24)
+        boundsBehavior: Flickable.StopAtBounds
+
+        Column {
+            id: column
+
+            anchors.centerIn: parent
+            width: view.columnWidth
+
+            Label {
+                width: parent.width
+                text: "✦"
+                horizontalAlignment: Text.AlignHCenter
+                bottomPadding: Units.space20
+                font.pixelSize: Units.type34
+                font.weight: Font.Bold
+                Accessible.ignored: true
+            }
+            Label {
+                objectName: "title"
+                x: (parent.width - width) / 2
+                width: Math.min(implicitWidth, view.width - 2 * Units.space24)
+                text: view.english ? "Welcome to vellumo" : "欢迎使用 vellumo"
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                bottomPadding: Units.space32
+                font.pixelSize: Units.type30
+                font.letterSpacing: Units.tightTracking
+                font.weight: Font.Bold
+                Accessible.role: Accessible.Heading
+            }
+            TextButton {
+                objectName: "signIn"
+                width: parent.width
+                primary: !view.auth.isWorking
+                large: true
+                enabled: !view.auth.isWorking
+                opacity: 1 // what it says then is to be read
+                glyph: view.auth.isWorking ? "" : "G"
+                text: view.auth.isWorking
+                    ? (view.english ? "Opening browser…" : "正在打开浏览器登录…")
+                    : (view.english ? "Continue with Google" : "使用 Google 继续")
+                onClicked: view.signIn()
+            }
+            Item {
+                width: 1
+                height: errorLine.visible ? Units.space12 : 0
+            }
+            ErrorLine {
+                id: errorLine
+
+                width: parent.width
+                centered: true
+                text: view.error
+            }
+            Item {
+                width: 1
+                height: Units.space12
+            }
+            TextButton {
+                objectName: "withoutAccount"
+                anchors.horizontalCenter: parent.horizontalCenter
+                quiet: true
+                text: view.english ? "Use without an account" : "不登录,直接使用"
+                onClicked: view.main.useWithoutAccount()
+            }
+            Label {
+                width: parent.width
+                text: view.english ? "By continuing you agree to the Terms and Privacy Policy"
+                                   : "登录即表示同意服务条款与隐私政策"
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                topPadding: Units.space24
+                color: Theme.secondInk
+                font.pixelSize: Units.type12
+            }
+        }
+    }
+}

@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.Ui
+
+/// What a user without notes sees: how the first one comes about.
+Item {
+    id: first
+
+    required property bool english
+
+    readonly property list<string> steps: first.english
+        ? ["Select a word or a sentence, in any window.",
+           "Tap Option (the Alt key) twice.",
+           "Read. When you close the panel, a note is kept here."]
+        : ["在任意窗口选中一个词或一句话。",
+           "连按两下 Option(Alt 键)。",
+           "读完关闭面板,笔记就会留在这里。"]
+
+    implicitHeight: column.height
+
+    Column {
+        id: column
+
+        width: parent.width
+        spacing: Units.space8
+
+        EmptyState {
+            width: parent.width
+            icon: "notes"
+            title: first.english ? "Your notes begin with the first question"
+                                 : "从第一次提问开始"
+            text: first.english ? "Everything you have explained is kept here, where you read it and what it meant."
+                                : "你查过的内容、出处和解释都会保存在这里。"
+        }
+        Item {
+            width: 1
+            height: Units.space8
+        }
+        Card {
+            width: parent.width
+            height: list.height + 2 * Units.space20
+
+            Column {
+                id: list
+
+                x: Units.space20
+                y: Units.space20
+                width: parent.width - 2 * x
+                spacing: Units.space12
+
+                Repeater {
+                    model: first.steps
+
+                    Item {
+                        id: step
+
+                        required property int index
+                        required property string modelData
+
+                        width: list.width
+                        height: Math.max(mark.height, words.height)
+
+                        Rectangle {
+                            id: mark
+
+                            width: Units.scaled(22)
+                            height: width
+                            radius: width / 2
+                            color: Theme.accentSoft
+
+                            Text {
+                                anchors.fill: parent
+                                text: step.index + 1
+                                textFormat: Text.PlainText
+                                horizontalAlignment: Text.AlignHCenter
+                                verticalAlignment: Text.AlignVCenter
+                                color: Theme.accentSoftText
+                                font.pixelSize: Units.type12
+                                font.weight: Font.DemiBold
+                            }
+                        }
+                        Label {
+                            id: words
+
+                            x: mark.width + Units.space12
+                            y: Math.max(0, (mark.height - lineHeight) / 2)
+                            width: parent.width - x
+                            text: step.modelData
+                            wrapMode: Text.Wrap
+                            lineFactor: Units.readingLine
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// The dashboard: a side bar, and the page that is chosen there, or a note on top of it.
+FocusScope {
+    id: dashboard
+
+    required property MainWindowModel main
+    required property BilingualText texts
+
+    Shortcut {
+        sequence: "Ctrl+F"
+        enabled: !dashboard.main.showsSettings
+        onActivated: dashboard.main.goToSearch()
+    }
+    Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: dashboard.main.showsSettings = true
+    }
+
+    SideBar {
+        id: sideBar
+
+        width: Math.min(Units.sideBar, Math.round(dashboard.width * 0.3))
+        height: parent.height
+        main: dashboard.main
+        texts: dashboard.texts
+    }
+
+    FocusScope {
+        id: pages
+
+        x: sideBar.width
+        width: dashboard.width - x
+        height: dashboard.height
+        focus: !dashboard.main.showsSettings
+
+        LoadedView {
+            anchors.fill: parent
+            visible: wanted && !dashboard.main.note.isOpen
+            focus: visible
+            kept: true
+            file: Qt.resolvedUrl("HomePage.qml")
+            wanted: dashboard.main.page === "home"
+            main: dashboard.main
+            texts: dashboard.texts
+        }
+        LoadedView {
+            anchors.fill: parent
+            visible: wanted && !dashboard.main.note.isOpen
+            focus: visible
+            kept: true
+            file: Qt.resolvedUrl("NotesPage.qml")
+            wanted: dashboard.main.page === "notes"
+            main: dashboard.main
+            texts: dashboard.texts
+        }
+        LoadedView {
+            anchors.fill: parent
+            focus: wanted
+            file: Qt.resolvedUrl("NotePage.qml")
+            wanted: dashboard.main.note.isOpen
+            main: dashboard.main
+            texts: dashboard.texts
+        }
+    }
+
+    LoadedView {
+        anchors.fill: parent
+        focus: wanted
+        file: Qt.resolvedUrl("SettingsView.qml")
+        wanted: dashboard.main.showsSettings
+        main: dashboard.main
+        texts: dashboard.texts
+    }
+}

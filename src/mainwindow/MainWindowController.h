@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/MainWindowModel.h"
+#include <QObject>
+#include <QQuickWindow>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QQmlEngine;
+
+namespace vellumo {
+
+/// The program's one ordinary window that stays: made when it is first shown, kept when it is
+/// closed, with its place and size.
+class MainWindowController : public QObject {
+    Q_OBJECT
+
+public:
+    /// The engine and all of the others must outlive the controller.
+    MainWindowController(QQmlEngine &engine, const MainWindowModel::Collaborators &collaborators,
+                         QObject *parent = nullptr);
+    ~MainWindowController() override;
+    Q_DISABLE_COPY_MOVE(MainWindowController)
+
+    /// Called with the window once it is made, before it is shown.
+    std::function<void(QWindow &window)> onWindowMade;
+    /// Gives the shown window the keyboard whatever other application has it.
+    std::function<void(QWindow &window)> onActivate;
+    /// What the page of a note asks for; see OpenedNote.
+    std::function<void(const QUuid &id)> onAskFurther;
+    std::function<bool(const QUrl &page)> onOpenPage;
+    std::function<void(const QString &text)> onCopy;
+
+    /// Brings the window to the front with the keyboard, making it on first use.
+    void show();
+
+    /// Whether the program itself has hidden the window while one of its panels is being clicked.
+    bool hiddenForPanelActivation = false;
+
+    /// Hides the window for that moment, if it is shown.
+    void hideForPanelActivation();
+    /// Shows it again behind the others, without the keyboard.
+    void orderBack();
+
+    /// Null until it is shown first.
+    [[nodiscard]] QQuickWindow *window() const { return window_.get(); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    [[nodiscard]] bool create();
+    void place();
+
+    QQmlEngine &engine_;
+    MainWindowModel::Collaborators with_;
+    std::unique_ptr<MainWindowModel> model_;
+    std::unique_ptr<QQuickWindow> window_; ///< goes before the model that it shows
+    std::optional<QPoint> lastPosition_; ///< while it is hidden
+};
+
+} // namespace vellumo

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "mainwindow/MainWindowModel.h"
+
+#include "platform/DefaultsStore.h"
+#include "ui/BilingualText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+const QString withoutAccountKey = u"usesWithoutAccount"_s;
+}
+
+MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *parent)
+    : QObject(parent)
+    , with_(collaborators)
+    , preferences_(collaborators.defaults)
+    , library_(collaborators.notesStore, collaborators.clock, collaborators.texts)
+    , overview_(library_, collaborators.clock, collaborators.texts)
+    , note_(library_, collaborators.texts)
+{
+    connect(&with_.auth, &AuthService::userChanged, this, &MainWindowModel::userChanged);
+    connect(&with_.defaults, &DefaultsStore::changed, this, [this](const QString &key) {
+        if (key == DefaultsKey::preferredOutputLanguage) {
+            Q_EMIT languageChanged();
+        }
+    });
+    if (with_.auth.isSignedIn()) {
+        userChanged();
+    }
+}
+
+bool MainWindowModel::showsDashboard() const
+{
+    return with_.auth.isSignedIn()
+        || (!isAskedToSignIn_ && with_.defaults.value(withoutAccountKey).toBool());
+}
+
+void MainWindowModel::useWithoutAccount()
+{
+    isAskedToSignIn_ = false;
+    with_.defaults.setValue(withoutAccountKey, true);
+    Q_EMIT faceChanged();
+}
+
+void MainWindowModel::askForSignIn()
+{
+    isAskedToSignIn_ = true;
+    Q_EMIT faceChanged();
+}
+
+void MainWindowModel::userChanged()
+{
+    setShowsSettings(false);
+    isAskedToSignIn_ = false;
+    if (with_.defaults.value(withoutAccountKey).isValid()) {
+        with_.defaults.setValue(withoutAccountKey, {});
+    }
+    Q_EMIT faceChanged();
+}
+
+void MainWindowModel::setPage(const QString &page)
+{
+    note_.close();
+    if (page != page_) {
+        page_ = page;
+        Q_EMIT pageChanged();
+    }
+}
+
+void MainWindowModel::setShowsSettings(bool shows)
+{
+    if (shows != showsSettings_) {
+        showsSettings_ = shows;
+        Q_EMIT pageChanged();
+    }
+}
+
+void MainWindowModel::goToSearch()
+{
+    setPage(u"notes"_s);
+    Q_EMIT searchRequested();
+}
+
+QString MainWindowModel::language() const
+{
+    return preferences_.preferredOutputLanguage();
+}
+
+void MainWindowModel::setLanguage(const QString &language)
+{
+    with_.defaults.setValue(DefaultsKey::preferredOutputLanguage.toString(), language);
+}
+
+void MainWindowModel::openRow(int row)
+{
+    if (const NoteWithContext *entry = library_.noteAt(row)) {
+        note_.open(*entry);
+    }
+}
+
+void MainWindowModel::openLatest(int row)
+{
+    if (const NoteWithContext *entry = library_.latestAt(row)) {
+        note_.open(*entry);
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "account/AuthService.h"
+#include "app/UserPreferences.h"
+#include "mainwindow/NotesLibrary.h"
+#include "mainwindow/NotesOverview.h"
+#include "mainwindow/OpenedNote.h"
+#include "mainwindow/SyncReporting.h"
+#include <QObject>
+#include <QPointer>
+#include <QtQml/qqmlregistration.h>
+
+namespace vellumo {
+
+class DefaultsStore;
+
+/// What the main window shows, and what can be done there.
+class MainWindowModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(bool showsDashboard READ showsDashboard NOTIFY faceChanged)
+    Q_PROPERTY(QString page READ page WRITE setPage NOTIFY pageChanged)
+    Q_PROPERTY(bool showsSettings READ showsSettings WRITE setShowsSettings NOTIFY pageChanged)
+    Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
+    Q_PROPERTY(vellumo::AuthService *auth READ auth CONSTANT)
+    Q_PROPERTY(vellumo::NotesLibrary *library READ library CONSTANT)
+    Q_PROPERTY(vellumo::NotesOverview *overview READ overview CONSTANT)
+    Q_PROPERTY(vellumo::OpenedNote *note READ note CONSTANT)
+    Q_PROPERTY(vellumo::SyncReporting *sync READ sync CONSTANT)
+
+public:
+    /// Without sync, nothing is said about it. Everything must outlive the model.
+    struct Collaborators {
+        NotesStoring &notesStore;
+        AuthService &auth;
+        SyncReporting *sync;
+        DefaultsStore &defaults;
+        const Clock &clock;
+        BilingualText &texts;
+    };
+
+    explicit MainWindowModel(const Collaborators &collaborators, QObject *parent = nullptr);
+
+    /// The dashboard, for a signed-in user and for one who goes without an account; otherwise the
+    /// sign-in view.
+    [[nodiscard]] bool showsDashboard() const;
+    /// Goes to the dashboard without an account, now and in later runs, until someone signs in or
+    /// out.
+    Q_INVOKABLE void useWithoutAccount();
+    /// Shows the sign-in view to a user without an account.
+    Q_INVOKABLE void askForSignIn();
+
+    /// "home" or "notes". Going to a page leaves the note that is open.
+    [[nodiscard]] QString page() const { return page_; }
+    void setPage(const QString &page);
+    [[nodiscard]] bool showsSettings() const { return showsSettings_; }
+    void setShowsSettings(bool shows);
+    /// Goes to the notes, with the keyboard in the search field.
+    Q_INVOKABLE void goToSearch();
+
+    /// The preference as it is stored, or its default.
+    [[nodiscard]] QString language() const;
+    void setLanguage(const QString &language);
+
+    [[nodiscard]] AuthService *auth() const { return &with_.auth; }
+    [[nodiscard]] NotesLibrary *library() { return &library_; }
+    [[nodiscard]] NotesOverview *overview() { return &overview_; }
+    [[nodiscard]] OpenedNote *note() { return &note_; }
+    [[nodiscard]] SyncReporting *sync() const { return with_.sync; }
+
+    /// Opens the page of a note of the list, and of the latest ones.
+    Q_INVOKABLE void openRow(int row);
+    Q_INVOKABLE void openLatest(int row);
+
+Q_SIGNALS:
+    void faceChanged();
+    void pageChanged();
+    void searchRequested();
+    void languageChanged();
+
+private:
+    void userChanged();
+
+    Collaborators with_;
+    UserPreferences preferences_;
+    NotesLibrary library_;
+    NotesOverview overview_;
+    OpenedNote note_;
+    QString page_ = QStringLiteral("home");
+    bool showsSettings_ = false;
+    bool isAskedToSignIn_ = false;
+};
+
+} // namespace vellumo

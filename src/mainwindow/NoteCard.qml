@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// A note in a list: what was read and what it means, when and where, and how often it was asked
+/// about.
+Item {
+    id: card
+
+    required property string title
+    required property string detail
+    required property string when
+    required property string place
+    required property int followUps
+    required property bool english
+    property bool hasKeyboard: false
+
+    readonly property int sideWidth: Math.round(card.width * 0.28)
+
+    signal action
+
+    implicitHeight: Units.noteRow
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: card.title
+    Accessible.description: {
+        const parts = [card.detail, card.when, card.place]
+        if (card.followUps > 0)
+            parts.push((card.english ? "asked further: %1" : "追问 %1 次").arg(card.followUps))
+        return parts.filter(part => part.length > 0).join(", ")
+    }
+    Accessible.focusable: true
+    Accessible.onPressAction: card.action()
+
+    Card {
+        anchors.fill: parent
+        color: pointer.containsMouse ? Theme.surfaceHovered : Theme.surface
+        border.color: pointer.containsMouse ? Theme.thumb : Theme.hairline
+    }
+    FocusRing {
+        shown: card.hasKeyboard
+        controlRadius: Units.radius14
+    }
+    Column {
+        x: Units.space16
+        anchors.verticalCenter: parent.verticalCenter
+        width: side.x - x - Units.space16
+        spacing: Units.space4
+
+        TextLine {
+            width: parent.width
+            text: card.title
+            color: Theme.ink
+            size: Units.type14
+            weight: Font.DemiBold
+        }
+        TextLine {
+            width: parent.width
+            text: card.detail
+            color: Theme.secondInk
+            size: Units.type13
+        }
+    }
+    Column {
+        id: side
+
+        x: card.width - width - Units.space16
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(card.sideWidth, Math.max(upper.implicitWidth, lower.fullWidth))
+        spacing: Units.space4
+
+        TextLine {
+            id: upper
+
+            width: parent.width
+            text: card.when
+            alignment: Text.AlignRight
+            color: Theme.secondInk
+            size: Units.type12
+        }
+        Item {
+            id: lower
+
+            readonly property int ahead: mark.visible ? mark.width + Units.space4 : 0
+            readonly property int fullWidth: words.implicitWidth + lower.ahead
+
+            width: parent.width
+            height: words.height
+            visible: words.text.length > 0
+
+            LineIcon {
+                id: mark
+
+                x: words.x - lower.ahead
+                anchors.verticalCenter: parent.verticalCenter
+                visible: card.followUps > 0
+                width: Units.type12
+                height: width
+                name: "asked"
+                color: Theme.secondInk
+            }
+            TextLine {
+                id: words
+
+                x: parent.width - width
+                width: Math.min(implicitWidth, parent.width - lower.ahead)
+                text: (card.followUps > 0 ? card.followUps : "")
+                    + (card.followUps > 0 && card.place.length > 0 ? " · " : "") + card.place
+                color: Theme.secondInk
+                size: Units.type12
+            }
+        }
+    }
+    MouseArea {
+        id: pointer
+
+        anchors.fill: parent
+        hoverEnabled: true
+        cursorShape: Qt.PointingHandCursor
+        onClicked: card.action()
+    }
+}

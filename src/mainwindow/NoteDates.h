@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+namespace vellumo {
+
+/// Days and times of notes in words, in the user's time zone. All are short and plain.
+namespace NoteDates {
+
+[[nodiscard]] QDateTime localTime(double secondsSinceReferenceDate);
+
+/// "Today", "Yesterday", "Friday, 20 November", with the year when it is another one.
+[[nodiscard]] QString day(QDate date, QDate today, bool english);
+
+/// "18:42" for today, then "Yesterday", "20 November", with the year when it is another one.
+[[nodiscard]] QString moment(const QDateTime &time, QDate today, bool english);
+
+/// The day and the time, both.
+[[nodiscard]] QString full(const QDateTime &time, QDate today, bool english);
+
+[[nodiscard]] QString clockTime(const QDateTime &time);
+
+/// "October".
+[[nodiscard]] QString month(QDate date, bool english);
+
+/// The instant at which the day begins, in seconds since the reference date.
+[[nodiscard]] double startOf(QDate date);
+
+} // namespace NoteDates
+
+} // namespace vellumo

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// A question that was asked about a note, and its answer.
+Item {
+    id: exchange
+
+    required property string question
+    required property string answer
+
+    height: reply.y + reply.height + Units.space4
+
+    Rectangle {
+        id: bubble
+
+        x: exchange.width - width
+        width: asked.width + 2 * Units.space12
+        height: asked.height + 2 * Units.space8
+        radius: Units.radius14
+        color: Theme.accentSoft
+
+        Rectangle {
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            width: Units.radius14
+            height: width
+            radius: Units.space4
+            color: Theme.accentSoft
+        }
+        NoteText {
+            id: asked
+
+            x: Units.space12
+            y: Units.space8
+            width: Math.min(Math.ceil(measure.implicitWidth) + 1,
+                            Math.round(exchange.width * 0.85) - 2 * Units.space12)
+            text: exchange.question
+            color: Theme.accentSoftText
+            font.pixelSize: Units.type13
+        }
+        Text {
+            id: measure
+
+            visible: false
+            text: exchange.question
+            textFormat: Text.PlainText
+            font: asked.font
+        }
+    }
+    NoteText {
+        id: reply
+
+        y: bubble.height + Units.space12
+        width: parent.width
+        text: exchange.answer
+        paragraphGap: Units.space4
+    }
+}

@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "mainwindow/NoteRowsModel.h"
+
+#include "mainwindow/NoteDates.h"
+#include "mainwindow/NotePlace.h"
+#include "ui/PlainText.h"
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+/// More than one line can show in the narrowest letters.
+constexpr qsizetype mostShown = 300;
+} // namespace
+
+NoteRowsModel::NoteRowsModel(std::function<Tongue()> tongue, QObject *parent)
+    : QAbstractListModel(parent)
+    , tongue_(std::move(tongue))
+{
+}
+
+void NoteRowsModel::setNotes(const QList<NoteWithContext> &notes, const QList<int> &shown,
+                             Grouping grouping)
+{
+    beginResetModel();
+    notes_ = notes;
+    grouping_ = grouping;
+    rows_.clear();
+    groups_.clear();
+    rows_.reserve(shown.size());
+    switch (grouping) {
+    case Grouping::None:
+        for (const int note : shown) {
+            rows_.push_back({note, -1});
+        }
+        break;
+    case Grouping::ByDay:
+        arrangeByDay(shown);
+        break;
+    case Grouping::ByPlace:
+        arrangeByPlace(shown);
+        break;
+    }
+    endResetModel();
+}
+
+void NoteRowsModel::addGroup(const QList<int> &members, QDate day)
+{
+    const int group = static_cast<int>(groups_.size());
+    groups_.push_back({members.first(), static_cast<int>(members.size()), day});
+    rows_.push_back({-1, group});
+    for (const int note : members) {
+        rows_.push_back({note, group});
+    }
+}
+
+void NoteRowsModel::arrangeByDay(const QList<int> &shown)
+{
+    // Neighbours are mostly of one day: its limits are worked out once.
+    QList<int> members;
+    QDate day;
+    double begin = std::numeric_limits<double>::infinity();
+    double end = begin;
+    for (const int note : shown) {
+        const double time = notes_[note].note.createdAt;
+        if (time < begin || time >= end) {
+            if (!members.isEmpty()) {
+                addGroup(members, day);
+            }
+            members.clear();
+            day = NoteDates::localTime(time).date();
+            begin = NoteDates::startOf(day);
+            end = NoteDates::startOf(day.addDays(1));
+        }
+        members.append(note);
+    }
+    if (!members.isEmpty()) {
+        addGroup(members, day);
+    }
+}
+
+void NoteRowsModel::arrangeByPlace(const QList<int> &shown)
+{
+    // the place that was read last comes first
+    QHash<QString, int> places;
+    std::vector<QList<int>> members;
+    for (const int note : shown) {
+        const QString &key = notes_[note].context.key;
+        auto place = places.constFind(key);
+        if (place == places.constEnd()) {
+            place = places.insert(key, static_cast<int>(members.size()));
+            members.emplace_back();
+        }
+        members[*place].append(note);
+    }
+    for (const QList<int> &group : members) {
+        addGroup(group, {});
+    }
+}
+
+void NoteRowsModel::refreshTexts()
+{
+    if (!rows_.empty()) {
+        Q_EMIT dataChanged(index(0), index(static_cast<int>(rows_.size()) - 1));
+    }
+}
+
+const NoteWithContext *NoteRowsModel::noteAt(int row) const
+{
+    const bool isNote = row >= 0 && row < static_cast<int>(rows_.size()) && rows_[row].note >= 0;
+    return isNote ? &notes_[rows_[row].note] : nullptr;
+}
+
+int NoteRowsModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+QVariant NoteRowsModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= static_cast<int>(rows_.size())) {
+        return {};
+    }
+    const NoteWithContext *note = noteAt(index.row());
+    if (role == IsHeading) {
+        return note == nullptr;
+    }
+    return note != nullptr ? noteData(*note, role)
+                           : headingData(groups_[rows_[index.row()].group], role);
+}
+
+QVariant NoteRowsModel::headingData(const Group &group, int role) const
+{
+    const Tongue tongue = tongue_();
+    const ReadingContext &context = notes_[group.firstNote].context;
+    switch (role) {
+    case Title:
+        return group.day.isValid() ? NoteDates::day(group.day, tongue.today, tongue.isEnglish)
+                                   : placeOf(context, tongue.isEnglish);
+    case Detail: {
+        const QUrl page = group.day.isValid() ? QUrl() : pageOf(context);
+        return page.isEmpty() ? QString() : presentableLine(page.path(), mostShown);
+    }
+    case FollowUps:
+        return group.count;
+    default:
+        return QString();
+    }
+}
+
+QVariant NoteRowsModel::noteData(const NoteWithContext &entry, int role) const
+{
+    const ReadingNote &note = entry.note;
+    switch (role) {
+    case Title:
+        return presentableLine(note.sourceText, mostShown);
+    case Detail:
+        return presentableLine(note.explanation.isEmpty() ? note.translation : note.explanation,
+                               mostShown);
+    case When: {
+        const Tongue tongue = tongue_();
+        const QDateTime time = NoteDates::localTime(note.createdAt);
+        return grouping_ == Grouping::ByDay
+            ? NoteDates::clockTime(time)
+            : NoteDates::moment(time, tongue.today, tongue.isEnglish);
+    }
+    case Place:
+        return grouping_ == Grouping::ByPlace ? QString()
+                                              : placeOf(entry.context, tongue_().isEnglish);
+    case FollowUps:
+        return static_cast<int>(note.followUps.size());
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> NoteRowsModel::roleNames() const
+{
+    return {{IsHeading, "isHeading"}, {Title, "title"}, {Detail, "detail"},
+            {When, "when"},           {Place, "place"}, {FollowUps, "followUps"}};
+}
+
+} // namespace vellumo

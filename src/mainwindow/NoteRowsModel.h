@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "notes/ReadingNote.h"
+#include <QAbstractListModel>
+#include <QDate>
+#include <functional>
+
+namespace vellumo {
+
+/// The list of notes as it is drawn: headings, and below each its notes. Texts are made, short and
+/// plain, when the view asks for them; a row itself is two numbers.
+class NoteRowsModel final : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum class Grouping : quint8 { None, ByDay, ByPlace };
+
+    enum Role { IsHeading = Qt::UserRole, Title, Detail, When, Place, FollowUps };
+
+    struct Tongue {
+        bool isEnglish;
+        QDate today;
+    };
+
+    /// `tongue` is asked for the language and the day whenever a text is made.
+    explicit NoteRowsModel(std::function<Tongue()> tongue, QObject *parent = nullptr);
+
+    /// Shows those of the notes that `shown` names by their index, in its order.
+    void setNotes(const QList<NoteWithContext> &notes, const QList<int> &shown, Grouping grouping);
+    /// The language or the day has changed.
+    void refreshTexts();
+
+    /// The note of a row; null for a heading and beyond the end.
+    [[nodiscard]] const NoteWithContext *noteAt(int row) const;
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+private:
+    struct Row {
+        int note; ///< -1 for a heading
+        int group;
+    };
+    struct Group {
+        int firstNote;
+        int count;
+        QDate day;
+    };
+
+    void arrangeByDay(const QList<int> &shown);
+    void arrangeByPlace(const QList<int> &shown);
+    void addGroup(const QList<int> &members, QDate day);
+    [[nodiscard]] QVariant headingData(const Group &group, int role) const;
+    [[nodiscard]] QVariant noteData(const NoteWithContext &entry, int role) const;
+
+    std::function<Tongue()> tongue_;
+    QList<NoteWithContext> notes_;
+    Grouping grouping_ = Grouping::None;
+    std::vector<Row> rows_;
+    std::vector<Group> groups_;
+};
+
+} // namespace vellumo

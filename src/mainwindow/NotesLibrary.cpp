@@ -1,0 +1,169 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "mainwindow/NotesLibrary.h"
+
+#include "mainwindow/NoteDates.h"
+#include "platform/Clock.h"
+#include "ui/BilingualText.h"
+
+#include <QElapsedTimer>
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr qsizetype latestCount = 5;
+/// What a search may take of one turn of the event loop.
+constexpr auto slice = 25ms;
+constexpr qsizetype notesPerLook = 64; ///< between two looks at the time
+
+QList<int> upTo(qsizetype count)
+{
+    QList<int> indices(count);
+    std::iota(indices.begin(), indices.end(), 0);
+    return indices;
+}
+
+} // namespace
+
+NotesLibrary::NotesLibrary(NotesStoring &store, const Clock &clock, BilingualText &texts,
+                           QObject *parent)
+    : QObject(parent)
+    , store_(store)
+    , clock_(clock)
+    , texts_(texts)
+    , rows_([this] {
+        return NoteRowsModel::Tongue{texts_.isEnglish(), today_};
+    })
+    , latest_([this] {
+        return NoteRowsModel::Tongue{texts_.isEnglish(), today_};
+    })
+{
+    connect(&store_, &NotesStoring::vellumoNotesDidChange, this, &NotesLibrary::storeChanged);
+    connect(&texts_, &BilingualText::languageChanged, this, [this] {
+        rows_.refreshTexts();
+        latest_.refreshTexts();
+    });
+    connect(&slices_, &QTimer::timeout, this, &NotesLibrary::searchSlice);
+    refreshing_.setSingleShot(true);
+    connect(&refreshing_, &QTimer::timeout, this, &NotesLibrary::refresh);
+}
+
+void NotesLibrary::setShown(bool shown)
+{
+    isShown_ = shown;
+    const QDate today = NoteDates::localTime(clock_.secondsSinceReferenceDate()).date();
+    if (shown && (isStale_ || today != today_)) {
+        refresh();
+    }
+}
+
+void NotesLibrary::storeChanged()
+{
+    isStale_ = true;
+    if (isShown_) {
+        refreshing_.start(); // once for changes that belong together
+    }
+}
+
+void NotesLibrary::refresh()
+{
+    isStale_ = false;
+    notes_ = store_.allNotesWithContexts();
+    today_ = NoteDates::localTime(clock_.secondsSinceReferenceDate()).date();
+    latest_.setNotes(notes_, upTo(std::min(latestCount, notes_.size())),
+                     NoteRowsModel::Grouping::None);
+    Q_EMIT rowsAboutToRefresh();
+    startSearch(false);
+    Q_EMIT notesChanged();
+    Q_EMIT rowsRefreshed();
+}
+
+void NotesLibrary::setQuery(const QString &query)
+{
+    if (query == query_) {
+        return;
+    }
+    query_ = query;
+    NoteSearch next(query);
+    const bool narrowed = !slices_.isActive() && !search_.isEmpty() && next.narrows(search_);
+    search_ = std::move(next);
+    startSearch(narrowed);
+}
+
+QString NotesLibrary::grouping() const
+{
+    return grouping_ == NoteRowsModel::Grouping::ByPlace ? u"place"_s : u"day"_s;
+}
+
+void NotesLibrary::setGrouping(const QString &grouping)
+{
+    if (grouping != this->grouping()) {
+        grouping_ = grouping == "place"_L1 ? NoteRowsModel::Grouping::ByPlace
+                                           : NoteRowsModel::Grouping::ByDay;
+        if (!slices_.isActive()) { // otherwise what is found will be grouped so
+            rows_.setNotes(notes_, shown_, grouping_);
+        }
+        Q_EMIT changed();
+    }
+}
+
+void NotesLibrary::startSearch(bool narrowed)
+{
+    slices_.stop();
+    candidates_ = narrowed ? shown_ : upTo(notes_.size());
+    if (search_.isEmpty()) {
+        hits_ = candidates_;
+        showFound();
+        return;
+    }
+    hits_.clear();
+    searched_ = 0;
+    searchSlice();
+}
+
+void NotesLibrary::searchSlice()
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (searched_ < candidates_.size()) {
+        const qsizetype end = std::min(searched_ + notesPerLook, candidates_.size());
+        for (; searched_ < end; ++searched_) {
+            if (search_.fits(notes_[candidates_[searched_]])) {
+                hits_.append(candidates_[searched_]);
+            }
+        }
+        if (timer.hasExpired(slice.count()) && searched_ < candidates_.size()) {
+            if (!slices_.isActive()) {
+                slices_.start();
+                Q_EMIT changed();
+            }
+            return;
+        }
+    }
+    slices_.stop();
+    showFound();
+}
+
+void NotesLibrary::showFound()
+{
+    shown_ = std::exchange(hits_, {});
+    candidates_.clear();
+    rows_.setNotes(notes_, shown_, grouping_);
+    Q_EMIT changed();
+}
+
+const NoteWithContext *NotesLibrary::find(const QUuid &id) const
+{
+    const auto found =
+        std::find_if(notes_.begin(), notes_.end(),
+                     [&id](const NoteWithContext &entry) { return entry.note.id == id; });
+    return found != notes_.end() ? &*found : nullptr;
+}
+
+} // namespace vellumo

@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/NoteRowsModel.h"
+#include "mainwindow/NoteSearch.h"
+#include "notes/NotesStoring.h"
+#include <QTimer>
+#include <QtQml/qqmlregistration.h>
+
+namespace vellumo {
+
+class BilingualText;
+class Clock;
+
+/// All notes for the window: what is in the store, searched and grouped. Follows the store while it
+/// is shown. A long search goes on in slices, so that typing is never held up.
+class NotesLibrary : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(QObject *rows READ rows CONSTANT)
+    Q_PROPERTY(QObject *latest READ latest CONSTANT)
+    Q_PROPERTY(int total READ total NOTIFY changed)
+    Q_PROPERTY(int found READ found NOTIFY changed)
+    Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY changed)
+    Q_PROPERTY(QString grouping READ grouping WRITE setGrouping NOTIFY changed)
+    Q_PROPERTY(bool isSearching READ isSearching NOTIFY changed)
+
+public:
+    /// What is handed over must outlive the library.
+    NotesLibrary(NotesStoring &store, const Clock &clock, BilingualText &texts,
+                 QObject *parent = nullptr);
+
+    /// While it is not shown it does not follow the store.
+    void setShown(bool shown);
+
+    /// Newest first.
+    [[nodiscard]] const QList<NoteWithContext> &notes() const { return notes_; }
+    [[nodiscard]] QDate today() const { return today_; }
+
+    [[nodiscard]] QAbstractItemModel *rows() { return &rows_; }
+    /// The last few, ungrouped.
+    [[nodiscard]] QAbstractItemModel *latest() { return &latest_; }
+    [[nodiscard]] int total() const { return static_cast<int>(notes_.size()); }
+    /// How many fit the query.
+    [[nodiscard]] int found() const { return static_cast<int>(shown_.size()); }
+    [[nodiscard]] bool isSearching() const { return slices_.isActive(); }
+
+    [[nodiscard]] QString query() const { return query_; }
+    void setQuery(const QString &query);
+
+    /// "day" or "place".
+    [[nodiscard]] QString grouping() const;
+    void setGrouping(const QString &grouping);
+
+    Q_INVOKABLE [[nodiscard]] bool isHeading(int row) const { return noteAt(row) == nullptr; }
+    [[nodiscard]] const NoteWithContext *noteAt(int row) const { return rows_.noteAt(row); }
+    [[nodiscard]] const NoteWithContext *latestAt(int row) const { return latest_.noteAt(row); }
+    [[nodiscard]] const NoteWithContext *find(const QUuid &id) const;
+
+Q_SIGNALS:
+    void changed();
+    /// The notes themselves have changed, or the day that they are told from.
+    void notesChanged();
+    /// The rows are about to be replaced by those of the same query, and have been.
+    void rowsAboutToRefresh();
+    void rowsRefreshed();
+
+private:
+    void storeChanged();
+    void refresh();
+    void startSearch(bool narrowed);
+    void searchSlice();
+    void showFound();
+
+    NotesStoring &store_;
+    const Clock &clock_;
+    BilingualText &texts_;
+    QList<NoteWithContext> notes_;
+    QDate today_;
+    NoteRowsModel rows_;
+    NoteRowsModel latest_;
+    NoteRowsModel::Grouping grouping_ = NoteRowsModel::Grouping::ByDay;
+    QString query_;
+    NoteSearch search_;
+    QList<int> shown_; ///< the notes that fit, by index, newest first
+    QList<int> candidates_; ///< of the search under way
+    qsizetype searched_ = 0; ///< how many of them have been looked at
+    QList<int> hits_; ///< so far
+    QTimer slices_;
+    QTimer refreshing_;
+    bool isShown_ = false;
+    bool isStale_ = true;
+};
+
+} // namespace vellumo

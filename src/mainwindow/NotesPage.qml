@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// All notes: searched, and grouped by day or by place.
+FocusScope {
+    id: page
+
+    required property MainWindowModel main
+    required property BilingualText texts
+
+    readonly property bool english: page.texts.english
+    readonly property NotesLibrary library: page.main.library
+    readonly property int sidePadding: Math.max(Units.space24,
+                                                Math.round((page.width - Units.pageWidth) / 2))
+    readonly property bool isNarrow: page.width - 2 * page.sidePadding < Units.scaled(520)
+
+    function countText(): string {
+        if (page.library.query.trim().length === 0)
+            return page.library.total
+        if (page.library.isSearching)
+            return page.english ? "Searching…" : "正在搜索…"
+        return (page.english ? "%1 of %2" : "%1 / %2").arg(page.library.found)
+                                                      .arg(page.library.total)
+    }
+
+    Connections {
+        target: page.main
+
+        function onSearchRequested(): void {
+            field.focusField()
+        }
+    }
+
+    Item {
+        id: top
+
+        x: page.sidePadding
+        y: Units.pageTop
+        width: page.width - 2 * x
+        height: picker.y + picker.height
+
+        Label {
+            id: title
+
+            text: page.english ? "Notes" : "笔记"
+            font.pixelSize: Units.type24
+            font.letterSpacing: Units.tightTracking
+            font.weight: Font.Bold
+            Accessible.role: Accessible.Heading
+        }
+        Label {
+            objectName: "count"
+            visible: page.library.total > 0
+            anchors.baseline: title.baseline
+            x: title.width + Units.space12
+            text: page.countText()
+            color: Theme.secondInk
+        }
+        SearchField {
+            id: field
+
+            visible: page.library.total > 0
+            y: title.height + Units.space16
+            width: page.isNarrow ? parent.width : parent.width - picker.width - Units.space12
+            focus: true
+            placeholder: page.english ? "Search text, explanations and questions"
+                                      : "搜索原文、解释和追问"
+            clearName: page.english ? "Clear the search" : "清除搜索"
+            text: page.library.query
+            onTextChanged: {
+                page.library.query = field.text
+                list.toTop()
+            }
+            Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
+        }
+        SegmentedPicker {
+            id: picker
+
+            objectName: "grouping"
+            visible: page.library.total > 0
+            x: page.isNarrow ? 0 : parent.width - width
+            y: page.isNarrow ? field.y + field.height + Units.space12 : field.y
+            labels: page.english ? ["By day", "By place"] : ["按日期", "按位置"]
+            values: ["day", "place"]
+            value: page.library.grouping
+            accessibleName: page.english ? "Grouping" : "分组"
+            onChosen: value => {
+                page.library.grouping = value
+                list.toTop()
+            }
+        }
+    }
+    NotesList {
+        id: list
+
+        y: top.y + top.height + Units.space16
+        width: page.width
+        height: page.height - y
+        visible: page.library.found > 0
+        main: page.main
+        english: page.english
+        sidePadding: page.sidePadding
+    }
+    FirstNote {
+        anchors.centerIn: list
+        width: Math.min(Units.scaled(460), page.width - 2 * Units.space24)
+        visible: page.library.total === 0
+        english: page.english
+    }
+    EmptyState {
+        objectName: "nothingFound"
+        y: list.y + Math.max(0, Math.round((list.height - height) * 0.4))
+        x: Math.round((page.width - width) / 2)
+        width: Math.min(Units.scaled(400), page.width - 2 * Units.space24)
+        visible: page.library.total > 0 && page.library.found === 0 && !page.library.isSearching
+        icon: "search"
+        title: page.english ? "Nothing found" : "没有找到"
+        text: page.english ? "Try fewer or other words. Every word is looked for in the text, its explanation and your questions."
+                           : "试试更少或不同的词。每个词都会在原文、解释和追问里查找。"
+    }
+}

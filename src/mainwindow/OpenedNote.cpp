@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "mainwindow/OpenedNote.h"
+
+#include "mainwindow/NoteDates.h"
+#include "mainwindow/NotePlace.h"
+#include "mainwindow/NotesLibrary.h"
+#include "ui/BilingualText.h"
+#include "ui/PlainText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+constexpr qsizetype longestText = 20000;
+constexpr qsizetype longestAddress = 300;
+} // namespace
+
+OpenedNote::OpenedNote(NotesLibrary &library, BilingualText &texts, QObject *parent)
+    : QObject(parent)
+    , library_(library)
+    , texts_(texts)
+{
+    connect(&library_, &NotesLibrary::notesChanged, this, &OpenedNote::follow);
+    connect(&texts_, &BilingualText::languageChanged, this, &OpenedNote::changed);
+}
+
+void OpenedNote::open(const NoteWithContext &entry)
+{
+    entry_ = entry;
+    exchanges_.setExchanges(entry.note.followUps);
+    Q_EMIT changed();
+    Q_EMIT opened();
+}
+
+void OpenedNote::close()
+{
+    if (entry_) {
+        entry_.reset();
+        exchanges_.setExchanges({});
+        Q_EMIT changed();
+    }
+}
+
+void OpenedNote::follow()
+{
+    if (!entry_) {
+        return;
+    }
+    if (const NoteWithContext *latest = library_.find(entry_->note.id)) {
+        entry_ = *latest;
+        exchanges_.setExchanges(entry_->note.followUps);
+        Q_EMIT changed();
+    }
+}
+
+QString OpenedNote::sourceText() const
+{
+    return entry_ ? presentableText(entry_->note.sourceText, longestText).trimmed() : QString();
+}
+
+QString OpenedNote::translation() const
+{
+    return entry_ ? presentableText(entry_->note.translation, longestText).trimmed() : QString();
+}
+
+QString OpenedNote::explanation() const
+{
+    return entry_ ? presentableText(entry_->note.explanation, longestText).trimmed() : QString();
+}
+
+QString OpenedNote::when() const
+{
+    return entry_ ? NoteDates::full(NoteDates::localTime(entry_->note.createdAt), library_.today(),
+                                    texts_.isEnglish())
+                  : QString();
+}
+
+QString OpenedNote::place() const
+{
+    return entry_ ? placeOf(entry_->context, texts_.isEnglish()) : QString();
+}
+
+QString OpenedNote::page() const
+{
+    return entry_ ? presentableLine(pageOf(entry_->context).toDisplayString(), longestAddress)
+                  : QString();
+}
+
+bool OpenedNote::isShortened() const
+{
+    return entry_
+        && (entry_->note.sourceText.size() > longestText
+            || entry_->note.translation.size() > longestText
+            || entry_->note.explanation.size() > longestText);
+}
+
+void OpenedNote::askFurther()
+{
+    if (entry_ && onAskFurther) {
+        onAskFurther(entry_->note.id);
+    }
+}
+
+void OpenedNote::copy()
+{
+    if (entry_ && onCopy) {
+        onCopy(asText(*entry_));
+    }
+}
+
+bool OpenedNote::openPage()
+{
+    const QUrl page = entry_ ? pageOf(entry_->context) : QUrl();
+    return !page.isEmpty() && onOpenPage && onOpenPage(page);
+}
+
+QString OpenedNote::asText(const NoteWithContext &entry)
+{
+    const ReadingNote &note = entry.note;
+    QStringList parts{note.sourceText, note.translation, note.explanation};
+    for (const FollowUpExchange &exchange : note.followUps) {
+        parts << u"> "_s + exchange.question << exchange.answer;
+    }
+    const QUrl page = pageOf(entry.context);
+    parts << (page.isEmpty() ? entry.context.displayName : QString::fromLatin1(page.toEncoded()));
+    parts.removeIf([](const QString &part) { return part.trimmed().isEmpty(); });
+    return parts.join(u"\n\n"_s) + u'\n';
+}
+
+} // namespace vellumo

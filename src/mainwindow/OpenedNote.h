@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/ExchangeModel.h"
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+#include <functional>
+#include <optional>
+
+namespace vellumo {
+
+class BilingualText;
+class NotesLibrary;
+
+/// One note as a page shows it. Follows the library, so that what is asked meanwhile appears.
+/// Everything shown is plain and of bounded length; what is copied is whole.
+class OpenedNote : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
+    Q_PROPERTY(QString sourceText READ sourceText NOTIFY changed)
+    Q_PROPERTY(QString translation READ translation NOTIFY changed)
+    Q_PROPERTY(QString explanation READ explanation NOTIFY changed)
+    Q_PROPERTY(QString when READ when NOTIFY changed)
+    Q_PROPERTY(QString place READ place NOTIFY changed)
+    Q_PROPERTY(QString page READ page NOTIFY changed)
+    Q_PROPERTY(bool isShortened READ isShortened NOTIFY changed)
+    Q_PROPERTY(QObject *exchanges READ exchanges CONSTANT)
+
+public:
+    /// What is handed over must outlive this object.
+    OpenedNote(NotesLibrary &library, BilingualText &texts, QObject *parent = nullptr);
+
+    std::function<void(const QUuid &id)> onAskFurther;
+    /// Answers whether a browser could be started.
+    std::function<bool(const QUrl &page)> onOpenPage;
+    std::function<void(const QString &text)> onCopy;
+
+    void open(const NoteWithContext &entry);
+    Q_INVOKABLE void close();
+
+    [[nodiscard]] bool isOpen() const { return entry_.has_value(); }
+    [[nodiscard]] QString sourceText() const;
+    [[nodiscard]] QString translation() const;
+    [[nodiscard]] QString explanation() const;
+    [[nodiscard]] QString when() const;
+    [[nodiscard]] QString place() const;
+    /// The address that can be opened again, for display; empty without one.
+    [[nodiscard]] QString page() const;
+    /// Whether the texts shown are only the beginning of the note's.
+    [[nodiscard]] bool isShortened() const;
+    [[nodiscard]] QAbstractItemModel *exchanges() { return &exchanges_; }
+
+    Q_INVOKABLE void askFurther();
+    Q_INVOKABLE void copy();
+    /// False when nothing opened it.
+    Q_INVOKABLE bool openPage();
+
+    /// The whole note as a text to paste elsewhere.
+    [[nodiscard]] static QString asText(const NoteWithContext &entry);
+
+Q_SIGNALS:
+    void changed();
+    /// Another note, not the same one with more in it.
+    void opened();
+
+private:
+    void follow();
+
+    NotesLibrary &library_;
+    BilingualText &texts_;
+    std::optional<NoteWithContext> entry_;
+    ExchangeModel exchanges_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// Where one can go, and who is signed in.
+Rectangle {
+    id: bar
+
+    required property MainWindowModel main
+    required property BilingualText texts
+
+    readonly property bool english: bar.texts.english
+
+    color: Theme.sideBar
+
+    Rectangle {
+        anchors.right: parent.right
+        width: Units.hairline
+        height: parent.height
+        color: Theme.hairline
+    }
+
+    Label {
+        id: name
+
+        x: Units.space24
+        y: Units.space24
+        width: parent.width - x - Units.space12
+        text: "✦ vellumo"
+        elide: Text.ElideRight
+        font.pixelSize: Units.type17
+        font.weight: Font.Bold
+        Accessible.name: "vellumo"
+    }
+    Column {
+        id: entries
+
+        x: Units.space12
+        y: name.y + name.height + Units.space20
+        width: parent.width - 2 * Units.space12
+        spacing: Units.space2
+
+        Accessible.role: Accessible.PageTabList
+        Accessible.name: bar.english ? "Pages" : "页面"
+
+        NavigationItem {
+            objectName: "home"
+            width: parent.width
+            icon: "home"
+            text: bar.english ? "Home" : "首页"
+            chosen: bar.main.page === "home"
+            onClicked: bar.main.page = "home"
+        }
+        NavigationItem {
+            objectName: "notes"
+            width: parent.width
+            icon: "notes"
+            text: bar.english ? "Notes" : "笔记"
+            chosen: bar.main.page === "notes"
+            onClicked: bar.main.page = "notes"
+        }
+        NavigationItem {
+            objectName: "settings"
+            width: parent.width
+            icon: "settings"
+            text: bar.english ? "Settings" : "设置"
+            Accessible.role: Accessible.Button
+            onClicked: bar.main.showsSettings = true
+        }
+    }
+
+    AccountCorner {
+        x: Units.space12
+        y: Math.max(entries.y + entries.height, bar.height - height - Units.space16)
+        width: bar.width - 2 * Units.space12
+        main: bar.main
+        texts: bar.texts
+    }
+}

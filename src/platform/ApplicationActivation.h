@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+namespace vellumo {
+
+/// Tells when a click on one of our windows brings all of them to the front, on desktops that
+/// treat an application's windows as one. Where only the clicked window is raised, as under X11,
+/// nothing is ever said. Main thread only.
+class ApplicationActivation : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+Q_SIGNALS:
+    /// The windows are about to come to the front.
+    void willBecomeActive();
+    void didBecomeActive();
+};
+
+} // namespace vellumo

@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "account/GoogleOAuth.h"
+#include "account/KeychainStore.h"
+#include "mainwindow/MainWindowController.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeDesktop.h"
+#include "platform/fake/FakeHttpSession.h"
+#include "platform/fake/FakeSecretItems.h"
+#include "ui/BilingualText.h"
+#include "ui/QmlEngine.h"
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QTest>
+
+namespace vellumo::test {
+
+constexpr double eveningOfTheDay = 817066800; ///< 2026-11-22 19:00 UTC
+constexpr double day = 86400;
+
+/// Notes as the test sets them.
+class SampleNotes : public NotesStoring {
+public:
+    QList<NoteWithContext> notes; ///< newest first
+
+    void add(const ReadingNote &note, const ReadingContext &context) override
+    {
+        notes.prepend({note, context});
+        Q_EMIT vellumoNotesDidChange();
+    }
+    void update(const ReadingNote & /*note*/, const ReadingContext & /*context*/) override { }
+    [[nodiscard]] qsizetype noteCount() const override { return notes.size(); }
+    [[nodiscard]] QList<ReadingNote> allNotes() const override { return {}; }
+    [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override { return notes; }
+    [[nodiscard]] QList<PendingNote> pendingSync() const override { return {}; }
+    void mergeRemote(const QList<ReadingNote> & /*notes*/) override { }
+    void markSynced(const QUuid & /*noteId*/, qint64 /*followUpCount*/) override { }
+};
+
+class SampleSync : public SyncReporting {
+public:
+    [[nodiscard]] bool isSyncing() const override { return false; }
+    [[nodiscard]] int pending() const override { return 0; }
+    [[nodiscard]] bool hasSynced() const override { return true; }
+    void syncNow() override { }
+};
+
+/// The main window with everything that it stands on.
+struct WindowDesk {
+    QQmlEngine engine;
+    FakeDefaultsStore defaults;
+    UserPreferences preferences{defaults};
+    BilingualText texts{[this] { return preferences.preferredOutputLanguage(); }};
+    FakeSecretItems secrets;
+    KeychainStore keychain{secrets};
+    FakeWorkspace workspace;
+    GoogleOAuth browser{workspace, texts, QStringLiteral("https://a.test")};
+    FakeHttpSession http;
+    FakeClock clock;
+    AuthService auth{{keychain, browser, http, clock, texts,
+                      [](const QString &key) { return std::optional<QString>(key); }}};
+    SampleNotes notes;
+    SampleSync sync;
+    MainWindowController window{engine, {notes, auth, &sync, defaults, clock, texts}};
+
+    explicit WindowDesk(const QString &language = QStringLiteral("English"))
+    {
+        prepareEngine(engine);
+        texts.follow(defaults);
+        clock.now = eveningOfTheDay;
+        setLanguage(language);
+    }
+
+    void setLanguage(const QString &language)
+    {
+        defaults.setValue(DefaultsKey::preferredOutputLanguage.toString(), language);
+    }
+    void useWithoutAccount() { defaults.setValue(QStringLiteral("usesWithoutAccount"), true); }
+    void storeSession()
+    {
+        secrets.values = {{QStringLiteral("refreshToken"), "r"},
+                          {QStringLiteral("uid"), "u"},
+                          {QStringLiteral("email"), "reader@example.org"}};
+    }
+
+    void show()
+    {
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(window.window()));
+    }
+    /// The visible item of this name; null when there is none.
+    [[nodiscard]] QQuickItem *item(const char *name) const
+    {
+        return find(QLatin1StringView(name), window.window()->contentItem());
+    }
+    [[nodiscard]] QString text(const char *name) const
+    {
+        return item(name) != nullptr ? item(name)->property("text").toString() : QString();
+    }
+    void click(const char *name) const
+    {
+        const QQuickItem *target = item(name);
+        QVERIFY2(target != nullptr, name);
+        static_cast<void>(window.window()->grabWindow()); // lays out what has just appeared
+        QTest::mouseClick(
+            window.window(), Qt::LeftButton, {},
+            target->mapToScene({target->width() / 2, target->height() / 2}).toPoint());
+    }
+    void key(Qt::Key pressed, int times = 1) const
+    {
+        for (int i = 0; i < times; ++i) {
+            QTest::keyClick(window.window(), pressed);
+        }
+    }
+
+private:
+    static QQuickItem *find(QLatin1StringView name, QQuickItem *below)
+    {
+        if (!below->isVisible() || below->objectName() == name) {
+            return below->isVisible() ? below : nullptr;
+        }
+        const auto children = below->childItems();
+        for (QQuickItem *child : children) {
+            if (QQuickItem *found = find(name, child)) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
+};
+
+} // namespace vellumo::test

@@ -1,0 +1,264 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// What the main window knows of the notes: days and places in words, search, grouping, numbers.
+
+#include "WindowDesk.h"
+#include "mainwindow/NoteDates.h"
+#include "mainwindow/NotePlace.h"
+#include "support/Waiting.h"
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+using namespace vellumo::test;
+
+namespace {
+
+const ReadingContext siteA{u"web-url:https://a.test/1"_s, u"a.test"_s,
+                           ReadingContextSource::webURL};
+const ReadingContext siteA2{u"web-url:https://a.test/2"_s, u"a.test"_s,
+                            ReadingContextSource::webURL};
+const ReadingContext paper{u"app-window:reader:Paper.pdf"_s, u"Paper.pdf"_s,
+                           ReadingContextSource::appWindow};
+
+NoteWithContext noteOf(double createdAt, const QString &source,
+                       const ReadingContext &context = paper)
+{
+    NoteWithContext entry;
+    entry.note = {QUuid::createUuid(), source, {}, u"meaning of "_s + source, createdAt, {}};
+    entry.context = context;
+    return entry;
+}
+
+struct Shelf {
+    SampleNotes store;
+    FakeClock clock;
+    QString language = u"English"_s;
+    BilingualText texts{[this] { return language; }};
+    NotesLibrary library{store, clock, texts};
+    NotesOverview overview{library, clock, texts};
+
+    explicit Shelf(const QList<NoteWithContext> &notes)
+    {
+        clock.now = eveningOfTheDay;
+        store.notes = notes;
+        library.setShown(true);
+    }
+    /// Headings with their number, and notes, in one line.
+    [[nodiscard]] QString rows()
+    {
+        QStringList rows;
+        const QAbstractItemModel &model = *library.rows();
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const auto value = [&](int role) { return model.index(row, 0).data(role).toString(); };
+            rows << (model.index(row, 0).data(NoteRowsModel::IsHeading).toBool()
+                         ? u"[%1 %2]"_s.arg(value(NoteRowsModel::Title),
+                                            value(NoteRowsModel::FollowUps))
+                         : value(NoteRowsModel::Title));
+        }
+        return rows.join(u' ');
+    }
+};
+
+} // namespace
+
+class TestNotesLibrary : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { qputenv("TZ", "Asia/Shanghai"); }
+    void tellsDays_data();
+    void tellsDays();
+    void finds_data();
+    void finds();
+    void groups();
+    void followsTheStoreWhileItIsShown();
+    void searchesManyInSlices();
+    void countsDaysAndPlaces();
+    void opensOnlyPages_data();
+    void opensOnlyPages();
+    void copiesTheWholeNote();
+};
+
+void TestNotesLibrary::tellsDays_data()
+{
+    QTest::addColumn<double>("time");
+    QTest::addColumn<QString>("english"); // day, then the moment in a list
+    QTest::addColumn<QString>("chinese");
+    // the day is Monday, 23 November 2026, 03:00 in Shanghai
+    const double now = eveningOfTheDay;
+    QTest::newRow("now") << now << u"Today|03:00"_s << u"今天|03:00"_s;
+    QTest::newRow("its first second") << now - 3 * 3600 << u"Today|00:00"_s << u"今天|00:00"_s;
+    QTest::newRow("the second before")
+        << now - 3 * 3600 - 1 << u"Yesterday|Yesterday"_s << u"昨天|昨天"_s;
+    QTest::newRow("this year") << now - 3 * day << u"Friday, 20 November|20 November"_s
+                               << u"11月20日 星期五|11月20日"_s;
+    QTest::newRow("another year") << now - 365 * day
+                                  << u"Sunday, 23 November 2025|23 November 2025"_s
+                                  << u"2025年11月23日 星期日|2025年11月23日"_s;
+    QTest::newRow("no time at all") << std::nan("") << u"Monday, 1 January 2001|1 January 2001"_s
+                                    << u"2001年1月1日 星期一|2001年1月1日"_s;
+}
+
+void TestNotesLibrary::tellsDays()
+{
+    QFETCH(double, time);
+    const QDateTime at = NoteDates::localTime(time);
+    const QDate today = NoteDates::localTime(eveningOfTheDay).date();
+    const auto told = [&](bool english) {
+        return NoteDates::day(at.date(), today, english) + u'|'
+            + NoteDates::moment(at, today, english);
+    };
+    QTEST(told(true), "english");
+    QTEST(told(false), "chinese");
+}
+
+void TestNotesLibrary::finds_data()
+{
+    QTest::addColumn<QString>("query");
+    QTest::addColumn<QString>("found");
+    QTest::newRow("nothing typed") << u"  "_s << u"one two three"_s;
+    QTest::newRow("in whatever case") << u"TWO"_s << u"two"_s;
+    QTest::newRow("in an explanation") << u"meaning"_s << u"one two three"_s;
+    QTest::newRow("in a translation") << u"第三"_s << u"three"_s;
+    QTest::newRow("in a question") << u"why so"_s << u"one"_s;
+    QTest::newRow("in an answer") << u"because"_s << u"one"_s;
+    QTest::newRow("in the place") << u"a.test"_s << u"two three"_s;
+    QTest::newRow("every word counts") << u"meaning a.test th"_s << u"three"_s;
+    QTest::newRow("nowhere") << u"one two"_s << QString();
+    QTest::newRow("no pattern") << u".*"_s << QString();
+}
+
+void TestNotesLibrary::finds()
+{
+    QFETCH(QString, query);
+    Shelf shelf({noteOf(eveningOfTheDay, u"one"_s), noteOf(eveningOfTheDay - 1, u"two"_s, siteA),
+                 noteOf(eveningOfTheDay - 2, u"three"_s, siteA2)});
+    shelf.store.notes[0].note.followUps = {{QUuid::createUuid(), u"Why so?"_s, u"Because."_s}};
+    shelf.store.notes[2].note.translation = u"第三个"_s;
+    Q_EMIT shelf.store.vellumoNotesDidChange();
+    const auto settled = [&] {
+        QCoreApplication::processEvents();
+        return shelf.rows().remove(QRegularExpression(u"\\[[^]]*\\] ?"_s));
+    };
+    settled();
+    for (qsizetype length = 1; length <= query.size(); ++length) { // as it is typed
+        shelf.library.setQuery(query.first(length));
+    }
+    QTEST(settled(), "found");
+    shelf.library.setQuery({});
+    QCOMPARE(settled(), u"one two three"_s);
+}
+
+void TestNotesLibrary::groups()
+{
+    Shelf shelf({noteOf(eveningOfTheDay, u"one"_s), noteOf(eveningOfTheDay - 1, u"two"_s, siteA),
+                 noteOf(eveningOfTheDay - day, u"three"_s),
+                 noteOf(eveningOfTheDay - 400 * day, u"four"_s, siteA2)});
+    QCOMPARE(shelf.rows(),
+             u"[Today 2] one two [Yesterday 1] three [Sunday, 19 October 2025 1] four"_s);
+    shelf.language = u"Chinese"_s;
+    shelf.texts.refresh();
+    QCOMPARE(shelf.rows(), u"[今天 2] one two [昨天 1] three [2025年10月19日 星期日 1] four"_s);
+    shelf.library.setGrouping(u"place"_s);
+    QCOMPARE(shelf.rows(), u"[Paper.pdf 2] one three [a.test 1] two [a.test 1] four"_s);
+    QCOMPARE(shelf.library.noteAt(2)->note.sourceText, u"three"_s);
+    for (const int row : {-1, 0, 100}) {
+        QCOMPARE(shelf.library.noteAt(row), nullptr);
+    }
+}
+
+void TestNotesLibrary::followsTheStoreWhileItIsShown()
+{
+    Shelf shelf({noteOf(eveningOfTheDay - 1, u"one"_s)});
+    const auto add = [&](const QString &source) {
+        const NoteWithContext entry = noteOf(eveningOfTheDay, source);
+        shelf.store.add(entry.note, entry.context);
+        QCoreApplication::processEvents();
+    };
+    add(u"two"_s);
+    QCOMPARE(shelf.rows(), u"[Today 2] two one"_s);
+    shelf.library.setShown(false);
+    add(u"three"_s);
+    QCOMPARE(shelf.rows(), u"[Today 2] two one"_s);
+    shelf.clock.now += day;
+    shelf.library.setShown(true);
+    QCOMPARE(shelf.rows(), u"[Yesterday 3] three two one"_s);
+}
+
+void TestNotesLibrary::searchesManyInSlices()
+{
+    constexpr int count = 100'000;
+    QList<NoteWithContext> notes;
+    const QString filler = QString(u"lorem ipsum dolor sit amet "_s).repeated(20);
+    for (int i = 0; i < count; ++i) {
+        notes.append(noteOf(eveningOfTheDay - i, u"note %1 %2"_s.arg(i).arg(filler)));
+    }
+    Shelf shelf(notes);
+    shelf.library.setQuery(u"note 9999 zebra"_s);
+    shelf.library.setQuery(u"99999"_s); // while the other still runs
+    shelf.library.setGrouping(u"place"_s);
+    QVERIFY(waitUntil([&] { return !shelf.library.isSearching(); }, std::chrono::minutes(1)));
+    QCOMPARE(shelf.library.found(), 1);
+    QVERIFY(shelf.rows().startsWith("[Paper.pdf 1] note 99999 lorem"_L1));
+}
+
+void TestNotesLibrary::countsDaysAndPlaces()
+{
+    // in Shanghai the month began 22 days and three hours ago
+    const double monthBegin = eveningOfTheDay - (22 * day + 3 * 3600);
+    Shelf shelf({noteOf(eveningOfTheDay + 2 * day, u"of tomorrow"_s),
+                 noteOf(eveningOfTheDay, u"a"_s, siteA),
+                 noteOf(eveningOfTheDay - 60, u"b"_s, siteA2), noteOf(eveningOfTheDay - 90, u"c"_s),
+                 noteOf(eveningOfTheDay - 13 * day, u"d"_s),
+                 noteOf(monthBegin, u"first of this month"_s),
+                 noteOf(monthBegin - 1, u"last of the month before"_s),
+                 noteOf(monthBegin - 31 * day, u"first of it"_s),
+                 noteOf(monthBegin - 31 * day - 1, u"too old"_s)});
+    const NotesOverview &seen = shelf.overview;
+    QCOMPARE(seen.today(), 3);
+    QCOMPARE(seen.todayPlace(), u"a.test"_s);
+    QCOMPARE(seen.thisMonth(), 5);
+    QCOMPARE(seen.lastMonth(), 2);
+    QCOMPARE(seen.lastMonthName(), u"October"_s);
+    QCOMPARE(seen.days(), (QList<int>{1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 3}));
+    QCOMPARE(seen.placeNames(), (QStringList{u"Paper.pdf"_s, u"a.test"_s}));
+    QCOMPARE(seen.placeCounts(), (QList<int>{4, 2}));
+    QCOMPARE(seen.partOfDay(), u"evening"_s);
+}
+
+void TestNotesLibrary::opensOnlyPages_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("page");
+    const QString page = u"https://a.test/x?y=%20z#part"_s;
+    QTest::newRow("a page") << u"web-url:"_s + page << page;
+    QTest::newRow("a script") << u"web-url:javascript:alert(1)"_s << QString();
+    QTest::newRow("a file") << u"web-url:file:///etc/passwd"_s << QString();
+    QTest::newRow("no host") << u"web-url:https:///x"_s << QString();
+    QTest::newRow("no address") << u"web-url:about:blank"_s << QString();
+    QTest::newRow("a window") << u"app-window:https://a.test/"_s << QString();
+}
+
+void TestNotesLibrary::opensOnlyPages()
+{
+    QFETCH(QString, key);
+    QTEST(pageOf({key, u"shown"_s, ReadingContextSource::webURL}).toString(QUrl::FullyEncoded),
+          "page");
+}
+
+void TestNotesLibrary::copiesTheWholeNote()
+{
+    NoteWithContext entry = noteOf(0, QString(1'000'000, u'x'), siteA);
+    entry.note.followUps = {{QUuid::createUuid(), u"Why?"_s, u"So."_s}};
+    QCOMPARE(OpenedNote::asText(entry),
+             entry.note.sourceText + u"\n\n"_s + entry.note.explanation
+                 + u"\n\n> Why?\n\nSo.\n\nhttps://a.test/1\n"_s);
+    Shelf shelf({entry});
+    OpenedNote opened(shelf.library, shelf.texts);
+    opened.open(entry);
+    QVERIFY(opened.isShortened());
+    QVERIFY(opened.sourceText().size() < 30'000);
+}
+
+QTEST_MAIN(TestNotesLibrary)
+#include "test_notes_library.moc"
