@@ -370,7 +370,7 @@ void AppDelegate::createMainWindow()
     Foundation &with = *foundation_;
     mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Foundation{
         with.engine,
-        {*notesStore_, account_->auth(), nullptr, with.defaults, with.clock, with.texts},
+        {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts},
         with.platform.workspace(),
         with.windows,
         with.screens,

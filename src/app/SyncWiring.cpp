@@ -14,20 +14,16 @@ SyncWiring::SyncWiring(const Foundation &foundation)
     : history_({foundation.auth, foundation.http, foundation.clock,
                 [&config = foundation.config](const QString &key) { return config.value(key); }})
     , engine_(foundation.store, history_, foundation.auth)
+    , status_(engine_, foundation.store)
 {
     // The session of an earlier run comes from a keyring that may be slow, or locked for a while.
     // Without one there is nothing to do at launch.
     foundation.auth.onRestored = [self = QPointer(this)] {
         if (self) {
-            self->syncAll();
+            self->status_.syncNow();
         }
     };
     foundation.auth.onSignedIn = foundation.auth.onRestored;
-}
-
-void SyncWiring::syncAll()
-{
-    engine_.pushPending(this, [this] { engine_.pullAndMerge(); });
 }
 
 } // namespace vellumo

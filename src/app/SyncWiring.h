@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/SyncStatus.h"
 #include "notes/DataConnectHistory.h"
 #include "notes/NotesSyncEngine.h"
 
@@ -30,14 +31,15 @@ public:
     [[nodiscard]] const DataConnectHistory &history() const { return history_; }
     [[nodiscard]] NotesSyncEngine &engine() { return engine_; }
 
+    [[nodiscard]] SyncStatus &status() { return status_; }
+
     /// A note has been saved.
-    void noteSaved() { engine_.pushPending(); }
+    void noteSaved() { status_.push(); }
 
 private:
-    void syncAll();
-
     DataConnectHistory history_;
     NotesSyncEngine engine_;
+    SyncStatus status_;
 };
 
 } // namespace vellumo

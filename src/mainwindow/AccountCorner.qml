@@ -27,9 +27,7 @@ Item {
                 ? (corner.sync.pending === 1 ? "One note still to sync"
                                              : "%1 notes still to sync")
                 : "还有 %1 条笔记待同步").arg(corner.sync.pending)
-        if (corner.sync.hasSynced)
-            return corner.english ? "Synced" : "已同步"
-        return corner.english ? "Not synced yet" : "尚未同步"
+        return corner.english ? "All notes uploaded" : "笔记已全部上传"
     }
 
     Column {
@@ -71,7 +69,7 @@ Item {
                 width: Units.statusDot
                 height: width
                 radius: width / 2
-                color: !corner.showsSync || corner.sync.isSyncing || !corner.sync.hasSynced
+                color: !corner.showsSync || corner.sync.isSyncing
                     ? Theme.thirdInk : corner.sync.pending > 0 ? Theme.amber : Theme.good
             }
             Label {

@@ -14,7 +14,6 @@ class SyncReporting : public QObject {
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY changed)
     Q_PROPERTY(int pending READ pending NOTIFY changed)
-    Q_PROPERTY(bool hasSynced READ hasSynced NOTIFY changed)
 
 public:
     using QObject::QObject;
@@ -22,8 +21,6 @@ public:
     [[nodiscard]] virtual bool isSyncing() const = 0;
     /// How many notes the backend does not have, or not with all their follow-ups.
     [[nodiscard]] virtual int pending() const = 0;
-    /// Whether a pass has come to its end in this run.
-    [[nodiscard]] virtual bool hasSynced() const = 0;
 
     Q_INVOKABLE virtual void syncNow() = 0;
 

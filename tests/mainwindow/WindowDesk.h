@@ -44,7 +44,6 @@ class SampleSync : public SyncReporting {
 public:
     [[nodiscard]] bool isSyncing() const override { return false; }
     [[nodiscard]] int pending() const override { return 0; }
-    [[nodiscard]] bool hasSynced() const override { return true; }
     void syncNow() override { }
 };
 

@@ -152,7 +152,7 @@ void TestMainWindow::signsIn()
         return desk.item("account") != nullptr;
     }));
     QCOMPARE(desk.text("account"), u"new@a.test"_s);
-    QCOMPARE(desk.text("syncState"), u"Synced"_s);
+    QCOMPARE(desk.text("syncState"), u"All notes uploaded"_s);
     QVERIFY(!desk.item("signIn"));
 }
 
