@@ -107,6 +107,7 @@ Item {
                 width: Math.min(implicitWidth, parent.width - lower.ahead)
                 text: (card.followUps > 0 ? card.followUps : "")
                     + (card.followUps > 0 && card.place.length > 0 ? " · " : "") + card.place
+                alignment: Text.AlignRight
                 color: Theme.secondInk
                 size: Units.type12
             }

@@ -61,7 +61,7 @@ QDateTime localTime(double secondsSinceReferenceDate)
 
 QString day(QDate date, QDate today, bool english)
 {
-    const QString recent = recentDay(date, today, english);
+    QString recent = recentDay(date, today, english);
     if (!recent.isEmpty()) {
         return recent;
     }
@@ -74,7 +74,7 @@ QString moment(const QDateTime &time, QDate today, bool english)
     if (time.date() == today) {
         return clockTime(time);
     }
-    const QString recent = recentDay(time.date(), today, english);
+    QString recent = recentDay(time.date(), today, english);
     return recent.isEmpty() ? dayOfYear(time.date(), today, english) : recent;
 }
 
@@ -90,7 +90,7 @@ QString clockTime(const QDateTime &time)
 
 QString month(QDate date, bool english)
 {
-    return english ? englishText(date, u"MMMM"_s) : date.toString(u"M月"_s);
+    return english ? englishText(date, u"MMMM"_s) : date.toString(u"M 月"_s);
 }
 
 double startOf(QDate date)

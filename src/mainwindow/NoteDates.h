@@ -5,10 +5,8 @@
 #include <QDateTime>
 #include <QString>
 
-namespace vellumo {
-
 /// Days and times of notes in words, in the user's time zone. All are short and plain.
-namespace NoteDates {
+namespace vellumo::NoteDates {
 
 [[nodiscard]] QDateTime localTime(double secondsSinceReferenceDate);
 
@@ -29,6 +27,4 @@ namespace NoteDates {
 /// The instant at which the day begins, in seconds since the reference date.
 [[nodiscard]] double startOf(QDate date);
 
-} // namespace NoteDates
-
-} // namespace vellumo
+} // namespace vellumo::NoteDates
