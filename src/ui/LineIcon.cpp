@@ -40,7 +40,7 @@ QImage LineIcon::drawing() const
     image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    QSvgRenderer(u":/qt/qml/Vellumo/Ui/icons/%1.svg"_s.arg(name_))
+    QSvgRenderer(name_.startsWith(u':') ? name_ : u":/qt/qml/Vellumo/Ui/icons/%1.svg"_s.arg(name_))
         .render(&painter, QRectF(QPointF(), size()));
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(QRectF(QPointF(), size()), color_);

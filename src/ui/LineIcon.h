@@ -20,7 +20,7 @@ class LineIcon : public QQuickItem {
 public:
     explicit LineIcon(QQuickItem *parent = nullptr);
 
-    /// Of a file in the folder of icons, without its suffix.
+    /// Of a file in the folder of icons, without its suffix; or a whole path, with a colon first.
     [[nodiscard]] QString name() const { return name_; }
     void setName(const QString &name);
 

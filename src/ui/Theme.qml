@@ -57,4 +57,13 @@ QtObject {
     /// What stands out of a soft fill.
     readonly property color raised: theme.dark ? "#34343B" : "#FFFFFF"
     readonly property color surfaceHovered: theme.dark ? "#222227" : "#FBFAF8"
+
+    // the first run
+    readonly property color goodText: theme.dark ? "#4CC38A" : "#14784A"
+    readonly property color accentPressed: "#2355CC"
+    readonly property color accentGlow: Qt.rgba(0.18, 0.42, 1, 0.2)
+    readonly property color accentText: "#FFFFFF"
+    /// Of a button whose work is done.
+    readonly property color doneFill: Qt.rgba(0.82, 0.82, 0.82, 1)
+    readonly property color doneText: "#17171A"
 }

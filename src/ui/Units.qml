@@ -80,6 +80,18 @@ QtObject {
     readonly property int statusDot: 8
     readonly property int bar: 3
 
+    // the window of the first run
+    readonly property int onboardingWidth: units.scaled(680)
+    readonly property int onboardingHeight: units.scaled(560)
+    readonly property int leastOnboardingWidth: 480
+    readonly property int leastOnboardingHeight: 400
+    readonly property int onboardingRoom: units.scaled(400)
+    readonly property int onboardingColumn: units.scaled(534)
+    readonly property int onboardingButton: units.scaled(340)
+    readonly property int onboardingDrawing: units.scaled(168)
+    /// What a window manager adds around a window, at most.
+    readonly property int windowFrame: 40
+
     // the pill and its list: the sizes of their panel
     readonly property int pillWidth: 118
     readonly property int pillHeight: 44
