@@ -13,6 +13,8 @@ class DefaultsStore;
 namespace DefaultsKey {
 inline constexpr QStringView preferredOutputLanguage = u"preferredOutputLanguage";
 inline constexpr QStringView hasCompletedOnboarding = u"hasCompletedOnboarding";
+/// The user goes without an account, until they sign in or out.
+inline constexpr QStringView usesWithoutAccount = u"usesWithoutAccount";
 } // namespace DefaultsKey
 
 /// The user's settings. A value: copies read the same store, afresh on every call.

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-const QString withoutAccountKey = u"usesWithoutAccount"_s;
+const QString withoutAccountKey = DefaultsKey::usesWithoutAccount.toString();
 }
 
 MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *parent)

@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.Ui
+
+/// The lowest rows of a keyboard, with the names that Option has on both kinds. It cannot be told
+/// which of the two was pressed, so both light up.
+Item {
+    id: keyboard
+
+    required property bool isOptionDown
+    property bool isLow: false ///< only the row that matters
+
+    readonly property int gap: Units.space8
+    readonly property int keyHeight: keyboard.isLow ? Units.scaled(46) : Units.scaled(60)
+    readonly property real unit: (keyboard.width - 2 * Units.space12 - 9 * keyboard.gap) / 10
+
+    implicitHeight: rows.height + 2 * Units.space12
+
+    Accessible.role: Accessible.Graphic
+    Accessible.name: keyboard.isOptionDown ? "Option ⌥ / Alt ●" : "Option ⌥ / Alt"
+
+    function span(units: real): real {
+        return units * keyboard.unit + (units - 1) * keyboard.gap
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Units.radius14
+        color: Theme.softFill
+        border.width: Units.hairline
+        border.color: Theme.hairline
+    }
+    Column {
+        id: rows
+
+        x: Units.space12
+        y: Units.space12
+        spacing: keyboard.gap
+
+        Row {
+            visible: !keyboard.isLow
+            spacing: keyboard.gap
+
+            KeyCap {
+                width: keyboard.span(2)
+                height: Math.round(keyboard.keyHeight * 0.7)
+                symbol: "⇧"
+            }
+            Repeater {
+                model: ["Z", "X", "C", "V", "B", "N", "M"]
+
+                KeyCap {
+                    required property string modelData
+
+                    width: keyboard.span(1)
+                    height: Math.round(keyboard.keyHeight * 0.7)
+                    symbol: modelData
+                }
+            }
+            KeyCap {
+                width: keyboard.span(1)
+                height: Math.round(keyboard.keyHeight * 0.7)
+                symbol: ","
+            }
+        }
+        Row {
+            spacing: keyboard.gap
+
+            KeyCap {
+                width: keyboard.span(1.3)
+                height: keyboard.keyHeight
+                symbol: "⌃"
+                name: "control"
+            }
+            KeyCap {
+                width: keyboard.span(1.9)
+                height: keyboard.keyHeight
+                symbol: "⌥"
+                name: "option / Alt"
+                isLit: keyboard.isOptionDown
+                isKeyToPress: true
+            }
+            KeyCap {
+                width: keyboard.span(1.1)
+                height: keyboard.keyHeight
+                symbol: "⌘"
+            }
+            KeyCap {
+                width: keyboard.span(2.7)
+                height: keyboard.keyHeight
+            }
+            KeyCap {
+                width: keyboard.span(1.1)
+                height: keyboard.keyHeight
+                symbol: "⌘"
+            }
+            KeyCap {
+                width: keyboard.span(1.9)
+                height: keyboard.keyHeight
+                symbol: "⌥"
+                name: "option / Alt"
+                isLit: keyboard.isOptionDown
+                isKeyToPress: true
+            }
+        }
+    }
+}

@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.Onboarding
+import Vellumo.Ui
+
+/// The window of the first run: one card, a way back, the language, and how far it is to the end.
+Window {
+    id: window
+
+    required property OnboardingWindowController flow
+    required property BilingualText texts
+
+    readonly property bool english: window.texts.english
+
+    width: Math.min(Units.onboardingWidth, Screen.desktopAvailableWidth)
+    height: Math.min(Units.onboardingHeight,
+                     Screen.desktopAvailableHeight - Units.windowFrame)
+    minimumWidth: Units.leastOnboardingWidth
+    minimumHeight: Units.leastOnboardingHeight
+    color: Theme.ground
+    title: "vellumo"
+
+    onClosing: window.flow.userClosed()
+
+    Connections {
+        target: window.flow
+
+        function onCardShown(): void {
+            loader.showCard()
+        }
+    }
+
+    FocusScope {
+        anchors.fill: parent
+        focus: true
+
+        Accessible.role: Accessible.Dialog
+        Accessible.name: loader.card ? loader.card.title : ""
+        Accessible.description: progress.text
+
+        Keys.onReturnPressed: event => loader.continueOnce(event)
+        Keys.onEnterPressed: event => loader.continueOnce(event)
+
+        Announcer {
+            id: announcer
+        }
+        Loader {
+            id: loader
+
+            readonly property CardFrame card: loader.item as CardFrame
+
+            function showCard(): void {
+                loader.setSource(Qt.resolvedUrl(window.flow.card + ".qml"),
+                                 { flow: window.flow, texts: window.texts })
+                loader.forceActiveFocus() // what had it is gone
+                announcer.announce(loader.card ? loader.card.title : "")
+                appearing.restart()
+            }
+            function continueOnce(event: KeyEvent): void {
+                if (!event.isAutoRepeat && loader.card)
+                    loader.card.proceed()
+            }
+
+            anchors.fill: parent
+            anchors.topMargin: bar.height + bar.y
+            anchors.bottomMargin: progress.height + 2 * Units.space20
+            focus: true
+
+            Component.onCompleted: loader.showCard()
+
+            NumberAnimation {
+                id: appearing
+
+                target: loader
+                property: "opacity"
+                from: Units.animated ? 0 : 1
+                to: 1
+                duration: Units.quick
+            }
+        }
+
+        Item {
+            id: bar
+
+            y: Units.space12
+            width: parent.width
+            height: Units.button
+
+            TextButton {
+                objectName: "back"
+                x: Units.space12
+                visible: window.flow.canGoBack
+                quiet: true
+                icon: "back"
+                text: window.english ? "Back" : "返回"
+                onClicked: window.flow.goBack()
+            }
+            TextButton {
+                objectName: "language"
+                anchors.right: parent.right
+                anchors.rightMargin: Units.space12
+                quiet: true
+                text: window.english ? "中文" : "English"
+                onClicked: window.flow.switchLanguage()
+            }
+        }
+        ProgressDots {
+            id: progress
+
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: Units.space20
+            anchors.horizontalCenter: parent.horizontalCenter
+            count: window.flow.count
+            position: window.flow.position
+            text: (window.english ? "Step %1 of %2" : "第 %1 步,共 %2 步")
+                .arg(progress.position + 1).arg(progress.count)
+        }
+    }
+}

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// A promise, with its drawing.
+Card {
+    id: point
+
+    required property string symbol
+    required property string text
+
+    height: Math.max(badge.height, words.height) + 2 * Units.space20
+
+    Rectangle {
+        id: badge
+
+        x: Units.space20
+        anchors.verticalCenter: parent.verticalCenter
+        width: Units.scaled(36)
+        height: width
+        radius: Units.radius10
+        color: Theme.accentSoft
+
+        LineIcon {
+            anchors.centerIn: parent
+            width: Units.scaled(20)
+            height: width
+            name: ":/qt/qml/Vellumo/Onboarding/symbols/%1.svg".arg(point.symbol)
+            color: Theme.accentSoftText
+        }
+    }
+    Label {
+        id: words
+
+        anchors.verticalCenter: parent.verticalCenter
+        x: badge.x + badge.width + Units.space16
+        width: parent.width - x - Units.space20
+        text: point.text
+        wrapMode: Text.Wrap
+        font.pixelSize: Units.type15
+        lineFactor: Units.readingLine
+    }
+}

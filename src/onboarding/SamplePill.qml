@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// The pill, drawn as it is when it asks for attention.
+Rectangle {
+    id: pill
+
+    width: words.x + words.width + Units.space24
+    height: Math.max(Units.pillHeight, words.height + Units.space20)
+    radius: Units.radius22
+    color: Theme.islandGround
+    border.width: Units.pillOutline
+    border.color: Theme.accent
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: words.text
+
+    Rectangle {
+        x: Units.space24
+        anchors.verticalCenter: parent.verticalCenter
+        width: Units.pillDot
+        height: Units.pillDot
+        radius: Units.pillDot / 2
+        color: Theme.islandBody
+    }
+    Text {
+        id: words
+
+        x: Units.space24 + Units.pillDot + Units.space8
+        anchors.verticalCenter: parent.verticalCenter
+        text: "Notes"
+        textFormat: Text.PlainText
+        color: Theme.islandText
+        font.pixelSize: Units.type13
+        font.weight: Font.Medium
+        Accessible.ignored: true
+    }
+}

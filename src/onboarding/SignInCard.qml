@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// Welcomes, and lets the user sign in or go on without.
+CardFrame {
+    id: card
+
+    centered: true
+    title: card.english ? "Welcome to vellumo" : "欢迎使用 vellumo"
+    subtitle: card.english ? "Select what you don't understand, double-tap Option, and read on."
+                           : "选中看不懂的文字,按两下 Option,继续读下去。"
+    continueName: "signInButton"
+    continueGlyph: card.flow.isOpeningBrowser ? "" : "G"
+    canContinue: !card.flow.isOpeningBrowser
+    continueText: {
+        if (card.flow.isOpeningBrowser)
+            return card.english ? "Opening browser…" : "正在打开浏览器登录…"
+        return card.english ? "Continue with Google" : "使用 Google 继续"
+    }
+    error: card.flow.signInError
+    quietName: "withoutAccount"
+    quietText: {
+        if (card.flow.isSignedIn)
+            return card.english ? "Continue anyway" : "仍然继续"
+        return card.english ? "Use without an account" : "不登录,直接使用"
+    }
+
+    onProceeded: card.flow.signIn()
+    onSkipped: card.flow.useWithoutAccount()
+
+    WelcomeDrawing {
+        width: parent.width
+        visible: !card.isCramped
+    }
+}

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.Ui
+
+/// A question with one answer. Tab goes to the chosen option, arrows to the others.
+CardFrame {
+    id: card
+
+    title: card.flow.surveyTitle
+    titleSize: Units.type24
+    continueName: "surveyContinueButton"
+    canContinue: card.flow.surveyAnswer.length > 0
+
+    onProceeded: card.flow.advance()
+
+    Grid {
+        id: chips
+
+        property int current: Math.max(0, card.flow.surveyChoice)
+
+        /// Moves what Tab goes to, and the keyboard with it if it is among the options.
+        function moveTo(option: int): void {
+            if (option < 0 || option >= options.count)
+                return
+            if (options.itemAt(chips.current).activeFocus)
+                options.itemAt(option).forceActiveFocus()
+            chips.current = option
+        }
+
+        objectName: "surveyChips"
+        width: parent.width
+        columns: card.flow.surveyColumns
+        spacing: Units.space8
+
+        Accessible.role: Accessible.Grouping
+        Accessible.name: card.title
+
+        Keys.onLeftPressed: chips.moveTo(chips.current - 1)
+        Keys.onRightPressed: chips.moveTo(chips.current + 1)
+        Keys.onUpPressed: chips.moveTo(chips.current - chips.columns)
+        Keys.onDownPressed: chips.moveTo(chips.current + chips.columns)
+
+        Repeater {
+            id: options
+
+            model: card.flow.surveyOptions
+
+            SurveyChip {
+                required property string modelData
+                required property int index
+
+                objectName: modelData
+                width: (chips.width - (chips.columns - 1) * chips.spacing) / chips.columns
+                text: card.english ? modelData : card.flow.chineseLabel(index)
+                iconFile: card.flow.iconFile(index)
+                isChosen: modelData === card.flow.surveyAnswer
+                activeFocusOnTab: index === chips.current
+                onClicked: {
+                    chips.moveTo(index)
+                    card.flow.choose(modelData)
+                }
+            }
+        }
+    }
+}

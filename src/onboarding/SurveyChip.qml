@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// One answer of a question.
+ButtonArea {
+    id: chip
+
+    required property string text
+    required property string iconFile
+    required property bool isChosen
+
+    accessibleName: chip.text
+    implicitHeight: Math.max(40, Units.scaled(36))
+
+    Accessible.role: Accessible.RadioButton
+    Accessible.checkable: true
+    Accessible.checked: chip.isChosen
+
+    Rectangle {
+        anchors.fill: parent
+        radius: Units.radius10
+        color: chip.isChosen ? Theme.accentSoft
+             : chip.hovered || chip.pressed ? Theme.surfaceHovered : Theme.surface
+        border.width: chip.isChosen ? Units.focusRing : Units.hairline
+        border.color: chip.isChosen ? Theme.accent
+                    : chip.hovered ? Theme.thumb : Theme.hairline
+
+        Behavior on color {
+            ColorAnimation { duration: Units.quick }
+        }
+    }
+    LineIcon {
+        id: mark
+
+        x: Units.space12
+        anchors.verticalCenter: parent.verticalCenter
+        width: Units.scaled(18)
+        height: width
+        name: chip.iconFile
+        color: chip.isChosen ? Theme.accentSoftText : Theme.secondInk
+    }
+    Text {
+        x: mark.x + mark.width + Units.space8
+        width: parent.width - x - Units.space8
+        height: parent.height
+        text: chip.text
+        textFormat: Text.PlainText
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        color: chip.isChosen ? Theme.accentSoftText : Theme.ink
+        font.pixelSize: Units.type13
+        font.weight: chip.isChosen ? Font.DemiBold : Font.Normal
+        Accessible.ignored: true
+    }
+    FocusRing {
+        shown: chip.activeFocus
+    }
+}

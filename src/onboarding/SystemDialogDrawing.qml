@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// A dialog of the system, drawn.
+Card {
+    id: dialog
+
+    required property string message
+    required property string detail
+    required property string buttonText
+
+    signal clicked
+
+    height: words.height + 2 * Units.space20
+
+    Rectangle {
+        id: mark
+
+        x: Units.space20
+        y: Units.space20
+        width: Units.scaled(40)
+        height: width
+        radius: Units.radius10
+        color: Theme.islandGround
+
+        Text {
+            anchors.centerIn: parent
+            text: "✦"
+            textFormat: Text.PlainText
+            color: Theme.islandText
+            font.pixelSize: Units.type20
+            Accessible.ignored: true
+        }
+    }
+    Column {
+        id: words
+
+        x: mark.x + mark.width + Units.space16
+        y: Units.space20
+        width: parent.width - x - Units.space20
+        spacing: Units.space8
+
+        Label {
+            width: parent.width
+            text: dialog.message
+            wrapMode: Text.Wrap
+            font.weight: Font.DemiBold
+            lineFactor: Units.titleLine
+        }
+        Label {
+            width: parent.width
+            text: dialog.detail
+            wrapMode: Text.Wrap
+            color: Theme.secondInk
+            font.pixelSize: Units.type12
+            lineFactor: Units.readingLine
+        }
+        Item {
+            width: parent.width
+            height: open.height + Units.space4
+
+            TextButton {
+                id: open
+
+                objectName: "dialogOpenSettings"
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                width: Math.min(implicitWidth, parent.width)
+                text: dialog.buttonText
+                onClicked: dialog.clicked()
+            }
+        }
+    }
+}
