@@ -10,6 +10,7 @@
 #include "app/LinuxPlatform.h"
 #include "app/MainMenu.h"
 #include "app/MainWindowWiring.h"
+#include "app/OnboardingWiring.h"
 #include "app/PermissionManager.h"
 #include "app/Preview.h"
 #include "app/RevokedAlert.h"
@@ -119,6 +120,7 @@ void AppDelegate::applicationDidFinishLaunching()
     wireExplainer();
     wirePermission();
     createMainWindow();
+    prepareOnboarding();
     coordinator_->start();
     configureApplicationInterface();
     showPreviewHUD();
@@ -227,12 +229,15 @@ void AppDelegate::perform(const LaunchRequest &request)
 {
     const InstanceRequest asked = request.forInstance();
     if (!asked.action.isEmpty()) {
+        onboarding_->postpone(false);
         applicationInterface_->activateAction(asked.action, false);
-    } else {
-        applicationOpen(asked.urls);
-        if (!request.isInBackground) {
-            mainWindow_->showAtLaunch();
-        }
+        return;
+    }
+    applicationOpen(asked.urls);
+    if (request.isInBackground) {
+        onboarding_->postpone(true);
+    } else if (!onboarding_->presentIfNeeded()) {
+        mainWindow_->showAtLaunch();
     }
 }
 
@@ -247,11 +252,14 @@ void AppDelegate::applicationOpen(const QStringList &urls)
 
 void AppDelegate::applicationShouldHandleReopen()
 {
-    mainWindow_->show();
+    if (!onboarding_->presentIfNeeded()) {
+        mainWindow_->show();
+    }
 }
 
 void AppDelegate::startPermissionManager()
 {
+    OnboardingWiring::keepQuestion(foundation_->defaults, foundation_->consent);
     Accessibility &accessibility = foundation_->platform.accessibility();
     permissionManager_ = std::make_unique<PermissionManager>(
         accessibility, foundation_->platform.workspace(), foundation_->clock,
@@ -377,6 +385,22 @@ void AppDelegate::createMainWindow()
         *resultPanel_,
         *coordinator_,
         *mainMenu_});
+}
+
+void AppDelegate::prepareOnboarding()
+{
+    Foundation &with = *foundation_;
+    onboarding_ = std::make_unique<OnboardingWiring>(OnboardingWiring::Foundation{
+        {with.defaults, account_->auth(), with.platform.accessibility(), with.platform.events(),
+         with.clock, with.engine, with.texts},
+        *coordinator_,
+        *notesEntrance_,
+        sync_->history(),
+        *permissionManager_,
+        with.consent,
+        *mainMenu_});
+    onboarding_->onFinish = [this] { mainWindow_->show(); };
+    onboarding_->onPicturesWritten = [this] { terminate(); };
 }
 
 void AppDelegate::finishLaunchingWhenIdle()

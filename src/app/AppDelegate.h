@@ -21,6 +21,7 @@ class MainMenu;
 class MainWindowWiring;
 class NotesEntranceController;
 class NotesStore;
+class OnboardingWiring;
 class PermissionManager;
 class Preview;
 class ReadingBudget;
@@ -64,6 +65,7 @@ private:
     void wireExplainer();
     void wirePermission();
     void createMainWindow();
+    void prepareOnboarding();
     void finishLaunchingWhenIdle();
 
     /// For developers: sample windows, and pictures of them, when the environment asks.
@@ -95,6 +97,7 @@ private:
     std::unique_ptr<SyncWiring> sync_;
     std::unique_ptr<VellumoCoordinator> coordinator_;
     std::unique_ptr<MainWindowWiring> mainWindow_;
+    std::unique_ptr<OnboardingWiring> onboarding_;
     std::unique_ptr<ApplicationInterface> applicationInterface_;
     std::unique_ptr<Preview> preview_; ///< only when a developer asks for it
 };

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "onboarding/OnboardingWindowController.h"
+
+namespace vellumo {
+
+class ConsentDialog;
+class DataConnectHistory;
+class MainMenu;
+class NotesEntranceControlling;
+class OnboardingPreview;
+class PermissionManager;
+class VellumoCoordinator;
+
+/// The first run among the rest of the program. Until it is over, a double tap only demonstrates.
+class OnboardingWiring : public QObject {
+    Q_OBJECT
+
+public:
+    /// All must outlive the wiring, which takes the coordinator's callbacks for demonstrations.
+    struct Foundation {
+        OnboardingWindowController::Collaborators window;
+        VellumoCoordinator &coordinator;
+        NotesEntranceControlling &notesEntrance;
+        const DataConnectHistory &history;
+        PermissionManager &permission;
+        ConsentDialog &consent;
+        MainMenu &menu;
+    };
+
+    explicit OnboardingWiring(const Foundation &foundation);
+    ~OnboardingWiring() override;
+    Q_DISABLE_COPY_MOVE(OnboardingWiring)
+
+    /// The user is through.
+    std::function<void()> onFinish;
+    /// The pictures that a developer asked for are written.
+    std::function<void()> onPicturesWritten;
+
+    /// Whether a launch begins with the first run.
+    [[nodiscard]] static bool isNeeded(const DefaultsStore &defaults);
+
+    /// Keeps the question whether other applications may be read for the card that explains it.
+    /// Before it is asked at launch.
+    static void keepQuestion(const DefaultsStore &defaults, ConsentDialog &consent);
+
+    /// Shows the first run, or brings it to the front; false when there is none in this run of the
+    /// program, or no more.
+    bool presentIfNeeded();
+
+    /// The program was started for something else, or to be there silently: the first run waits
+    /// for the next time that it is opened.
+    void postpone(bool isSilent);
+
+private:
+    void create();
+    void connectDemonstrations();
+    void end();
+    void giveQuestionBack(bool isStillWanted);
+    void writePreviewSnapshots(const QString &folder);
+
+    Foundation with_;
+    std::unique_ptr<OnboardingWindowController> onboardingController_; ///< since it was needed
+    std::unique_ptr<OnboardingPreview> preview_; ///< only when a developer asks for it
+    bool keepsQuestion_;
+    bool isOver_ = false;
+};
+
+} // namespace vellumo

@@ -1,0 +1,247 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "support/AccessibleTree.h"
+#include "support/Backend.h"
+#include "support/Desktop.h"
+#include "support/Program.h"
+#include "support/Waiting.h"
+#include <QDir>
+#include <QJsonObject>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+
+/// The built program in a home where it has never been, driven with clicks and keys.
+class TestFirstRun : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void leadsThroughEverything();
+    void signsInAndSendsTheProfile();
+    void closingLeavesTheProgramUsable();
+    void drawsItselfForDevelopers();
+
+private:
+    /// Lets a program stand for the browser that sends the user back with this address at once.
+    [[nodiscard]] bool makeBrowser(const QString &address);
+    [[nodiscard]] bool shows(const QString &text) const { return vellumo_->waitForText(text); }
+    /// Clicks what has this name and can be clicked.
+    [[nodiscard]] bool press(const QString &name);
+    [[nodiscard]] QVariant setting(const QString &key) const;
+    [[nodiscard]] std::optional<WindowId> window() const;
+    void takePicture(const QString &name) const;
+
+    Desktop desktop_;
+    QTemporaryDir folder_;
+    std::unique_ptr<Program> vellumo_;
+    QString config_;
+};
+
+void TestFirstRun::init()
+{
+    const QString name = QString::fromLatin1(QTest::currentTestFunction());
+    config_ = qEnvironmentVariable("HOME") + u'/' + name + u"/config"_s;
+    vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM), name);
+    QFile::remove(config_ + u"/vellumo/vellumo.ini"_s);
+}
+
+void TestFirstRun::cleanup()
+{
+    if (QTest::currentTestFailed() && vellumo_->hasStarted())
+        qWarning().noquote() << vellumo_->panelText() << vellumo_->process().standardOutput()
+                             << vellumo_->process().errorOutput();
+    vellumo_.reset();
+}
+
+bool TestFirstRun::press(const QString &name)
+{
+    const QStringList clickable{u"button"_s, u"push button"_s, u"radio button"_s};
+    QRect place;
+    const auto finds = [&] {
+        const auto items = accessibleItems(vellumo_->process().processIdentifier());
+        for (const AccessibleItem &item : items) {
+            if (item.name == name && clickable.contains(item.role))
+                place = item.extents; // of several the last, which is the topmost window's
+        }
+        return !place.isEmpty();
+    };
+    if (!waitUntil(finds)) {
+        qWarning() << "nothing to press is named" << name;
+        return false;
+    }
+    desktop_.click(place.center());
+    return true;
+}
+
+bool TestFirstRun::makeBrowser(const QString &address)
+{
+    QFile browser(folder_.filePath(u"xdg-open"_s));
+    vellumo_->setEnvironment(u"PATH"_s, folder_.path() + u':' + qEnvironmentVariable("PATH"));
+    return browser.open(QIODevice::WriteOnly)
+        && browser.write(
+               u"#!/bin/sh\nexec '%1' '%2'\n"_s.arg(QStringLiteral(VELLUMO_PROGRAM), address)
+                   .toUtf8())
+        > 0
+        && browser.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+QVariant TestFirstRun::setting(const QString &key) const
+{
+    return QSettings(config_ + u"/vellumo/vellumo.ini"_s, QSettings::IniFormat).value(key);
+}
+
+std::optional<WindowId> TestFirstRun::window() const
+{
+    const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
+    for (const WindowId window : windows) {
+        if (desktop_.geometry(window).size() == QSize(680, 560))
+            return window;
+    }
+    return std::nullopt;
+}
+
+void TestFirstRun::takePicture(const QString &name) const
+{
+    const QString pictures = qEnvironmentVariable("VELLUMO_TEST_PICTURES");
+    if (!pictures.isEmpty())
+        desktop_.pixels().save(pictures + u"/first-run-"_s + name + u".png"_s);
+}
+
+void TestFirstRun::leadsThroughEverything()
+{
+    QVERIFY(vellumo_->start({}));
+    QVERIFY(shows(u"Welcome to vellumo"_s));
+    QVERIFY(press(u"Use without an account"_s));
+    QVERIFY(shows(u"We protect your privacy"_s));
+    QVERIFY(press(u"Continue"_s));
+
+    QVERIFY(shows(u"Set up vellumo on your computer"_s));
+    QVERIFY(!vellumo_->panelText().contains(u"May vellumo read what you select?"_s));
+    QVERIFY(press(u"Allow"_s));
+    QVERIFY(shows(u"May vellumo read what you select?"_s));
+    takePicture(u"permission"_s);
+    QVERIFY(press(u"Allow"_s)); // the question's own
+    QVERIFY(shows(u"✓ Enabled"_s));
+    QVERIFY(press(u"Continue"_s));
+
+    QVERIFY(shows(u"See the key light up?"_s));
+    QVERIFY(waitUntil([this] { return window() && desktop_.activate(*window()); }));
+    desktop_.press(Key::AltRight);
+    QVERIFY(shows(u"Option ⌥ / Alt ●"_s));
+    takePicture(u"key"_s);
+    desktop_.release(Key::AltRight);
+    QVERIFY(waitUntil([this] { return !vellumo_->panelText().contains(u"●"_s); }));
+    desktop_.doubleTap();
+    QVERIFY(shows(u"✓ That's it"_s));
+    QVERIFY(press(u"Yes, continue"_s));
+
+    QVERIFY(shows(u"See the explanation up top?"_s));
+    QVERIFY(!vellumo_->panel());
+    const QPoint word = desktop_.geometry(*window()).topLeft() + QPoint(130, 220);
+    desktop_.click(word, 2);
+    desktop_.doubleTap();
+    QVERIFY(shows(u"the explanation appears right here."_s));
+    QVERIFY(shows(u"✓ That's it"_s));
+    takePicture(u"select"_s);
+    QVERIFY(press(u"Yes, continue"_s));
+
+    QVERIFY(shows(u"Your notes live here"_s));
+    // the pill's demonstration
+    QVERIFY(shows(u"button: vellumo is a reading assistant for your Mac."_s));
+    takePicture(u"notes"_s);
+    QVERIFY(press(u"Continue"_s));
+    for (const auto &[question, answer] :
+         {std::pair(u"How did you hear about us?"_s, u"YouTube"_s),
+          {u"Which option best describes your role?"_s, u"Writer"_s},
+          {u"What industry are you in?"_s, u"Education"_s}}) {
+        QVERIFY(shows(question));
+        QVERIFY(!setting(u"hasCompletedOnboarding"_s).toBool());
+        QVERIFY(press(answer));
+        QVERIFY(press(u"Continue"_s));
+    }
+    QVERIFY(waitUntil([this] { return !window(); }));
+    QVERIFY(waitUntil([this] { return setting(u"hasCompletedOnboarding"_s).toBool(); }));
+    QVERIFY(vellumo_->notes().isEmpty());
+    QVERIFY(shows(u"button: Settings"_s)); // the main window has come, without asking for a sign-in
+    takePicture(u"end"_s);
+    QVERIFY(vellumo_->process().end() == 0);
+
+    QVERIFY(vellumo_->start({}));
+    desktop_.doubleTap(); // reads for good now
+    QVERIFY(shows(u"Select text first."_s));
+    QVERIFY(!window());
+}
+
+void TestFirstRun::signsInAndSendsTheProfile()
+{
+    Backend backend(folder_.filePath(u"backend"_s));
+    for (const auto &[name, value] : backend.environment())
+        vellumo_->setEnvironment(name, value);
+    const QString uid = backend.tables().uidOf(u"a@b.org"_s);
+    QVERIFY(makeBrowser(u"vellumo://auth?refreshToken=%1&uid=%2&email=a%40b.org"_s.arg(
+        backend.tables().newRefreshToken(uid), uid)));
+    vellumo_->setEnvironment(u"VELLUMO_ONBOARDING"_s, QString());
+    vellumo_->setSetting(u"hasCompletedOnboarding"_s, u"true"_s); // does not count then
+    vellumo_->setSetting(u"accessibilityConsent"_s, u"true"_s);
+    QVERIFY(vellumo_->start({}));
+    QVERIFY(press(u"Continue with Google"_s));
+    QVERIFY(shows(u"We protect your privacy"_s));
+    QVERIFY(!vellumo_->panelText().contains(u": Back\n"_s));
+    QVERIFY(press(u"Continue"_s));
+    QVERIFY(shows(u"See the key light up?"_s)); // it may read already
+    QVERIFY(press(u"Skip"_s));
+    QVERIFY(shows(u"See the explanation up top?"_s));
+    QVERIFY(press(u"Skip"_s));
+    QVERIFY(press(u"Continue"_s));
+    for (const auto &answer : {u"Other"_s, u"Legal"_s, u"Retail"_s}) {
+        QVERIFY(press(answer));
+        QVERIFY(press(u"Continue"_s));
+    }
+    QVERIFY(waitUntil([&] { return !backend.tables().profile(uid).isEmpty(); }));
+    const QJsonObject profile = backend.tables().profile(uid);
+    QCOMPARE(profile[u"hearAbout"_s].toString(), u"Other"_s);
+    QCOMPARE(profile[u"role"_s].toString(), u"Legal"_s);
+    QCOMPARE(profile[u"industry"_s].toString(), u"Retail"_s);
+    QCOMPARE(backend.complaints(), QStringList());
+    QVERIFY(waitUntil([this] { return !window(); }));
+}
+
+void TestFirstRun::closingLeavesTheProgramUsable()
+{
+    vellumo_->setEnvironment(u"VELLUMO_ONBOARDING_PHASE"_s, u"gesture"_s);
+    vellumo_->setSetting(u"preferredOutputLanguage"_s, u"Chinese"_s);
+    QVERIFY(vellumo_->start({}));
+    QVERIFY(shows(u"看到按键亮了吗?"_s));
+    QVERIFY(desktop_.activate(*window()));
+    desktop_.chord(64, 70); // Alt+F4
+    QVERIFY(waitUntil([this] { return !window(); }));
+    QVERIFY(waitUntil([this] { // it takes a moment until taps are for good
+        desktop_.doubleTap();
+        return vellumo_->waitForPanel(std::chrono::seconds(1)).has_value();
+    }));
+    QVERIFY(!setting(u"hasCompletedOnboarding"_s).toBool());
+    QVERIFY(vellumo_->process().end() == 0);
+    QVERIFY(vellumo_->start({}));
+    QVERIFY(shows(u"看到按键亮了吗?"_s)); // once more
+}
+
+void TestFirstRun::drawsItselfForDevelopers()
+{
+    vellumo_->setEnvironment(u"VELLUMO_PREVIEW_SNAPSHOT_DIR"_s, folder_.path());
+    QVERIFY(vellumo_->launch({}));
+    QVERIFY(vellumo_->process().waitForEnd(std::chrono::seconds(60)));
+    const QStringList pictures =
+        QDir(folder_.path()).entryList({u"onboarding-*.png"_s}, QDir::Files);
+    QCOMPARE(pictures.size(), 18);
+    for (const QString &picture : pictures)
+        QCOMPARE(QImage(folder_.filePath(picture)).size(), QSize(680, 560));
+}
+
+QTEST_MAIN(TestFirstRun)
+#include "test_first_run.moc"
