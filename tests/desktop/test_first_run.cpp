@@ -25,6 +25,7 @@ private Q_SLOTS:
     void leadsThroughEverything();
     void signsInAndSendsTheProfile();
     void closingLeavesTheProgramUsable();
+    void waitsForASilentStartToBeOpened();
     void drawsItselfForDevelopers();
 
 private:
@@ -229,6 +230,22 @@ void TestFirstRun::closingLeavesTheProgramUsable()
     QVERIFY(vellumo_->process().end() == 0);
     QVERIFY(vellumo_->start({}));
     QVERIFY(shows(u"看到按键亮了吗?"_s)); // once more
+}
+
+void TestFirstRun::waitsForASilentStartToBeOpened()
+{
+    QVERIFY(vellumo_->start(Program::inBackground()));
+    desktop_.doubleTap(); // already for good
+    QVERIFY(vellumo_->waitForPanel());
+    QVERIFY(!window());
+    QVERIFY(vellumo_->dismissPanel());
+    for (int times = 0; times < 2; ++times) { // the second only brings it to the front
+        const auto again = vellumo_->another();
+        QVERIFY(again->launch());
+        QVERIFY(again->waitForEnd(patience));
+        QVERIFY(waitUntil([this] { return window().has_value(); }));
+        QCOMPARE(desktop_.windows(u"vellumo"_s).size(), 2); // it and the pill
+    }
 }
 
 void TestFirstRun::drawsItselfForDevelopers()
