@@ -24,7 +24,7 @@ packages_desktop=(
     xvfb dbus-x11 openbox x11-utils x11-xserver-utils firefox-esr
 )
 # The stand-in backend keeps its tables in SQLite.
-packages_backend=(libqt6sql6-sqlite)
+packages_backend=(libqt6sql6-sqlite desktop-file-utils)
 packages_test=(
     "${packages_desktop[@]}" "${packages_backend[@]}" qml6-module-qttest
     xfwm4 mutter kwin-x11 picom openssl gnome-keyring libsecret-tools xdotool xclip

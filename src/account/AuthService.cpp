@@ -179,6 +179,11 @@ void AuthService::signInWithGoogle()
     });
 }
 
+void AuthService::openSignInPageAgain()
+{
+    with_.browser.openPageAgain();
+}
+
 void AuthService::signInWithGoogle(QObject *context, SignInCompletion completion)
 {
     const auto complete = [context = QPointer<QObject>(context),

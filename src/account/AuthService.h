@@ -69,6 +69,8 @@ public:
     void signInWithGoogle(QObject *context, SignInCompletion completion);
     /// For views: a failure arrives as signInFailed().
     Q_INVOKABLE void signInWithGoogle();
+    /// For somebody who has closed the page that a sign-in waits for.
+    Q_INVOKABLE void openSignInPageAgain();
     Q_INVOKABLE void signOut();
 
     void idToken(QObject *context, IdTokenCompletion completion) override;

@@ -47,6 +47,13 @@ void GoogleOAuth::run(QObject *context, Completion completion)
     }
 }
 
+void GoogleOAuth::openPageAgain()
+{
+    if (continuation_) {
+        workspace_.openUrl(loginPage_);
+    }
+}
+
 void GoogleOAuth::handleCallback(const QString &url)
 {
     if (!continuation_) {

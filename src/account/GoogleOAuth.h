@@ -28,6 +28,9 @@ public:
     /// the call returns; not when `context` is destroyed first.
     void run(QObject *context, Completion completion);
 
+    /// Opens the login page once more for a sign-in that waits, of which the page may be closed.
+    void openPageAgain();
+
     /// Completes the sign-in that waits with what the address carries. Ignored when none waits. The
     /// address is whatever someone sent; its values are not checked here.
     void handleCallback(const QString &url);

@@ -272,7 +272,13 @@ void AppDelegate::createAccount()
     account_ = std::make_unique<AccountWiring>(AccountWiring::Foundation{
         foundation_->config, foundation_->platform.secrets(), foundation_->platform.workspace(),
         foundation_->http, foundation_->clock, foundation_->texts});
-    onOpenURL = [this](const QString &url) { account_->handleCallback(url); };
+    onOpenURL = [this](const QString &url) {
+        const bool isAwaited = account_->auth().isWorking();
+        account_->handleCallback(url);
+        if (isAwaited) {
+            applicationShouldHandleReopen(); // the browser has the person's attention
+        }
+    };
 }
 
 std::unique_ptr<AIExplaining> AppDelegate::makeAIService() const

@@ -22,11 +22,11 @@ Item {
     function syncText(): string {
         if (corner.sync.isSyncing)
             return corner.english ? "Syncing…" : "正在同步…"
+        if (corner.sync.pending === 1 && corner.english)
+            return "One note still to sync"
         if (corner.sync.pending > 0)
-            return (corner.english
-                ? (corner.sync.pending === 1 ? "One note still to sync"
-                                             : "%1 notes still to sync")
-                : "还有 %1 条笔记待同步").arg(corner.sync.pending)
+            return (corner.english ? "%1 notes still to sync" : "还有 %1 条笔记待同步")
+                .arg(corner.sync.pending)
         return corner.english ? "All notes uploaded" : "笔记已全部上传"
     }
 

@@ -81,6 +81,14 @@ FocusScope {
                     : (view.english ? "Continue with Google" : "使用 Google 继续")
                 onClicked: view.signIn()
             }
+            TextButton {
+                objectName: "openPageAgain"
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: view.auth.isWorking
+                quiet: true
+                text: view.english ? "Open the page again" : "重新打开网页"
+                onClicked: view.auth.openSignInPageAgain()
+            }
             Item {
                 width: 1
                 height: errorLine.visible ? Units.space12 : 0

@@ -35,8 +35,6 @@ void awaken(const QDBusConnection &bus, const ObjectReference &object)
     ask(object, Atspi::text, "GetNSelections");
     ask(object, Atspi::text, "GetSelection", {0});
     ask(object, Atspi::text, "GetText", {0, 0});
-    ask(object, Atspi::hypertext, "GetLinkIndex", {0});
-    ask(object, Atspi::hypertext, "GetLink", {0});
 }
 
 ObjectReference senderOf(const QDBusMessage &message)
@@ -118,7 +116,6 @@ void FocusEvents::onStateChanged(const QDBusMessage &message)
     }
     if (isFocused) {
         remember(senderOf(message));
-        wake(senderOf(message));
     } else if (last == senderOf(message)) {
         forget(message.service());
     }
