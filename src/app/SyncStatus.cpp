@@ -3,25 +3,50 @@
 
 #include "app/SyncStatus.h"
 
+#include "mainwindow/NoteDates.h"
 #include "notes/NotesStoring.h"
 #include "notes/NotesSyncEngine.h"
+#include "platform/Clock.h"
+
+#include <utility>
 
 namespace vellumo {
 
-SyncStatus::SyncStatus(NotesSyncEngine &engine, const NotesStoring &store)
-    : engine_(engine)
-    , store_(store)
+namespace {
+
+SyncReporting::Problem problemOf(DataConnectError::Kind kind)
 {
-    connect(&store_, &NotesStoring::vellumoNotesDidChange, this, [this] {
+    using Kind = DataConnectError::Kind;
+    switch (kind) {
+    case Kind::notConfigured:
+        return SyncReporting::Problem::NotConfigured;
+    case Kind::signedOut:
+        return SyncReporting::Problem::SignedOut;
+    case Kind::unreachable:
+        return SyncReporting::Problem::Unreachable;
+    case Kind::refused:
+        return SyncReporting::Problem::Refused;
+    case Kind::unreadable:
+        break;
+    }
+    return SyncReporting::Problem::Unreadable;
+}
+
+} // namespace
+
+SyncStatus::SyncStatus(const Collaborators &collaborators) : with_(collaborators)
+{
+    connect(&with_.store, &NotesStoring::vellumoNotesDidChange, this, [this] {
         pending_.reset();
         Q_EMIT changed();
     });
+    with_.history.onEnded = [this](auto direction, auto outcome) { ended(direction, outcome); };
 }
 
 int SyncStatus::pending() const
 {
     if (!pending_) { // counted when someone wants to know: it takes a look at every note
-        pending_ = static_cast<int>(store_.pendingSync().size());
+        pending_ = static_cast<int>(with_.store.pendingSync().size());
     }
     return *pending_;
 }
@@ -29,13 +54,83 @@ int SyncStatus::pending() const
 void SyncStatus::syncNow()
 {
     begin();
-    engine_.pushPending(this, [this] { engine_.pullAndMerge(this, [this] { end(); }); });
+    with_.engine.pushPending(this, [this] {
+        pull();
+        end();
+    });
+}
+
+void SyncStatus::pull()
+{
+    if (std::exchange(pulling_, true)) {
+        pullQueued_ = true;
+        return;
+    }
+    begin();
+    with_.engine.pullAndMerge(this, [this] { pullEnded(); });
+}
+
+void SyncStatus::pullEnded()
+{
+    pulling_ = false;
+    arriving_ = 0;
+    if (std::exchange(pullQueued_, false)) {
+        pull();
+    }
+    end();
 }
 
 void SyncStatus::push()
 {
     begin();
-    engine_.pushPending(this, [this] { end(); });
+    with_.engine.pushPending(this, [this] { end(); });
+}
+
+void SyncStatus::announceArrivals()
+{
+    begin();
+    with_.history.list(this, [this](const QList<ReadingNote> &notes) {
+        // A pull that was quicker has brought them.
+        arriving_ = static_cast<int>(with_.store.unknownCount(notes));
+        end();
+    });
+}
+
+void SyncStatus::ended(DataConnectHistory::Direction direction, DataConnectHistory::Outcome outcome)
+{
+    std::optional<Trouble> &trouble =
+        direction == DataConnectHistory::Direction::Up ? sending_ : fetching_;
+    if (outcome) {
+        const double now = with_.clock.secondsSinceReferenceDate();
+        trouble = {problemOf(*outcome), NoteDates::localTime(now)};
+    } else if (direction == DataConnectHistory::Direction::Down) {
+        trouble.reset();
+    }
+}
+
+std::optional<SyncStatus::Trouble> SyncStatus::trouble() const
+{
+    return sending_ && pending() > 0 ? sending_ : fetching_;
+}
+
+SyncReporting::Problem SyncStatus::problem() const
+{
+    const auto found = trouble();
+    return found ? found->problem : Problem::None;
+}
+
+QDateTime SyncStatus::problemTime() const
+{
+    const auto found = trouble();
+    return found ? found->time : QDateTime();
+}
+
+void SyncStatus::forget()
+{
+    sending_.reset();
+    fetching_.reset();
+    arriving_ = 0;
+    Q_EMIT changed();
 }
 
 void SyncStatus::begin()

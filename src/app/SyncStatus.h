@@ -3,6 +3,7 @@
 #pragma once
 
 #include "mainwindow/SyncReporting.h"
+#include "notes/DataConnectHistory.h"
 #include <optional>
 
 namespace vellumo {
@@ -15,25 +16,51 @@ class SyncStatus final : public SyncReporting {
     Q_OBJECT
 
 public:
-    /// Both must outlive this object.
-    SyncStatus(NotesSyncEngine &engine, const NotesStoring &store);
+    /// All must outlive this object, which takes the history's callback.
+    struct Collaborators {
+        NotesSyncEngine &engine;
+        DataConnectHistory &history;
+        const NotesStoring &store;
+        const Clock &clock;
+    };
+
+    explicit SyncStatus(const Collaborators &collaborators);
 
     [[nodiscard]] bool isSyncing() const override { return passes_ > 0; }
     [[nodiscard]] int pending() const override;
+    [[nodiscard]] int arriving() const override { return arriving_; }
+    [[nodiscard]] Problem problem() const override;
+    [[nodiscard]] QDateTime problemTime() const override;
 
-    /// Sends what the backend lacks, then takes over what is new there.
     void syncNow() override;
+    /// While a pull is under way, any number of calls make one more after it.
+    void pull() override;
+    void announceArrivals() override;
     /// Sends what the backend lacks.
     void push();
+    /// What went wrong for somebody who has signed out is nobody's any more.
+    void forget();
 
 private:
+    struct Trouble {
+        Problem problem;
+        QDateTime time;
+    };
+
+    void ended(DataConnectHistory::Direction direction, DataConnectHistory::Outcome outcome);
+    [[nodiscard]] std::optional<Trouble> trouble() const;
     void begin();
     void end();
+    void pullEnded();
 
-    NotesSyncEngine &engine_;
-    const NotesStoring &store_;
+    Collaborators with_;
     int passes_ = 0; ///< that have not ended
     mutable std::optional<int> pending_; ///< until something changes
+    int arriving_ = 0;
+    bool pulling_ = false;
+    bool pullQueued_ = false; ///< another pull was asked for while one was running
+    std::optional<Trouble> sending_; ///< counts while something is left to be sent
+    std::optional<Trouble> fetching_;
 };
 
 } // namespace vellumo

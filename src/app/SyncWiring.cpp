@@ -14,7 +14,7 @@ SyncWiring::SyncWiring(const Foundation &foundation)
     : history_({foundation.auth, foundation.http, foundation.clock,
                 [&config = foundation.config](const QString &key) { return config.value(key); }})
     , engine_(foundation.store, history_, foundation.auth)
-    , status_(engine_, foundation.store)
+    , status_({engine_, history_, foundation.store, foundation.clock})
 {
     // The session of an earlier run comes from a keyring that may be slow, or locked for a while.
     // Without one there is nothing to do at launch.
@@ -24,6 +24,7 @@ SyncWiring::SyncWiring(const Foundation &foundation)
         }
     };
     foundation.auth.onSignedIn = foundation.auth.onRestored;
+    connect(&foundation.auth, &AuthService::userChanged, this, [this] { status_.forget(); });
 }
 
 } // namespace vellumo

@@ -20,14 +20,38 @@ Item {
     height: column.height
 
     function syncText(): string {
+        if (corner.sync.arriving > 0)
+            return corner.count(corner.sync.arriving, "One note on its way", "%1 notes on their way",
+                                "%1 条笔记正在同步过来")
         if (corner.sync.isSyncing)
             return corner.english ? "Syncing…" : "正在同步…"
-        if (corner.sync.pending === 1 && corner.english)
-            return "One note still to sync"
-        if (corner.sync.pending > 0)
-            return (corner.english ? "%1 notes still to sync" : "还有 %1 条笔记待同步")
-                .arg(corner.sync.pending)
-        return corner.english ? "All notes uploaded" : "笔记已全部上传"
+        const trouble = corner.problemText()
+        if (corner.sync.pending === 0)
+            return trouble || (corner.english ? "All notes uploaded" : "笔记已全部上传")
+        const left = corner.count(corner.sync.pending, "One note still to sync",
+                                  "%1 notes still to sync", "还有 %1 条笔记待同步")
+        return trouble ? trouble + "\n" + left : left
+    }
+    function count(number: int, one: string, many: string, chinese: string): string {
+        return !corner.english ? chinese.arg(number) : number === 1 ? one : many.arg(number)
+    }
+    function problemText(): string {
+        switch (corner.sync.problem) {
+        case SyncReporting.None:
+            return ""
+        case SyncReporting.NotConfigured:
+            return corner.english ? "No sync service is set up here" : "这里没有设置同步服务"
+        case SyncReporting.SignedOut:
+            return corner.english ? "Could not sync. Please sign in again"
+                                  : "同步失败,请重新登录"
+        case SyncReporting.Unreachable:
+            return corner.english ? "Could not sync. No connection" : "同步失败,无法连接"
+        case SyncReporting.Refused:
+            return corner.english ? "Could not sync. The service refused" : "同步失败,服务拒绝了请求"
+        default:
+            return corner.english ? "Could not sync. The answer was unreadable"
+                                  : "同步失败,无法读取服务的回答"
+        }
     }
 
     Column {
@@ -70,7 +94,9 @@ Item {
                 height: width
                 radius: width / 2
                 color: !corner.showsSync || corner.sync.isSyncing
-                    ? Theme.thirdInk : corner.sync.pending > 0 ? Theme.amber : Theme.good
+                    ? Theme.thirdInk
+                    : corner.sync.pending > 0 || corner.sync.problem !== SyncReporting.None
+                    ? Theme.amber : Theme.good
             }
             Label {
                 id: state

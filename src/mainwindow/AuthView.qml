@@ -20,7 +20,7 @@ FocusScope {
 
     function signIn(): void {
         view.error = ""
-        view.auth.signInWithGoogle()
+        view.main.signIn()
     }
 
     Connections {

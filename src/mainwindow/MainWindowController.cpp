@@ -37,7 +37,7 @@ void MainWindowController::show()
         return;
     }
     if (!window_->isVisible()) {
-        model_->library()->setShown(true);
+        model_->setShown(true);
         if (lastPosition_) {
             window_->setPosition(*lastPosition_);
         }
@@ -118,7 +118,7 @@ void MainWindowController::orderBack()
         if (lastPosition_) {
             window_->setPosition(*lastPosition_);
         }
-        model_->library()->setShown(true);
+        model_->setShown(true);
         window_->setProperty("_q_showWithoutActivating", true);
         window_->setVisible(true);
         window_->lower();
@@ -130,13 +130,13 @@ bool MainWindowController::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::FocusIn:
-        model_->library()->setShown(true); // the day may have changed
+        model_->setShown(true); // the day may have changed
         break;
     case QEvent::Close:
         lastPosition_ = window_->position();
         break;
     case QEvent::Hide:
-        model_->library()->setShown(false);
+        model_->setShown(false);
         break;
     default:
         break;

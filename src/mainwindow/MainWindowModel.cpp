@@ -5,6 +5,8 @@
 #include "platform/DefaultsStore.h"
 #include "ui/BilingualText.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
@@ -51,8 +53,33 @@ void MainWindowModel::askForSignIn()
     Q_EMIT faceChanged();
 }
 
+void MainWindowModel::signIn()
+{
+    isSigningIn_ = true;
+    with_.auth.signInWithGoogle();
+}
+
+void MainWindowModel::setShown(bool shown)
+{
+    library_.setShown(shown);
+    if (shown && !std::exchange(isShown_, shown) && showsDashboard()) {
+        pull();
+    }
+    isShown_ = shown;
+}
+
+void MainWindowModel::pull()
+{
+    if (with_.sync && with_.auth.isSignedIn()) {
+        with_.sync->pull();
+    }
+}
+
 void MainWindowModel::userChanged()
 {
+    if (std::exchange(isSigningIn_, false) && with_.sync && with_.auth.isSignedIn()) {
+        with_.sync->announceArrivals();
+    }
     setShowsSettings(false);
     isAskedToSignIn_ = false;
     if (with_.defaults.value(withoutAccountKey).isValid()) {
@@ -67,6 +94,7 @@ void MainWindowModel::setPage(const QString &page)
     if (page != page_) {
         page_ = page;
         Q_EMIT pageChanged();
+        pull();
     }
 }
 

@@ -50,8 +50,13 @@ public:
     /// Goes to the dashboard without an account, now and in later runs, until someone signs in or
     /// out.
     Q_INVOKABLE void useWithoutAccount();
+    /// Signs in through the browser, and tells then how many notes are on their way.
+    Q_INVOKABLE void signIn();
     /// Shows the sign-in view to a user without an account.
     Q_INVOKABLE void askForSignIn();
+
+    /// The window comes or goes. Notes are fetched for whoever looks at them.
+    void setShown(bool shown);
 
     /// "home" or "notes". Going to a page leaves the note that is open.
     [[nodiscard]] QString page() const { return page_; }
@@ -83,6 +88,7 @@ Q_SIGNALS:
 
 private:
     void userChanged();
+    void pull();
 
     Collaborators with_;
     UserPreferences preferences_;
@@ -92,6 +98,8 @@ private:
     QString page_ = QStringLiteral("home");
     bool showsSettings_ = false;
     bool isAskedToSignIn_ = false;
+    bool isSigningIn_ = false; ///< from here
+    bool isShown_ = false;
 };
 
 } // namespace vellumo

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDateTime>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
@@ -14,15 +15,40 @@ class SyncReporting : public QObject {
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY changed)
     Q_PROPERTY(int pending READ pending NOTIFY changed)
+    Q_PROPERTY(int arriving READ arriving NOTIFY changed)
+    Q_PROPERTY(Problem problem READ problem NOTIFY changed)
+    Q_PROPERTY(QDateTime problemTime READ problemTime NOTIFY changed)
 
 public:
     using QObject::QObject;
 
+    /// Why notes could not travel when they last tried to.
+    enum class Problem : quint8 {
+        None,
+        NotConfigured, ///< this installation knows no backend
+        SignedOut, ///< the session is not accepted any more
+        Unreachable, ///< no answer came
+        Refused, ///< the backend said no
+        Unreadable, ///< an answer came that is not one
+    };
+    Q_ENUM(Problem)
+
     [[nodiscard]] virtual bool isSyncing() const = 0;
     /// How many notes the backend does not have, or not with all their follow-ups.
     [[nodiscard]] virtual int pending() const = 0;
+    /// How many notes are known to be on their way here; see announceArrivals().
+    [[nodiscard]] virtual int arriving() const = 0;
+    /// Stands until the same has worked.
+    [[nodiscard]] virtual Problem problem() const = 0;
+    /// Invalid without a problem.
+    [[nodiscard]] virtual QDateTime problemTime() const = 0;
 
+    /// Sends what the backend lacks, then takes over what is new there.
     Q_INVOKABLE virtual void syncNow() = 0;
+    /// Takes over what is new at the backend.
+    Q_INVOKABLE virtual void pull() = 0;
+    /// Asks the backend what it has, to tell how many notes the next pull will bring.
+    virtual void announceArrivals() = 0;
 
 Q_SIGNALS:
     void changed();

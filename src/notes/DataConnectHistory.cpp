@@ -82,8 +82,9 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
                                  const Completion &completion) const
 {
     const QUrl address = url(operation.kind);
+    using Kind = DataConnectError::Kind;
     if (!address.isValid() || address.host().isEmpty()) {
-        const Failure failure{u"bad URL"_s, u"bad URL"_s};
+        const Failure failure{Kind::notConfigured, u"bad URL"_s, u"bad URL"_s};
         soon(context, [completion, failure] { completion(failure); });
         return;
     }
@@ -103,10 +104,12 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
                             &session = with_.session](const auto &token) {
         if (!token.isOk()) {
             const QString why = summary(token.error());
-            completion(Failure{why, logExcerpt(why, sent)});
+            const bool isAway = token.error().kind == AuthError::Kind::network;
+            completion(
+                Failure{isAway ? Kind::unreachable : Kind::signedOut, why, logExcerpt(why, sent)});
         } else if (!token.value()) {
             const QString why = u"user authentication required"_s;
-            completion(Failure{why, why});
+            completion(Failure{Kind::signedOut, why, why});
         } else {
             HttpRequest authorized = request;
             authorized.headers = {{"Content-Type", "application/json"},
@@ -128,8 +131,8 @@ void DataConnectHistory::finish(const std::optional<DataConnectError> &error,
     }
     const QString excerpt = logExcerpt(error->description, sent);
     // a body without a word is a description, but tells a reader of the log nothing
-    completion(
-        Failure{error->description, excerpt.isEmpty() ? u"HTTP %1"_s.arg(error->code) : excerpt});
+    completion(Failure{error->kind, error->description,
+                       excerpt.isEmpty() ? u"HTTP %1"_s.arg(error->code) : excerpt});
 }
 
 void DataConnectHistory::saveProfile(const std::optional<QString> &hearAbout,
@@ -157,7 +160,10 @@ void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
                                     const Done &completion) const
 {
     if (!isConfigured()) {
-        soon(context, [completion] { completion(false); });
+        soon(context, [this, completion] {
+            tell(Direction::Up, DataConnectError::Kind::notConfigured);
+            completion(false);
+        });
         return;
     }
     const Operation operation{mutation,
@@ -166,13 +172,15 @@ void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
                                {u"sourceText"_s, note.sourceText},
                                {u"translation"_s, note.translation},
                                {u"explanation"_s, note.explanation}}};
-    execute(operation, context, DataConnectWire::noteInserted, [completion](const auto &failure) {
+    const auto end = [this, completion](const auto &failure) {
         const bool isThere = !failure || isDuplicate(failure->description);
         if (!isThere) {
             printDiagnostic(u"history create failed — "_s + failure->excerpt);
         }
+        tell(Direction::Up, isThere ? Outcome() : failure->kind);
         completion(isThere);
-    });
+    };
+    execute(operation, context, DataConnectWire::noteInserted, end);
 }
 
 /// One upload of several follow-ups. Goes with the context that waits for it.
@@ -197,6 +205,7 @@ public:
         history_.addFollowUp(noteId_, exchanges_.at(next_), this, [this](const auto &failure) {
             if (failure) {
                 printDiagnostic(u"follow-up upload failed — "_s + failure->excerpt);
+                history_.tell(Direction::Up, failure->kind);
                 finish(false);
                 return;
             }
@@ -224,7 +233,12 @@ void DataConnectHistory::addFollowUps(const QUuid &noteId, const QList<FollowUpE
                                       QObject *context, const Done &completion) const
 {
     if (exchanges.isEmpty() || !isConfigured()) {
-        soon(context, [completion, isDone = exchanges.isEmpty()] { completion(isDone); });
+        soon(context, [this, completion, isDone = exchanges.isEmpty()] {
+            if (!isDone) {
+                tell(Direction::Up, DataConnectError::Kind::notConfigured);
+            }
+            completion(isDone);
+        });
         return;
     }
     (new FollowUpUpload(*this, noteId, exchanges, context, completion))->sendNext();
@@ -244,7 +258,10 @@ void DataConnectHistory::addFollowUp(const QUuid &noteId, const FollowUpExchange
 void DataConnectHistory::list(QObject *context, const ListCompletion &completion) const
 {
     if (!isConfigured()) {
-        soon(context, [completion] { completion({}); });
+        soon(context, [this, completion] {
+            tell(Direction::Down, DataConnectError::Kind::notConfigured);
+            completion({});
+        });
         return;
     }
     const auto notes = std::make_shared<QList<ReadingNote>>();
@@ -257,12 +274,20 @@ void DataConnectHistory::list(QObject *context, const ListCompletion &completion
         return std::optional<DataConnectError>();
     };
     const Operation operation{query, u"ListNotes"_s, {}, listTotalTimeout, listBodyLimit};
-    execute(operation, context, read, [completion, notes](const auto &failure) {
+    execute(operation, context, read, [this, completion, notes](const auto &failure) {
         if (failure) {
             printDiagnostic(u"history list failed — "_s + failure->excerpt);
         }
+        tell(Direction::Down, failure ? Outcome(failure->kind) : Outcome());
         completion(*notes);
     });
+}
+
+void DataConnectHistory::tell(Direction direction, Outcome outcome) const
+{
+    if (onEnded) {
+        onEnded(direction, outcome);
+    }
 }
 
 std::optional<QUuid> DataConnectHistory::uuid(const QString &from)

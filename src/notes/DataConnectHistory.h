@@ -36,6 +36,12 @@ public:
 
     explicit DataConnectHistory(Collaborators collaborators);
 
+    enum class Direction : quint8 { Up, Down };
+    using Outcome = std::optional<DataConnectError::Kind>; ///< nothing when it is done
+    /// Told how each sending of a note or follow-up and each listing went, before its completion
+    /// runs. For those who show it; not told of an operation whose context is gone.
+    std::function<void(Direction direction, Outcome outcome)> onEnded;
+
     /// What the user said about themselves when they first ran the program; absent is not sent.
     void saveProfile(const std::optional<QString> &hearAbout, const std::optional<QString> &role,
                      const std::optional<QString> &industry, QObject *context,
@@ -60,6 +66,7 @@ private:
     class FollowUpUpload;
     struct Operation;
     struct Failure {
+        DataConnectError::Kind kind = DataConnectError::Kind::unreadable;
         QString description; ///< whole: only to be matched
         QString excerpt; ///< for a log
     };
@@ -74,6 +81,7 @@ private:
                  const Completion &completion) const;
     static void finish(const std::optional<DataConnectError> &error, const QStringList &sent,
                        const Completion &completion);
+    void tell(Direction direction, Outcome outcome) const;
     void addFollowUp(const QUuid &noteId, const FollowUpExchange &exchange, QObject *context,
                      const Completion &completion) const;
 

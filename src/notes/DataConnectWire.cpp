@@ -53,7 +53,8 @@ DataConnectError badStatus(const HttpResponse &response)
 {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString body = decoder(response.body);
-    return {response.status, decoder.hasError() ? u"HTTP %1"_s.arg(response.status) : body};
+    return {DataConnectError::Kind::refused, response.status,
+            decoder.hasError() ? u"HTTP %1"_s.arg(response.status) : body};
 }
 
 /// The messages of an answer's errors; absent when they do not have the form of errors.
@@ -88,7 +89,8 @@ private:
     std::optional<DataConnectError> read(const Answer &answer)
     {
         if (!answer.isOk()) {
-            return DataConnectError{.description = describe(answer.error().kind)};
+            return DataConnectError{.kind = DataConnectError::Kind::unreachable,
+                                    .description = describe(answer.error().kind)};
         }
         const HttpResponse &response = answer.value();
         if (response.status < 200 || response.status > 299) {
@@ -104,7 +106,8 @@ private:
             return undecodable();
         }
         if (!errors->isEmpty()) {
-            return DataConnectError{.description = errors->join(u"; "_s)};
+            return DataConnectError{.kind = DataConnectError::Kind::refused,
+                                    .description = errors->join(u"; "_s)};
         }
         const Value *found = member(document, "data");
         if (isAbsent(found)) {

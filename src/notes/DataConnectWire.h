@@ -12,6 +12,14 @@ namespace vellumo {
 
 /// Why an operation has no result.
 struct DataConnectError {
+    enum class Kind : quint8 {
+        notConfigured, ///< this installation knows no backend
+        signedOut, ///< there is no session, or it is not accepted any more
+        unreachable, ///< no answer came
+        refused, ///< the backend said no
+        unreadable, ///< an answer came that is not one
+    };
+    Kind kind = Kind::unreadable;
     int code = -1; ///< the status, if it was one that says no
     QString description = {}; ///< whole; a server's may repeat what was sent: not for a log
 };

@@ -252,7 +252,7 @@ QList<PendingNote> NotesStore::pendingSync() const
     return pending;
 }
 
-void NotesStore::mergeRemote(const QList<ReadingNote> &notes)
+QList<ReadingNote> NotesStore::unknown(const QList<ReadingNote> &notes) const
 {
     QSet<QString> knownIds;
     QSet<QString> knownContents;
@@ -263,21 +263,34 @@ void NotesStore::mergeRemote(const QList<ReadingNote> &notes)
         }
     }
 
-    StoredNotesBucket cloud = bucketsByContextKey_.value(
-        cloudKey, {{cloudKey, u"Synced"_s, ReadingContextSource::appWindow}, {}});
-    bool hasTaken = false;
+    QList<ReadingNote> unknown;
     for (const ReadingNote &note : notes) {
         // The contents are those of before the merge: two notes from the server may read the same.
         if (knownIds.contains(lowerIdText(note.id)) || knownContents.contains(contentKey(note))) {
             continue;
         }
-        cloud.notes.append(note);
-        syncStates_[noteIdText(note.id)] = {true, note.followUps.size()};
+        unknown.append(note);
         knownIds.insert(lowerIdText(note.id));
-        hasTaken = true;
     }
-    if (!hasTaken) {
+    return unknown;
+}
+
+qsizetype NotesStore::unknownCount(const QList<ReadingNote> &notes) const
+{
+    return unknown(notes).size();
+}
+
+void NotesStore::mergeRemote(const QList<ReadingNote> &notes)
+{
+    const QList<ReadingNote> taken = unknown(notes);
+    if (taken.isEmpty()) {
         return;
+    }
+    StoredNotesBucket cloud = bucketsByContextKey_.value(
+        cloudKey, {{cloudKey, u"Synced"_s, ReadingContextSource::appWindow}, {}});
+    cloud.notes.append(taken);
+    for (const ReadingNote &note : taken) {
+        syncStates_[noteIdText(note.id)] = {true, note.followUps.size()};
     }
     bucketsByContextKey_.insert(cloudKey, cloud);
     bucketChanged(cloudKey);

@@ -30,6 +30,7 @@ public:
     [[nodiscard]] QList<ReadingNote> allNotes() const override;
     [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override;
     [[nodiscard]] QList<PendingNote> pendingSync() const override;
+    [[nodiscard]] qsizetype unknownCount(const QList<ReadingNote> &notes) const override;
     void mergeRemote(const QList<ReadingNote> &notes) override;
     /// Saved at once while the file is small. Beyond a megabyte, bookkeeping is gathered for up to
     /// 50 ms for each megabyte, since each save writes all of it; any other save takes it along.
@@ -49,6 +50,7 @@ private:
     [[nodiscard]] QList<QByteArray> encoded();
     [[nodiscard]] std::optional<QString> trySave(Durability durability);
     [[nodiscard]] QList<Place> placesNewestFirst() const;
+    [[nodiscard]] QList<ReadingNote> unknown(const QList<ReadingNote> &notes) const;
 
     QHash<QString, StoredNotesBucket> bucketsByContextKey_;
     NoteSyncStates syncStates_;

@@ -39,6 +39,9 @@ public:
     /// The notes that the server does not have, or not with all their follow-ups. Unordered.
     [[nodiscard]] virtual QList<PendingNote> pendingSync() const = 0;
 
+    /// How many of the notes from the server mergeRemote() would take over.
+    [[nodiscard]] virtual qsizetype unknownCount(const QList<ReadingNote> &notes) const = 0;
+
     /// Takes over the notes from the server that are not known yet.
     virtual void mergeRemote(const QList<ReadingNote> &notes) = 0;
 

@@ -90,6 +90,7 @@ public:
     }
     QList<NoteWithContext> allNotesWithContexts() const override { return notes; }
     QList<PendingNote> pendingSync() const override { return {}; }
+    qsizetype unknownCount(const QList<ReadingNote> &) const override { return 0; }
     void mergeRemote(const QList<ReadingNote> &) override { }
     void markSynced(const QUuid &, qint64) override { }
 };

@@ -36,15 +36,29 @@ public:
     [[nodiscard]] QList<ReadingNote> allNotes() const override { return {}; }
     [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override { return notes; }
     [[nodiscard]] QList<PendingNote> pendingSync() const override { return {}; }
+    [[nodiscard]] qsizetype unknownCount(const QList<ReadingNote> & /*notes*/) const override
+    {
+        return 0;
+    }
     void mergeRemote(const QList<ReadingNote> & /*notes*/) override { }
     void markSynced(const QUuid & /*noteId*/, qint64 /*followUpCount*/) override { }
 };
 
 class SampleSync : public SyncReporting {
 public:
-    [[nodiscard]] bool isSyncing() const override { return false; }
-    [[nodiscard]] int pending() const override { return 0; }
-    void syncNow() override { }
+    QStringList asked; ///< what the window has asked for
+    Problem trouble = Problem::None;
+    int left = 0;
+    int onTheirWay = 0;
+
+    [[nodiscard]] bool isSyncing() const override { return onTheirWay > 0; }
+    [[nodiscard]] int pending() const override { return left; }
+    [[nodiscard]] int arriving() const override { return onTheirWay; }
+    [[nodiscard]] Problem problem() const override { return trouble; }
+    [[nodiscard]] QDateTime problemTime() const override { return {}; }
+    void syncNow() override { asked.append(QStringLiteral("sync")); }
+    void pull() override { asked.append(QStringLiteral("pull")); }
+    void announceArrivals() override { asked.append(QStringLiteral("arrivals")); }
 };
 
 /// The main window with everything that it stands on.

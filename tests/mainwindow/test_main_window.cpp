@@ -154,6 +154,9 @@ void TestMainWindow::signsIn()
     QCOMPARE(desk.text("account"), u"new@a.test"_s);
     QCOMPARE(desk.text("syncState"), u"All notes uploaded"_s);
     QVERIFY(!desk.item("signIn"));
+    QCOMPARE(desk.sync.asked, QStringList{u"arrivals"_s});
+    desk.click("notes");
+    QCOMPARE(desk.sync.asked.last(), u"pull"_s);
 }
 
 void TestMainWindow::goesOnWithoutAnAccount()

@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/SyncStatus.h"
+#include "notes/NotesStore.h"
+#include "notes/NotesSyncEngine.h"
+#include "notes/SyncFakes.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeHttpSession.h"
+#include "support/Waiting.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace vellumo;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Problem = SyncReporting::Problem;
+
+const ReadingContext page{u"web-url:https://a.test/"_s, u"a.test"_s, ReadingContextSource::webURL};
+const QByteArray oneListed = R"({"data":{"notes":[{"id":"6f0d5c1e5b0a4f0e9a3d1c2b4a5f6e7d",
+    "sourceText":"s","explanation":"e","createdAt":"2026-01-01T00:00:00.5Z",
+    "followUps_on_note":[]}]}})";
+const QByteArray noneListed = R"({"data":{"notes":[]}})";
+const QByteArray created = R"({"data":{"note_insert":{"id":"x"}}})";
+
+struct Home {
+    QTemporaryDir folder;
+    FakeAuth auth;
+    FakeHttpSession session;
+    FakeClock clock;
+    DataConnectHistory history;
+    NotesStore store{folder.filePath(u"notes.json"_s)};
+    NotesSyncEngine engine{store, history, auth};
+    SyncStatus status{{engine, history, store, clock}};
+    qsizetype served = 0;
+
+    explicit Home(const QString &url = u"https://d.example/c"_s)
+        : history(
+            {auth, session, clock,
+             lookupIn({{u"VELLUMO_DATACONNECT_URL"_s, url}, {u"FIREBASE_API_KEY"_s, u"k"_s}})})
+    {
+    }
+
+    bool serve(const Result<HttpResponse, HttpError> &answer)
+    {
+        ++served;
+        return waitUntil([&] { return session.requests.size() >= served; })
+            && session.answer(answer);
+    }
+    bool serve(const QByteArray &body) { return serve(HttpResponse{.status = 200, .body = body}); }
+    bool isQuiet()
+    {
+        return waitUntil([&] { return !status.isSyncing(); }) && session.requests.size() == served;
+    }
+};
+
+} // namespace
+
+class TestSyncStatus : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tellsWhyAPullFailed_data();
+    void tellsWhyAPullFailed();
+    void tellsWhyANoteStays();
+    void pullsDuringAPullMakeOneMore();
+    void tellsHowManyAreOnTheirWay();
+};
+
+void TestSyncStatus::tellsWhyAPullFailed_data()
+{
+    QTest::addColumn<int>("status"); // none: no answer comes
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<Problem>("problem");
+    QTest::newRow("away") << 0 << QByteArray() << Problem::Unreachable;
+    QTest::newRow("status") << 503 << QByteArray() << Problem::Refused;
+    QTest::newRow("errors") << 200 << QByteArray(R"({"errors":[{"message":"no"}]})")
+                            << Problem::Refused;
+    QTest::newRow("no answer") << 200 << QByteArray("<html>") << Problem::Unreadable;
+}
+
+void TestSyncStatus::tellsWhyAPullFailed()
+{
+    QFETCH(int, status);
+    QFETCH(QByteArray, body);
+    QFETCH(Problem, problem);
+    const auto answer = status == 0
+        ? Result<HttpResponse, HttpError>(HttpError{HttpError::Kind::refused})
+        : HttpResponse{.status = status, .body = body};
+    Home home;
+    home.status.syncNow();
+    QVERIFY(home.status.isSyncing());
+    QVERIFY(home.serve(answer) && home.isQuiet());
+    QCOMPARE(home.status.problem(), problem);
+    QVERIFY(home.status.problemTime().isValid());
+
+    home.status.syncNow();
+    QVERIFY(home.serve(noneListed) && home.isQuiet());
+    QCOMPARE(home.status.problem(), Problem::None);
+}
+
+void TestSyncStatus::tellsWhyANoteStays()
+{
+    Home home;
+    home.store.add(makeNote(u"a"_s), page);
+    home.status.push();
+    QVERIFY(home.serve(HttpError{HttpError::Kind::timedOut}) && home.isQuiet());
+    QCOMPARE(home.status.pending(), 1);
+    QCOMPARE(home.status.problem(), Problem::Unreachable);
+
+    // That the way back works does not bring the note there.
+    home.status.pull();
+    QVERIFY(home.serve(noneListed) && home.isQuiet());
+    QCOMPARE(home.status.problem(), Problem::Unreachable);
+
+    home.status.push();
+    QVERIFY(home.serve(created) && home.isQuiet());
+    QCOMPARE(home.status.pending(), 0);
+    QCOMPARE(home.status.problem(), Problem::None);
+
+    Home elsewhere{QString()};
+    elsewhere.store.add(makeNote(u"a"_s), page);
+    elsewhere.status.push();
+    QVERIFY(elsewhere.isQuiet());
+    QCOMPARE(elsewhere.status.problem(), Problem::NotConfigured);
+
+    elsewhere.status.forget();
+    QCOMPARE(elsewhere.status.problem(), Problem::None);
+}
+
+void TestSyncStatus::pullsDuringAPullMakeOneMore()
+{
+    Home home;
+    for (int i = 0; i < 4; ++i)
+        home.status.pull();
+    QVERIFY(home.serve(noneListed) && home.serve(noneListed) && home.isQuiet());
+    QCOMPARE(home.session.requests.size(), 2);
+}
+
+void TestSyncStatus::tellsHowManyAreOnTheirWay()
+{
+    Home home;
+    home.status.announceArrivals();
+    QVERIFY(home.serve(oneListed));
+    QVERIFY(waitUntil([&] { return home.status.arriving() == 1; }));
+    home.status.syncNow();
+    QVERIFY(home.serve(oneListed) && home.isQuiet());
+    QCOMPARE(home.status.arriving(), 0);
+    QCOMPARE(home.store.noteCount(), 1);
+
+    home.status.announceArrivals();
+    QVERIFY(home.serve(oneListed) && home.isQuiet());
+    QCOMPARE(home.status.arriving(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestSyncStatus)
+#include "test_sync_status.moc"
