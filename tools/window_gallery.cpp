@@ -108,6 +108,7 @@ QList<View> views()
         desk.key(Qt::Key_Down);
         desk.key(Qt::Key_Return);
     };
+    const auto toInsights = [](WindowDesk &desk) { desk.click("insights"); };
     const auto search = [](const char *text) {
         return [text](WindowDesk &desk) {
             desk.click("notes");
@@ -116,6 +117,7 @@ QList<View> views()
             }
         };
     };
+    constexpr QSize usual(1040, 720);
     constexpr QSize small(1008, 552);
     constexpr QSize least(640, 440);
     return {
@@ -149,6 +151,24 @@ QList<View> views()
          },
          toNote},
         {u"settings"_s, plain, [](WindowDesk &g) { g.click("settings"); }},
+        {u"insights"_s, plain, toInsights, usual},
+        {u"insights-focus"_s, plain,
+         [](WindowDesk &g) {
+             g.click("insights");
+             g.item("days")->forceActiveFocus();
+             g.key(Qt::Key_Left, 2);
+             g.key(Qt::Key_Up, 2);
+         },
+         usual},
+        {u"insights-end"_s, plain,
+         [](WindowDesk &g) {
+             g.click("insights");
+             g.key(Qt::Key_PageDown, 3);
+             g.item("place")->forceActiveFocus();
+             g.key(Qt::Key_Down, 1);
+         },
+         usual},
+        {u"insights-empty"_s, empty, toInsights},
         {u"home-small"_s, plain, [](WindowDesk &) {}, small},
         {u"sign-in-large"_s, [](WindowDesk &) {}, [](WindowDesk &) {}, small, 20},
         {u"home-large"_s, signedIn, [](WindowDesk &) {}, small, 20},
@@ -156,6 +176,14 @@ QList<View> views()
         {u"notes-large"_s, plain, toNotes, small, 20},
         {u"note-large"_s, plain, toNote, small, 20},
         {u"settings-large"_s, plain, [](WindowDesk &g) { g.click("settings"); }, small, 20},
+        {u"insights-large"_s, plain, toInsights, small, 20},
+        {u"insights-large-end"_s, plain,
+         [](WindowDesk &g) {
+             g.click("insights");
+             g.key(Qt::Key_PageDown, 2);
+         },
+         small, 20},
+        {u"insights-least"_s, plain, toInsights, least},
         {u"home-least"_s, signedIn, [](WindowDesk &) {}, least},
         {u"notes-least"_s, plain, toNotes, least},
         {u"note-least"_s, plain, toNote, least},

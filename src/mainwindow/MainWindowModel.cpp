@@ -21,6 +21,7 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
     , preferences_(collaborators.defaults)
     , library_(collaborators.notesStore, collaborators.clock, collaborators.texts)
     , overview_(library_, collaborators.clock, collaborators.texts)
+    , insights_(library_, collaborators.texts)
     , note_(library_, collaborators.texts)
 {
     connect(&with_.auth, &AuthService::userChanged, this, &MainWindowModel::userChanged);
@@ -93,6 +94,7 @@ void MainWindowModel::setPage(const QString &page)
     note_.close();
     if (page != page_) {
         page_ = page;
+        insights_.setShown(page == "insights"_L1);
         Q_EMIT pageChanged();
         pull();
     }
@@ -134,6 +136,14 @@ void MainWindowModel::openLatest(int row)
     if (const NoteWithContext *entry = library_.latestAt(row)) {
         note_.open(*entry);
     }
+}
+
+void MainWindowModel::openPlace(int index)
+{
+    const QString query = insights_.placeQuery(index);
+    setPage(u"notes"_s);
+    library_.setGrouping(u"place"_s);
+    library_.setQuery(query);
 }
 
 } // namespace vellumo

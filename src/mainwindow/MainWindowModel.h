@@ -4,6 +4,7 @@
 
 #include "account/AuthService.h"
 #include "app/UserPreferences.h"
+#include "mainwindow/NotesInsights.h"
 #include "mainwindow/NotesLibrary.h"
 #include "mainwindow/NotesOverview.h"
 #include "mainwindow/OpenedNote.h"
@@ -28,6 +29,7 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(vellumo::AuthService *auth READ auth CONSTANT)
     Q_PROPERTY(vellumo::NotesLibrary *library READ library CONSTANT)
     Q_PROPERTY(vellumo::NotesOverview *overview READ overview CONSTANT)
+    Q_PROPERTY(vellumo::NotesInsights *insights READ insights CONSTANT)
     Q_PROPERTY(vellumo::OpenedNote *note READ note CONSTANT)
     Q_PROPERTY(vellumo::SyncReporting *sync READ sync CONSTANT)
 
@@ -58,7 +60,7 @@ public:
     /// The window comes or goes. Notes are fetched for whoever looks at them.
     void setShown(bool shown);
 
-    /// "home" or "notes". Going to a page leaves the note that is open.
+    /// "home", "notes" or "insights". Going to a page leaves the note that is open.
     [[nodiscard]] QString page() const { return page_; }
     void setPage(const QString &page);
     [[nodiscard]] bool showsSettings() const { return showsSettings_; }
@@ -73,12 +75,15 @@ public:
     [[nodiscard]] AuthService *auth() const { return &with_.auth; }
     [[nodiscard]] NotesLibrary *library() { return &library_; }
     [[nodiscard]] NotesOverview *overview() { return &overview_; }
+    [[nodiscard]] NotesInsights *insights() { return &insights_; }
     [[nodiscard]] OpenedNote *note() { return &note_; }
     [[nodiscard]] SyncReporting *sync() const { return with_.sync; }
 
     /// Opens the page of a note of the list, and of the latest ones.
     Q_INVOKABLE void openRow(int row);
     Q_INVOKABLE void openLatest(int row);
+    /// Goes to the notes of one of the places that the insights name.
+    Q_INVOKABLE void openPlace(int index);
 
 Q_SIGNALS:
     void faceChanged();
@@ -94,6 +99,7 @@ private:
     UserPreferences preferences_;
     NotesLibrary library_;
     NotesOverview overview_;
+    NotesInsights insights_;
     OpenedNote note_;
     QString page_ = QStringLiteral("home");
     bool showsSettings_ = false;

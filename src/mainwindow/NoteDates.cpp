@@ -93,6 +93,16 @@ QString month(QDate date, bool english)
     return english ? englishText(date, u"MMMM"_s) : date.toString(u"M 月"_s);
 }
 
+QString shortMonth(QDate date, bool english)
+{
+    return english ? englishText(date, u"MMM"_s) : date.toString(u"M月"_s);
+}
+
+QString monthAndYear(QDate date, bool english)
+{
+    return english ? englishText(date, u"MMMM yyyy"_s) : date.toString(u"yyyy年M月"_s);
+}
+
 double startOf(QDate date)
 {
     return static_cast<double>(date.startOfDay().toMSecsSinceEpoch()) / 1000 - referenceEpoch;

@@ -24,6 +24,12 @@ namespace vellumo::NoteDates {
 /// "October".
 [[nodiscard]] QString month(QDate date, bool english);
 
+/// "Oct" or "10月".
+[[nodiscard]] QString shortMonth(QDate date, bool english);
+
+/// "October 2026".
+[[nodiscard]] QString monthAndYear(QDate date, bool english);
+
 /// The instant at which the day begins, in seconds since the reference date.
 [[nodiscard]] double startOf(QDate date);
 

@@ -5,6 +5,7 @@
 #include "mainwindow/NoteDates.h"
 #include "mainwindow/NotePlace.h"
 #include "mainwindow/NotesLibrary.h"
+#include "mainwindow/PlaceCount.h"
 #include "platform/Clock.h"
 #include "ui/BilingualText.h"
 
@@ -19,35 +20,6 @@ namespace {
 constexpr int shownDays = 14;
 constexpr int placesOverDays = 30;
 constexpr qsizetype shownPlaces = 3;
-
-/// Counts notes by place.
-class PlaceCount {
-public:
-    void add(const ReadingContext &context)
-    {
-        Entry &entry = entries_[placeKey(context)];
-        entry.context = &context;
-        ++entry.count;
-    }
-
-    struct Entry {
-        const ReadingContext *context = nullptr;
-        int count = 0;
-    };
-    /// Most notes first.
-    [[nodiscard]] QList<Entry> top(qsizetype count) const
-    {
-        QList<Entry> sorted = entries_.values();
-        std::sort(sorted.begin(), sorted.end(), [](const Entry &a, const Entry &b) {
-            return a.count != b.count ? a.count > b.count
-                                      : a.context->displayName < b.context->displayName;
-        });
-        return sorted.first(std::min(count, sorted.size()));
-    }
-
-private:
-    QHash<QString, Entry> entries_;
-};
 
 } // namespace
 

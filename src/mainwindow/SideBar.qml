@@ -62,6 +62,14 @@ Rectangle {
             onClicked: bar.main.page = "notes"
         }
         NavigationItem {
+            objectName: "insights"
+            width: parent.width
+            icon: "insights"
+            text: bar.english ? "Insights" : "洞察"
+            chosen: bar.main.page === "insights"
+            onClicked: bar.main.page = "insights"
+        }
+        NavigationItem {
             objectName: "settings"
             width: parent.width
             icon: "settings"

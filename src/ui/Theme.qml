@@ -58,6 +58,12 @@ QtObject {
     readonly property color raised: theme.dark ? "#34343B" : "#FFFFFF"
     readonly property color surfaceHovered: theme.dark ? "#222227" : "#FBFAF8"
 
+    // charts: the first is the accent, the rest together come last
+    readonly property color chartSecond: theme.dark ? "#F2994A" : "#D9730D"
+    readonly property color chartThird: theme.dark ? "#3FBFAD" : "#0F8B7D"
+    readonly property color chartFourth: theme.dark ? "#B18CF0" : "#8757D6"
+    readonly property color chartRest: theme.thirdInk
+
     // the first run
     readonly property color goodText: theme.dark ? "#4CC38A" : "#14784A"
     readonly property color accentPressed: "#2355CC"

@@ -79,6 +79,9 @@ QtObject {
     readonly property int tile: units.scaled(144)
     readonly property int statusDot: 8
     readonly property int bar: 3
+    readonly property int calendarCell: units.scaled(15)
+    readonly property int monthBars: units.scaled(120)
+    readonly property int shareBar: 10
 
     // the window of the first run
     readonly property int onboardingWidth: units.scaled(680)

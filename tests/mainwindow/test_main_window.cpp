@@ -97,6 +97,7 @@ private Q_SLOTS:
     void fitsLargeText_data();
     void fitsLargeText();
     void readsANote();
+    void walksTheInsights();
     void keepsItsPlaceWhenANoteIsAdded();
     void opensWithManyNotes();
     void isHiddenWhileAPanelIsClicked_data();
@@ -227,11 +228,12 @@ void TestMainWindow::keysReachEverything_data()
 {
     QTest::addColumn<QString>("view");
     QTest::addColumn<QStringList>("reached");
-    const QStringList bar{u"home"_s, u"notes"_s, u"settings"_s, u"goToSignIn"_s};
+    const QStringList bar{u"home"_s, u"notes"_s, u"insights"_s, u"settings"_s, u"goToSignIn"_s};
     QTest::newRow("sign-in") << u"sign-in"_s << QStringList{u"signIn"_s, u"withoutAccount"_s};
     QTest::newRow("home") << u"home"_s << bar + QStringList{u"allNotes"_s, u"latest"_s};
     QTest::newRow("notes") << u"notes"_s
                            << bar + QStringList{u"search"_s, u"grouping"_s, u"rows"_s};
+    QTest::newRow("insights") << u"insights"_s << bar + QStringList{u"days"_s, u"place"_s};
     QTest::newRow("note") << u"note"_s
                           << bar
             + QStringList{u"back"_s, u"openPage"_s, u"copy"_s, u"askFurther"_s};
@@ -249,6 +251,8 @@ void TestMainWindow::keysReachEverything()
     desk.show();
     if (view == "notes"_L1 || view == "note"_L1) {
         desk.click("notes");
+    } else if (view == "insights"_L1) {
+        desk.click("insights");
     } else if (view == "settings"_L1) {
         QTest::keyClick(desk.window.window(), Qt::Key_Comma, Qt::ControlModifier);
     }
@@ -305,11 +309,12 @@ void TestMainWindow::fitsLargeText()
     desk.useWithoutAccount();
     desk.storeSession();
     desk.click("withoutAccount");
-    for (const char *view : {"home", "notes", "settings"}) {
+    for (const char *view : {"home", "notes", "insights", "settings"}) {
         desk.click(view);
         QCOMPARE(cut().join(u", "_s), QString());
     }
     desk.key(Qt::Key_Escape);
+    desk.click("notes");
     desk.key(Qt::Key_Down);
     desk.key(Qt::Key_Return);
     QVERIFY(desk.item("back"));
@@ -357,6 +362,28 @@ void TestMainWindow::readsANote()
     desk.key(Qt::Key_Escape);
     QVERIFY(!desk.item("sourceText"));
     QCOMPARE(desk.text("count"), u"1 of 3"_s);
+}
+
+void TestMainWindow::walksTheInsights()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.notes = notes(30);
+    desk.notes.notes[3].context.displayName = u"100 %1 Paper"_s;
+    desk.show();
+    desk.click("insights");
+    QCOMPARE(desk.text("insightsSummary"), u"30 notes on 2 days."_s);
+    desk.item("days")->forceActiveFocus(Qt::TabFocusReason);
+    QCOMPARE(desk.text("figure"), u"Today: 20 notes"_s);
+    desk.key(Qt::Key_Up);
+    QCOMPARE(desk.text("figure"), u"Yesterday: 10 notes"_s);
+    desk.setLanguage(u"Chinese"_s);
+    QCOMPARE(desk.text("figure"), u"昨天:10 条"_s);
+    desk.key(Qt::Key_Tab);
+    desk.key(Qt::Key_Down);
+    desk.key(Qt::Key_Return); // the second place
+    QCOMPARE(desk.text("count"), u"1 / 30"_s);
+    QCOMPARE(desk.text("search"), u"100 %1 Paper"_s);
 }
 
 void TestMainWindow::keepsItsPlaceWhenANoteIsAdded()

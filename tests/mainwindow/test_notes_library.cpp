@@ -5,7 +5,9 @@
 #include "WindowDesk.h"
 #include "mainwindow/NoteDates.h"
 #include "mainwindow/NotePlace.h"
+#include "mainwindow/NotesInsights.h"
 #include "support/Waiting.h"
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
@@ -36,6 +38,7 @@ struct Shelf {
     BilingualText texts{[this] { return language; }};
     NotesLibrary library{store, clock, texts};
     NotesOverview overview{library, clock, texts};
+    NotesInsights insights{library, texts};
 
     explicit Shelf(const QList<NoteWithContext> &notes)
     {
@@ -74,6 +77,11 @@ private Q_SLOTS:
     void followsTheStoreWhileItIsShown();
     void searchesManyInSlices();
     void countsDaysAndPlaces();
+    void tellsLanguages_data();
+    void tellsLanguages();
+    void countsADayAndAMonth_data();
+    void countsADayAndAMonth();
+    void countsManyInSlices();
     void opensOnlyPages_data();
     void opensOnlyPages();
     void copiesTheWholeNote();
@@ -224,6 +232,101 @@ void TestNotesLibrary::countsDaysAndPlaces()
     QCOMPARE(seen.placeNames(), (QStringList{u"Paper.pdf"_s, u"a.test"_s}));
     QCOMPARE(seen.placeCounts(), (QList<int>{4, 2}));
     QCOMPARE(seen.partOfDay(), u"evening"_s);
+}
+
+void TestNotesLibrary::tellsLanguages_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("language");
+    const auto row = [](const char *text, const char *language) {
+        QTest::newRow(language) << QString::fromUtf8(text) << QString::fromUtf8(language);
+    };
+    row("The tide turns twice a day, and nobody asks it why.", "English");
+    row("La marée monte et descend dans les ports qui sont profonds", "French");
+    row("DER MOND IST AUFGEGANGEN UND FÜR ALLE DA", "German");
+    row("El agua de los ríos no es como la del mar", "Spanish");
+    row("ubiquitous", "Latin letters");
+    row("the", "Latin letters");
+    row("Từ điển và ngôn ngữ của người Việt", "Latin letters");
+    row("潮水每天涨落两次,没有人问 it 为什么", "Chinese");
+    row("経済", "Chinese characters");
+    row("潮は一日に二度満ちる", "Japanese");
+    row("밀물은 하루에 두 번", "Korean");
+    row("Прилив два раза в день", "Cyrillic letters");
+    row("\xf0\xa0\x80\x80\xf0\xa0\x80\x81", "Chinese characters"); // beyond 16 bits
+    row("= 42 %", "Numbers and signs");
+    row("", "Numbers and signs");
+}
+
+void TestNotesLibrary::tellsLanguages()
+{
+    QFETCH(QString, text);
+    QTEST(nameOf(readingLanguage(text), true), "language");
+    const QString unended = QString(1'000'000, u' ') + text; // only the beginning counts
+    QCOMPARE(readingLanguage(unended), ReadingLanguage::NoLetters);
+}
+
+void TestNotesLibrary::countsADayAndAMonth_data()
+{
+    QTest::addColumn<double>("time");
+    QTest::addColumn<QString>("firstDay"); // of the week
+    QTest::addColumn<int>("daysBefore"); // today; -1 for none of those that are shown
+    QTest::addColumn<int>("monthsBefore");
+    const double today = eveningOfTheDay - 3 * 3600; // Monday, 23 November, 00:00 in Shanghai
+    const QString monday = u"de_DE"_s;
+    const QString sunday = u"en_US"_s;
+    QTest::newRow("now") << eveningOfTheDay << monday << 0 << 0;
+    QTest::newRow("midnight") << today << sunday << 0 << 0;
+    QTest::newRow("before midnight") << today - 0.001 << sunday << 1 << 0;
+    QTest::newRow("the month's begin") << today - 22 * day << monday << 22 << 0;
+    QTest::newRow("before it") << today - 22 * day - 1 << monday << 23 << 1;
+    QTest::newRow("first day") << today - 52 * 7 * day << monday << 364 << -1;
+    QTest::newRow("before it all") << today - 52 * 7 * day - 1 << monday << -1 << -1;
+    QTest::newRow("first day, from Sunday on") << today - (52 * 7 + 1) * day << sunday << 365 << -1;
+    QTest::newRow("first month") << today - (22 + 334) * day << monday << 356 << 11;
+    QTest::newRow("tomorrow") << today + day << monday << -1 << -1;
+}
+
+void TestNotesLibrary::countsADayAndAMonth()
+{
+    QFETCH(double, time);
+    QFETCH(QString, firstDay);
+    QLocale::setDefault(QLocale(firstDay));
+    const auto restore = qScopeGuard([] { QLocale::setDefault(QLocale::system()); });
+    Shelf shelf({noteOf(time, u"a"_s)});
+    shelf.insights.setShown(true);
+    const auto before = [](const QList<int> &counts) {
+        const qsizetype found = counts.indexOf(1);
+        return found < 0 ? -1 : static_cast<int>(counts.size() - 1 - found);
+    };
+    QTEST(before(shelf.insights.days()), "daysBefore");
+    QTEST(before(shelf.insights.months()), "monthsBefore");
+    QCOMPARE(shelf.insights.total(), 1);
+    QCOMPARE(shelf.insights.dayName(static_cast<int>(shelf.insights.days().size()) - 1),
+             u"Today"_s);
+}
+
+void TestNotesLibrary::countsManyInSlices()
+{
+    constexpr int count = 100'000;
+    QList<NoteWithContext> notes;
+    for (int i = 0; i < count; ++i) {
+        notes.append(noteOf(eveningOfTheDay - i * 600.0, u"it has been said that %1"_s.arg(i),
+                            i % 3 == 0 ? siteA : paper));
+    }
+    Shelf shelf(notes);
+    QSignalSpy changes(&shelf.insights, &NotesInsights::changed);
+    shelf.insights.setShown(true);
+    shelf.insights.setShown(false); // given up
+    shelf.store.add(notes[0].note, siteA2);
+    QCoreApplication::processEvents();
+    QCOMPARE(changes.size(), 0);
+    shelf.insights.setShown(true);
+    QVERIFY(waitUntil([&] { return shelf.insights.total() == count + 1; }));
+    QCOMPARE(changes.size(), 1);
+    QCOMPARE(shelf.insights.placeCounts(), (QList<int>{66'666, 33'335}));
+    QCOMPARE(shelf.insights.languageCounts(), QList<int>{count + 1});
+    QCOMPARE(shelf.insights.activeDays(), 696);
 }
 
 void TestNotesLibrary::opensOnlyPages_data()

@@ -1,0 +1,199 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// Notes per day, a column for each week, as many weeks as there is room for. The arrow keys and the
+/// pointer choose a day, whose figure is told.
+FocusScope {
+    id: calendar
+
+    required property NotesInsights insights
+    required property bool english
+
+    readonly property int pitch: Units.calendarCell + calendar.gap
+    readonly property int gap: 3
+    readonly property int allWeeks: Math.ceil(calendar.insights.days.length / 7)
+    readonly property int weeks: Math.max(1, Math.min(calendar.allWeeks,
+                                                      Math.floor((calendar.width - weekdays.width
+                                                                  + calendar.gap)
+                                                                 / calendar.pitch)))
+    /// The first day that is shown.
+    readonly property int first: (calendar.allWeeks - calendar.weeks) * 7
+    readonly property int last: calendar.insights.days.length - 1
+    readonly property int most: calendar.mostOfADay()
+
+    property int keyDay: -1
+    property int pointedDay: -1
+    readonly property int chosenDay: calendar.pointedDay >= 0 ? calendar.pointedDay
+                                   : calendar.activeFocus ? calendar.keyDay : -1
+    readonly property string figure: calendar.dayText(calendar.chosenDay)
+
+    implicitHeight: grid.y + 7 * calendar.pitch - calendar.gap
+    activeFocusOnTab: true
+
+    Accessible.role: Accessible.List
+    Accessible.name: calendar.english ? "Notes per day" : "每天的笔记"
+    Accessible.description: calendar.figure
+    Accessible.focusable: true
+
+    onActiveFocusChanged: {
+        if (activeFocus && calendar.keyDay < calendar.first)
+            calendar.keyDay = calendar.last
+        if (activeFocus)
+            announcer.announce(calendar.figure)
+    }
+    Keys.onPressed: event => {
+        const by = event.key === Qt.Key_Left ? -7 : event.key === Qt.Key_Right ? 7
+            : event.key === Qt.Key_Up ? -1 : event.key === Qt.Key_Down ? 1
+            : event.key === Qt.Key_Home ? -calendar.last : event.key === Qt.Key_End ? calendar.last
+            : 0
+        if (by === 0)
+            return
+        event.accepted = true
+        calendar.pointedDay = -1
+        calendar.keyDay = Math.max(calendar.first, Math.min(calendar.last, calendar.keyDay + by))
+        announcer.announce(calendar.figure)
+    }
+
+    function mostOfADay(): int {
+        // a single note is not a full day
+        let most = 4
+        for (let i = calendar.first; i <= calendar.last; ++i)
+            most = Math.max(most, calendar.insights.days[i])
+        return most
+    }
+    function dayText(day: int): string {
+        if (day < 0 || day > calendar.last)
+            return ""
+        const count = calendar.insights.days[day]
+        const name = calendar.insights.dayName(day)
+        if (count === 0)
+            return (calendar.english ? "%1: none" : "%1:没有").arg(name)
+        if (count === 1)
+            return (calendar.english ? "%1: one note" : "%1:1 条").arg(name)
+        return (calendar.english ? "%1: %2 notes" : "%1:%2 条").arg(name).arg(count)
+    }
+    /// From 0 to 4, small numbers apart.
+    function level(count: int): int {
+        return count === 0 ? 0 : Math.max(1, Math.ceil(4 * Math.sqrt(count / calendar.most) - 0.01))
+    }
+
+    Announcer {
+        id: announcer
+    }
+    Column {
+        id: weekdays
+
+        y: grid.y
+        width: Units.scaled(calendar.english ? 34 : 22)
+
+        Repeater {
+            model: 7
+
+            Item {
+                id: weekday
+
+                required property int index
+
+                width: weekdays.width
+                height: calendar.pitch
+
+                TextLine {
+                    y: Math.round((Units.calendarCell - height) / 2)
+                    width: parent.width
+                    visible: weekday.index % 2 === 0
+                    // the day's name is asked for again with the language
+                    text: calendar.allWeeks > 0 && calendar.english
+                        ? calendar.insights.weekdayName(weekday.index)
+                        : calendar.insights.weekdayName(weekday.index)
+                    color: Theme.secondInk
+                    size: Units.type11
+                }
+            }
+        }
+    }
+    Repeater {
+        model: calendar.weeks
+
+        TextLine {
+            id: month
+
+            required property int index
+
+            x: grid.x + month.index * calendar.pitch
+            // in the last columns it would be cut
+            visible: x + implicitWidth <= calendar.width
+            text: calendar.monthText(month.index, calendar.english, calendar.insights.days)
+            color: Theme.secondInk
+            size: Units.type11
+        }
+    }
+    function monthText(column: int, english: bool, days: list<int>): string {
+        return days.length > 0 ? calendar.insights.monthBegunIn(calendar.first / 7 + column) : ""
+    }
+
+    Item {
+        id: grid
+
+        x: calendar.width - width + calendar.gap
+        y: Math.round(Units.type11 * Units.cardLine) + Units.space4
+        width: calendar.weeks * calendar.pitch
+        height: 7 * calendar.pitch
+
+        Repeater {
+            model: calendar.last - calendar.first + 1
+
+            Rectangle {
+                id: cell
+
+                required property int index
+
+                readonly property int day: calendar.first + cell.index
+                readonly property int count: calendar.insights.days[cell.day] ?? 0
+                readonly property int level: calendar.level(cell.count)
+
+                x: Math.floor(cell.index / 7) * calendar.pitch
+                y: cell.index % 7 * calendar.pitch
+                width: Units.calendarCell
+                height: width
+                radius: 3
+                color: cell.level === 0 ? Theme.softFill : Theme.accent
+                opacity: [1, 0.28, 0.5, 0.75, 1][cell.level]
+
+                // days without notes are passed over
+                Accessible.role: Accessible.ListItem
+                Accessible.name: cell.count > 0 ? calendar.dayText(cell.day) : ""
+                Accessible.ignored: cell.count === 0
+            }
+        }
+        Rectangle {
+            readonly property int place: calendar.chosenDay - calendar.first
+
+            readonly property int outset: Units.focusGap + Units.focusRing
+
+            x: Math.floor(place / 7) * calendar.pitch - outset
+            y: place % 7 * calendar.pitch - outset
+            width: Units.calendarCell + 2 * outset
+            height: width
+            visible: place >= 0
+            radius: 3 + outset
+            color: "transparent"
+            border.width: Units.focusRing
+            border.color: Theme.ink
+        }
+        MouseArea {
+            anchors.fill: parent
+            hoverEnabled: true
+            acceptedButtons: Qt.NoButton
+            onPositionChanged: mouse => {
+                const day = calendar.first + Math.floor(mouse.x / calendar.pitch) * 7
+                    + Math.min(6, Math.floor(mouse.y / calendar.pitch))
+                calendar.pointedDay = day <= calendar.last ? day : -1
+            }
+            onExited: calendar.pointedDay = -1
+        }
+    }
+}

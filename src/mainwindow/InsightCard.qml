@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// A chart with its heading, and at the heading's end what is said about one of its figures.
+Card {
+    id: card
+
+    required property string heading
+    property string figure: ""
+    /// Of the content, which begins below the heading.
+    default property alias content: body.data
+    property int bodyHeight: body.childrenRect.height
+
+    implicitHeight: body.y + card.bodyHeight + Units.space20
+
+    Label {
+        id: title
+
+        x: Units.space20
+        y: Units.space20
+        text: card.heading
+        font.pixelSize: Units.type14
+        font.weight: Font.DemiBold
+        Accessible.role: Accessible.Heading
+    }
+    Label {
+        readonly property bool fits: title.width + implicitWidth + Units.space16
+            <= card.width - 2 * Units.space20
+
+        objectName: "figure"
+        x: fits ? card.width - width - Units.space20 : Units.space20
+        y: fits ? title.y + title.height - height - 1 : title.y + title.height
+        width: Math.min(implicitWidth, card.width - 2 * Units.space20)
+        visible: card.figure.length > 0
+        text: card.figure
+        elide: Text.ElideRight
+        color: Theme.secondInk
+        font.pixelSize: Units.type12
+    }
+    Item {
+        id: body
+
+        x: Units.space20
+        y: title.y + title.height + Units.space16
+        width: card.width - 2 * x
+        height: card.bodyHeight
+    }
+}

@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// The languages of what was read, as parts of one bar and as a list with their figures.
+Column {
+    id: chart
+
+    required property NotesInsights insights
+    required property bool english
+
+    readonly property int total: Math.max(1, chart.insights.total)
+
+    spacing: Units.space8
+
+    function shareText(count: int): string {
+        const share = Math.round(100 * count / chart.total)
+        return share === 0 ? (chart.english ? "under 1 %" : "不到 1%")
+                           : (chart.english ? "%1 %" : "%1%").arg(share)
+    }
+    function colorOf(index: int): color {
+        return [Theme.accent, Theme.chartSecond, Theme.chartThird, Theme.chartFourth,
+                Theme.chartRest][index]
+    }
+
+    Row {
+        id: bar
+
+        width: parent.width
+        height: Units.shareBar
+        spacing: 2
+
+        Repeater {
+            model: chart.insights.languageCounts
+
+            Rectangle {
+                required property int index
+                required property int modelData
+
+                width: Math.max(4, Math.floor((bar.width - bar.spacing
+                                               * (chart.insights.languageCounts.length - 1))
+                                              * modelData / chart.total))
+                height: bar.height
+                radius: 3
+                color: chart.colorOf(index)
+            }
+        }
+    }
+    Item {
+        width: 1
+        height: Units.space4
+    }
+    Column {
+        id: list
+
+        width: parent.width
+        spacing: Units.space8
+
+        Accessible.role: Accessible.List
+        Accessible.name: chart.english ? "Reading language" : "阅读语言"
+
+        Repeater {
+            model: chart.insights.languageNames
+
+            Item {
+                id: row
+
+                required property int index
+                required property string modelData
+
+                readonly property int count: chart.insights.languageCounts[row.index] ?? 0
+
+                width: list.width
+                height: name.height
+
+                Accessible.role: Accessible.ListItem
+                Accessible.name: (chart.english ? "%1: %2, notes: %3" : "%1:%2,%3 条")
+                    .arg(row.modelData).arg(share.text).arg(row.count)
+
+                Rectangle {
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: Units.statusDot
+                    height: width
+                    radius: width / 2
+                    color: chart.colorOf(row.index)
+                }
+                TextLine {
+                    id: name
+
+                    x: Units.statusDot + Units.space8
+                    width: share.x - x - Units.space8
+                    text: row.modelData
+                    color: Theme.ink
+                    size: Units.type13
+                }
+                TextLine {
+                    id: share
+
+                    x: number.x - width - Units.space8
+                    width: implicitWidth
+                    text: chart.shareText(row.count)
+                    color: Theme.ink
+                    size: Units.type13
+                }
+                TextLine {
+                    id: number
+
+                    x: parent.width - width
+                    width: Math.max(implicitWidth, Units.scaled(44))
+                    alignment: Text.AlignRight
+                    text: row.count
+                    color: Theme.secondInk
+                    size: Units.type13
+                }
+            }
+        }
+    }
+    Label {
+        width: parent.width
+        visible: chart.insights.namesLetters
+        topPadding: Units.space4
+        text: chart.english ? "Told from the letters and the most common words. A word or two does not tell its language."
+                            : "按文字和常用词判断;一两个词看不出是哪种语言。"
+        wrapMode: Text.Wrap
+        color: Theme.secondInk
+        font.pixelSize: Units.type11
+        lineFactor: Units.readingLine
+    }
+}

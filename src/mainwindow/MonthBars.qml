@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// Notes per month, each bar with its figure above and its month below.
+Item {
+    id: chart
+
+    required property NotesInsights insights
+    required property bool english
+
+    readonly property int most: Math.max(1, ...chart.insights.months)
+    readonly property int step: Math.max(1, chart.insights.months.length)
+    readonly property real pitch: chart.width / chart.step
+    readonly property int labelHeight: Math.round(Units.type11 * Units.cardLine)
+    /// Every label is drawn, or every second, or every third.
+    readonly property int every: Math.max(1, Math.ceil((widest.implicitWidth + Units.space4)
+                                                       / chart.pitch))
+
+    implicitHeight: Units.monthBars + 2 * (chart.labelHeight + Units.space4)
+
+    Accessible.role: Accessible.List
+    Accessible.name: chart.english ? "Notes per month" : "每月的笔记"
+
+    TextLine {
+        id: widest
+
+        visible: false
+        text: chart.english ? "May" : "12月"
+        color: Theme.secondInk
+        size: Units.type11
+    }
+    Repeater {
+        model: chart.insights.months
+
+        Item {
+            id: month
+
+            required property int index
+            required property int modelData
+
+            readonly property bool isLast: month.index === chart.step - 1
+            readonly property bool isLabelled: (chart.step - 1 - month.index) % chart.every === 0
+
+            x: Math.round(month.index * chart.pitch)
+            width: Math.floor(chart.pitch)
+            height: chart.height
+
+            Accessible.role: Accessible.ListItem
+            Accessible.name: chart.nameOf(month.index, month.modelData, chart.english)
+
+            TextLine {
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: bar.y - height - Units.space2
+                width: implicitWidth
+                visible: month.modelData > 0 && implicitWidth <= month.width
+                text: month.modelData
+                color: month.isLast ? Theme.ink : Theme.secondInk
+                size: Units.type11
+                weight: month.isLast ? Font.DemiBold : Font.Normal
+            }
+            Rectangle {
+                id: bar
+
+                x: Math.round((month.width - width) / 2)
+                y: chart.height - chart.labelHeight - Units.space4 - height
+                width: Math.min(Units.scaled(22), Math.round(month.width * 0.64))
+                height: month.modelData === 0 ? 2
+                    : Math.max(4, Math.round(Units.monthBars * month.modelData / chart.most))
+                radius: Math.min(3, height / 2)
+                color: month.modelData === 0 ? Theme.hairline : Theme.accent
+                opacity: month.isLast || month.modelData === 0 ? 1 : 0.6
+            }
+            TextLine {
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: chart.height - height
+                width: implicitWidth
+                visible: month.isLabelled
+                text: chart.labelOf(month.index, chart.english)
+                color: month.isLast ? Theme.ink : Theme.secondInk
+                size: Units.type11
+            }
+        }
+    }
+
+    // asked for again with the language
+    function labelOf(index: int, english: bool): string {
+        return chart.insights.monthLabel(index)
+    }
+    function nameOf(index: int, count: int, english: bool): string {
+        const name = chart.insights.monthName(index)
+        if (english && count === 1)
+            return "%1: one note".arg(name)
+        return (english ? "%1: %2 notes" : "%1:%2 条").arg(name).arg(count)
+    }
+}

@@ -1,0 +1,260 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "mainwindow/NotesInsights.h"
+
+#include "mainwindow/NoteDates.h"
+#include "mainwindow/NotePlace.h"
+#include "mainwindow/NotesLibrary.h"
+#include "ui/BilingualText.h"
+
+#include <QElapsedTimer>
+#include <QLocale>
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr int daysOfAWeek = 7;
+constexpr int shownWeeks = 53;
+constexpr int shownMonths = 12;
+constexpr qsizetype shownLanguages = 5;
+constexpr qsizetype shownPlaces = 8;
+/// What counting may take of one turn of the event loop.
+constexpr auto sliceTime = 10ms;
+constexpr qsizetype notesPerLook = 64; ///< between two looks at the time
+
+QDate monthOf(QDate date, int monthsLater)
+{
+    return QDate(date.year(), date.month(), 1).addMonths(monthsLater);
+}
+
+/// Which of the spans a time lies in; -1 before the first.
+qsizetype spanOf(const QList<double> &begins, double time)
+{
+    return std::distance(begins.begin(), std::upper_bound(begins.begin(), begins.end(), time)) - 1;
+}
+
+} // namespace
+
+NotesInsights::NotesInsights(NotesLibrary &library, BilingualText &texts, QObject *parent)
+    : QObject(parent)
+    , library_(library)
+    , texts_(texts)
+{
+    connect(&library_, &NotesLibrary::notesChanged, this, [this] {
+        isStale_ = true;
+        if (isShown_) {
+            begin();
+        }
+    });
+    connect(&texts_, &BilingualText::languageChanged, this, &NotesInsights::changed);
+    connect(&slices_, &QTimer::timeout, this, &NotesInsights::slice);
+}
+
+void NotesInsights::setShown(bool shown)
+{
+    if (shown == isShown_) {
+        return;
+    }
+    isShown_ = shown;
+    if (shown && isStale_) {
+        begin();
+    } else if (!shown && pass_) {
+        slices_.stop();
+        pass_.reset();
+        isStale_ = true;
+    }
+}
+
+void NotesInsights::begin()
+{
+    isStale_ = false;
+    pass_ = std::make_unique<Pass>();
+    pass_->notes = library_.notes();
+    Figures &figures = pass_->figures;
+    figures.total = static_cast<int>(pass_->notes.size());
+    figures.today = library_.today();
+    const int sinceWeekBegan =
+        (figures.today.dayOfWeek() - QLocale().firstDayOfWeek() + daysOfAWeek) % daysOfAWeek;
+    figures.firstDay = figures.today.addDays(-sinceWeekBegan - (shownWeeks - 1) * daysOfAWeek);
+    figures.days.resize(figures.firstDay.daysTo(figures.today) + 1);
+    figures.months.resize(shownMonths);
+    for (qsizetype day = 0; day <= figures.days.size(); ++day) {
+        pass_->dayBegins.append(NoteDates::startOf(figures.firstDay.addDays(day)));
+    }
+    for (int month = 0; month < shownMonths; ++month) {
+        pass_->monthBegins.append(
+            NoteDates::startOf(monthOf(figures.today, month + 1 - shownMonths)));
+    }
+    pass_->dayBegin = pass_->dayEnd = std::numeric_limits<double>::infinity();
+    slice();
+}
+
+void NotesInsights::slice()
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (pass_->next < pass_->notes.size()) {
+        const qsizetype end = std::min(pass_->next + notesPerLook, pass_->notes.size());
+        for (; pass_->next < end; ++pass_->next) {
+            count(*pass_, std::as_const(pass_->notes)[pass_->next]);
+        }
+        if (timer.hasExpired(sliceTime.count()) && pass_->next < pass_->notes.size()) {
+            slices_.start();
+            return;
+        }
+    }
+    finish();
+}
+
+void NotesInsights::count(Pass &pass, const NoteWithContext &entry)
+{
+    Figures &figures = pass.figures;
+    ++figures.byLanguage[static_cast<size_t>(readingLanguage(entry.note.sourceText))];
+    pass.places.add(entry.context);
+    const double time = entry.note.createdAt;
+    if (!(time < pass.dayBegins.last())) {
+        return; // another computer's clock
+    }
+    // Neighbours are mostly of one day: its limits are worked out once.
+    if (time < pass.dayBegin || time >= pass.dayEnd) {
+        const QDate date = NoteDates::localTime(time).date();
+        figures.activeDays += date != std::exchange(pass.day, date) ? 1 : 0;
+        pass.dayBegin = NoteDates::startOf(date);
+        pass.dayEnd = NoteDates::startOf(date.addDays(1));
+    }
+    const qsizetype day = spanOf(pass.dayBegins, time);
+    if (day >= 0) {
+        ++figures.days[day];
+    }
+    const qsizetype month = spanOf(pass.monthBegins, time);
+    if (month >= 0) {
+        ++figures.months[month];
+    }
+}
+
+void NotesInsights::finish()
+{
+    slices_.stop();
+    const std::unique_ptr<Pass> pass = std::move(pass_);
+    pass->figures.allPlaces = static_cast<int>(pass->places.size());
+    const QList<PlaceCount::Entry> top = pass->places.top(shownPlaces);
+    for (const PlaceCount::Entry &entry : top) {
+        pass->figures.places.append(*entry.context);
+        pass->figures.placeCounts.append(entry.count);
+    }
+    told_ = std::move(pass->figures);
+    isReady_ = true;
+    Q_EMIT changed();
+}
+
+QString NotesInsights::dayName(int index) const
+{
+    return NoteDates::day(told_.firstDay.addDays(index), told_.today, texts_.isEnglish());
+}
+
+QString NotesInsights::weekdayName(int row) const
+{
+    const QLocale locale(texts_.isEnglish() ? QLocale::English : QLocale::Chinese);
+    return locale.standaloneDayName(told_.firstDay.addDays(row).dayOfWeek(),
+                                    texts_.isEnglish() ? QLocale::ShortFormat
+                                                       : QLocale::NarrowFormat);
+}
+
+QString NotesInsights::monthBegunIn(int week) const
+{
+    const QDate begin = told_.firstDay.addDays(qint64{week} * daysOfAWeek);
+    const QDate end = begin.addDays(daysOfAWeek - 1);
+    const bool begins = begin.day() == 1 || begin.month() != end.month();
+    return told_.firstDay.isValid() && begins ? NoteDates::shortMonth(end, texts_.isEnglish())
+                                              : QString();
+}
+
+QString NotesInsights::monthLabel(int index) const
+{
+    return NoteDates::shortMonth(monthOf(told_.today, index + 1 - shownMonths), texts_.isEnglish());
+}
+
+QString NotesInsights::monthName(int index) const
+{
+    return NoteDates::monthAndYear(monthOf(told_.today, index + 1 - shownMonths),
+                                   texts_.isEnglish());
+}
+
+QList<NotesInsights::LanguageShare> NotesInsights::shares() const
+{
+    QList<LanguageShare> shares;
+    for (size_t i = 0; i < told_.byLanguage.size(); ++i) {
+        if (told_.byLanguage[i] > 0) {
+            shares.append({static_cast<ReadingLanguage>(i), told_.byLanguage[i]});
+        }
+    }
+    std::stable_sort(
+        shares.begin(), shares.end(),
+        [](const LanguageShare &a, const LanguageShare &b) { return a.count > b.count; });
+    if (shares.size() > shownLanguages) {
+        LanguageShare rest{ReadingLanguage::Count, 0};
+        for (qsizetype i = shownLanguages - 1; i < shares.size(); ++i) {
+            rest.count += shares[i].count;
+        }
+        shares.resize(shownLanguages - 1);
+        shares.append(rest);
+    }
+    return shares;
+}
+
+QStringList NotesInsights::languageNames() const
+{
+    QStringList names;
+    const QList<LanguageShare> all = shares();
+    for (const LanguageShare &share : all) {
+        names.append(share.language == ReadingLanguage::Count
+                         ? texts_.pick(u"Others"_s, u"其他"_s)
+                         : nameOf(share.language, texts_.isEnglish()));
+    }
+    return names;
+}
+
+QList<int> NotesInsights::languageCounts() const
+{
+    QList<int> counts;
+    const QList<LanguageShare> all = shares();
+    for (const LanguageShare &share : all) {
+        counts.append(share.count);
+    }
+    return counts;
+}
+
+bool NotesInsights::namesLetters() const
+{
+    const QList<LanguageShare> all = shares();
+    return std::any_of(all.begin(), all.end(), [](const LanguageShare &share) {
+        return share.language == ReadingLanguage::LatinLetters
+            || share.language == ReadingLanguage::ChineseCharacters;
+    });
+}
+
+QStringList NotesInsights::placeNames() const
+{
+    QStringList names;
+    for (const ReadingContext &place : told_.places) {
+        names.append(placeOf(place, texts_.isEnglish()));
+    }
+    return names;
+}
+
+QList<int> NotesInsights::placeCounts() const
+{
+    return told_.placeCounts;
+}
+
+QString NotesInsights::placeQuery(int index) const
+{
+    return told_.places.value(index).displayName.simplified();
+}
+
+} // namespace vellumo

@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/PlaceCount.h"
+#include "mainwindow/ReadingLanguage.h"
+#include <QDate>
+#include <QObject>
+#include <QTimer>
+#include <QtQml/qqmlregistration.h>
+#include <array>
+
+namespace vellumo {
+
+class BilingualText;
+class NotesLibrary;
+
+/// When, where and in which languages was read, over all notes. Follows the library while it is
+/// shown; many notes are counted in slices, and what is told changes when the last is done.
+class NotesInsights : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(bool isReady READ isReady NOTIFY changed)
+    Q_PROPERTY(int total READ total NOTIFY changed)
+    Q_PROPERTY(int activeDays READ activeDays NOTIFY changed)
+    Q_PROPERTY(QList<int> days READ days NOTIFY changed)
+    Q_PROPERTY(QList<int> months READ months NOTIFY changed)
+    Q_PROPERTY(QStringList languageNames READ languageNames NOTIFY changed)
+    Q_PROPERTY(QList<int> languageCounts READ languageCounts NOTIFY changed)
+    Q_PROPERTY(bool namesLetters READ namesLetters NOTIFY changed)
+    Q_PROPERTY(QStringList placeNames READ placeNames NOTIFY changed)
+    Q_PROPERTY(QList<int> placeCounts READ placeCounts NOTIFY changed)
+    Q_PROPERTY(int allPlaces READ allPlaces NOTIFY changed)
+
+public:
+    /// What is handed over must outlive the insights.
+    NotesInsights(NotesLibrary &library, BilingualText &texts, QObject *parent = nullptr);
+
+    /// Nothing is counted while it is not shown.
+    void setShown(bool shown);
+
+    /// False until notes have been counted for the first time.
+    [[nodiscard]] bool isReady() const { return isReady_; }
+    [[nodiscard]] int total() const { return told_.total; }
+    /// On how many days there was a note.
+    [[nodiscard]] int activeDays() const { return told_.activeDays; }
+
+    /// Notes per day of a year of whole weeks, by the user's first day of the week; the last week
+    /// ends with today.
+    [[nodiscard]] QList<int> days() const { return told_.days; }
+    Q_INVOKABLE [[nodiscard]] QString dayName(int index) const;
+    /// "Mon" or "一", for a row of the calendar.
+    Q_INVOKABLE [[nodiscard]] QString weekdayName(int row) const;
+    /// The month that begins in this week of the calendar; empty without one.
+    Q_INVOKABLE [[nodiscard]] QString monthBegunIn(int week) const;
+
+    /// Notes per month of the last twelve, this month last.
+    [[nodiscard]] QList<int> months() const { return told_.months; }
+    /// "Nov" or "11月".
+    Q_INVOKABLE [[nodiscard]] QString monthLabel(int index) const;
+    /// "November 2026".
+    Q_INVOKABLE [[nodiscard]] QString monthName(int index) const;
+
+    /// Most read first, the rest together last.
+    [[nodiscard]] QStringList languageNames() const;
+    [[nodiscard]] QList<int> languageCounts() const;
+    /// Whether one of them is named by its letters, since a word or two does not tell its language.
+    [[nodiscard]] bool namesLetters() const;
+
+    /// The places with most notes.
+    [[nodiscard]] QStringList placeNames() const;
+    [[nodiscard]] QList<int> placeCounts() const;
+    /// How many places there are at all.
+    [[nodiscard]] int allPlaces() const { return told_.allPlaces; }
+
+    /// What finds the notes of a place when it is searched for.
+    [[nodiscard]] QString placeQuery(int index) const;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    struct Figures {
+        int total = 0;
+        int activeDays = 0;
+        QDate today;
+        QDate firstDay; ///< of the calendar
+        QList<int> days;
+        QList<int> months;
+        std::array<int, static_cast<size_t>(ReadingLanguage::Count)> byLanguage{};
+        QList<ReadingContext> places;
+        QList<int> placeCounts;
+        int allPlaces = 0;
+    };
+    struct LanguageShare {
+        ReadingLanguage language;
+        int count;
+    };
+    /// What one pass over the notes needs.
+    struct Pass {
+        QList<NoteWithContext> notes;
+        qsizetype next = 0;
+        Figures figures;
+        PlaceCount places;
+        QList<double> dayBegins; ///< of the calendar, and of tomorrow
+        QList<double> monthBegins; ///< of the twelve
+        QDate day; ///< that the notes have come to
+        double dayBegin = 0;
+        double dayEnd = 0;
+    };
+
+    void begin();
+    void slice();
+    static void count(Pass &pass, const NoteWithContext &entry);
+    void finish();
+    [[nodiscard]] QList<LanguageShare> shares() const;
+
+    NotesLibrary &library_;
+    BilingualText &texts_;
+    Figures told_;
+    std::unique_ptr<Pass> pass_; ///< while notes are being counted
+    QTimer slices_;
+    bool isShown_ = false;
+    bool isStale_ = true;
+    bool isReady_ = false;
+};
+
+} // namespace vellumo

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// Where most was read. Each place leads to its notes.
+Column {
+    id: chart
+
+    required property NotesInsights insights
+    required property bool english
+
+    signal chosen(index: int)
+    signal focused(item: Item)
+
+    // a place may have a "%1" in its name
+    function nameOf(place: string, count: int, english: bool): string {
+        if (english && count === 1)
+            return "%1: one note".arg(place)
+        return (english ? "%2: %1 notes" : "%2:%1 条").arg(count).arg(place)
+    }
+
+    Accessible.role: Accessible.List
+    Accessible.name: chart.english ? "Where you read" : "阅读来源"
+
+    Repeater {
+        model: chart.insights.placeNames
+
+        ButtonArea {
+            id: place
+
+            required property int index
+            required property string modelData
+
+            readonly property int count: chart.insights.placeCounts[place.index] ?? 0
+
+            objectName: "place"
+            x: -Units.space8
+            width: chart.width + 2 * Units.space8
+            height: words.height + Units.bar + Units.space4 + 2 * Units.space8
+            accessibleName: chart.nameOf(place.modelData, place.count, chart.english)
+            onClicked: chart.chosen(place.index)
+            onActiveFocusChanged: {
+                if (activeFocus)
+                    chart.focused(place)
+            }
+            Keys.onUpPressed: place.nextItemInFocusChain(false).forceActiveFocus()
+            Keys.onDownPressed: place.nextItemInFocusChain(true).forceActiveFocus()
+
+            Rectangle {
+                anchors.fill: parent
+                radius: Units.radius6
+                color: place.hovered ? Theme.softFill : "transparent"
+            }
+            TextLine {
+                id: words
+
+                x: Units.space8
+                y: Units.space8
+                width: number.x - x - Units.space8
+                text: place.modelData
+                color: Theme.ink
+                size: Units.type13
+            }
+            TextLine {
+                id: number
+
+                x: parent.width - width - Units.space8
+                y: Units.space8
+                width: implicitWidth
+                text: place.count
+                color: Theme.secondInk
+                size: Units.type13
+            }
+            Rectangle {
+                x: Units.space8
+                y: parent.height - height - Units.space8
+                width: Math.max(height, Math.round((parent.width - 2 * Units.space8) * place.count
+                                                   / Math.max(1, chart.insights.placeCounts[0])))
+                height: Units.bar
+                radius: height / 2
+                color: Theme.accent
+                opacity: place.index === 0 ? 1 : 0.55
+            }
+            FocusRing {
+                shown: place.activeFocus
+                controlRadius: Units.radius6
+            }
+        }
+    }
+}
