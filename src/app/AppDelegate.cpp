@@ -25,8 +25,7 @@
 #include "capture/TriggerManager.h"
 #include "capture/VellumoCoordinator.h"
 #include "explain/ForwardingExplainer.h"
-#include "explain/MockAIService.h"
-#include "explain/OpenAIService.h"
+#include "explain/ServiceSetup.h"
 #include "notes/NotesStore.h"
 #include "panel/ResultPanelController.h"
 #include "pill/NotesEntranceController.h"
@@ -52,10 +51,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace vellumo {
-
-namespace {
-const QString defaultModel = u"gpt-5.4-nano-2026-03-17"_s;
-}
 
 /// What everything else stands on: settings, time, languages, windows and the platform.
 struct AppDelegate::Foundation {
@@ -281,21 +276,16 @@ void AppDelegate::createAccount()
     };
 }
 
-std::unique_ptr<AIExplaining> AppDelegate::makeAIService() const
+std::unique_ptr<AIExplaining> AppDelegate::makeAIService()
 {
-    const AppConfig &config = foundation_->config;
-    const auto service =
-        OpenAIService::make([&config](const QString &key) { return config.value(key); },
-                            config.value(u"VELLUMO_MODEL"_s).value_or(defaultModel),
-                            foundation_->http, foundation_->clock);
-    if (!service.isOk()) {
-        printDiagnostic(u"OPENAI_API_KEY not set — using MockAIService"_s);
-        return std::make_unique<MockAIService>(foundation_->clock);
-    }
-    printDiagnostic(u"using OpenAI explanation service"_s);
-    auto client = std::make_unique<OpenAIService>(service.value());
-    client->firebaseTokenProvider = account_->tokenProvider();
-    return client;
+    serviceSetup_ = std::make_unique<ServiceSetup>(ServiceSetup::Collaborators{
+        foundation_->config, foundation_->defaults, foundation_->platform.secrets(),
+        foundation_->http, foundation_->clock});
+    serviceSetup_->tokenProvider = account_->tokenProvider();
+    serviceSetup_->onServiceChanged = [this](std::unique_ptr<AIExplaining> service) {
+        aiService_->setService(std::move(service));
+    };
+    return serviceSetup_->makeService();
 }
 
 void AppDelegate::buildCapturePipeline()

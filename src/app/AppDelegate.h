@@ -27,6 +27,7 @@ class Preview;
 class ReadingBudget;
 class ResultPanelController;
 class RevokedAlert;
+class ServiceSetup;
 class StatusItem;
 class SyncWiring;
 class TriggerManager;
@@ -59,7 +60,7 @@ private:
     void createUpdaterManager();
     void startPermissionManager();
     void createAccount();
-    [[nodiscard]] std::unique_ptr<AIExplaining> makeAIService() const;
+    [[nodiscard]] std::unique_ptr<AIExplaining> makeAIService();
     void buildCapturePipeline();
     void wireSync();
     void wireExplainer();
@@ -87,6 +88,7 @@ private:
     std::unique_ptr<RevokedAlert> revokedAlert_;
     std::unique_ptr<NotesStore> notesStore_;
     std::unique_ptr<AccountWiring> account_;
+    std::unique_ptr<ServiceSetup> serviceSetup_;
     std::unique_ptr<ForwardingExplainer> aiService_;
     std::unique_ptr<ResultPanelController> resultPanel_;
     std::unique_ptr<NotesEntranceController> notesEntrance_;

@@ -22,6 +22,21 @@ QString describe(ServiceError::Kind kind, int status)
     Q_UNREACHABLE();
 }
 
+QString describe(KeyError::Kind kind)
+{
+    switch (kind) {
+    case KeyError::Kind::late:
+        return u"the keyring has not given the key yet"_s;
+    case KeyError::Kind::locked:
+        return u"the keyring with the key is locked"_s;
+    case KeyError::Kind::missing:
+        return u"no key for this service"_s;
+    case KeyError::Kind::unavailable:
+        return u"no keyring to read the key from"_s;
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 ExplanationError undecodable()
@@ -37,6 +52,9 @@ ExplanationFailure summary(const ExplanationError &error, double at)
     if (const auto *network = std::get_if<HttpError>(&error)) {
         return {.kind = network->kind, .at = at};
     }
+    if (const auto *key = std::get_if<KeyError>(&error)) {
+        return {.kind = key->kind, .at = at};
+    }
     return {.kind = DecodingError{}, .at = at};
 }
 
@@ -47,6 +65,9 @@ QString describe(const ExplanationFailure &failure)
     }
     if (const auto *network = std::get_if<HttpError::Kind>(&failure.kind)) {
         return describe(*network);
+    }
+    if (const auto *key = std::get_if<KeyError::Kind>(&failure.kind)) {
+        return describe(*key);
     }
     return u"answer cannot be read"_s;
 }

@@ -29,16 +29,29 @@ struct DecodingError {
     friend bool operator==(const DecodingError &, const DecodingError &) = default;
 };
 
+/// The key for the service is not at hand, so that nothing was sent.
+struct KeyError {
+    enum class Kind : quint8 {
+        late, ///< the keyring has not answered yet
+        locked, ///< the keyring is closed
+        missing, ///< the keyring has no key for the service's address
+        unavailable, ///< there is no keyring
+    };
+    Kind kind = Kind::missing;
+    friend bool operator==(const KeyError &, const KeyError &) = default;
+};
+
 /// Why an explanation could not be had. Has no text for the user; whoever shows the failure chooses
 /// the words.
-using ExplanationError = std::variant<ServiceError, DecodingError, HttpError>;
+using ExplanationError = std::variant<ServiceError, DecodingError, HttpError, KeyError>;
 
 /// A DecodingError. (Made inline, gcc 12 sees uninitialised members of the other kinds.)
 [[nodiscard]] ExplanationError undecodable();
 
 /// What may be kept, shown and logged of an error: nothing that was sent or answered.
 struct ExplanationFailure {
-    std::variant<ServiceError::Kind, DecodingError, HttpError::Kind> kind = HttpError::Kind::other;
+    std::variant<ServiceError::Kind, DecodingError, HttpError::Kind, KeyError::Kind> kind =
+        HttpError::Kind::other;
     int status = 0; ///< of badStatus
     double at = 0; ///< seconds since the reference date
     friend bool operator==(const ExplanationFailure &, const ExplanationFailure &) = default;

@@ -31,6 +31,12 @@ public:
         return lastFailure_;
     }
 
+    /// The failure that somebody is being told of at this moment, while a completion runs.
+    [[nodiscard]] const std::optional<ExplanationFailure> &failureBeingReported() const
+    {
+        return reported_;
+    }
+
     void explain(const ExplanationRequest &request, QObject *context,
                  ExplanationCompletion<ExplanationResult> completion) override;
     void followUp(const QList<ChatTurn> &transcript, const QString &language, QObject *context,
@@ -49,6 +55,7 @@ private:
     std::shared_ptr<AIExplaining> service_;
     Clock &clock_;
     std::optional<ExplanationFailure> lastFailure_;
+    std::optional<ExplanationFailure> reported_;
 };
 
 } // namespace vellumo

@@ -17,7 +17,6 @@ namespace vellumo {
 
 namespace {
 
-const QString defaultBase = u"https://api.openai.com/v1"_s;
 constexpr auto timeout = 60s;
 constexpr auto totalTimeout = 120s;
 constexpr auto tokenTimeout = 5s;
@@ -42,6 +41,8 @@ bool isSound(const QString &token)
 }
 
 } // namespace
+
+const QString OpenAIService::usualBase = u"https://api.openai.com/v1"_s;
 
 OpenAIService::OpenAIService(Endpoint endpoint, QString model, HttpSession &session, Clock &clock)
     : endpoint_(std::move(endpoint))
@@ -73,7 +74,7 @@ std::optional<OpenAIService::Endpoint> OpenAIService::endpoint(const Lookup &loo
         return std::nullopt;
     }
     const auto ownBase = lookup(u"OPENAI_BASE_URL"_s);
-    const auto url = joined(ownBase.value_or(defaultBase), u"chat/completions"_s);
+    const auto url = joined(ownBase.value_or(usualBase), u"chat/completions"_s);
     if (!url) {
         return std::nullopt; // the key is not shown to another server than the one that was meant
     }

@@ -27,6 +27,9 @@ public:
     /// `context` is gone.
     using TokenProvider = std::function<void(QObject *context, TokenCompletion)>;
 
+    /// The base address without any other.
+    static const QString usualBase;
+
     /// Reads VELLUMO_PROXY_URL and VELLUMO_CLIENT_TOKEN, else OPENAI_API_KEY and OPENAI_BASE_URL.
     /// Session and clock must outlive the service and its requests.
     [[nodiscard]] static Result<OpenAIService, MissingKeyError>

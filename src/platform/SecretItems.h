@@ -40,8 +40,8 @@ public:
     virtual void set(const QString &account, const QByteArray &value) = 0;
     virtual void remove(const QString &account) = 0;
 
-    /// Lets the store ask the user to open it, if it is closed and something is owed to it. Only as
-    /// part of something that the user does.
+    /// Lets the store ask the user to open it, if it is closed and something is owed to it or could
+    /// not be read. Only as part of something that the user does.
     virtual void unlock() = 0;
 
 Q_SIGNALS:

@@ -267,7 +267,7 @@ void SecretServiceItems::askToUnlock()
             const QVariantMap label{{u"org.freedesktop.Secret.Collection.Label"_s, u"Default"_s}};
             call(servicePath, serviceInterface, "CreateCollection", {label, u"default"_s}, "oo",
                  ask);
-        } else if (isLocked.value_or(false) && !owed_.isEmpty()) {
+        } else if (isLocked.value_or(false) && isWaiting_) {
             const Paths collections{QDBusObjectPath(collection_)};
             call(servicePath, serviceInterface, "Unlock", {QVariant::fromValue(collections)}, "aoo",
                  ask);

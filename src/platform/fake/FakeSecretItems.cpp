@@ -13,7 +13,9 @@ void FakeSecretItems::get(const QString &account, QObject *context, Completion c
             return;
         }
         const auto found = values.constFind(account);
-        if (isLocked) {
+        if (isAbsent) {
+            completion({SecretAnswer::Kind::unavailable});
+        } else if (isLocked) {
             completion({SecretAnswer::Kind::locked});
         } else if (found == values.constEnd()) {
             completion({SecretAnswer::Kind::missing});
@@ -30,16 +32,35 @@ void FakeSecretItems::get(const QString &account, QObject *context, Completion c
 
 void FakeSecretItems::set(const QString &account, const QByteArray &value)
 {
-    if (!isLocked) {
+    if (isLocked || isAbsent) {
+        owed_.insert(account, value);
+    } else {
         values.insert(account, value);
     }
 }
 
 void FakeSecretItems::remove(const QString &account)
 {
-    if (!isLocked) {
+    if (isLocked || isAbsent) {
+        owed_.insert(account, std::nullopt);
+    } else {
         values.remove(account);
     }
+}
+
+void FakeSecretItems::open()
+{
+    isLocked = false;
+    isAbsent = false;
+    const auto owed = std::exchange(owed_, {});
+    for (auto it = owed.begin(); it != owed.end(); ++it) {
+        if (it.value()) {
+            values.insert(it.key(), *it.value());
+        } else {
+            values.remove(it.key());
+        }
+    }
+    Q_EMIT becameReadable();
 }
 
 void FakeSecretItems::answerAll()

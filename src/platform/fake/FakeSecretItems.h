@@ -5,6 +5,7 @@
 #include "platform/SecretItems.h"
 #include <QHash>
 #include <QPointer>
+#include <optional>
 
 namespace vellumo {
 
@@ -15,6 +16,7 @@ class FakeSecretItems : public SecretItems {
 public:
     QHash<QString, QByteArray> values;
     bool isLocked = false;
+    bool isAbsent = false; ///< as without a keyring
     bool isHung = false; ///< questions wait until answerAll()
     int unlockRequests = 0;
 
@@ -23,11 +25,14 @@ public:
     void remove(const QString &account) override;
     void unlock() override { ++unlockRequests; }
 
+    /// Opens the store, does what is owed to it and says so.
+    void open();
     /// Answers the questions that have waited, and any later one.
     void answerAll();
 
 private:
     QList<std::function<void()>> waiting_;
+    QHash<QString, std::optional<QByteArray>> owed_;
 };
 
 } // namespace vellumo

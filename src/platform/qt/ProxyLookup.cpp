@@ -3,15 +3,14 @@
 
 #include "platform/qt/ProxyLookup.h"
 
-#include <QHostAddress>
+#include "platform/WebAddress.h"
+
 #include <QNetworkProxyFactory>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
 #include <thread>
 #include <utility>
-
-using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
@@ -34,18 +33,6 @@ void neverWaitAtTheEnd()
 }
 
 } // namespace
-
-QString originOf(const QUrl &url)
-{
-    return url.toString(QUrl::RemoveUserInfo | QUrl::RemovePath | QUrl::RemoveQuery
-                        | QUrl::RemoveFragment);
-}
-
-bool isLoopback(const QUrl &url)
-{
-    const QString host = url.host();
-    return host == "localhost"_L1 || QHostAddress(host).isLoopback();
-}
 
 /// Where the other thread leaves its answer, whether or not somebody still waits for it.
 struct ProxyLookup::Mailbox {

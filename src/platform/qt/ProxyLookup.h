@@ -61,10 +61,4 @@ private:
     std::shared_ptr<Mailbox> mailbox_;
 };
 
-/// Scheme, host and port.
-[[nodiscard]] QString originOf(const QUrl &url);
-
-/// Whether the address leads to this very machine by its own word.
-[[nodiscard]] bool isLoopback(const QUrl &url);
-
 } // namespace vellumo

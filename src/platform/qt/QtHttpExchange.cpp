@@ -3,6 +3,7 @@
 
 #include "platform/qt/QtHttpExchange.h"
 
+#include "platform/WebAddress.h"
 #include "platform/qt/PostBody.h"
 #include "platform/qt/ProxyLookup.h"
 #include "platform/qt/RequestRules.h"

@@ -3,28 +3,13 @@
 
 #include "platform/qt/RequestRules.h"
 
-#include "platform/qt/ProxyLookup.h"
-
-#include <QHostAddress>
 #include <algorithm>
-#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
 namespace {
-
-/// A name may lead anywhere; only a number says by itself that it is private.
-bool isPrivateAddress(const QString &host)
-{
-    constexpr std::array networks{"10.0.0.0/8"_L1,     "172.16.0.0/12"_L1, "192.168.0.0/16"_L1,
-                                  "169.254.0.0/16"_L1, "fc00::/7"_L1,      "fe80::/10"_L1};
-    const QHostAddress address(host);
-    return std::ranges::any_of(networks, [&address](QLatin1StringView network) {
-        return address.isInSubnet(QHostAddress::parseSubnet(network));
-    });
-}
 
 bool hasControlCharacter(const QByteArray &text)
 {
@@ -35,18 +20,6 @@ bool hasControlCharacter(const QByteArray &text)
 }
 
 } // namespace
-
-std::optional<HttpError> refusalOf(const QUrl &url)
-{
-    const bool isPlain = url.scheme() == "http"_L1;
-    if (!url.isValid() || url.host().isEmpty() || (!isPlain && url.scheme() != "https"_L1)) {
-        return HttpError{HttpError::Kind::unsendable, u"no web address"_s};
-    }
-    if (isPlain && !isLoopback(url) && !isPrivateAddress(url.host())) {
-        return HttpError{HttpError::Kind::insecure, u"http to a public host"_s};
-    }
-    return std::nullopt;
-}
 
 std::optional<HttpError> refusalOf(const HttpRequest &request)
 {
