@@ -25,6 +25,12 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
     , note_(library_, collaborators.texts)
 {
     connect(&with_.auth, &AuthService::userChanged, this, &MainWindowModel::userChanged);
+    connect(&with_.auth, &AuthService::isWorkingChanged, this, [this] {
+        if (!with_.auth.isWorking() && std::exchange(isSigningIn_, false) && with_.sync
+            && with_.auth.isSignedIn()) {
+            with_.sync->announceArrivals();
+        }
+    });
     connect(&with_.defaults, &DefaultsStore::changed, this, [this](const QString &key) {
         if (key == DefaultsKey::preferredOutputLanguage) {
             Q_EMIT languageChanged();
@@ -78,9 +84,6 @@ void MainWindowModel::pull()
 
 void MainWindowModel::userChanged()
 {
-    if (std::exchange(isSigningIn_, false) && with_.sync && with_.auth.isSignedIn()) {
-        with_.sync->announceArrivals();
-    }
     setShowsSettings(false);
     isAskedToSignIn_ = false;
     if (with_.defaults.value(withoutAccountKey).isValid()) {
