@@ -5,6 +5,7 @@
 
 #include "platform/windowing/X11Hints.h"
 #include "ui/BilingualText.h"
+#include "ui/ProgramIcon.h"
 
 #include <QPushButton>
 
@@ -26,6 +27,7 @@ void RevokedAlert::show()
         box_ = new QMessageBox(QMessageBox::Warning, u"vellumo"_s,
                                texts_.pick(u"vellumo lost Accessibility permission"_s,
                                            u"vellumo 的辅助功能权限被关闭了"_s));
+        box_->setWindowIcon(programIcon());
         box_->setTextFormat(Qt::PlainText);
         box_->setInformativeText(texts_.pick(
             u"Reading your selection and the Option-Option gesture need Accessibility. "

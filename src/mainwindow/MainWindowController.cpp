@@ -2,22 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/MainWindowController.h"
 
-#include "platform/Diagnostics.h"
 #include "ui/BilingualText.h"
-
-#include <QGuiApplication>
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QScreen>
+#include "ui/OrdinaryWindow.h"
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
-
-namespace {
-/// What the frame around a window may take of a small screen, in each direction.
-constexpr QSize frameAllowance(16, 48);
-} // namespace
 
 MainWindowController::MainWindowController(QQmlEngine &engine,
                                            const MainWindowModel::Collaborators &collaborators,
@@ -68,38 +58,18 @@ bool MainWindowController::create()
             onCopy(text);
         }
     };
-    QQmlComponent component(&engine_, QUrl(u"qrc:/qt/qml/Vellumo/MainWindow/MainWindow.qml"_s));
-    QObject *object = component.isReady()
-        ? component.createWithInitialProperties({{u"texts"_s, QVariant::fromValue(&with_.texts)},
-                                                 {u"main"_s, QVariant::fromValue(model_.get())}})
-        : nullptr;
-    window_.reset(qobject_cast<QQuickWindow *>(object));
+    window_.reset(makeOrdinaryWindow(engine_, u"MainWindow/MainWindow"_s,
+                                     {{u"texts"_s, QVariant::fromValue(&with_.texts)},
+                                      {u"main"_s, QVariant::fromValue(model_.get())}}));
     if (!window_) {
-        delete object;
-        printDiagnostic(component.errorString());
         return false;
     }
-    QQmlEngine::setObjectOwnership(window_.get(), QQmlEngine::CppOwnership);
     window_->installEventFilter(this);
-    place();
+    centreOnScreen(*window_);
     if (onWindowMade) {
         onWindowMade(*window_);
     }
     return true;
-}
-
-void MainWindowController::place()
-{
-    const QScreen *screen = window_->screen();
-    if (!screen) {
-        return;
-    }
-    const QRect available = screen->availableGeometry();
-    const QSize size = window_->size().boundedTo(available.size() - frameAllowance);
-    window_->setMinimumSize(window_->minimumSize().boundedTo(size));
-    QRect frame(QPoint(), size);
-    frame.moveCenter(available.center());
-    window_->setGeometry(frame);
 }
 
 void MainWindowController::hideForPanelActivation()

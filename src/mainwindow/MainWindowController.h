@@ -52,7 +52,6 @@ public:
 
 private:
     [[nodiscard]] bool create();
-    void place();
 
     QQmlEngine &engine_;
     MainWindowModel::Collaborators with_;

@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "ui/Alert.h"
 
-#include "platform/Diagnostics.h"
-#include <QQmlComponent>
-#include <QQmlEngine>
+#include "ui/OrdinaryWindow.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,44 +10,32 @@ namespace vellumo {
 
 Alert::Alert(QQmlEngine &engine, QObject *parent) : QObject(parent), engine_(engine) { }
 
-Alert::~Alert()
-{
-    delete window_;
-}
+Alert::~Alert() = default;
 
 void Alert::show(const Text &text)
 {
     if (!window_) {
-        QQmlComponent component(&engine_, QUrl(u"qrc:/qt/qml/Vellumo/Ui/Alert.qml"_s));
-        QObject *object = component.isReady()
-            ? component.createWithInitialProperties({{u"message"_s, text.message},
-                                                     {u"informativeText"_s, text.informativeText},
-                                                     {u"button"_s, text.button}})
-            : nullptr;
-        window_ = qobject_cast<QQuickWindow *>(object);
+        window_ = makeOrdinaryWindow(engine_, u"Ui/Alert"_s,
+                                     {{u"message"_s, text.message},
+                                      {u"informativeText"_s, text.informativeText},
+                                      {u"button"_s, text.button}},
+                                     this);
         if (!window_) {
-            delete object;
-            printDiagnostic(component.errorString());
             return;
         }
-        QQmlEngine::setObjectOwnership(window_, QQmlEngine::CppOwnership);
         connect(window_, SIGNAL(dismissed()), this, SLOT(onDismissed()));
         if (onWindowMade) {
             onWindowMade(*window_);
         }
     }
-    window_->show();
-    window_->raise();
-    window_->requestActivate();
+    bringToFront(*window_);
 }
 
 void Alert::onDismissed()
 {
     if (window_) {
         window_->disconnect(this);
-        window_->hide();
-        window_->deleteLater();
-        window_.clear();
+        closeForGood(window_);
     }
 }
 

@@ -2,11 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "ui/ConsentDialog.h"
 
-#include "platform/Diagnostics.h"
 #include "ui/BilingualText.h"
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickWindow>
+#include "ui/OrdinaryWindow.h"
 
 using namespace Qt::StringLiterals;
 
@@ -51,36 +48,25 @@ void ConsentDialog::release(bool isStillWanted)
 void ConsentDialog::show()
 {
     if (!window_) {
-        QQmlComponent component(&engine_, QUrl(u"qrc:/qt/qml/Vellumo/Ui/ConsentDialog.qml"_s));
-        QObject *object = component.isReady()
-            ? component.createWithInitialProperties({{u"texts"_s, QVariant::fromValue(&texts_)}})
-            : nullptr;
-        window_ = qobject_cast<QQuickWindow *>(object);
+        window_ = makeOrdinaryWindow(engine_, u"Ui/ConsentDialog"_s,
+                                     {{u"texts"_s, QVariant::fromValue(&texts_)}}, this);
         if (!window_) {
-            delete object;
-            printDiagnostic(component.errorString());
             onAnswered(false);
             return;
         }
-        QQmlEngine::setObjectOwnership(window_, QQmlEngine::CppOwnership);
-        object->setParent(this); // deleted later, but never after us: it uses our texts
         connect(window_, SIGNAL(answered(bool)), this, SLOT(onAnswered(bool)));
         if (onWindowMade) {
             onWindowMade(*window_);
         }
     }
-    window_->show();
-    window_->raise();
-    window_->requestActivate();
+    bringToFront(*window_);
 }
 
 void ConsentDialog::closeWindow()
 {
     if (window_) {
         window_->disconnect(this);
-        window_->hide();
-        window_->deleteLater();
-        window_.clear();
+        closeForGood(window_);
     }
 }
 

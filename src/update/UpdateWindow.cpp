@@ -3,14 +3,11 @@
 
 #include "update/UpdateWindow.h"
 
-#include "platform/Diagnostics.h"
 #include "ui/BilingualText.h"
+#include "ui/OrdinaryWindow.h"
 #include "ui/PlainText.h"
 
 #include <QLocale>
-#include <QQmlComponent>
-#include <QQmlEngine>
-#include <QQuickWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -76,34 +73,22 @@ void UpdateWindow::show(State state)
 
 bool UpdateWindow::create()
 {
-    QQmlComponent component(&engine_, QUrl(u"qrc:/qt/qml/Vellumo/Update/UpdateWindow.qml"_s));
-    QObject *object = component.isReady()
-        ? component.createWithInitialProperties(
-            {{u"texts"_s, QVariant::fromValue(&texts_)}, {u"report"_s, QVariant::fromValue(this)}})
-        : nullptr;
-    window_ = qobject_cast<QQuickWindow *>(object);
-    if (!window_) {
-        delete object;
-        printDiagnostic(component.errorString());
-        return false;
-    }
-    QQmlEngine::setObjectOwnership(window_, QQmlEngine::CppOwnership);
-    window_->QObject::setParent(this); // deleted later, but never after us
-    if (onWindowMade) {
+    window_ = makeOrdinaryWindow(
+        engine_, u"Update/UpdateWindow"_s,
+        {{u"texts"_s, QVariant::fromValue(&texts_)}, {u"report"_s, QVariant::fromValue(this)}},
+        this);
+    if (window_ && onWindowMade) {
         onWindowMade(*window_);
     }
-    return true;
+    return window_;
 }
 
 bool UpdateWindow::raise()
 {
-    if (!window_) {
-        return false;
+    if (window_) {
+        bringToFront(*window_);
     }
-    window_->show();
-    window_->raise();
-    window_->requestActivate();
-    return true;
+    return window_;
 }
 
 void UpdateWindow::showUnopenedPage()
@@ -116,11 +101,7 @@ void UpdateWindow::showUnopenedPage()
 
 void UpdateWindow::close()
 {
-    if (window_) {
-        window_->hide();
-        window_->deleteLater();
-        window_.clear();
-    }
+    closeForGood(window_);
 }
 
 QString UpdateWindow::version() const

@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QIcon>
+
+namespace vellumo {
+
+/// The program's icon for title bars and lists of windows. Drawn anew with each call, so that
+/// nothing of it is kept while there is no window.
+[[nodiscard]] QIcon programIcon();
+
+} // namespace vellumo
