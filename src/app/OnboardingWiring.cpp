@@ -110,6 +110,9 @@ void OnboardingWiring::connectDemonstrations()
     OnboardingWindowController &onboarding = *onboardingController_;
     onboarding.onNotesPillHighlight = [this](bool isHighlighted) {
         with_.notesEntrance.setHighlighted(isHighlighted);
+        if (!isHighlighted) {
+            with_.notesEntrance.endOnboardingDemo(); // nobody looks any more
+        }
     };
     onboarding.onPlayNotesDemo = [this](std::function<void()> done) {
         with_.coordinator.playNotesPillDemo(std::move(done));

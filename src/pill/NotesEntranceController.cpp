@@ -283,12 +283,15 @@ void NotesEntranceController::playOnboardingDemo(const ReadingNote &sampleNote,
         return;
     }
     demoRunning_ = true;
+    demoCompletion_ = std::move(completion);
+    demoScript_ = std::make_unique<QObject>();
     sendFinger();
-    with_.clock.after(fingerTouches, this, [this] { model_->setPillHovered(true); });
-    with_.clock.after(fingerTouches + pillOpens, this,
+    QObject *script = demoScript_.get();
+    with_.clock.after(fingerTouches, script, [this] { model_->setPillHovered(true); });
+    with_.clock.after(fingerTouches + pillOpens, script,
                       [this, sampleNote] { openDemoList(sampleNote); });
-    with_.clock.after(fingerTouches + pillOpens + listCloses, this,
-                      [this, completion = std::move(completion)] { endDemo(completion); });
+    with_.clock.after(fingerTouches + pillOpens + listCloses, script,
+                      [this] { endOnboardingDemo(); });
 }
 
 void NotesEntranceController::sendFinger()
@@ -308,17 +311,25 @@ void NotesEntranceController::openDemoList(const ReadingNote &sampleNote)
     expand();
 }
 
-void NotesEntranceController::endDemo(const std::function<void()> &completion)
+void NotesEntranceController::endOnboardingDemo()
 {
+    if (!demoScript_) {
+        return;
+    }
+    demoScript_.reset();
+    model_->setPillHovered(false);
     collapse();
-    fingerPanel_->animateAlpha(0, fingerFades, [this, completion] {
-        fingerPanel_->orderOut();
-        fingerPanel_.release()->deleteLater(); // it is calling us
-        demoRunning_ = false;
-        if (completion) {
-            completion();
-        }
-    });
+    fingerPanel_->animateAlpha(0, fingerFades, [this] { finishDemo(); });
+}
+
+void NotesEntranceController::finishDemo()
+{
+    fingerPanel_->orderOut();
+    fingerPanel_.release()->deleteLater(); // it is calling us
+    demoRunning_ = false;
+    if (const auto completion = std::exchange(demoCompletion_, nullptr)) {
+        completion();
+    }
 }
 
 } // namespace vellumo

@@ -47,6 +47,7 @@ public:
     void collapse() override;
     void playOnboardingDemo(const ReadingNote &sampleNote,
                             std::function<void()> completion) override;
+    void endOnboardingDemo() override;
 
     /// Lets the pill grow into the list of the model's notes.
     void expand();
@@ -72,7 +73,7 @@ private:
 
     void sendFinger();
     void openDemoList(const ReadingNote &sampleNote);
-    void endDemo(const std::function<void()> &completion);
+    void finishDemo();
 
     Collaborators with_;
     std::unique_ptr<NotesPillModel> model_; ///< outlives the panel, which shows it; so below
@@ -86,6 +87,8 @@ private:
     bool cursorIsHand_ = false;
     std::unique_ptr<FloatingPanel> fingerPanel_; ///< during the demonstration
     bool demoRunning_ = false;
+    std::unique_ptr<QObject> demoScript_; ///< until the demonstration is to end
+    std::function<void()> demoCompletion_;
     bool isPlacing_ = false; ///< we move the pill, not the user
 };
 

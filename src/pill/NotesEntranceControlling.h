@@ -31,6 +31,9 @@ public:
     /// when it is over.
     virtual void playOnboardingDemo(const ReadingNote &sampleNote,
                                     std::function<void()> completion) = 0;
+
+    /// Brings a demonstration that runs to its end at once; without one, does nothing.
+    virtual void endOnboardingDemo() = 0;
 };
 
 } // namespace vellumo

@@ -166,6 +166,7 @@ public:
         sample = note;
         demoCompletion = std::move(completion);
     }
+    void endOnboardingDemo() override { }
 };
 
 } // namespace vellumo

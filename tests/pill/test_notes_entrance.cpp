@@ -87,6 +87,8 @@ private Q_SLOTS:
     void hoverAndCursorFollowThePointer();
     void comesBackWhenItsScreenGoes();
     void playsTheDemonstrationOnce();
+    void endsTheDemonstrationAtAnyStep_data();
+    void endsTheDemonstrationAtAnyStep();
     void describesANote();
 };
 
@@ -340,6 +342,35 @@ void NotesEntranceTest::playsTheDemonstrationOnce()
     QTRY_VERIFY(!finger);
     play();
     QCOMPARE(desk.windows.panels.size(), 3);
+}
+
+void NotesEntranceTest::endsTheDemonstrationAtAnyStep_data()
+{
+    QTest::addColumn<std::chrono::milliseconds>("time");
+    QTest::newRow("the finger glides") << 500ms;
+    QTest::newRow("it touches") << 1200ms;
+    QTest::newRow("the list is open") << 2000ms;
+    QTest::newRow("the finger fades") << 3700ms;
+}
+
+void NotesEntranceTest::endsTheDemonstrationAtAnyStep()
+{
+    QFETCH(std::chrono::milliseconds, time);
+    Desk desk;
+    desk.show();
+    desk.entrance.endOnboardingDemo(); // none runs
+    int ended = 0;
+    desk.entrance.playOnboardingDemo(noteOf(u"sample"_s), [&ended] { ++ended; });
+    const auto finger = desk.windows.panels.last();
+    desk.clock.advance(time);
+    desk.entrance.endOnboardingDemo();
+    desk.entrance.endOnboardingDemo();
+    desk.clock.advance(10s);
+    QVERIFY(!desk.model().isExpanded() && !desk.model().isPillHovered());
+    QCOMPARE(ended, 0);
+    QVERIFY(finger->finishFading());
+    QTRY_VERIFY(!finger);
+    QCOMPARE(ended, 1);
 }
 
 void NotesEntranceTest::describesANote()
