@@ -3,64 +3,29 @@
 // Shows the cards of the first run for the eye: onboarding_gallery FOLDER [TEXT-SCALE [WxH]] writes
 // one picture for each card, state, language and look.
 
-#include "account/AuthService.h"
-#include "account/GoogleOAuth.h"
-#include "account/KeychainStore.h"
-#include "onboarding/OnboardingWindowController.h"
-#include "platform/EventMonitoring.h"
-#include "platform/fake/FakeClock.h"
-#include "platform/fake/FakeDesktop.h"
-#include "platform/fake/FakeEventMonitors.h"
-#include "platform/fake/FakeHttpSession.h"
-#include "platform/fake/FakeSecretItems.h"
+#include "onboarding/OnboardingDesk.h"
 #include "ui/ApplicationFonts.h"
-#include "ui/BilingualText.h"
-#include "ui/QmlEngine.h"
-
 #include <QFont>
 #include <QGuiApplication>
 #include <QPalette>
-#include <QQmlEngine>
-#include <QQuickWindow>
-#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
+using namespace vellumo::test;
 
 namespace {
-
-struct Desk {
-    FakeCalls calls;
-    FakeAccessibility accessibility{calls};
-    FakeDefaultsStore defaults;
-    FakeEventMonitors events;
-    FakeClock clock;
-    FakeWorkspace workspace;
-    FakeHttpSession http;
-    FakeSecretItems secrets;
-    QString language = u"English"_s;
-    BilingualText texts{[this] { return language; }};
-    KeychainStore keychain{secrets};
-    GoogleOAuth browser{workspace, texts, u"https://site.example"_s};
-    AuthService auth{{keychain, browser, http, clock, texts,
-                      [](const QString &) { return std::optional(u"key"_s); }}};
-    QQmlEngine engine;
-    OnboardingWindowController flow{{defaults, auth, accessibility, events, clock, engine, texts}};
-
-    Desk() { prepareEngine(engine); }
-};
 
 struct State {
     QString name;
     QString phase;
-    std::function<void(Desk &)> arrange = {};
+    std::function<void(OnboardingDesk &)> arrange = {};
 };
 
 const QList<State> states = {
     {u"1-sign-in"_s, u"signin"_s},
-    {u"1-sign-in-browser"_s, u"signin"_s, [](Desk &desk) { desk.flow.signIn(); }},
+    {u"1-sign-in-browser"_s, u"signin"_s, [](OnboardingDesk &desk) { desk.flow.signIn(); }},
     {u"1-sign-in-failed"_s, u"signin"_s,
-     [](Desk &desk) {
+     [](OnboardingDesk &desk) {
          desk.workspace.opensUrls = false;
          desk.flow.signIn();
          QTest::qWait(10);
@@ -68,20 +33,22 @@ const QList<State> states = {
     {u"2-privacy"_s, u"privacy"_s},
     {u"3-permission"_s, u"permission"_s},
     {u"3-permission-enabled"_s, u"permission"_s,
-     [](Desk &desk) {
+     [](OnboardingDesk &desk) {
          desk.accessibility.trusted = true;
          Q_EMIT desk.accessibility.trustChanged();
      }},
     {u"4-key-test"_s, u"keytest"_s},
     {u"4-key-test-pressed"_s, u"keytest"_s,
-     [](Desk &desk) { desk.events.sendLocal({.modifierFlags = ModifierFlag::Option}); }},
+     [](OnboardingDesk &desk) { desk.events.sendLocal({.modifierFlags = ModifierFlag::Option}); }},
     {u"4-key-test-passed"_s, u"keytest"_s,
-     [](Desk &desk) { static_cast<void>(desk.flow.handleDemoTrigger()); }},
+     [](OnboardingDesk &desk) { static_cast<void>(desk.flow.handleDemoTrigger()); }},
     {u"5-select"_s, u"select"_s},
-    {u"5-select-passed"_s, u"select"_s, [](Desk &desk) { desk.flow.noteExplanationShown(); }},
+    {u"5-select-passed"_s, u"select"_s,
+     [](OnboardingDesk &desk) { desk.flow.noteExplanationShown(); }},
     {u"6-notes"_s, u"notes"_s},
     {u"7-hear-about"_s, u"hearabout"_s},
-    {u"8-role"_s, u"role"_s, [](Desk &desk) { desk.flow.choose(u"Student"_s); }},
+    {u"8-role"_s, u"role"_s,
+     [](OnboardingDesk &desk) { desk.flow.survey()->choose(u"Student"_s); }},
     {u"9-industry"_s, u"industry"_s},
 };
 
@@ -104,10 +71,7 @@ int main(int argc, char **argv)
         QGuiApplication::setPalette(QPalette(dark ? Qt::black : Qt::white));
         for (const auto &tongue : {u"English"_s, u"Chinese"_s}) {
             for (const State &state : states) {
-                Desk desk;
-                desk.accessibility.trusted = false;
-                desk.language = tongue;
-                desk.texts.refresh();
+                OnboardingDesk desk(false, tongue);
                 desk.flow.present(state.phase);
                 QQuickWindow *window = desk.flow.window();
                 if (window == nullptr || !QTest::qWaitForWindowExposed(window)) {

@@ -23,6 +23,12 @@ QString describe(const AuthError &error, const BilingualText &texts)
     case AuthError::Kind::unreadable:
         return texts.pick(u"The sign-in service gave an answer that cannot be read."_s,
                           u"登录服务的回答无法识别。"_s);
+    case AuthError::Kind::noBrowser:
+        return texts.pick(u"The browser could not be opened."_s, u"无法打开浏览器。"_s);
+    case AuthError::Kind::superseded:
+        return texts.pick(u"Another sign-in was started."_s, u"已开始另一次登录。"_s);
+    case AuthError::Kind::unfinished:
+        return texts.pick(u"Sign-in did not finish."_s, u"登录未完成"_s);
     }
     Q_UNREACHABLE();
 }
@@ -41,6 +47,10 @@ QString summary(const AuthError &error)
         return describe(error.network);
     case AuthError::Kind::unreadable:
         return u"answer cannot be read"_s;
+    case AuthError::Kind::noBrowser:
+    case AuthError::Kind::superseded:
+    case AuthError::Kind::unfinished:
+        return u"not finished"_s;
     }
     Q_UNREACHABLE();
 }

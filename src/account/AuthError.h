@@ -12,10 +12,13 @@ class BilingualText;
 /// Why there is no session, or no ID token for the one there is.
 struct AuthError {
     enum class Kind : quint8 {
-        server, ///< the token service or the login page said no; `message` is for the user
+        server, ///< the token service said no; `message` is for the user
         notConfigured, ///< this installation knows no account service
         network, ///< no answer came
         unreadable, ///< an answer came that is not one
+        noBrowser, ///< the login page could not be opened
+        superseded, ///< another sign-in was started
+        unfinished, ///< the login page came back without a session, or that was ended meanwhile
     };
     Kind kind = Kind::server;
     QString message = {}; ///< of server: as it came, so that it may repeat what was sent

@@ -215,7 +215,7 @@ void AuthService::completeSignIn(const Parameters &parameters, const SignInCompl
     const QString refreshToken = parameters.value(u"refreshToken"_s);
     const User user{parameters.value(u"uid"_s), parameters.value(u"email"_s)};
     if (refreshToken.isEmpty() || user.uid.isEmpty()) {
-        endSignIn(unfinished(), completion);
+        endSignIn(AuthError{.kind = AuthError::Kind::unfinished}, completion);
         return;
     }
     with_.keychain.set(refreshToken, refreshTokenAccount);
@@ -224,7 +224,9 @@ void AuthService::completeSignIn(const Parameters &parameters, const SignInCompl
     with_.keychain.unlock();
     startSession(refreshToken, user);
     refreshIDToken([this, completion, session = sessionNumber_](const auto &error) {
-        endSignIn(session == sessionNumber_ ? error : unfinished(), completion);
+        endSignIn(session == sessionNumber_ ? error
+                                            : AuthError{.kind = AuthError::Kind::unfinished},
+                  completion);
     });
 }
 
@@ -238,11 +240,6 @@ void AuthService::endSignIn(const std::optional<AuthError> &error,
         onSignedIn();
     }
     completion(error);
-}
-
-AuthError AuthService::unfinished() const
-{
-    return {.message = with_.texts.pick(u"Sign-in did not finish."_s, u"登录未完成"_s)};
 }
 
 void AuthService::signOut()

@@ -95,7 +95,6 @@ private:
 
     void completeSignIn(const Parameters &parameters, const SignInCompletion &completion);
     void endSignIn(const std::optional<AuthError> &error, const SignInCompletion &completion);
-    [[nodiscard]] AuthError unfinished() const;
 
     void provideIDToken(const QPointer<QObject> &context, const IdTokenCompletion &completion);
     [[nodiscard]] bool isIDTokenFresh() const;

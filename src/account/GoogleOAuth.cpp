@@ -5,7 +5,6 @@
 
 #include "platform/Diagnostics.h"
 #include "platform/Workspace.h"
-#include "ui/BilingualText.h"
 
 #include <QPointer>
 #include <utility>
@@ -23,17 +22,15 @@ QString decoded(QStringView text)
 
 } // namespace
 
-GoogleOAuth::GoogleOAuth(Workspace &workspace, const BilingualText &texts, const QString &site)
+GoogleOAuth::GoogleOAuth(Workspace &workspace, const QString &site)
     : workspace_(workspace)
-    , texts_(texts)
     , loginPage_(site + (site.endsWith(u'/') ? u"login"_s : u"/login"_s), QUrl::StrictMode)
 {
 }
 
 void GoogleOAuth::run(QObject *context, Completion completion)
 {
-    finish(AuthError{.message =
-                         texts_.pick(u"Another sign-in was started."_s, u"已开始另一次登录。"_s)});
+    finish(AuthError{.kind = AuthError::Kind::superseded});
     continuation_ = [context = QPointer<QObject>(context),
                      completion = std::move(completion)](const auto &result) {
         if (context) {
@@ -42,8 +39,7 @@ void GoogleOAuth::run(QObject *context, Completion completion)
         }
     };
     if (!workspace_.openUrl(loginPage_)) {
-        finish(AuthError{
-            .message = texts_.pick(u"The browser could not be opened."_s, u"无法打开浏览器。"_s)});
+        finish(AuthError{.kind = AuthError::Kind::noBrowser});
     }
 }
 

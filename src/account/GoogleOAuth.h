@@ -20,8 +20,8 @@ public:
     using Parameters = QHash<QString, QString>;
     using Completion = std::function<void(const Result<Parameters, AuthError> &)>;
 
-    /// `site` is the web site's base address. All must outlive this object.
-    GoogleOAuth(Workspace &workspace, const BilingualText &texts, const QString &site);
+    /// `site` is the web site's base address. The workspace must outlive this object.
+    GoogleOAuth(Workspace &workspace, const QString &site);
 
     /// Opens the login page in the browser and waits for its callback, without limit. Whoever
     /// already waits gets an error. The completion runs once, on the main thread and never before
@@ -43,7 +43,6 @@ private:
     void finish(const Result<Parameters, AuthError> &result);
 
     Workspace &workspace_;
-    const BilingualText &texts_;
     QUrl loginPage_;
     Completion continuation_; ///< of the sign-in that waits
 };

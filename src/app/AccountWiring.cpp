@@ -18,7 +18,7 @@ const QString defaultSite = u"https://vellumo.app"_s;
 
 AccountWiring::AccountWiring(const Foundation &foundation)
     : keychain_(foundation.secrets)
-    , browser_(foundation.workspace, foundation.texts,
+    , browser_(foundation.workspace,
                foundation.config.value(u"VELLUMO_SITE_URL"_s).value_or(defaultSite))
     , auth_({keychain_, browser_, foundation.http, foundation.clock, foundation.texts,
              [&config = foundation.config](const QString &key) { return config.value(key); }})

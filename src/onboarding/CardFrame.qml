@@ -16,20 +16,25 @@ FocusScope {
     property string title
     property string subtitle: ""
     property bool centered: false ///< in the height that there is
+    property bool low: false ///< as near to the way on as it can be
     property int titleSize: Units.type30
     property string continueText: frame.english ? "Continue" : "继续"
     property string continueGlyph: ""
     property string continueName: "continue"
     property bool canContinue: true
     property bool drawsContinue: frame.canContinue ///< in the colour of what is to be done next
+    property bool reportsState: false ///< the button says what goes on, although it cannot be pressed
     property string error: ""
+    property bool keepsErrorLine: false ///< so that nothing moves when an error comes
     property string quietText: ""
     property string quietName: "skip"
+    property bool isQuietOver: false ///< it has become needless, but keeps its place
     property string secondQuietText: ""
     property string secondQuietName: "skipSecond"
     default property alias contents: holder.data
+    readonly property bool hasQuiet: frame.quietText.length + frame.secondQuietText.length > 0
     /// Too low for what only decorates.
-    readonly property bool isCramped: frame.height < Units.onboardingRoom
+    readonly property bool isCramped: Window.height < Units.onboardingRoom
 
     signal proceeded
     signal skipped
@@ -82,9 +87,11 @@ FocusScope {
         Column {
             id: column
 
-            y: frame.centered
-                ? Math.max(Units.space8, Math.round((page.height - height) / 2) - Units.space16)
-                : Units.space8
+            y: {
+                const room = page.height - column.height
+                return Math.max(Units.space8, frame.centered ? Math.round(room / 2) - Units.space16
+                                            : frame.low ? room - Units.space8 : 0)
+            }
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(Units.onboardingColumn, page.width - 2 * Units.space24)
             spacing: frame.isCramped ? Units.space16 : Units.space24
@@ -133,73 +140,87 @@ FocusScope {
         activeColor: Theme.secondInk
     }
 
-    Column {
+    Item {
         id: footer
+
+        // where height is scarce, everything in one line
+        readonly property bool isOneLine: frame.isCramped && frame.hasQuiet
+            && onward.implicitWidth + Units.space8 + quiet.width <= footer.width
+        readonly property int errorRoom: errorLine.visible ? errorLine.height + Units.space8
+            : frame.keepsErrorLine ? Math.round(Units.type12 * Units.readingLine) + Units.space8 : 0
+        // also without these, so that the button stays where it is from card to card
+        readonly property int quietRoom: footer.isOneLine || (frame.isCramped && !frame.hasQuiet)
+            ? 0 : Units.space4 + Math.max(Units.button, quiet.height)
 
         anchors.bottom: parent.bottom
         anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(Units.onboardingButton, frame.width - 2 * Units.space24)
-        spacing: Units.space4
+        width: frame.width - 2 * Units.space24
+        height: footer.errorRoom + onward.height + footer.quietRoom
 
-        Item {
-            width: parent.width
-            height: errorLine.visible ? errorLine.height + Units.space8 : 0
+        ErrorLine {
+            id: errorLine
 
-            ErrorLine {
-                id: errorLine
-
-                objectName: "signInErrorLabel"
-                width: parent.width
-                centered: true
-                text: frame.error
-            }
+            objectName: "signInErrorLabel"
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: Math.min(Units.onboardingButton, parent.width)
+            centered: true
+            text: frame.error
         }
-        Item {
-            width: parent.width
-            height: onward.height
+        Rectangle { // so that a button that does not work yet has a place
+            anchors.fill: onward
+            visible: !frame.canContinue
+            radius: Units.radius10
+            color: Theme.softFillHovered
+        }
+        TextButton {
+            id: onward
 
-            Rectangle { // so that a button that does not work yet has a place
-                anchors.fill: parent
-                visible: !frame.canContinue
-                radius: Units.radius10
-                color: Theme.softFillHovered
+            readonly property int beside: footer.isOneLine ? quiet.width + Units.space8 : 0
+
+            objectName: frame.continueName
+            x: Math.round((parent.width - width - onward.beside) / 2)
+            y: footer.errorRoom
+            width: Math.min(Units.onboardingButton, parent.width - onward.beside)
+            large: true
+            primary: frame.drawsContinue
+            enabled: frame.canContinue
+            opacity: frame.canContinue || frame.reportsState ? 1 : 0.45
+            glyph: frame.continueGlyph
+            text: frame.continueText
+            onClicked: frame.proceed()
+        }
+        Grid {
+            id: quiet
+
+            x: footer.isOneLine ? onward.x + onward.width + Units.space8
+                                : Math.round((parent.width - width) / 2)
+            y: footer.isOneLine ? onward.y + Math.round((onward.height - height) / 2)
+                                : onward.y + onward.height + Units.space4
+            columns: first.implicitWidth + second.implicitWidth + spacing <= parent.width ? 2 : 1
+            spacing: Units.space8
+            horizontalItemAlignment: Grid.AlignHCenter
+
+            TextButton {
+                id: first
+
+                objectName: frame.quietName
+                visible: frame.quietText.length > 0
+                enabled: !frame.isQuietOver
+                opacity: frame.isQuietOver ? 0 : 1
+                width: Math.min(implicitWidth, footer.width)
+                quiet: true
+                text: frame.quietText
+                onClicked: frame.skipped()
             }
             TextButton {
-                id: onward
+                id: second
 
-                objectName: frame.continueName
-                width: parent.width
-                large: true
-                primary: frame.drawsContinue
-                enabled: frame.canContinue
-                glyph: frame.continueGlyph
-                text: frame.continueText
-                onClicked: frame.proceed()
-            }
-        }
-        Item {
-            width: parent.width
-            // also when empty, so that the button above stays in its place
-            height: frame.isCramped && frame.quietText.length === 0 ? 0 : Units.button
-
-            Row {
-                anchors.horizontalCenter: parent.horizontalCenter
-                spacing: Units.space8
-
-                TextButton {
-                    objectName: frame.quietName
-                    visible: frame.quietText.length > 0
-                    quiet: true
-                    text: frame.quietText
-                    onClicked: frame.skipped()
-                }
-                TextButton {
-                    objectName: frame.secondQuietName
-                    visible: frame.secondQuietText.length > 0
-                    quiet: true
-                    text: frame.secondQuietText
-                    onClicked: frame.skippedSecond()
-                }
+                objectName: frame.secondQuietName
+                visible: frame.secondQuietText.length > 0
+                width: Math.min(implicitWidth, footer.width)
+                quiet: true
+                text: frame.secondQuietText
+                onClicked: frame.skippedSecond()
             }
         }
     }

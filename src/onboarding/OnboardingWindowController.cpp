@@ -4,15 +4,12 @@
 
 #include "account/AuthService.h"
 #include "app/UserPreferences.h"
-#include "onboarding/Survey.h"
 #include "platform/Accessibility.h"
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
-#include "platform/Diagnostics.h"
 #include "platform/EventMonitoring.h"
 #include "ui/BilingualText.h"
-#include <QQmlComponent>
-#include <QQmlEngine>
+#include "ui/OrdinaryWindow.h"
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -22,8 +19,6 @@ namespace vellumo {
 namespace {
 
 constexpr auto permissionInterval = 800ms;
-// A browser tab that was closed never answers.
-constexpr auto signInPatience = 20s;
 
 } // namespace
 
@@ -31,6 +26,7 @@ OnboardingWindowController::OnboardingWindowController(const Collaborators &coll
                                                        QObject *parent)
     : QObject(parent)
     , with_(collaborators)
+    , survey_(collaborators.texts)
 {
     connect(&with_.auth, &AuthService::userChanged, this, &OnboardingWindowController::userChanged);
     connect(&with_.accessibility, &Accessibility::trustChanged, this,
@@ -65,20 +61,14 @@ void OnboardingWindowController::present(const std::optional<QString> &phase)
 
 bool OnboardingWindowController::createWindow()
 {
-    QQmlComponent component(&with_.engine,
-                            QUrl(u"qrc:/qt/qml/Vellumo/Onboarding/OnboardingWindow.qml"_s));
-    QObject *object = component.isReady()
-        ? component.createWithInitialProperties({{u"flow"_s, QVariant::fromValue(this)},
-                                                 {u"texts"_s, QVariant::fromValue(&with_.texts)}})
-        : nullptr;
-    window_ = qobject_cast<QQuickWindow *>(object);
+    window_ = makeOrdinaryWindow(
+        with_.engine, u"Onboarding/OnboardingWindow"_s,
+        {{u"flow"_s, QVariant::fromValue(this)}, {u"texts"_s, QVariant::fromValue(&with_.texts)}},
+        this);
     if (!window_) {
-        delete object;
-        printDiagnostic(component.errorString());
         return false;
     }
-    QQmlEngine::setObjectOwnership(window_, QQmlEngine::CppOwnership);
-    window_->QObject::setParent(this); // deleted later, but never after us
+    centreOnScreen(*window_, window_->property("roomAbove").toInt());
     connect(window_, &QWindow::activeChanged, this, [this] {
         if (window_ && !window_->isActive()) {
             setOptionDown(false); // its release goes to another window
@@ -92,23 +82,10 @@ bool OnboardingWindowController::createWindow()
 
 bool OnboardingWindowController::raise()
 {
-    if (!window_) {
-        return false;
-    }
-    window_->show();
-    window_->raise();
-    window_->requestActivate();
-    return true;
-}
-
-void OnboardingWindowController::closeWindow()
-{
     if (window_) {
-        window_->disconnect(this);
-        window_->hide();
-        window_->deleteLater();
-        window_.clear();
+        bringToFront(*window_);
     }
+    return window_;
 }
 
 QString OnboardingWindowController::card() const
@@ -144,7 +121,8 @@ void OnboardingWindowController::advance()
         return;
     }
     if (onSubmitProfile) {
-        onSubmitProfile(answer(Phase::hearAbout), answer(Phase::role), answer(Phase::industry));
+        onSubmitProfile(survey_.answerOf(Phase::hearAbout), survey_.answerOf(Phase::role),
+                        survey_.answerOf(Phase::industry));
     }
     finish();
 }
@@ -166,7 +144,6 @@ void OnboardingWindowController::show(Phase phase)
     leaveCard();
     phase_ = phase;
     ++visit_;
-    isSigningIn_ = false;
     signInError_.reset();
     isTestPassed_ = false;
     isDemoOver_ = false;
@@ -177,6 +154,7 @@ void OnboardingWindowController::show(Phase phase)
     } else if (phase == Phase::keyTest) {
         watchOption();
     }
+    survey_.show(phase);
     Q_EMIT changed();
     Q_EMIT cardShown();
     if (phase == Phase::notesIntro) {
@@ -198,7 +176,7 @@ void OnboardingWindowController::finish()
 {
     with_.defaults.setValue(DefaultsKey::hasCompletedOnboarding.toString(), true);
     leaveCard();
-    closeWindow();
+    closeForGood(window_);
     completed_ = true;
     if (const auto callback = onFinish) {
         callback();
@@ -211,7 +189,7 @@ void OnboardingWindowController::userClosed()
         return;
     }
     leaveCard();
-    closeWindow();
+    closeForGood(window_);
     if (const auto callback = onClosed) {
         callback();
     }
@@ -229,40 +207,36 @@ QString OnboardingWindowController::signInError() const
 
 void OnboardingWindowController::signIn()
 {
-    if (isOpeningBrowser()) {
+    if (isSigningIn_) {
         return;
     }
-    ++visit_; // what an earlier attempt still says is of no interest
     isSigningIn_ = true;
-    isSignInSlow_ = false;
     signInError_.reset();
     Q_EMIT changed();
-    with_.clock.after(signInPatience, this, [this, visit = visit_] {
-        if (visit == visit_ && isSigningIn_) {
-            isSignInSlow_ = true;
-            Q_EMIT changed();
-        }
-    });
-    with_.auth.signInWithGoogle(this, [this, visit = visit_](const auto &error) {
-        if (visit == visit_) {
-            signInEnded(error);
-        }
-    });
+    with_.auth.signInWithGoogle(this, [this](const auto &error) { signInEnded(error); });
 }
 
+void OnboardingWindowController::openSignInPageAgain()
+{
+    with_.auth.openSignInPageAgain();
+}
+
+/// The user may have gone on meanwhile, and may have come back.
 void OnboardingWindowController::signInEnded(const std::optional<AuthError> &error)
 {
     isSigningIn_ = false;
-    signInError_ = error;
-    if (!error && window_) {
+    const bool isShown = window_ && phase_ == Phase::signIn;
+    if (isShown && !error) {
         advance();
-    } else {
-        Q_EMIT changed();
+        return;
     }
+    if (isShown) {
+        signInError_ = error;
+    }
+    Q_EMIT changed();
 }
 
-/// A session that was not asked for on this visit of the card: of an earlier attempt, or of a
-/// keyring that was slow.
+/// The session of a keyring that was slow needs no sign-in.
 void OnboardingWindowController::userChanged()
 {
     if (window_ && phase_ == Phase::signIn && isSignedIn() && !isSigningIn_) {
@@ -368,60 +342,6 @@ void OnboardingWindowController::introduceNotes()
     } else {
         ended();
     }
-}
-
-QString OnboardingWindowController::surveyTitle() const
-{
-    const Survey *survey = surveyOf(phase_);
-    return survey != nullptr ? with_.texts.pick(survey->english, survey->chinese) : QString();
-}
-
-int OnboardingWindowController::surveyColumns() const
-{
-    const Survey *survey = surveyOf(phase_);
-    return survey != nullptr ? survey->columns : 0;
-}
-
-QStringList OnboardingWindowController::surveyOptions() const
-{
-    QStringList labels;
-    if (const Survey *survey = surveyOf(phase_)) {
-        for (const SurveyOption &option : survey->options) {
-            labels.append(option.english);
-        }
-    }
-    return labels;
-}
-
-int OnboardingWindowController::surveyChoice() const
-{
-    return static_cast<int>(surveyOptions().indexOf(surveyAnswer()));
-}
-
-QString OnboardingWindowController::chineseLabel(int option) const
-{
-    const Survey *survey = surveyOf(phase_);
-    return survey != nullptr ? survey->options.value(option).chinese : QString();
-}
-
-QString OnboardingWindowController::iconFile(int option) const
-{
-    const Survey *survey = surveyOf(phase_);
-    return survey != nullptr ? surveyIconFile(survey->options.value(option).icon) : QString();
-}
-
-void OnboardingWindowController::choose(const QString &option)
-{
-    if (surveyOptions().contains(option)) {
-        surveyAnswers_.insert(phase_, option);
-        Q_EMIT changed();
-    }
-}
-
-std::optional<QString> OnboardingWindowController::answer(Phase phase) const
-{
-    const auto found = surveyAnswers_.constFind(phase);
-    return found != surveyAnswers_.constEnd() ? std::optional(*found) : std::nullopt;
 }
 
 void OnboardingWindowController::switchLanguage()

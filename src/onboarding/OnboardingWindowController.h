@@ -3,12 +3,10 @@
 #pragma once
 
 #include "account/AuthError.h"
-#include "onboarding/OnboardingPhase.h"
-#include <QMap>
+#include "onboarding/SurveyModel.h"
 #include <QObject>
 #include <QPointer>
 #include <QQuickWindow>
-#include <QStringList>
 #include <QtQml/qqmlregistration.h>
 #include <functional>
 #include <memory>
@@ -43,11 +41,7 @@ class OnboardingWindowController final : public QObject {
     Q_PROPERTY(bool isOptionDown READ isOptionDown NOTIFY changed)
     Q_PROPERTY(bool isTestPassed READ isTestPassed NOTIFY changed)
     Q_PROPERTY(bool isDemoOver READ isDemoOver NOTIFY changed)
-    Q_PROPERTY(QString surveyTitle READ surveyTitle NOTIFY changed)
-    Q_PROPERTY(int surveyColumns READ surveyColumns NOTIFY cardShown)
-    Q_PROPERTY(QStringList surveyOptions READ surveyOptions NOTIFY cardShown)
-    Q_PROPERTY(QString surveyAnswer READ surveyAnswer NOTIFY changed)
-    Q_PROPERTY(int surveyChoice READ surveyChoice NOTIFY changed)
+    Q_PROPERTY(vellumo::SurveyModel *survey READ survey CONSTANT)
 
 public:
     /// All must outlive the controller. The engine needs the import path of prepareEngine().
@@ -116,9 +110,12 @@ public:
     [[nodiscard]] bool canGoBack() const { return backPhase().has_value(); }
 
     [[nodiscard]] bool isSignedIn() const;
-    [[nodiscard]] bool isOpeningBrowser() const { return isSigningIn_ && !isSignInSlow_; }
+    /// A sign-in waits for the browser, also one that was begun before the card was left.
+    [[nodiscard]] bool isOpeningBrowser() const { return isSigningIn_; }
     [[nodiscard]] QString signInError() const;
     Q_INVOKABLE void signIn();
+    /// For somebody who has closed the page.
+    Q_INVOKABLE void openSignInPageAgain();
     /// Goes on without a session, now and when the main window is shown.
     Q_INVOKABLE void useWithoutAccount();
 
@@ -131,17 +128,7 @@ public:
     [[nodiscard]] bool isTestPassed() const { return isTestPassed_; }
     [[nodiscard]] bool isDemoOver() const { return isDemoOver_; }
 
-    [[nodiscard]] QString surveyTitle() const;
-    [[nodiscard]] int surveyColumns() const;
-    /// The English labels, which stand for the options.
-    [[nodiscard]] QStringList surveyOptions() const;
-    /// The option that is chosen; empty when there is none.
-    [[nodiscard]] QString surveyAnswer() const { return surveyAnswers_.value(phase_); }
-    /// Its place among the options; -1 when there is none.
-    [[nodiscard]] int surveyChoice() const;
-    Q_INVOKABLE [[nodiscard]] QString chineseLabel(int option) const;
-    Q_INVOKABLE [[nodiscard]] QString iconFile(int option) const;
-    Q_INVOKABLE void choose(const QString &option);
+    [[nodiscard]] SurveyModel *survey() { return &survey_; }
 
     /// Changes the language of everything to the other one.
     Q_INVOKABLE void switchLanguage();
@@ -157,7 +144,6 @@ private:
     void show(Phase phase);
     void leaveCard();
     [[nodiscard]] bool createWindow();
-    void closeWindow();
     void finish();
 
     void userChanged();
@@ -170,7 +156,6 @@ private:
     void setOptionDown(bool isDown);
 
     void introduceNotes();
-    [[nodiscard]] std::optional<QString> answer(Phase phase) const;
 
     Collaborators with_;
     QPointer<QQuickWindow> window_;
@@ -179,7 +164,6 @@ private:
     bool completed_ = false;
 
     bool isSigningIn_ = false;
-    bool isSignInSlow_ = false; ///< the user may have given up, and can begin again
     std::optional<AuthError> signInError_;
 
     std::unique_ptr<QObject> permissionTimer_; ///< while the permission card is shown
@@ -190,7 +174,7 @@ private:
     bool isTestPassed_ = false;
     bool isDemoOver_ = false;
 
-    QMap<Phase, QString> surveyAnswers_; ///< English labels
+    SurveyModel survey_;
 };
 
 } // namespace vellumo

@@ -19,16 +19,25 @@ CardFrame {
             return card.english ? "Opening browser…" : "正在打开浏览器登录…"
         return card.english ? "Continue with Google" : "使用 Google 继续"
     }
+    reportsState: true
     error: card.flow.signInError
-    quietName: "withoutAccount"
+    keepsErrorLine: true
+    quietName: "openPageAgain"
     quietText: {
+        if (!card.flow.isOpeningBrowser || card.flow.isSignedIn)
+            return ""
+        return card.english ? "Open the page again" : "重新打开网页"
+    }
+    secondQuietName: "withoutAccount"
+    secondQuietText: {
         if (card.flow.isSignedIn)
             return card.english ? "Continue anyway" : "仍然继续"
         return card.english ? "Use without an account" : "不登录,直接使用"
     }
 
     onProceeded: card.flow.signIn()
-    onSkipped: card.flow.useWithoutAccount()
+    onSkipped: card.flow.openSignInPageAgain()
+    onSkippedSecond: card.flow.useWithoutAccount()
 
     WelcomeDrawing {
         width: parent.width

@@ -2,23 +2,26 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
+import Vellumo.Onboarding
 import Vellumo.Ui
 
 /// A question with one answer. Tab goes to the chosen option, arrows to the others.
 CardFrame {
     id: card
 
-    title: card.flow.surveyTitle
+    readonly property SurveyModel survey: card.flow.survey
+
+    title: card.survey.title
     titleSize: Units.type24
     continueName: "surveyContinueButton"
-    canContinue: card.flow.surveyAnswer.length > 0
+    canContinue: card.survey.answer.length > 0
 
     onProceeded: card.flow.advance()
 
     Grid {
         id: chips
 
-        property int current: Math.max(0, card.flow.surveyChoice)
+        property int current: Math.max(0, card.survey.choice)
 
         /// Moves what Tab goes to, and the keyboard with it if it is among the options.
         function moveTo(option: int): void {
@@ -31,7 +34,7 @@ CardFrame {
 
         objectName: "surveyChips"
         width: parent.width
-        columns: card.flow.surveyColumns
+        columns: card.survey.columns
         spacing: Units.space8
 
         Accessible.role: Accessible.Grouping
@@ -45,7 +48,7 @@ CardFrame {
         Repeater {
             id: options
 
-            model: card.flow.surveyOptions
+            model: card.survey.options
 
             SurveyChip {
                 required property string modelData
@@ -53,13 +56,13 @@ CardFrame {
 
                 objectName: modelData
                 width: (chips.width - (chips.columns - 1) * chips.spacing) / chips.columns
-                text: card.english ? modelData : card.flow.chineseLabel(index)
-                iconFile: card.flow.iconFile(index)
-                isChosen: modelData === card.flow.surveyAnswer
+                text: card.english ? modelData : card.survey.chineseLabel(index)
+                iconFile: card.survey.iconFile(index)
+                isChosen: modelData === card.survey.answer
                 activeFocusOnTab: index === chips.current
                 onClicked: {
                     chips.moveTo(index)
-                    card.flow.choose(modelData)
+                    card.survey.choose(modelData)
                 }
             }
         }

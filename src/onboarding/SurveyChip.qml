@@ -48,7 +48,11 @@ ButtonArea {
         text: chip.text
         textFormat: Text.PlainText
         verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
+        maximumLineCount: 2
         elide: Text.ElideRight
+        lineHeightMode: Text.FixedHeight
+        lineHeight: Math.round(Units.type13 * 1.25)
         color: chip.isChosen ? Theme.accentSoftText : Theme.ink
         font.pixelSize: Units.type13
         font.weight: chip.isChosen ? Font.DemiBold : Font.Normal

@@ -89,7 +89,7 @@ struct Desk {
     FakeSecretItems secrets;
     BilingualText texts{[this] { return language; }};
     KeychainStore keychain{secrets};
-    GoogleOAuth browser{workspace, texts, u"https://site.example"_s};
+    GoogleOAuth browser{workspace, u"https://site.example"_s};
     std::unique_ptr<AuthService> auth;
 };
 

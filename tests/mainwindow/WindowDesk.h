@@ -70,7 +70,7 @@ struct WindowDesk {
     FakeSecretItems secrets;
     KeychainStore keychain{secrets};
     FakeWorkspace workspace;
-    GoogleOAuth browser{workspace, texts, QStringLiteral("https://a.test")};
+    GoogleOAuth browser{workspace, QStringLiteral("https://a.test")};
     FakeHttpSession http;
     FakeClock clock;
     AuthService auth{{keychain, browser, http, clock, texts,

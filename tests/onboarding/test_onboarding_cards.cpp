@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// What the cards say and how they are reached, in both languages.
+
+#include "OnboardingDesk.h"
+#include "onboarding/Survey.h"
+#include <QFile>
+#include <QRegularExpression>
+
+using namespace vellumo;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Everything that is written on the card.
+QStringList textsOf(const QQuickItem &root)
+{
+    QStringList found;
+    const auto items = root.childItems();
+    for (const QQuickItem *item : items) {
+        if (item->isVisible()) {
+            const QVariant text = item->property("text");
+            if (!text.toString().isEmpty())
+                found << text.toString();
+            found += textsOf(*item);
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+class TestOnboardingCards : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
+    void everyCardSpeaksBothLanguages();
+    void keysReachEverything();
+    void surveyIconsExist();
+};
+
+void TestOnboardingCards::everyCardSpeaksBothLanguages()
+{
+    const QStringList international{u"English"_s, u"Notes"_s,   u"G"_s,           u"✦"_s,
+                                    u"⇧"_s,       u"⌃"_s,       u"⌥"_s,           u"⌘"_s,
+                                    u","_s,       u"control"_s, u"option / Alt"_s};
+    const QRegularExpression chinese(u"\\p{Han}"_s);
+    OnboardingDesk desk;
+    for (const QString &name : phaseNames) {
+        desk.flow.present(name);
+        QVERIFY(QTest::qWaitForWindowExposed(desk.flow.window()));
+        const QStringList english = textsOf(*desk.flow.window()->contentItem());
+        QVERIFY2(!english.join(u'|').remove(u"中文"_s).contains(chinese),
+                 qPrintable(english.join(u'|')));
+        desk.click(u"language"_s); // while the card is open
+        QStringList left = textsOf(*desk.flow.window()->contentItem());
+        left.removeIf([&](const QString &text) {
+            return text.contains(chinese) || international.contains(text) || text.size() == 1
+                || desk.flow.survey()->chineseLabel(
+                       int(desk.flow.survey()->options().indexOf(text)))
+                == text
+                || text.startsWith(u"vellumo is a reading assistant for your Mac."_s);
+        });
+        QVERIFY2(left.isEmpty(), qPrintable(left.join(u'|')));
+        desk.click(u"language"_s);
+        QCOMPARE(textsOf(*desk.flow.window()->contentItem()), english);
+    }
+}
+
+void TestOnboardingCards::keysReachEverything()
+{
+    OnboardingDesk desk;
+    desk.flow.present(u"role"_s);
+    QQuickWindow *window = desk.flow.window();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(window, Qt::Key_Tab);
+    QVERIFY(desk.item(u"Finance"_s)->hasActiveFocus());
+    QTest::keyClick(window, Qt::Key_Down);
+    QTest::keyClick(window, Qt::Key_Right);
+    QTest::keyClick(window, Qt::Key_Space);
+    QCOMPARE(desk.flow.survey()->answer(), u"Customer support"_s);
+    QTest::keyClick(window, Qt::Key_Up);
+    QTest::keyClick(window, Qt::Key_Up); // no further
+    QVERIFY(desk.item(u"Sales"_s)->hasActiveFocus());
+    for (const auto &name : {u"surveyContinueButton"_s, u"back"_s, u"language"_s}) {
+        QTest::keyClick(window, Qt::Key_Tab);
+        QVERIFY2(desk.item(name)->hasActiveFocus(), qPrintable(name));
+    }
+    desk.flow.present(u"privacy"_s); // Return goes on from anywhere but a button
+    QTest::keyClick(window, Qt::Key_Return);
+    QCOMPARE(desk.flow.phase(), Phase::permission);
+    QTest::keyClick(window, Qt::Key_Return);
+    QCOMPARE(desk.flow.phase(), Phase::permission); // not yet
+}
+
+void TestOnboardingCards::surveyIconsExist()
+{
+    const QList<std::pair<Phase, int>> sizes{
+        {Phase::hearAbout, 12}, {Phase::role, 17}, {Phase::industry, 18}};
+    for (const auto &[phase, size] : sizes) {
+        QCOMPARE(surveyOf(phase)->options.size(), size);
+        for (const SurveyOption &option : surveyOf(phase)->options) {
+            const QString file = surveyIconFile(option.icon);
+            QVERIFY2(QFile::exists(file) && !file.endsWith(u"globe.svg"_s), qPrintable(file));
+        }
+    }
+    QVERIFY(surveyIconFile(u"brand:nobody"_s).endsWith(u"globe.svg"_s));
+}
+
+QTEST_MAIN(TestOnboardingCards)
+#include "test_onboarding_cards.moc"

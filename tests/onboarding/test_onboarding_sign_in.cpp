@@ -1,0 +1,157 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// The card that signs in: what fails, what waits, and what comes back when nobody expects it.
+
+#include "OnboardingDesk.h"
+#include "support/Waiting.h"
+#include <QRegularExpression>
+
+using namespace vellumo;
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+
+class TestOnboardingSignIn : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
+    void leadsOnWhenThereIsAToken();
+    void saysWhatFailed_data();
+    void saysWhatFailed();
+    void aClosedPageCanBeOpenedAgain();
+    void mayEndOnAnotherCard_data();
+    void mayEndOnAnotherCard();
+    void aKeyringThatIsSlowLeadsOn();
+};
+
+void TestOnboardingSignIn::leadsOnWhenThereIsAToken()
+{
+    OnboardingDesk desk;
+    desk.flow.present({});
+    desk.click(u"signInButton"_s);
+    QCOMPARE(desk.text(u"signInButton"_s), u"Opening browser…"_s);
+    QVERIFY(!desk.isEnabled(u"signInButton"_s));
+    QCOMPARE(desk.workspace.openedUrls.size(), 1);
+    desk.comeBackFromBrowser();
+    QCOMPARE(desk.flow.phase(), Phase::signIn); // until there is a token
+    QVERIFY(!desk.item(u"openPageAgain"_s)); // it has served
+    desk.comeBackFromBrowser(); // a second time
+    desk.answerToken();
+    QCOMPARE(desk.flow.phase(), Phase::privacy);
+    QVERIFY(!desk.item(u"back"_s));
+}
+
+void TestOnboardingSignIn::saysWhatFailed_data()
+{
+    QTest::addColumn<std::function<void(OnboardingDesk &)>>("fail");
+    QTest::addColumn<QString>("english");
+    QTest::addColumn<QString>("chinese");
+    QTest::addColumn<QString>("way");
+    using Fail = std::function<void(OnboardingDesk &)>;
+    QTest::newRow("no account is configured") << Fail([](OnboardingDesk &desk) {
+        desk.key.reset();
+        desk.click(u"signInButton"_s);
+    }) << u"Firebase is not configured."_s << u"Firebase 未配置。"_s
+                                              << u"Use without an account"_s;
+    QTest::newRow("no browser") << Fail([](OnboardingDesk &desk) {
+        desk.workspace.opensUrls = false;
+        desk.click(u"signInButton"_s);
+    }) << u"The browser could not be opened."_s
+                                << u"无法打开浏览器。"_s << u"Use without an account"_s;
+    QTest::newRow("cancelled on the page") << Fail([](OnboardingDesk &desk) {
+        desk.click(u"signInButton"_s);
+        desk.browser.handleCallback(u"vellumo://auth?error=access_denied"_s);
+    }) << u"Sign-in did not finish."_s << u"登录未完成"_s
+                                           << u"Use without an account"_s;
+    QTest::newRow("no token") // there is a session
+        << Fail([](OnboardingDesk &desk) {
+               desk.click(u"signInButton"_s);
+               desk.comeBackFromBrowser();
+               desk.answerToken(400);
+           })
+        << u"no"_s << u"no"_s << u"Continue anyway"_s;
+}
+
+void TestOnboardingSignIn::saysWhatFailed()
+{
+    QFETCH(std::function<void(OnboardingDesk &)>, fail);
+    QFETCH(QString, english);
+    QFETCH(QString, chinese);
+    QFETCH(QString, way);
+    OnboardingDesk desk;
+    desk.flow.present({});
+    fail(desk);
+    QTRY_COMPARE(desk.text(u"signInErrorLabel"_s), english);
+    QCOMPARE(desk.flow.phase(), Phase::signIn);
+    QCOMPARE(desk.text(u"withoutAccount"_s), way);
+    desk.flow.switchLanguage();
+    QCOMPARE(desk.flow.signInError(), chinese);
+    desk.flow.switchLanguage();
+
+    desk.key = u"k"_s;
+    desk.workspace.opensUrls = true;
+    desk.click(u"signInButton"_s);
+    QVERIFY(!desk.item(u"signInErrorLabel"_s));
+    desk.comeBackFromBrowser();
+    desk.answerToken();
+    QCOMPARE(desk.flow.phase(), Phase::privacy);
+}
+
+void TestOnboardingSignIn::aClosedPageCanBeOpenedAgain()
+{
+    OnboardingDesk desk;
+    desk.flow.present({});
+    QVERIFY(!desk.item(u"openPageAgain"_s));
+    desk.click(u"signInButton"_s);
+    desk.click(u"signInButton"_s); // cannot be pressed
+    QCOMPARE(desk.workspace.openedUrls.size(), 1);
+    desk.click(u"openPageAgain"_s);
+    QCOMPARE(desk.workspace.openedUrls.size(), 2);
+    desk.comeBackFromBrowser();
+    desk.answerToken();
+    QCOMPARE(desk.flow.phase(), Phase::privacy);
+}
+
+void TestOnboardingSignIn::mayEndOnAnotherCard_data()
+{
+    QTest::addColumn<bool>("goesBack");
+    QTest::addColumn<int>("status");
+    QTest::newRow("elsewhere") << false << 200;
+    QTest::newRow("elsewhere, without a token") << false << 400;
+    QTest::newRow("back again") << true << 200;
+    QTest::newRow("back again, without a token") << true << 400;
+}
+
+void TestOnboardingSignIn::mayEndOnAnotherCard()
+{
+    QFETCH(bool, goesBack);
+    QFETCH(int, status);
+    OnboardingDesk desk;
+    desk.flow.present({});
+    desk.click(u"signInButton"_s);
+    desk.click(u"withoutAccount"_s);
+    QCOMPARE(desk.flow.phase(), Phase::privacy);
+    QVERIFY(desk.defaults.value(u"usesWithoutAccount"_s).toBool());
+    if (goesBack) {
+        desk.flow.goBack();
+        QVERIFY(!desk.isEnabled(u"signInButton"_s)); // the page is still open
+    }
+    desk.comeBackFromBrowser();
+    desk.answerToken(status);
+    const bool stays = goesBack && status != 200;
+    QCOMPARE(desk.flow.phase(), stays ? Phase::signIn : Phase::privacy);
+    QCOMPARE(desk.flow.signInError(), stays ? u"no"_s : QString());
+    QVERIFY(!desk.item(u"back"_s)); // there is a session
+}
+
+void TestOnboardingSignIn::aKeyringThatIsSlowLeadsOn()
+{
+    OnboardingDesk desk;
+    desk.flow.present({});
+    desk.secrets.values = {{u"refreshToken"_s, "r"}, {u"uid"_s, "u"}, {u"email"_s, "e"}};
+    Q_EMIT desk.secrets.becameReadable();
+    QTRY_COMPARE(desk.flow.phase(), Phase::privacy);
+}
+
+QTEST_MAIN(TestOnboardingSignIn)
+#include "test_onboarding_sign_in.moc"
