@@ -12,6 +12,7 @@ Item {
     property bool isLit: false
     property bool isKeyToPress: false
 
+    readonly property int inset: key.width < Units.scaled(56) ? Units.space8 : Units.space12
     readonly property color inkColor: key.isLit ? Theme.accentText
         : key.isKeyToPress ? Theme.ink : Theme.secondInk
 
@@ -45,7 +46,7 @@ Item {
 
         Text {
             visible: key.symbol.length > 0
-            x: key.name.length > 0 ? Units.space12 : 0
+            x: key.name.length > 0 ? key.inset : 0
             y: key.name.length > 0 ? Units.space8 : 0
             width: parent.width - 2 * x
             height: key.name.length > 0 ? implicitHeight : parent.height
@@ -58,7 +59,7 @@ Item {
         }
         Text {
             visible: key.name.length > 0
-            x: Units.space12
+            x: key.inset
             anchors.bottom: parent.bottom
             anchors.bottomMargin: Units.space8
             width: parent.width - 2 * x + Units.space8

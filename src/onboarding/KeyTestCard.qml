@@ -14,6 +14,7 @@ CardFrame {
     continueText: card.english ? "Yes, continue" : "可以了,继续"
     canContinue: card.flow.isTestPassed
     quietText: card.english ? "Skip" : "跳过"
+    isQuietOver: card.flow.isTestPassed
 
     onProceeded: card.flow.advance()
     onSkipped: card.flow.advance()

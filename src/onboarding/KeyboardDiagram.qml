@@ -13,7 +13,9 @@ Item {
     property bool isLow: false ///< only the row that matters
 
     readonly property int gap: Units.space8
-    readonly property int keyHeight: keyboard.isLow ? Units.scaled(46) : Units.scaled(60)
+    readonly property int keyHeight: keyboard.isLow ? Units.scaled(54) : Units.scaled(60)
+    /// The names need their room also where there is little.
+    readonly property bool isNarrow: keyboard.width < Units.scaled(480)
     readonly property real unit: (keyboard.width - 2 * Units.space12 - 9 * keyboard.gap) / 10
 
     implicitHeight: rows.height + 2 * Units.space12
@@ -69,13 +71,13 @@ Item {
             spacing: keyboard.gap
 
             KeyCap {
-                width: keyboard.span(1.3)
+                width: keyboard.span(keyboard.isNarrow ? 1.5 : 1.3)
                 height: keyboard.keyHeight
                 symbol: "⌃"
                 name: "control"
             }
             KeyCap {
-                width: keyboard.span(1.9)
+                width: keyboard.span(keyboard.isNarrow ? 2.4 : 1.9)
                 height: keyboard.keyHeight
                 symbol: "⌥"
                 name: "option / Alt"
@@ -88,7 +90,7 @@ Item {
                 symbol: "⌘"
             }
             KeyCap {
-                width: keyboard.span(2.7)
+                width: keyboard.span(keyboard.isNarrow ? 1.5 : 2.7)
                 height: keyboard.keyHeight
             }
             KeyCap {
@@ -97,7 +99,7 @@ Item {
                 symbol: "⌘"
             }
             KeyCap {
-                width: keyboard.span(1.9)
+                width: keyboard.span(keyboard.isNarrow ? 2.4 : 1.9)
                 height: keyboard.keyHeight
                 symbol: "⌥"
                 name: "option / Alt"

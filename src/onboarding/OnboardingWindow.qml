@@ -13,10 +13,12 @@ Window {
     required property BilingualText texts
 
     readonly property bool english: window.texts.english
+    readonly property bool cramped: window.height < Units.onboardingRoom
+    /// To be kept free above the window where the screen has it.
+    readonly property int roomAbove: Units.onboardingPanelRoom
 
-    width: Math.min(Units.onboardingWidth, Screen.desktopAvailableWidth)
-    height: Math.min(Units.onboardingHeight,
-                     Screen.desktopAvailableHeight - Units.windowFrame)
+    width: Units.onboardingWidth
+    height: Units.onboardingHeight
     minimumWidth: Units.leastOnboardingWidth
     minimumHeight: Units.leastOnboardingHeight
     color: Theme.ground
@@ -65,7 +67,8 @@ Window {
 
             anchors.fill: parent
             anchors.topMargin: bar.height + bar.y
-            anchors.bottomMargin: progress.height + 2 * Units.space20
+            anchors.bottomMargin: window.cramped ? Units.space16
+                                                 : progress.height + 2 * Units.space20
             focus: true
 
             Component.onCompleted: loader.showCard()
@@ -109,9 +112,9 @@ Window {
         ProgressDots {
             id: progress
 
-            anchors.bottom: parent.bottom
-            anchors.bottomMargin: Units.space20
             anchors.horizontalCenter: parent.horizontalCenter
+            y: window.cramped ? bar.y + Math.round((bar.height - height) / 2)
+                              : parent.height - height - Units.space20
             count: window.flow.count
             position: window.flow.position
             text: (window.english ? "Step %1 of %2" : "第 %1 步,共 %2 步")

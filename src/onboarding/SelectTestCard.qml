@@ -8,26 +8,33 @@ CardFrame {
     id: card
 
     title: card.english ? "Now try selecting" : "现在选中文字试试"
-    subtitle: card.english ? "Select some words below, then double-tap Option."
-                           : "选中下面的几个词,再按两下 Option。"
+    subtitle: {
+        if (card.isCramped)
+            return "" // the sample says the same
+        return card.english ? "Select some words below, then double-tap Option."
+                            : "选中下面的几个词,再按两下 Option。"
+    }
+    // the panel comes down over a window that fills the screen
+    low: Screen.height < Units.onboardingHeight + Units.onboardingPanelRoom
     continueName: "selectContinueButton"
     continueText: card.english ? "Yes, continue" : "看到了,继续"
     canContinue: card.flow.isTestPassed
     quietText: card.english ? "Skip" : "跳过"
+    isQuietOver: card.flow.isTestPassed
 
     onProceeded: card.flow.advance()
     onSkipped: card.flow.advance()
 
     Card {
         width: parent.width
-        height: sample.height + 2 * Units.space24
+        height: sample.height + 2 * sample.y
 
         ReadingText {
             id: sample
 
             objectName: "sample"
             x: Units.space24
-            y: Units.space24
+            y: card.isCramped ? Units.space12 : Units.space24
             width: parent.width - 2 * x
             activeFocusOnTab: true
             persistentSelection: true

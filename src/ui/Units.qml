@@ -86,14 +86,15 @@ QtObject {
     // the window of the first run
     readonly property int onboardingWidth: units.scaled(680)
     readonly property int onboardingHeight: units.scaled(560)
-    readonly property int leastOnboardingWidth: 480
-    readonly property int leastOnboardingHeight: 400
-    readonly property int onboardingRoom: units.scaled(400)
+    readonly property int leastOnboardingWidth: Math.min(960, units.scaled(480))
+    readonly property int leastOnboardingHeight: Math.min(520, units.scaled(400))
+    /// A lower window leaves out what only decorates.
+    readonly property int onboardingRoom: units.scaled(490)
+    /// What the panel takes of the screen above the window when it shows how it looks.
+    readonly property int onboardingPanelRoom: units.scaled(180)
     readonly property int onboardingColumn: units.scaled(534)
     readonly property int onboardingButton: units.scaled(340)
     readonly property int onboardingDrawing: units.scaled(168)
-    /// What a window manager adds around a window, at most.
-    readonly property int windowFrame: 40
 
     // the pill and its list: the sizes of their panel
     readonly property int pillWidth: 118
