@@ -208,6 +208,13 @@ void AppDelegate::showPreviewHUD()
     const bool isPreview = qEnvironmentVariableIsSet("VELLUMO_PREVIEW_HUD");
     const bool isSnapshot =
         !folder.isEmpty() && qEnvironmentVariableIsSet("VELLUMO_SNAPSHOT_NOTES");
+    if (!folder.isEmpty() && qEnvironmentVariableIsSet("VELLUMO_SNAPSHOT_AUTH")) {
+        mainWindow_->writeSignInSnapshots(folder, [this, isSnapshot] {
+            if (!isSnapshot) { // which takes longer
+                terminate();
+            }
+        });
+    }
     if (!isPreview && !isSnapshot) {
         return;
     }

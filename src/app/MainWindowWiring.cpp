@@ -5,6 +5,7 @@
 
 #include "account/AuthService.h"
 #include "app/MainMenu.h"
+#include "app/SignInPreview.h"
 #include "capture/VellumoCoordinator.h"
 #include "panel/ResultPanelController.h"
 #include "platform/Workspace.h"
@@ -19,6 +20,7 @@ MainWindowWiring::MainWindowWiring(const Foundation &foundation)
     : auth_(foundation.window.auth)
     , controller_(foundation.engine, foundation.window)
     , guard_(activation_, foundation.panels, foundation.screens, controller_)
+    , with_(foundation)
 {
     controller_.onWindowMade = [&menu = foundation.menu](QWindow &window) {
         menu.attachTo(window);
@@ -34,6 +36,8 @@ MainWindowWiring::MainWindowWiring(const Foundation &foundation)
         panel.focusPanel();
     };
 }
+
+MainWindowWiring::~MainWindowWiring() = default;
 
 void MainWindowWiring::showAtLaunch()
 {
@@ -55,6 +59,12 @@ void MainWindowWiring::showWhenReady()
         isWanted_ = false;
         controller_.show();
     }
+}
+
+void MainWindowWiring::writeSignInSnapshots(const QString &folder, std::function<void()> done)
+{
+    preview_ = std::make_unique<SignInPreview>(with_.engine, with_.window);
+    preview_->writeSnapshots(folder, std::move(done));
 }
 
 } // namespace vellumo

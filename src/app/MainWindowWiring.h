@@ -10,6 +10,7 @@ namespace vellumo {
 
 class MainMenu;
 class ResultPanelController;
+class SignInPreview;
 class VellumoCoordinator;
 class Workspace;
 
@@ -31,6 +32,8 @@ public:
     };
 
     explicit MainWindowWiring(const Foundation &foundation);
+    ~MainWindowWiring() override;
+    Q_DISABLE_COPY_MOVE(MainWindowWiring)
 
     /// What another start of the program, its icon and its place in the tray do.
     void show() { controller_.show(); }
@@ -39,6 +42,9 @@ public:
     void showAtLaunch();
     /// What comes first at a launch is on screen.
     void launchIsDone();
+
+    /// For developers: writes pictures of the sign-in view into the folder, then calls `done`.
+    void writeSignInSnapshots(const QString &folder, std::function<void()> done);
 
 private:
     void showWhenReady();
@@ -49,6 +55,8 @@ private:
     ActivationGuard guard_;
     bool isWanted_ = false;
     bool isLaunchDone_ = false;
+    Foundation with_;
+    std::unique_ptr<SignInPreview> preview_; ///< only when a developer asks for it
 };
 
 } // namespace vellumo

@@ -309,11 +309,12 @@ void TestShell::drawsItselfForDevelopers()
     const QTemporaryDir folder;
     vellumo_->setEnvironment(u"VELLUMO_SNAPSHOT_DIR"_s, folder.path());
     vellumo_->setEnvironment(u"VELLUMO_SNAPSHOT_NOTES"_s, u"1"_s);
+    vellumo_->setEnvironment(u"VELLUMO_SNAPSHOT_AUTH"_s, QString());
     QVERIFY(vellumo_->start());
     QVERIFY(vellumo_->process().waitForEnd(20s));
     QCOMPARE(vellumo_->process().exitCode(), 0);
     QVERIFY(!vellumo_->process().standardOutput().contains("could not"_L1));
-    for (const QString &name : {u"panel"_s, u"pill"_s, u"list"_s}) {
+    for (const QString &name : {u"panel"_s, u"pill"_s, u"list"_s, u"sign-in"_s}) {
         const QImage english(folder.filePath(name + u"-en.png"_s));
         const QImage chinese(folder.filePath(name + u"-zh.png"_s));
         QVERIFY(!english.isNull() && !chinese.isNull());

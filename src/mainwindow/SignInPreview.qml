@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// For developers: the sign-in view whoever is signed in.
+Window {
+    id: window
+
+    required property MainWindowModel main
+    required property BilingualText texts
+
+    width: Units.windowWidth
+    height: Units.windowHeight
+    color: Theme.ground
+    title: "vellumo"
+
+    AuthView {
+        anchors.fill: parent
+        main: window.main
+        texts: window.texts
+    }
+}
