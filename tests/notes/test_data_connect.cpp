@@ -259,8 +259,10 @@ void TestDataConnect::followUpsAreSentInOrderUntilOneFails()
     QVERIFY(waitUntil([&] { return session_.requests.size() == 4; }));
     context.reset();
     session_.answer(ok(R"({"data":{}})"));
-    QTest::qWait(0);
-    QCOMPARE(session_.requests.size(), 4);
+    history.addFollowUps(note.id, note.followUps.mid(3), this, done_); // the next to be sent
+    answerNext(ok(R"({"data":{}})"));
+    QVERIFY(bodyOf(session_.requests.at(4)).contains(uR"("question":"3")"_s));
+    QCOMPARE(session_.requests.size(), 5);
 }
 
 void TestDataConnect::readsAList()
