@@ -128,6 +128,29 @@ QList<View> views()
         {u"home"_s, plain},
         {u"home-signed-in"_s, signedIn},
         {u"home-empty"_s, empty},
+        {u"home-arriving"_s,
+         [signedIn](WindowDesk &g) {
+             signedIn(g);
+             g.sync.onTheirWay = 128;
+         }},
+        {u"home-sync-trouble"_s,
+         [signedIn](WindowDesk &g) {
+             signedIn(g);
+             g.sync.trouble = SyncReporting::Problem::Unreachable;
+             g.sync.left = 3;
+         }},
+        {u"home-unreadable-file"_s,
+         [plain](WindowDesk &g) {
+             plain(g);
+             g.notes.unreadable = {
+                 u"/home/reader/.local/share/vellumo/notes.json.unreadable-20261121T183000123Z"_s};
+         }},
+        {u"notes-unsaved"_s,
+         [plain](WindowDesk &g) {
+             plain(g);
+             g.notes.failure = u"No space left on device"_s;
+         },
+         toNotes, small},
         {u"notes"_s, plain, toNotes},
         {u"notes-focus"_s, plain,
          [](WindowDesk &g) {

@@ -15,6 +15,8 @@ inline constexpr QStringView preferredOutputLanguage = u"preferredOutputLanguage
 inline constexpr QStringView hasCompletedOnboarding = u"hasCompletedOnboarding";
 /// The user goes without an account, until they sign in or out.
 inline constexpr QStringView usesWithoutAccount = u"usesWithoutAccount";
+/// The name of the newest unreadable file of notes that the user has been told of.
+inline constexpr QStringView acknowledgedNotesFile = u"acknowledgedNotesFile";
 } // namespace DefaultsKey
 
 /// The user's settings. A value: copies read the same store, afresh on every call.

@@ -30,12 +30,22 @@ FocusScope {
         texts: dashboard.texts
     }
 
+    NotesFileNotice {
+        id: notice
+
+        x: sideBar.width + Units.space24
+        width: dashboard.width - x - Units.space24
+        height: implicitHeight
+        file: dashboard.main.notesFile
+        english: dashboard.texts.english
+    }
     FocusScope {
         id: pages
 
         x: sideBar.width
+        y: notice.height
         width: dashboard.width - x
-        height: dashboard.height
+        height: dashboard.height - y
         focus: !dashboard.main.showsSettings
 
         LoadedView {

@@ -27,8 +27,8 @@ Grid {
             return tiles.english ? "none in %1".arg(month) : "%1没有".arg(month)
         if (difference === 0)
             return tiles.english ? "as many as in %1".arg(month) : "与 %1持平".arg(month)
-        return (difference > 0 ? (tiles.english ? "+%1 on %2" : "比 %2多 %1")
-                               : (tiles.english ? "−%1 on %2" : "比 %2少 %1"))
+        return (difference > 0 ? (tiles.english ? "%1 more than in %2" : "比 %2多 %1")
+                               : (tiles.english ? "%1 fewer than in %2" : "比 %2少 %1"))
             .arg(Math.abs(difference)).arg(month)
     }
 

@@ -20,6 +20,7 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
     , with_(collaborators)
     , preferences_(collaborators.defaults)
     , library_(collaborators.notesStore, collaborators.clock, collaborators.texts)
+    , notesFile_(collaborators.notesStore, collaborators.defaults)
     , overview_(library_, collaborators.clock, collaborators.texts)
     , insights_(library_, collaborators.texts)
     , note_(library_, collaborators.texts)

@@ -4,6 +4,7 @@
 
 #include "account/AuthService.h"
 #include "app/UserPreferences.h"
+#include "mainwindow/NotesFileState.h"
 #include "mainwindow/NotesInsights.h"
 #include "mainwindow/NotesLibrary.h"
 #include "mainwindow/NotesOverview.h"
@@ -28,6 +29,7 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
     Q_PROPERTY(vellumo::AuthService *auth READ auth CONSTANT)
     Q_PROPERTY(vellumo::NotesLibrary *library READ library CONSTANT)
+    Q_PROPERTY(vellumo::NotesFileState *notesFile READ notesFile CONSTANT)
     Q_PROPERTY(vellumo::NotesOverview *overview READ overview CONSTANT)
     Q_PROPERTY(vellumo::NotesInsights *insights READ insights CONSTANT)
     Q_PROPERTY(vellumo::OpenedNote *note READ note CONSTANT)
@@ -74,6 +76,7 @@ public:
 
     [[nodiscard]] AuthService *auth() const { return &with_.auth; }
     [[nodiscard]] NotesLibrary *library() { return &library_; }
+    [[nodiscard]] NotesFileState *notesFile() { return &notesFile_; }
     [[nodiscard]] NotesOverview *overview() { return &overview_; }
     [[nodiscard]] NotesInsights *insights() { return &insights_; }
     [[nodiscard]] OpenedNote *note() { return &note_; }
@@ -98,6 +101,7 @@ private:
     Collaborators with_;
     UserPreferences preferences_;
     NotesLibrary library_;
+    NotesFileState notesFile_;
     NotesOverview overview_;
     NotesInsights insights_;
     OpenedNote note_;

@@ -38,11 +38,13 @@ QString contentKey(const ReadingNote &note)
 }
 
 // Renames the file to a name of its own beside it.
+const QString unreadableSuffix = u".unreadable-"_s;
+
 std::optional<QString> setAside(const QString &path)
 {
     const QString stamp = QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'HHmmsszzz'Z'"_s);
     QFile file(path);
-    if (file.rename(path + u".unreadable-"_s + stamp)) {
+    if (file.rename(path + unreadableSuffix + stamp)) {
         return std::nullopt;
     }
     return u"cannot set the unreadable %1 aside: %2"_s.arg(path, file.errorString());
@@ -121,8 +123,14 @@ void NotesStore::adopt(const QList<StoredNotesBucket> &buckets)
 void NotesStore::save(Durability durability)
 {
     bookkeepingTimer_.stop();
-    if (const auto failure = trySave(durability)) {
+    const bool hadUnreadableFile = hasUnreadableFile_;
+    const auto failure = trySave(durability);
+    if (failure) {
         printLine(u"vellumo could not save notes: "_s + *failure);
+    }
+    if (std::exchange(saveFailure_, failure) != failure
+        || hasUnreadableFile_ != hadUnreadableFile) {
+        Q_EMIT filesChanged();
     }
 }
 
@@ -142,6 +150,22 @@ std::optional<QString> NotesStore::trySave(Durability durability)
         std::accumulate(pieces.cbegin(), pieces.cend(), qint64{0},
                         [](qint64 size, const QByteArray &piece) { return size + piece.size(); });
     return replaceFile(storeURL_, pieces, durability);
+}
+
+QStringList NotesStore::unreadableFiles() const
+{
+    const QFileInfo file(storeURL_);
+    QStringList found;
+    if (hasUnreadableFile_) {
+        found.append(storeURL_);
+    }
+    // Their names tell the time.
+    const QStringList names = file.dir().entryList({file.fileName() + unreadableSuffix + u'*'},
+                                                   QDir::Files, QDir::Name | QDir::Reversed);
+    for (const QString &name : names) {
+        found.append(file.dir().filePath(name));
+    }
+    return found;
 }
 
 void NotesStore::bucketChanged(const QString &key)

@@ -35,6 +35,8 @@ public:
     /// Saved at once while the file is small. Beyond a megabyte, bookkeeping is gathered for up to
     /// 50 ms for each megabyte, since each save writes all of it; any other save takes it along.
     void markSynced(const QUuid &noteId, qint64 followUpCount) override;
+    [[nodiscard]] QStringList unreadableFiles() const override;
+    [[nodiscard]] std::optional<QString> saveFailure() const override { return saveFailure_; }
 
 private:
     struct Place {
@@ -58,6 +60,7 @@ private:
     QString storeURL_;
     qint64 fileSize_ = 0; ///< in bytes, of what was last loaded or saved
     QTimer bookkeepingTimer_; ///< runs while there is bookkeeping to be saved
+    std::optional<QString> saveFailure_;
     bool hasUnreadableFile_ = false; ///< what stands under storeURL_ is not ours to overwrite
 };
 

@@ -5,6 +5,8 @@
 #include "notes/ReadingNote.h"
 #include "notes/StoreFile.h"
 #include <QObject>
+#include <QStringList>
+#include <optional>
 
 namespace vellumo {
 
@@ -48,7 +50,17 @@ public:
     /// Remembers that the server has the note and its first followUpCount follow-ups.
     virtual void markSynced(const QUuid &noteId, qint64 followUpCount) = 0;
 
+    /// Files of notes that could not be read and are kept as they are; paths, newest first.
+    [[nodiscard]] virtual QStringList unreadableFiles() const { return {}; }
+
+    /// What stood in the way of the last save, in the system's words; absent when it worked. What
+    /// could not be saved is saved with the next change.
+    [[nodiscard]] virtual std::optional<QString> saveFailure() const { return std::nullopt; }
+
 Q_SIGNALS:
+    /// unreadableFiles() or saveFailure() answers something else.
+    void filesChanged();
+
     /// Emitted synchronously after a change that the user can see has been saved; not after
     /// bookkeeping.
     void vellumoNotesDidChange();

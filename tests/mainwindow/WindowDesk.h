@@ -25,6 +25,8 @@ constexpr double day = 86400;
 class SampleNotes : public NotesStoring {
 public:
     QList<NoteWithContext> notes; ///< newest first
+    QStringList unreadable;
+    std::optional<QString> failure;
 
     void add(const ReadingNote &note, const ReadingContext &context) override
     {
@@ -42,6 +44,8 @@ public:
     }
     void mergeRemote(const QList<ReadingNote> & /*notes*/) override { }
     void markSynced(const QUuid & /*noteId*/, qint64 /*followUpCount*/) override { }
+    [[nodiscard]] QStringList unreadableFiles() const override { return unreadable; }
+    [[nodiscard]] std::optional<QString> saveFailure() const override { return failure; }
 };
 
 class SampleSync : public SyncReporting {

@@ -98,6 +98,7 @@ private Q_SLOTS:
     void fitsLargeText();
     void readsANote();
     void walksTheInsights();
+    void tellsOfAnUnreadableFileOnce();
     void keepsItsPlaceWhenANoteIsAdded();
     void opensWithManyNotes();
     void isHiddenWhileAPanelIsClicked_data();
@@ -384,6 +385,31 @@ void TestMainWindow::walksTheInsights()
     desk.key(Qt::Key_Return); // the second place
     QCOMPARE(desk.text("count"), u"1 / 30"_s);
     QCOMPARE(desk.text("search"), u"100 %1 Paper"_s);
+}
+
+void TestMainWindow::tellsOfAnUnreadableFileOnce()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.unreadable = {u"/a/notes.json.unreadable-2"_s, u"/a/notes.json.unreadable-1"_s};
+    desk.show();
+    QVERIFY(desk.text("notesFileNotice").endsWith(u"/a/notes.json.unreadable-2"_s));
+    desk.click("knowNotesFile");
+    QVERIFY(!desk.item("notesFileNotice"));
+
+    desk.notes.failure = u"No space left"_s;
+    Q_EMIT desk.notes.filesChanged();
+    QVERIFY(desk.text("notesFileNotice").contains(u"No space left"_s));
+
+    desk.notes.failure.reset();
+    MainWindowController later(
+        desk.engine, {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts});
+    later.show();
+    const auto *notice = later.window()->findChild<QQuickItem *>(u"notesFileNotice"_s);
+    QVERIFY(notice && !notice->isVisible());
+    desk.notes.unreadable.prepend(u"/a/notes.json.unreadable-3"_s);
+    Q_EMIT desk.notes.filesChanged();
+    QVERIFY(notice->isVisible());
 }
 
 void TestMainWindow::keepsItsPlaceWhenANoteIsAdded()

@@ -235,6 +235,7 @@ void TestNotesStore::unreadableFileIsSetAside()
     NotesStore store(path());
     QVERIFY(store.allNotes().isEmpty());
     QCOMPARE(contentOf(path()), content);
+    QCOMPARE(store.unreadableFiles(), keptFiles > 0 ? QStringList{path()} : QStringList());
 
     store.add(makeNote(u"1"_s, 1), page);
     store.add(makeNote(u"2"_s, 2), page);
@@ -244,6 +245,7 @@ void TestNotesStore::unreadableFileIsSetAside()
     QCOMPARE(kept.size(), keptFiles);
     if (!kept.isEmpty()) {
         QCOMPARE(contentOf(directory.filePath(kept[0])), content);
+        QCOMPARE(NotesStore(path()).unreadableFiles(), QStringList{directory.filePath(kept[0])});
     }
 }
 

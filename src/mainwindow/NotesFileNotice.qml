@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// What the user must know about the file of notes. Takes no room when there is nothing.
+FocusScope {
+    id: notice
+
+    required property NotesFileState file
+    required property bool english
+
+    readonly property bool isUnsaved: notice.file.saveFailure.length > 0
+    readonly property string words: notice.isUnsaved ? notice.unsavedText()
+        : notice.file.unreadableFile.length > 0 ? notice.unreadableText() : ""
+
+    visible: notice.words.length > 0
+    implicitHeight: notice.visible ? card.height + Units.space16 : 0
+
+    onWordsChanged: announcer.announce(notice.words)
+
+    function unsavedText(): string {
+        return (notice.english
+            ? "Notes cannot be saved: %1. They are kept in memory and saved as soon as it works."
+            : "笔记无法保存:%1。内容暂存在内存中,可以写入时会立即保存。").arg(notice.file.saveFailure)
+    }
+    function unreadableText(): string {
+        return (notice.english
+            ? "A file of notes could not be read, so vellumo began a new one. The old one is kept: %1"
+            : "有一个笔记文件无法读取,vellumo 新建了一个。旧文件已保留:%1")
+            .arg(notice.file.unreadableFile)
+    }
+
+    Announcer {
+        id: announcer
+    }
+    Card {
+        id: card
+
+        y: Units.space16
+        width: notice.width
+        height: Math.max(words.height, known.visible ? known.height : 0) + 2 * Units.space12
+
+        Rectangle {
+            x: Units.space16
+            y: words.y + (words.lineHeight - height) / 2
+            width: Units.statusDot
+            height: width
+            radius: width / 2
+            color: notice.isUnsaved ? Theme.bad : Theme.amber
+        }
+        Label {
+            id: words
+
+            objectName: "notesFileNotice"
+            x: Units.space16 + Units.statusDot + Units.space12
+            anchors.verticalCenter: card.verticalCenter
+            width: (known.visible ? known.x - Units.space12 : card.width - Units.space16) - x
+            text: notice.words
+            wrapMode: Text.Wrap
+            font.pixelSize: Units.type13
+            lineFactor: Units.readingLine
+            Accessible.role: Accessible.AlertMessage
+        }
+        TextButton {
+            id: known
+
+            objectName: "knowNotesFile"
+            x: card.width - width - Units.space8
+            anchors.verticalCenter: card.verticalCenter
+            visible: !notice.isUnsaved
+            focus: true
+            quiet: true
+            text: notice.english ? "Got it" : "知道了"
+            onClicked: notice.file.acknowledge()
+        }
+    }
+}

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace vellumo {
+
+class DefaultsStore;
+class NotesStoring;
+
+/// What the user must know about the file of notes.
+class NotesFileState : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(QString saveFailure READ saveFailure NOTIFY changed)
+    Q_PROPERTY(QString unreadableFile READ unreadableFile NOTIFY changed)
+
+public:
+    /// Both must outlive this object.
+    NotesFileState(const NotesStoring &store, DefaultsStore &defaults, QObject *parent = nullptr);
+
+    /// Why notes cannot be saved, in the system's words; empty when they can.
+    [[nodiscard]] QString saveFailure() const;
+    /// The newest file that could not be read and is kept, as the user would write it; empty when
+    /// the user knows of it.
+    [[nodiscard]] QString unreadableFile() const { return unreadableFile_; }
+
+    /// The user knows, now and in later runs.
+    Q_INVOKABLE void acknowledge();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void look();
+
+    const NotesStoring &store_;
+    DefaultsStore &defaults_;
+    QString unreadableFile_;
+    QString unreadableName_; ///< without its folder
+};
+
+} // namespace vellumo
