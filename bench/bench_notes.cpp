@@ -3,10 +3,9 @@
 //
 // The notes store with few and many notes: what loading, adding, listing, merging and bookkeeping
 // cost. Needs no display.
-#include "NoteMaker.h"
 #include "Report.h"
+#include "StoreWriter.h"
 #include "notes/NotesStore.h"
-#include "notes/StoreFile.h"
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -18,23 +17,6 @@ using namespace vellumo::bench;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void writeStore(const QString &path, int count, NoteMaker &maker)
-{
-    constexpr int notesPerContext = 20;
-    StoreFile file;
-    file.syncStates.emplace();
-    for (int i = 0; i < count; ++i) {
-        if (i % notesPerContext == 0)
-            file.buckets.append({NoteMaker::context(i / notesPerContext), {}});
-        const ReadingNote note = maker.note();
-        file.syncStates->insert(noteIdText(note.id), {true, note.followUps.size()});
-        file.buckets.last().notes.append(note);
-    }
-    QFile out(path);
-    if (!out.open(QIODevice::WriteOnly) || out.write(file.toJson()) < 0)
-        qFatal("cannot write %s", qPrintable(path));
-}
 
 /// Budgets are those of 10,000 notes, in proportion: saving and loading grow with the file.
 std::optional<double> inProportion(int count, double atTenThousand)

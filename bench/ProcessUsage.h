@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtGlobal>
+
+namespace vellumo::bench {
+
+/// What a process has cost since it began, all threads together.
+struct Usage {
+    double processorMs = 0;
+    double wakeUps = 0;
+};
+
+[[nodiscard]] Usage usageOf(qint64 process);
+
+/// What a process holds at the moment, in megabytes.
+struct Memory {
+    double resident = 0;
+    double privateDirty = 0;
+};
+
+[[nodiscard]] Memory memoryOf(qint64 process);
+
+} // namespace vellumo::bench
