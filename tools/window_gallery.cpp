@@ -3,6 +3,7 @@
 // Shows the main window for the eye: window_gallery FOLDER [NAME...] writes a picture of each view,
 // or of those named, in each language and look.
 
+#include "mainwindow/NoteDates.h"
 #include "mainwindow/WindowDesk.h"
 #include "ui/ApplicationFonts.h"
 #include <QDir>
@@ -126,7 +127,11 @@ QList<View> views()
         {u"sign-in-error"_s, [](WindowDesk &g) { g.workspace.opensUrls = false; },
          [](WindowDesk &g) { g.click("signIn"); }},
         {u"home"_s, plain},
-        {u"home-signed-in"_s, signedIn},
+        {u"home-signed-in"_s,
+         [signedIn](WindowDesk &g) {
+             signedIn(g);
+             g.sync.fetched = NoteDates::localTime(eveningOfTheDay);
+         }},
         {u"home-empty"_s, empty},
         {u"home-arriving"_s,
          [signedIn](WindowDesk &g) {

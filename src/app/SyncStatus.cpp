@@ -98,13 +98,13 @@ void SyncStatus::announceArrivals()
 
 void SyncStatus::ended(DataConnectHistory::Direction direction, DataConnectHistory::Outcome outcome)
 {
-    std::optional<Trouble> &trouble =
-        direction == DataConnectHistory::Direction::Up ? sending_ : fetching_;
+    const bool isUp = direction == DataConnectHistory::Direction::Up;
+    const QDateTime now = NoteDates::localTime(with_.clock.secondsSinceReferenceDate());
     if (outcome) {
-        const double now = with_.clock.secondsSinceReferenceDate();
-        trouble = {problemOf(*outcome), NoteDates::localTime(now)};
-    } else if (direction == DataConnectHistory::Direction::Down) {
-        trouble.reset();
+        (isUp ? sending_ : fetching_) = {problemOf(*outcome), now};
+    } else if (!isUp) {
+        fetching_.reset();
+        lastFetched_ = now;
     }
 }
 
@@ -129,6 +129,7 @@ void SyncStatus::forget()
 {
     sending_.reset();
     fetching_.reset();
+    lastFetched_ = {};
     arriving_ = 0;
     Q_EMIT changed();
 }

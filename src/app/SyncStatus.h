@@ -31,6 +31,7 @@ public:
     [[nodiscard]] int arriving() const override { return arriving_; }
     [[nodiscard]] Problem problem() const override;
     [[nodiscard]] QDateTime problemTime() const override;
+    [[nodiscard]] QDateTime lastFetched() const override { return lastFetched_; }
 
     void syncNow() override;
     /// While a pull is under way, any number of calls make one more after it.
@@ -61,6 +62,7 @@ private:
     bool pullQueued_ = false; ///< another pull was asked for while one was running
     std::optional<Trouble> sending_; ///< counts while something is left to be sent
     std::optional<Trouble> fetching_;
+    QDateTime lastFetched_;
 };
 
 } // namespace vellumo

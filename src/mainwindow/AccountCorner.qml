@@ -27,10 +27,16 @@ Item {
             return corner.english ? "Syncing…" : "正在同步…"
         const trouble = corner.problemText()
         if (corner.sync.pending === 0)
-            return trouble || (corner.english ? "All notes uploaded" : "笔记已全部上传")
+            return trouble || corner.upToDateText()
         const left = corner.count(corner.sync.pending, "One note still to sync",
                                   "%1 notes still to sync", "还有 %1 条笔记待同步")
         return trouble ? trouble + "\n" + left : left
+    }
+    function upToDateText(): string {
+        const time = corner.sync.lastFetched
+        if (isNaN(time.getTime()))
+            return corner.english ? "All notes uploaded" : "笔记已全部上传"
+        return (corner.english ? "Synced at %1" : "%1 已同步").arg(Qt.formatTime(time, "HH:mm"))
     }
     function count(number: int, one: string, many: string, chinese: string): string {
         return !corner.english ? chinese.arg(number) : number === 1 ? one : many.arg(number)

@@ -18,6 +18,7 @@ class SyncReporting : public QObject {
     Q_PROPERTY(int arriving READ arriving NOTIFY changed)
     Q_PROPERTY(Problem problem READ problem NOTIFY changed)
     Q_PROPERTY(QDateTime problemTime READ problemTime NOTIFY changed)
+    Q_PROPERTY(QDateTime lastFetched READ lastFetched NOTIFY changed)
 
 public:
     using QObject::QObject;
@@ -42,6 +43,8 @@ public:
     [[nodiscard]] virtual Problem problem() const = 0;
     /// Invalid without a problem.
     [[nodiscard]] virtual QDateTime problemTime() const = 0;
+    /// When the backend last told what it has; invalid before it first did.
+    [[nodiscard]] virtual QDateTime lastFetched() const = 0;
 
     /// Sends what the backend lacks, then takes over what is new there.
     Q_INVOKABLE virtual void syncNow() = 0;

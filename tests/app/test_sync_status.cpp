@@ -97,10 +97,12 @@ void TestSyncStatus::tellsWhyAPullFailed()
     QVERIFY(home.serve(answer) && home.isQuiet());
     QCOMPARE(home.status.problem(), problem);
     QVERIFY(home.status.problemTime().isValid());
+    QVERIFY(!home.status.lastFetched().isValid());
 
     home.status.syncNow();
     QVERIFY(home.serve(noneListed) && home.isQuiet());
     QCOMPARE(home.status.problem(), Problem::None);
+    QVERIFY(home.status.lastFetched().isValid());
 }
 
 void TestSyncStatus::tellsWhyANoteStays()
