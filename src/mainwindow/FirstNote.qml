@@ -31,7 +31,7 @@ Item {
             icon: "notes"
             title: first.english ? "Your notes begin with the first question"
                                  : "从第一次提问开始"
-            text: first.english ? "Everything you have explained is kept here, where you read it and what it meant."
+            text: first.english ? "Every explanation is kept here, with the place where you read it."
                                 : "你查过的内容、出处和解释都会保存在这里。"
         }
         Item {
