@@ -23,10 +23,10 @@ CardFrame {
 
         Column {
             visible: !card.isCramped
-            x: Units.space24
-            y: Units.space24
+            x: Units.scaled(24)
+            y: Units.scaled(24)
             width: parent.width - 2 * x
-            spacing: Units.space12
+            spacing: Units.scaled(12)
 
             Repeater {
                 model: [1, 0.92, 0.97, 0.55]
@@ -35,7 +35,7 @@ CardFrame {
                     required property real modelData
 
                     width: parent.width * modelData
-                    height: Units.space8
+                    height: Units.scaled(8)
                     radius: height / 2
                     color: Theme.hairline
                 }

@@ -9,7 +9,7 @@ Rectangle {
 
     width: words.x + words.width + Units.space24
     height: Math.max(Units.pillHeight, words.height + Units.space20)
-    radius: Units.radius22
+    radius: height / 2
     color: Theme.islandGround
     border.width: Units.pillOutline
     border.color: Theme.accent
@@ -20,15 +20,15 @@ Rectangle {
     Rectangle {
         x: Units.space24
         anchors.verticalCenter: parent.verticalCenter
-        width: Units.pillDot
-        height: Units.pillDot
-        radius: Units.pillDot / 2
+        width: Units.scaled(Units.pillDot)
+        height: width
+        radius: width / 2
         color: Theme.islandBody
     }
     Text {
         id: words
 
-        x: Units.space24 + Units.pillDot + Units.space8
+        x: Units.space24 + Units.scaled(Units.pillDot) + Units.space8
         anchors.verticalCenter: parent.verticalCenter
         text: "Notes"
         textFormat: Text.PlainText

@@ -7,7 +7,7 @@ import Vellumo.Ui
 Item {
     id: drawing
 
-    readonly property int lineHeight: Units.space8
+    readonly property int lineHeight: Units.scaled(8)
 
     implicitHeight: Units.onboardingDrawing
     Accessible.ignored: true
@@ -18,13 +18,13 @@ Item {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         width: Math.min(parent.width, 2 * Units.onboardingDrawing)
-        height: parent.height - Units.space20
+        height: parent.height - Units.scaled(20)
 
         Column {
-            x: Units.space24
-            y: Units.space48
+            x: Units.scaled(24)
+            y: Units.scaled(48)
             width: parent.width - 2 * x
-            spacing: Units.space12
+            spacing: Units.scaled(12)
 
             Rectangle {
                 width: parent.width
@@ -66,14 +66,14 @@ Item {
     Rectangle {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.round(paper.width * 0.62)
-        height: Units.space48
+        height: Units.scaled(48)
         radius: Units.radius14
         color: Theme.islandGround
         border.width: Units.hairline
         border.color: Theme.islandHairline
 
         Text {
-            x: Units.space16
+            x: Units.scaled(16)
             height: parent.height
             text: "✦"
             textFormat: Text.PlainText
@@ -83,10 +83,10 @@ Item {
             Accessible.ignored: true
         }
         Column {
-            x: Units.space48
+            x: Units.scaled(48)
             anchors.verticalCenter: parent.verticalCenter
-            width: parent.width - x - Units.space16
-            spacing: Units.space8
+            width: parent.width - x - Units.scaled(16)
+            spacing: Units.scaled(8)
 
             Rectangle {
                 width: parent.width
