@@ -3,7 +3,7 @@
 
 #include "app/SyncStatus.h"
 
-#include "mainwindow/NoteDates.h"
+#include "notes/NoteDates.h"
 #include "notes/NotesStoring.h"
 #include "notes/NotesSyncEngine.h"
 #include "platform/Clock.h"

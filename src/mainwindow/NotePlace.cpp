@@ -9,7 +9,6 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-constexpr auto webPrefix = "web-url:"_L1;
 constexpr qsizetype longestPlace = 120;
 } // namespace
 
@@ -19,17 +18,6 @@ QString placeOf(const ReadingContext &context, bool english)
         return english ? u"Synced notes"_s : u"已同步的笔记"_s;
     }
     return presentableLine(context.displayName, longestPlace);
-}
-
-QUrl pageOf(const ReadingContext &context)
-{
-    if (!context.key.startsWith(webPrefix)) {
-        return {};
-    }
-    const QUrl url(context.key.mid(webPrefix.size()), QUrl::StrictMode);
-    const bool isPage = url.isValid() && !url.host().isEmpty()
-        && (url.scheme() == "https"_L1 || url.scheme() == "http"_L1);
-    return isPage ? url : QUrl();
 }
 
 QString placeKey(const ReadingContext &context)

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/NoteRowsModel.h"
 
-#include "mainwindow/NoteDates.h"
 #include "mainwindow/NotePlace.h"
+#include "notes/NoteDates.h"
+#include "notes/PageAddress.h"
 #include "ui/PlainText.h"
 
 #include <limits>

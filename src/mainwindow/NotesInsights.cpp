@@ -2,14 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/NotesInsights.h"
 
-#include "mainwindow/NoteDates.h"
 #include "mainwindow/NotePlace.h"
 #include "mainwindow/NotesLibrary.h"
+#include "notes/NoteDates.h"
 #include "ui/BilingualText.h"
 
 #include <QElapsedTimer>
 #include <QLocale>
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -90,7 +91,7 @@ void NotesInsights::begin()
         pass_->monthBegins.append(
             NoteDates::startOf(monthOf(figures.today, month + 1 - shownMonths)));
     }
-    pass_->dayBegin = pass_->dayEnd = std::numeric_limits<double>::infinity();
+    pass_->dayBegin = std::numeric_limits<double>::infinity();
     slice();
 }
 
@@ -120,16 +121,14 @@ void NotesInsights::count(Pass &pass, const NoteWithContext &entry)
     if (!(time < pass.dayBegins.last())) {
         return; // another computer's clock
     }
-    // Neighbours are mostly of one day: its limits are worked out once.
-    if (time < pass.dayBegin || time >= pass.dayEnd) {
-        const QDate date = NoteDates::localTime(time).date();
-        figures.activeDays += date != std::exchange(pass.day, date) ? 1 : 0;
-        pass.dayBegin = NoteDates::startOf(date);
-        pass.dayEnd = NoteDates::startOf(date.addDays(1));
-    }
     const qsizetype day = spanOf(pass.dayBegins, time);
     if (day >= 0) {
-        ++figures.days[day];
+        figures.activeDays += figures.days[day]++ == 0 ? 1 : 0;
+    } else if (time < pass.dayBegin) {
+        // an older day, whose limit is worked out once: the notes come newest first
+        const QDate date = NoteDates::localTime(time).date();
+        pass.dayBegin = NoteDates::startOf(date);
+        ++figures.activeDays;
     }
     const qsizetype month = spanOf(pass.monthBegins, time);
     if (month >= 0) {

@@ -105,9 +105,7 @@ private:
         PlaceCount places;
         QList<double> dayBegins; ///< of the calendar, and of tomorrow
         QList<double> monthBegins; ///< of the twelve
-        QDate day; ///< that the notes have come to
-        double dayBegin = 0;
-        double dayEnd = 0;
+        double dayBegin = 0; ///< of the day before the calendar that the notes have come to
     };
 
     void begin();

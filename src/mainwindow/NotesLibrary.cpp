@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/NotesLibrary.h"
 
-#include "mainwindow/NoteDates.h"
+#include "notes/NoteDates.h"
 #include "platform/Clock.h"
 #include "ui/BilingualText.h"
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/NotesOverview.h"
 
-#include "mainwindow/NoteDates.h"
 #include "mainwindow/NotePlace.h"
 #include "mainwindow/NotesLibrary.h"
 #include "mainwindow/PlaceCount.h"
+#include "notes/NoteDates.h"
 #include "platform/Clock.h"
 #include "ui/BilingualText.h"
 

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/OpenedNote.h"
 
-#include "mainwindow/NoteDates.h"
 #include "mainwindow/NotePlace.h"
 #include "mainwindow/NotesLibrary.h"
+#include "notes/NoteDates.h"
+#include "notes/PageAddress.h"
 #include "ui/BilingualText.h"
 #include "ui/PlainText.h"
 

@@ -15,7 +15,7 @@ namespace {
 
 using Language = ReadingLanguage;
 
-constexpr qsizetype looksAt = 240; ///< UTF-16 units
+constexpr qsizetype looksAt = 160; ///< UTF-16 units
 constexpr int sureHan = 8; ///< so much Japanese is hardly ever without a kana
 constexpr int sureWords = 2;
 /// A character of these scripts says about as much as a word's worth of letters.

@@ -3,9 +3,10 @@
 // What the main window knows of the notes: days and places in words, search, grouping, numbers.
 
 #include "WindowDesk.h"
-#include "mainwindow/NoteDates.h"
 #include "mainwindow/NotePlace.h"
 #include "mainwindow/NotesInsights.h"
+#include "notes/NoteDates.h"
+#include "notes/PageAddress.h"
 #include "support/Waiting.h"
 #include <QSignalSpy>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/NoteDates.h"
+#include "notes/NoteDates.h"
 
 #include <QLocale>
 #include <QTimeZone>
@@ -67,6 +67,11 @@ QString day(QDate date, QDate today, bool english)
     }
     return english ? englishText(date, u"dddd, "_s) + dayOfYear(date, today, true)
                    : dayOfYear(date, today, false) + u' ' + chineseWeekday(date);
+}
+
+QString fullDate(QDate date, bool english)
+{
+    return day(date, {}, english);
 }
 
 QString moment(const QDateTime &time, QDate today, bool english)

@@ -13,6 +13,9 @@ namespace vellumo::NoteDates {
 /// "Today", "Yesterday", "Friday, 20 November", with the year when it is another one.
 [[nodiscard]] QString day(QDate date, QDate today, bool english);
 
+/// "Friday, 20 November 2026", whatever day it is.
+[[nodiscard]] QString fullDate(QDate date, bool english);
+
 /// "18:42" for today, then "Yesterday", "20 November", with the year when it is another one.
 [[nodiscard]] QString moment(const QDateTime &time, QDate today, bool english);
 

@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "notes/ReadingNote.h"
+#include <QUrl>
+
+namespace vellumo {
+
+/// The page that can be opened again; empty for other places.
+[[nodiscard]] QUrl pageOf(const ReadingContext &context);
+
+} // namespace vellumo
