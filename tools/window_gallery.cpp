@@ -110,6 +110,28 @@ QList<View> views()
         desk.key(Qt::Key_Return);
     };
     const auto toInsights = [](WindowDesk &desk) { desk.click("insights"); };
+    const auto select = [](WindowDesk &desk) {
+        desk.click("notes");
+        desk.click("select");
+        desk.key(Qt::Key_Space);
+        desk.key(Qt::Key_Down);
+        QTest::keyClick(desk.window.window(), Qt::Key_Down, Qt::ShiftModifier);
+    };
+    const auto exportTo = [select](const QString &path) {
+        return [select, path](WindowDesk &desk) {
+            QFile::remove(QDir::tempPath() + u"/vellumo-gallery.md"_s);
+            desk.window.onChooseFile = [path](const NotesExporter::FileQuestion &question) {
+                question.onChosen(path);
+            };
+            if (desk.notes.notes.size() < 1000) {
+                select(desk);
+            } else {
+                desk.click("notes");
+            }
+            desk.click("export");
+            desk.click("exportChoose");
+        };
+    };
     const auto search = [](const char *text) {
         return [text](WindowDesk &desk) {
             desk.click("notes");
@@ -204,6 +226,42 @@ QList<View> views()
         {u"notes-large"_s, plain, toNotes, small, 20},
         {u"note-large"_s, plain, toNote, small, 20},
         {u"settings-large"_s, plain, [](WindowDesk &g) { g.click("settings"); }, small, 20},
+        {u"selecting"_s, plain, select, usual},
+        {u"selecting-large"_s, plain, select, small, 20},
+        {u"selecting-least"_s, plain, select, least},
+        {u"export"_s, plain,
+         [select](WindowDesk &g) {
+             select(g);
+             g.click("export");
+         },
+         usual},
+        {u"export-all"_s, plain,
+         [](WindowDesk &g) {
+             g.click("notes");
+             g.click("export");
+         },
+         usual},
+        {u"export-large"_s, plain,
+         [select](WindowDesk &g) {
+             select(g);
+             g.click("export");
+         },
+         QSize(960, 520), 20},
+        {u"export-replace"_s, plain, exportTo(u"/etc/passwd"_s), usual},
+        {u"export-replace-large"_s, plain, exportTo(u"/etc/passwd"_s), small, 20},
+        {u"export-replace-least"_s, plain, exportTo(u"/etc/passwd"_s), least},
+        {u"exported"_s, plain, exportTo(QDir::tempPath() + u"/vellumo-gallery.md"_s), usual},
+        {u"exported-large"_s, plain, exportTo(QDir::tempPath() + u"/vellumo-gallery.md"_s), small,
+         20},
+        {u"export-failed"_s, plain, exportTo(u"/gone/notes.md"_s), usual},
+        {u"export-writing"_s,
+         [](WindowDesk &g) {
+             g.useWithoutAccount();
+             while (g.notes.notes.size() < 200'000) {
+                 g.notes.notes.append(g.notes.notes.first(g.notes.notes.size()));
+             }
+         },
+         exportTo(QDir::tempPath() + u"/vellumo-gallery.md"_s), usual},
         {u"insights-large"_s, plain, toInsights, small, 20},
         {u"insights-large-end"_s, plain,
          [](WindowDesk &g) {

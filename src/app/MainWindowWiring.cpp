@@ -18,6 +18,7 @@ namespace vellumo {
 
 MainWindowWiring::MainWindowWiring(const Foundation &foundation)
     : auth_(foundation.window.auth)
+    , saving_(foundation.window.texts)
     , controller_(foundation.engine, foundation.window)
     , guard_(activation_, foundation.panels, foundation.screens, controller_)
     , with_(foundation)
@@ -28,6 +29,12 @@ MainWindowWiring::MainWindowWiring(const Foundation &foundation)
     controller_.onActivate = [](const QWindow &window) { x11::activate(window.winId()); };
     controller_.onOpenPage = [&workspace = foundation.workspace](const QUrl &page) {
         return workspace.openUrl(page);
+    };
+    controller_.onChooseFile = [this](const NotesExporter::FileQuestion &question) {
+        saving_.ask(controller_.window(), question);
+    };
+    controller_.onOpenFolder = [&workspace = foundation.workspace](const QString &folder) {
+        return workspace.openFolder(folder);
     };
     controller_.onCopy = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
     controller_.onAskFurther = [&coordinator = foundation.coordinator,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/ActivationGuard.h"
+#include "app/SaveFileDialog.h"
 #include "mainwindow/MainWindowController.h"
 #include "platform/ApplicationActivation.h"
 
@@ -50,6 +51,7 @@ private:
     void showWhenReady();
 
     AuthService &auth_;
+    SaveFileDialog saving_;
     MainWindowController controller_;
     ApplicationActivation activation_; ///< silent: only the clicked window is raised here
     ActivationGuard guard_;

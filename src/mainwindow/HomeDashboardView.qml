@@ -11,13 +11,16 @@ FocusScope {
     required property MainWindowModel main
     required property BilingualText texts
 
+    readonly property bool showsSheet: dashboard.main.showsSettings || dashboard.main.exporter.isOpen
+
     Shortcut {
         sequence: "Ctrl+F"
-        enabled: !dashboard.main.showsSettings
+        enabled: !dashboard.showsSheet
         onActivated: dashboard.main.goToSearch()
     }
     Shortcut {
         sequence: "Ctrl+,"
+        enabled: !dashboard.showsSheet
         onActivated: dashboard.main.showsSettings = true
     }
 
@@ -46,7 +49,7 @@ FocusScope {
         y: notice.height
         width: dashboard.width - x
         height: dashboard.height - y
-        focus: !dashboard.main.showsSettings
+        focus: !dashboard.showsSheet
 
         LoadedView {
             anchors.fill: parent
@@ -88,6 +91,14 @@ FocusScope {
         }
     }
 
+    LoadedView {
+        anchors.fill: parent
+        focus: wanted
+        file: Qt.resolvedUrl("ExportSheet.qml")
+        wanted: dashboard.main.exporter.isOpen
+        main: dashboard.main
+        texts: dashboard.texts
+    }
     LoadedView {
         anchors.fill: parent
         focus: wanted

@@ -164,7 +164,7 @@ FocusScope {
                             const keys = [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter]
                             event.accepted = keys.includes(event.key)
                             if (event.accepted && !event.isAutoRepeat)
-                                card.action()
+                                card.action(Qt.NoModifier)
                         }
                         Keys.onUpPressed: card.nextItemInFocusChain(false).forceActiveFocus()
                         Keys.onDownPressed: card.nextItemInFocusChain(true).forceActiveFocus()

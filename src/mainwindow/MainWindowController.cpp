@@ -58,6 +58,14 @@ bool MainWindowController::create()
             onCopy(text);
         }
     };
+    model_->exporter()->onChooseFile = [this](const NotesExporter::FileQuestion &question) {
+        if (onChooseFile) {
+            onChooseFile(question);
+        }
+    };
+    model_->exporter()->onOpenFolder = [this](const QString &folder) {
+        return onOpenFolder && onOpenFolder(folder);
+    };
     window_.reset(makeOrdinaryWindow(engine_, u"MainWindow/MainWindow"_s,
                                      {{u"texts"_s, QVariant::fromValue(&with_.texts)},
                                       {u"main"_s, QVariant::fromValue(model_.get())}}));

@@ -34,6 +34,10 @@ public:
     std::function<bool(const QUrl &page)> onOpenPage;
     std::function<void(const QString &text)> onCopy;
 
+    /// What an export asks for; see NotesExporter.
+    std::function<void(const NotesExporter::FileQuestion &question)> onChooseFile;
+    std::function<bool(const QString &folder)> onOpenFolder;
+
     /// Brings the window to the front with the keyboard, making it on first use.
     void show();
 

@@ -23,6 +23,7 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
     , notesFile_(collaborators.notesStore, collaborators.defaults)
     , overview_(library_, collaborators.clock, collaborators.texts)
     , insights_(library_, collaborators.texts)
+    , exporter_(library_, collaborators.texts)
     , note_(library_, collaborators.texts)
 {
     connect(&with_.auth, &AuthService::userChanged, this, &MainWindowModel::userChanged);

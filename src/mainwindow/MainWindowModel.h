@@ -4,6 +4,7 @@
 
 #include "account/AuthService.h"
 #include "app/UserPreferences.h"
+#include "mainwindow/NotesExporter.h"
 #include "mainwindow/NotesFileState.h"
 #include "mainwindow/NotesInsights.h"
 #include "mainwindow/NotesLibrary.h"
@@ -32,6 +33,7 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(vellumo::NotesFileState *notesFile READ notesFile CONSTANT)
     Q_PROPERTY(vellumo::NotesOverview *overview READ overview CONSTANT)
     Q_PROPERTY(vellumo::NotesInsights *insights READ insights CONSTANT)
+    Q_PROPERTY(vellumo::NotesExporter *exporter READ exporter CONSTANT)
     Q_PROPERTY(vellumo::OpenedNote *note READ note CONSTANT)
     Q_PROPERTY(vellumo::SyncReporting *sync READ sync CONSTANT)
 
@@ -79,6 +81,7 @@ public:
     [[nodiscard]] NotesFileState *notesFile() { return &notesFile_; }
     [[nodiscard]] NotesOverview *overview() { return &overview_; }
     [[nodiscard]] NotesInsights *insights() { return &insights_; }
+    [[nodiscard]] NotesExporter *exporter() { return &exporter_; }
     [[nodiscard]] OpenedNote *note() { return &note_; }
     [[nodiscard]] SyncReporting *sync() const { return with_.sync; }
 
@@ -104,6 +107,7 @@ private:
     NotesFileState notesFile_;
     NotesOverview overview_;
     NotesInsights insights_;
+    NotesExporter exporter_;
     OpenedNote note_;
     QString page_ = QStringLiteral("home");
     bool showsSettings_ = false;

@@ -15,10 +15,14 @@ Item {
     required property int followUps
     required property bool english
     property bool hasKeyboard: false
+    /// Whether notes are being marked, and whether this one is.
+    property bool selecting: false
+    property bool selected: false
 
     readonly property int sideWidth: Math.round(card.width * 0.28)
 
-    signal action
+    /// A click's modifiers; none for a press that came another way.
+    signal action(modifiers: int)
 
     implicitHeight: Units.noteRow
 
@@ -31,19 +35,44 @@ Item {
         return parts.filter(part => part.length > 0).join(", ")
     }
     Accessible.focusable: true
-    Accessible.onPressAction: card.action()
+    Accessible.checkable: card.selecting
+    Accessible.checked: card.selected
+    Accessible.onPressAction: card.action(Qt.NoModifier)
 
     Card {
         anchors.fill: parent
         color: pointer.containsMouse ? Theme.surfaceHovered : Theme.surface
-        border.color: pointer.containsMouse ? Theme.thumb : Theme.hairline
+        border.color: card.selected ? Theme.accent
+                                    : pointer.containsMouse ? Theme.thumb : Theme.hairline
+    }
+    Rectangle {
+        id: check
+
+        x: Units.space16
+        anchors.verticalCenter: parent.verticalCenter
+        width: Units.scaled(20)
+        height: width
+        visible: card.selecting
+        radius: width / 2
+        color: card.selected ? Theme.accent : "transparent"
+        border.width: card.selected ? 0 : Units.focusRing
+        border.color: Theme.thirdInk
+
+        LineIcon {
+            anchors.centerIn: parent
+            width: Units.scaled(14)
+            height: width
+            visible: card.selected
+            name: "check"
+            color: Theme.accentText
+        }
     }
     FocusRing {
         shown: card.hasKeyboard
         controlRadius: Units.radius14
     }
     Column {
-        x: Units.space16
+        x: Units.space16 + (card.selecting ? check.width + Units.space16 : 0)
         anchors.verticalCenter: parent.verticalCenter
         width: side.x - x - Units.space16
         spacing: Units.space4
@@ -119,6 +148,6 @@ Item {
         anchors.fill: parent
         hoverEnabled: true
         cursorShape: Qt.PointingHandCursor
-        onClicked: card.action()
+        onClicked: mouse => card.action(mouse.modifiers)
     }
 }

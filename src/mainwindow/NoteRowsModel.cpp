@@ -110,6 +110,18 @@ void NoteRowsModel::refreshTexts()
     }
 }
 
+void NoteRowsModel::setSelected(std::function<bool(const QUuid &id)> selected)
+{
+    selected_ = std::move(selected);
+}
+
+void NoteRowsModel::refreshSelection()
+{
+    if (!rows_.empty()) {
+        Q_EMIT dataChanged(index(0), index(static_cast<int>(rows_.size()) - 1), {IsSelected});
+    }
+}
+
 const NoteWithContext *NoteRowsModel::noteAt(int row) const
 {
     const bool isNote = row >= 0 && row < static_cast<int>(rows_.size()) && rows_[row].note >= 0;
@@ -129,6 +141,9 @@ QVariant NoteRowsModel::data(const QModelIndex &index, int role) const
     const NoteWithContext *note = noteAt(index.row());
     if (role == IsHeading) {
         return note == nullptr;
+    }
+    if (role == IsSelected) {
+        return note != nullptr && selected_ && selected_(note->note.id);
     }
     return note != nullptr ? noteData(*note, role)
                            : headingData(groups_[rows_[index.row()].group], role);
@@ -181,8 +196,10 @@ QVariant NoteRowsModel::noteData(const NoteWithContext &entry, int role) const
 
 QHash<int, QByteArray> NoteRowsModel::roleNames() const
 {
-    return {{IsHeading, "isHeading"}, {Title, "title"}, {Detail, "detail"},
-            {When, "when"},           {Place, "place"}, {FollowUps, "followUps"}};
+    return {{IsHeading, "isHeading"},  {Title, "title"},
+            {Detail, "detail"},        {When, "when"},
+            {Place, "place"},          {FollowUps, "followUps"},
+            {IsSelected, "isSelected"}};
 }
 
 } // namespace vellumo

@@ -17,7 +17,7 @@ class NoteRowsModel final : public QAbstractListModel {
 public:
     enum class Grouping : quint8 { None, ByDay, ByPlace };
 
-    enum Role { IsHeading = Qt::UserRole, Title, Detail, When, Place, FollowUps };
+    enum Role { IsHeading = Qt::UserRole, Title, Detail, When, Place, FollowUps, IsSelected };
 
     struct Tongue {
         bool isEnglish;
@@ -31,6 +31,11 @@ public:
     void setNotes(const QList<NoteWithContext> &notes, const QList<int> &shown, Grouping grouping);
     /// The language or the day has changed.
     void refreshTexts();
+
+    /// Answers which notes are marked; none are without it.
+    void setSelected(std::function<bool(const QUuid &id)> selected);
+    /// Its answers have changed.
+    void refreshSelection();
 
     /// The note of a row; null for a heading and beyond the end.
     [[nodiscard]] const NoteWithContext *noteAt(int row) const;
@@ -57,6 +62,7 @@ private:
     [[nodiscard]] QVariant noteData(const NoteWithContext &entry, int role) const;
 
     std::function<Tongue()> tongue_;
+    std::function<bool(const QUuid &id)> selected_;
     QList<NoteWithContext> notes_;
     Grouping grouping_ = Grouping::None;
     std::vector<Row> rows_;

@@ -166,4 +166,16 @@ const NoteWithContext *NotesLibrary::find(const QUuid &id) const
     return found != notes_.end() ? &*found : nullptr;
 }
 
+QList<int> NotesLibrary::selectedNotes() const
+{
+    QList<int> selected;
+    selected.reserve(selection_.count());
+    for (int i = 0; i < notes_.size(); ++i) {
+        if (selection_.contains(notes_[i].note.id)) {
+            selected.append(i);
+        }
+    }
+    return selected;
+}
+
 } // namespace vellumo

@@ -4,6 +4,7 @@
 
 #include "mainwindow/NoteRowsModel.h"
 #include "mainwindow/NoteSearch.h"
+#include "mainwindow/NoteSelection.h"
 #include "notes/NotesStoring.h"
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
@@ -21,6 +22,7 @@ class NotesLibrary : public QObject {
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QObject *rows READ rows CONSTANT)
     Q_PROPERTY(QObject *latest READ latest CONSTANT)
+    Q_PROPERTY(vellumo::NoteSelection *selection READ selection CONSTANT)
     Q_PROPERTY(int total READ total NOTIFY changed)
     Q_PROPERTY(int found READ found NOTIFY changed)
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY changed)
@@ -40,6 +42,10 @@ public:
     [[nodiscard]] QDate today() const { return today_; }
 
     [[nodiscard]] QAbstractItemModel *rows() { return &rows_; }
+    [[nodiscard]] NoteSelection *selection() { return &selection_; }
+    /// The notes that fit the query, by index; those that are marked, likewise.
+    [[nodiscard]] const QList<int> &foundNotes() const { return shown_; }
+    [[nodiscard]] QList<int> selectedNotes() const;
     /// The last few, ungrouped.
     [[nodiscard]] QAbstractItemModel *latest() { return &latest_; }
     [[nodiscard]] int total() const { return static_cast<int>(notes_.size()); }
@@ -81,6 +87,7 @@ private:
     QDate today_;
     NoteRowsModel rows_;
     NoteRowsModel latest_;
+    NoteSelection selection_{rows_};
     NoteRowsModel::Grouping grouping_ = NoteRowsModel::Grouping::ByDay;
     QString query_;
     NoteSearch search_;

@@ -13,6 +13,8 @@ FocusScope {
     required property bool english
     required property int sidePadding
 
+    readonly property NoteSelection selection: list.main.library.selection
+
     property real keptY: 0
 
     function toTop(): void {
@@ -31,6 +33,32 @@ FocusScope {
         // the first heading belongs to the first note
         if (rows.currentIndex <= 1)
             rows.positionViewAtBeginning()
+    }
+
+    /// Takes a step; with Shift, marks what it passes.
+    function move(by: int, modifiers: int): void {
+        if (!(modifiers & Qt.ShiftModifier)) {
+            list.selection.dropAnchor()
+            list.step(by)
+            return
+        }
+        list.selection.extendTo(rows.currentIndex)
+        list.step(by)
+        list.selection.extendTo(rows.currentIndex)
+    }
+    function take(row: int, modifiers: int): void {
+        const marks = (modifiers & (Qt.ShiftModifier | Qt.ControlModifier)) !== 0
+        if (!marks && !list.selection.isActive) {
+            list.main.openRow(row)
+            return
+        }
+        // from here on the keys go on with it
+        rows.currentIndex = row
+        rows.forceActiveFocus(Qt.MouseFocusReason)
+        if (modifiers & Qt.ShiftModifier)
+            list.selection.extendTo(row)
+        else
+            list.selection.toggle(row)
     }
 
     Connections {
@@ -70,19 +98,21 @@ FocusScope {
             if (activeFocus && currentIndex < 0)
                 list.step(1)
         }
-        Keys.onUpPressed: list.step(-1)
-        Keys.onDownPressed: list.step(1)
         Keys.onPressed: event => {
             const page = Math.max(1, Math.floor(rows.height / (Units.noteRow + Units.space8)) - 1)
+            const steps = {
+                [Qt.Key_Up]: -1, [Qt.Key_Down]: 1,
+                [Qt.Key_PageUp]: -page, [Qt.Key_PageDown]: page,
+                [Qt.Key_Home]: -rows.count, [Qt.Key_End]: rows.count
+            }
             event.accepted = true
-            if (event.key === Qt.Key_PageUp)
-                list.step(-page)
-            else if (event.key === Qt.Key_PageDown)
-                list.step(page)
-            else if (event.key === Qt.Key_Home)
-                list.step(-rows.count)
-            else if (event.key === Qt.Key_End)
-                list.step(rows.count)
+            if (event.key in steps)
+                list.move(steps[event.key], event.modifiers)
+            else if (event.key === Qt.Key_A && event.modifiers === Qt.ControlModifier)
+                list.selection.selectAll()
+            else if (event.key === Qt.Key_Space
+                     && (list.selection.isActive || event.modifiers & Qt.ControlModifier))
+                list.selection.toggle(rows.currentIndex)
             else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter
                      || event.key === Qt.Key_Space)
                 list.main.openRow(rows.currentIndex)
@@ -100,6 +130,7 @@ FocusScope {
             required property string when
             required property string place
             required property int followUps
+            required property bool isSelected
 
             width: rows.width
             height: row.isHeading ? heading.height : Units.noteRow + Units.space8
@@ -128,8 +159,10 @@ FocusScope {
                 place: row.place
                 followUps: row.followUps
                 hasKeyboard: rows.activeFocus && row.ListView.isCurrentItem
+                selecting: list.selection.isActive
+                selected: row.isSelected
                 Accessible.ignored: !visible
-                onAction: list.main.openRow(row.index)
+                onAction: modifiers => list.take(row.index, modifiers)
             }
         }
     }

@@ -13,17 +13,25 @@ FocusScope {
 
     readonly property bool english: page.texts.english
     readonly property NotesLibrary library: page.main.library
+    readonly property NoteSelection selection: page.library.selection
     readonly property int sidePadding: Math.max(Units.space24,
                                                 Math.round((page.width - Units.pageWidth) / 2))
     readonly property bool isNarrow: page.width - 2 * page.sidePadding < Units.scaled(520)
 
     function countText(): string {
+        if (page.selection.isActive)
+            return (page.english ? "%1 selected" : "已选 %1 条").arg(page.selection.count)
         if (page.library.query.trim().length === 0)
             return page.library.total
         if (page.library.isSearching)
             return page.english ? "Searching…" : "正在搜索…"
         return (page.english ? "%1 of %2" : "%1 / %2").arg(page.library.found)
                                                       .arg(page.library.total)
+    }
+
+    Keys.onEscapePressed: event => {
+        event.accepted = page.selection.isActive
+        page.selection.isActive = false
     }
 
     Connections {
@@ -52,6 +60,8 @@ FocusScope {
             Accessible.role: Accessible.Heading
         }
         Label {
+            id: count
+
             objectName: "count"
             visible: page.library.total > 0
             anchors.baseline: title.baseline
@@ -59,11 +69,25 @@ FocusScope {
             text: page.countText()
             color: Theme.secondInk
         }
+        NotesActions {
+            id: actions
+
+            readonly property bool fits: title.width + count.width + oneLine + Units.space32
+                <= top.width
+
+            x: fits ? top.width - width + Units.space12 : -Units.space12
+            y: fits ? Math.round((title.height - Units.button) / 2) : title.height + Units.space4
+            width: fits ? oneLine : top.width + Units.space12
+            visible: page.library.total > 0
+            main: page.main
+            english: page.english
+            onSelecting: list.forceActiveFocus(Qt.OtherFocusReason)
+        }
         SearchField {
             id: field
 
             visible: page.library.total > 0
-            y: title.height + Units.space16
+            y: Units.space16 + (actions.fits ? title.height : actions.y + actions.height)
             width: page.isNarrow ? parent.width : parent.width - picker.width - Units.space12
             focus: true
             placeholder: page.english ? "Search text, explanations and questions"
@@ -98,11 +122,20 @@ FocusScope {
 
         y: top.y + top.height + Units.space16
         width: page.width
-        height: page.height - y
+        height: page.height - y - (outcome.visible ? outcome.height + Units.space24 : 0)
         visible: page.library.found > 0
         main: page.main
         english: page.english
         sidePadding: page.sidePadding
+    }
+    ExportLine {
+        id: outcome
+
+        x: page.sidePadding
+        y: page.height - height - Units.space16
+        width: page.width - 2 * x
+        main: page.main
+        english: page.english
     }
     FirstNote {
         anchors.centerIn: list

@@ -36,6 +36,9 @@ public:
     /// no browser could be started.
     virtual bool openUrl(const QUrl &url) = 0;
 
+    /// Shows a folder, by its whole path, in the file manager; false when none could be started.
+    virtual bool openFolder(const QString &path) = 0;
+
     /// Opens the desktop's own settings at their page on accessibility; false when it has none.
     virtual bool openAccessibilitySettings() = 0;
 

@@ -8,8 +8,12 @@
 #include "platform/fake/FakeFloatingWindows.h"
 #include "platform/fake/FakeScreens.h"
 #include "support/Waiting.h"
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
@@ -86,6 +90,7 @@ class TestMainWindow : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { qputenv("TZ", "UTC"); }
     void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
     void isOneWindowThatIsKept();
     void signsIn();
@@ -99,6 +104,7 @@ private Q_SLOTS:
     void readsANote();
     void walksTheInsights();
     void tellsOfAnUnreadableFileOnce();
+    void exportsWhatIsMarked();
     void keepsItsPlaceWhenANoteIsAdded();
     void opensWithManyNotes();
     void isHiddenWhileAPanelIsClicked_data();
@@ -233,11 +239,14 @@ void TestMainWindow::keysReachEverything_data()
     QTest::newRow("sign-in") << u"sign-in"_s << QStringList{u"signIn"_s, u"withoutAccount"_s};
     QTest::newRow("home") << u"home"_s << bar + QStringList{u"allNotes"_s, u"latest"_s};
     QTest::newRow("notes") << u"notes"_s
-                           << bar + QStringList{u"search"_s, u"grouping"_s, u"rows"_s};
+                           << bar
+            + QStringList{u"select"_s, u"export"_s, u"search"_s, u"grouping"_s, u"rows"_s};
     QTest::newRow("insights") << u"insights"_s << bar + QStringList{u"days"_s, u"place"_s};
     QTest::newRow("note") << u"note"_s
                           << bar
             + QStringList{u"back"_s, u"openPage"_s, u"copy"_s, u"askFurther"_s};
+    QTest::newRow("export") << u"export"_s
+                            << QStringList{u"exportFormat"_s, u"exportCancel"_s, u"exportChoose"_s};
     QTest::newRow("settings") << u"settings"_s << QStringList{u"language"_s, u"done"_s};
 }
 
@@ -250,12 +259,15 @@ void TestMainWindow::keysReachEverything()
         desk.useWithoutAccount();
     }
     desk.show();
-    if (view == "notes"_L1 || view == "note"_L1) {
+    if (view == "notes"_L1 || view == "note"_L1 || view == "export"_L1) {
         desk.click("notes");
     } else if (view == "insights"_L1) {
         desk.click("insights");
     } else if (view == "settings"_L1) {
         QTest::keyClick(desk.window.window(), Qt::Key_Comma, Qt::ControlModifier);
+    }
+    if (view == "export"_L1) {
+        desk.click("export");
     }
     if (view == "note"_L1) {
         desk.key(Qt::Key_Down);
@@ -315,6 +327,15 @@ void TestMainWindow::fitsLargeText()
         QCOMPARE(cut().join(u", "_s), QString());
     }
     desk.key(Qt::Key_Escape);
+    desk.click("notes");
+    desk.click("select");
+    desk.key(Qt::Key_Space);
+    QCOMPARE(cut().join(u", "_s), QString());
+    desk.click("export");
+    QCOMPARE(cut().join(u", "_s), QString());
+    const QQuickItem *choose = desk.item("exportChoose");
+    QVERIFY(choose->mapToScene({0, choose->height()}).y() < desk.window.window()->height());
+    desk.key(Qt::Key_Escape, 2);
     desk.click("notes");
     desk.key(Qt::Key_Down);
     desk.key(Qt::Key_Return);
@@ -410,6 +431,95 @@ void TestMainWindow::tellsOfAnUnreadableFileOnce()
     desk.notes.unreadable.prepend(u"/a/notes.json.unreadable-3"_s);
     Q_EMIT desk.notes.filesChanged();
     QVERIFY(notice->isVisible());
+}
+
+void TestMainWindow::exportsWhatIsMarked()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"notes.json"_s);
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.notes = notes(30); // of two days
+    QString suggested;
+    desk.window.onChooseFile = [&](const NotesExporter::FileQuestion &question) {
+        suggested = question.suggestedName;
+        question.onChosen(path);
+    };
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifier modifier) {
+        QTest::keyClick(desk.window.window(), key, modifier);
+    };
+    const auto exportsBy = [&](const char *answer) {
+        desk.click("export");
+        desk.key(Qt::Key_Tab);
+        while (desk.window.window()->activeFocusItem()->objectName() != "exportChoose"_L1) {
+            if (desk.window.window()->activeFocusItem()->objectName() == "exportFormat"_L1) {
+                desk.key(Qt::Key_Right, 2);
+            }
+            desk.key(Qt::Key_Tab);
+        }
+        desk.key(Qt::Key_Return);
+        if (answer != nullptr) {
+            desk.click(answer);
+        }
+    };
+    const auto written = [&] {
+        QFile file(path);
+        QStringList texts;
+        if (file.open(QIODevice::ReadOnly)) {
+            const auto all = QJsonDocument::fromJson(file.readAll())["notes"_L1].toArray();
+            for (const QJsonValue &note : all) {
+                texts << note["sourceText"_L1].toString().mid(5);
+            }
+        }
+        return texts.join(u' ');
+    };
+    const auto tells = [&](const QString &outcome) {
+        return waitUntil([&] { return desk.text("exportOutcome") == outcome; });
+    };
+    desk.show();
+    desk.click("notes");
+    desk.key(Qt::Key_Down);
+    press(Qt::Key_Space, Qt::ControlModifier);
+    press(Qt::Key_End, Qt::ShiftModifier);
+    QCOMPARE(desk.text("count"), u"30 selected"_s);
+    press(Qt::Key_Home, Qt::ShiftModifier);
+    QCOMPARE(desk.text("count"), u"1 selected"_s);
+    desk.key(Qt::Key_Down, 3);
+    press(Qt::Key_Down, Qt::ShiftModifier); // a new range
+    QCOMPARE(desk.text("count"), u"3 selected"_s);
+    exportsBy(nullptr);
+    QVERIFY(tells(u"3 notes are in “notes.json”"_s));
+    QCOMPARE(written(), u"0 3 4"_s);
+    QCOMPARE(suggested, u"vellumo-notes-2026-11-22.json"_s);
+    QCOMPARE(desk.text("count"), u"30"_s); // marking has ended
+
+    desk.click("search");
+    for (const char c : {'2', '9'}) {
+        QTest::keyClick(desk.window.window(), c);
+    }
+    exportsBy("exportCancel");
+    QCOMPARE(written(), u"0 3 4"_s);
+    exportsBy("exportReplace");
+    QVERIFY(tells(u"One note is in “notes.json”"_s));
+    QCOMPARE(written(), u"29"_s);
+
+    desk.key(Qt::Key_Escape); // empties the search
+    desk.key(Qt::Key_Down);
+    press(Qt::Key_A, Qt::ControlModifier);
+    desk.key(Qt::Key_Space);
+    QCOMPARE(desk.text("count"), u"29 selected"_s);
+    desk.key(Qt::Key_Escape);
+    QCOMPARE(desk.text("count"), u"30"_s);
+    QTest::mouseClick(desk.window.window(), Qt::LeftButton, Qt::ControlModifier,
+                      desk.item("rows")->mapToScene({100, 60}).toPoint());
+    QTest::mouseClick(desk.window.window(), Qt::LeftButton, Qt::ShiftModifier,
+                      desk.item("rows")->mapToScene({100, 210}).toPoint());
+    QCOMPARE(desk.text("count"), u"3 selected"_s);
+
+    QVERIFY(QDir(folder.path()).removeRecursively());
+    exportsBy(nullptr);
+    QVERIFY(tells(u"The folder is not there any more. Choose another one."_s));
+    QCOMPARE(desk.text("count"), u"3 selected"_s);
 }
 
 void TestMainWindow::keepsItsPlaceWhenANoteIsAdded()

@@ -43,6 +43,7 @@ public:
     [[nodiscard]] bool isOwnWindowActive() const override { return ownWindowActive; }
     [[nodiscard]] QString ownSelectedText() const override { return ownSelection; }
     bool openUrl(const QUrl &url) override;
+    bool openFolder(const QString & /*path*/) override { return false; }
     bool openAccessibilitySettings() override { return false; }
 };
 

@@ -7,6 +7,7 @@
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Windows.h"
 #include <QDesktopServices>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QStandardPaths>
@@ -174,6 +175,11 @@ bool X11Workspace::openUrl(const QUrl &url)
     }
     return QProcess::startDetached(u"xdg-open"_s, {QString::fromLatin1(url.toEncoded())})
         || QDesktopServices::openUrl(url);
+}
+
+bool X11Workspace::openFolder(const QString &path)
+{
+    return QFileInfo(path).isDir() && QProcess::startDetached(u"xdg-open"_s, {path});
 }
 
 bool X11Workspace::openAccessibilitySettings()

@@ -29,6 +29,7 @@ public:
     [[nodiscard]] bool isOwnWindowActive() const override;
     [[nodiscard]] QString ownSelectedText() const override;
     bool openUrl(const QUrl &url) override;
+    bool openFolder(const QString &path) override;
     bool openAccessibilitySettings() override;
 
     /// Title of the active window, absent if that does not belong to the process.

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "mainwindow/NotesExporter.h"
+#include <QFileDialog>
+#include <QPointer>
+
+class QWindow;
+
+namespace vellumo {
+
+/// Asks where an export is to be written, in the desktop's dialog for files. One dialog at a time;
+/// whoever asks goes on at once. Whether a file may be replaced is asked afterwards, by the window.
+class SaveFileDialog {
+public:
+    /// The texts must outlive the dialog.
+    explicit SaveFileDialog(const BilingualText &texts);
+    ~SaveFileDialog();
+    Q_DISABLE_COPY_MOVE(SaveFileDialog)
+
+    /// Above the window, which may be null.
+    void ask(QWindow *above, const NotesExporter::FileQuestion &question);
+
+private:
+    const BilingualText &texts_;
+    QPointer<QFileDialog> dialog_;
+    QString folder_; ///< in which the last file was chosen
+};
+
+} // namespace vellumo

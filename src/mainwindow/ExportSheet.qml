@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// Which notes are exported, and as what. The file is chosen next.
+Sheet {
+    id: sheet
+
+    required property MainWindowModel main
+    required property BilingualText texts
+
+    readonly property bool english: sheet.texts.english
+    readonly property NotesExporter exporter: sheet.main.exporter
+    readonly property NotesLibrary library: sheet.main.library
+    readonly property bool hasFound: sheet.library.query.trim().length > 0
+                                     && sheet.library.found > 0 && !sheet.library.isSearching
+    readonly property bool asksWhich: sheet.hasFound || sheet.hasSelected
+    readonly property bool asksWhat: !sheet.exporter.asksToReplace
+    readonly property bool hasSelected: sheet.library.selection.count > 0
+    readonly property string all: sheet.english ? "All" : "全部"
+    readonly property string found: sheet.english ? "Found" : "搜索结果"
+    readonly property string selected: sheet.english ? "Selected" : "已选"
+
+    accessibleName: title.text
+    sheetWidth: Units.scaled(440)
+    onDismissed: sheet.exporter.isOpen = false
+
+    function countText(): string {
+        const count = sheet.exporter.scope === "all" ? sheet.library.total
+            : sheet.exporter.scope === "found" ? sheet.library.found : sheet.library.selection.count
+        return sheet.english ? (count === 1 ? "One note" : "%1 notes".arg(count))
+                             : "%1 条笔记".arg(count)
+    }
+    function formatText(): string {
+        switch (sheet.exporter.format) {
+        case "md":
+            return sheet.english ? "A document to read and print, day by day."
+                                 : "按日期排列的文档,适合阅读和打印。"
+        case "csv":
+            return sheet.english ? "A table for spreadsheets and flash-card programs."
+                                 : "表格,可用于电子表格和记忆卡片软件。"
+        default:
+            return sheet.english ? "Everything about each note, for other programs."
+                                 : "笔记的全部数据,供其他程序使用。"
+        }
+    }
+
+    component Remark: Label {
+        width: parent.width
+        topPadding: Units.space8
+        bottomPadding: Units.space20
+        wrapMode: Text.Wrap
+        color: Theme.secondInk
+        font.pixelSize: Units.type12
+        lineFactor: Units.readingLine
+    }
+
+    Column {
+        width: parent.width
+
+        Label {
+            id: title
+
+            objectName: "exportTitle"
+            width: parent.width
+            bottomPadding: sheet.asksWhat ? Units.space20 : Units.space8
+            text: sheet.english ? "Export notes" : "导出笔记"
+            wrapMode: Text.Wrap
+            font.pixelSize: Units.type20
+            font.weight: Font.DemiBold
+            Accessible.role: Accessible.Heading
+        }
+        SegmentedPicker {
+            objectName: "exportScope"
+            width: parent.width
+            visible: sheet.asksWhat && sheet.asksWhich
+            focus: sheet.asksWhich
+            labels: sheet.hasFound && sheet.hasSelected ? [sheet.all, sheet.found, sheet.selected]
+                : sheet.hasFound ? [sheet.all, sheet.found] : [sheet.all, sheet.selected]
+            values: sheet.hasFound && sheet.hasSelected ? ["all", "found", "selected"]
+                : sheet.hasFound ? ["all", "found"] : ["all", "selected"]
+            value: sheet.exporter.scope
+            accessibleName: sheet.english ? "Which notes" : "导出哪些笔记"
+            onChosen: value => { sheet.exporter.scope = value }
+        }
+        Remark {
+            objectName: "exportCount"
+            visible: sheet.asksWhat
+            topPadding: sheet.asksWhich ? Units.space8 : 0
+            text: sheet.countText()
+        }
+        SegmentedPicker {
+            objectName: "exportFormat"
+            width: parent.width
+            visible: sheet.asksWhat
+            focus: !sheet.asksWhich
+            labels: ["Markdown", "CSV", "JSON"]
+            values: ["md", "csv", "json"]
+            value: sheet.exporter.format
+            accessibleName: sheet.english ? "Format" : "格式"
+            onChosen: value => { sheet.exporter.format = value }
+        }
+        Remark {
+            visible: sheet.asksWhat
+            text: sheet.formatText()
+        }
+        Label {
+            id: question
+
+            objectName: "replaceQuestion"
+            width: parent.width
+            bottomPadding: Units.space24
+            visible: !sheet.asksWhat
+            text: (sheet.english ? "“%1” is there already. Replace it?" : "“%1”已存在,要替换吗?")
+                .arg(sheet.exporter.fileName)
+            wrapMode: Text.Wrap
+            lineFactor: Units.readingLine
+            onVisibleChanged: announcer.announce(visible ? text : "")
+
+            Announcer {
+                id: announcer
+            }
+        }
+        Flow {
+            id: buttons
+
+            readonly property int needed: cancel.width + next.width + spacing
+                + (replace.visible ? replace.width + spacing : 0)
+
+            x: Math.max(0, parent.width - needed)
+            width: Math.min(needed, parent.width)
+            spacing: Units.space12
+
+            TextButton {
+                id: cancel
+
+                objectName: "exportCancel"
+                minimumWidth: 96
+                text: sheet.english ? "Cancel" : "取消"
+                onClicked: sheet.dismissed()
+            }
+            TextButton {
+                id: next
+
+                objectName: "exportChoose"
+                minimumWidth: 96
+                primary: sheet.asksWhat
+                text: sheet.asksWhat ? (sheet.english ? "Choose file…" : "选择文件…")
+                                     : (sheet.english ? "Another name…" : "换个名称…")
+                onClicked: sheet.exporter.chooseFile()
+            }
+            TextButton {
+                id: replace
+
+                objectName: "exportReplace"
+                minimumWidth: 96
+                visible: !sheet.asksWhat
+                primary: true
+                text: sheet.english ? "Replace" : "替换"
+                onClicked: sheet.exporter.replace()
+            }
+        }
+    }
+}

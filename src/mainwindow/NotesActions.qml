@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// What can be done with several notes: marking them, and writing them to a file.
+Flow {
+    id: actions
+
+    required property MainWindowModel main
+    required property bool english
+
+    readonly property NoteSelection selection: actions.main.library.selection
+    /// The width at which all stand in one line.
+    readonly property int oneLine: all.implicitWidth * (all.visible ? 1 : 0) + select.implicitWidth
+        + save.implicitWidth + (all.visible ? 2 : 1) * actions.spacing
+
+    /// Marking has begun, with this button.
+    signal selecting
+
+    spacing: Units.space4
+
+    TextButton {
+        id: all
+
+        objectName: "selectAll"
+        visible: actions.selection.isActive
+        quiet: true
+        text: actions.english ? "Select all" : "全选"
+        onClicked: actions.selection.selectAll()
+    }
+    TextButton {
+        id: select
+
+        objectName: "select"
+        quiet: true
+        icon: actions.selection.isActive ? "cross" : "select"
+        text: actions.selection.isActive ? (actions.english ? "Stop selecting" : "退出选择")
+                                         : (actions.english ? "Select" : "选择")
+        onClicked: {
+            actions.selection.isActive = !actions.selection.isActive
+            if (actions.selection.isActive)
+                actions.selecting()
+        }
+    }
+    TextButton {
+        id: save
+
+        objectName: "export"
+        quiet: true
+        icon: "export"
+        text: actions.english ? "Export…" : "导出…"
+        enabled: actions.main.exporter.state !== NotesExporter.Writing
+        onClicked: actions.main.exporter.isOpen = true
+    }
+}

@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "mainwindow/NotesExporter.h"
+
+#include "mainwindow/NotesLibrary.h"
+#include "ui/BilingualText.h"
+#include "ui/PlainText.h"
+
+#include <QDate>
+#include <QFileInfo>
+#include <QPointer>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr qsizetype longestFileName = 120;
+constexpr qsizetype longestDetail = 300;
+
+NotesExporter::State stateAfter(NotesExport::Outcome outcome)
+{
+    using State = NotesExporter::State;
+    switch (outcome) {
+    case NotesExport::Outcome::Written:
+        return State::Written;
+    case NotesExport::Outcome::Cancelled:
+        return State::Cancelled;
+    case NotesExport::Outcome::NoSpace:
+        return State::NoSpace;
+    case NotesExport::Outcome::NotAllowed:
+        return State::NotAllowed;
+    case NotesExport::Outcome::NoFolder:
+        return State::NoFolder;
+    case NotesExport::Outcome::NotAFile:
+        return State::NotAFile;
+    case NotesExport::Outcome::Failed:
+        break;
+    }
+    return State::Failed;
+}
+
+} // namespace
+
+NotesExporter::NotesExporter(NotesLibrary &library, BilingualText &texts, QObject *parent)
+    : QObject(parent)
+    , library_(library)
+    , texts_(texts)
+{
+    job_.onProgress = [this](qsizetype written) {
+        written_ = static_cast<int>(written);
+        Q_EMIT changed();
+    };
+    job_.onDone = [this](const NotesExport::Result &result) { done(result); };
+}
+
+void NotesExporter::setOpen(bool open)
+{
+    if (open == isOpen_ || (open && job_.isRunning())) {
+        return;
+    }
+    isOpen_ = open;
+    asksToReplace_ = false;
+    if (open) {
+        const bool isFiltered = !library_.query().trimmed().isEmpty() && library_.found() > 0;
+        scope_ = library_.selection()->count() > 0 ? u"selected"_s
+            : isFiltered                           ? u"found"_s
+                                                   : u"all"_s;
+        state_ = State::Idle;
+    }
+    Q_EMIT changed();
+}
+
+void NotesExporter::setScope(const QString &scope)
+{
+    scope_ = scope;
+    Q_EMIT changed();
+}
+
+void NotesExporter::setFormat(const QString &format)
+{
+    for (const auto known : {ExportFormat::Markdown, ExportFormat::Csv, ExportFormat::Json}) {
+        if (fileSuffix(known) == format) {
+            format_ = known;
+        }
+    }
+    Q_EMIT changed();
+}
+
+void NotesExporter::chooseFile()
+{
+    asksToReplace_ = false;
+    Q_EMIT changed();
+    if (!onChooseFile) {
+        return;
+    }
+    const QString name =
+        u"vellumo-notes-%1.%2"_s.arg(library_.today().toString(Qt::ISODate), format());
+    onChooseFile({name, format(), [guard = QPointer<NotesExporter>(this)](const QString &path) {
+                      if (guard) {
+                          guard->chosen(path);
+                      }
+                  }});
+}
+
+void NotesExporter::chosen(const QString &path)
+{
+    if (!isOpen_ || path.isEmpty()) {
+        return; // it has been thought better of meanwhile
+    }
+    path_ = path;
+    if (QFileInfo(path).isFile()) {
+        asksToReplace_ = true;
+        Q_EMIT changed();
+    } else {
+        write();
+    }
+}
+
+void NotesExporter::replace()
+{
+    if (isOpen_ && asksToReplace_) {
+        write();
+    }
+}
+
+void NotesExporter::write()
+{
+    QList<int> notes;
+    if (scope_ == "selected"_L1) {
+        notes = library_.selectedNotes();
+    } else if (scope_ == "found"_L1) {
+        notes = library_.foundNotes();
+    } else {
+        notes.resize(library_.total());
+        std::iota(notes.begin(), notes.end(), 0);
+    }
+    isOpen_ = false;
+    asksToReplace_ = false;
+    state_ = State::Writing;
+    written_ = 0;
+    total_ = static_cast<int>(notes.size());
+    job_.start({library_.notes(), notes, format_, texts_.isEnglish(), QDateTime::currentDateTime(),
+                path_});
+    Q_EMIT changed();
+}
+
+void NotesExporter::done(const NotesExport::Result &result)
+{
+    state_ = stateAfter(result.outcome);
+    detail_ = presentableLine(result.detail, longestDetail);
+    if (state_ == State::Written) {
+        written_ = total_;
+        library_.selection()->setActive(false);
+    }
+    Q_EMIT changed();
+}
+
+QString NotesExporter::fileName() const
+{
+    return presentableLine(QFileInfo(path_).fileName(), longestFileName);
+}
+
+void NotesExporter::dismiss()
+{
+    if (!job_.isRunning()) {
+        state_ = State::Idle;
+        Q_EMIT changed();
+    }
+}
+
+bool NotesExporter::openFolder()
+{
+    return onOpenFolder && onOpenFolder(QFileInfo(path_).absolutePath());
+}
+
+} // namespace vellumo

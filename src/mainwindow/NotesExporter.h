@@ -1,0 +1,113 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "export/NotesExport.h"
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+#include <functional>
+
+namespace vellumo {
+
+class BilingualText;
+class NotesLibrary;
+
+/// Exporting notes as the window shows it: which notes and in which format, then a file, then how
+/// far its writing is and what came of it.
+class NotesExporter : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(bool isOpen READ isOpen WRITE setOpen NOTIFY changed)
+    Q_PROPERTY(QString scope READ scope WRITE setScope NOTIFY changed)
+    Q_PROPERTY(QString format READ format WRITE setFormat NOTIFY changed)
+    Q_PROPERTY(State state READ state NOTIFY changed)
+    Q_PROPERTY(QString fileName READ fileName NOTIFY changed)
+    Q_PROPERTY(bool asksToReplace READ asksToReplace NOTIFY changed)
+    Q_PROPERTY(int written READ written NOTIFY changed)
+    Q_PROPERTY(int total READ total NOTIFY changed)
+    Q_PROPERTY(QString detail READ detail NOTIFY changed)
+
+public:
+    enum class State : quint8 {
+        Idle,
+        Writing,
+        Written,
+        Cancelled,
+        NoSpace,
+        NotAllowed,
+        NoFolder,
+        NotAFile,
+        Failed, ///< the detail says why, in the system's words
+    };
+    Q_ENUM(State)
+
+    /// What is asked of whoever shows a dialog for files.
+    struct FileQuestion {
+        QString suggestedName;
+        QString suffix; ///< "md", "csv" or "json"
+        /// Called with the whole path, at most once; not at all when none is chosen.
+        std::function<void(const QString &path)> onChosen;
+    };
+
+    /// What is handed over must outlive the exporter.
+    NotesExporter(NotesLibrary &library, BilingualText &texts, QObject *parent = nullptr);
+
+    /// Shows a dialog, in place of one that is shown already. Returns at once.
+    std::function<void(const FileQuestion &question)> onChooseFile;
+    /// Answers whether the folder could be shown.
+    std::function<bool(const QString &folder)> onOpenFolder;
+
+    /// Whether it is being asked what to export. Opening proposes what is at hand: the marked
+    /// notes, else those that were found, else all.
+    [[nodiscard]] bool isOpen() const { return isOpen_; }
+    void setOpen(bool open);
+
+    /// "all", "found" or "selected".
+    [[nodiscard]] QString scope() const { return scope_; }
+    void setScope(const QString &scope);
+    /// The format's suffix.
+    [[nodiscard]] QString format() const { return fileSuffix(format_); }
+    void setFormat(const QString &format);
+
+    /// Asks for a file, and writes it once it is known.
+    Q_INVOKABLE void chooseFile();
+    /// Whether the chosen file is there already; the answer is replace() or another chooseFile().
+    [[nodiscard]] bool asksToReplace() const { return asksToReplace_; }
+    Q_INVOKABLE void replace();
+
+    [[nodiscard]] State state() const { return state_; }
+    /// Of the file that is or was written, without its folder.
+    [[nodiscard]] QString fileName() const;
+    [[nodiscard]] int written() const { return written_; }
+    [[nodiscard]] int total() const { return total_; }
+    [[nodiscard]] QString detail() const { return detail_; }
+
+    Q_INVOKABLE void cancel() { job_.cancel(); }
+    /// What came of it has been seen.
+    Q_INVOKABLE void dismiss();
+    Q_INVOKABLE bool openFolder();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void chosen(const QString &path);
+    void write();
+    void done(const NotesExport::Result &result);
+
+    NotesLibrary &library_;
+    BilingualText &texts_;
+    QString scope_ = QStringLiteral("all");
+    ExportFormat format_ = ExportFormat::Markdown;
+    QString path_;
+    bool isOpen_ = false;
+    bool asksToReplace_ = false;
+    State state_ = State::Idle;
+    int written_ = 0;
+    int total_ = 0;
+    QString detail_;
+    NotesExport job_; ///< goes first: it may still be writing
+};
+
+} // namespace vellumo
