@@ -38,6 +38,7 @@ CardFrame {
             width: parent.width - 2 * x
             activeFocusOnTab: true
             persistentSelection: true
+            selectByKeyboard: true
             text: "vellumo is a reading assistant for your Mac. Select any text you don't understand, double-tap Option, and a short explanation appears at the top of your screen."
             color: Theme.ink
             selectionColor: Theme.selection

@@ -88,6 +88,12 @@ void TestOnboardingCards::keysReachEverything()
         QTest::keyClick(window, Qt::Key_Tab);
         QVERIFY2(desk.item(name)->hasActiveFocus(), qPrintable(name));
     }
+    desk.flow.present(u"select"_s);
+    QTest::keyClick(window, Qt::Key_Tab);
+    QTest::keyClick(window, Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(desk.item(u"sample"_s)->property("selectedText").toString().trimmed(), u"vellumo"_s);
+    QTest::keyClick(window, Qt::Key_Tab);
+    QVERIFY(desk.item(u"skip"_s)->hasActiveFocus());
     desk.flow.present(u"privacy"_s); // Return goes on from anywhere but a button
     QTest::keyClick(window, Qt::Key_Return);
     QCOMPARE(desk.flow.phase(), Phase::permission);
