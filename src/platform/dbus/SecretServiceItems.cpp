@@ -3,15 +3,13 @@
 #include "platform/dbus/SecretServiceItems.h"
 
 #include "platform/dbus/ApplicationName.h"
+#include "platform/dbus/SecretServiceWire.h"
 #include "platform/dbus/SessionBus.h"
 
 #include <QDBusArgument>
-#include <QDBusMetaType>
-#include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
-#include <QMap>
 #include <algorithm>
 #include <utility>
 
@@ -19,68 +17,12 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-/// A secret on the bus: (oayays).
-struct BusSecret {
-    QDBusObjectPath session;
-    QByteArray parameters;
-    QByteArray value;
-    QString contentType;
-};
-
-QDBusArgument &operator<<(QDBusArgument &argument, const BusSecret &secret)
-{
-    argument.beginStructure();
-    argument << secret.session << secret.parameters << secret.value << secret.contentType;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, BusSecret &secret)
-{
-    argument.beginStructure();
-    argument >> secret.session >> secret.parameters >> secret.value >> secret.contentType;
-    argument.endStructure();
-    return argument;
-}
-
-} // namespace vellumo
-
-Q_DECLARE_METATYPE(vellumo::BusSecret)
-
-namespace vellumo {
+using namespace secretservice;
 
 namespace {
 
-using Attributes = QMap<QString, QString>;
-using Paths = QList<QDBusObjectPath>;
-
 // A keyring that has just been started by the call may have to read its files first.
 constexpr int timeoutMs = 25'000;
-
-const QString secretService = u"org.freedesktop.secrets"_s;
-const QString servicePath = u"/org/freedesktop/secrets"_s;
-const QString noPath = u"/"_s;
-
-constexpr auto serviceInterface = "org.freedesktop.Secret.Service";
-constexpr auto collectionInterface = "org.freedesktop.Secret.Collection";
-constexpr auto itemInterface = "org.freedesktop.Secret.Item";
-constexpr auto promptInterface = "org.freedesktop.Secret.Prompt";
-constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties";
-
-QStringList pathsIn(const QVariant &value)
-{
-    QStringList paths;
-    for (const QDBusObjectPath &path : qdbus_cast<Paths>(value)) {
-        paths.append(path.path());
-    }
-    return paths;
-}
-
-QString pathIn(const QVariant &value)
-{
-    const QString path = value.value<QDBusObjectPath>().path();
-    return path == noPath ? QString() : path;
-}
 
 } // namespace
 
@@ -88,8 +30,7 @@ SecretServiceItems::SecretServiceItems(SessionBus &bus, QObject *parent)
     : SecretItems(parent)
     , bus_(bus)
 {
-    qDBusRegisterMetaType<BusSecret>();
-    qDBusRegisterMetaType<Attributes>();
+    registerTypes();
     connect(&bus_, &SessionBus::opened, this, &SecretServiceItems::next);
 }
 
@@ -336,7 +277,7 @@ void SecretServiceItems::watchService()
                     SLOT(onCollectionsChanged()));
     }
     auto *owners =
-        new QDBusServiceWatcher(secretService, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+        new QDBusServiceWatcher(serviceName, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(
         owners, &QDBusServiceWatcher::serviceOwnerChanged, this,
         [this](const QString &, const QString &, const QString &owner) { onOwnerChanged(owner); });
@@ -397,7 +338,7 @@ void SecretServiceItems::call(const QString &path, const char *interface, const 
                               const Arguments &arguments, const char *signature, Reply then)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(
-        secretService, path, QString::fromLatin1(interface), QString::fromLatin1(method));
+        serviceName, path, QString::fromLatin1(interface), QString::fromLatin1(method));
     message.setArguments(arguments);
     auto *watcher =
         new QDBusPendingCallWatcher(bus_.connection()->asyncCall(message, timeoutMs), this);
