@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "WindowDesk.h"
+
+namespace vellumo::test {
+
+inline NoteWithContext noteOf(double secondsAgo, const QString &source)
+{
+    NoteWithContext entry;
+    entry.note.id = QUuid::createUuid();
+    entry.note.sourceText = source;
+    entry.note.explanation = QStringLiteral("explained");
+    entry.note.createdAt = eveningOfTheDay - secondsAgo;
+    entry.context = {QStringLiteral("web-url:https://a.test/1"), QStringLiteral("a.test"),
+                     ReadingContextSource::webURL};
+    return entry;
+}
+
+/// One an hour, the newest first: "note 0" and so on.
+inline QList<NoteWithContext> notes(int count)
+{
+    QList<NoteWithContext> list;
+    for (int i = 0; i < count; ++i) {
+        list.append(noteOf(i * 3600.0, QStringLiteral("note %1").arg(i)));
+    }
+    return list;
+}
+
+/// Everything that can be read, a line for each text.
+inline QStringList textsOf(const QQuickItem *item)
+{
+    QStringList texts;
+    if (!item->isVisible()) {
+        return texts;
+    }
+    const QString text = item->property("text").toString();
+    const bool isDrawn = item->metaObject()->indexOfProperty("truncated") >= 0
+        || item->metaObject()->indexOfProperty("readOnly") >= 0;
+    if (!text.isEmpty() && isDrawn) {
+        texts << text;
+    }
+    const auto children = item->childItems();
+    for (const QQuickItem *child : children) {
+        texts << textsOf(child);
+    }
+    return texts;
+}
+
+} // namespace vellumo::test

@@ -1,0 +1,242 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// What the pages of the main window show of the notes, and what can be done with them there.
+
+#include "ShownNotes.h"
+#include "support/Waiting.h"
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+using namespace vellumo::test;
+
+class TestNotePages : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
+    void readsANote();
+    void walksTheInsights();
+    void tellsOfAnUnreadableFileOnce();
+    void exportsWhatIsMarked();
+    void keepsItsPlaceWhenANoteIsAdded();
+    void opensWithManyNotes();
+};
+
+void TestNotePages::readsANote()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.notes = notes(3);
+    desk.notes.notes[1].note.sourceText = u"<b>bold</b>"_s;
+    QString copied;
+    QUuid asked;
+    QUrl opened;
+    desk.window.onCopy = [&](const QString &text) { copied = text; };
+    desk.window.onAskFurther = [&](const QUuid &id) { asked = id; };
+    desk.window.onOpenPage = [&](const QUrl &url) {
+        opened = url;
+        return false;
+    };
+    desk.show();
+    QTest::keyClick(desk.window.window(), Qt::Key_F, Qt::ControlModifier);
+    for (const char c : {'b', 'o', 'l', 'd'}) {
+        QTest::keyClick(desk.window.window(), c);
+    }
+    QCOMPARE(desk.text("count"), u"1 of 3"_s);
+    desk.key(Qt::Key_Down);
+    desk.key(Qt::Key_Return);
+    QCOMPARE(desk.text("sourceText"), u"<b>bold</b>"_s);
+    QCOMPARE(desk.text("context"), u"a.test · Today, 18:00"_s);
+    desk.click("askFurther");
+    QCOMPARE(asked, desk.notes.notes[1].note.id);
+    desk.click("copy");
+    QVERIFY(copied.contains("<b>bold</b>"_L1));
+    desk.click("openPage");
+    QCOMPARE(opened, QUrl(u"https://a.test/1"_s));
+    QVERIFY(desk.text("error").contains("https://a.test/1"_L1));
+
+    // what is asked meanwhile appears
+    desk.notes.notes[1].note.followUps = {{QUuid::createUuid(), u"Why?"_s, u"So."_s}};
+    Q_EMIT desk.notes.vellumoNotesDidChange();
+    QVERIFY(waitUntil(
+        [&] { return textsOf(desk.window.window()->contentItem()).contains(u"Why?"_s); }));
+    desk.key(Qt::Key_Escape);
+    QVERIFY(!desk.item("sourceText"));
+    QCOMPARE(desk.text("count"), u"1 of 3"_s);
+}
+
+void TestNotePages::walksTheInsights()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.notes = notes(30);
+    desk.notes.notes[3].context.displayName = u"100 %1 Paper"_s;
+    desk.show();
+    desk.click("insights");
+    QCOMPARE(desk.text("insightsSummary"), u"30 notes on 2 days."_s);
+    desk.item("days")->forceActiveFocus(Qt::TabFocusReason);
+    QCOMPARE(desk.text("figure"), u"Today: 20 notes"_s);
+    desk.key(Qt::Key_Up);
+    QCOMPARE(desk.text("figure"), u"Yesterday: 10 notes"_s);
+    desk.setLanguage(u"Chinese"_s);
+    QCOMPARE(desk.text("figure"), u"昨天:10 条"_s);
+    desk.key(Qt::Key_Tab);
+    desk.key(Qt::Key_Down);
+    desk.key(Qt::Key_Return); // the second place
+    QCOMPARE(desk.text("count"), u"1 / 30"_s);
+    QCOMPARE(desk.text("search"), u"100 %1 Paper"_s);
+}
+
+void TestNotePages::tellsOfAnUnreadableFileOnce()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.unreadable = {u"/a/notes.json.unreadable-2"_s, u"/a/notes.json.unreadable-1"_s};
+    desk.show();
+    QVERIFY(desk.text("notesFileNotice").endsWith(u"/a/notes.json.unreadable-2"_s));
+    desk.click("knowNotesFile");
+    QVERIFY(!desk.item("notesFileNotice"));
+
+    desk.notes.failure = u"No space left"_s;
+    Q_EMIT desk.notes.filesChanged();
+    QVERIFY(desk.text("notesFileNotice").contains(u"No space left"_s));
+
+    desk.notes.failure.reset();
+    MainWindowController later(
+        desk.engine, {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts});
+    later.show();
+    const auto *notice = later.window()->findChild<QQuickItem *>(u"notesFileNotice"_s);
+    QVERIFY(notice && !notice->isVisible());
+    desk.notes.unreadable.prepend(u"/a/notes.json.unreadable-3"_s);
+    Q_EMIT desk.notes.filesChanged();
+    QVERIFY(notice->isVisible());
+}
+
+void TestNotePages::exportsWhatIsMarked()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"notes.json"_s);
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.notes = notes(30); // of two days
+    QString suggested;
+    desk.window.onChooseFile = [&](const NotesExporter::FileQuestion &question) {
+        suggested = question.suggestedName;
+        question.onChosen(path);
+    };
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifier modifier) {
+        QTest::keyClick(desk.window.window(), key, modifier);
+    };
+    const auto exportsBy = [&](const char *answer) {
+        desk.click("export");
+        desk.key(Qt::Key_Tab);
+        while (desk.window.window()->activeFocusItem()->objectName() != "exportChoose"_L1) {
+            if (desk.window.window()->activeFocusItem()->objectName() == "exportFormat"_L1) {
+                desk.key(Qt::Key_Right, 2);
+            }
+            desk.key(Qt::Key_Tab);
+        }
+        desk.key(Qt::Key_Return);
+        if (answer != nullptr) {
+            desk.click(answer);
+        }
+    };
+    const auto written = [&] {
+        QFile file(path);
+        QStringList texts;
+        if (file.open(QIODevice::ReadOnly)) {
+            const auto all = QJsonDocument::fromJson(file.readAll())["notes"_L1].toArray();
+            for (const QJsonValue &note : all) {
+                texts << note["sourceText"_L1].toString().mid(5);
+            }
+        }
+        return texts.join(u' ');
+    };
+    const auto tells = [&](const QString &outcome) {
+        return waitUntil([&] { return desk.text("exportOutcome") == outcome; });
+    };
+    desk.show();
+    desk.click("notes");
+    desk.key(Qt::Key_Down);
+    press(Qt::Key_Space, Qt::ControlModifier);
+    press(Qt::Key_End, Qt::ShiftModifier);
+    QCOMPARE(desk.text("count"), u"30 selected"_s);
+    press(Qt::Key_Home, Qt::ShiftModifier);
+    QCOMPARE(desk.text("count"), u"1 selected"_s);
+    desk.key(Qt::Key_Down, 3);
+    press(Qt::Key_Down, Qt::ShiftModifier); // a new range
+    QCOMPARE(desk.text("count"), u"3 selected"_s);
+    exportsBy(nullptr);
+    QVERIFY(tells(u"3 notes are in “notes.json”"_s));
+    QCOMPARE(written(), u"0 3 4"_s);
+    QCOMPARE(suggested, u"vellumo-notes-2026-11-22.json"_s);
+    QCOMPARE(desk.text("count"), u"30"_s); // marking has ended
+
+    desk.click("search");
+    for (const char c : {'2', '9'}) {
+        QTest::keyClick(desk.window.window(), c);
+    }
+    exportsBy("exportCancel");
+    QCOMPARE(written(), u"0 3 4"_s);
+    exportsBy("exportReplace");
+    QVERIFY(tells(u"One note is in “notes.json”"_s));
+    QCOMPARE(written(), u"29"_s);
+
+    desk.key(Qt::Key_Escape); // empties the search
+    desk.key(Qt::Key_Down);
+    press(Qt::Key_A, Qt::ControlModifier);
+    desk.key(Qt::Key_Space);
+    QCOMPARE(desk.text("count"), u"29 selected"_s);
+    desk.key(Qt::Key_Escape);
+    QCOMPARE(desk.text("count"), u"30"_s);
+    QTest::mouseClick(desk.window.window(), Qt::LeftButton, Qt::ControlModifier,
+                      desk.item("rows")->mapToScene({100, 60}).toPoint());
+    QTest::mouseClick(desk.window.window(), Qt::LeftButton, Qt::ShiftModifier,
+                      desk.item("rows")->mapToScene({100, 210}).toPoint());
+    QCOMPARE(desk.text("count"), u"3 selected"_s);
+
+    QVERIFY(QDir(folder.path()).removeRecursively());
+    exportsBy(nullptr);
+    QVERIFY(tells(u"The folder is not there any more. Choose another one."_s));
+    QCOMPARE(desk.text("count"), u"3 selected"_s);
+}
+
+void TestNotePages::keepsItsPlaceWhenANoteIsAdded()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.notes = notes(200);
+    desk.show();
+    desk.click("notes");
+    QQuickItem *rows = desk.item("rows");
+    rows->setProperty("contentY", 3000);
+    const NoteWithContext added = noteOf(-60, u"one more"_s);
+    desk.notes.add(added.note, added.context);
+    QVERIFY(waitUntil([&] { return desk.text("count") == "201"_L1; }));
+    QVERIFY(rows->property("contentY").toReal() > 2000);
+}
+
+void TestNotePages::opensWithManyNotes()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.notes = notes(100'000);
+    desk.notes.notes[0].note.sourceText = QString(1'000'000, u'x');
+    desk.show();
+    desk.click("notes");
+    QVERIFY(desk.item("rows"));
+    // only what can be seen exists
+    QVERIFY(desk.window.window()->findChildren<QQuickItem *>().size() < 2000);
+    desk.key(Qt::Key_Down);
+    desk.key(Qt::Key_End);
+    desk.key(Qt::Key_Return);
+    QCOMPARE(desk.text("sourceText"), u"note 99999"_s);
+}
+
+QTEST_MAIN(TestNotePages)
+#include "test_note_pages.moc"
