@@ -3,8 +3,8 @@
 // Shows the main window for the eye: window_gallery FOLDER [NAME...] writes a picture of each view,
 // or of those named, in each language and look.
 
-#include "mainwindow/NoteDates.h"
 #include "mainwindow/WindowDesk.h"
+#include "notes/NoteDates.h"
 #include "ui/ApplicationFonts.h"
 #include <QDir>
 #include <QGuiApplication>
