@@ -41,7 +41,8 @@ void SaveFileDialog::ask(QWindow *above, const NotesExporter::FileQuestion &ques
     dialog_->setLabelText(QFileDialog::FileType, texts_.pick(u"Kind:"_s, u"类型:"_s));
     dialog_->setLabelText(QFileDialog::LookIn, texts_.pick(u"Folder:"_s, u"文件夹:"_s));
     dialog_->setDirectory(folder_);
-    dialog_->setNameFilters({u"*."_s + question.suffix});
+    const QString kind = question.suffix == "md"_L1 ? u"Markdown"_s : question.suffix.toUpper();
+    dialog_->setNameFilters({u"%1 (*.%2)"_s.arg(kind, question.suffix)});
     dialog_->setDefaultSuffix(question.suffix);
     dialog_->selectFile(question.suggestedName);
     QObject::connect(dialog_, &QFileDialog::fileSelected, dialog_,

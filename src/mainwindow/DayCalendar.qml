@@ -16,10 +16,9 @@ FocusScope {
     readonly property int pitch: Units.calendarCell + calendar.gap
     readonly property int gap: 3
     readonly property int allWeeks: Math.ceil(calendar.insights.days.length / 7)
-    readonly property int weeks: Math.max(1, Math.min(calendar.allWeeks,
-                                                      Math.floor((calendar.width - weekdays.width
-                                                                  + calendar.gap)
-                                                                 / calendar.pitch)))
+    readonly property int room: Math.floor((calendar.width - weekdays.width + calendar.gap)
+                                           / calendar.pitch)
+    readonly property int weeks: Math.min(calendar.allWeeks, Math.max(1, calendar.room))
     /// The first day that is shown.
     readonly property int first: (calendar.allWeeks - calendar.weeks) * 7
     readonly property int last: calendar.insights.days.length - 1
@@ -62,7 +61,7 @@ FocusScope {
         // a single note is not a full day
         let most = 4
         for (let i = calendar.first; i <= calendar.last; ++i)
-            most = Math.max(most, calendar.insights.days[i])
+            most = Math.max(most, calendar.insights.days[i] ?? 0)
         return most
     }
     function dayText(day: int): string {
@@ -78,7 +77,8 @@ FocusScope {
     }
     /// From 0 to 4, small numbers apart.
     function level(count: int): int {
-        return count === 0 ? 0 : Math.max(1, Math.ceil(4 * Math.sqrt(count / calendar.most) - 0.01))
+        const level = Math.ceil(4 * Math.sqrt(count / calendar.most) - 0.01)
+        return count === 0 ? 0 : Math.max(1, Math.min(4, level))
     }
 
     Announcer {
@@ -144,7 +144,7 @@ FocusScope {
         height: 7 * calendar.pitch
 
         Repeater {
-            model: calendar.last - calendar.first + 1
+            model: Math.max(0, calendar.last - calendar.first + 1)
 
             Rectangle {
                 id: cell

@@ -65,7 +65,7 @@ Sheet {
 
             objectName: "exportTitle"
             width: parent.width
-            bottomPadding: sheet.asksWhat ? Units.space20 : Units.space8
+            bottomPadding: sheet.asksWhat && sheet.asksWhich ? Units.space20 : Units.space8
             text: sheet.english ? "Export notes" : "导出笔记"
             wrapMode: Text.Wrap
             font.pixelSize: Units.type20

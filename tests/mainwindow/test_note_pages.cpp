@@ -236,6 +236,10 @@ void TestNotePages::opensWithManyNotes()
     desk.key(Qt::Key_End);
     desk.key(Qt::Key_Return);
     QCOMPARE(desk.text("sourceText"), u"note 99999"_s);
+    desk.click("insights"); // shows before all are counted
+    QVERIFY(!desk.item("days"));
+    QVERIFY(waitUntil([&] { return desk.item("days") != nullptr; }));
+    QVERIFY(desk.text("insightsSummary").startsWith("100000 notes on "_L1));
 }
 
 QTEST_MAIN(TestNotePages)
