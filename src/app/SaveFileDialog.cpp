@@ -3,6 +3,7 @@
 #include "app/SaveFileDialog.h"
 
 #include "ui/BilingualText.h"
+#include "ui/ProgramIcon.h"
 
 #include <QDir>
 #include <QStandardPaths>
@@ -31,6 +32,7 @@ void SaveFileDialog::ask(QWindow *above, const NotesExporter::FileQuestion &ques
     }
     dialog_ = new QFileDialog;
     dialog_->setAttribute(Qt::WA_DeleteOnClose);
+    dialog_->setWindowIcon(programIcon());
     dialog_->setAcceptMode(QFileDialog::AcceptSave);
     dialog_->setFileMode(QFileDialog::AnyFile);
     dialog_->setOption(QFileDialog::DontConfirmOverwrite);

@@ -71,6 +71,7 @@ void TestMainWindow::isOneWindowThatIsKept()
     QQuickWindow *window = desk.window.window();
     QVERIFY(window && window->isVisible());
     QCOMPARE(window->title(), u"vellumo"_s);
+    QVERIFY(window->icon().pixmap(32).toImage().pixelColor(16, 16).alpha() > 0);
     desk.show();
     const QRect chosen(40, 30, 700, 500);
     window->setGeometry(chosen);
