@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QTest>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
@@ -108,6 +109,42 @@ QList<View> views()
         desk.click("notes");
         desk.key(Qt::Key_Down);
         desk.key(Qt::Key_Return);
+    };
+    const auto toComputer = [](WindowDesk &desk) { desk.click("computer"); };
+    const auto scroll = [](WindowDesk &desk, qreal share) {
+        QQuickItem *reader = desk.item("computerReader");
+        const qreal hidden = reader->property("contentHeight").toReal() - reader->height();
+        reader->setProperty("contentY", std::round(hidden * share));
+    };
+    const auto toService = [](WindowDesk &desk) { desk.window.showService(); };
+    const auto withService = [](WindowDesk &desk) {
+        desk.useWithoutAccount();
+        desk.computer.enterService();
+    };
+    const auto poor = [withService](WindowDesk &desk) {
+        withService(desk);
+        desk.computer.accessibility.trusted = false;
+        desk.computer.desktop.isPoor = true;
+        desk.computer.desktop.state = DesktopReporting::Keyring::Locked;
+        desk.computer.login.now = LoginStart::State::switchedOff;
+        desk.secrets.isLocked = true;
+    };
+    const auto wrong = [](WindowDesk &desk) {
+        desk.window.showService();
+        for (const char c : {'h', 't', 't', 'p', ':', '/', '/', 'a', '.', 'b'}) {
+            QTest::keyClick(desk.window.window(), c);
+        }
+        desk.key(Qt::Key_Return);
+    };
+    const auto refused = [](WindowDesk &desk) {
+        desk.window.showService();
+        QCoreApplication::processEvents(); // the key comes
+        desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window,
+                                         [](const auto &) {});
+        desk.item("tryOut")->forceActiveFocus();
+        desk.key(Qt::Key_Space);
+        QCoreApplication::processEvents();
+        while (desk.http.answer(HttpResponse{.status = 401})) { }
     };
     const auto toInsights = [](WindowDesk &desk) { desk.click("insights"); };
     const auto select = [](WindowDesk &desk) {
@@ -219,6 +256,45 @@ QList<View> views()
          },
          usual},
         {u"insights-empty"_s, empty, toInsights},
+        {u"computer"_s, plain, toComputer, usual},
+        {u"computer-service"_s, withService, toService, usual},
+        {u"computer-wrong"_s, plain, wrong, usual},
+        {u"computer-refused"_s, withService, refused, usual},
+        {u"computer-poor"_s, poor, toComputer, usual},
+        {u"computer-poor-service"_s, poor, toService, usual},
+        {u"computer-end"_s, signedIn,
+         [toComputer, scroll](WindowDesk &g) {
+             toComputer(g);
+             scroll(g, 1);
+         },
+         usual},
+        {u"computer-poor-end"_s, poor,
+         [refused, scroll](WindowDesk &g) {
+             refused(g);
+             scroll(g, 1);
+         },
+         usual},
+        {u"computer-large"_s, withService, toComputer, small, 20},
+        {u"computer-large-service"_s, withService, toService, small, 20},
+        {u"computer-large-key"_s, withService,
+         [toService](WindowDesk &g) {
+             toService(g);
+             g.key(Qt::Key_Tab, 4);
+         },
+         small, 20},
+        {u"computer-large-works"_s, poor,
+         [toComputer, scroll](WindowDesk &g) {
+             toComputer(g);
+             scroll(g, 0.75);
+         },
+         small, 20},
+        {u"computer-large-end"_s, poor,
+         [refused, scroll](WindowDesk &g) {
+             refused(g);
+             scroll(g, 1);
+         },
+         small, 20},
+        {u"computer-least"_s, withService, toService, least},
         {u"home-small"_s, plain, [](WindowDesk &) {}, small},
         {u"sign-in-large"_s, [](WindowDesk &) {}, [](WindowDesk &) {}, small, 20},
         {u"home-large"_s, signedIn, [](WindowDesk &) {}, small, 20},

@@ -7,6 +7,7 @@
 #include "app/AppConfig.h"
 #include "app/BuiltInUpdates.h"
 #include "app/CommandLine.h"
+#include "app/ComputerWiring.h"
 #include "app/LinuxPlatform.h"
 #include "app/MainMenu.h"
 #include "app/MainWindowWiring.h"
@@ -334,6 +335,11 @@ void AppDelegate::wireSync()
 void AppDelegate::wireExplainer()
 {
     resultPanel_->answersAreSamples = [this] { return aiService_->answersAreSamples(); };
+    resultPanel_->isErrorOfService = [this] {
+        const auto &failure = aiService_->failureBeingReported();
+        return failure && isMatterOfSettings(*failure);
+    };
+    resultPanel_->onOpenServiceSettings = [this] { mainWindow_->showService(); };
     connect(aiService_.get(), &ForwardingExplainer::lastFailureChanged, this, [this] {
         if (const auto &failure = aiService_->lastFailure()) {
             printDiagnostic(u"no answer from the explanation service: "_s + describe(*failure));
@@ -379,9 +385,16 @@ void AppDelegate::wirePermission()
 void AppDelegate::createMainWindow()
 {
     Foundation &with = *foundation_;
+    computer_ = std::make_unique<ComputerWiring>(ComputerWiring::Foundation{
+        {with.platform, statusItem_->hosts(), with.windows.compositor(), with.clock},
+        *permissionManager_,
+        *serviceSetup_,
+        *aiService_,
+        with.texts});
     mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Foundation{
         with.engine,
-        {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts},
+        {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,
+         [this] { return computer_->makeModel(); }},
         with.platform.workspace(),
         with.windows,
         with.screens,

@@ -15,6 +15,7 @@ class AccessibilitySelectionReader;
 class AccountWiring;
 class AIExplaining;
 class ApplicationInterface;
+class ComputerWiring;
 class ContextTracker;
 class ForwardingExplainer;
 class MainMenu;
@@ -98,6 +99,7 @@ private:
     std::unique_ptr<TriggerManager> triggerManager_;
     std::unique_ptr<SyncWiring> sync_;
     std::unique_ptr<VellumoCoordinator> coordinator_;
+    std::unique_ptr<ComputerWiring> computer_;
     std::unique_ptr<MainWindowWiring> mainWindow_;
     std::unique_ptr<OnboardingWiring> onboarding_;
     std::unique_ptr<ApplicationInterface> applicationInterface_;

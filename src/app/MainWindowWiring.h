@@ -38,6 +38,8 @@ public:
 
     /// What another start of the program, its icon and its place in the tray do.
     void show() { controller_.show(); }
+    /// Leads to where a service is entered.
+    void showService() { controller_.showService(); }
 
     /// Shows it once the launch is done and it is known who is signed in.
     void showAtLaunch();

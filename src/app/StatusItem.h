@@ -28,6 +28,8 @@ public:
     /// Watches for tray hosts on this bus, which is open. Once.
     void appearOn(const QDBusConnection &bus) { hosts_.watch(bus); }
 
+    [[nodiscard]] const TrayHosts &hosts() const { return hosts_; }
+
     /// Whether panels are dark, for hosts that do not colour the icon themselves.
     void setDark(bool dark);
 

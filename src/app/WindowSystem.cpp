@@ -9,10 +9,15 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
+bool isWaylandSession(const QProcessEnvironment &environment)
+{
+    return environment.value(u"XDG_SESSION_TYPE"_s) == "wayland"_L1
+        || !environment.value(u"WAYLAND_DISPLAY"_s).isEmpty();
+}
+
 WindowSystem chooseWindowSystem(const QProcessEnvironment &environment)
 {
-    const bool isWayland = environment.value(u"XDG_SESSION_TYPE"_s) == "wayland"_L1
-        || !environment.value(u"WAYLAND_DISPLAY"_s).isEmpty();
+    const bool isWayland = isWaylandSession(environment);
     const QString chosen = environment.value(u"QT_QPA_PLATFORM"_s);
     if (!chosen.isEmpty() && !chosen.startsWith("wayland"_L1) && !chosen.startsWith("xcb"_L1)) {
         return {};

@@ -16,6 +16,8 @@ struct WindowSystem {
     QString remark; ///< for the user; empty when all is as usual
 };
 
+[[nodiscard]] bool isWaylandSession(const QProcessEnvironment &environment);
+
 /// Windows are placed and taps are seen through X11, on a Wayland session through XWayland. A Qt
 /// platform other than Wayland that the user has chosen is kept.
 [[nodiscard]] WindowSystem chooseWindowSystem(const QProcessEnvironment &environment);

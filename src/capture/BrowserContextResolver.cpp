@@ -50,6 +50,13 @@ BrowserContextResolver::BrowserContextResolver(Accessibility &accessibility)
 {
 }
 
+QStringList BrowserContextResolver::knownBrowsers()
+{
+    QStringList ids;
+    std::ranges::transform(browsers, std::back_inserter(ids), &QStringView::toString);
+    return ids;
+}
+
 std::optional<PageUrl> BrowserContextResolver::currentURL(const RunningApplication &application,
                                                           QDeadlineTimer deadline) const
 {

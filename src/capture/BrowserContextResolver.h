@@ -5,6 +5,7 @@
 #include "platform/Workspace.h"
 #include <QDeadlineTimer>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 namespace vellumo {
@@ -22,6 +23,9 @@ class BrowserContextResolver {
 public:
     /// The accessibility must outlive this object.
     explicit BrowserContextResolver(Accessibility &accessibility);
+
+    /// Their .desktop ids.
+    [[nodiscard]] static QStringList knownBrowsers();
 
     /// Absent for applications that are not known browsers, which are not asked, and when the
     /// browser gives no address or one that is no URL.

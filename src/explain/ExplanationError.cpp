@@ -58,6 +58,22 @@ ExplanationFailure summary(const ExplanationError &error, double at)
     return {.kind = DecodingError{}, .at = at};
 }
 
+bool isMatterOfSettings(const ExplanationFailure &failure)
+{
+    if (const auto *service = std::get_if<ServiceError::Kind>(&failure.kind)) {
+        constexpr int firstServerError = 500;
+        constexpr int tooManyRequests = 429;
+        return *service != ServiceError::Kind::badStatus
+            || (failure.status < firstServerError && failure.status != tooManyRequests);
+    }
+    if (const auto *network = std::get_if<HttpError::Kind>(&failure.kind)) {
+        using Kind = HttpError::Kind;
+        return *network == Kind::insecure || *network == Kind::unsendable
+            || *network == Kind::cannotResolve || *network == Kind::refused;
+    }
+    return true;
+}
+
 QString describe(const ExplanationFailure &failure)
 {
     if (const auto *service = std::get_if<ServiceError::Kind>(&failure.kind)) {

@@ -59,6 +59,9 @@ struct ExplanationFailure {
 
 [[nodiscard]] ExplanationFailure summary(const ExplanationError &error, double at);
 
+/// Whether another address, model or key may help, rather than time.
+[[nodiscard]] bool isMatterOfSettings(const ExplanationFailure &failure);
+
 /// "status 429", "timed out" and the like, for a log.
 [[nodiscard]] QString describe(const ExplanationFailure &failure);
 

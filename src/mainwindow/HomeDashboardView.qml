@@ -83,6 +83,16 @@ FocusScope {
         }
         LoadedView {
             anchors.fill: parent
+            visible: wanted && !dashboard.main.note.isOpen
+            focus: visible
+            kept: true
+            file: Qt.resolvedUrl("ComputerView.qml")
+            wanted: dashboard.main.page === "computer"
+            main: dashboard.main
+            texts: dashboard.texts
+        }
+        LoadedView {
+            anchors.fill: parent
             focus: wanted
             file: Qt.resolvedUrl("NotePage.qml")
             wanted: dashboard.main.note.isOpen

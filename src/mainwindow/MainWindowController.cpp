@@ -42,6 +42,14 @@ void MainWindowController::show()
     }
 }
 
+void MainWindowController::showService()
+{
+    show();
+    if (model_) {
+        model_->goToService();
+    }
+}
+
 bool MainWindowController::create()
 {
     model_ = std::make_unique<MainWindowModel>(with_);

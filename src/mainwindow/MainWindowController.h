@@ -40,6 +40,8 @@ public:
 
     /// Brings the window to the front with the keyboard, making it on first use.
     void show();
+    /// The same, at the place where a service is entered.
+    void showService();
 
     /// Whether the program itself has hidden the window while one of its panels is being clicked.
     bool hiddenForPanelActivation = false;

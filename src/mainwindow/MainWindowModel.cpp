@@ -119,6 +119,27 @@ void MainWindowModel::goToSearch()
     Q_EMIT searchRequested();
 }
 
+ComputerModel *MainWindowModel::computer()
+{
+    if (!computer_ && with_.makeComputer) {
+        computer_ = with_.makeComputer();
+    }
+    return computer_.get();
+}
+
+void MainWindowModel::goToService()
+{
+    if (!computer()) {
+        return;
+    }
+    if (!showsDashboard()) {
+        useWithoutAccount();
+    }
+    setShowsSettings(false);
+    setPage(u"computer"_s);
+    computer()->askForService();
+}
+
 QString MainWindowModel::language() const
 {
     return preferences_.preferredOutputLanguage();

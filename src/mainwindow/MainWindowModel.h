@@ -4,6 +4,7 @@
 
 #include "account/AuthService.h"
 #include "app/UserPreferences.h"
+#include "computer/ComputerModel.h"
 #include "mainwindow/NotesExporter.h"
 #include "mainwindow/NotesFileState.h"
 #include "mainwindow/NotesInsights.h"
@@ -14,6 +15,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>
+#include <memory>
 
 namespace vellumo {
 
@@ -36,9 +38,12 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(vellumo::NotesExporter *exporter READ exporter CONSTANT)
     Q_PROPERTY(vellumo::OpenedNote *note READ note CONSTANT)
     Q_PROPERTY(vellumo::SyncReporting *sync READ sync CONSTANT)
+    Q_PROPERTY(bool hasComputer READ hasComputer CONSTANT)
+    Q_PROPERTY(vellumo::ComputerModel *computer READ computer CONSTANT)
 
 public:
-    /// Without sync, nothing is said about it. Everything must outlive the model.
+    /// Without sync, nothing is said about it; without what makes the page of this computer, there
+    /// is none. Everything must outlive the model.
     struct Collaborators {
         NotesStoring &notesStore;
         AuthService &auth;
@@ -46,6 +51,7 @@ public:
         DefaultsStore &defaults;
         const Clock &clock;
         BilingualText &texts;
+        std::function<std::unique_ptr<ComputerModel>()> makeComputer = {};
     };
 
     explicit MainWindowModel(const Collaborators &collaborators, QObject *parent = nullptr);
@@ -64,13 +70,16 @@ public:
     /// The window comes or goes. Notes are fetched for whoever looks at them.
     void setShown(bool shown);
 
-    /// "home", "notes" or "insights". Going to a page leaves the note that is open.
+    /// "home", "notes", "insights" or "computer". Going to a page leaves the note that is open.
     [[nodiscard]] QString page() const { return page_; }
     void setPage(const QString &page);
     [[nodiscard]] bool showsSettings() const { return showsSettings_; }
     void setShowsSettings(bool shows);
     /// Goes to the notes, with the keyboard in the search field.
     Q_INVOKABLE void goToSearch();
+
+    /// Goes to where a service is entered; whoever has not signed in goes on without an account.
+    void goToService();
 
     /// The preference as it is stored, or its default.
     [[nodiscard]] QString language() const;
@@ -84,6 +93,9 @@ public:
     [[nodiscard]] NotesExporter *exporter() { return &exporter_; }
     [[nodiscard]] OpenedNote *note() { return &note_; }
     [[nodiscard]] SyncReporting *sync() const { return with_.sync; }
+    [[nodiscard]] bool hasComputer() const { return static_cast<bool>(with_.makeComputer); }
+    /// Made when it is asked for first.
+    [[nodiscard]] ComputerModel *computer();
 
     /// Opens the page of a note of the list, and of the latest ones.
     Q_INVOKABLE void openRow(int row);
@@ -109,6 +121,7 @@ private:
     NotesInsights insights_;
     NotesExporter exporter_;
     OpenedNote note_;
+    std::unique_ptr<ComputerModel> computer_;
     QString page_ = QStringLiteral("home");
     bool showsSettings_ = false;
     bool isAskedToSignIn_ = false;

@@ -70,6 +70,15 @@ Rectangle {
             onClicked: bar.main.page = "insights"
         }
         NavigationItem {
+            objectName: "computer"
+            width: parent.width
+            visible: bar.main.hasComputer
+            icon: "computer"
+            text: bar.english ? "This computer" : "这台电脑"
+            chosen: bar.main.page === "computer"
+            onClicked: bar.main.page = "computer"
+        }
+        NavigationItem {
             objectName: "settings"
             width: parent.width
             icon: "settings"

@@ -4,14 +4,15 @@ import QtQuick
 import Vellumo.Panel
 import Vellumo.Ui
 
-/// What went wrong, what vellumo needs, and the way to the permission if that is what is missing.
+/// What went wrong, what vellumo needs, and the way to the permission or to the service if that is
+/// where it can be helped.
 Item {
     id: error
 
     required property ResultPanelModel view
     required property BilingualText texts
 
-    height: allow.visible ? allow.y + allow.height : need.y + need.height
+    height: allow.visible || service.visible ? allow.y + allow.height : need.y + need.height
 
     function deselect(): void {
         headline.deselect()
@@ -53,5 +54,16 @@ Item {
         primary: true
         text: error.texts.english ? "Allow" : "允许"
         onClicked: error.view.allowAccessibility()
+    }
+    TextButton {
+        id: service
+
+        objectName: "checkService"
+        y: allow.y
+        visible: error.view.offersService && !allow.visible
+        island: true
+        primary: true
+        text: error.texts.english ? "Check the service" : "检查服务"
+        onClicked: error.view.openServiceSettings()
     }
 }

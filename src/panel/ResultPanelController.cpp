@@ -49,6 +49,7 @@ ResultPanelController::ResultPanelController(FloatingWindows &windows, const Scr
         }
     };
     view_->onOpenServiceSettings = [this] {
+        dismiss(); // makes room for the window that follows
         if (onOpenServiceSettings) {
             onOpenServiceSettings();
         }
@@ -158,6 +159,8 @@ void ResultPanelController::describe(const IslandContent &content)
 {
     const auto *result = std::get_if<IslandContent::Result>(&content.value);
     view_->setOffersPermission(result && !result->sourceText && isTrusted && !isTrusted());
+    view_->setOffersService(result && !result->sourceText && onOpenServiceSettings
+                            && isErrorOfService && isErrorOfService());
     view_->setIsSample(result && result->sourceText && result->isFresh && answersAreSamples
                            && answersAreSamples(),
                        static_cast<bool>(onOpenServiceSettings));

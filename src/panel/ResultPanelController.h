@@ -38,6 +38,8 @@ public:
     /// to `onOpenServiceSettings`.
     std::function<bool()> answersAreSamples;
     std::function<void()> onOpenServiceSettings;
+    /// Tells whether the error that is being shown can be helped there; it offers the way then.
+    std::function<bool()> isErrorOfService;
 
     /// Makes the window, hidden, so that the first presentation is quick. Costs some ten
     /// milliseconds: call it when the program is idle. Presenting does it if needed.

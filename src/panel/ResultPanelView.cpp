@@ -70,6 +70,14 @@ void ResultPanelView::setIsSample(bool sample, bool leadsToService)
     }
 }
 
+void ResultPanelView::setOffersService(bool offers)
+{
+    if (offers != offersService_) {
+        offersService_ = offers;
+        Q_EMIT contentChanged();
+    }
+}
+
 void ResultPanelView::setShown(bool shown)
 {
     if (shown != isShown_) {

@@ -29,6 +29,7 @@ class ResultPanelView : public QObject {
     Q_PROPERTY(bool awaitsAnswer READ awaitsAnswer NOTIFY contentChanged)
     Q_PROPERTY(bool offersPermission READ offersPermission NOTIFY contentChanged)
     Q_PROPERTY(bool isSample READ isSample NOTIFY contentChanged)
+    Q_PROPERTY(bool offersService READ offersService NOTIFY contentChanged)
     Q_PROPERTY(bool leadsToService READ leadsToService NOTIFY contentChanged)
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
     Q_PROPERTY(qreal topInset READ topInset NOTIFY limitsChanged)
@@ -60,6 +61,7 @@ public:
     /// In device-independent units, as the heights below.
     void setLimits(qreal topInset, qreal maximumHeight);
     void setOffersPermission(bool offers);
+    void setOffersService(bool offers);
     /// `leadsToService`: there is a place where a service can be set up.
     void setIsSample(bool sample, bool leadsToService);
     void setShown(bool shown);
@@ -87,6 +89,7 @@ public:
     [[nodiscard]] bool awaitsAnswer() const { return thread_.hasPendingRow(); }
     [[nodiscard]] bool offersPermission() const { return offersPermission_; }
     [[nodiscard]] bool isSample() const { return isSample_; }
+    [[nodiscard]] bool offersService() const { return offersService_; }
     [[nodiscard]] bool leadsToService() const { return leadsToService_; }
     [[nodiscard]] bool isShown() const { return isShown_; }
     [[nodiscard]] qreal topInset() const { return topInset_; }
@@ -126,6 +129,7 @@ private:
     qreal fittingHeight_ = 0;
     bool offersPermission_ = false;
     bool isSample_ = false;
+    bool offersService_ = false;
     bool leadsToService_ = false;
     bool isShown_ = false;
     bool hasUnsentText_ = false;

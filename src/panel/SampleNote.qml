@@ -24,6 +24,9 @@ Item {
         wrapMode: Text.Wrap
         color: Theme.islandSecondText
         font.pixelSize: Units.type12
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: label.text
     }
     TextButton {
         id: open

@@ -57,6 +57,9 @@ public:
     /// state; an answer arrives as trustChanged().
     virtual bool isProcessTrustedWithPrompt() = 0;
 
+    /// Takes back what the user has allowed; questions have no answers from now on.
+    virtual void withdrawConsent() = 0;
+
     /// Looks the trust up afresh without blocking; a difference arrives as trustChanged().
     virtual void refreshTrust() = 0;
 

@@ -29,7 +29,7 @@ public:
     /// Whether one of our own windows has the keyboard.
     [[nodiscard]] virtual bool isOwnWindowActive() const = 0;
 
-    /// Selected text of our own focused text field, empty when there is none.
+    /// Selected text of our own focused text field, empty when there is none or it is a secret.
     [[nodiscard]] virtual QString ownSelectedText() const = 0;
 
     /// Hands a web address (https, or http) to the browser; false for any other address, and when

@@ -57,6 +57,10 @@ QtObject {
     /// What stands out of a soft fill.
     readonly property color raised: theme.dark ? "#34343B" : "#FFFFFF"
     readonly property color surfaceHovered: theme.dark ? "#222227" : "#FBFAF8"
+    /// What a field to type in stands out with.
+    readonly property color fieldEdge: theme.dark ? "#45454D" : "#C9C7C0"
+    readonly property color switchOff: theme.dark ? "#5A5A63" : "#8E8D88"
+    readonly property color switchKnob: "#FFFFFF"
 
     // charts: the first is the accent, the rest together come last
     readonly property color chartSecond: theme.dark ? "#F2994A" : "#D9730D"

@@ -78,6 +78,7 @@ QtObject {
     readonly property int sheetWidth: units.scaled(380)
     readonly property int tile: units.scaled(144)
     readonly property int statusDot: 8
+    readonly property int switchHeight: Math.max(20, units.scaled(20))
     readonly property int bar: 3
     readonly property int calendarCell: units.scaled(15)
     readonly property int monthBars: units.scaled(120)

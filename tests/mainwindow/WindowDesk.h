@@ -5,6 +5,7 @@
 #include "account/GoogleOAuth.h"
 #include "account/KeychainStore.h"
 #include "mainwindow/MainWindowController.h"
+#include "mainwindow/SampleComputer.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
@@ -83,7 +84,9 @@ struct WindowDesk {
                       [](const QString &key) { return std::optional<QString>(key); }}};
     SampleNotes notes;
     SampleSync sync;
-    MainWindowController window{engine, {notes, auth, &sync, defaults, clock, texts}};
+    SampleComputer computer{defaults, secrets, http, clock, texts};
+    MainWindowController window{
+        engine, {notes, auth, &sync, defaults, clock, texts, [this] { return computer.make(); }}};
 
     explicit WindowDesk(const QString &language = QStringLiteral("English"))
     {

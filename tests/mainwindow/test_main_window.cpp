@@ -186,13 +186,19 @@ void TestMainWindow::keysReachEverything_data()
 {
     QTest::addColumn<QString>("view");
     QTest::addColumn<QStringList>("reached");
-    const QStringList bar{u"home"_s, u"notes"_s, u"insights"_s, u"settings"_s, u"goToSignIn"_s};
+    const QStringList bar{u"home"_s,     u"notes"_s,    u"insights"_s,
+                          u"computer"_s, u"settings"_s, u"goToSignIn"_s};
     QTest::newRow("sign-in") << u"sign-in"_s << QStringList{u"signIn"_s, u"withoutAccount"_s};
     QTest::newRow("home") << u"home"_s << bar + QStringList{u"allNotes"_s, u"latest"_s};
     QTest::newRow("notes") << u"notes"_s
                            << bar
             + QStringList{u"select"_s, u"export"_s, u"search"_s, u"grouping"_s, u"rows"_s};
     QTest::newRow("insights") << u"insights"_s << bar + QStringList{u"days"_s, u"place"_s};
+    QTest::newRow("computer") << u"computer"_s
+                              << bar
+            + QStringList{u"withdraw"_s,   u"mode"_s,      u"addressInput"_s,
+                          u"modelInput"_s, u"keyInput"_s,  u"save"_s,
+                          u"tryOut"_s,     u"forgetKey"_s, u"startsAtLogin"_s};
     QTest::newRow("note") << u"note"_s
                           << bar
             + QStringList{u"back"_s, u"openPage"_s, u"copy"_s, u"askFurther"_s};
@@ -209,9 +215,14 @@ void TestMainWindow::keysReachEverything()
     if (view != "sign-in"_L1) {
         desk.useWithoutAccount();
     }
+    if (view == "computer"_L1) {
+        desk.computer.enterService();
+    }
     desk.show();
     if (view == "notes"_L1 || view == "note"_L1 || view == "export"_L1) {
         desk.click("notes");
+    } else if (view == "computer"_L1) {
+        desk.click("computer");
     } else if (view == "insights"_L1) {
         desk.click("insights");
     } else if (view == "settings"_L1) {
@@ -273,7 +284,7 @@ void TestMainWindow::fitsLargeText()
     desk.useWithoutAccount();
     desk.storeSession();
     desk.click("withoutAccount");
-    for (const char *view : {"home", "notes", "insights", "settings"}) {
+    for (const char *view : {"home", "notes", "insights", "computer", "settings"}) {
         desk.click(view);
         QCOMPARE(cut().join(u", "_s), QString());
     }

@@ -333,11 +333,12 @@ void Desktop::chord(quint8 modifier, quint8 keycode, int times) const
 
 void Desktop::type(const QString &text) const
 {
-    // keycodes of the letters on a standard PC keyboard, row by row
-    static const QByteArray rows[] = {"qwertyuiop", "asdfghjkl", "zxcvbnm", "1234567890"};
+    // keycodes of the keys on a standard PC keyboard, row by row
+    static const QByteArray rows[] = {"qwertyuiop", "asdfghjkl;", "zxcvbnm,./", "1234567890-"};
     static const quint8 firstCodes[] = {24, 38, 52, 10};
     for (const QChar character : text) {
-        const char plain = character.toLower().toLatin1();
+        const bool isColon = character == u':';
+        const char plain = isColon ? ';' : character.toLower().toLatin1();
         quint8 keycode = plain == ' ' ? 65 : 0;
         for (size_t row = 0; row < std::size(rows); ++row) {
             const qsizetype column = rows[row].indexOf(plain);
@@ -345,7 +346,7 @@ void Desktop::type(const QString &text) const
                 keycode = static_cast<quint8>(firstCodes[row] + column);
         }
         Q_ASSERT(keycode != 0);
-        if (character.isUpper())
+        if (character.isUpper() || isColon)
             chord(Key::ShiftLeft, keycode);
         else
             tap(keycode);

@@ -19,6 +19,7 @@ using WindowId = quint32;
 /// Keys and buttons as a person presses them, on a connection of its own to the display.
 namespace Key {
 constexpr quint8 Escape = 9;
+constexpr quint8 Tab = 23;
 constexpr quint8 Return = 36;
 constexpr quint8 ControlLeft = 37;
 constexpr quint8 ShiftLeft = 50;
@@ -87,7 +88,7 @@ public:
     void pressForAMoment(quint8 keycode) const;
     /// Holds `modifier` while tapping `keycode` `times` times.
     void chord(quint8 modifier, quint8 keycode, int times = 1) const;
-    /// ASCII letters, digits and blanks, on the layout that the server starts with.
+    /// ASCII letters, digits, blanks and -,./;: on the layout that the server starts with.
     void type(const QString &text) const;
     void moveTo(QPoint point) const;
     void click(QPoint point, int times = 1, quint8 button = 1) const;

@@ -33,8 +33,7 @@ public:
     bool isProcessTrustedWithPrompt() override;
     void refreshTrust() override;
 
-    /// Takes back what the user has allowed; questions have no answers from now on.
-    void withdrawConsent();
+    void withdrawConsent() override;
 
     [[nodiscard]] std::optional<AccessibleElement> focusedElement(qint64 processIdentifier,
                                                                   QDeadlineTimer deadline) override;

@@ -66,6 +66,11 @@ public:
     [[nodiscard]] bool isProcessTrusted() const override { return trusted; }
     bool isProcessTrustedWithPrompt() override;
     void refreshTrust() override { }
+    void withdrawConsent() override
+    {
+        trusted = false;
+        Q_EMIT trustChanged();
+    }
     void requestManualAccessibility(qint64 processIdentifier) override;
     [[nodiscard]] std::optional<AccessibleElement> focusedElement(qint64 processIdentifier,
                                                                   QDeadlineTimer deadline) override;

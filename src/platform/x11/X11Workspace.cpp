@@ -164,7 +164,12 @@ bool X11Workspace::isOwnWindowActive() const
 QString X11Workspace::ownSelectedText() const
 {
     const auto *focused = QGuiApplication::focusObject();
-    return focused == nullptr ? QString() : focused->property("selectedText").toString();
+    if (focused == nullptr) {
+        return {};
+    }
+    const auto hints = focused->property("inputMethodHints").value<Qt::InputMethodHints>();
+    const bool isSecret = hints.testFlag(Qt::ImhSensitiveData);
+    return isSecret ? QString() : focused->property("selectedText").toString();
 }
 
 bool X11Workspace::openUrl(const QUrl &url)

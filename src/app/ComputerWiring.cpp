@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/ComputerWiring.h"
+
+#include "app/LinuxPlatform.h"
+#include "app/PermissionManager.h"
+
+namespace vellumo {
+
+std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
+{
+    if (!desktop_) {
+        desktop_ = std::make_unique<DesktopReport>(with_.desktop);
+        login_ = std::make_unique<AutostartEntry>(AutostartEntry::standardFolders(),
+                                                  AutostartEntry::ownCommand());
+    }
+    Accessibility &accessibility = with_.desktop.platform.accessibility();
+    auto model = std::make_unique<ComputerModel>(
+        ComputerModel::Collaborators{accessibility, with_.service, with_.explainer, *desktop_,
+                                     *login_, with_.desktop.clock, with_.texts});
+    model->onWithdrawConsent = [&permission = with_.permission, &accessibility] {
+        permission.setTrusted(false); // nobody has to be warned of what they have just done
+        accessibility.withdrawConsent();
+    };
+    return model;
+}
+
+} // namespace vellumo

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/DesktopReport.h"
+#include "computer/ComputerModel.h"
+#include "platform/qt/AutostartEntry.h"
+#include <memory>
+
+namespace vellumo {
+
+class PermissionManager;
+
+/// The page of this computer among the rest of the program. Nothing of it exists before it is
+/// shown.
+class ComputerWiring {
+public:
+    /// All must outlive this object.
+    struct Foundation {
+        DesktopReport::Sources desktop;
+        PermissionManager &permission;
+        ServiceSetup &service;
+        const ForwardingExplainer &explainer;
+        const BilingualText &texts;
+    };
+
+    explicit ComputerWiring(const Foundation &foundation) : with_(foundation) { }
+
+    /// The model must not outlive this object.
+    [[nodiscard]] std::unique_ptr<ComputerModel> makeModel();
+
+private:
+    Foundation with_;
+    std::unique_ptr<DesktopReport> desktop_;
+    std::unique_ptr<AutostartEntry> login_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/DesktopReport.h"
+
+#include "app/LinuxPlatform.h"
+#include "app/WindowSystem.h"
+#include "capture/BrowserContextResolver.h"
+#include "platform/Clock.h"
+#include "platform/dbus/TrayHosts.h"
+#include "platform/x11/DesktopEntries.h"
+
+#include <QFile>
+#include <QProcessEnvironment>
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+/// What the keyring is asked for to learn how it is; there never is such an item.
+const QString noItem = u"nothing"_s;
+
+/// The accessibility bus is opened after the permission has come.
+constexpr auto openingTime = 1s;
+
+/// Browsers of the other families build the tree that holds the address only when they are told to.
+bool tellsAddress(const QString &id)
+{
+    constexpr std::array families{"firefox"_L1, "mozilla"_L1, "epiphany"_L1};
+    return std::ranges::any_of(families, [&id](QLatin1StringView family) {
+        return id.contains(family, Qt::CaseInsensitive);
+    });
+}
+
+} // namespace
+
+DesktopReport::DesktopReport(const Sources &sources)
+    : with_(sources)
+    , isWayland_(isWaylandSession(QProcessEnvironment::systemEnvironment()))
+{
+    connect(&with_.tray, &TrayHosts::changed, this, &DesktopReport::changed);
+    connect(&with_.compositor, &CompositorWatch::changed, this, &DesktopReport::changed);
+    connect(&with_.platform.secrets(), &SecretItems::becameReadable, this,
+            &DesktopReport::askKeyring);
+    connect(&with_.platform.accessibility(), &Accessibility::trustChanged, this, [this] {
+        Q_EMIT changed();
+        with_.clock.after(openingTime, this, [this] { Q_EMIT changed(); });
+    });
+}
+
+bool DesktopReport::hasTray() const
+{
+    return with_.tray.isPresent();
+}
+
+bool DesktopReport::blendsWindows() const
+{
+    return with_.compositor.isCompositing();
+}
+
+bool DesktopReport::hearsApplications() const
+{
+    return with_.platform.hearsApplications();
+}
+
+void DesktopReport::refresh()
+{
+    askKeyring();
+    lookForBrowsers();
+    Q_EMIT changed();
+}
+
+void DesktopReport::askKeyring()
+{
+    with_.platform.secrets().get(noItem, this, [this](const SecretAnswer &answer) {
+        using Kind = SecretAnswer::Kind;
+        keyring_ = answer.kind == Kind::locked ? Keyring::Locked
+            : answer.kind == Kind::unavailable ? Keyring::Absent
+                                               : Keyring::Open;
+        Q_EMIT changed();
+    });
+}
+
+void DesktopReport::lookForBrowsers()
+{
+    browsers_.clear();
+    shyBrowsers_.clear();
+    const QStringList folders = DesktopEntries::standardFolders();
+    const QStringList languages = desktopEntryLanguages();
+    const QStringList ids = BrowserContextResolver::knownBrowsers();
+    for (const QString &id : ids) {
+        for (const QString &folder : folders) {
+            QFile file(folder + u'/' + id + u".desktop"_s);
+            if (!file.open(QIODevice::ReadOnly)) {
+                continue;
+            }
+            const auto entry = parseDesktopEntry(file.readAll(), languages);
+            QStringList &list = tellsAddress(id) ? browsers_ : shyBrowsers_;
+            if (entry && !entry->isDeleted && !list.contains(entry->name)) {
+                list.append(entry->name);
+            }
+            break; // it stands before those of later folders
+        }
+    }
+}
+
+} // namespace vellumo

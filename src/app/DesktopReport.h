@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "computer/DesktopReporting.h"
+#include "platform/windowing/CompositorWatch.h"
+
+namespace vellumo {
+
+class Clock;
+class LinuxPlatform;
+class TrayHosts;
+
+/// Tells what this desktop offers, from what watches it anyway.
+class DesktopReport final : public DesktopReporting {
+    Q_OBJECT
+
+public:
+    /// All must outlive this object.
+    struct Sources {
+        LinuxPlatform &platform;
+        const TrayHosts &tray;
+        const CompositorWatch &compositor;
+        Clock &clock;
+    };
+
+    explicit DesktopReport(const Sources &sources);
+
+    [[nodiscard]] bool isWayland() const override { return isWayland_; }
+    [[nodiscard]] bool hasTray() const override;
+    [[nodiscard]] bool blendsWindows() const override;
+    [[nodiscard]] bool hearsApplications() const override;
+    [[nodiscard]] Keyring keyring() const override { return keyring_; }
+    [[nodiscard]] QStringList browsers() const override { return browsers_; }
+    [[nodiscard]] QStringList shyBrowsers() const override { return shyBrowsers_; }
+
+    void refresh() override;
+
+private:
+    void askKeyring();
+    void lookForBrowsers();
+
+    Sources with_;
+    bool isWayland_;
+    Keyring keyring_ = Keyring::Asking;
+    QStringList browsers_;
+    QStringList shyBrowsers_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "computer/ComputerModel.h"
+
+#include "computer/FailureText.h"
+#include "explain/ForwardingExplainer.h"
+#include "platform/Clock.h"
+#include "ui/BilingualText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr qint64 referenceDate = 978'307'200; ///< 2001-01-01 in seconds since 1970
+
+QDateTime localTime(double secondsSinceReferenceDate)
+{
+    return QDateTime::fromSecsSinceEpoch(referenceDate
+                                         + static_cast<qint64>(secondsSinceReferenceDate));
+}
+
+} // namespace
+
+ComputerModel::ComputerModel(const Collaborators &collaborators, QObject *parent)
+    : QObject(parent)
+    , with_(collaborators)
+    , service_(collaborators.service, collaborators.clock, collaborators.texts)
+{
+    connect(&with_.accessibility, &Accessibility::trustChanged, this, &ComputerModel::trustChanged);
+    connect(&with_.login, &LoginStart::changed, this, &ComputerModel::loginChanged);
+    connect(&with_.explainer, &ForwardingExplainer::lastFailureChanged, this,
+            &ComputerModel::problemsChanged);
+    connect(&with_.texts, &BilingualText::languageChanged, this, [this] {
+        Q_EMIT loginChanged();
+        Q_EMIT problemsChanged();
+    });
+}
+
+void ComputerModel::allow()
+{
+    with_.accessibility.isProcessTrustedWithPrompt();
+}
+
+void ComputerModel::withdraw()
+{
+    if (onWithdrawConsent) {
+        onWithdrawConsent();
+    }
+}
+
+bool ComputerModel::startsAtLogin() const
+{
+    const LoginStart::State state = with_.login.state();
+    return state == LoginStart::State::on || state == LoginStart::State::onForAll;
+}
+
+QString ComputerModel::loginText() const
+{
+    const BilingualText &texts = with_.texts;
+    if (isLoginFaulty_) {
+        return texts.pick(u"The entry in the folder of programs to start could not be written."_s,
+                          u"无法写入开机启动的条目。"_s);
+    }
+    switch (with_.login.state()) {
+    case LoginStart::State::off:
+    case LoginStart::State::on:
+        return {};
+    case LoginStart::State::onForAll:
+        return texts.pick(u"It is set for everyone on this computer."_s,
+                          u"这台电脑为所有用户设置了启动。"_s);
+    case LoginStart::State::switchedOff:
+        return texts.pick(u"It is set up, but turned off in the desktop's settings."_s,
+                          u"已设置,但在桌面设置里被关闭了。"_s);
+    case LoginStart::State::broken:
+        return texts.pick(u"It is set up, but the program that it names is not there. Turn it on "
+                          "again to mend it."_s,
+                          u"已设置,但其中的程序不存在。重新打开即可修复。"_s);
+    }
+    Q_UNREACHABLE();
+}
+
+void ComputerModel::setStartsAtLogin(bool starts)
+{
+    isLoginFaulty_ = !with_.login.setOn(starts);
+    Q_EMIT loginChanged();
+}
+
+QString ComputerModel::explanationProblem() const
+{
+    const auto &failure = with_.explainer.lastFailure();
+    return failure ? failureText(*failure, with_.texts) : QString();
+}
+
+QString ComputerModel::explanationTime() const
+{
+    const auto &failure = with_.explainer.lastFailure();
+    return failure ? timeText(localTime(failure->at)) : QString();
+}
+
+void ComputerModel::refresh()
+{
+    with_.desktop.refresh();
+    Q_EMIT trustChanged();
+    Q_EMIT loginChanged();
+    Q_EMIT problemsChanged();
+}
+
+QString ComputerModel::timeText(const QDateTime &time) const
+{
+    const bool isToday = time.date() == localTime(with_.clock.secondsSinceReferenceDate()).date();
+    return time.toString(isToday ? u"HH:mm"_s : u"yyyy-MM-dd HH:mm"_s);
+}
+
+} // namespace vellumo

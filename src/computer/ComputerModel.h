@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "computer/DesktopReporting.h"
+#include "computer/ServiceForm.h"
+#include "platform/Accessibility.h"
+#include "platform/LoginStart.h"
+#include <QDateTime>
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+#include <functional>
+
+namespace vellumo {
+
+class ForwardingExplainer;
+
+/// What the page of this computer shows, and what can be done there.
+class ComputerModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(bool isTrusted READ isTrusted NOTIFY trustChanged)
+    Q_PROPERTY(vellumo::ServiceForm *service READ service CONSTANT)
+    Q_PROPERTY(vellumo::DesktopReporting *desktop READ desktop CONSTANT)
+    Q_PROPERTY(bool startsAtLogin READ startsAtLogin NOTIFY loginChanged)
+    Q_PROPERTY(QString loginText READ loginText NOTIFY loginChanged)
+    Q_PROPERTY(QString explanationProblem READ explanationProblem NOTIFY problemsChanged)
+    Q_PROPERTY(QString explanationTime READ explanationTime NOTIFY problemsChanged)
+
+public:
+    /// All must outlive the model.
+    struct Collaborators {
+        Accessibility &accessibility;
+        ServiceSetup &service;
+        const ForwardingExplainer &explainer;
+        DesktopReporting &desktop;
+        LoginStart &login;
+        Clock &clock;
+        const BilingualText &texts;
+    };
+
+    explicit ComputerModel(const Collaborators &collaborators, QObject *parent = nullptr);
+
+    /// Takes the permission back without a warning afterwards.
+    std::function<void()> onWithdrawConsent;
+
+    [[nodiscard]] bool isTrusted() const { return with_.accessibility.isProcessTrusted(); }
+    Q_INVOKABLE void allow();
+    Q_INVOKABLE void withdraw();
+
+    [[nodiscard]] ServiceForm *service() { return &service_; }
+    [[nodiscard]] DesktopReporting *desktop() const { return &with_.desktop; }
+
+    [[nodiscard]] bool startsAtLogin() const;
+    /// What is special about it; empty when nothing is.
+    [[nodiscard]] QString loginText() const;
+    Q_INVOKABLE void setStartsAtLogin(bool starts);
+
+    /// What went wrong last, with what to do; empty when nothing did.
+    [[nodiscard]] QString explanationProblem() const;
+    [[nodiscard]] QString explanationTime() const;
+
+    /// "18:42", with the day before it if that is another one.
+    [[nodiscard]] Q_INVOKABLE QString timeText(const QDateTime &time) const;
+
+    /// The page has come on screen.
+    Q_INVOKABLE void refresh();
+    /// Leads to where a service is entered.
+    void askForService() { Q_EMIT serviceRequested(); }
+
+Q_SIGNALS:
+    void trustChanged();
+    void loginChanged();
+    void problemsChanged();
+    void serviceRequested();
+
+private:
+    Collaborators with_;
+    ServiceForm service_;
+    bool isLoginFaulty_ = false;
+};
+
+} // namespace vellumo

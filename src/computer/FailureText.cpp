@@ -1,0 +1,142 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "computer/FailureText.h"
+
+#include "ui/BilingualText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+QString ofStatus(int status, const BilingualText &texts)
+{
+    switch (status) {
+    case 401:
+        return texts.pick(u"The service refused the key (401). Check that it is whole and still "
+                          "valid, and enter it again."_s,
+                          u"服务拒绝了密钥(401)。请检查密钥是否完整、仍然有效,然后重新填写。"_s);
+    case 402:
+        return texts.pick(
+            u"The service wants to be paid first (402). Look at your balance there."_s,
+            u"服务要求先付费(402)。请查看你在那里的余额。"_s);
+    case 403:
+        return texts.pick(
+            u"The key may not use this service or model (403). Choose another model, "
+            "or look at the key's rights there."_s,
+            u"这个密钥无权使用该服务或模型(403)。请换一个模型,或在服务方查看密钥的权限。"_s);
+    case 404:
+        return texts.pick(
+            u"The service does not know this model or address (404). Check the "
+            "model's name, and whether the address ends as the service says, often "
+            "in /v1."_s,
+            u"服务不认识这个模型或地址(404)。请核对模型名称,以及地址结尾是否与服务说明一致"
+            "(通常是 /v1)。"_s);
+    case 429:
+        return texts.pick(u"Too many requests, or the quota is used up (429). Wait a moment, or "
+                          "look at your quota there."_s,
+                          u"请求过多,或额度已用完(429)。请稍等片刻,或在服务方查看额度。"_s);
+    default:
+        break;
+    }
+    if (status >= 500) {
+        return texts
+            .pick(u"The service itself has a problem (%1). Try again later."_s,
+                  u"服务自身出了问题(%1)。请稍后再试。"_s)
+            .arg(status);
+    }
+    return texts
+        .pick(u"The service did not accept the request (%1). Check address and model."_s,
+              u"服务没有接受请求(%1)。请检查地址和模型。"_s)
+        .arg(status);
+}
+
+QString of(HttpError::Kind kind, const BilingualText &texts)
+{
+    using Kind = HttpError::Kind;
+    switch (kind) {
+    case Kind::timedOut:
+        return texts.pick(u"The service did not answer in time. Check the connection, or try a "
+                          "quicker model."_s,
+                          u"服务没有及时回应。请检查网络,或换一个更快的模型。"_s);
+    case Kind::cannotResolve:
+        return texts.pick(u"The service's name leads nowhere. Check the address and the "
+                          "connection."_s,
+                          u"找不到这个服务的地址。请检查地址和网络。"_s);
+    case Kind::refused:
+        return texts.pick(u"Nothing listens at this address. Check that the server runs, and its "
+                          "port."_s,
+                          u"这个地址没有服务在运行。请确认服务器已启动,端口正确。"_s);
+    case Kind::untrusted:
+        return texts.pick(
+            u"No trusted connection: the service's certificate is not known here. "
+            "Check the address and this computer's clock."_s,
+            u"无法建立可信的连接:这台电脑不认可该服务的证书。请检查地址和系统时间。"_s);
+    case Kind::cutShort:
+        return texts.pick(u"The connection ended before the answer did. Try again."_s,
+                          u"回答还没传完,连接就断了。请再试一次。"_s);
+    case Kind::tooLarge:
+        return texts.pick(u"The answer was far too long. Check the address and the model."_s,
+                          u"回答过长。请检查地址和模型。"_s);
+    case Kind::insecure:
+        return texts.pick(u"Not sent: the address must begin with https, since anyone on the way "
+                          "could read along."_s,
+                          u"没有发送:地址必须以 https 开头,否则途中的人都能看到内容。"_s);
+    case Kind::unsendable:
+        return texts.pick(u"Not sent: the address or the key has something in it that cannot be "
+                          "sent. Enter both again."_s,
+                          u"没有发送:地址或密钥里有无法发送的内容。请重新填写。"_s);
+    case Kind::cancelled:
+    case Kind::other:
+        break;
+    }
+    return texts.pick(u"The service could not be reached. Check the connection."_s,
+                      u"无法连接到服务。请检查网络。"_s);
+}
+
+QString of(KeyError::Kind kind, const BilingualText &texts)
+{
+    switch (kind) {
+    case KeyError::Kind::late:
+        return texts.pick(u"The keyring has not given the key yet. Try again in a moment."_s,
+                          u"钥匙串还没有给出密钥。请稍后再试。"_s);
+    case KeyError::Kind::locked:
+        return texts.pick(u"The key lies in the keyring, which is locked. Unlock it."_s,
+                          u"密钥在钥匙串里,而钥匙串已锁定。请先解锁。"_s);
+    case KeyError::Kind::missing:
+        return texts.pick(u"There is no key for this address. Enter it once more."_s,
+                          u"没有用于这个地址的密钥。请重新填写。"_s);
+    case KeyError::Kind::unavailable:
+        return texts.pick(u"The keyring that has the key is not there. Start it, or enter the key "
+                          "for this session."_s,
+                          u"保存密钥的钥匙串不可用。请启动它,或为本次会话重新填写密钥。"_s);
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+QString failureText(const ExplanationFailure &failure, const BilingualText &texts)
+{
+    if (const auto *network = std::get_if<HttpError::Kind>(&failure.kind)) {
+        return of(*network, texts);
+    }
+    if (const auto *key = std::get_if<KeyError::Kind>(&failure.kind)) {
+        return of(*key, texts);
+    }
+    const auto *service = std::get_if<ServiceError::Kind>(&failure.kind);
+    if (service && *service == ServiceError::Kind::badStatus) {
+        return ofStatus(failure.status, texts);
+    }
+    if (service) {
+        return texts.pick(u"The model answered, but not in the form that vellumo asks for. Try "
+                          "another model."_s,
+                          u"模型有回答,但格式不是 vellumo 要求的。请换一个模型。"_s);
+    }
+    return texts.pick(u"What answered is not a chat-completions service. Check the address."_s,
+                      u"回应的不是 chat-completions 服务。请检查地址。"_s);
+}
+
+} // namespace vellumo

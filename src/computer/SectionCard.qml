@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// One subject of the page: its name, and a card with all of it.
+Column {
+    id: section
+
+    required property string title
+    default property alias content: body.data
+
+    spacing: Units.space8
+
+    Label {
+        width: parent.width
+        text: section.title
+        wrapMode: Text.Wrap
+        font.pixelSize: Units.type15
+        font.weight: Font.DemiBold
+        Accessible.role: Accessible.Heading
+    }
+    Card {
+        width: parent.width
+        height: body.height + 2 * Units.space20
+
+        Column {
+            id: body
+
+            x: Units.space20
+            y: Units.space20
+            width: parent.width - 2 * x
+            spacing: Units.space16
+        }
+    }
+}

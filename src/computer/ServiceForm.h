@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "explain/ServiceSetup.h"
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+#include <memory>
+
+namespace vellumo {
+
+class BilingualText;
+
+/// Which service explains, as it is shown and changed on the page; see ServiceSetup for what the
+/// choices mean.
+class ServiceForm : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(QString mode READ mode NOTIFY changed)
+    Q_PROPERTY(bool isForced READ isForced NOTIFY changed)
+    Q_PROPERTY(bool hasConfigured READ hasConfigured NOTIFY changed)
+    Q_PROPERTY(bool isInUse READ isInUse NOTIFY changed)
+    Q_PROPERTY(bool sendsToken READ sendsToken NOTIFY changed)
+    Q_PROPERTY(QString host READ host NOTIFY changed)
+    Q_PROPERTY(QString base READ base NOTIFY changed)
+    Q_PROPERTY(QString model READ model NOTIFY changed)
+    Q_PROPERTY(QString usualBase READ usualBase CONSTANT)
+    Q_PROPERTY(QString usualModel READ usualModel CONSTANT)
+    Q_PROPERTY(bool isBaseFixed READ isBaseFixed NOTIFY changed)
+    Q_PROPERTY(bool isModelFixed READ isModelFixed NOTIFY changed)
+    Q_PROPERTY(QString file READ file CONSTANT)
+    Q_PROPERTY(QString keyText READ keyText NOTIFY changed)
+    Q_PROPERTY(bool hasKey READ hasKey NOTIFY changed)
+    Q_PROPERTY(bool canForgetKey READ canForgetKey NOTIFY changed)
+    Q_PROPERTY(bool canUnlock READ canUnlock NOTIFY changed)
+    Q_PROPERTY(QString addressError READ addressError NOTIFY changed)
+    Q_PROPERTY(QString outcome READ outcome NOTIFY changed)
+    Q_PROPERTY(bool isGood READ isGood NOTIFY changed)
+    Q_PROPERTY(bool isTrying READ isTrying NOTIFY changed)
+
+public:
+    /// All must outlive the form.
+    ServiceForm(ServiceSetup &setup, Clock &clock, const BilingualText &texts,
+                QObject *parent = nullptr);
+
+    /// "samples", "configured" or "own"; what is shown, which for "own" need not be in use yet.
+    [[nodiscard]] QString mode() const;
+    [[nodiscard]] bool isForced() const { return setup_.use() == ServiceSetup::Use::environment; }
+    [[nodiscard]] bool hasConfigured() const { return setup_.hasConfigured(); }
+    [[nodiscard]] bool isInUse() const { return setup_.use() == ServiceSetup::Use::own; }
+    /// Whether a token that names the account of a signed-in user goes along with a selection.
+    [[nodiscard]] bool sendsToken() const;
+    [[nodiscard]] QString host() const { return setup_.host(); }
+    [[nodiscard]] QString base() const { return setup_.base(); }
+    [[nodiscard]] QString model() const { return setup_.model(); }
+    [[nodiscard]] QString usualBase() const { return OpenAIService::usualBase; }
+    [[nodiscard]] QString usualModel() const { return ServiceSetup::usualModel; }
+    /// Whether the environment says it.
+    [[nodiscard]] bool isBaseFixed() const;
+    [[nodiscard]] bool isModelFixed() const;
+    [[nodiscard]] QString file() const { return setup_.config().userFile(); }
+    /// Where the key is.
+    [[nodiscard]] QString keyText() const;
+    [[nodiscard]] bool hasKey() const;
+    [[nodiscard]] bool canForgetKey() const;
+    [[nodiscard]] bool canUnlock() const;
+    [[nodiscard]] QString addressError() const;
+    /// What has come of the last thing that was done here.
+    [[nodiscard]] QString outcome() const;
+    [[nodiscard]] bool isGood() const { return isGood_; }
+    [[nodiscard]] bool isTrying() const { return trial_ != nullptr; }
+
+    Q_INVOKABLE void choose(const QString &mode);
+    /// Takes what was typed over, at once and for later runs; false with the reason shown.
+    Q_INVOKABLE bool save(const QString &base, const QString &model, const QString &key);
+    /// Sends one small real request to what was typed.
+    Q_INVOKABLE void tryOut(const QString &base, const QString &model, const QString &key);
+    Q_INVOKABLE void forgetKey();
+    Q_INVOKABLE void unlock();
+    /// What was typed has changed: what was said about it is out of date.
+    Q_INVOKABLE void edited();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    enum class Said : quint8 { nothing, saved, fileFault, works, failure };
+
+    [[nodiscard]] std::optional<ServiceSetup::Entry>
+    entryOf(const QString &base, const QString &model, const QString &key);
+    void say(Said said, bool isGood);
+    void endTrial(const std::optional<ExplanationFailure> &failure);
+
+    ServiceSetup &setup_;
+    Clock &clock_;
+    const BilingualText &texts_;
+    bool showsOwn_ = false; ///< although something else is in use
+    int addressProblem_ = 0; ///< of ServiceAddress::Problem
+    Said said_ = Said::nothing;
+    bool isGood_ = false;
+    std::optional<ExplanationFailure> failure_;
+    std::unique_ptr<QObject> trial_; ///< ends the request when it goes
+};
+
+} // namespace vellumo

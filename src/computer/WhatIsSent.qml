@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Computer
+import Vellumo.Ui
+
+/// What leaves this computer, in plain words.
+Column {
+    id: sent
+
+    required property ServiceForm service
+    required property bool english
+
+    readonly property bool asksService: sent.service.host.length > 0
+
+    spacing: Units.space8
+
+    component Line: Label {
+        width: sent.width
+        wrapMode: Text.Wrap
+        color: Theme.secondInk
+        font.pixelSize: Units.type12
+        lineFactor: Units.readingLine
+    }
+
+    Label {
+        width: parent.width
+        text: sent.english ? "What is sent where" : "什么会发到哪里"
+        wrapMode: Text.Wrap
+        font.weight: Font.Medium
+    }
+    Line {
+        objectName: "sentToService"
+        text: !sent.asksService
+            ? (sent.english ? "Selections go nowhere: sample answers are part of vellumo."
+                            : "选中的文字不会发到任何地方:示例回答是 vellumo 自带的。")
+            : (sent.english ? "To %1: the selected text when you double-tap, and the conversation about it when you ask on; with it the language you want the answer in. Not the address or title of what you read, nor the name of the application."
+                            : "发到 %1:双击时选中的文字,以及继续追问时与它有关的对话,并注明你想要的回答语言。不包括所读内容的网址、标题,也不包括应用名称。")
+                  .arg(sent.service.host)
+    }
+    Line {
+        visible: sent.service.sendsToken
+        text: sent.english ? "While you are signed in, a token that names your account goes along."
+                           : "登录期间,还会附带一个标明你账号的令牌。"
+    }
+    Line {
+        text: sent.english ? "Notes stay on this computer. While you are signed in they are also copied to your account, with the page or window that you read."
+                           : "笔记保存在这台电脑上。只有在登录时,才会连同所读的网页或窗口一起复制到你的账号。"
+    }
+}

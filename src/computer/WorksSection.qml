@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Computer
+import Vellumo.Ui
+
+/// What this desktop offers of the things that vellumo uses, and what goes without.
+SectionCard {
+    id: section
+
+    required property ComputerModel computer
+    required property bool english
+
+    readonly property DesktopReporting desktop: section.computer.desktop
+    readonly property int keyring: section.desktop.keyring
+    readonly property string works: section.english ? "works" : "可用"
+    readonly property string limited: section.english ? "limited" : "受限"
+
+    title: section.english ? "What works here" : "这里能用什么"
+
+    component Fact: StatusLine {
+        property bool good: true
+
+        width: parent ? parent.width : 0
+        status: good ? StatusLine.Good : StatusLine.Limited
+        stateName: good ? section.works : section.limited
+    }
+
+    Fact {
+        objectName: "session"
+        good: !section.desktop.isWayland
+        title: section.english ? "Double tap and selections" : "双击与选中文字"
+        text: !good
+            ? (section.english ? "On this Wayland session they work in X11 (XWayland) windows only. Bind a keyboard shortcut of the desktop to “vellumo --explain”: it does the same as a double tap."
+                               : "在这个 Wayland 会话里,只对 X11(XWayland)窗口有效。请在桌面设置里给“vellumo --explain”绑定一个快捷键,效果与双击相同。")
+            : (section.english ? "Everywhere in this X11 session." : "在这个 X11 会话里处处可用。")
+    }
+    Fact {
+        objectName: "accessibility"
+        good: section.desktop.hearsApplications
+        title: section.english ? "Accessibility service" : "辅助功能服务"
+        text: good
+            ? (section.english ? "Applications tell what is selected in them. Those that do not are asked for what they publish when you select."
+                               : "应用会告知其中选中了什么。不支持的应用,则读取它们在选中时公开的内容。")
+            : !section.computer.isTrusted
+                ? (section.english ? "Waits for your permission above." : "等待上面的权限。")
+                : (section.english ? "It does not answer. Log in again, or look whether at-spi2-core is installed."
+                                   : "没有回应。请重新登录,或检查是否安装了 at-spi2-core。")
+    }
+    Fact {
+        objectName: "browsers"
+        good: section.desktop.shyBrowsers.length === 0
+        title: section.english ? "Addresses of pages" : "网页地址"
+        text: {
+            const ready = section.desktop.browsers.join(section.english ? ", " : "、")
+            const shy = section.desktop.shyBrowsers.join(section.english ? ", " : "、")
+            const parts = []
+            if (ready.length > 0)
+                parts.push((section.english ? "%1: notes are filed under the page."
+                                            : "%1:笔记归到所在网页下。").arg(ready))
+            if (shy.length > 0)
+                parts.push((section.english ? "%1: only when started with --force-renderer-accessibility; otherwise notes are filed under the window."
+                                            : "%1:需要以 --force-renderer-accessibility 启动,否则笔记归到窗口下。").arg(shy))
+            if (parts.length === 0)
+                parts.push(section.english ? "No browser that vellumo knows is installed."
+                                           : "没有安装 vellumo 认识的浏览器。")
+            return parts.join("\n")
+        }
+    }
+    Fact {
+        objectName: "keyring"
+        good: section.keyring === DesktopReporting.Open
+        status: section.keyring === DesktopReporting.Asking ? StatusLine.Neutral
+              : good ? StatusLine.Good : StatusLine.Limited
+        title: section.english ? "Keyring" : "钥匙串"
+        text: section.keyring === DesktopReporting.Open
+                ? (section.english ? "Keeps your session and the key of your service."
+                                   : "保存你的登录状态和服务密钥。")
+            : section.keyring === DesktopReporting.Locked
+                ? (section.english ? "It is locked. What lies in it is read as soon as you unlock it."
+                                   : "已锁定。解锁后会立即读取其中的内容。")
+            : section.keyring === DesktopReporting.Absent
+                ? (section.english ? "There is none, such as gnome-keyring or KWallet: a sign-in and a key last until vellumo ends."
+                                   : "没有可用的钥匙串(如 gnome-keyring 或 KWallet):登录状态和密钥只保留到 vellumo 退出。")
+                : (section.english ? "Asking…" : "正在询问…")
+    }
+    Fact {
+        objectName: "tray"
+        good: section.desktop.hasTray
+        title: section.english ? "Icon in the panel" : "面板图标"
+        text: good ? (section.english ? "A click on it opens this window." : "点击即可打开这个窗口。")
+                   : (section.english ? "This desktop shows none. Start vellumo once more to open this window."
+                                      : "这个桌面不显示图标。再次启动 vellumo 即可打开这个窗口。")
+    }
+    Fact {
+        objectName: "compositor"
+        good: section.desktop.blendsWindows
+        title: section.english ? "Round corners and shadows" : "圆角与阴影"
+        text: good ? (section.english ? "A compositor blends windows." : "合成器正在运行。")
+                   : (section.english ? "Without a compositor the panel has plain edges; everything else is the same."
+                                      : "没有合成器,面板边缘会比较生硬,其余不受影响。")
+    }
+}

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/LoginStart.h"
+#include <QFileSystemWatcher>
+#include <QStringList>
+
+namespace vellumo {
+
+/// An entry in the desktop's folder of programs to start at login (XDG autostart), which the
+/// desktop's own settings may switch off and on as well.
+class AutostartEntry final : public LoginStart {
+    Q_OBJECT
+
+public:
+    /// `folders` are the "autostart" folders, the user's own first; `program` is what is to be
+    /// started. What others wrote into the user's entry stays there.
+    AutostartEntry(QStringList folders, QString program, QObject *parent = nullptr);
+
+    /// Those of XDG_CONFIG_HOME and XDG_CONFIG_DIRS.
+    [[nodiscard]] static QStringList standardFolders();
+    /// This program as a command: by its name if that leads here, else by its path.
+    [[nodiscard]] static QString ownCommand();
+
+    [[nodiscard]] State state() const override;
+    [[nodiscard]] bool setOn(bool isOn) override;
+
+private:
+    [[nodiscard]] QString userFile() const;
+    [[nodiscard]] bool isSetForAll() const;
+    [[nodiscard]] bool write(const QByteArray &entry);
+
+    QStringList folders_;
+    QString program_;
+    QFileSystemWatcher watcher_;
+};
+
+} // namespace vellumo

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+/// How one thing stands: a dot in the colour of its state, what it is, and what that means.
+Item {
+    id: line
+
+    enum State { Good, Limited, Bad, Neutral }
+
+    required property string title
+    property int status: StatusLine.Neutral
+    property string text: ""
+    property string stateName: "" ///< the state in a word, for those who see no colours
+
+    implicitHeight: words.height
+
+    Rectangle {
+        y: Math.round((title.lineHeight - height) / 2)
+        width: Units.statusDot
+        height: width
+        radius: width / 2
+        color: line.status === StatusLine.Good ? Theme.good
+             : line.status === StatusLine.Limited ? Theme.amber
+             : line.status === StatusLine.Bad ? Theme.bad : Theme.thirdInk
+    }
+    Column {
+        id: words
+
+        x: Units.statusDot + Units.space12
+        width: parent.width - x
+        spacing: Units.space2
+
+        Label {
+            id: title
+
+            width: parent.width
+            text: line.title
+            wrapMode: Text.Wrap
+            font.weight: Font.Medium
+            Accessible.description: line.stateName
+        }
+        Label {
+            width: parent.width
+            visible: text.length > 0
+            text: line.text
+            wrapMode: Text.Wrap
+            color: Theme.secondInk
+            font.pixelSize: Units.type12
+            lineFactor: Units.readingLine
+        }
+    }
+}

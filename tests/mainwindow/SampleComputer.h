@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "computer/ComputerModel.h"
+#include "explain/ForwardingExplainer.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeDesktop.h"
+#include "platform/fake/FakeHttpSession.h"
+#include "platform/fake/FakeSecretItems.h"
+#include <QTemporaryDir>
+
+namespace vellumo::test {
+
+class SampleDesktop : public DesktopReporting {
+public:
+    bool isPoor = false; ///< lacks whatever a desktop may lack
+    Keyring state = Keyring::Open;
+
+    [[nodiscard]] bool isWayland() const override { return isPoor; }
+    [[nodiscard]] bool hasTray() const override { return !isPoor; }
+    [[nodiscard]] bool blendsWindows() const override { return !isPoor; }
+    [[nodiscard]] bool hearsApplications() const override { return !isPoor; }
+    [[nodiscard]] Keyring keyring() const override { return state; }
+    [[nodiscard]] QStringList browsers() const override
+    {
+        return isPoor ? QStringList() : QStringList{QStringLiteral("Firefox ESR")};
+    }
+    [[nodiscard]] QStringList shyBrowsers() const override
+    {
+        return isPoor ? QStringList{QStringLiteral("Chromium")} : QStringList();
+    }
+    void refresh() override { Q_EMIT changed(); }
+};
+
+class SampleLogin : public LoginStart {
+public:
+    State now = State::off;
+    bool isWritable = true;
+
+    [[nodiscard]] State state() const override { return now; }
+    [[nodiscard]] bool setOn(bool isOn) override
+    {
+        if (isWritable) {
+            now = isOn ? State::on : State::off;
+        }
+        return isWritable;
+    }
+};
+
+/// What the page of this computer stands on.
+struct SampleComputer {
+    FakeDefaultsStore &defaults;
+    FakeSecretItems &secrets;
+    FakeHttpSession &http;
+    FakeClock &clock;
+    const BilingualText &texts;
+
+    QTemporaryDir folder = {};
+    FakeCalls calls = {};
+    FakeAccessibility accessibility{calls};
+    AppConfig config = AppConfig::load(folder.filePath(QStringLiteral("Info.json")),
+                                       folder.filePath(QStringLiteral("built.json")));
+    SampleDesktop desktop = {};
+    SampleLogin login = {};
+    // as late as the page, so that a test can say first what was set up earlier
+    std::unique_ptr<ServiceSetup> setup = {};
+    std::unique_ptr<ForwardingExplainer> explainer = {};
+
+    /// As if a service had been entered in an earlier run.
+    void enterService() const
+    {
+        defaults.setValue(QStringLiteral("explanationService"), QStringLiteral("own"));
+        defaults.setValue(QStringLiteral("serviceKeyFor"),
+                          QStringLiteral("https://api.openai.com"));
+        secrets.values.insert(QStringLiteral("serviceKey"), "sk-sample");
+    }
+
+    [[nodiscard]] std::unique_ptr<ComputerModel> make()
+    {
+        setup = std::make_unique<ServiceSetup>(
+            ServiceSetup::Collaborators{config, defaults, secrets, http, clock});
+        explainer = std::make_unique<ForwardingExplainer>(setup->makeService(), clock);
+        setup->onServiceChanged = [this](auto service) {
+            explainer->setService(std::move(service));
+        };
+        auto model = std::make_unique<ComputerModel>(ComputerModel::Collaborators{
+            accessibility, *setup, *explainer, desktop, login, clock, texts});
+        model->onWithdrawConsent = [this] { accessibility.withdrawConsent(); };
+        return model;
+    }
+};
+
+} // namespace vellumo::test

@@ -1,0 +1,203 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// The page of this computer, used with the keyboard.
+
+#include "WindowDesk.h"
+#include "support/Waiting.h"
+#include <QAccessible>
+#include <QFile>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+using namespace vellumo;
+using namespace vellumo::test;
+
+namespace {
+
+const QByteArray answer = "{\"choices\":[{\"message\":{\"content\":\"{\\\"intent\\\":\\\"\\\","
+                          "\\\"translation\\\":\\\"\\\",\\\"explanation\\\":\\\"x\\\"}\"}}]}";
+
+void type(const WindowDesk &desk, const char *text)
+{
+    for (const char *c = text; *c != 0; ++c) {
+        QTest::keyClick(desk.window.window(), *c);
+    }
+}
+
+} // namespace
+
+class TestComputerPage : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
+    void takesAServiceFromTheKeyboard();
+    void saysWhatIsWrong_data();
+    void saysWhatIsWrong();
+    void saysWhyItCannotSave();
+    void takesThePermissionBack();
+    void startsAtLogin();
+    void tellsTheLastProblem();
+};
+
+void TestComputerPage::takesAServiceFromTheKeyboard()
+{
+    WindowDesk desk;
+    desk.show(); // at the sign-in view
+    desk.window.showService();
+    QCOMPARE(desk.text("title"), QString());
+    QVERIFY(desk.text("sentToService").startsWith("Selections go nowhere"_L1));
+    type(desk, "a.test");
+    desk.key(Qt::Key_Tab);
+    type(desk, "model-1");
+    desk.key(Qt::Key_Tab);
+    type(desk, "sk-1");
+    QVERIFY(!desk.item("keyInput")->property("displayText").toString().contains(u's'));
+    const QAccessibleInterface *field =
+        QAccessible::queryAccessibleInterface(desk.item("keyInput")->parentItem());
+    QVERIFY(field->state().focused);
+    QCOMPARE(field->text(QAccessible::Name), u"Key"_s);
+    QVERIFY(!field->text(QAccessible::Value).contains(u's')); // to whoever listens, too
+    desk.key(Qt::Key_Return);
+    QVERIFY(desk.item("outcome")->property("title").toString().startsWith("Saved"_L1));
+    QCOMPARE(desk.text("addressInput"), u"https://a.test/v1"_s);
+    QCOMPARE(desk.text("keyInput"), QString());
+    QVERIFY(waitUntil([&] { return desk.text("keyNote").contains("in your keyring"_L1); }));
+    QCOMPARE(desk.secrets.values.value(u"serviceKey"_s), "sk-1");
+    QVERIFY(desk.text("sentToService").startsWith("To a.test"_L1));
+    QVERIFY(!desk.computer.explainer->answersAreSamples());
+
+    desk.item("mode")->forceActiveFocus();
+    desk.key(Qt::Key_Left);
+    QVERIFY(desk.computer.explainer->answersAreSamples());
+    desk.key(Qt::Key_Right); // what was entered counts again
+    QVERIFY(!desk.computer.explainer->answersAreSamples());
+
+    desk.item("forgetKey")->forceActiveFocus();
+    desk.key(Qt::Key_Space);
+    QVERIFY(!desk.secrets.values.contains(u"serviceKey"_s));
+    QVERIFY(!desk.item("forgetKey"));
+}
+
+void TestComputerPage::saysWhatIsWrong_data()
+{
+    QTest::addColumn<int>("status"); // 0 for no answer at all
+    QTest::addColumn<QString>("says");
+    QTest::newRow("works") << 200 << u"It works"_s;
+    QTest::newRow("key") << 401 << u"refused the key"_s;
+    QTest::newRow("model") << 404 << u"does not know this model"_s;
+    QTest::newRow("quota") << 429 << u"quota"_s;
+    QTest::newRow("server") << 503 << u"(503)"_s;
+    QTest::newRow("silent") << 0 << u"did not answer in time"_s;
+}
+
+void TestComputerPage::saysWhatIsWrong()
+{
+    QFETCH(int, status);
+    QFETCH(QString, says);
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.computer.enterService();
+    desk.show();
+    desk.window.showService();
+    QVERIFY(waitUntil([&] { return desk.text("keyNote").contains("in your keyring"_L1); }));
+    desk.item("tryOut")->forceActiveFocus();
+    desk.key(Qt::Key_Space);
+    QCOMPARE(desk.http.requests.size(), 1);
+    QVERIFY(!desk.item("tryOut")->isEnabled());
+    if (status != 0) {
+        desk.http.answer(HttpResponse{.status = status, .body = answer});
+    }
+    desk.clock.advance(std::chrono::seconds(20));
+    const QString said = desk.item("outcome")->property("title").toString();
+    QVERIFY2(said.contains(says), qPrintable(said));
+    QVERIFY(desk.item("tryOut")->isEnabled());
+    desk.http.answer(HttpResponse{.status = 200, .body = answer}); // too late
+    QCOMPARE(desk.item("outcome")->property("title").toString(), said);
+    desk.setLanguage(u"Chinese"_s);
+    QVERIFY(desk.item("outcome")->property("title").toString().contains(
+        QRegularExpression(u"\\p{Han}"_s)));
+}
+
+void TestComputerPage::saysWhyItCannotSave()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.show();
+    desk.window.showService();
+    type(desk, "http://a.test");
+    desk.key(Qt::Key_Return);
+    QVERIFY(desk.text("addressNote").contains("https"_L1));
+    type(desk, "x"); // it is being mended
+    QVERIFY(!desk.text("addressNote").contains("must begin"_L1));
+    QFile file(desk.computer.config.userFile());
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("[1]") == 3);
+    file.close();
+    desk.item("addressInput")->setProperty("text", u"https://a.test"_s);
+    desk.key(Qt::Key_Return);
+    QVERIFY(desk.item("outcome")->property("title").toString().startsWith("Not saved"_L1));
+    QVERIFY(desk.computer.explainer->answersAreSamples());
+}
+
+void TestComputerPage::takesThePermissionBack()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.show();
+    desk.click("computer");
+    desk.item("withdraw")->forceActiveFocus();
+    desk.key(Qt::Key_Space);
+    QVERIFY(!desk.computer.accessibility.trusted);
+    QVERIFY(desk.item("allow"));
+    desk.key(Qt::Key_Space); // the keyboard has stayed at the button
+    QCOMPARE(desk.computer.calls, QStringList{u"ask for trust"_s});
+    desk.computer.accessibility.trusted = true; // from outside
+    Q_EMIT desk.computer.accessibility.trustChanged();
+    QVERIFY(desk.item("withdraw"));
+}
+
+void TestComputerPage::startsAtLogin()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.computer.login.now = LoginStart::State::switchedOff;
+    desk.show();
+    desk.click("computer");
+    QVERIFY(desk.text("loginText").contains("turned off"_L1));
+    QQuickItem *toggle = desk.item("startsAtLogin");
+    toggle->forceActiveFocus();
+    // the keyboard takes the page along
+    QVERIFY(waitUntil([&] {
+        return desk.item("computerReader")->property("contentY").toReal() > 0
+            || toggle->mapToScene({}).y() < desk.window.window()->height();
+    }));
+    desk.key(Qt::Key_Space);
+    QCOMPARE(desk.computer.login.now, LoginStart::State::on);
+    QVERIFY(toggle->property("checked").toBool());
+    desk.computer.login.isWritable = false;
+    desk.key(Qt::Key_Space);
+    QVERIFY(toggle->property("checked").toBool());
+    QVERIFY(desk.text("loginText").contains("could not be written"_L1));
+}
+
+void TestComputerPage::tellsTheLastProblem()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.storeSession();
+    desk.computer.enterService();
+    desk.sync.trouble = SyncReporting::Problem::Unreachable;
+    QVERIFY(waitUntil([&] { return desk.auth.isSignedIn(); }));
+    desk.show();
+    desk.click("computer");
+    QCoreApplication::processEvents();
+    QVERIFY(desk.text("syncProblem").contains("Sync now"_L1));
+    QVERIFY(desk.text("explanationProblem").startsWith("No problem"_L1));
+    desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window, [](const auto &) {});
+    QVERIFY(waitUntil([&] { return desk.http.answer(HttpResponse{.status = 401}); }));
+    QVERIFY(desk.text("explanationProblem").contains("refused the key"_L1));
+    QVERIFY(desk.item("explanationProblem")->property("title").toString().contains(u':'));
+}
+
+QTEST_MAIN(TestComputerPage)
+#include "test_computer_page.moc"

@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/qt/AutostartEntry.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace vellumo;
+using namespace Qt::StringLiterals;
+
+using State = LoginStart::State;
+Q_DECLARE_METATYPE(vellumo::LoginStart::State)
+
+namespace {
+
+const QString entryName = u"/app.vellumo.Vellumo.desktop"_s;
+
+void write(const QString &folder, const QByteArray &entry)
+{
+    QDir().mkpath(folder);
+    QFile file(folder + entryName);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(entry) == entry.size());
+}
+
+} // namespace
+
+class TestAutostart : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void readsAndWrites_data();
+    void readsAndWrites();
+    void seesChangesFromOutside();
+};
+
+void TestAutostart::readsAndWrites_data()
+{
+    QTest::addColumn<QByteArray>("own");
+    QTest::addColumn<QByteArray>("forAll");
+    QTest::addColumn<State>("state");
+    QTest::addColumn<State>("off"); ///< after it was switched off
+    const QByteArray good =
+        "[Desktop Entry]\nType=Application\nName=mine\nExec=true --background\n";
+    const QByteArray none;
+    QTest::newRow("nothing") << none << none << State::off << State::off;
+    QTest::newRow("own") << good << none << State::on << State::off;
+    QTest::newRow("hidden") << good + "Hidden=true\n" << none << State::switchedOff << State::off;
+    QTest::newRow("switched off by the desktop")
+        << good + "X-GNOME-Autostart-enabled=false\n[Desktop Action x]\nHidden=true\n"
+        << none << State::switchedOff << State::off;
+    QTest::newRow("of another group") << good + "\n[Desktop Action x]\nHidden=true\n"
+                                      << none << State::on << State::off;
+    QTest::newRow("gone") << QByteArray("[Desktop Entry]\nType=Application\nExec=/no/such thing\n")
+                          << none << State::broken << State::off;
+    QTest::newRow("for all") << none << good << State::onForAll << State::switchedOff;
+    QTest::newRow("for all, hidden here") << QByteArray("[Desktop Entry]\nHidden=true\n") << good
+                                          << State::switchedOff << State::switchedOff;
+}
+
+void TestAutostart::readsAndWrites()
+{
+    QFETCH(QByteArray, own);
+    QFETCH(QByteArray, forAll);
+    QFETCH(State, state);
+    QFETCH(State, off);
+    const QTemporaryDir folder;
+    const QStringList folders{folder.filePath(u"own/autostart"_s), folder.filePath(u"all"_s)};
+    if (!own.isEmpty()) {
+        write(folders[0], own);
+    }
+    if (!forAll.isEmpty()) {
+        write(folders[1], forAll);
+    }
+    AutostartEntry entry(folders, u"/bin/true"_s);
+    QCOMPARE(entry.state(), state);
+    QVERIFY(entry.setOn(true));
+    QCOMPARE(entry.state(), State::on);
+    QFile file(folders[0] + entryName);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray written = file.readAll();
+    QVERIFY(written.startsWith("[Desktop Entry]\n") && written.contains("\nExec="));
+    QVERIFY(written.contains(" --background\n"));
+    QCOMPARE(written.contains("Name=mine"), own.contains("Name=mine")); // what others wrote stays
+    QVERIFY(entry.setOn(false));
+    QCOMPARE(entry.state(), off);
+}
+
+void TestAutostart::seesChangesFromOutside()
+{
+    const QTemporaryDir folder;
+    const QString own = folder.filePath(u"autostart"_s);
+    AutostartEntry entry({own}, u"/bin/true"_s);
+    int changes = 0;
+    connect(&entry, &LoginStart::changed, this, [&changes] { ++changes; });
+    write(own, "[Desktop Entry]\nExec=true\n");
+    QTRY_VERIFY(changes > 0 && entry.state() == State::on);
+    QFile::remove(own + entryName);
+    QTRY_COMPARE(entry.state(), State::off);
+    const int before = changes;
+    write(own, "[Desktop Entry]\nExec=true\n");
+    QTRY_VERIFY(changes > before);
+}
+
+QTEST_GUILESS_MAIN(TestAutostart)
+#include "test_autostart.moc"
