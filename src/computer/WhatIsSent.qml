@@ -16,7 +16,7 @@ Column {
     spacing: Units.space8
 
     component Line: Label {
-        width: sent.width
+        width: parent ? parent.width : 0
         wrapMode: Text.Wrap
         color: Theme.secondInk
         font.pixelSize: Units.type12

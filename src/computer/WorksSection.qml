@@ -13,20 +13,23 @@ SectionCard {
 
     readonly property DesktopReporting desktop: section.computer.desktop
     readonly property int keyring: section.desktop.keyring
-    readonly property string works: section.english ? "works" : "可用"
-    readonly property string limited: section.english ? "limited" : "受限"
 
     title: section.english ? "What works here" : "这里能用什么"
 
     component Fact: StatusLine {
+        id: fact
+
+        required property bool english
         property bool good: true
 
         width: parent ? parent.width : 0
-        status: good ? StatusLine.Good : StatusLine.Limited
-        stateName: good ? section.works : section.limited
+        status: fact.good ? StatusLine.Good : StatusLine.Limited
+        stateName: fact.good ? (fact.english ? "works" : "可用")
+                             : (fact.english ? "limited" : "受限")
     }
 
     Fact {
+        english: section.english
         objectName: "session"
         good: !section.desktop.isWayland
         title: section.english ? "Double tap and selections" : "双击与选中文字"
@@ -36,6 +39,7 @@ SectionCard {
             : (section.english ? "Everywhere in this X11 session." : "在这个 X11 会话里处处可用。")
     }
     Fact {
+        english: section.english
         objectName: "accessibility"
         good: section.desktop.hearsApplications
         title: section.english ? "Accessibility service" : "辅助功能服务"
@@ -48,6 +52,7 @@ SectionCard {
                                    : "没有回应。请重新登录,或检查是否安装了 at-spi2-core。")
     }
     Fact {
+        english: section.english
         objectName: "browsers"
         good: section.desktop.shyBrowsers.length === 0
         title: section.english ? "Addresses of pages" : "网页地址"
@@ -68,6 +73,7 @@ SectionCard {
         }
     }
     Fact {
+        english: section.english
         objectName: "keyring"
         good: section.keyring === DesktopReporting.Open
         status: section.keyring === DesktopReporting.Asking ? StatusLine.Neutral
@@ -85,6 +91,7 @@ SectionCard {
                 : (section.english ? "Asking…" : "正在询问…")
     }
     Fact {
+        english: section.english
         objectName: "tray"
         good: section.desktop.hasTray
         title: section.english ? "Icon in the panel" : "面板图标"
@@ -93,6 +100,7 @@ SectionCard {
                                       : "这个桌面不显示图标。再次启动 vellumo 即可打开这个窗口。")
     }
     Fact {
+        english: section.english
         objectName: "compositor"
         good: section.desktop.blendsWindows
         title: section.english ? "Round corners and shadows" : "圆角与阴影"
