@@ -34,8 +34,8 @@ SectionCard {
         good: !section.desktop.isWayland
         title: section.english ? "Double tap and selections" : "双击与选中文字"
         text: !good
-            ? (section.english ? "On this Wayland session they work in X11 (XWayland) windows only. Bind a keyboard shortcut of the desktop to “vellumo --explain”: it does the same as a double tap."
-                               : "在这个 Wayland 会话里,只对 X11(XWayland)窗口有效。请在桌面设置里给“vellumo --explain”绑定一个快捷键,效果与双击相同。")
+            ? (section.english ? "On this Wayland session they work in X11 (XWayland) windows only. Bind a keyboard shortcut of the desktop to “vellumo -\u2060-\u2060explain”: it does the same as a double tap."
+                               : "在这个 Wayland 会话里,只对 X11(XWayland)窗口有效。请在桌面设置里给“vellumo -\u2060-\u2060explain”绑定一个快捷键,效果与双击相同。")
             : (section.english ? "Everywhere in this X11 session." : "在这个 X11 会话里处处可用。")
     }
     Fact {
@@ -105,7 +105,7 @@ SectionCard {
         good: section.desktop.blendsWindows
         title: section.english ? "Round corners and shadows" : "圆角与阴影"
         text: good ? (section.english ? "A compositor blends windows." : "合成器正在运行。")
-                   : (section.english ? "Without a compositor the panel has plain edges; everything else is the same."
-                                      : "没有合成器,面板边缘会比较生硬,其余不受影响。")
+                   : (section.english ? "Without a compositor the panel's corners are a little rough and it casts no shadow; everything else is the same."
+                                      : "没有合成器,面板的圆角略显粗糙,也没有阴影,其余不受影响。")
     }
 }
