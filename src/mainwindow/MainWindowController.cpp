@@ -5,16 +5,18 @@
 #include "ui/BilingualText.h"
 #include "ui/OrdinaryWindow.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
 MainWindowController::MainWindowController(QQmlEngine &engine,
-                                           const MainWindowModel::Collaborators &collaborators,
+                                           MainWindowModel::Collaborators collaborators,
                                            QObject *parent)
     : QObject(parent)
     , engine_(engine)
-    , with_(collaborators)
+    , with_(std::move(collaborators))
 {
 }
 

@@ -20,7 +20,7 @@ class MainWindowController : public QObject {
 
 public:
     /// The engine and all of the others must outlive the controller.
-    MainWindowController(QQmlEngine &engine, const MainWindowModel::Collaborators &collaborators,
+    MainWindowController(QQmlEngine &engine, MainWindowModel::Collaborators collaborators,
                          QObject *parent = nullptr);
     ~MainWindowController() override;
     Q_DISABLE_COPY_MOVE(MainWindowController)
