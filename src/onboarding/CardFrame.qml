@@ -207,6 +207,7 @@ FocusScope {
                 visible: frame.quietText.length > 0
                 enabled: !frame.isQuietOver
                 opacity: frame.isQuietOver ? 0 : 1
+                Accessible.ignored: frame.isQuietOver
                 width: Math.min(implicitWidth, footer.width)
                 quiet: true
                 text: frame.quietText

@@ -28,24 +28,4 @@ inline QList<NoteWithContext> notes(int count)
     return list;
 }
 
-/// Everything that can be read, a line for each text.
-inline QStringList textsOf(const QQuickItem *item)
-{
-    QStringList texts;
-    if (!item->isVisible()) {
-        return texts;
-    }
-    const QString text = item->property("text").toString();
-    const bool isDrawn = item->metaObject()->indexOfProperty("truncated") >= 0
-        || item->metaObject()->indexOfProperty("readOnly") >= 0;
-    if (!text.isEmpty() && isDrawn) {
-        texts << text;
-    }
-    const auto children = item->childItems();
-    for (const QQuickItem *child : children) {
-        texts << textsOf(child);
-    }
-    return texts;
-}
-
 } // namespace vellumo::test

@@ -10,11 +10,11 @@
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/fake/FakeSecretItems.h"
+#include "support/QuickItems.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
 #include <QGuiApplication>
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QTest>
 
 namespace vellumo::test {
@@ -116,7 +116,7 @@ struct WindowDesk {
     /// The visible item of this name; null when there is none.
     [[nodiscard]] QQuickItem *item(const char *name) const
     {
-        return find(QLatin1StringView(name), window.window()->contentItem());
+        return findItem(window.window()->contentItem(), QLatin1StringView(name));
     }
     [[nodiscard]] QString text(const char *name) const
     {
@@ -136,21 +136,6 @@ struct WindowDesk {
         for (int i = 0; i < times; ++i) {
             QTest::keyClick(window.window(), pressed);
         }
-    }
-
-private:
-    static QQuickItem *find(QLatin1StringView name, QQuickItem *below)
-    {
-        if (!below->isVisible() || below->objectName() == name) {
-            return below->isVisible() ? below : nullptr;
-        }
-        const auto children = below->childItems();
-        for (QQuickItem *child : children) {
-            if (QQuickItem *found = find(name, child)) {
-                return found;
-            }
-        }
-        return nullptr;
     }
 };
 

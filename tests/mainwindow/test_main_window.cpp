@@ -15,31 +15,6 @@ using namespace Qt::StringLiterals;
 using namespace vellumo;
 using namespace vellumo::test;
 
-namespace {
-
-/// Buttons that are cut, or lie outside of the window.
-QStringList cutButtons(const QQuickItem *item)
-{
-    QStringList cut;
-    if (!item->isVisible()) {
-        return cut;
-    }
-    if (item->metaObject()->indexOfProperty("glyph") >= 0) {
-        const QRectF place = item->mapRectToScene(QRectF(QPointF(), item->size()));
-        if (item->width() < item->implicitWidth() || place.left() < 0
-            || place.right() > item->window()->width()) {
-            cut << item->property("text").toString();
-        }
-    }
-    const auto children = item->childItems();
-    for (const QQuickItem *child : children) {
-        cut << cutButtons(child);
-    }
-    return cut;
-}
-
-} // namespace
-
 Q_DECLARE_METATYPE(vellumo::Point)
 
 class TestMainWindow : public QObject {

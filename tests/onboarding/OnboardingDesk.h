@@ -11,10 +11,10 @@
 #include "platform/fake/FakeEventMonitors.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/fake/FakeSecretItems.h"
+#include "support/QuickItems.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QTest>
 
 namespace vellumo::test {
@@ -58,7 +58,7 @@ struct OnboardingDesk {
     /// The visible item of this name; null when there is none.
     [[nodiscard]] QQuickItem *item(const QString &name) const
     {
-        return find(*flow.window()->contentItem(), name);
+        return findItem(flow.window()->contentItem(), name);
     }
     [[nodiscard]] QString text(const QString &name) const
     {
@@ -104,20 +104,6 @@ struct OnboardingDesk {
 
 private:
     inline static const QString languageKey = QStringLiteral("preferredOutputLanguage");
-
-    static QQuickItem *find(const QQuickItem &root, const QString &name)
-    {
-        const auto items = root.childItems();
-        for (QQuickItem *item : items) {
-            if (!item->isVisible())
-                continue;
-            if (item->objectName() == name)
-                return item;
-            if (QQuickItem *below = find(*item, name))
-                return below;
-        }
-        return nullptr;
-    }
 };
 
 } // namespace vellumo::test

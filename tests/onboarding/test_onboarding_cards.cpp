@@ -11,26 +11,6 @@ using namespace vellumo;
 using namespace vellumo::test;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Everything that is written on the card.
-QStringList textsOf(const QQuickItem &root)
-{
-    QStringList found;
-    const auto items = root.childItems();
-    for (const QQuickItem *item : items) {
-        if (item->isVisible()) {
-            const QVariant text = item->property("text");
-            if (!text.toString().isEmpty())
-                found << text.toString();
-            found += textsOf(*item);
-        }
-    }
-    return found;
-}
-
-} // namespace
-
 class TestOnboardingCards : public QObject {
     Q_OBJECT
 
@@ -38,6 +18,8 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
     void everyCardSpeaksBothLanguages();
     void keysReachEverything();
+    void fitsLargeText_data();
+    void fitsLargeText();
     void surveyIconsExist();
 };
 
@@ -51,11 +33,11 @@ void TestOnboardingCards::everyCardSpeaksBothLanguages()
     for (const QString &name : phaseNames) {
         desk.flow.present(name);
         QVERIFY(QTest::qWaitForWindowExposed(desk.flow.window()));
-        const QStringList english = textsOf(*desk.flow.window()->contentItem());
+        const QStringList english = textsOf(desk.flow.window()->contentItem());
         QVERIFY2(!english.join(u'|').remove(u"中文"_s).contains(chinese),
                  qPrintable(english.join(u'|')));
         desk.click(u"language"_s); // while the card is open
-        QStringList left = textsOf(*desk.flow.window()->contentItem());
+        QStringList left = textsOf(desk.flow.window()->contentItem());
         left.removeIf([&](const QString &text) {
             return text.contains(chinese) || international.contains(text) || text.size() == 1
                 || desk.flow.survey()->chineseLabel(
@@ -65,7 +47,7 @@ void TestOnboardingCards::everyCardSpeaksBothLanguages()
         });
         QVERIFY2(left.isEmpty(), qPrintable(left.join(u'|')));
         desk.click(u"language"_s);
-        QCOMPARE(textsOf(*desk.flow.window()->contentItem()), english);
+        QCOMPARE(textsOf(desk.flow.window()->contentItem()), english);
     }
 }
 
@@ -99,6 +81,46 @@ void TestOnboardingCards::keysReachEverything()
     QCOMPARE(desk.flow.phase(), Phase::permission);
     QTest::keyClick(window, Qt::Key_Return);
     QCOMPARE(desk.flow.phase(), Phase::permission); // not yet
+}
+
+void TestOnboardingCards::fitsLargeText_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QSize>("size");
+    for (const auto &language : {u"English"_s, u"Chinese"_s}) {
+        QTest::addRow("%s, a small screen", qPrintable(language)) << language << QSize(1008, 552);
+        QTest::addRow("%s, the least window", qPrintable(language)) << language << QSize();
+    }
+}
+
+void TestOnboardingCards::fitsLargeText()
+{
+    QFETCH(QString, language);
+    QFETCH(QSize, size);
+    const QFont before = QGuiApplication::font();
+    QFont font = before;
+    font.setPointSizeF(20); // twice the usual
+    QGuiApplication::setFont(font);
+    const auto restore = qScopeGuard([&] { QGuiApplication::setFont(before); });
+    OnboardingDesk desk(false, language);
+    for (const QString &name : phaseNames) {
+        desk.flow.present(name);
+        if (name == phaseNames.first()) {
+            desk.flow.signIn(); // with most to say
+        }
+        QQuickWindow *window = desk.flow.window();
+        window->resize(size.isValid() ? size : window->minimumSize());
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        static_cast<void>(window->grabWindow()); // puts everything in its place
+        QVERIFY2(cutButtons(window->contentItem()).isEmpty(), qPrintable(name));
+        // what the card asks to look at is there without scrolling
+        for (const auto &test : {u"gesture"_s, u"select"_s}) {
+            const QQuickItem *hint = size.isValid() ? desk.item(test + u"HintLabel"_s) : nullptr;
+            QVERIFY(hint == nullptr
+                    || hint->mapToScene({0, hint->height()}).y()
+                        <= desk.item(test + u"ContinueButton"_s)->mapToScene({}).y());
+        }
+    }
 }
 
 void TestOnboardingCards::surveyIconsExist()

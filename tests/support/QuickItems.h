@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QQuickItem>
+#include <QQuickWindow>
+
+/// What a window shows, item by item.
+namespace vellumo::test {
+
+/// The visible item of this name, at or below `item`; null when there is none.
+inline QQuickItem *findItem(QQuickItem *item, const QString &name)
+{
+    if (!item->isVisible() || item->objectName() == name) {
+        return item->isVisible() ? item : nullptr;
+    }
+    const auto children = item->childItems();
+    for (QQuickItem *child : children) {
+        if (QQuickItem *found = findItem(child, name)) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+/// Everything that can be read, a line for each text.
+inline QStringList textsOf(const QQuickItem *item)
+{
+    QStringList texts;
+    if (!item->isVisible()) {
+        return texts;
+    }
+    const QString text = item->property("text").toString();
+    const bool isDrawn = item->metaObject()->indexOfProperty("truncated") >= 0
+        || item->metaObject()->indexOfProperty("readOnly") >= 0;
+    if (!text.isEmpty() && isDrawn) {
+        texts << text;
+    }
+    const auto children = item->childItems();
+    for (const QQuickItem *child : children) {
+        texts << textsOf(child);
+    }
+    return texts;
+}
+
+/// Buttons that are cut, or lie outside of the window.
+inline QStringList cutButtons(const QQuickItem *item)
+{
+    QStringList cut;
+    if (!item->isVisible()) {
+        return cut;
+    }
+    if (item->metaObject()->indexOfProperty("glyph") >= 0) {
+        const QRectF place = item->mapRectToScene(QRectF(QPointF(), item->size()));
+        if (item->width() < item->implicitWidth() || place.left() < 0
+            || place.right() > item->window()->width()) {
+            cut << item->property("text").toString();
+        }
+    }
+    const auto children = item->childItems();
+    for (const QQuickItem *child : children) {
+        cut << cutButtons(child);
+    }
+    return cut;
+}
+
+} // namespace vellumo::test
