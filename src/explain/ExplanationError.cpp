@@ -44,6 +44,11 @@ ExplanationError undecodable()
     return DecodingError{};
 }
 
+ExplanationError withoutKey(const KeyError &error)
+{
+    return error;
+}
+
 ExplanationFailure summary(const ExplanationError &error, double at)
 {
     if (const auto *service = std::get_if<ServiceError>(&error)) {

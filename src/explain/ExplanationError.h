@@ -45,8 +45,9 @@ struct KeyError {
 /// the words.
 using ExplanationError = std::variant<ServiceError, DecodingError, HttpError, KeyError>;
 
-/// A DecodingError. (Made inline, gcc 12 sees uninitialised members of the other kinds.)
-[[nodiscard]] ExplanationError undecodable();
+// Made inline, gcc 12 sees uninitialised members of the other kinds.
+[[nodiscard]] ExplanationError undecodable(); ///< a DecodingError
+[[nodiscard]] ExplanationError withoutKey(const KeyError &error);
 
 /// What may be kept, shown and logged of an error: nothing that was sent or answered.
 struct ExplanationFailure {

@@ -16,7 +16,7 @@ void KeyedService::explain(const ExplanationRequest &request, QObject *context,
                 if (ready.isOk()) {
                     OpenAIService(ready.value()).explain(request, context, completion);
                 } else {
-                    completion(ExplanationError(ready.error()));
+                    completion(withoutKey(ready.error()));
                 }
             });
 }
@@ -31,7 +31,7 @@ void KeyedService::followUp(const QList<ChatTurn> &transcript, const QString &la
             if (ready.isOk()) {
                 OpenAIService(ready.value()).followUp(transcript, language, context, completion);
             } else {
-                completion(ExplanationError(ready.error()));
+                completion(withoutKey(ready.error()));
             }
         });
 }
