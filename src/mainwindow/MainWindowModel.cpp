@@ -87,6 +87,7 @@ void MainWindowModel::pull()
 void MainWindowModel::userChanged()
 {
     setShowsSettings(false);
+    exporter_.setOpen(false);
     isAskedToSignIn_ = false;
     if (with_.defaults.value(withoutAccountKey).isValid()) {
         with_.defaults.setValue(withoutAccountKey, {});

@@ -107,11 +107,12 @@ void NotesExporter::chooseFile()
 
 void NotesExporter::chosen(const QString &path)
 {
-    if (!isOpen_ || path.isEmpty()) {
-        return; // it has been thought better of meanwhile
+    if (path.isEmpty() || job_.isRunning()) {
+        return;
     }
     path_ = path;
     if (QFileInfo(path).isFile()) {
+        isOpen_ = true; // again, if it was dismissed while the dialog stood
         asksToReplace_ = true;
         Q_EMIT changed();
     } else {
@@ -126,17 +127,22 @@ void NotesExporter::replace()
     }
 }
 
+QList<int> NotesExporter::chosenNotes() const
+{
+    if (scope_ == "selected"_L1) {
+        return library_.selectedNotes();
+    }
+    if (scope_ == "found"_L1) {
+        return library_.foundNotes();
+    }
+    QList<int> all(library_.total());
+    std::iota(all.begin(), all.end(), 0);
+    return all;
+}
+
 void NotesExporter::write()
 {
-    QList<int> notes;
-    if (scope_ == "selected"_L1) {
-        notes = library_.selectedNotes();
-    } else if (scope_ == "found"_L1) {
-        notes = library_.foundNotes();
-    } else {
-        notes.resize(library_.total());
-        std::iota(notes.begin(), notes.end(), 0);
-    }
+    const QList<int> notes = chosenNotes();
     isOpen_ = false;
     asksToReplace_ = false;
     state_ = State::Writing;

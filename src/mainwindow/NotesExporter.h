@@ -93,6 +93,7 @@ Q_SIGNALS:
 
 private:
     void chosen(const QString &path);
+    [[nodiscard]] QList<int> chosenNotes() const;
     void write();
     void done(const NotesExport::Result &result);
 

@@ -204,6 +204,17 @@ void TestNotePages::exportsWhatIsMarked()
     exportsBy(nullptr);
     QVERIFY(tells(u"The folder is not there any more. Choose another one."_s));
     QCOMPARE(desk.text("count"), u"3 selected"_s);
+
+    // the dialog stands while the sheet is dismissed
+    const QTemporaryDir other;
+    std::function<void(const QString &)> chooseLate;
+    desk.window.onChooseFile = [&](const NotesExporter::FileQuestion &question) {
+        chooseLate = question.onChosen;
+    };
+    exportsBy("exportCancel");
+    QVERIFY(!desk.item("exportTitle"));
+    chooseLate(other.filePath(u"late.json"_s));
+    QVERIFY(tells(u"3 notes are in “late.json”"_s));
 }
 
 void TestNotePages::keepsItsPlaceWhenANoteIsAdded()
