@@ -4,22 +4,20 @@
 #include "app/AppDelegate.h"
 
 #include "app/AccountWiring.h"
-#include "app/AppConfig.h"
 #include "app/BuiltInUpdates.h"
 #include "app/CommandLine.h"
 #include "app/ComputerWiring.h"
-#include "app/LinuxPlatform.h"
+#include "app/Foundation.h"
 #include "app/MainMenu.h"
 #include "app/MainWindowWiring.h"
 #include "app/OnboardingWiring.h"
 #include "app/PermissionManager.h"
+#include "app/PermissionWiring.h"
 #include "app/Preview.h"
-#include "app/RevokedAlert.h"
 #include "app/StatusItem.h"
 #include "app/SyncWiring.h"
 #include "app/TerminationSignals.h"
 #include "app/UpdaterManager.h"
-#include "app/UserPreferences.h"
 #include "capture/AccessibilitySelectionReader.h"
 #include "capture/ContextTracker.h"
 #include "capture/ReadingBudget.h"
@@ -32,19 +30,9 @@
 #include "pill/NotesEntranceController.h"
 #include "platform/Diagnostics.h"
 #include "platform/dbus/ApplicationInterface.h"
-#include "platform/qt/QtHttpSession.h"
-#include "platform/qt/SettingsDefaultsStore.h"
-#include "platform/qt/SystemClock.h"
-#include "platform/windowing/QtFloatingWindows.h"
-#include "platform/windowing/QtScreens.h"
 #include "ui/ApplicationFonts.h"
-#include "ui/BilingualText.h"
-#include "ui/ConsentDialog.h"
-#include "ui/QmlEngine.h"
-#include "ui/look/SystemLook.h"
 
 #include <QApplication>
-#include <QQmlEngine>
 #include <QTimer>
 #include <QWindow>
 
@@ -52,27 +40,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace vellumo {
-
-/// What everything else stands on: settings, time, languages, windows and the platform.
-struct AppDelegate::Foundation {
-    AppConfig config = AppConfig::load();
-    SettingsDefaultsStore defaults{SettingsDefaultsStore::defaultPath()};
-    UserPreferences preferences{defaults};
-    SystemClock clock;
-    QtHttpSession http;
-
-    struct Engine : QQmlEngine {
-        Engine() { prepareEngine(*this); }
-    } engine;
-    BilingualText texts{[this] { return preferences.preferredOutputLanguage(); }};
-    ConsentDialog consent{engine, texts};
-    QtScreens screens;
-    QtFloatingWindows windows{engine, [this] { return look().isMotionReduced(); }};
-    LinuxPlatform platform{defaults, consent};
-
-    Foundation() { texts.follow(defaults); }
-    SystemLook &look() { return *SystemLook::of(engine); }
-};
 
 AppDelegate::AppDelegate(QApplication &application) : application_(application) { }
 
@@ -355,31 +322,9 @@ void AppDelegate::wireExplainer()
 
 void AppDelegate::wirePermission()
 {
-    Accessibility &accessibility = foundation_->platform.accessibility();
-    permissionManager_->onChange = [this, &accessibility](bool isTrusted) {
-        if (isTrusted) {
-            triggerManager_->start();
-            revokedAlert_->close();
-            foundation_->consent.release(false);
-        } else {
-            // The question is put when the alert has been read: one of the two stands at a time.
-            foundation_->consent.hold();
-            accessibility.isProcessTrustedWithPrompt();
-            permissionManager_->setTrusted(accessibility.isProcessTrusted());
-            revokedAlert_->show();
-        }
-    };
-    revokedAlert_ = std::make_unique<RevokedAlert>(foundation_->texts);
-    revokedAlert_->onClosed = [this, &accessibility](bool opensSettings) {
-        if (opensSettings) {
-            permissionManager_->openAccessibilitySettings();
-        }
-        foundation_->consent.release(!accessibility.isProcessTrusted());
-    };
-    resultPanel_->isTrusted = [&accessibility] { return accessibility.isProcessTrusted(); };
-    resultPanel_->onAllowAccessibility = [&accessibility] {
-        accessibility.isProcessTrustedWithPrompt();
-    };
+    permission_ = std::make_unique<PermissionWiring>(PermissionWiring::Foundation{
+        *permissionManager_, foundation_->platform.accessibility(), foundation_->consent,
+        *triggerManager_, *resultPanel_, foundation_->texts});
 }
 
 void AppDelegate::createMainWindow()

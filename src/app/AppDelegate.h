@@ -17,6 +17,7 @@ class AIExplaining;
 class ApplicationInterface;
 class ComputerWiring;
 class ContextTracker;
+struct Foundation;
 class ForwardingExplainer;
 class MainMenu;
 class MainWindowWiring;
@@ -24,10 +25,10 @@ class NotesEntranceController;
 class NotesStore;
 class OnboardingWiring;
 class PermissionManager;
+class PermissionWiring;
 class Preview;
 class ReadingBudget;
 class ResultPanelController;
-class RevokedAlert;
 class ServiceSetup;
 class StatusItem;
 class SyncWiring;
@@ -53,8 +54,6 @@ public:
     std::function<void(const QString &url)> onOpenURL;
 
 private:
-    struct Foundation;
-
     void applicationDidFinishLaunching();
     void configureMainMenu();
     void configureStatusItem();
@@ -86,7 +85,6 @@ private:
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<UpdaterManager> updaterManager_;
     std::unique_ptr<PermissionManager> permissionManager_;
-    std::unique_ptr<RevokedAlert> revokedAlert_;
     std::unique_ptr<NotesStore> notesStore_;
     std::unique_ptr<AccountWiring> account_;
     std::unique_ptr<ServiceSetup> serviceSetup_;
@@ -99,6 +97,7 @@ private:
     std::unique_ptr<TriggerManager> triggerManager_;
     std::unique_ptr<SyncWiring> sync_;
     std::unique_ptr<VellumoCoordinator> coordinator_;
+    std::unique_ptr<PermissionWiring> permission_;
     std::unique_ptr<ComputerWiring> computer_;
     std::unique_ptr<MainWindowWiring> mainWindow_;
     std::unique_ptr<OnboardingWiring> onboarding_;

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/AppConfig.h"
+#include "app/LinuxPlatform.h"
+#include "app/UserPreferences.h"
+#include "platform/qt/QtHttpSession.h"
+#include "platform/qt/SettingsDefaultsStore.h"
+#include "platform/qt/SystemClock.h"
+#include "platform/windowing/QtFloatingWindows.h"
+#include "platform/windowing/QtScreens.h"
+#include "ui/BilingualText.h"
+#include "ui/ConsentDialog.h"
+#include "ui/QmlEngine.h"
+#include "ui/look/SystemLook.h"
+#include <QQmlEngine>
+
+namespace vellumo {
+
+/// What everything else stands on: settings, time, languages, windows and the platform.
+struct Foundation {
+    AppConfig config = AppConfig::load();
+    SettingsDefaultsStore defaults{SettingsDefaultsStore::defaultPath()};
+    UserPreferences preferences{defaults};
+    SystemClock clock;
+    QtHttpSession http;
+
+    struct Engine : QQmlEngine {
+        Engine() { prepareEngine(*this); }
+    } engine;
+    BilingualText texts{[this] { return preferences.preferredOutputLanguage(); }};
+    ConsentDialog consent{engine, texts};
+    QtScreens screens;
+    QtFloatingWindows windows{engine, [this] { return look().isMotionReduced(); }};
+    LinuxPlatform platform{defaults, consent};
+
+    Foundation() { texts.follow(defaults); }
+    SystemLook &look() { return *SystemLook::of(engine); }
+};
+
+} // namespace vellumo

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/PermissionWiring.h"
+
+#include "app/PermissionManager.h"
+#include "capture/TriggerManager.h"
+#include "panel/ResultPanelController.h"
+#include "platform/Accessibility.h"
+#include "ui/ConsentDialog.h"
+
+namespace vellumo {
+
+PermissionWiring::PermissionWiring(const Foundation &foundation)
+    : with_(foundation)
+    , alert_(foundation.texts)
+{
+    with_.manager.onChange = [this](bool isTrusted) { isTrusted ? granted() : revoked(); };
+    alert_.onClosed = [this](bool opensSettings) {
+        if (opensSettings) {
+            with_.manager.openAccessibilitySettings();
+        }
+        with_.consent.release(!with_.accessibility.isProcessTrusted());
+    };
+    Accessibility &accessibility = with_.accessibility;
+    with_.resultPanel.isTrusted = [&accessibility] { return accessibility.isProcessTrusted(); };
+    with_.resultPanel.onAllowAccessibility = [&accessibility] {
+        accessibility.isProcessTrustedWithPrompt();
+    };
+}
+
+void PermissionWiring::granted()
+{
+    with_.trigger.start();
+    alert_.close();
+    with_.consent.release(false);
+}
+
+void PermissionWiring::revoked()
+{
+    // The question is put when the alert has been read: one of the two stands at a time.
+    with_.consent.hold();
+    with_.accessibility.isProcessTrustedWithPrompt();
+    with_.manager.setTrusted(with_.accessibility.isProcessTrusted());
+    alert_.show();
+}
+
+} // namespace vellumo

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/RevokedAlert.h"
+
+namespace vellumo {
+
+class Accessibility;
+class ConsentDialog;
+class PermissionManager;
+class ResultPanelController;
+class TriggerManager;
+
+/// What follows when the user lets this program read other applications, and when they no longer
+/// do.
+class PermissionWiring {
+public:
+    /// All must outlive this object, which takes the manager's callback and the panel's.
+    struct Foundation {
+        PermissionManager &manager;
+        Accessibility &accessibility;
+        ConsentDialog &consent;
+        TriggerManager &trigger;
+        ResultPanelController &resultPanel;
+        const BilingualText &texts;
+    };
+
+    explicit PermissionWiring(const Foundation &foundation);
+    Q_DISABLE_COPY_MOVE(PermissionWiring)
+    ~PermissionWiring() = default;
+
+private:
+    void granted();
+    void revoked();
+
+    Foundation with_;
+    RevokedAlert alert_;
+};
+
+} // namespace vellumo
