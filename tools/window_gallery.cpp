@@ -112,7 +112,7 @@ QList<View> views()
     };
     const auto toComputer = [](WindowDesk &desk) { desk.click("computer"); };
     const auto scroll = [](WindowDesk &desk, qreal share) {
-        QQuickItem *reader = desk.item("computerReader");
+        QQuickItem *reader = desk.item("computerPage");
         const qreal hidden = reader->property("contentHeight").toReal() - reader->height();
         reader->setProperty("contentY", std::round(hidden * share));
     };

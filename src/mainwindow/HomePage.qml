@@ -6,7 +6,7 @@ import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// Home: a greeting, the month in a few numbers, and the latest notes.
-FocusScope {
+ScrollPage {
     id: page
 
     required property MainWindowModel main
@@ -14,8 +14,6 @@ FocusScope {
 
     readonly property bool english: page.texts.english
     readonly property NotesOverview overview: page.main.overview
-    readonly property int sidePadding: Math.max(Units.space24,
-                                                Math.round((page.width - Units.pageWidth) / 2))
     readonly property bool isEmpty: page.main.library.total === 0
 
     function greeting(): string {
@@ -44,139 +42,102 @@ FocusScope {
             .arg(count).arg(page.overview.todayPlace)
     }
 
-    Flickable {
-        id: flickable
+    Label {
+        objectName: "greeting"
+        width: parent.width
+        text: page.greeting()
+        wrapMode: Text.Wrap
+        font.pixelSize: Units.type24
+        font.letterSpacing: Units.tightTracking
+        font.weight: Font.Bold
+        Accessible.role: Accessible.Heading
+    }
+    Item {
+        width: 1
+        height: Units.space4
+    }
+    Label {
+        objectName: "summary"
+        width: parent.width
+        text: page.summary()
+        wrapMode: Text.Wrap
+        color: Theme.secondInk
+        font.pixelSize: Units.type14
+        lineFactor: Units.readingLine
+    }
+    Item {
+        width: 1
+        height: Units.space24
+    }
+    HomeTiles {
+        width: parent.width
+        visible: !page.isEmpty
+        overview: page.overview
+        english: page.english
+    }
+    FirstNote {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(Units.scaled(460), parent.width)
+        visible: page.isEmpty
+        english: page.english
+    }
+    Item {
+        width: parent.width
+        height: all.height + Units.space20 + Units.space4
+        visible: !page.isEmpty
 
-        anchors.fill: parent
-        contentWidth: width
-        contentHeight: column.y + column.height + Units.space32
-        boundsBehavior: Flickable.StopAtBounds
-        pixelAligned: true
-
-        function reveal(item: Item): void {
-            const top = item.mapToItem(flickable.contentItem, 0, 0).y - Units.space8
-            const bottom = top + item.height + 2 * Units.space8
-            if (top < flickable.contentY)
-                flickable.contentY = Math.max(0, top)
-            else if (bottom > flickable.contentY + flickable.height)
-                flickable.contentY = bottom - flickable.height
+        Label {
+            anchors.verticalCenter: all.verticalCenter
+            text: page.english ? "Latest" : "最近"
+            font.pixelSize: Units.type15
+            font.weight: Font.DemiBold
+            Accessible.role: Accessible.Heading
         }
+        TextButton {
+            id: all
 
-        Column {
-            id: column
-
-            x: page.sidePadding
-            y: Units.pageTop
-            width: page.width - 2 * x
-
-            Label {
-                objectName: "greeting"
-                width: parent.width
-                text: page.greeting()
-                wrapMode: Text.Wrap
-                font.pixelSize: Units.type24
-                font.letterSpacing: Units.tightTracking
-                font.weight: Font.Bold
-                Accessible.role: Accessible.Heading
-            }
-            Item {
-                width: 1
-                height: Units.space4
-            }
-            Label {
-                objectName: "summary"
-                width: parent.width
-                text: page.summary()
-                wrapMode: Text.Wrap
-                color: Theme.secondInk
-                font.pixelSize: Units.type14
-                lineFactor: Units.readingLine
-            }
-            Item {
-                width: 1
-                height: Units.space24
-            }
-            HomeTiles {
-                width: parent.width
-                visible: !page.isEmpty
-                overview: page.overview
-                english: page.english
-            }
-            FirstNote {
-                anchors.horizontalCenter: parent.horizontalCenter
-                width: Math.min(Units.scaled(460), parent.width)
-                visible: page.isEmpty
-                english: page.english
-            }
-            Item {
-                width: parent.width
-                height: all.height + Units.space20 + Units.space4
-                visible: !page.isEmpty
-
-                Label {
-                    anchors.verticalCenter: all.verticalCenter
-                    text: page.english ? "Latest" : "最近"
-                    font.pixelSize: Units.type15
-                    font.weight: Font.DemiBold
-                    Accessible.role: Accessible.Heading
-                }
-                TextButton {
-                    id: all
-
-                    objectName: "allNotes"
-                    x: parent.width - width + Units.space12
-                    y: Units.space20
-                    quiet: true
-                    text: page.english ? "All notes" : "全部笔记"
-                    onClicked: page.main.page = "notes"
-                }
-            }
-            Column {
-                id: latest
-
-                width: parent.width
-                visible: !page.isEmpty
-                spacing: Units.space8
-
-                Accessible.role: Accessible.List
-                Accessible.name: page.english ? "Latest" : "最近"
-
-                Repeater {
-                    model: page.main.library.latest
-
-                    NoteCard {
-                        id: card
-
-                        required property int index
-
-                        objectName: "latest"
-
-                        width: latest.width
-                        english: page.english
-                        activeFocusOnTab: true
-                        hasKeyboard: activeFocus
-                        onAction: page.main.openLatest(card.index)
-                        onActiveFocusChanged: {
-                            if (activeFocus)
-                                flickable.reveal(card)
-                        }
-                        Keys.onPressed: event => {
-                            const keys = [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter]
-                            event.accepted = keys.includes(event.key)
-                            if (event.accepted && !event.isAutoRepeat)
-                                card.action(Qt.NoModifier)
-                        }
-                        Keys.onUpPressed: card.nextItemInFocusChain(false).forceActiveFocus()
-                        Keys.onDownPressed: card.nextItemInFocusChain(true).forceActiveFocus()
-                    }
-                }
-            }
+            objectName: "allNotes"
+            x: parent.width - width + Units.space12
+            y: Units.space20
+            quiet: true
+            text: page.english ? "All notes" : "全部笔记"
+            onClicked: page.main.page = "notes"
         }
     }
-    ScrollThumb {
-        x: page.width - width - Units.space2
-        flickable: flickable
-        color: Theme.thumb
-        activeColor: Theme.thirdInk
+    Column {
+        id: latest
+
+        width: parent.width
+        visible: !page.isEmpty
+        spacing: Units.space8
+
+        Accessible.role: Accessible.List
+        Accessible.name: page.english ? "Latest" : "最近"
+
+        Repeater {
+            model: page.main.library.latest
+
+            NoteCard {
+                id: card
+
+                required property int index
+
+                objectName: "latest"
+
+                width: latest.width
+                english: page.english
+                activeFocusOnTab: true
+                hasKeyboard: activeFocus
+                onAction: page.main.openLatest(card.index)
+                Keys.onPressed: event => {
+                    const keys = [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter]
+                    event.accepted = keys.includes(event.key)
+                    if (event.accepted && !event.isAutoRepeat)
+                        card.action(Qt.NoModifier)
+                }
+                Keys.onUpPressed: card.nextItemInFocusChain(false).forceActiveFocus()
+                Keys.onDownPressed: card.nextItemInFocusChain(true).forceActiveFocus()
+            }
+        }
     }
 }

@@ -6,7 +6,7 @@ import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// Insights: when was read, in which languages, and where.
-FocusScope {
+ScrollPage {
     id: page
 
     required property MainWindowModel main
@@ -14,9 +14,9 @@ FocusScope {
 
     readonly property bool english: page.texts.english
     readonly property NotesInsights insights: page.main.insights
-    readonly property int sidePadding: Math.max(Units.space24,
-                                                Math.round((page.width - Units.pageWidth) / 2))
     readonly property bool isEmpty: page.main.library.total === 0
+
+    spacing: Units.space12
 
     function summary(): string {
         if (page.isEmpty)
@@ -31,162 +31,113 @@ FocusScope {
             .arg(page.insights.total).arg(page.insights.activeDays)
     }
 
-    Keys.onPressed: event => {
-        const distance = event.key === Qt.Key_Up ? -60 : event.key === Qt.Key_Down ? 60
-            : event.key === Qt.Key_PageUp ? 80 - flickable.height
-            : event.key === Qt.Key_PageDown ? flickable.height - 80 : 0
-        if (distance === 0)
-            return
-        event.accepted = true
-        flickable.scrollTo(flickable.contentY + distance)
+    Column {
+        width: parent.width
+        spacing: Units.space4
+
+        Label {
+            objectName: "insightsTitle"
+            width: parent.width
+            text: page.english ? "Insights" : "洞察"
+            font.pixelSize: Units.type24
+            font.letterSpacing: Units.tightTracking
+            font.weight: Font.Bold
+            Accessible.role: Accessible.Heading
+        }
+        Label {
+            objectName: "insightsSummary"
+            width: parent.width
+            visible: page.isEmpty || page.insights.isReady
+            bottomPadding: Units.space12
+            text: page.summary()
+            wrapMode: Text.Wrap
+            color: Theme.secondInk
+            font.pixelSize: Units.type14
+            lineFactor: Units.readingLine
+        }
     }
+    FirstNote {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(Units.scaled(460), parent.width)
+        visible: page.isEmpty
+        english: page.english
+    }
+    Column {
+        id: cards
 
-    Flickable {
-        id: flickable
+        width: parent.width
+        visible: !page.isEmpty && page.insights.isReady
+        spacing: Units.space12
 
-        objectName: "insightsScroll"
-        anchors.fill: parent
-        focus: true
-        contentWidth: width
-        contentHeight: column.y + column.height + Units.space32
-        boundsBehavior: Flickable.StopAtBounds
-        pixelAligned: true
+        readonly property bool isWide: cards.width >= Units.scaled(560)
+        readonly property int half: Math.floor((cards.width - cards.spacing) / 2)
 
-        function scrollTo(y: real): void {
-            contentY = Math.max(0, Math.min(Math.max(0, contentHeight - height), y))
-        }
-        function reveal(item: Item): void {
-            const top = item.mapToItem(flickable.contentItem, 0, 0).y - Units.space48
-            const bottom = top + item.height + Units.space48 + Units.space24
-            if (top < flickable.contentY || item.height > flickable.height)
-                flickable.scrollTo(top)
-            else if (bottom > flickable.contentY + flickable.height)
-                flickable.scrollTo(bottom - flickable.height)
-        }
+        InsightCard {
+            width: parent.width
+            heading: page.english ? "Notes per day" : "每天的笔记"
+            figure: days.figure
 
-        Column {
-            id: column
+            DayCalendar {
+                id: days
 
-            x: page.sidePadding
-            y: Units.pageTop
-            width: page.width - 2 * x
-            spacing: Units.space12
-
-            Label {
-                objectName: "insightsTitle"
-                width: parent.width
-                text: page.english ? "Insights" : "洞察"
-                font.pixelSize: Units.type24
-                font.letterSpacing: Units.tightTracking
-                font.weight: Font.Bold
-                Accessible.role: Accessible.Heading
-            }
-            Label {
-                objectName: "insightsSummary"
-                width: parent.width
-                visible: page.isEmpty || page.insights.isReady
-                bottomPadding: Units.space12
-                text: page.summary()
-                wrapMode: Text.Wrap
-                color: Theme.secondInk
-                font.pixelSize: Units.type14
-                lineFactor: Units.readingLine
-            }
-            FirstNote {
-                anchors.horizontalCenter: parent.horizontalCenter
-                width: Math.min(Units.scaled(460), parent.width)
-                visible: page.isEmpty
+                objectName: "days"
+                width: parent?.width ?? 0
+                insights: page.insights
                 english: page.english
             }
-            Column {
-                id: cards
+        }
+        Grid {
+            width: parent.width
+            columns: cards.isWide ? 2 : 1
+            spacing: cards.spacing
 
-                width: parent.width
-                visible: !page.isEmpty && page.insights.isReady
-                spacing: Units.space12
+            InsightCard {
+                id: monthsCard
 
-                readonly property bool isWide: cards.width >= Units.scaled(560)
-                readonly property int half: Math.floor((cards.width - cards.spacing) / 2)
+                width: cards.isWide ? cards.half : cards.width
+                height: cards.isWide ? Math.max(implicitHeight, languages.implicitHeight)
+                                     : implicitHeight
+                heading: page.english ? "Notes per month" : "每月的笔记"
+                bodyHeight: months.implicitHeight
 
-                InsightCard {
-                    width: parent.width
-                    heading: page.english ? "Notes per day" : "每天的笔记"
-                    figure: days.figure
+                MonthBars {
+                    id: months
 
-                    DayCalendar {
-                        id: days
-
-                        objectName: "days"
-                        width: parent?.width ?? 0
-                        insights: page.insights
-                        english: page.english
-                        onActiveFocusChanged: {
-                            if (activeFocus)
-                                flickable.reveal(days)
-                        }
-                    }
+                    y: monthsCard.height - monthsCard.implicitHeight
+                    width: parent?.width ?? 0
+                    height: implicitHeight
+                    insights: page.insights
+                    english: page.english
                 }
-                Grid {
-                    width: parent.width
-                    columns: cards.isWide ? 2 : 1
-                    spacing: cards.spacing
+            }
+            InsightCard {
+                id: languages
 
-                    InsightCard {
-                        id: monthsCard
+                width: cards.isWide ? cards.width - cards.half - cards.spacing : cards.width
+                height: cards.isWide ? Math.max(implicitHeight, monthsCard.implicitHeight)
+                                     : implicitHeight
+                heading: page.english ? "Reading language" : "阅读语言"
 
-                        width: cards.isWide ? cards.half : cards.width
-                        height: cards.isWide ? Math.max(implicitHeight, languages.implicitHeight)
-                                             : implicitHeight
-                        heading: page.english ? "Notes per month" : "每月的笔记"
-                        bodyHeight: months.implicitHeight
-
-                        MonthBars {
-                            id: months
-
-                            y: monthsCard.height - monthsCard.implicitHeight
-                            width: parent?.width ?? 0
-                            height: implicitHeight
-                            insights: page.insights
-                            english: page.english
-                        }
-                    }
-                    InsightCard {
-                        id: languages
-
-                        width: cards.isWide ? cards.width - cards.half - cards.spacing : cards.width
-                        height: cards.isWide ? Math.max(implicitHeight, monthsCard.implicitHeight)
-                                             : implicitHeight
-                        heading: page.english ? "Reading language" : "阅读语言"
-
-                        LanguageShares {
-                            width: parent?.width ?? 0
-                            insights: page.insights
-                            english: page.english
-                        }
-                    }
-                }
-                InsightCard {
-                    width: parent.width
-                    heading: page.english ? "Where you read" : "阅读来源"
-                    figure: page.insights.allPlaces <= page.insights.placeNames.length ? ""
-                        : (page.english ? "The first %1 of %2 places" : "共 %2 处,显示前 %1 处")
-                            .arg(page.insights.placeNames.length).arg(page.insights.allPlaces)
-
-                    PlaceBars {
-                        width: parent?.width ?? 0
-                        insights: page.insights
-                        english: page.english
-                        onChosen: index => page.main.openPlace(index)
-                        onFocused: item => flickable.reveal(item)
-                    }
+                LanguageShares {
+                    width: parent?.width ?? 0
+                    insights: page.insights
+                    english: page.english
                 }
             }
         }
-    }
-    ScrollThumb {
-        x: page.width - width - Units.space2
-        flickable: flickable
-        color: Theme.thumb
-        activeColor: Theme.thirdInk
+        InsightCard {
+            width: parent.width
+            heading: page.english ? "Where you read" : "阅读来源"
+            figure: page.insights.allPlaces <= page.insights.placeNames.length ? ""
+                : (page.english ? "The first %1 of %2 places" : "共 %2 处,显示前 %1 处")
+                    .arg(page.insights.placeNames.length).arg(page.insights.allPlaces)
+
+            PlaceBars {
+                width: parent?.width ?? 0
+                insights: page.insights
+                english: page.english
+                onChosen: index => page.main.openPlace(index)
+            }
+        }
     }
 }

@@ -13,7 +13,6 @@ Column {
     required property bool english
 
     signal chosen(index: int)
-    signal focused(item: Item)
 
     // a place may have a "%1" in its name
     function nameOf(place: string, count: int, english: bool): string {
@@ -42,10 +41,6 @@ Column {
             height: words.height + Units.bar + Units.space4 + 2 * Units.space8
             accessibleName: chart.nameOf(place.modelData, place.count, chart.english)
             onClicked: chart.chosen(place.index)
-            onActiveFocusChanged: {
-                if (activeFocus)
-                    chart.focused(place)
-            }
             Keys.onUpPressed: place.nextItemInFocusChain(false).forceActiveFocus()
             Keys.onDownPressed: place.nextItemInFocusChain(true).forceActiveFocus()
 

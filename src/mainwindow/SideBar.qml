@@ -22,77 +22,96 @@ Rectangle {
         color: Theme.hairline
     }
 
-    Label {
-        id: name
+    FollowingFlickable {
+        id: scroll
 
-        x: Units.space24
-        y: Units.space24
-        width: parent.width - x - Units.space12
-        text: "✦ vellumo"
-        elide: Text.ElideRight
-        font.pixelSize: Units.type17
-        font.weight: Font.Bold
-        Accessible.name: "vellumo"
+        width: bar.width - Units.hairline
+        height: bar.height
+        contentHeight: corner.y + corner.height + Units.space16
+        interactive: contentHeight > height
+        room: Units.space8
+
+        Label {
+            id: name
+
+            x: Units.space24
+            y: Units.space24
+            width: bar.width - x - Units.space12
+            text: "✦ vellumo"
+            elide: Text.ElideRight
+            font.pixelSize: Units.type17
+            font.weight: Font.Bold
+            Accessible.name: "vellumo"
+        }
+        Column {
+            id: entries
+
+            x: Units.space12
+            y: name.y + name.height + Units.space20
+            width: bar.width - 2 * Units.space12
+            spacing: Units.space2
+
+            Accessible.role: Accessible.PageTabList
+            Accessible.name: bar.english ? "Pages" : "页面"
+
+            NavigationItem {
+                objectName: "home"
+                width: parent.width
+                icon: "home"
+                text: bar.english ? "Home" : "首页"
+                chosen: bar.main.page === "home"
+                onClicked: bar.main.page = "home"
+            }
+            NavigationItem {
+                objectName: "notes"
+                width: parent.width
+                icon: "notes"
+                text: bar.english ? "Notes" : "笔记"
+                chosen: bar.main.page === "notes"
+                onClicked: bar.main.page = "notes"
+            }
+            NavigationItem {
+                objectName: "insights"
+                width: parent.width
+                icon: "insights"
+                text: bar.english ? "Insights" : "洞察"
+                chosen: bar.main.page === "insights"
+                onClicked: bar.main.page = "insights"
+            }
+            NavigationItem {
+                objectName: "computer"
+                width: parent.width
+                visible: bar.main.hasComputer
+                icon: "computer"
+                text: bar.english ? "This computer" : "这台电脑"
+                chosen: bar.main.page === "computer"
+                onClicked: bar.main.page = "computer"
+            }
+            NavigationItem {
+                objectName: "settings"
+                width: parent.width
+                icon: "settings"
+                text: bar.english ? "Settings" : "设置"
+                Accessible.role: Accessible.Button
+                onClicked: bar.main.showsSettings = true
+            }
+        }
+
+        AccountCorner {
+            id: corner
+
+            x: Units.space12
+            y: Math.max(entries.y + entries.height + Units.space12,
+                        bar.height - height - Units.space16)
+            width: bar.width - 2 * Units.space12
+            main: bar.main
+            texts: bar.texts
+        }
     }
-    Column {
-        id: entries
-
-        x: Units.space12
-        y: name.y + name.height + Units.space20
-        width: parent.width - 2 * Units.space12
-        spacing: Units.space2
-
-        Accessible.role: Accessible.PageTabList
-        Accessible.name: bar.english ? "Pages" : "页面"
-
-        NavigationItem {
-            objectName: "home"
-            width: parent.width
-            icon: "home"
-            text: bar.english ? "Home" : "首页"
-            chosen: bar.main.page === "home"
-            onClicked: bar.main.page = "home"
-        }
-        NavigationItem {
-            objectName: "notes"
-            width: parent.width
-            icon: "notes"
-            text: bar.english ? "Notes" : "笔记"
-            chosen: bar.main.page === "notes"
-            onClicked: bar.main.page = "notes"
-        }
-        NavigationItem {
-            objectName: "insights"
-            width: parent.width
-            icon: "insights"
-            text: bar.english ? "Insights" : "洞察"
-            chosen: bar.main.page === "insights"
-            onClicked: bar.main.page = "insights"
-        }
-        NavigationItem {
-            objectName: "computer"
-            width: parent.width
-            visible: bar.main.hasComputer
-            icon: "computer"
-            text: bar.english ? "This computer" : "这台电脑"
-            chosen: bar.main.page === "computer"
-            onClicked: bar.main.page = "computer"
-        }
-        NavigationItem {
-            objectName: "settings"
-            width: parent.width
-            icon: "settings"
-            text: bar.english ? "Settings" : "设置"
-            Accessible.role: Accessible.Button
-            onClicked: bar.main.showsSettings = true
-        }
-    }
-
-    AccountCorner {
-        x: Units.space12
-        y: Math.max(entries.y + entries.height, bar.height - height - Units.space16)
-        width: bar.width - 2 * Units.space12
-        main: bar.main
-        texts: bar.texts
+    ScrollThumb {
+        x: bar.width - width - Units.hairline
+        flickable: scroll
+        color: Theme.thumb
+        activeColor: Theme.thirdInk
     }
 }

@@ -168,7 +168,7 @@ void TestComputerPage::startsAtLogin()
     toggle->forceActiveFocus();
     // the keyboard takes the page along
     QVERIFY(waitUntil([&] {
-        return desk.item("computerReader")->property("contentY").toReal() > 0
+        return desk.item("computerPage")->property("contentY").toReal() > 0
             || toggle->mapToScene({}).y() < desk.window.window()->height();
     }));
     desk.key(Qt::Key_Space);

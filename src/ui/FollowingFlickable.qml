@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+/// Scrolls upright, and brings what has the keyboard in it on screen.
+Flickable {
+    id: flickable
+
+    /// What is kept free above and below what is brought on screen.
+    property int room: Units.space48
+    /// Who has the keyboard in this window.
+    readonly property Item keyboardItem: flickable.Window.activeFocusItem
+
+    contentWidth: width
+    boundsBehavior: Flickable.StopAtBounds
+    pixelAligned: true
+    clip: true
+
+    function scrollTo(y: real): void {
+        flickable.contentY = Math.max(0, Math.min(flickable.contentHeight - flickable.height, y))
+    }
+    function reveal(item: Item): void {
+        const top = item.mapToItem(flickable.contentItem, 0, 0).y - flickable.room
+        const bottom = top + item.height + 2 * flickable.room
+        if (top < flickable.contentY || bottom - top > flickable.height)
+            flickable.scrollTo(top)
+        else if (bottom > flickable.contentY + flickable.height)
+            flickable.scrollTo(bottom - flickable.height)
+    }
+    function holds(item: Item): bool {
+        while (item !== null && item.parent !== flickable.contentItem)
+            item = item.parent
+        return item !== null
+    }
+
+    onKeyboardItemChanged: following.restart()
+
+    // Not before what has just appeared has its place.
+    Timer {
+        id: following
+
+        interval: 0
+        onTriggered: {
+            if (flickable.holds(flickable.keyboardItem))
+                flickable.reveal(flickable.keyboardItem)
+        }
+    }
+}

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+/// A page of an ordinary window that may be longer than it: one column, scrolled with the wheel,
+/// with the arrow and page keys, and by what has the keyboard in it.
+FocusScope {
+    id: page
+
+    default property alias content: column.data
+    property alias spacing: column.spacing
+    property alias contentY: flickable.contentY
+    property alias contentHeight: flickable.contentHeight
+
+    function scrollTo(y: real): void {
+        flickable.scrollTo(y)
+    }
+
+    Keys.onPressed: event => {
+        const distance = event.key === Qt.Key_Up ? -60 : event.key === Qt.Key_Down ? 60
+            : event.key === Qt.Key_PageUp ? 80 - flickable.height
+            : event.key === Qt.Key_PageDown ? flickable.height - 80 : 0
+        if (distance === 0)
+            return
+        event.accepted = true
+        flickable.scrollTo(flickable.contentY + distance)
+    }
+
+    FollowingFlickable {
+        id: flickable
+
+        anchors.fill: parent
+        focus: true
+        contentHeight: column.y + column.height + Units.space32
+
+        Column {
+            id: column
+
+            x: Math.max(Units.space24, Math.round((page.width - Units.pageWidth) / 2))
+            y: Units.pageTop
+            width: page.width - 2 * x
+        }
+    }
+    ScrollThumb {
+        x: page.width - width - Units.space2
+        flickable: flickable
+        color: Theme.thumb
+        activeColor: Theme.thirdInk
+    }
+}
