@@ -44,7 +44,7 @@ Column {
                            : "登录期间,还会附带一个标明你账号的令牌。"
     }
     Line {
-        text: sent.english ? "Notes stay on this computer. While you are signed in they are also copied to your account, with the page or window that you read."
-                           : "笔记保存在这台电脑上。只有在登录时,才会连同所读的网页或窗口一起复制到你的账号。"
+        text: sent.english ? "Notes stay on this computer. While you are signed in, what you selected, the explanation and what you asked on are also copied to your account; the page or window that you read is not."
+                           : "笔记保存在这台电脑上。登录期间,原文、解释和追问也会复制到你的账号;所读的网页或窗口不会。"
     }
 }
