@@ -15,9 +15,9 @@ QString ofStatus(int status, const BilingualText &texts)
 {
     switch (status) {
     case 401:
-        return texts.pick(u"The service refused the key (401). Check that it is whole and still "
-                          "valid, and enter it again."_s,
-                          u"服务拒绝了密钥(401)。请检查密钥是否完整、仍然有效,然后重新填写。"_s);
+        return texts.pick(u"The service wants a key, or refused the one it got (401). Enter one "
+                          "that is whole and still valid."_s,
+                          u"服务需要密钥,或拒绝了收到的密钥(401)。请填写完整、仍然有效的密钥。"_s);
     case 402:
         return texts.pick(
             u"The service wants to be paid first (402). Look at your balance there."_s,
@@ -101,17 +101,17 @@ QString of(KeyError::Kind kind, const BilingualText &texts)
     switch (kind) {
     case KeyError::Kind::late:
         return texts.pick(u"The keyring has not given the key yet. Try again in a moment."_s,
-                          u"钥匙串还没有给出密钥。请稍后再试。"_s);
+                          u"密钥环还没有给出密钥。请稍后再试。"_s);
     case KeyError::Kind::locked:
         return texts.pick(u"The key lies in the keyring, which is locked. Unlock it."_s,
-                          u"密钥在钥匙串里,而钥匙串已锁定。请先解锁。"_s);
+                          u"密钥在密钥环里,而密钥环已锁定。请先解锁。"_s);
     case KeyError::Kind::missing:
-        return texts.pick(u"There is no key for this address. Enter it once more."_s,
-                          u"没有用于这个地址的密钥。请重新填写。"_s);
+        return texts.pick(u"There is no key for this address. Enter one."_s,
+                          u"没有用于这个地址的密钥。请填写。"_s);
     case KeyError::Kind::unavailable:
         return texts.pick(u"The keyring that has the key is not there. Start it, or enter the key "
                           "for this session."_s,
-                          u"保存密钥的钥匙串不可用。请启动它,或为本次会话重新填写密钥。"_s);
+                          u"保存密钥的密钥环不可用。请启动它,或为本次会话重新填写密钥。"_s);
     }
     Q_UNREACHABLE();
 }

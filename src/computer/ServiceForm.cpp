@@ -73,45 +73,48 @@ QString ServiceForm::keyText() const
 {
     switch (setup_.keyPlace()) {
     case Place::none:
-        return texts_.pick(u"Leave it empty for a server that needs none. A key is kept in your "
-                           "keyring, never in a file."_s,
-                           u"服务器不需要密钥时可以留空。密钥保存在钥匙串里,不会写进任何文件。"_s);
+        return texts_.pick(
+            u"Leave it empty for a server that needs none. A key is kept in your "
+            "keyring, if there is one, and never in a file."_s,
+            u"服务器不需要密钥时可以留空。密钥只保存在密钥环里(如果有),不会写进任何文件。"_s);
     case Place::configuration:
         return texts_.pick(u"A key stands in Info.json. One that you enter here goes before it and "
                            "is kept in your keyring."_s,
-                           u"Info.json 里有一个密钥。在这里填写的密钥优先,并保存在钥匙串里。"_s);
+                           u"Info.json 里有一个密钥。在这里填写的密钥优先,并保存在密钥环里。"_s);
     case Place::awaited:
-        return texts_.pick(u"The keyring has not answered yet."_s, u"钥匙串还没有回应。"_s);
+        return texts_.pick(u"The keyring has not answered yet."_s, u"密钥环还没有回应。"_s);
     case Place::keyring:
         return texts_.pick(u"The key is in your keyring. Leave this empty to keep it."_s,
-                           u"密钥已保存在钥匙串里。留空则保持不变。"_s);
+                           u"密钥已保存在密钥环里。留空则保持不变。"_s);
     case Place::session:
         if (setup_.keyringAnswer() == SecretAnswer::Kind::locked) {
             return texts_.pick(
                 u"In use. The keyring is locked: the key is kept there once you "
                 "unlock it, and otherwise only until vellumo ends."_s,
-                u"已生效。钥匙串已锁定:解锁后密钥会存进去,否则只保留到 vellumo 退出。"_s);
+                u"已生效。密钥环已锁定:解锁后密钥会存进去,否则只保留到 vellumo 退出。"_s);
         }
         if (setup_.keyringAnswer() == SecretAnswer::Kind::unavailable) {
-            return texts_.pick(
-                u"In use until vellumo ends: there is no keyring here to keep it. "
-                "Start one, or write OPENAI_API_KEY into Info.json, where it can be "
-                "read by whoever can read your files."_s,
-                u"在 vellumo 退出前有效:这里没有可用的钥匙串来保存它。可以启动一个钥匙串,或把 "
-                "OPENAI_API_KEY 写进 Info.json,但能读到你文件的人也能读到它。"_s);
+            return texts_
+                .pick(
+                    u"In use until vellumo ends: there is no keyring here to keep it. "
+                    "Start one, or write OPENAI_API_KEY into %1, where it can be "
+                    "read by whoever can read your files."_s,
+                    u"在 vellumo 退出前有效:这里没有可用的密钥环来保存它。可以启动一个密钥环,或把 "
+                    "OPENAI_API_KEY 写进 %1,但能读到你文件的人也能读到它。"_s)
+                .arg(file());
         }
         return texts_.pick(u"In use. It is on its way to the keyring."_s,
-                           u"已生效,正在存入钥匙串。"_s);
+                           u"已生效,正在存入密钥环。"_s);
     case Place::locked:
         return texts_.pick(u"The key is in your keyring, which is locked."_s,
-                           u"密钥在钥匙串里,而钥匙串已锁定。"_s);
+                           u"密钥在密钥环里,而密钥环已锁定。"_s);
     case Place::missing:
-        return texts_.pick(u"There is no key for this address. Enter it once more."_s,
-                           u"没有用于这个地址的密钥。请重新填写。"_s);
+        return texts_.pick(u"There is no key for this address. Enter one."_s,
+                           u"没有用于这个地址的密钥。请填写。"_s);
     case Place::unavailable:
         return texts_.pick(u"The key is in a keyring that is not there now. You can enter it again "
                            "for this session."_s,
-                           u"密钥所在的钥匙串现在不可用。可以为本次会话重新填写。"_s);
+                           u"密钥所在的密钥环现在不可用。可以为本次会话重新填写。"_s);
     }
     Q_UNREACHABLE();
 }
@@ -163,7 +166,14 @@ QString ServiceForm::outcome() const
     switch (said_) {
     case Said::nothing:
         return {};
+    case Said::removed:
+        return texts_.pick(u"The key is removed."_s, u"密钥已移除。"_s);
     case Said::saved:
+        if (setup_.keyPlace() == Place::session
+            && setup_.keyringAnswer() == SecretAnswer::Kind::unavailable) {
+            return texts_.pick(u"Saved, but the key only until vellumo ends."_s,
+                               u"已保存,但密钥只保留到 vellumo 退出。"_s);
+        }
         return texts_.pick(u"Saved. It counts from the next double-tap."_s,
                            u"已保存,从下一次双击开始生效。"_s);
     case Said::fileFault:
@@ -268,6 +278,7 @@ void ServiceForm::forgetKey()
 {
     edited();
     setup_.forgetKey();
+    say(Said::removed, true);
 }
 
 void ServiceForm::unlock()

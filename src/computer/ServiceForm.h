@@ -85,7 +85,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    enum class Said : quint8 { nothing, saved, fileFault, works, failure };
+    enum class Said : quint8 { nothing, removed, saved, fileFault, works, failure };
 
     [[nodiscard]] std::optional<ServiceSetup::Entry>
     entryOf(const QString &base, const QString &model, const QString &key);

@@ -168,7 +168,7 @@ SectionCard {
             TextButton {
                 objectName: "unlock"
                 visible: section.service.canUnlock
-                text: section.english ? "Unlock the keyring" : "解锁钥匙串"
+                text: section.english ? "Unlock the keyring" : "解锁密钥环"
                 onClicked: section.service.unlock()
             }
             TextButton {

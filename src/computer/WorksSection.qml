@@ -78,7 +78,7 @@ SectionCard {
         good: section.keyring === DesktopReporting.Open
         status: section.keyring === DesktopReporting.Asking ? StatusLine.Neutral
               : good ? StatusLine.Good : StatusLine.Limited
-        title: section.english ? "Keyring" : "钥匙串"
+        title: section.english ? "Keyring" : "密钥环"
         text: section.keyring === DesktopReporting.Open
                 ? (section.english ? "Keeps your session and the key of your service."
                                    : "保存你的登录状态和服务密钥。")
@@ -87,7 +87,7 @@ SectionCard {
                                    : "已锁定。解锁后会立即读取其中的内容。")
             : section.keyring === DesktopReporting.Absent
                 ? (section.english ? "There is none, such as gnome-keyring or KWallet: a sign-in and a key last until vellumo ends."
-                                   : "没有可用的钥匙串(如 gnome-keyring 或 KWallet):登录状态和密钥只保留到 vellumo 退出。")
+                                   : "没有可用的密钥环(如 gnome-keyring 或 KWallet):登录状态和密钥只保留到 vellumo 退出。")
                 : (section.english ? "Asking…" : "正在询问…")
     }
     Fact {

@@ -84,7 +84,7 @@ void TestComputerPage::saysWhatIsWrong_data()
     QTest::addColumn<int>("status"); // 0 for no answer at all
     QTest::addColumn<QString>("says");
     QTest::newRow("works") << 200 << u"It works"_s;
-    QTest::newRow("key") << 401 << u"refused the key"_s;
+    QTest::newRow("key") << 401 << u"wants a key"_s;
     QTest::newRow("model") << 404 << u"does not know this model"_s;
     QTest::newRow("quota") << 429 << u"quota"_s;
     QTest::newRow("server") << 503 << u"(503)"_s;
@@ -195,7 +195,7 @@ void TestComputerPage::tellsTheLastProblem()
     QVERIFY(desk.text("explanationProblem").startsWith("No problem"_L1));
     desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window, [](const auto &) {});
     QVERIFY(waitUntil([&] { return desk.http.answer(HttpResponse{.status = 401}); }));
-    QVERIFY(desk.text("explanationProblem").contains("refused the key"_L1));
+    QVERIFY(desk.text("explanationProblem").contains("wants a key"_L1));
     QVERIFY(desk.item("explanationProblem")->property("title").toString().contains(u':'));
 }
 
