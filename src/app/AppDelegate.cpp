@@ -355,6 +355,7 @@ void AppDelegate::prepareOnboarding()
         {with.defaults, account_->auth(), with.platform.accessibility(), with.platform.events(),
          with.clock, with.engine, with.texts},
         *coordinator_,
+        *resultPanel_,
         *notesEntrance_,
         sync_->history(),
         *permissionManager_,

@@ -10,6 +10,7 @@
 #include "app/UserPreferences.h"
 #include "capture/VellumoCoordinator.h"
 #include "notes/DataConnectHistory.h"
+#include "panel/ResultPanelControlling.h"
 #include "pill/NotesEntranceControlling.h"
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
@@ -108,6 +109,8 @@ void OnboardingWiring::create()
 void OnboardingWiring::connectDemonstrations()
 {
     OnboardingWindowController &onboarding = *onboardingController_;
+    // Left by keyboard, the card would leave the panel over the next ones.
+    onboarding.onSelectTestLeft = [this] { with_.resultPanel.dismiss(); };
     onboarding.onNotesPillHighlight = [this](bool isHighlighted) {
         with_.notesEntrance.setHighlighted(isHighlighted);
         if (!isHighlighted) {

@@ -12,6 +12,7 @@ class MainMenu;
 class NotesEntranceControlling;
 class OnboardingPreview;
 class PermissionManager;
+class ResultPanelControlling;
 class VellumoCoordinator;
 
 /// The first run among the rest of the program. Until it is over, a double tap only demonstrates.
@@ -23,6 +24,7 @@ public:
     struct Foundation {
         OnboardingWindowController::Collaborators window;
         VellumoCoordinator &coordinator;
+        ResultPanelControlling &resultPanel;
         NotesEntranceControlling &notesEntrance;
         const DataConnectHistory &history;
         PermissionManager &permission;

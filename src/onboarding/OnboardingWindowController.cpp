@@ -167,6 +167,9 @@ void OnboardingWindowController::leaveCard()
     permissionTimer_.reset();
     optionTapMonitor_.reset();
     isOptionDown_ = false;
+    if (visit_ > 0 && phase_ == Phase::selectTest && onSelectTestLeft) {
+        onSelectTestLeft();
+    }
     if (visit_ > 0 && phase_ == Phase::notesIntro && onNotesPillHighlight) {
         onNotesPillHighlight(false);
     }

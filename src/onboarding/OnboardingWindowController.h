@@ -64,6 +64,8 @@ public:
     std::function<void()> onFinish;
     /// The user closed the window before that. It is gone already, and nothing is stored.
     std::function<void()> onClosed;
+    /// The card where the panel demonstrates is no longer shown.
+    std::function<void()> onSelectTestLeft;
     /// The pill is to draw attention, or no longer.
     std::function<void(bool isHighlighted)> onNotesPillHighlight;
     /// The pill's demonstration is to be played; to be answered with `done` when it has ended.

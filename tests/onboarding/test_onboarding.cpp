@@ -23,6 +23,7 @@ struct Desk : OnboardingDesk {
             log << (flow.isCompleted() && !flow.window() && isOnboarded() ? u"finish"_s : u"?"_s);
         };
         flow.onClosed = [this] { log << u"closed"_s; };
+        flow.onSelectTestLeft = [this] { log << u"panel closed"_s; };
         flow.onNotesPillHighlight = [this](bool on) { log << (on ? u"lit"_s : u"unlit"_s); };
         flow.onPlayNotesDemo = [this](auto done) {
             log << u"demo"_s;
@@ -193,7 +194,7 @@ void TestOnboarding::notesCardLightsThePill()
     desk.endDemo();
     QVERIFY(desk.flow.isDemoOver());
     desk.click(u"notesContinueButton"_s);
-    QCOMPARE(desk.log, (QStringList{u"lit"_s, u"demo"_s, u"unlit"_s}));
+    QCOMPARE(desk.log, (QStringList{u"panel closed"_s, u"lit"_s, u"demo"_s, u"unlit"_s}));
 }
 
 void TestOnboarding::surveyIsAnsweredAndSubmitted()
@@ -237,9 +238,10 @@ void TestOnboarding::closingStoresNothing()
     desk.flow.present(card);
     desk.log.clear();
     desk.flow.window()->close();
-    QCOMPARE(desk.log,
-             card == "notes"_L1 ? (QStringList{u"unlit"_s, u"closed"_s})
-                                : QStringList{u"closed"_s});
+    const QStringList left = card == "notes"_L1 ? QStringList{u"unlit"_s}
+        : card == "select"_L1                   ? QStringList{u"panel closed"_s}
+                                                : QStringList();
+    QCOMPARE(desk.log, left + QStringList{u"closed"_s});
     QVERIFY(!desk.flow.window());
     QVERIFY(!desk.isOnboarded());
     QVERIFY(desk.events.localMasks().isEmpty());
