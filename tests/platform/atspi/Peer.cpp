@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusVirtualObject>
 #include <QFile>
 #include <QJsonArray>
@@ -216,11 +217,18 @@ int run(const QString &file)
                                                         QStringLiteral("org.a11y.atspi.Socket"),
                                                         QStringLiteral("Embed"));
     embed.setArguments({QVariant::fromValue(ObjectReference{bus.baseService(), pathOf(0)})});
-    if (bus.call(embed, QDBus::BlockWithGui).type() != QDBusMessage::ReplyMessage) {
-        return 1;
-    }
-    std::puts("ready");
-    std::fflush(stdout);
+    // The registry asks back before it answers. A call that runs an event loop until then can miss
+    // an answer that comes quickly.
+    const QDBusPendingCallWatcher embedded(bus.asyncCall(embed));
+    QObject::connect(&embedded, &QDBusPendingCallWatcher::finished,
+                     [](const QDBusPendingCallWatcher *call) {
+                         if (call->isError()) {
+                             QCoreApplication::exit(1);
+                         } else {
+                             std::puts("ready");
+                             std::fflush(stdout);
+                         }
+                     });
     return QCoreApplication::exec();
 }
 
