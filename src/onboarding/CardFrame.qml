@@ -196,7 +196,9 @@ FocusScope {
                                 : Math.round((parent.width - width) / 2)
             y: footer.isOneLine ? onward.y + Math.round((onward.height - height) / 2)
                                 : onward.y + onward.height + Units.space4
-            columns: first.implicitWidth + second.implicitWidth + spacing <= parent.width ? 2 : 1
+            // a column without anything in it would still take its spacing
+            columns: first.visible && second.visible
+                && first.implicitWidth + second.implicitWidth + spacing <= parent.width ? 2 : 1
             spacing: Units.space8
             horizontalItemAlignment: Grid.AlignHCenter
 
