@@ -90,8 +90,9 @@ void SyncStatus::announceArrivals()
 {
     begin();
     with_.history.list(this, [this](const QList<ReadingNote> &notes) {
-        // A pull that was quicker has brought them.
-        arriving_ = static_cast<int>(with_.store.unknownCount(notes));
+        // On its own, or after a pull that failed, this brings nothing.
+        const bool isFollowed = passes_ > 1;
+        arriving_ = isFollowed ? static_cast<int>(with_.store.unknownCount(notes)) : 0;
         end();
     });
 }

@@ -147,9 +147,13 @@ void TestSyncStatus::tellsHowManyAreOnTheirWay()
 {
     Home home;
     home.status.announceArrivals();
+    QVERIFY(home.serve(oneListed) && home.isQuiet());
+    QCOMPARE(home.status.arriving(), 0); // no pull was asked for
+
+    home.status.syncNow();
+    home.status.announceArrivals();
     QVERIFY(home.serve(oneListed));
     QVERIFY(waitUntil([&] { return home.status.arriving() == 1; }));
-    home.status.syncNow();
     QVERIFY(home.serve(oneListed) && home.isQuiet());
     QCOMPARE(home.status.arriving(), 0);
     QCOMPARE(home.store.noteCount(), 1);
