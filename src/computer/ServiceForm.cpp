@@ -109,8 +109,7 @@ QString ServiceForm::keyText() const
         return texts_.pick(u"The key is in your keyring, which is locked."_s,
                            u"密钥在密钥环里,而密钥环已锁定。"_s);
     case Place::missing:
-        return texts_.pick(u"There is no key for this address. Enter one."_s,
-                           u"没有用于这个地址的密钥。请填写。"_s);
+        return failureText({.kind = KeyError::Kind::missing}, texts_);
     case Place::unavailable:
         return texts_.pick(u"The key is in a keyring that is not there now. You can enter it again "
                            "for this session."_s,
