@@ -13,6 +13,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSet>
 #include <QTest>
 
 using namespace vellumo;
@@ -278,7 +279,14 @@ void TestOpenAIService::answers()
     const auto [explanation, followUp] = askBoth(service, this);
     QTEST(explanation, "explanation");
     QTEST(followUp, "followUp");
-    QCOMPARE(server.requests().size(), 2); // no second attempts
+    // No second attempts. When a connection is cut, Qt fails what still waits for one, too, so that
+    // one of the two may never be sent.
+    QSet<QByteArray> bodies;
+    for (const auto &request : server.requests())
+        bodies.insert(request.body);
+    QVERIFY(!bodies.isEmpty());
+    QCOMPARE(server.requests().size(), bodies.size());
+    QVERIFY(bodies.size() == 2 || explanation.startsWith("answer cut short"_L1));
 }
 
 void TestOpenAIService::firebaseToken_data()
