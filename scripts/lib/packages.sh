@@ -16,7 +16,7 @@ packages_build=(
 # What the program needs while it runs, beyond the libraries that the development packages bring.
 packages_run=(
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-window
-    at-spi2-core dbus xdg-utils
+    qt6-translations-l10n at-spi2-core dbus xdg-utils
     fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
 )
 # A headless desktop, and a browser to read in.

@@ -13,6 +13,7 @@
 #include "ui/BilingualText.h"
 #include "ui/ConsentDialog.h"
 #include "ui/QmlEngine.h"
+#include "ui/QtTranslation.h"
 #include "ui/look/SystemLook.h"
 #include <QQmlEngine>
 
@@ -30,6 +31,7 @@ struct Foundation {
         Engine() { prepareEngine(*this); }
     } engine;
     BilingualText texts{[this] { return preferences.preferredOutputLanguage(); }};
+    QtTranslation qtTexts{texts};
     ConsentDialog consent{engine, texts};
     QtScreens screens;
     QtFloatingWindows windows{engine, [this] { return look().isMotionReduced(); }};

@@ -8,6 +8,7 @@
 #include "ui/ConsentDialog.h"
 #include "ui/PlainText.h"
 #include "ui/QmlEngine.h"
+#include "ui/QtTranslation.h"
 #include "ui/look/SystemLook.h"
 #include <QDBusVariant>
 #include <QGuiApplication>
@@ -50,6 +51,10 @@ void InterfaceTextTest::followsTheStoredPreference()
     store.setValue(key, u"English"_s);
     BilingualText texts([&] { return store.value(key).toString(); });
     texts.follow(store);
+    const QtTranslation qtTexts(texts);
+    const auto fullDisk = [] {
+        return QCoreApplication::translate("QIODevice", "No space left on device");
+    };
     QSignalSpy spy(&texts, &BilingualText::languageChanged);
     store.setValue(u"other"_s, 1);
     store.setValue(key, u"en-GB"_s);
@@ -57,6 +62,9 @@ void InterfaceTextTest::followsTheStoredPreference()
     store.setValue(key, u"Chinese"_s);
     QCOMPARE(spy.count(), 1);
     QCOMPARE(texts.pick(u"yes"_s, u"是"_s), u"是"_s);
+    QVERIFY(fullDisk().contains(u"空间"_s));
+    store.setValue(key, u"English"_s);
+    QCOMPARE(fullDisk(), u"No space left on device"_s);
 }
 
 void InterfaceTextTest::cutsTexts()
