@@ -14,6 +14,10 @@ SectionCard {
     readonly property ServiceForm service: section.computer.service
     readonly property bool isOwn: section.service.mode === "own" && !section.service.isForced
 
+    property bool asksToRemove: false
+
+    onIsOwnChanged: section.asksToRemove = false
+
     title: section.english ? "Who explains" : "由谁来解释"
 
     function begin(): void {
@@ -26,6 +30,15 @@ SectionCard {
     function fill(): void {
         address.text = section.service.base
         model.text = section.service.model
+    }
+    function askToRemove(asks: bool): void {
+        section.asksToRemove = asks
+        if (asks) {
+            keep.forceActiveFocus(Qt.OtherFocusReason)
+            announcer.announce(question.text)
+        } else {
+            saveButton.forceActiveFocus(Qt.OtherFocusReason)
+        }
     }
     function save(): void {
         if (section.service.save(address.text, model.text, key.text)) {
@@ -109,7 +122,7 @@ SectionCard {
 
             objectName: "address"
             width: parent.width
-            label: section.english ? "Base address" : "基础地址"
+            label: section.english ? "Base address" : "接口地址"
             placeholder: section.service.usualBase
             readOnly: section.service.isBaseFixed
             error: section.service.addressError
@@ -150,9 +163,12 @@ SectionCard {
         }
         Flow {
             width: parent.width
+            visible: !section.asksToRemove
             spacing: Units.space8
 
             TextButton {
+                id: saveButton
+
                 objectName: "save"
                 primary: true
                 text: section.english ? "Save" : "保存"
@@ -176,7 +192,39 @@ SectionCard {
                 visible: section.service.canForgetKey
                 quiet: true
                 text: section.english ? "Remove the key" : "移除密钥"
-                onClicked: section.service.forgetKey()
+                onClicked: section.askToRemove(true)
+            }
+        }
+        Flow {
+            width: parent.width
+            visible: section.asksToRemove
+            spacing: Units.space8
+
+            Keys.onEscapePressed: section.askToRemove(false)
+
+            Label {
+                id: question
+
+                width: parent.width
+                text: section.english ? "Remove the key from the keyring? It cannot be brought back from here."
+                                      : "要从密钥环里移除密钥吗?移除后无法在这里恢复。"
+                wrapMode: Text.Wrap
+                lineFactor: Units.readingLine
+            }
+            TextButton {
+                id: keep
+
+                objectName: "keepKey"
+                text: section.english ? "Keep it" : "保留"
+                onClicked: section.askToRemove(false)
+            }
+            TextButton {
+                objectName: "removeKey"
+                text: section.english ? "Remove" : "移除"
+                onClicked: {
+                    section.askToRemove(false)
+                    section.service.forgetKey()
+                }
             }
         }
         StatusLine {
