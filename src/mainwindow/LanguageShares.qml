@@ -16,8 +16,7 @@ Column {
 
     spacing: Units.space8
 
-    function shareText(count: int): string {
-        const share = Math.round(100 * count / chart.total)
+    function shareText(share: int): string {
         return share === 0 ? (chart.english ? "under 1 %" : "不到 1%")
                            : (chart.english ? "%1 %" : "%1%").arg(share)
     }
@@ -101,7 +100,7 @@ Column {
 
                     x: number.x - width - Units.space8
                     width: implicitWidth
-                    text: chart.shareText(row.count)
+                    text: chart.shareText(chart.insights.languagePercents[row.index] ?? 0)
                     color: Theme.ink
                     size: Units.type13
                 }
@@ -122,8 +121,8 @@ Column {
         width: parent.width
         visible: chart.insights.namesLetters
         topPadding: Units.space4
-        text: chart.english ? "Told from the letters and the most common words. A word or two does not tell its language."
-                            : "按文字和常用词判断;一两个词看不出是哪种语言。"
+        text: chart.english ? "Told from the letters and the most common words. A word alone does not tell its language, unless more was read in the same place."
+                            : "按文字和常用词判断。单个词看不出语言时,参照同一处的其他笔记。"
         wrapMode: Text.Wrap
         color: Theme.secondInk
         font.pixelSize: Units.type11

@@ -115,8 +115,7 @@ void NotesInsights::slice()
 void NotesInsights::count(Pass &pass, const NoteWithContext &entry)
 {
     Figures &figures = pass.figures;
-    ++figures.byLanguage[static_cast<size_t>(readingLanguage(entry.note.sourceText))];
-    pass.places.add(entry.context);
+    pass.languages.add(readingLanguage(entry.note.sourceText), pass.places.add(entry.context));
     const double time = entry.note.createdAt;
     if (!(time < pass.dayBegins.last())) {
         return; // another computer's clock
@@ -140,6 +139,7 @@ void NotesInsights::finish()
 {
     slices_.stop();
     const std::unique_ptr<Pass> pass = std::move(pass_);
+    pass->figures.byLanguage = pass->languages.counts();
     pass->figures.allPlaces = static_cast<int>(pass->places.size());
     const QList<PlaceCount::Entry> top = pass->places.top(shownPlaces);
     for (const PlaceCount::Entry &entry : top) {
@@ -226,6 +226,26 @@ QList<int> NotesInsights::languageCounts() const
         counts.append(share.count);
     }
     return counts;
+}
+
+QList<int> NotesInsights::languagePercents() const
+{
+    const QList<int> counts = languageCounts();
+    QList<int> percents;
+    QList<qsizetype> byRemainder;
+    int missing = 100;
+    for (const int count : counts) {
+        byRemainder.append(percents.size());
+        percents.append(static_cast<int>(qint64{100} * count / told_.total));
+        missing -= percents.last();
+    }
+    std::stable_sort(byRemainder.begin(), byRemainder.end(), [&](qsizetype a, qsizetype b) {
+        return qint64{100} * counts[a] % told_.total > qint64{100} * counts[b] % told_.total;
+    });
+    for (const qsizetype index : byRemainder.first(counts.isEmpty() ? 0 : missing)) {
+        ++percents[index];
+    }
+    return percents;
 }
 
 bool NotesInsights::namesLetters() const

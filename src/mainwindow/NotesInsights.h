@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "mainwindow/LanguageCount.h"
 #include "mainwindow/PlaceCount.h"
-#include "mainwindow/ReadingLanguage.h"
 #include <QDate>
 #include <QObject>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
-#include <array>
+#include <memory>
 
 namespace vellumo {
 
@@ -28,6 +28,7 @@ class NotesInsights : public QObject {
     Q_PROPERTY(QList<int> months READ months NOTIFY changed)
     Q_PROPERTY(QStringList languageNames READ languageNames NOTIFY changed)
     Q_PROPERTY(QList<int> languageCounts READ languageCounts NOTIFY changed)
+    Q_PROPERTY(QList<int> languagePercents READ languagePercents NOTIFY changed)
     Q_PROPERTY(bool namesLetters READ namesLetters NOTIFY changed)
     Q_PROPERTY(QStringList placeNames READ placeNames NOTIFY changed)
     Q_PROPERTY(QList<int> placeCounts READ placeCounts NOTIFY changed)
@@ -65,6 +66,8 @@ public:
     /// Most read first, the rest together last.
     [[nodiscard]] QStringList languageNames() const;
     [[nodiscard]] QList<int> languageCounts() const;
+    /// Rounded so that together they are 100.
+    [[nodiscard]] QList<int> languagePercents() const;
     /// Whether one of them is named by its letters, since a word or two does not tell its language.
     [[nodiscard]] bool namesLetters() const;
 
@@ -88,7 +91,7 @@ private:
         QDate firstDay; ///< of the calendar
         QList<int> days;
         QList<int> months;
-        std::array<int, static_cast<size_t>(ReadingLanguage::Count)> byLanguage{};
+        LanguageCount::Counts byLanguage{};
         QList<ReadingContext> places;
         QList<int> placeCounts;
         int allPlaces = 0;
@@ -103,6 +106,7 @@ private:
         qsizetype next = 0;
         Figures figures;
         PlaceCount places;
+        LanguageCount languages;
         QList<double> dayBegins; ///< of the calendar, and of tomorrow
         QList<double> monthBegins; ///< of the twelve
         double dayBegin = 0; ///< of the day before the calendar that the notes have come to

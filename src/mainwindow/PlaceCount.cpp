@@ -8,11 +8,15 @@
 
 namespace vellumo {
 
-void PlaceCount::add(const ReadingContext &context)
+size_t PlaceCount::add(const ReadingContext &context)
 {
+    const auto next = static_cast<size_t>(entries_.size());
     Entry &entry = entries_[placeKey(context)];
+    if (entry.count++ == 0) {
+        entry.number = next;
+    }
     entry.context = &context;
-    ++entry.count;
+    return entry.number;
 }
 
 QList<PlaceCount::Entry> PlaceCount::top(qsizetype count) const

@@ -13,9 +13,11 @@ public:
     struct Entry {
         const ReadingContext *context = nullptr;
         int count = 0;
+        size_t number = 0; ///< in the order in which the places came
     };
 
-    void add(const ReadingContext &context);
+    /// Answers the place's number.
+    size_t add(const ReadingContext &context);
 
     /// Most notes first.
     [[nodiscard]] QList<Entry> top(qsizetype count) const;

@@ -80,6 +80,7 @@ private Q_SLOTS:
     void countsDaysAndPlaces();
     void tellsLanguages_data();
     void tellsLanguages();
+    void takesAWordForItsPlacesLanguage();
     void countsADayAndAMonth_data();
     void countsADayAndAMonth();
     void countsManyInSlices();
@@ -265,6 +266,24 @@ void TestNotesLibrary::tellsLanguages()
     QTEST(nameOf(readingLanguage(text), true), "language");
     const QString unended = QString(1'000'000, u' ') + text; // only the beginning counts
     QCOMPARE(readingLanguage(unended), ReadingLanguage::NoLetters);
+}
+
+void TestNotesLibrary::takesAWordForItsPlacesLanguage()
+{
+    const auto at = [](const ReadingContext &place, const QString &text) {
+        return noteOf(eveningOfTheDay, text, place);
+    };
+    const ReadingContext elsewhere{u"web-url:https://b.test/"_s, u"b.test"_s,
+                                   ReadingContextSource::webURL};
+    Shelf shelf({at(siteA, u"the tide that turns twice"_s), at(siteA, u"ubiquitous"_s),
+                 at(siteA, u"経済"_s), at(paper, u"der Mond ist nicht da"_s),
+                 at(paper, u"der und die, ein Satz"_s), at(paper, u"the tide that turns"_s),
+                 at(paper, u"Kindergarten"_s), at(elsewhere, u"ubiquitous"_s)});
+    shelf.insights.setShown(true);
+    QCOMPARE(shelf.insights.languageNames(),
+             (QStringList{u"English"_s, u"German"_s, u"Chinese characters"_s, u"Latin letters"_s}));
+    QCOMPARE(shelf.insights.languageCounts(), (QList<int>{3, 3, 1, 1}));
+    QCOMPARE(shelf.insights.languagePercents(), (QList<int>{38, 38, 12, 12})); // of 37.5, 12.5
 }
 
 void TestNotesLibrary::countsADayAndAMonth_data()
