@@ -52,7 +52,7 @@ NotesFormat notesFormat(ExportFormat format, qsizetype count, const QDateTime &a
 
 QString placeName(const ReadingContext &context)
 {
-    return context.key == "cloud"_L1 ? QString() : context.displayName;
+    return context.key == cloudKey ? QString() : context.displayName;
 }
 
 QString writableText(const QString &text)

@@ -25,8 +25,6 @@ namespace {
 constexpr qint64 megabyte = 1'000'000;
 constexpr auto gatheringPerMegabyte = 50ms; // keeps saving below a tenth of the time of a long sync
 
-const QString cloudKey = u"cloud"_s;
-
 QString lowerIdText(const QUuid &id)
 {
     return id.toString(QUuid::WithoutBraces);

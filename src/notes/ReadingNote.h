@@ -26,6 +26,9 @@ struct ReadingContext {
 
 size_t qHash(const ReadingContext &context, size_t seed = 0);
 
+/// The key of notes that came from the user's other devices: where they were read is not known.
+inline constexpr QLatin1StringView cloudKey{"cloud"};
+
 /// One question asked after an explanation, with the answer that was shown.
 struct FollowUpExchange {
     QUuid id;
