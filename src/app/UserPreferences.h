@@ -17,6 +17,8 @@ inline constexpr QStringView hasCompletedOnboarding = u"hasCompletedOnboarding";
 inline constexpr QStringView usesWithoutAccount = u"usesWithoutAccount";
 /// The name of the newest unreadable file of notes that the user has been told of.
 inline constexpr QStringView acknowledgedNotesFile = u"acknowledgedNotesFile";
+/// When that file was last changed which the user was told of before it was set aside.
+inline constexpr QStringView acknowledgedNotesTime = u"acknowledgedNotesTime";
 } // namespace DefaultsKey
 
 /// The user's settings. A value: copies read the same store, afresh on every call.

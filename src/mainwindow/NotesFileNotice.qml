@@ -26,6 +26,11 @@ FocusScope {
             : "笔记无法保存:%1。内容暂存在内存中,可以写入时会立即保存。").arg(notice.file.saveFailure)
     }
     function unreadableText(): string {
+        if (!notice.file.isSetAside)
+            return (notice.english
+                ? "Your file of notes could not be read. It is kept, and set aside when the next note is saved: %1"
+                : "笔记文件无法读取。它会保留下来,保存下一条笔记时改名存放:%1")
+                .arg(notice.file.unreadableFile)
         return (notice.english
             ? "A file of notes could not be read, so vellumo began a new one. The old one is kept: %1"
             : "有一个笔记文件无法读取,vellumo 新建了一个。旧文件已保留:%1")

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -15,12 +16,29 @@ namespace vellumo {
 
 namespace {
 
-const QString acknowledgedKey = DefaultsKey::acknowledgedNotesFile.toString();
+const QString nameKey = DefaultsKey::acknowledgedNotesFile.toString();
+const QString timeKey = DefaultsKey::acknowledgedNotesTime.toString();
 
 QString readable(const QString &path)
 {
     const QString home = QDir::homePath() + u'/';
     return path.startsWith(home) ? u"~/"_s + path.mid(home.size()) : path;
+}
+
+QString nameOf(const QString &file)
+{
+    return QFileInfo(file).fileName();
+}
+
+bool hasNameOfItsOwn(const QString &file)
+{
+    return nameOf(file).contains(".unreadable-"_L1);
+}
+
+// A file keeps it when it is set aside.
+QString timeOf(const QString &file)
+{
+    return QFileInfo(file).lastModified().toUTC().toString(Qt::ISODateWithMs);
 }
 
 } // namespace
@@ -39,19 +57,42 @@ QString NotesFileState::saveFailure() const
     return store_.saveFailure().value_or(QString());
 }
 
+QString NotesFileState::unreadableFile() const
+{
+    return readable(unreadableFile_);
+}
+
+bool NotesFileState::isSetAside() const
+{
+    return hasNameOfItsOwn(unreadableFile_);
+}
+
+bool NotesFileState::isKnown(const QString &file) const
+{
+    if (hasNameOfItsOwn(file) && nameOf(file) <= defaults_.value(nameKey).toString()) {
+        return true;
+    }
+    const QString time = timeOf(file);
+    return file == knownFile_ || (!time.isEmpty() && time == defaults_.value(timeKey).toString());
+}
+
 void NotesFileState::look()
 {
     const QStringList files = store_.unreadableFiles();
-    const QString newest = files.value(0);
-    unreadableName_ = QFileInfo(newest).fileName();
-    const bool isKnown = unreadableName_ <= defaults_.value(acknowledgedKey).toString();
-    unreadableFile_ = isKnown ? QString() : readable(newest);
+    const auto newest = std::find_if(files.begin(), files.end(),
+                                     [this](const QString &file) { return !isKnown(file); });
+    unreadableFile_ = newest != files.end() ? *newest : QString();
     Q_EMIT changed();
 }
 
 void NotesFileState::acknowledge()
 {
-    defaults_.setValue(acknowledgedKey, unreadableName_);
+    if (isSetAside()) {
+        defaults_.setValue(nameKey, nameOf(unreadableFile_));
+    } else {
+        knownFile_ = unreadableFile_;
+        defaults_.setValue(timeKey, timeOf(unreadableFile_));
+    }
     look();
 }
 

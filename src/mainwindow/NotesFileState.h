@@ -18,6 +18,7 @@ class NotesFileState : public QObject {
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(QString saveFailure READ saveFailure NOTIFY changed)
     Q_PROPERTY(QString unreadableFile READ unreadableFile NOTIFY changed)
+    Q_PROPERTY(bool isSetAside READ isSetAside NOTIFY changed)
 
 public:
     /// Both must outlive this object.
@@ -27,9 +28,12 @@ public:
     [[nodiscard]] QString saveFailure() const;
     /// The newest file that could not be read and is kept, as the user would write it; empty when
     /// the user knows of it.
-    [[nodiscard]] QString unreadableFile() const { return unreadableFile_; }
+    [[nodiscard]] QString unreadableFile() const;
+    /// Whether that file has made room for a new one, under a name of its own. Otherwise it does
+    /// so with the next note that is saved.
+    [[nodiscard]] bool isSetAside() const;
 
-    /// The user knows, now and in later runs.
+    /// The user knows, now and in later runs, and also once the file is set aside.
     Q_INVOKABLE void acknowledge();
 
 Q_SIGNALS:
@@ -37,11 +41,12 @@ Q_SIGNALS:
 
 private:
     void look();
+    [[nodiscard]] bool isKnown(const QString &file) const;
 
     const NotesStoring &store_;
     DefaultsStore &defaults_;
-    QString unreadableFile_;
-    QString unreadableName_; ///< without its folder
+    QString unreadableFile_; ///< its whole path
+    QString knownFile_; ///< in this run; in later ones it is known by its time
 };
 
 } // namespace vellumo
