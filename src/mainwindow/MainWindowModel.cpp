@@ -92,7 +92,18 @@ void MainWindowModel::userChanged()
     if (with_.defaults.value(withoutAccountKey).isValid()) {
         with_.defaults.setValue(withoutAccountKey, {});
     }
+    if (!with_.auth.isSignedIn()) {
+        leaveEverything();
+    }
     Q_EMIT faceChanged();
+}
+
+void MainWindowModel::leaveEverything()
+{
+    setPage(u"home"_s);
+    library_.selection()->setActive(false);
+    library_.setQuery({});
+    exporter_.dismiss();
 }
 
 void MainWindowModel::setPage(const QString &page)
@@ -137,6 +148,7 @@ void MainWindowModel::goToService()
         useWithoutAccount();
     }
     setShowsSettings(false);
+    exporter_.setOpen(false);
     setPage(u"computer"_s);
     computer()->askForService();
 }

@@ -111,6 +111,8 @@ Q_SIGNALS:
 
 private:
     void userChanged();
+    /// Whoever comes next begins anew.
+    void leaveEverything();
     void pull();
 
     Collaborators with_;

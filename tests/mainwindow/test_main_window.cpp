@@ -117,10 +117,24 @@ void TestMainWindow::signingOutLeadsBack()
     desk.useWithoutAccount();
     desk.storeSession();
     QVERIFY(waitUntil([&] { return desk.auth.isSignedIn(); }));
+    desk.notes.notes = notes(3);
     desk.show();
+    desk.click("notes");
+    QTest::keyClick(desk.window.window(), '1');
+    QCOMPARE(desk.text("count"), u"1 of 3"_s);
+    desk.click("select");
+    desk.key(Qt::Key_Space);
+    desk.click("export");
+    desk.window.showService(); // from elsewhere, with a sheet open
+    QVERIFY(desk.item("addressInput") && !desk.item("exportTitle"));
+    desk.click("notes");
     desk.click("settings");
-    desk.auth.signOut(); // from elsewhere, with a sheet open
+    desk.auth.signOut(); // likewise
     QVERIFY(desk.item("signIn") && !desk.item("settingsTitle"));
+    desk.click("withoutAccount");
+    QVERIFY(desk.item("greeting"));
+    desk.click("notes");
+    QCOMPARE(desk.text("count"), u"3"_s);
 }
 
 void TestMainWindow::switchesTheLanguageEverywhere()
