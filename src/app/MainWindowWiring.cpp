@@ -33,6 +33,7 @@ MainWindowWiring::MainWindowWiring(const Foundation &foundation)
     controller_.onChooseFile = [this](const NotesExporter::FileQuestion &question) {
         saving_.ask(controller_.window(), question);
     };
+    controller_.onForgetFile = [this] { saving_.withdraw(); };
     controller_.onOpenFolder = [&workspace = foundation.workspace](const QString &folder) {
         return workspace.openFolder(folder);
     };

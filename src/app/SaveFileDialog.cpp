@@ -21,17 +21,18 @@ SaveFileDialog::SaveFileDialog(const BilingualText &texts)
 
 SaveFileDialog::~SaveFileDialog()
 {
-    delete dialog_;
+    withdraw();
 }
 
 void SaveFileDialog::ask(QWindow *above, const NotesExporter::FileQuestion &question)
 {
-    delete dialog_; // what was asked before counts no more
+    withdraw(); // what was asked before counts no more
     if (!QDir(folder_).exists()) {
         folder_ = QDir::homePath();
     }
     dialog_ = new QFileDialog;
     dialog_->setAttribute(Qt::WA_DeleteOnClose);
+    dialog_->setWindowModality(Qt::WindowModal);
     dialog_->setWindowIcon(programIcon());
     dialog_->setAcceptMode(QFileDialog::AcceptSave);
     dialog_->setFileMode(QFileDialog::AnyFile);
@@ -57,6 +58,11 @@ void SaveFileDialog::ask(QWindow *above, const NotesExporter::FileQuestion &ques
         dialog_->windowHandle()->setTransientParent(above);
     }
     dialog_->show();
+}
+
+void SaveFileDialog::withdraw()
+{
+    delete dialog_;
 }
 
 } // namespace vellumo

@@ -11,7 +11,8 @@ class QWindow;
 namespace vellumo {
 
 /// Asks where an export is to be written, in the desktop's dialog for files. One dialog at a time;
-/// whoever asks goes on at once. Whether a file may be replaced is asked afterwards, by the window.
+/// whoever asks goes on at once, but the window below waits. Whether a file may be replaced is
+/// asked afterwards, by the window.
 class SaveFileDialog {
 public:
     /// The texts must outlive the dialog.
@@ -21,6 +22,8 @@ public:
 
     /// Above the window, which may be null.
     void ask(QWindow *above, const NotesExporter::FileQuestion &question);
+    /// Closes the dialog, if one is shown; nothing is answered.
+    void withdraw();
 
 private:
     const BilingualText &texts_;

@@ -14,8 +14,7 @@ Sheet {
     readonly property bool english: sheet.texts.english
     readonly property NotesExporter exporter: sheet.main.exporter
     readonly property NotesLibrary library: sheet.main.library
-    readonly property bool hasFound: sheet.library.query.trim().length > 0
-                                     && sheet.library.found > 0 && !sheet.library.isSearching
+    readonly property bool hasFound: sheet.library.hasFound
     readonly property bool asksWhich: sheet.hasFound || sheet.hasSelected
     readonly property bool asksWhat: !sheet.exporter.asksToReplace
     readonly property bool hasSelected: sheet.library.selection.count > 0

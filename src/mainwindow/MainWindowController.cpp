@@ -73,6 +73,11 @@ bool MainWindowController::create()
             onChooseFile(question);
         }
     };
+    model_->exporter()->onForgetFile = [this] {
+        if (onForgetFile) {
+            onForgetFile();
+        }
+    };
     model_->exporter()->onOpenFolder = [this](const QString &folder) {
         return onOpenFolder && onOpenFolder(folder);
     };

@@ -36,6 +36,7 @@ public:
 
     /// What an export asks for; see NotesExporter.
     std::function<void(const NotesExporter::FileQuestion &question)> onChooseFile;
+    std::function<void()> onForgetFile;
     std::function<bool(const QString &folder)> onOpenFolder;
 
     /// Brings the window to the front with the keyboard, making it on first use.

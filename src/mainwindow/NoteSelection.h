@@ -28,6 +28,7 @@ public:
     [[nodiscard]] bool isActive() const { return isActive_; }
     void setActive(bool active);
     [[nodiscard]] int count() const { return static_cast<int>(selected_.size()); }
+    [[nodiscard]] const QSet<QUuid> &marked() const { return selected_; }
     [[nodiscard]] bool contains(const QUuid &id) const { return selected_.contains(id); }
 
     /// Marks the note of a row, or takes its mark. Begins selecting.

@@ -9,7 +9,7 @@
 #include <QDate>
 #include <QFileInfo>
 #include <QPointer>
-#include <numeric>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -64,11 +64,16 @@ void NotesExporter::setOpen(bool open)
     isOpen_ = open;
     asksToReplace_ = false;
     if (open) {
-        const bool isFiltered = !library_.query().trimmed().isEmpty() && library_.found() > 0;
         scope_ = library_.selection()->count() > 0 ? u"selected"_s
-            : isFiltered                           ? u"found"_s
+            : library_.hasFound()                  ? u"found"_s
                                                    : u"all"_s;
         state_ = State::Idle;
+    } else {
+        ++question_;
+        plan_ = {};
+        if (onForgetFile) {
+            onForgetFile();
+        }
     }
     Q_EMIT changed();
 }
@@ -96,13 +101,16 @@ void NotesExporter::chooseFile()
     if (!onChooseFile) {
         return;
     }
+    plan_ = plan();
     const QString name =
         u"vellumo-notes-%1.%2"_s.arg(library_.today().toString(Qt::ISODate), format());
-    onChooseFile({name, format(), [guard = QPointer<NotesExporter>(this)](const QString &path) {
-                      if (guard) {
-                          guard->chosen(path);
-                      }
-                  }});
+    onChooseFile(
+        {name, format(),
+         [guard = QPointer<NotesExporter>(this), question = ++question_](const QString &path) {
+             if (guard && guard->question_ == question) {
+                 guard->chosen(path);
+             }
+         }});
 }
 
 void NotesExporter::chosen(const QString &path)
@@ -112,7 +120,6 @@ void NotesExporter::chosen(const QString &path)
     }
     path_ = path;
     if (QFileInfo(path).isFile()) {
-        isOpen_ = true; // again, if it was dismissed while the dialog stood
         asksToReplace_ = true;
         Q_EMIT changed();
     } else {
@@ -127,29 +134,35 @@ void NotesExporter::replace()
     }
 }
 
-QList<int> NotesExporter::chosenNotes() const
+NotesExporter::Plan NotesExporter::plan() const
 {
-    if (scope_ == "selected"_L1) {
-        return library_.selectedNotes();
+    const bool isOfMarked = scope_ == "selected"_L1;
+    NotesLibrary::Excerpt excerpt = isOfMarked ? library_.selectedNotes()
+        : scope_ == "found"_L1                 ? library_.foundNotes()
+                                               : library_.allNotes();
+    Plan plan;
+    plan.order.notes = std::move(excerpt.notes);
+    plan.order.chosen = std::move(excerpt.chosen);
+    plan.order.format = format_;
+    if (isOfMarked) {
+        plan.marks = library_.selection()->marked();
     }
-    if (scope_ == "found"_L1) {
-        return library_.foundNotes();
-    }
-    QList<int> all(library_.total());
-    std::iota(all.begin(), all.end(), 0);
-    return all;
+    return plan;
 }
 
 void NotesExporter::write()
 {
-    const QList<int> notes = chosenNotes();
+    Plan plan = std::exchange(plan_, {});
     isOpen_ = false;
     asksToReplace_ = false;
     state_ = State::Writing;
     written_ = 0;
-    total_ = static_cast<int>(notes.size());
-    job_.start({library_.notes(), notes, format_, texts_.isEnglish(), QDateTime::currentDateTime(),
-                path_});
+    total_ = static_cast<int>(plan.order.chosen.size());
+    writtenMarks_ = std::move(plan.marks);
+    plan.order.isEnglish = texts_.isEnglish();
+    plan.order.at = QDateTime::currentDateTime();
+    plan.order.path = path_;
+    job_.start(std::move(plan.order));
     Q_EMIT changed();
 }
 
@@ -159,7 +172,9 @@ void NotesExporter::done(const NotesExport::Result &result)
     detail_ = presentableLine(result.detail, longestDetail);
     if (state_ == State::Written) {
         written_ = total_;
-        library_.selection()->setActive(false);
+        if (writtenMarks_ == library_.selection()->marked()) {
+            library_.selection()->setActive(false);
+        }
     }
     Q_EMIT changed();
 }

@@ -4,8 +4,11 @@
 
 #include "export/NotesExport.h"
 #include <QObject>
+#include <QSet>
+#include <QUuid>
 #include <QtQml/qqmlregistration.h>
 #include <functional>
+#include <optional>
 
 namespace vellumo {
 
@@ -55,11 +58,13 @@ public:
 
     /// Shows a dialog, in place of one that is shown already. Returns at once.
     std::function<void(const FileQuestion &question)> onChooseFile;
+    /// The answer is not wanted any more: takes the dialog away, if it still stands.
+    std::function<void()> onForgetFile;
     /// Answers whether the folder could be shown.
     std::function<bool(const QString &folder)> onOpenFolder;
 
     /// Whether it is being asked what to export. Opening proposes what is at hand: the marked
-    /// notes, else those that were found, else all.
+    /// notes, else those that were found, else all. Closing forgets the file that was asked for.
     [[nodiscard]] bool isOpen() const { return isOpen_; }
     void setOpen(bool open);
 
@@ -70,7 +75,8 @@ public:
     [[nodiscard]] QString format() const { return fileSuffix(format_); }
     void setFormat(const QString &format);
 
-    /// Asks for a file, and writes it once it is known.
+    /// Asks for a file, and writes it once it is known: the notes as they are chosen now, in the
+    /// format of now.
     Q_INVOKABLE void chooseFile();
     /// Whether the chosen file is there already; the answer is replace() or another chooseFile().
     [[nodiscard]] bool asksToReplace() const { return asksToReplace_; }
@@ -92,8 +98,14 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// What is written once its file is known.
+    struct Plan {
+        NotesExport::Order order;
+        std::optional<QSet<QUuid>> marks; ///< when they were what was chosen
+    };
+
+    [[nodiscard]] Plan plan() const;
     void chosen(const QString &path);
-    [[nodiscard]] QList<int> chosenNotes() const;
     void write();
     void done(const NotesExport::Result &result);
 
@@ -101,7 +113,10 @@ private:
     BilingualText &texts_;
     QString scope_ = QStringLiteral("all");
     ExportFormat format_ = ExportFormat::Markdown;
+    Plan plan_;
+    int question_ = 0; ///< tells the answer to the last one from others
     QString path_;
+    std::optional<QSet<QUuid>> writtenMarks_; ///< of the plan that is being written
     bool isOpen_ = false;
     bool asksToReplace_ = false;
     State state_ = State::Idle;

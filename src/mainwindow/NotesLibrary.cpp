@@ -78,10 +78,9 @@ void NotesLibrary::refresh()
     today_ = NoteDates::localTime(clock_.secondsSinceReferenceDate()).date();
     latest_.setNotes(notes_, upTo(std::min(latestCount, notes_.size())),
                      NoteRowsModel::Grouping::None);
-    Q_EMIT rowsAboutToRefresh();
+    isRefreshing_ = true;
     startSearch(false);
     Q_EMIT notesChanged();
-    Q_EMIT rowsRefreshed();
 }
 
 void NotesLibrary::setQuery(const QString &query)
@@ -93,6 +92,7 @@ void NotesLibrary::setQuery(const QString &query)
     NoteSearch next(query);
     const bool narrowed = !slices_.isActive() && !search_.isEmpty() && next.narrows(search_);
     search_ = std::move(next);
+    isRefreshing_ = false;
     startSearch(narrowed);
 }
 
@@ -107,7 +107,7 @@ void NotesLibrary::setGrouping(const QString &grouping)
         grouping_ = grouping == "place"_L1 ? NoteRowsModel::Grouping::ByPlace
                                            : NoteRowsModel::Grouping::ByDay;
         if (!slices_.isActive()) { // otherwise what is found will be grouped so
-            rows_.setNotes(notes_, shown_, grouping_);
+            rows_.setNotes(searchedNotes_, shown_, grouping_);
         }
         Q_EMIT changed();
     }
@@ -153,9 +153,22 @@ void NotesLibrary::searchSlice()
 void NotesLibrary::showFound()
 {
     shown_ = std::exchange(hits_, {});
+    searchedNotes_ = notes_;
     candidates_.clear();
-    rows_.setNotes(notes_, shown_, grouping_);
+    const bool isRefresh = std::exchange(isRefreshing_, false);
+    if (isRefresh) {
+        Q_EMIT rowsAboutToRefresh();
+    }
+    rows_.setNotes(searchedNotes_, shown_, grouping_);
     Q_EMIT changed();
+    if (isRefresh) {
+        Q_EMIT rowsRefreshed();
+    }
+}
+
+bool NotesLibrary::hasFound() const
+{
+    return !search_.isEmpty() && !shown_.isEmpty() && !isSearching();
 }
 
 const NoteWithContext *NotesLibrary::find(const QUuid &id) const
@@ -166,7 +179,12 @@ const NoteWithContext *NotesLibrary::find(const QUuid &id) const
     return found != notes_.end() ? &*found : nullptr;
 }
 
-QList<int> NotesLibrary::selectedNotes() const
+NotesLibrary::Excerpt NotesLibrary::allNotes() const
+{
+    return {notes_, upTo(notes_.size())};
+}
+
+NotesLibrary::Excerpt NotesLibrary::selectedNotes() const
 {
     QList<int> selected;
     selected.reserve(selection_.count());
@@ -175,7 +193,7 @@ QList<int> NotesLibrary::selectedNotes() const
             selected.append(i);
         }
     }
-    return selected;
+    return {notes_, selected};
 }
 
 } // namespace vellumo

@@ -25,11 +25,18 @@ class NotesLibrary : public QObject {
     Q_PROPERTY(vellumo::NoteSelection *selection READ selection CONSTANT)
     Q_PROPERTY(int total READ total NOTIFY changed)
     Q_PROPERTY(int found READ found NOTIFY changed)
+    Q_PROPERTY(bool hasFound READ hasFound NOTIFY changed)
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY changed)
     Q_PROPERTY(QString grouping READ grouping WRITE setGrouping NOTIFY changed)
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY changed)
 
 public:
+    /// Some of the notes of a list, by index, newest first.
+    struct Excerpt {
+        QList<NoteWithContext> notes;
+        QList<int> chosen;
+    };
+
     /// What is handed over must outlive the library.
     NotesLibrary(NotesStoring &store, const Clock &clock, BilingualText &texts,
                  QObject *parent = nullptr);
@@ -43,14 +50,17 @@ public:
 
     [[nodiscard]] QAbstractItemModel *rows() { return &rows_; }
     [[nodiscard]] NoteSelection *selection() { return &selection_; }
-    /// The notes that fit the query, by index; those that are marked, likewise.
-    [[nodiscard]] const QList<int> &foundNotes() const { return shown_; }
-    [[nodiscard]] QList<int> selectedNotes() const;
+    [[nodiscard]] Excerpt allNotes() const;
+    /// The notes that fit the query; during a search, what the one before has found.
+    [[nodiscard]] Excerpt foundNotes() const { return {searchedNotes_, shown_}; }
+    [[nodiscard]] Excerpt selectedNotes() const;
     /// The last few, ungrouped.
     [[nodiscard]] QAbstractItemModel *latest() { return &latest_; }
     [[nodiscard]] int total() const { return static_cast<int>(notes_.size()); }
     /// How many fit the query.
     [[nodiscard]] int found() const { return static_cast<int>(shown_.size()); }
+    /// Whether something was looked for, and is found.
+    [[nodiscard]] bool hasFound() const;
     [[nodiscard]] bool isSearching() const { return slices_.isActive(); }
 
     [[nodiscard]] QString query() const { return query_; }
@@ -92,6 +102,7 @@ private:
     QString query_;
     NoteSearch search_;
     QList<int> shown_; ///< the notes that fit, by index, newest first
+    QList<NoteWithContext> searchedNotes_; ///< the list of which they are
     QList<int> candidates_; ///< of the search under way
     qsizetype searched_ = 0; ///< how many of them have been looked at
     QList<int> hits_; ///< so far
@@ -99,6 +110,7 @@ private:
     QTimer refreshing_;
     bool isShown_ = false;
     bool isStale_ = true;
+    bool isRefreshing_ = false; ///< the search under way is of the same query as the rows
 };
 
 } // namespace vellumo

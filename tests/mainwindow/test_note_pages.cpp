@@ -112,8 +112,26 @@ void TestNotePages::tellsOfAnUnreadableFileOnce()
     later.show();
     const auto *notice = later.window()->findChild<QQuickItem *>(u"notesFileNotice"_s);
     QVERIFY(notice && !notice->isVisible());
-    desk.notes.unreadable.prepend(u"/a/notes.json.unreadable-3"_s);
+
+    // another one, first under the name that notes are read from
+    const QTemporaryDir folder;
+    const auto breaks = [&](const QString &name) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        desk.notes.unreadable.prepend(file.fileName());
+        Q_EMIT desk.notes.filesChanged();
+    };
+    breaks(u"notes.json"_s);
+    QVERIFY(notice->isVisible());
+    QVERIFY(notice->property("text").toString().contains("is kept, and set aside when"_L1));
+    desk.click("knowNotesFile");
+    QVERIFY(!desk.item("notesFileNotice"));
+    const QString aside = folder.filePath(u"notes.json.unreadable-3"_s);
+    QVERIFY(QFile::rename(desk.notes.unreadable[0], aside));
+    desk.notes.unreadable[0] = aside;
     Q_EMIT desk.notes.filesChanged();
+    QVERIFY(!notice->isVisible() && !desk.item("notesFileNotice"));
+    breaks(u"notes.json.unreadable-4"_s);
     QVERIFY(notice->isVisible());
 }
 
@@ -127,7 +145,7 @@ void TestNotePages::exportsWhatIsMarked()
     QString suggested;
     desk.window.onChooseFile = [&](const NotesExporter::FileQuestion &question) {
         suggested = question.suggestedName;
-        question.onChosen(path);
+        question.onChosen(question.suffix == "json"_L1 ? path : folder.filePath(suggested));
     };
     const auto press = [&](Qt::Key key, Qt::KeyboardModifier modifier) {
         QTest::keyClick(desk.window.window(), key, modifier);
@@ -146,8 +164,8 @@ void TestNotePages::exportsWhatIsMarked()
             desk.click(answer);
         }
     };
-    const auto written = [&] {
-        QFile file(path);
+    const auto written = [](const QString &to) {
+        QFile file(to);
         QStringList texts;
         if (file.open(QIODevice::ReadOnly)) {
             const auto all = QJsonDocument::fromJson(file.readAll())["notes"_L1].toArray();
@@ -171,9 +189,15 @@ void TestNotePages::exportsWhatIsMarked()
     desk.key(Qt::Key_Down, 3);
     press(Qt::Key_Down, Qt::ShiftModifier); // a new range
     QCOMPARE(desk.text("count"), u"3 selected"_s);
+    desk.click("export");
+    desk.item("exportScope")->forceActiveFocus();
+    desk.key(Qt::Key_Left); // all of them
+    desk.click("exportChoose");
+    QVERIFY(tells(u"30 notes are in “vellumo-notes-2026-11-22.md”"_s));
+    QCOMPARE(desk.text("count"), u"3 selected"_s);
     exportsBy(nullptr);
     QVERIFY(tells(u"3 notes are in “notes.json”"_s));
-    QCOMPARE(written(), u"0 3 4"_s);
+    QCOMPARE(written(path), u"0 3 4"_s);
     QCOMPARE(suggested, u"vellumo-notes-2026-11-22.json"_s);
     QCOMPARE(desk.text("count"), u"30"_s); // marking has ended
 
@@ -182,10 +206,10 @@ void TestNotePages::exportsWhatIsMarked()
         QTest::keyClick(desk.window.window(), c);
     }
     exportsBy("exportCancel");
-    QCOMPARE(written(), u"0 3 4"_s);
+    QCOMPARE(written(path), u"0 3 4"_s);
     exportsBy("exportReplace");
     QVERIFY(tells(u"One note is in “notes.json”"_s));
-    QCOMPARE(written(), u"29"_s);
+    QCOMPARE(written(path), u"29"_s);
 
     desk.key(Qt::Key_Escape); // empties the search
     desk.key(Qt::Key_Down);
@@ -205,16 +229,27 @@ void TestNotePages::exportsWhatIsMarked()
     QVERIFY(tells(u"The folder is not there any more. Choose another one."_s));
     QCOMPARE(desk.text("count"), u"3 selected"_s);
 
-    // the dialog stands while the sheet is dismissed
+    // the dialog stands while something else is chosen
     const QTemporaryDir other;
     std::function<void(const QString &)> chooseLate;
     desk.window.onChooseFile = [&](const NotesExporter::FileQuestion &question) {
         chooseLate = question.onChosen;
     };
-    exportsBy("exportCancel");
-    QVERIFY(!desk.item("exportTitle"));
+    int forgotten = 0;
+    desk.window.onForgetFile = [&forgotten] { ++forgotten; };
+    exportsBy(nullptr);
+    desk.click("exportFormat"); // the second of three
     chooseLate(other.filePath(u"late.json"_s));
     QVERIFY(tells(u"3 notes are in “late.json”"_s));
+    QCOMPARE(written(other.filePath(u"late.json"_s)).split(u' ').size(), 3);
+    QCOMPARE(desk.text("count"), u"30"_s);
+    QCOMPARE(forgotten, 0);
+
+    // and while the sheet is dismissed
+    exportsBy("exportCancel");
+    QCOMPARE(forgotten, 1);
+    chooseLate(other.filePath(u"never"_s));
+    QVERIFY(!desk.item("exportTitle") && !desk.item("exportOutcome"));
 }
 
 void TestNotePages::keepsItsPlaceWhenANoteIsAdded()

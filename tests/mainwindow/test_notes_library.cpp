@@ -210,6 +210,19 @@ void TestNotesLibrary::searchesManyInSlices()
     QVERIFY(waitUntil([&] { return !shelf.library.isSearching(); }, std::chrono::minutes(1)));
     QCOMPARE(shelf.library.found(), 1);
     QVERIFY(shelf.rows().startsWith("[Paper.pdf 1] note 99999 lorem"_L1));
+
+    // what is found stays what it is until the notes have been searched again
+    const QSignalSpy refreshed(&shelf.library, &NotesLibrary::rowsRefreshed);
+    shelf.store.add(noteOf(eveningOfTheDay, u"another 99999"_s).note, paper);
+    QVERIFY(waitUntil([&] { return shelf.library.isSearching(); }));
+    const NotesLibrary::Excerpt found = shelf.library.foundNotes();
+    QCOMPARE(found.chosen.size(), 1);
+    QVERIFY(found.notes[found.chosen[0]].note.sourceText.startsWith("note 99999"_L1));
+    QVERIFY(!shelf.library.hasFound());
+    QCOMPARE(refreshed.size(), 0);
+    QVERIFY(waitUntil([&] { return shelf.library.found() == 2; }, std::chrono::minutes(1)));
+    QVERIFY(shelf.library.hasFound());
+    QCOMPARE(refreshed.size(), 1);
 }
 
 void TestNotesLibrary::countsDaysAndPlaces()
