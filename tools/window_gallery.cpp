@@ -256,6 +256,13 @@ QList<View> views()
          },
          usual},
         {u"insights-empty"_s, empty, toInsights},
+        {u"notes-of-a-place"_s, plain,
+         [](WindowDesk &g) {
+             g.click("insights");
+             g.item("place")->forceActiveFocus();
+             g.key(Qt::Key_Return);
+         },
+         usual},
         {u"computer"_s, plain, toComputer, usual},
         {u"computer-service"_s, withService, toService, usual},
         {u"computer-wrong"_s, plain, wrong, usual},

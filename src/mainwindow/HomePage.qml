@@ -101,7 +101,10 @@ ScrollPage {
             y: Units.space20
             quiet: true
             text: page.english ? "All notes" : "全部笔记"
-            onClicked: page.main.page = "notes"
+            onClicked: {
+                page.main.library.leavePlace()
+                page.main.page = "notes"
+            }
         }
     }
     Column {

@@ -103,6 +103,7 @@ void MainWindowModel::leaveEverything()
     setPage(u"home"_s);
     library_.selection()->setActive(false);
     library_.setQuery({});
+    library_.leavePlace();
     exporter_.dismiss();
 }
 
@@ -179,10 +180,11 @@ void MainWindowModel::openLatest(int row)
 
 void MainWindowModel::openPlace(int index)
 {
-    const QString query = insights_.placeQuery(index);
+    const std::optional<ReadingContext> place = insights_.placeAt(index);
     setPage(u"notes"_s);
     library_.setGrouping(u"place"_s);
-    library_.setQuery(query);
+    library_.setQuery({});
+    library_.setPlace(place);
 }
 
 } // namespace vellumo

@@ -10,11 +10,17 @@ namespace vellumo {
 
 namespace {
 constexpr qsizetype longestPlace = 120;
+const QString pulledKey = u"cloud"_s;
 } // namespace
+
+bool isPulled(const ReadingContext &context)
+{
+    return context.key == pulledKey;
+}
 
 QString placeOf(const ReadingContext &context, bool english)
 {
-    if (context.key == "cloud"_L1) {
+    if (isPulled(context)) {
         return english ? u"Synced notes"_s : u"已同步的笔记"_s;
     }
     return presentableLine(context.displayName, longestPlace);
@@ -22,7 +28,14 @@ QString placeOf(const ReadingContext &context, bool english)
 
 QString placeKey(const ReadingContext &context)
 {
-    return context.key == "cloud"_L1 ? context.key : context.displayName;
+    // a window may well be titled as the key of the others
+    return isPulled(context) ? pulledKey : u'/' + context.displayName;
+}
+
+bool isSamePlace(const ReadingContext &one, const ReadingContext &other)
+{
+    return isPulled(one) == isPulled(other)
+        && (isPulled(one) || one.displayName == other.displayName);
 }
 
 } // namespace vellumo

@@ -9,7 +9,12 @@ namespace vellumo {
 /// Where a note was read, in a few plain words: the site, the file or the window.
 [[nodiscard]] QString placeOf(const ReadingContext &context, bool english);
 
-/// Notes of one such name belong together where places are counted.
+/// Whether notes have come from another computer, which does not tell where they were read.
+[[nodiscard]] bool isPulled(const ReadingContext &context);
+
+/// Notes of one such name belong together where places are counted; for a hash.
 [[nodiscard]] QString placeKey(const ReadingContext &context);
+/// Whether two have the same placeKey().
+[[nodiscard]] bool isSamePlace(const ReadingContext &one, const ReadingContext &other);
 
 } // namespace vellumo

@@ -271,9 +271,10 @@ QList<int> NotesInsights::placeCounts() const
     return told_.placeCounts;
 }
 
-QString NotesInsights::placeQuery(int index) const
+std::optional<ReadingContext> NotesInsights::placeAt(int index) const
 {
-    return told_.places.value(index).displayName.simplified();
+    const bool isThere = index >= 0 && index < told_.places.size();
+    return isThere ? std::optional(told_.places[index]) : std::nullopt;
 }
 
 } // namespace vellumo

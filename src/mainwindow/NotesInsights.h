@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 #include <memory>
+#include <optional>
 
 namespace vellumo {
 
@@ -77,8 +78,8 @@ public:
     /// How many places there are at all.
     [[nodiscard]] int allPlaces() const { return told_.allPlaces; }
 
-    /// What finds the notes of a place when it is searched for.
-    [[nodiscard]] QString placeQuery(int index) const;
+    /// One of the contexts of a place; the place is where all of that name belong together.
+    [[nodiscard]] std::optional<ReadingContext> placeAt(int index) const;
 
 Q_SIGNALS:
     void changed();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/NotesLibrary.h"
 
+#include "mainwindow/NotePlace.h"
 #include "notes/NoteDates.h"
 #include "platform/Clock.h"
 #include "ui/BilingualText.h"
@@ -48,6 +49,7 @@ NotesLibrary::NotesLibrary(NotesStoring &store, const Clock &clock, BilingualTex
     connect(&texts_, &BilingualText::languageChanged, this, [this] {
         rows_.refreshTexts();
         latest_.refreshTexts();
+        Q_EMIT changed();
     });
     connect(&slices_, &QTimer::timeout, this, &NotesLibrary::searchSlice);
     refreshing_.setSingleShot(true);
@@ -96,6 +98,27 @@ void NotesLibrary::setQuery(const QString &query)
     startSearch(narrowed);
 }
 
+void NotesLibrary::setPlace(const std::optional<ReadingContext> &place)
+{
+    if (place == place_) {
+        return;
+    }
+    place_ = place;
+    isRefreshing_ = false;
+    startSearch(false);
+    Q_EMIT placeChanged();
+}
+
+QString NotesLibrary::placeName() const
+{
+    return place_ ? placeOf(*place_, texts_.isEnglish()) : QString();
+}
+
+bool NotesLibrary::fits(const NoteWithContext &entry) const
+{
+    return (!place_ || isSamePlace(*place_, entry.context)) && search_.fits(entry);
+}
+
 QString NotesLibrary::grouping() const
 {
     return grouping_ == NoteRowsModel::Grouping::ByPlace ? u"place"_s : u"day"_s;
@@ -117,7 +140,7 @@ void NotesLibrary::startSearch(bool narrowed)
 {
     slices_.stop();
     candidates_ = narrowed ? shown_ : upTo(notes_.size());
-    if (search_.isEmpty()) {
+    if (!isFiltered()) {
         hits_ = candidates_;
         showFound();
         return;
@@ -134,7 +157,7 @@ void NotesLibrary::searchSlice()
     while (searched_ < candidates_.size()) {
         const qsizetype end = std::min(searched_ + notesPerLook, candidates_.size());
         for (; searched_ < end; ++searched_) {
-            if (search_.fits(notes_[candidates_[searched_]])) {
+            if (fits(notes_[candidates_[searched_]])) {
                 hits_.append(candidates_[searched_]);
             }
         }
@@ -168,7 +191,7 @@ void NotesLibrary::showFound()
 
 bool NotesLibrary::hasFound() const
 {
-    return !search_.isEmpty() && !shown_.isEmpty() && !isSearching();
+    return isFiltered() && !shown_.isEmpty() && !isSearching();
 }
 
 const NoteWithContext *NotesLibrary::find(const QUuid &id) const

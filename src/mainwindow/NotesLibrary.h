@@ -8,6 +8,7 @@
 #include "notes/NotesStoring.h"
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
+#include <optional>
 
 namespace vellumo {
 
@@ -27,6 +28,9 @@ class NotesLibrary : public QObject {
     Q_PROPERTY(int found READ found NOTIFY changed)
     Q_PROPERTY(bool hasFound READ hasFound NOTIFY changed)
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY changed)
+    Q_PROPERTY(bool isOfOnePlace READ isOfOnePlace NOTIFY changed)
+    Q_PROPERTY(QString placeName READ placeName NOTIFY changed)
+    Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY changed)
     Q_PROPERTY(QString grouping READ grouping WRITE setGrouping NOTIFY changed)
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY changed)
 
@@ -51,13 +55,13 @@ public:
     [[nodiscard]] QAbstractItemModel *rows() { return &rows_; }
     [[nodiscard]] NoteSelection *selection() { return &selection_; }
     [[nodiscard]] Excerpt allNotes() const;
-    /// The notes that fit the query; during a search, what the one before has found.
+    /// The notes that fit query and place; during a search, what the one before has found.
     [[nodiscard]] Excerpt foundNotes() const { return {searchedNotes_, shown_}; }
     [[nodiscard]] Excerpt selectedNotes() const;
     /// The last few, ungrouped.
     [[nodiscard]] QAbstractItemModel *latest() { return &latest_; }
     [[nodiscard]] int total() const { return static_cast<int>(notes_.size()); }
-    /// How many fit the query.
+    /// How many fit query and place.
     [[nodiscard]] int found() const { return static_cast<int>(shown_.size()); }
     /// Whether something was looked for, and is found.
     [[nodiscard]] bool hasFound() const;
@@ -65,6 +69,16 @@ public:
 
     [[nodiscard]] QString query() const { return query_; }
     void setQuery(const QString &query);
+
+    /// Only the notes of a place, if one is given, are searched and shown. Any of its contexts
+    /// names it.
+    void setPlace(const std::optional<ReadingContext> &place);
+    Q_INVOKABLE void leavePlace() { setPlace(std::nullopt); }
+    [[nodiscard]] bool isOfOnePlace() const { return place_.has_value(); }
+    /// In a few plain words.
+    [[nodiscard]] QString placeName() const;
+    /// Whether there is a query or a place.
+    [[nodiscard]] bool isFiltered() const { return isOfOnePlace() || !search_.isEmpty(); }
 
     /// "day" or "place".
     [[nodiscard]] QString grouping() const;
@@ -77,15 +91,18 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// Another place is shown, or all are again.
+    void placeChanged();
     /// The notes themselves have changed, or the day that they are told from.
     void notesChanged();
-    /// The rows are about to be replaced by those of the same query, and have been.
+    /// The rows are about to be replaced by those of the same filters, and have been.
     void rowsAboutToRefresh();
     void rowsRefreshed();
 
 private:
     void storeChanged();
     void refresh();
+    [[nodiscard]] bool fits(const NoteWithContext &entry) const;
     void startSearch(bool narrowed);
     void searchSlice();
     void showFound();
@@ -101,6 +118,7 @@ private:
     NoteRowsModel::Grouping grouping_ = NoteRowsModel::Grouping::ByDay;
     QString query_;
     NoteSearch search_;
+    std::optional<ReadingContext> place_;
     QList<int> shown_; ///< the notes that fit, by index, newest first
     QList<NoteWithContext> searchedNotes_; ///< the list of which they are
     QList<int> candidates_; ///< of the search under way
@@ -110,7 +128,7 @@ private:
     QTimer refreshing_;
     bool isShown_ = false;
     bool isStale_ = true;
-    bool isRefreshing_ = false; ///< the search under way is of the same query as the rows
+    bool isRefreshing_ = false; ///< the search under way has the same filters as the rows
 };
 
 } // namespace vellumo

@@ -21,7 +21,7 @@ FocusScope {
     function countText(): string {
         if (page.selection.isActive)
             return (page.english ? "%1 selected" : "已选 %1 条").arg(page.selection.count)
-        if (page.library.query.trim().length === 0)
+        if (!page.library.isFiltered)
             return page.library.total
         if (page.library.isSearching)
             return page.english ? "Searching…" : "正在搜索…"
@@ -29,9 +29,19 @@ FocusScope {
                                                       .arg(page.library.total)
     }
 
+    function leavePlace(): void {
+        if (chip.activeFocus)
+            field.focusField()
+        page.library.leavePlace()
+    }
+
+    // what was begun last ends first; the search field has emptied itself before
     Keys.onEscapePressed: event => {
-        event.accepted = page.selection.isActive
-        page.selection.isActive = false
+        event.accepted = page.selection.isActive || page.library.isOfOnePlace
+        if (page.selection.isActive)
+            page.selection.isActive = false
+        else
+            page.leavePlace()
     }
 
     Connections {
@@ -42,6 +52,14 @@ FocusScope {
         }
     }
 
+    Connections {
+        target: page.library
+
+        function onPlaceChanged(): void {
+            list.toTop()
+        }
+    }
+
     Item {
         id: top
 
@@ -49,6 +67,7 @@ FocusScope {
         y: Units.pageTop
         width: page.width - 2 * x
         height: picker.y + picker.height
+            + (chip.visible ? Units.space12 + chip.height : 0)
 
         Label {
             id: title
@@ -115,6 +134,18 @@ FocusScope {
                 page.library.grouping = value
                 list.toTop()
             }
+        }
+        PlaceChip {
+            id: chip
+
+            objectName: "placeFilter"
+            y: picker.y + picker.height + Units.space12
+            width: Math.min(implicitWidth, top.width)
+            height: implicitHeight
+            visible: page.library.isOfOnePlace
+            place: page.library.placeName
+            english: page.english
+            onClicked: page.leavePlace()
         }
     }
     NotesList {

@@ -11,7 +11,7 @@ namespace vellumo {
 class PlaceCount {
 public:
     struct Entry {
-        const ReadingContext *context = nullptr;
+        const ReadingContext *context = nullptr; ///< of its oldest note, if the newest come first
         int count = 0;
         size_t number = 0; ///< in the order in which the places came
     };

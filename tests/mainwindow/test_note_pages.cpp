@@ -75,7 +75,10 @@ void TestNotePages::walksTheInsights()
     WindowDesk desk;
     desk.useWithoutAccount();
     desk.notes.notes = notes(30);
-    desk.notes.notes[3].context.displayName = u"100 %1 Paper"_s;
+    desk.notes.notes[3].context = {u"cloud"_s, u"Synced"_s, ReadingContextSource::appWindow};
+    desk.notes.notes[4].context.displayName = u"cloud"_s;
+    desk.notes.notes[5].context.displayName = u"100 %1 Paper"_s;
+    desk.notes.notes[5].note.explanation = u"of a.test"_s;
     desk.show();
     desk.click("insights");
     QCOMPARE(desk.text("insightsSummary"), u"30 notes on 2 days."_s);
@@ -86,10 +89,36 @@ void TestNotePages::walksTheInsights()
     desk.setLanguage(u"Chinese"_s);
     QCOMPARE(desk.text("figure"), u"昨天:10 条"_s);
     desk.key(Qt::Key_Tab);
-    desk.key(Qt::Key_Down);
-    desk.key(Qt::Key_Return); // the second place
-    QCOMPARE(desk.text("count"), u"1 / 30"_s);
-    QCOMPARE(desk.text("search"), u"100 %1 Paper"_s);
+    const auto filter = [&] {
+        return desk.item("placeFilter") != nullptr
+            ? desk.item("placeFilter")->property("fullText").toString()
+            : QString();
+    };
+    desk.key(Qt::Key_Return); // the first place
+    QCOMPARE(filter(), u"只看 a.test"_s);
+    QCOMPARE(desk.text("count"), u"27 / 30"_s);
+    QTest::keyClick(desk.window.window(), '9'); // searches there
+    QCOMPARE(desk.text("count"), u"3 / 30"_s);
+    desk.key(Qt::Key_Escape);
+    QCOMPARE(desk.text("count"), u"27 / 30"_s);
+    desk.key(Qt::Key_Escape);
+    QCOMPARE(desk.text("count"), u"30"_s);
+    const QStringList names{u"只看 100 %1 Paper"_s, u"只看 已同步的笔记"_s, u"只看 cloud"_s};
+    QStringList met;
+    for (int place = 1; place <= names.size(); ++place) {
+        desk.click("insights");
+        desk.item("place")->forceActiveFocus(Qt::TabFocusReason);
+        desk.key(Qt::Key_Down, place);
+        desk.key(Qt::Key_Return);
+        QCOMPARE(desk.text("count"), u"1 / 30"_s);
+        met << filter();
+    }
+    QCOMPARE(QSet<QString>(met.begin(), met.end()), QSet<QString>(names.begin(), names.end()));
+    desk.item("placeFilter")->forceActiveFocus(Qt::TabFocusReason);
+    desk.key(Qt::Key_Space);
+    QVERIFY(!desk.item("placeFilter"));
+    QCOMPARE(desk.text("count"), u"30"_s);
+    QCOMPARE(desk.window.window()->activeFocusItem()->objectName(), u"search"_s);
 }
 
 void TestNotePages::tellsOfAnUnreadableFileOnce()

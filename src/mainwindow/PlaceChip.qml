@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// Tells that the notes of one place alone are shown; a click shows all again.
+ButtonArea {
+    id: chip
+
+    required property string place
+    required property bool english
+
+    readonly property string fullText: (chip.english ? "Only %1" : "只看 %1").arg(chip.place)
+
+    implicitWidth: words.implicitWidth + cross.width + 2 * Units.space12 + Units.space8
+    implicitHeight: Units.scaled(30)
+    accessibleName: (chip.english ? "%1. Show all places" : "%1,改为显示全部位置")
+        .arg(chip.fullText)
+
+    Rectangle {
+        anchors.fill: parent
+        radius: height / 2
+        color: chip.hovered || chip.pressed ? Theme.softFillHovered : Theme.softFill
+    }
+    TextLine {
+        id: words
+
+        x: Units.space12
+        anchors.verticalCenter: parent.verticalCenter
+        width: cross.x - x - Units.space8
+        text: chip.fullText
+        color: Theme.ink
+        size: Units.type13
+        weight: Font.Medium
+    }
+    LineIcon {
+        id: cross
+
+        x: chip.width - width - Units.space12
+        anchors.verticalCenter: parent.verticalCenter
+        width: Units.iconSmall
+        height: width
+        name: "cross"
+        color: chip.hovered ? Theme.ink : Theme.secondInk
+    }
+    FocusRing {
+        shown: chip.activeFocus
+        controlRadius: chip.height / 2
+    }
+}
