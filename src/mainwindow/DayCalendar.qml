@@ -105,10 +105,7 @@ FocusScope {
                     y: Math.round((Units.calendarCell - height) / 2)
                     width: parent.width
                     visible: weekday.index % 2 === 0
-                    // the day's name is asked for again with the language
-                    text: calendar.allWeeks > 0 && calendar.english
-                        ? calendar.insights.weekdayName(weekday.index)
-                        : calendar.insights.weekdayName(weekday.index)
+                    text: calendar.insights.weekdayNames[weekday.index]
                     color: Theme.secondInk
                     size: Units.type11
                 }
@@ -126,13 +123,10 @@ FocusScope {
             x: grid.x + month.index * calendar.pitch
             // in the last columns it would be cut
             visible: x + implicitWidth <= calendar.width
-            text: calendar.monthText(month.index, calendar.english, calendar.insights.days)
+            text: calendar.insights.monthsBegun[calendar.first / 7 + month.index] ?? ""
             color: Theme.secondInk
             size: Units.type11
         }
-    }
-    function monthText(column: int, english: bool, days: list<int>): string {
-        return days.length > 0 ? calendar.insights.monthBegunIn(calendar.first / 7 + column) : ""
     }
 
     Item {

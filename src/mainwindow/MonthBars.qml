@@ -79,17 +79,13 @@ Item {
                 y: chart.height - height
                 width: implicitWidth
                 visible: month.isLabelled
-                text: chart.labelOf(month.index, chart.english)
+                text: chart.insights.monthLabels[month.index] ?? ""
                 color: month.isLast ? Theme.ink : Theme.secondInk
                 size: Units.type11
             }
         }
     }
 
-    // asked for again with the language
-    function labelOf(index: int, english: bool): string {
-        return chart.insights.monthLabel(index)
-    }
     function nameOf(index: int, count: int, english: bool): string {
         const name = chart.insights.monthName(index)
         if (english && count === 1)

@@ -10,12 +10,11 @@ namespace vellumo {
 
 namespace {
 constexpr qsizetype longestPlace = 120;
-const QString pulledKey = u"cloud"_s;
 } // namespace
 
 bool isPulled(const ReadingContext &context)
 {
-    return context.key == pulledKey;
+    return context.key == cloudKey;
 }
 
 QString placeOf(const ReadingContext &context, bool english)
@@ -29,7 +28,7 @@ QString placeOf(const ReadingContext &context, bool english)
 QString placeKey(const ReadingContext &context)
 {
     // a window may well be titled as the key of the others
-    return isPulled(context) ? pulledKey : u'/' + context.displayName;
+    return isPulled(context) ? QString(cloudKey) : u'/' + context.displayName;
 }
 
 bool isSamePlace(const ReadingContext &one, const ReadingContext &other)

@@ -156,26 +156,37 @@ QString NotesInsights::dayName(int index) const
     return NoteDates::day(told_.firstDay.addDays(index), told_.today, texts_.isEnglish());
 }
 
-QString NotesInsights::weekdayName(int row) const
+QStringList NotesInsights::weekdayNames() const
 {
     const QLocale locale(texts_.isEnglish() ? QLocale::English : QLocale::Chinese);
-    return locale.standaloneDayName(told_.firstDay.addDays(row).dayOfWeek(),
-                                    texts_.isEnglish() ? QLocale::ShortFormat
-                                                       : QLocale::NarrowFormat);
+    const auto form = texts_.isEnglish() ? QLocale::ShortFormat : QLocale::NarrowFormat;
+    QStringList names;
+    for (int row = 0; row < daysOfAWeek; ++row) {
+        names.append(locale.standaloneDayName(told_.firstDay.addDays(row).dayOfWeek(), form));
+    }
+    return names;
 }
 
-QString NotesInsights::monthBegunIn(int week) const
+QStringList NotesInsights::monthsBegun() const
 {
-    const QDate begin = told_.firstDay.addDays(qint64{week} * daysOfAWeek);
-    const QDate end = begin.addDays(daysOfAWeek - 1);
-    const bool begins = begin.day() == 1 || begin.month() != end.month();
-    return told_.firstDay.isValid() && begins ? NoteDates::shortMonth(end, texts_.isEnglish())
-                                              : QString();
+    QStringList months;
+    for (qsizetype day = 0; day < told_.days.size(); day += daysOfAWeek) {
+        const QDate begin = told_.firstDay.addDays(day);
+        const QDate end = begin.addDays(daysOfAWeek - 1);
+        const bool begins = begin.day() == 1 || begin.month() != end.month();
+        months.append(begins ? NoteDates::shortMonth(end, texts_.isEnglish()) : QString());
+    }
+    return months;
 }
 
-QString NotesInsights::monthLabel(int index) const
+QStringList NotesInsights::monthLabels() const
 {
-    return NoteDates::shortMonth(monthOf(told_.today, index + 1 - shownMonths), texts_.isEnglish());
+    QStringList labels;
+    for (qsizetype month = 1 - told_.months.size(); month <= 0; ++month) {
+        labels.append(NoteDates::shortMonth(monthOf(told_.today, static_cast<int>(month)),
+                                            texts_.isEnglish()));
+    }
+    return labels;
 }
 
 QString NotesInsights::monthName(int index) const

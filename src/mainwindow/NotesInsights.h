@@ -26,7 +26,10 @@ class NotesInsights : public QObject {
     Q_PROPERTY(int total READ total NOTIFY changed)
     Q_PROPERTY(int activeDays READ activeDays NOTIFY changed)
     Q_PROPERTY(QList<int> days READ days NOTIFY changed)
+    Q_PROPERTY(QStringList weekdayNames READ weekdayNames NOTIFY changed)
+    Q_PROPERTY(QStringList monthsBegun READ monthsBegun NOTIFY changed)
     Q_PROPERTY(QList<int> months READ months NOTIFY changed)
+    Q_PROPERTY(QStringList monthLabels READ monthLabels NOTIFY changed)
     Q_PROPERTY(QStringList languageNames READ languageNames NOTIFY changed)
     Q_PROPERTY(QList<int> languageCounts READ languageCounts NOTIFY changed)
     Q_PROPERTY(QList<int> languagePercents READ languagePercents NOTIFY changed)
@@ -52,15 +55,15 @@ public:
     /// ends with today.
     [[nodiscard]] QList<int> days() const { return told_.days; }
     Q_INVOKABLE [[nodiscard]] QString dayName(int index) const;
-    /// "Mon" or "一", for a row of the calendar.
-    Q_INVOKABLE [[nodiscard]] QString weekdayName(int row) const;
-    /// The month that begins in this week of the calendar; empty without one.
-    Q_INVOKABLE [[nodiscard]] QString monthBegunIn(int week) const;
+    /// "Mon" or "一", for each row of the calendar.
+    [[nodiscard]] QStringList weekdayNames() const;
+    /// For each week of the calendar the month that begins in it; empty without one.
+    [[nodiscard]] QStringList monthsBegun() const;
 
     /// Notes per month of the last twelve, this month last.
     [[nodiscard]] QList<int> months() const { return told_.months; }
     /// "Nov" or "11月".
-    Q_INVOKABLE [[nodiscard]] QString monthLabel(int index) const;
+    [[nodiscard]] QStringList monthLabels() const;
     /// "November 2026".
     Q_INVOKABLE [[nodiscard]] QString monthName(int index) const;
 
