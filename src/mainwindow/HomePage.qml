@@ -32,10 +32,13 @@ ScrollPage {
             return page.english ? "Nothing read with vellumo yet." : "还没有用 vellumo 读过内容。"
         if (count === 0)
             return page.english ? "Nothing looked up yet today." : "今天还没有查过内容。"
-        if (count === 1)
+        const hasPlace = page.overview.todayPlace.length > 0
+        if (count === 1 && hasPlace)
             return (page.english ? "You looked up one thing today, on %1."
                                  : "今天查了 1 处,在 %1。").arg(page.overview.todayPlace)
-        if (page.overview.todayPlace.length === 0)
+        if (count === 1)
+            return page.english ? "You looked up one thing today." : "今天查了 1 处。"
+        if (!hasPlace)
             return (page.english ? "You looked up %1 things today." : "今天查了 %1 处。").arg(count)
         return (page.english ? "You looked up %1 things today, mostly on %2."
                              : "今天查了 %1 处,多数在 %2。")

@@ -24,6 +24,9 @@ ScrollPage {
                                 : "读过之后,这里会显示你的阅读轨迹。"
         if (page.insights.total === 1)
             return page.english ? "One note so far." : "目前有 1 条笔记。"
+        // all from a clock that runs ahead
+        if (page.insights.activeDays === 0)
+            return (page.english ? "%1 notes." : "%1 条笔记。").arg(page.insights.total)
         if (page.insights.activeDays === 1)
             return (page.english ? "%1 notes, all on one day." : "%1 条笔记,都在同一天。")
                 .arg(page.insights.total)

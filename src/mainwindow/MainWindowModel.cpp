@@ -71,6 +71,9 @@ void MainWindowModel::signIn()
 void MainWindowModel::setShown(bool shown)
 {
     library_.setShown(shown);
+    if (shown) {
+        overview_.followClock();
+    }
     if (shown && !std::exchange(isShown_, shown) && showsDashboard()) {
         pull();
     }

@@ -10,6 +10,7 @@
 #include "ui/BilingualText.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -35,13 +36,20 @@ NotesOverview::NotesOverview(NotesLibrary &library, const Clock &clock, Bilingua
     connect(&texts_, &BilingualText::languageChanged, this, &NotesOverview::compute);
 }
 
-QString NotesOverview::partOfDay() const
+QString NotesOverview::partOfDayNow() const
 {
     const int hour = NoteDates::localTime(clock_.secondsSinceReferenceDate()).time().hour();
     if (hour >= 5 && hour < 12) {
         return u"morning"_s;
     }
     return hour >= 12 && hour < 18 ? u"afternoon"_s : u"evening"_s;
+}
+
+void NotesOverview::followClock()
+{
+    if (std::exchange(partOfDay_, partOfDayNow()) != partOfDay_) {
+        Q_EMIT changed();
+    }
 }
 
 QString NotesOverview::lastMonthName() const
@@ -63,6 +71,7 @@ void NotesOverview::compute()
         dayBegins.append(NoteDates::startOf(date.addDays(day + 1 - shownDays)));
     }
 
+    partOfDay_ = partOfDayNow();
     today_ = thisMonth_ = lastMonth_ = 0;
     days_.fill(0);
     PlaceCount ofToday;
@@ -91,7 +100,8 @@ void NotesOverview::compute()
     }
 
     const auto first = ofToday.top(1);
-    const bool isMostly = !first.isEmpty() && first[0].count * 2 > today_;
+    const bool isMostly =
+        !first.isEmpty() && first[0].count * 2 > today_ && !isPulled(*first[0].context);
     todayPlace_ = isMostly ? placeOf(*first[0].context, texts_.isEnglish()) : QString();
     placeNames_.clear();
     placeCounts_.clear();

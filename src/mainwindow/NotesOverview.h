@@ -33,9 +33,10 @@ public:
                   QObject *parent = nullptr);
 
     /// "morning", "afternoon" or "evening".
-    [[nodiscard]] QString partOfDay() const;
+    [[nodiscard]] QString partOfDay() const { return partOfDay_; }
     [[nodiscard]] int today() const { return today_; }
-    /// Where more than half of today's notes were read; empty without such a place.
+    /// Where more than half of today's notes were read; empty without such a place, and when it
+    /// has no name.
     [[nodiscard]] QString todayPlace() const { return todayPlace_; }
     [[nodiscard]] int thisMonth() const { return thisMonth_; }
     [[nodiscard]] int lastMonth() const { return lastMonth_; }
@@ -47,14 +48,19 @@ public:
     [[nodiscard]] QList<int> days() const { return days_; }
 
     void compute();
+    /// The part of the day may be another when someone looks again.
+    void followClock();
 
 Q_SIGNALS:
     void changed();
 
 private:
+    [[nodiscard]] QString partOfDayNow() const;
+
     NotesLibrary &library_;
     const Clock &clock_;
     BilingualText &texts_;
+    QString partOfDay_;
     int today_ = 0;
     QString todayPlace_;
     int thisMonth_ = 0;

@@ -247,6 +247,19 @@ void TestNotesLibrary::countsDaysAndPlaces()
     QCOMPARE(seen.placeNames(), (QStringList{u"Paper.pdf"_s, u"a.test"_s}));
     QCOMPARE(seen.placeCounts(), (QList<int>{4, 2}));
     QCOMPARE(seen.partOfDay(), u"evening"_s);
+
+    QSignalSpy changes(&shelf.overview, &NotesOverview::changed);
+    shelf.clock.now += 3 * 3600; // 06:00
+    shelf.overview.followClock();
+    shelf.overview.followClock();
+    QCOMPARE(seen.partOfDay(), u"morning"_s);
+    QCOMPARE(changes.size(), 1);
+    shelf.store.notes = {noteOf(eveningOfTheDay, u"pulled"_s,
+                                {u"cloud"_s, u"Synced"_s, ReadingContextSource::appWindow})};
+    Q_EMIT shelf.store.vellumoNotesDidChange();
+    QCoreApplication::processEvents();
+    QCOMPARE(seen.today(), 1);
+    QCOMPARE(seen.todayPlace(), QString());
 }
 
 void TestNotesLibrary::tellsLanguages_data()
