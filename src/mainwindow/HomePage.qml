@@ -16,6 +16,31 @@ ScrollPage {
     readonly property NotesOverview overview: page.main.overview
     readonly property bool isEmpty: page.main.library.total === 0
 
+    property int keptCard: -1
+    property string keptId: ""
+
+    Connections {
+        target: page.main.library
+
+        function onLatestAboutToRefresh(): void {
+            page.keptCard = -1
+            for (let i = 0; i < cards.count; ++i) {
+                if (cards.itemAt(i)?.focus)
+                    page.keptCard = i
+            }
+            page.keptId = page.main.library.latestIdAt(page.keptCard)
+        }
+        function onLatestRefreshed(): void {
+            if (page.keptCard < 0)
+                return
+            const row = page.main.library.latestRowOf(page.keptId)
+            // the keyboard as well, if the page has it
+            const card = cards.itemAt(row >= 0 ? row : Math.min(page.keptCard, cards.count - 1))
+            if (card !== null)
+                card.focus = true
+        }
+    }
+
     function greeting(): string {
         switch (page.overview.partOfDay) {
         case "morning":
@@ -121,6 +146,8 @@ ScrollPage {
         Accessible.name: page.english ? "Latest" : "最近"
 
         Repeater {
+            id: cards
+
             model: page.main.library.latest
 
             NoteCard {

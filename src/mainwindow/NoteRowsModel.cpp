@@ -7,6 +7,7 @@
 #include "notes/PageAddress.h"
 #include "ui/PlainText.h"
 
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -126,6 +127,14 @@ const NoteWithContext *NoteRowsModel::noteAt(int row) const
 {
     const bool isNote = row >= 0 && row < static_cast<int>(rows_.size()) && rows_[row].note >= 0;
     return isNote ? &notes_[rows_[row].note] : nullptr;
+}
+
+int NoteRowsModel::rowOf(const QUuid &id) const
+{
+    const auto row = std::find_if(rows_.begin(), rows_.end(), [&](const Row &candidate) {
+        return candidate.note >= 0 && notes_[candidate.note].note.id == id;
+    });
+    return row != rows_.end() ? static_cast<int>(row - rows_.begin()) : -1;
 }
 
 int NoteRowsModel::rowCount(const QModelIndex &parent) const

@@ -40,6 +40,9 @@ public:
     /// The note of a row; null for a heading and beyond the end.
     [[nodiscard]] const NoteWithContext *noteAt(int row) const;
 
+    /// The row of a note; -1 when there is none.
+    [[nodiscard]] int rowOf(const QUuid &id) const;
+
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;

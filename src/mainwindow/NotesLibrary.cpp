@@ -78,8 +78,10 @@ void NotesLibrary::refresh()
     isStale_ = false;
     notes_ = store_.allNotesWithContexts();
     today_ = NoteDates::localTime(clock_.secondsSinceReferenceDate()).date();
+    Q_EMIT latestAboutToRefresh();
     latest_.setNotes(notes_, upTo(std::min(latestCount, notes_.size())),
                      NoteRowsModel::Grouping::None);
+    Q_EMIT latestRefreshed();
     isRefreshing_ = true;
     startSearch(false);
     Q_EMIT notesChanged();
@@ -192,6 +194,21 @@ void NotesLibrary::showFound()
 bool NotesLibrary::hasFound() const
 {
     return isFiltered() && !shown_.isEmpty() && !isSearching();
+}
+
+QString NotesLibrary::idOf(const NoteWithContext *entry)
+{
+    return entry != nullptr ? entry->note.id.toString() : QString();
+}
+
+int NotesLibrary::rowOf(const QString &id) const
+{
+    return rows_.rowOf(QUuid(id));
+}
+
+int NotesLibrary::latestRowOf(const QString &id) const
+{
+    return latest_.rowOf(QUuid(id));
 }
 
 const NoteWithContext *NotesLibrary::find(const QUuid &id) const

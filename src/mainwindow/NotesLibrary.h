@@ -87,6 +87,12 @@ public:
     Q_INVOKABLE [[nodiscard]] bool isHeading(int row) const { return noteAt(row) == nullptr; }
     [[nodiscard]] const NoteWithContext *noteAt(int row) const { return rows_.noteAt(row); }
     [[nodiscard]] const NoteWithContext *latestAt(int row) const { return latest_.noteAt(row); }
+    /// What a note in a row is known by through a refresh; empty without a note. Its row
+    /// afterwards; -1 without one.
+    Q_INVOKABLE [[nodiscard]] QString idAt(int row) const { return idOf(noteAt(row)); }
+    Q_INVOKABLE [[nodiscard]] int rowOf(const QString &id) const;
+    Q_INVOKABLE [[nodiscard]] QString latestIdAt(int row) const { return idOf(latestAt(row)); }
+    Q_INVOKABLE [[nodiscard]] int latestRowOf(const QString &id) const;
     [[nodiscard]] const NoteWithContext *find(const QUuid &id) const;
 
 Q_SIGNALS:
@@ -98,8 +104,12 @@ Q_SIGNALS:
     /// The rows are about to be replaced by those of the same filters, and have been.
     void rowsAboutToRefresh();
     void rowsRefreshed();
+    /// The same of the latest ones.
+    void latestAboutToRefresh();
+    void latestRefreshed();
 
 private:
+    [[nodiscard]] static QString idOf(const NoteWithContext *entry);
     void storeChanged();
     void refresh();
     [[nodiscard]] bool fits(const NoteWithContext &entry) const;

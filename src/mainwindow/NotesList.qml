@@ -16,6 +16,7 @@ FocusScope {
     readonly property NoteSelection selection: list.main.library.selection
 
     property real keptY: 0
+    property string keptId: ""
 
     function toTop(): void {
         rows.positionViewAtBeginning()
@@ -66,8 +67,10 @@ FocusScope {
 
         function onRowsAboutToRefresh(): void {
             list.keptY = rows.contentY
+            list.keptId = list.main.library.idAt(rows.currentIndex)
         }
         function onRowsRefreshed(): void {
+            rows.currentIndex = list.main.library.rowOf(list.keptId)
             rows.contentY = Math.min(list.keptY, Math.max(0, rows.contentHeight - rows.height))
         }
     }

@@ -294,6 +294,30 @@ void TestNotePages::keepsItsPlaceWhenANoteIsAdded()
     desk.notes.add(added.note, added.context);
     QVERIFY(waitUntil([&] { return desk.text("count") == "201"_L1; }));
     QVERIFY(rows->property("contentY").toReal() > 2000);
+
+    // the keyboard stays with its note, in the list and, while that is open, on a card
+    const auto add = [&](double secondsAgo) {
+        desk.notes.add(noteOf(secondsAgo, u"newest"_s).note, added.context);
+        QCoreApplication::processEvents();
+    };
+    desk.key(Qt::Key_Down, 2);
+    rows->setProperty("contentY", 3000); // with the wheel
+    add(-120);
+    static_cast<void>(desk.window.window()->grabWindow());
+    QVERIFY(rows->property("contentY").toReal() > 2000);
+    QVERIFY(rows->hasActiveFocus());
+    desk.key(Qt::Key_Return);
+    QCOMPARE(desk.text("sourceText"), u"note 0"_s);
+    desk.click("home");
+    desk.item("latest")->forceActiveFocus(Qt::TabFocusReason);
+    desk.key(Qt::Key_Down);
+    desk.key(Qt::Key_Return);
+    QCOMPARE(desk.text("sourceText"), u"one more"_s);
+    add(-180);
+    desk.key(Qt::Key_Escape);
+    QVERIFY(!desk.item("sourceText"));
+    desk.key(Qt::Key_Return);
+    QCOMPARE(desk.text("sourceText"), u"one more"_s);
 }
 
 void TestNotePages::opensWithManyNotes()
