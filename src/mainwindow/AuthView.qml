@@ -31,14 +31,14 @@ FocusScope {
         }
     }
 
-    Flickable {
+    Keys.onPressed: event => { event.accepted = page.scrollByKey(event.key) }
+
+    FollowingFlickable {
         id: page
 
         anchors.fill: parent
         focus: true
-        contentWidth: width
         contentHeight: Math.max(height, column.height + 2 * Units.space24)
-        boundsBehavior: Flickable.StopAtBounds
 
         Column {
             id: column
@@ -122,5 +122,11 @@ FocusScope {
                 font.pixelSize: Units.type12
             }
         }
+    }
+    ScrollThumb {
+        x: view.width - width - Units.space2
+        flickable: page
+        color: Theme.thumb
+        activeColor: Theme.thirdInk
     }
 }

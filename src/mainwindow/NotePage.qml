@@ -20,15 +20,7 @@ FocusScope {
 
     Keys.onEscapePressed: page.note.close()
     Keys.onBackPressed: page.note.close()
-    Keys.onPressed: event => {
-        const distance = event.key === Qt.Key_Up ? -60 : event.key === Qt.Key_Down ? 60
-            : event.key === Qt.Key_PageUp ? 80 - reader.height
-            : event.key === Qt.Key_PageDown ? reader.height - 80 : 0
-        if (distance === 0)
-            return
-        event.accepted = true
-        reader.scrollBy(distance)
-    }
+    Keys.onPressed: event => { event.accepted = reader.scrollByKey(event.key) }
 
     Connections {
         target: page.note
@@ -114,7 +106,7 @@ FocusScope {
         }
     }
 
-    Flickable {
+    FollowingFlickable {
         id: reader
 
         objectName: "reader"
@@ -122,16 +114,7 @@ FocusScope {
         width: page.width
         height: page.height - y
         focus: true
-        contentWidth: width
         contentHeight: column.height + Units.space32
-        boundsBehavior: Flickable.StopAtBounds
-        pixelAligned: true
-        clip: true
-
-        function scrollBy(distance: real): void {
-            const lowest = Math.max(0, contentHeight - height)
-            contentY = Math.max(0, Math.min(lowest, contentY + distance))
-        }
 
         Column {
             id: column

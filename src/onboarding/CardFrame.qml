@@ -45,42 +45,17 @@ FocusScope {
             frame.proceeded()
     }
 
-    /// Shows what has come by keyboard.
-    function reveal(item: Item): void {
-        let above = item
-        while (above && above !== column)
-            above = above.parent
-        if (!above)
-            return
-        const top = item.mapToItem(page.contentItem, 0, 0).y - Units.space8
-        const bottom = top + item.height + 2 * Units.space8
-        page.contentY = Math.max(0, Math.min(top, Math.max(page.contentY, bottom - page.height)))
-    }
-    function scrollBy(distance: real): void {
-        const end = Math.max(0, page.contentHeight - page.height)
-        page.contentY = Math.max(0, Math.min(end, page.contentY + distance))
-    }
+    Keys.onPressed: event => { event.accepted = page.scrollByKey(event.key) }
 
-    Window.onActiveFocusItemChanged: frame.reveal(Window.activeFocusItem)
-    Keys.onUpPressed: frame.scrollBy(-Units.space48)
-    Keys.onDownPressed: frame.scrollBy(Units.space48)
-    Keys.onPressed: event => {
-        if (event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp) {
-            frame.scrollBy(event.key === Qt.Key_PageDown ? page.height : -page.height)
-            event.accepted = true
-        }
-    }
-
-    Flickable {
+    FollowingFlickable {
         id: page
 
         anchors.top: parent.top
         anchors.bottom: footer.top
         anchors.bottomMargin: Units.space12
         width: parent.width
-        contentWidth: width
         contentHeight: column.y + column.height + Units.space8
-        boundsBehavior: Flickable.StopAtBounds
+        room: Units.space8
         interactive: contentHeight > height
         clip: interactive
 

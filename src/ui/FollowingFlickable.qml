@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-/// Scrolls upright, and brings what has the keyboard in it on screen.
+/// Scrolls upright, and brings what has the keyboard in it on screen. Whoever hears the keys hands
+/// them on; a Flickable hears none while something in it has the keyboard.
 Flickable {
     id: flickable
 
@@ -18,6 +19,15 @@ Flickable {
 
     function scrollTo(y: real): void {
         flickable.contentY = Math.max(0, Math.min(flickable.contentHeight - flickable.height, y))
+    }
+    /// Scrolls by the arrow and page keys; whether it was one of them.
+    function scrollByKey(key: int): bool {
+        const page = flickable.height - 80
+        const distance = key === Qt.Key_Up ? -60 : key === Qt.Key_Down ? 60
+            : key === Qt.Key_PageUp ? -page : key === Qt.Key_PageDown ? page : 0
+        if (distance !== 0)
+            flickable.scrollTo(flickable.contentY + distance)
+        return distance !== 0
     }
     function reveal(item: Item): void {
         const top = item.mapToItem(flickable.contentItem, 0, 0).y - flickable.room

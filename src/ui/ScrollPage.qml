@@ -16,15 +16,7 @@ FocusScope {
         flickable.scrollTo(y)
     }
 
-    Keys.onPressed: event => {
-        const distance = event.key === Qt.Key_Up ? -60 : event.key === Qt.Key_Down ? 60
-            : event.key === Qt.Key_PageUp ? 80 - flickable.height
-            : event.key === Qt.Key_PageDown ? flickable.height - 80 : 0
-        if (distance === 0)
-            return
-        event.accepted = true
-        flickable.scrollTo(flickable.contentY + distance)
-    }
+    Keys.onPressed: event => { event.accepted = flickable.scrollByKey(event.key) }
 
     FollowingFlickable {
         id: flickable
