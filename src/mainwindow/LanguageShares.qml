@@ -20,6 +20,14 @@ Column {
         return share === 0 ? (chart.english ? "under 1 %" : "不到 1%")
                            : (chart.english ? "%1 %" : "%1%").arg(share)
     }
+    /// Every language is seen, however small its share; the others make room for it.
+    function widthOf(index: int): int {
+        const counts = chart.insights.languageCounts
+        const gaps = bar.spacing * (counts.length - 1)
+        const least = Units.space4
+        return least + Math.floor((bar.width - gaps - least * counts.length)
+                                  * counts[index] / chart.total)
+    }
     function colorOf(index: int): color {
         return [Theme.accent, Theme.chartSecond, Theme.chartThird, Theme.chartFourth,
                 Theme.chartRest][index]
@@ -37,11 +45,8 @@ Column {
 
             Rectangle {
                 required property int index
-                required property int modelData
 
-                width: Math.max(4, Math.floor((bar.width - bar.spacing
-                                               * (chart.insights.languageCounts.length - 1))
-                                              * modelData / chart.total))
+                width: chart.widthOf(index)
                 height: bar.height
                 radius: 3
                 color: chart.colorOf(index)
