@@ -19,6 +19,11 @@ Card {
     readonly property bool fits: words.implicitWidth + buttons.oneLine + Units.space32
                                  <= line.width - Units.space16
 
+    property bool isFolderUnopened: false
+
+    /// It goes, and one of its buttons had the keyboard.
+    signal keyboardLeft
+
     visible: line.exporter.state !== NotesExporter.Idle
     height: line.fits ? Math.max(words.height, Units.button) + 2 * Units.space8
                       : words.height + buttons.height + 3 * Units.space8
@@ -30,10 +35,14 @@ Card {
             return (english ? "Exporting… %1 of %2" : "正在导出… %1 / %2")
                 .arg(line.exporter.written).arg(line.exporter.total)
         case NotesExporter.Written:
-            return (english ? (line.exporter.total === 1 ? "One note is in “%2”"
-                                                         : "%1 notes are in “%2”")
-                            : "%1 条笔记已导出到“%2”")
-                .replace("%1", line.exporter.total).replace("%2", line.exporter.fileName)
+            if (line.isFolderUnopened)
+                return (english ? "No file manager could be opened. The file is %1"
+                                : "无法打开文件管理器。文件在 %1").arg(line.exporter.path)
+            if (line.exporter.total === 1)
+                return (english ? "One note is in “%1”" : "1 条笔记已导出到“%1”")
+                    .arg(line.exporter.fileName)
+            return (english ? "%1 notes are in “%2”" : "%1 条笔记已导出到“%2”")
+                .arg(line.exporter.total).arg(line.exporter.fileName)
         case NotesExporter.Cancelled:
             return english ? "Export cancelled. No file was written." : "已取消导出,没有写入文件。"
         case NotesExporter.NoSpace:
@@ -68,6 +77,7 @@ Card {
             if (line.exporter.state === told)
                 return
             told = line.exporter.state
+            line.isFolderUnopened = false
             announcer.announce(line.outcome())
         }
     }
@@ -104,7 +114,7 @@ Card {
             quiet: true
             icon: "open"
             text: line.english ? "Open folder" : "打开文件夹"
-            onClicked: line.exporter.openFolder()
+            onClicked: line.isFolderUnopened = !line.exporter.openFolder()
         }
         TextButton {
             id: cancel
@@ -114,6 +124,10 @@ Card {
             quiet: true
             text: line.english ? "Cancel" : "取消"
             onClicked: line.exporter.cancel()
+            onVisibleChanged: {
+                if (!visible && activeFocus)
+                    close.forceActiveFocus(Qt.OtherFocusReason)
+            }
         }
         TextButton {
             id: close
@@ -122,7 +136,12 @@ Card {
             visible: !line.isWriting
             quiet: true
             text: line.english ? "Dismiss" : "知道了"
-            onClicked: line.exporter.dismiss()
+            onClicked: {
+                const hadKeyboard = close.activeFocus
+                line.exporter.dismiss()
+                if (hadKeyboard)
+                    line.keyboardLeft()
+            }
         }
     }
     Rectangle {

@@ -41,6 +41,7 @@ FocusScope {
         height: implicitHeight
         file: dashboard.main.notesFile
         english: dashboard.texts.english
+        onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
     }
     FocusScope {
         id: pages

@@ -29,6 +29,10 @@ Flow {
         quiet: true
         text: actions.english ? "Select all" : "全选"
         onClicked: actions.selection.selectAll()
+        onVisibleChanged: {
+            if (!visible && activeFocus)
+                select.forceActiveFocus(Qt.OtherFocusReason)
+        }
     }
     TextButton {
         id: select

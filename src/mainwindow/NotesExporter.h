@@ -26,6 +26,7 @@ class NotesExporter : public QObject {
     Q_PROPERTY(QString format READ format WRITE setFormat NOTIFY changed)
     Q_PROPERTY(State state READ state NOTIFY changed)
     Q_PROPERTY(QString fileName READ fileName NOTIFY changed)
+    Q_PROPERTY(QString path READ path NOTIFY changed)
     Q_PROPERTY(bool asksToReplace READ asksToReplace NOTIFY changed)
     Q_PROPERTY(int written READ written NOTIFY changed)
     Q_PROPERTY(int total READ total NOTIFY changed)
@@ -85,6 +86,7 @@ public:
     [[nodiscard]] State state() const { return state_; }
     /// Of the file that is or was written, without its folder.
     [[nodiscard]] QString fileName() const;
+    [[nodiscard]] QString path() const { return path_; }
     [[nodiscard]] int written() const { return written_; }
     [[nodiscard]] int total() const { return total_; }
     [[nodiscard]] QString detail() const { return detail_; }

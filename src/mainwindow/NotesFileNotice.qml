@@ -15,10 +15,17 @@ FocusScope {
     readonly property string words: notice.isUnsaved ? notice.unsavedText()
         : notice.file.unreadableFile.length > 0 ? notice.unreadableText() : ""
 
+    /// It goes, and had the keyboard.
+    signal keyboardLeft
+
     visible: notice.words.length > 0
     implicitHeight: notice.visible ? card.height + Units.space16 : 0
 
     onWordsChanged: announcer.announce(notice.words)
+    onVisibleChanged: {
+        if (!visible && activeFocus)
+            notice.keyboardLeft()
+    }
 
     function unsavedText(): string {
         return (notice.english

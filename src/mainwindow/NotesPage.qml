@@ -167,6 +167,7 @@ FocusScope {
         width: page.width - 2 * x
         main: page.main
         english: page.english
+        onKeyboardLeft: list.forceActiveFocus(Qt.OtherFocusReason)
     }
     FirstNote {
         anchors.centerIn: list

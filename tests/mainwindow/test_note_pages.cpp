@@ -22,6 +22,7 @@ private Q_SLOTS:
     void readsANote();
     void walksTheInsights();
     void tellsOfAnUnreadableFileOnce();
+    void leavesNoKeyboardOnWhatIsGone();
     void exportsWhatIsMarked();
     void keepsItsPlaceWhenANoteIsAdded();
     void opensWithManyNotes();
@@ -162,6 +163,24 @@ void TestNotePages::tellsOfAnUnreadableFileOnce()
     QVERIFY(!notice->isVisible() && !desk.item("notesFileNotice"));
     breaks(u"notes.json.unreadable-4"_s);
     QVERIFY(notice->isVisible());
+}
+
+void TestNotePages::leavesNoKeyboardOnWhatIsGone()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.notes.notes = notes(3);
+    desk.notes.unreadable = {u"/a/notes.json.unreadable-1"_s};
+    desk.show();
+    const auto goesBy = [&](const char *button, Qt::Key key) {
+        desk.item(button)->forceActiveFocus();
+        desk.key(key);
+        return !desk.item(button) && desk.window.window()->activeFocusItem()->isVisible();
+    };
+    QVERIFY(goesBy("knowNotesFile", Qt::Key_Space));
+    desk.click("notes");
+    desk.click("select");
+    QVERIFY(goesBy("selectAll", Qt::Key_Escape));
 }
 
 void TestNotePages::exportsWhatIsMarked()
