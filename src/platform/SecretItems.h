@@ -41,11 +41,12 @@ public:
     virtual void remove(const QString &account) = 0;
 
     /// Lets the store ask the user to open it, if it is closed and something is owed to it or could
-    /// not be read. Only as part of something that the user does.
+    /// not be read, or to agree to the changes before, if it wants that. Only as part of something
+    /// that the user does.
     virtual void unlock() = 0;
 
 Q_SIGNALS:
-    /// What could not be read may be readable now.
+    /// What could not be read may be readable now, and changes may have been done.
     void becameReadable();
 };
 

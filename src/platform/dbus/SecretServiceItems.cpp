@@ -170,23 +170,38 @@ void SecretServiceItems::write()
 void SecretServiceItems::createItem()
 {
     const Operation &operation = operations_.constFirst();
+    dismissQuestions(operation.account);
     const QVariantMap properties{
         {u"org.freedesktop.Secret.Item.Label"_s, u"vellumo: "_s + operation.account},
         {u"org.freedesktop.Secret.Item.Attributes"_s, attributes()}};
     const BusSecret secret{QDBusObjectPath(session_), {}, operation.value, u"text/plain"_s};
     const bool replaces = true;
     call(collection_, collectionInterface, "CreateItem",
-         {properties, QVariant::fromValue(secret), replaces}, "oo", [this](const auto *answer) {
+         {properties, QVariant::fromValue(secret), replaces}, "oo",
+         [this, account = operation.account](const auto *answer) {
              const bool isStored = answer && !pathIn(answer->at(0)).isEmpty();
-             finish({isStored ? SecretAnswer::Kind::found : SecretAnswer::Kind::locked});
+             const QString question = answer && !isStored ? pathIn(answer->at(1)) : QString();
+             if (!question.isEmpty()) {
+                 questions_.append({account, question});
+                 finish({SecretAnswer::Kind::missing}); // it is up to the user now
+             } else {
+                 finish({isStored ? SecretAnswer::Kind::found : SecretAnswer::Kind::locked});
+             }
          });
 }
 
 void SecretServiceItems::removeAll()
 {
+    dismissQuestions(operations_.constFirst().account);
     search([this](const QStringList &open, const QStringList &locked) {
         for (const QString &item : open) {
-            call(item, itemInterface, "Delete", {}, "o", [](const auto *) {});
+            call(item, itemInterface, "Delete", {}, "o",
+                 [this, account = operations_.constFirst().account](const auto *answer) {
+                     if (const QString path = answer ? pathIn(answer->at(0)) : QString();
+                         !path.isEmpty()) {
+                         questions_.append({account, path});
+                     }
+                 });
         }
         askWhetherLocked([this, isHidden = !locked.isEmpty()](std::optional<bool> isLocked) {
             const bool isLeft = isHidden || isLocked.value_or(true);
@@ -197,6 +212,7 @@ void SecretServiceItems::removeAll()
 
 void SecretServiceItems::askToUnlock()
 {
+    askQuestions();
     askWhetherLocked([this](std::optional<bool> isLocked) {
         const bool isWriteOwed =
             std::any_of(owed_.cbegin(), owed_.cend(), [](const auto &value) { return value; });
@@ -221,6 +237,37 @@ void SecretServiceItems::prompt(const QString &path)
 {
     if (!path.isEmpty()) {
         call(path, promptInterface, "Prompt", {QString()}, "", [](const auto *) {});
+    }
+}
+
+void SecretServiceItems::askQuestions()
+{
+    const auto questions = std::exchange(questions_, {});
+    for (const Question &question : questions) {
+        bus_.connection()->connect(QString(), question.path, QString::fromLatin1(promptInterface),
+                                   u"Completed"_s, this, SLOT(onAnswered(QDBusMessage)));
+        prompt(question.path);
+    }
+}
+
+void SecretServiceItems::dismissQuestions(const QString &account)
+{
+    questions_.removeIf([&](const Question &question) {
+        const bool isOutdated = question.account == account;
+        if (isOutdated) {
+            call(question.path, promptInterface, "Dismiss", {}, "", [](const auto *) {});
+        }
+        return isOutdated;
+    });
+}
+
+void SecretServiceItems::onAnswered(const QDBusMessage &message)
+{
+    bus_.connection()->disconnect(QString(), message.path(), QString::fromLatin1(promptInterface),
+                                  u"Completed"_s, this, SLOT(onAnswered(QDBusMessage)));
+    const bool isDismissed = message.signature() != "bv"_L1 || message.arguments().at(0).toBool();
+    if (!isDismissed) {
+        Q_EMIT becameReadable();
     }
 }
 
@@ -313,6 +360,7 @@ void SecretServiceItems::onPropertiesChanged(const QDBusMessage &message)
 void SecretServiceItems::onOwnerChanged(const QString &newOwner)
 {
     session_.clear();
+    questions_.clear();
     if (!newOwner.isEmpty()) {
         onCollectionsChanged();
     }

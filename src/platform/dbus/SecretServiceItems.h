@@ -32,6 +32,7 @@ public:
 private Q_SLOTS:
     void onPropertiesChanged(const QDBusMessage &message);
     void onCollectionsChanged();
+    void onAnswered(const QDBusMessage &message);
 
 private:
     /// What is done one after another.
@@ -42,6 +43,11 @@ private:
         QByteArray value = {}; ///< of write
         QPointer<QObject> context = {}; ///< of read
         Completion completion = {}; ///< of read
+    };
+    /// What the keyring wants to ask the user before it changes an item.
+    struct Question {
+        QString account;
+        QString path;
     };
     using Arguments = QList<QVariant>;
     using Reply = std::function<void(const Arguments *answer)>;
@@ -62,6 +68,8 @@ private:
     /// With nothing when there is no default collection.
     void askWhetherLocked(const std::function<void(std::optional<bool> isLocked)> &then);
     void prompt(const QString &path);
+    void askQuestions();
+    void dismissQuestions(const QString &account);
 
     void watchService();
     void watchCollection(const QString &path);
@@ -81,6 +89,7 @@ private:
     QString session_; ///< its path; empty before it is opened
     QString collection_; ///< path of the default one, once it has been looked for
     QString watchedCollection_;
+    QList<Question> questions_; ///< not asked before unlock()
     QHash<QString, std::optional<QByteArray>> owed_; ///< to be written, or removed, by account
 };
 
