@@ -76,7 +76,8 @@ bool isMatterOfSettings(const ExplanationFailure &failure)
         return *network == Kind::insecure || *network == Kind::unsendable
             || *network == Kind::cannotResolve || *network == Kind::refused;
     }
-    return true;
+    const auto *key = std::get_if<KeyError::Kind>(&failure.kind);
+    return !key || *key != KeyError::Kind::late;
 }
 
 QString describe(const ExplanationFailure &failure)
