@@ -4,12 +4,9 @@
 #include "app/AppConfig.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonValue>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <utility>
 
@@ -26,21 +23,9 @@ QJsonObject readDictionary(const QString &path)
                                           : QJsonObject();
 }
 
-/// The value with the number of its layer: 0 for the environment.
-std::optional<std::pair<qsizetype, QString>> find(const QString &key,
-                                                  const QList<QJsonObject> &layers)
+QString fromEnvironment(const QString &key)
 {
-    const QString fromEnvironment = qEnvironmentVariable(key.toUtf8().constData()).trimmed();
-    if (!fromEnvironment.isEmpty()) {
-        return {{0, fromEnvironment}};
-    }
-    for (qsizetype i = 0; i < layers.size(); ++i) {
-        const QString entry = layers.at(i).value(key).toString().trimmed();
-        if (!entry.isEmpty()) {
-            return {{i + 1, entry}};
-        }
-    }
-    return std::nullopt;
+    return qEnvironmentVariable(key.toUtf8().constData()).trimmed();
 }
 
 } // namespace
@@ -66,46 +51,21 @@ AppConfig AppConfig::load(const QString &userFile, const QString &installedFile)
 
 std::optional<QString> AppConfig::value(const QString &key) const
 {
-    const auto found = find(key, informationDictionary_);
-    return found ? std::optional(found->second) : std::nullopt;
-}
-
-std::optional<AppConfig::Layer> AppConfig::layerOf(const QString &key) const
-{
-    const auto found = find(key, informationDictionary_);
-    return found ? std::optional(static_cast<Layer>(found->first)) : std::nullopt;
-}
-
-bool AppConfig::setUserValues(const QList<std::pair<QString, QString>> &values)
-{
-    QJsonObject changed;
-    QFile present(userFile_);
-    if (present.exists()) {
-        // as it is now: somebody may have written it since it was read
-        const bool isRead = present.open(QIODevice::ReadOnly);
-        const QJsonDocument document = QJsonDocument::fromJson(present.readAll());
-        if (!isRead || !document.isObject()) {
-            return false;
-        }
-        changed = document.object();
-        present.close();
+    if (const QString value = fromEnvironment(key); !value.isEmpty()) {
+        return value;
     }
-    for (const auto &[key, value] : values) {
-        if (value.trimmed().isEmpty()) {
-            changed.remove(key);
-        } else {
-            changed.insert(key, value.trimmed());
+    for (const QJsonObject &layer : informationDictionary_) {
+        const QString entry = layer.value(key).toString().trimmed();
+        if (!entry.isEmpty()) {
+            return entry;
         }
     }
-    const QFileInfo place(userFile_);
-    QSaveFile file(userFile_);
-    const bool isWritten = QDir().mkpath(place.absolutePath()) && file.open(QIODevice::WriteOnly)
-        && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner)
-        && file.write(QJsonDocument(changed).toJson()) >= 0 && file.commit();
-    if (isWritten) {
-        informationDictionary_.first() = changed;
-    }
-    return isWritten;
+    return std::nullopt;
+}
+
+bool AppConfig::isInEnvironment(const QString &key)
+{
+    return !fromEnvironment(key).isEmpty();
 }
 
 } // namespace vellumo

@@ -6,16 +6,12 @@
 #include <QList>
 #include <QString>
 #include <optional>
-#include <utility>
 
 namespace vellumo {
 
 /// Configuration values from outside: keys and endpoints of services.
 class AppConfig {
 public:
-    /// Where a value stands, the strongest first.
-    enum class Layer : quint8 { environment, user, installation };
-
     /// The information dictionary's layers, the strongest first.
     explicit AppConfig(QList<QJsonObject> informationDictionary);
 
@@ -27,16 +23,11 @@ public:
     /// The value from the process environment, else from the information dictionary, trimmed. A
     /// blank value, or one that is not a string, counts as absent and hides nothing.
     [[nodiscard]] std::optional<QString> value(const QString &key) const;
-    /// Where value() finds it; absent without a value.
-    [[nodiscard]] std::optional<Layer> layerOf(const QString &key) const;
+    /// Whether the environment says it, which goes before the rest.
+    [[nodiscard]] static bool isInEnvironment(const QString &key);
 
     /// The user's Info.json; empty if the configuration does not come from files.
     [[nodiscard]] const QString &userFile() const { return userFile_; }
-
-    /// Writes entries into the user's Info.json, which stays readable by the user alone, and takes
-    /// them over; a blank value removes its entry. False, with nothing changed, when the file
-    /// cannot be written, or stands there and is no object: that would lose what somebody wrote.
-    [[nodiscard]] bool setUserValues(const QList<std::pair<QString, QString>> &values);
 
 private:
     QList<QJsonObject> informationDictionary_;

@@ -4,8 +4,8 @@
 #include "computer/ServiceForm.h"
 
 #include "computer/FailureText.h"
-#include "explain/ServiceAddress.h"
 #include "platform/Clock.h"
+#include "platform/WebAddress.h"
 #include "ui/BilingualText.h"
 
 using namespace Qt::StringLiterals;
@@ -16,7 +16,7 @@ namespace vellumo {
 namespace {
 
 using Use = ServiceSetup::Use;
-using Place = ServiceSetup::KeyPlace;
+using Place = ServiceKeys::Place;
 using Problem = ServiceAddress::Problem;
 
 constexpr auto trialPatience = 20s;
@@ -51,60 +51,52 @@ QString ServiceForm::mode() const
     Q_UNREACHABLE();
 }
 
-bool ServiceForm::sendsToken() const
+bool ServiceForm::lacksKey(const QString &base) const
 {
-    const Use use = setup_.use();
-    const AppConfig &config = setup_.config();
-    return (use == Use::configured || use == Use::environment)
-        && (config.value(u"VELLUMO_PROXY_URL"_s) || setup_.base().isEmpty());
-}
-
-bool ServiceForm::isBaseFixed() const
-{
-    return setup_.config().layerOf(u"OPENAI_BASE_URL"_s) == AppConfig::Layer::environment;
-}
-
-bool ServiceForm::isModelFixed() const
-{
-    return setup_.config().layerOf(u"VELLUMO_MODEL"_s) == AppConfig::Layer::environment;
+    return setup_.keyPlace(base) == Place::none && !base.isEmpty() && !isLoopback(QUrl(base));
 }
 
 QString ServiceForm::keyText() const
 {
-    switch (setup_.keyPlace()) {
+    switch (keyPlace()) {
     case Place::none:
+        if (lacksKey(shownBase())) {
+            return texts_.pick(
+                u"There is no key for this address yet. Leave this empty if the server needs "
+                "none. A key is kept in your keyring, if there is one, and never in a file."_s,
+                u"这个地址还没有密钥。服务器不需要密钥时可以留空。密钥只保存在密钥环里(如果有),"
+                "不会写进任何文件。"_s);
+        }
         return texts_.pick(
             u"Leave it empty for a server that needs none. A key is kept in your "
             "keyring, if there is one, and never in a file."_s,
             u"服务器不需要密钥时可以留空。密钥只保存在密钥环里(如果有),不会写进任何文件。"_s);
-    case Place::configuration:
-        return texts_.pick(u"A key stands in Info.json. One that you enter here goes before it and "
-                           "is kept in your keyring."_s,
-                           u"Info.json 里有一个密钥。在这里填写的密钥优先,并保存在密钥环里。"_s);
     case Place::awaited:
         return texts_.pick(u"The keyring has not answered yet."_s, u"密钥环还没有回应。"_s);
     case Place::keyring:
         return texts_.pick(u"The key is in your keyring. Leave this empty to keep it."_s,
                            u"密钥已保存在密钥环里。留空则保持不变。"_s);
-    case Place::session:
-        if (setup_.keyringAnswer() == SecretAnswer::Kind::locked) {
-            return texts_.pick(
-                u"In use. The keyring is locked: the key is kept there once you "
-                "unlock it, and otherwise only until vellumo ends."_s,
-                u"已生效。密钥环已锁定:解锁后密钥会存进去,否则只保留到 vellumo 退出。"_s);
-        }
-        if (setup_.keyringAnswer() == SecretAnswer::Kind::unavailable) {
-            return texts_
-                .pick(
-                    u"In use until vellumo ends: there is no keyring here to keep it. "
-                    "Start one, or write OPENAI_API_KEY into %1, where it can be "
-                    "read by whoever can read your files."_s,
-                    u"在 vellumo 退出前有效:这里没有可用的密钥环来保存它。可以启动一个密钥环,或把 "
-                    "OPENAI_API_KEY 写进 %1,但能读到你文件的人也能读到它。"_s)
-                .arg(file());
-        }
+    case Place::storing:
         return texts_.pick(u"In use. It is on its way to the keyring."_s,
                            u"已生效,正在存入密钥环。"_s);
+    case Place::owed:
+        return texts_.pick(
+            u"In use. The keyring is locked: the key is kept there once you "
+            "unlock it, and otherwise only until vellumo ends."_s,
+            u"已生效。密钥环已锁定:解锁后密钥会存进去,否则只保留到 vellumo 退出。"_s);
+    case Place::refused:
+        return texts_.pick(u"In use until vellumo ends: the keyring has not taken it. Save it "
+                           "again to try once more."_s,
+                           u"在 vellumo 退出前有效:密钥环没有收下它。可以重新填写并保存。"_s);
+    case Place::unkept:
+        return texts_
+            .pick(u"In use until vellumo ends: there is no keyring here to keep it. Start one, or "
+                  "name the service in %1 (OPENAI_API_KEY, OPENAI_BASE_URL), where the key can be "
+                  "read by whoever can read your files."_s,
+                  u"在 vellumo "
+                  u"退出前有效:这里没有可用的密钥环来保存它。可以启动一个密钥环,或把服务写进 "
+                  "%1(OPENAI_API_KEY、OPENAI_BASE_URL),但能读到你文件的人也能读到密钥。"_s)
+            .arg(file());
     case Place::locked:
         return texts_.pick(u"The key is in your keyring, which is locked."_s,
                            u"密钥在密钥环里,而密钥环已锁定。"_s);
@@ -120,26 +112,31 @@ QString ServiceForm::keyText() const
 
 bool ServiceForm::hasKey() const
 {
-    const Place place = setup_.keyPlace();
-    return place == Place::keyring || place == Place::session || place == Place::configuration;
+    switch (keyPlace()) {
+    case Place::keyring:
+    case Place::storing:
+    case Place::owed:
+    case Place::refused:
+    case Place::unkept:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool ServiceForm::canForgetKey() const
 {
-    const Place place = setup_.keyPlace();
-    return place != Place::none && place != Place::configuration;
+    return keyPlace() != Place::none;
 }
 
 bool ServiceForm::canUnlock() const
 {
-    const Place place = setup_.keyPlace();
-    return place == Place::locked
-        || (place == Place::session && setup_.keyringAnswer() == SecretAnswer::Kind::locked);
+    return keyPlace() == Place::locked || keyPlace() == Place::owed;
 }
 
 QString ServiceForm::addressError() const
 {
-    switch (static_cast<Problem>(addressProblem_)) {
+    switch (addressProblem_) {
     case Problem::none:
         return {};
     case Problem::noAddress:
@@ -166,21 +163,9 @@ QString ServiceForm::outcome() const
     case Said::nothing:
         return {};
     case Said::removed:
-        return texts_.pick(u"The key is removed."_s, u"密钥已移除。"_s);
+        return removedText();
     case Said::saved:
-        if (setup_.keyPlace() == Place::session
-            && setup_.keyringAnswer() == SecretAnswer::Kind::unavailable) {
-            return texts_.pick(u"Saved, but the key only until vellumo ends."_s,
-                               u"已保存,但密钥只保留到 vellumo 退出。"_s);
-        }
-        return texts_.pick(u"Saved. It counts from the next double-tap."_s,
-                           u"已保存,从下一次双击开始生效。"_s);
-    case Said::fileFault:
-        return texts_
-            .pick(u"Not saved: %1 cannot be written, or something else than an object "
-                  "stands there."_s,
-                  u"没有保存:无法写入 %1,或其中的内容不是 JSON 对象。"_s)
-            .arg(file());
+        return savedText();
     case Said::works:
         return texts_.pick(u"It works: the service has explained a word."_s,
                            u"可以使用:服务成功解释了一个词。"_s);
@@ -190,9 +175,45 @@ QString ServiceForm::outcome() const
     Q_UNREACHABLE();
 }
 
+QString ServiceForm::savedText() const
+{
+    const Place place = setup_.keyPlace(setup_.base());
+    if (place == Place::unkept || place == Place::refused) {
+        return texts_.pick(u"Saved, but the key only until vellumo ends."_s,
+                           u"已保存,但密钥只保留到 vellumo 退出。"_s);
+    }
+    if (lacksKey(setup_.base())) {
+        return texts_.pick(u"Saved. There is no key for this address yet: enter one if the service "
+                           "needs it."_s,
+                           u"已保存。这个地址还没有密钥:服务需要时请填写。"_s);
+    }
+    return texts_.pick(u"Saved. It counts from the next double-tap."_s,
+                       u"已保存,从下一次双击开始生效。"_s);
+}
+
+QString ServiceForm::removedText() const
+{
+    using Removal = ServiceKeys::Removal;
+    switch (setup_.keyRemoval(removedBase_)) {
+    case Removal::done:
+        return texts_.pick(u"The key is removed."_s, u"密钥已移除。"_s);
+    case Removal::asked:
+        return texts_.pick(u"The key is not used any more."_s, u"密钥不再使用。"_s);
+    case Removal::owed:
+        return texts_.pick(u"The key is not used any more. It leaves the keyring as soon as that "
+                           "is unlocked, now or later."_s,
+                           u"密钥不再使用。密钥环解锁后(现在或以后),它就会从中移除。"_s);
+    }
+    Q_UNREACHABLE();
+}
+
 void ServiceForm::choose(const QString &mode)
 {
-    edited();
+    if (mode == this->mode()) {
+        return;
+    }
+    trial_.reset();
+    addressProblem_ = Problem::none;
     showsOwn_ = false;
     if (mode == "samples"_L1) {
         setup_.useSamples();
@@ -200,23 +221,24 @@ void ServiceForm::choose(const QString &mode)
         setup_.useConfigured();
     } else {
         // What was entered earlier counts again; for the rest there is "Save".
-        const bool isEntered = setup_.keyPlace() != Place::configuration
-            && (setup_.keyPlace() != Place::none || !setup_.base().isEmpty());
-        showsOwn_ = !isEntered || !setup_.useOwn({setup_.base(), setup_.model(), {}});
+        showsOwn_ = !setup_.resumeOwn();
     }
-    Q_EMIT changed();
+    say(Said::nothing, false);
 }
 
 std::optional<ServiceSetup::Entry> ServiceForm::entryOf(const QString &base, const QString &model,
                                                         const QString &key)
 {
-    const ServiceAddress address = ServiceAddress::fromInput(base);
-    addressProblem_ = static_cast<int>(address.problem);
+    // What the environment says is taken as it is.
+    const ServiceAddress address =
+        isBaseFixed() ? ServiceAddress{.base = setup_.base()} : ServiceAddress::fromInput(base);
+    addressProblem_ = address.problem;
     if (address.problem != Problem::none) {
         say(Said::nothing, false);
         return std::nullopt;
     }
-    return ServiceSetup::Entry{address.base, model.trimmed(), key.trimmed()};
+    return ServiceSetup::Entry{address.base, isModelFixed() ? setup_.model() : model.trimmed(),
+                               key.trimmed()};
 }
 
 bool ServiceForm::save(const QString &base, const QString &model, const QString &key)
@@ -226,15 +248,16 @@ bool ServiceForm::save(const QString &base, const QString &model, const QString 
     if (!entry) {
         return false;
     }
-    if (entry->base.isEmpty() && entry->key.isEmpty() && !setup_.hasKeyFor({})) {
+    if (entry->base.isEmpty() && entry->key.isEmpty() && setup_.keyPlace({}) == Place::none) {
         failure_ = ExplanationFailure{.kind = KeyError::Kind::missing};
         say(Said::failure, false);
         return false;
     }
-    const bool isSaved = setup_.useOwn(*entry);
-    showsOwn_ = showsOwn_ && !isSaved;
-    say(isSaved ? Said::saved : Said::fileFault, isSaved);
-    return isSaved;
+    setup_.useOwn(*entry);
+    typedBase_.reset();
+    showsOwn_ = false;
+    say(Said::saved, true);
+    return true;
 }
 
 void ServiceForm::tryOut(const QString &base, const QString &model, const QString &key)
@@ -245,11 +268,6 @@ void ServiceForm::tryOut(const QString &base, const QString &model, const QStrin
     }
     trial_ = std::make_unique<QObject>();
     say(Said::nothing, false);
-    const KeyedService::Ready service = setup_.serviceOf(*entry);
-    if (!service.isOk()) {
-        endTrial(ExplanationFailure{.kind = service.error().kind});
-        return;
-    }
     // Whichever comes first, the answer or the end of its time, ends the trial.
     const auto end = [this,
                       trial = trial_.get()](const std::optional<ExplanationFailure> &failure) {
@@ -258,10 +276,11 @@ void ServiceForm::tryOut(const QString &base, const QString &model, const QStrin
         }
     };
     const QString language = texts_.isEnglish() ? u"English"_s : u"Chinese"_s;
-    OpenAIService(service.value())
-        .explain({u"serendipity"_s, language}, trial_.get(), [end](const auto &answer) {
-            end(answer.isOk() ? std::nullopt : std::optional(summary(answer.error(), 0)));
-        });
+    KeyedService([this, entry = *entry](QObject *context, const auto &ready) {
+        setup_.whenReady(entry, context, ready);
+    }).explain({u"serendipity"_s, language}, trial_.get(), [end](const auto &answer) {
+        end(answer.isOk() ? std::nullopt : std::optional(summary(answer.error(), 0)));
+    });
     clock_.after(trialPatience, trial_.get(),
                  [end] { end(ExplanationFailure{.kind = HttpError::Kind::timedOut}); });
 }
@@ -275,8 +294,11 @@ void ServiceForm::endTrial(const std::optional<ExplanationFailure> &failure)
 
 void ServiceForm::forgetKey()
 {
-    edited();
-    setup_.forgetKey();
+    trial_.reset();
+    addressProblem_ = Problem::none;
+    removedBase_ = shownBase();
+    showsOwn_ = true; // the usual service is not in use without its key
+    setup_.forgetKey(removedBase_);
     say(Said::removed, true);
 }
 
@@ -285,10 +307,15 @@ void ServiceForm::unlock()
     setup_.unlockKeyring();
 }
 
-void ServiceForm::edited()
+void ServiceForm::edited(const QString &base)
 {
     trial_.reset();
-    addressProblem_ = 0;
+    addressProblem_ = Problem::none;
+    const ServiceAddress address = ServiceAddress::fromInput(base);
+    if (!isBaseFixed() && address.problem == Problem::none && address.base != shownBase()) {
+        typedBase_ = address.base;
+        setup_.lookForKey(address.base);
+    }
     say(Said::nothing, false);
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "explain/ServiceAddress.h"
 #include "explain/ServiceSetup.h"
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
@@ -50,17 +51,17 @@ public:
     [[nodiscard]] bool hasConfigured() const { return setup_.hasConfigured(); }
     [[nodiscard]] bool isInUse() const { return setup_.use() == ServiceSetup::Use::own; }
     /// Whether a token that names the account of a signed-in user goes along with a selection.
-    [[nodiscard]] bool sendsToken() const;
+    [[nodiscard]] bool sendsToken() const { return setup_.sendsToken(); }
     [[nodiscard]] QString host() const { return setup_.host(); }
     [[nodiscard]] QString base() const { return setup_.base(); }
     [[nodiscard]] QString model() const { return setup_.model(); }
     [[nodiscard]] QString usualBase() const { return OpenAIService::usualBase; }
     [[nodiscard]] QString usualModel() const { return ServiceSetup::usualModel; }
     /// Whether the environment says it.
-    [[nodiscard]] bool isBaseFixed() const;
-    [[nodiscard]] bool isModelFixed() const;
+    [[nodiscard]] bool isBaseFixed() const { return ServiceSetup::isBaseFixed(); }
+    [[nodiscard]] bool isModelFixed() const { return ServiceSetup::isModelFixed(); }
     [[nodiscard]] QString file() const { return setup_.config().userFile(); }
-    /// Where the key is.
+    /// Where the key for the address is that was typed last, and so with the rest of the key.
     [[nodiscard]] QString keyText() const;
     [[nodiscard]] bool hasKey() const;
     [[nodiscard]] bool canForgetKey() const;
@@ -79,16 +80,23 @@ public:
     Q_INVOKABLE void forgetKey();
     Q_INVOKABLE void unlock();
     /// What was typed has changed: what was said about it is out of date.
-    Q_INVOKABLE void edited();
+    Q_INVOKABLE void edited(const QString &base);
 
 Q_SIGNALS:
     void changed();
 
 private:
-    enum class Said : quint8 { nothing, removed, saved, fileFault, works, failure };
+    enum class Said : quint8 { nothing, removed, saved, works, failure };
 
+    /// Nothing, with the reason shown, when there is no such address.
     [[nodiscard]] std::optional<ServiceSetup::Entry>
     entryOf(const QString &base, const QString &model, const QString &key);
+    [[nodiscard]] QString shownBase() const { return typedBase_.value_or(setup_.base()); }
+    [[nodiscard]] ServiceKeys::Place keyPlace() const { return setup_.keyPlace(shownBase()); }
+    /// Whether it is without a key that it may need.
+    [[nodiscard]] bool lacksKey(const QString &base) const;
+    [[nodiscard]] QString savedText() const;
+    [[nodiscard]] QString removedText() const;
     void say(Said said, bool isGood);
     void endTrial(const std::optional<ExplanationFailure> &failure);
 
@@ -96,7 +104,9 @@ private:
     Clock &clock_;
     const BilingualText &texts_;
     bool showsOwn_ = false; ///< although something else is in use
-    int addressProblem_ = 0; ///< of ServiceAddress::Problem
+    std::optional<QString> typedBase_; ///< unless it was saved, or is no address
+    QString removedBase_; ///< whose key was removed last
+    ServiceAddress::Problem addressProblem_ = ServiceAddress::Problem::none;
     Said said_ = Said::nothing;
     bool isGood_ = false;
     std::optional<ExplanationFailure> failure_;

@@ -48,7 +48,10 @@ SectionCard {
         }
     }
 
-    Component.onCompleted: section.fill()
+    Component.onCompleted: {
+        section.fill()
+        section.service.edited(address.text)
+    }
 
     Connections {
         target: section.service
@@ -131,7 +134,7 @@ SectionCard {
                                    : "由环境变量 OPENAI_BASE_URL 指定,优先于这里。")
                 : (section.english ? "Often ends in /v1, such as http://localhost:11434/v1."
                                    : "通常以 /v1 结尾,例如 http://localhost:11434/v1。")
-            onEdited: section.service.edited()
+            onEdited: section.service.edited(address.text)
             onAccepted: section.save()
         }
         TextField {
@@ -145,7 +148,7 @@ SectionCard {
             help: section.service.isModelFixed
                 ? (section.english ? "Set by VELLUMO_MODEL in the environment, which goes first."
                                    : "由环境变量 VELLUMO_MODEL 指定,优先于这里。") : ""
-            onEdited: section.service.edited()
+            onEdited: section.service.edited(address.text)
             onAccepted: section.save()
         }
         TextField {
@@ -158,7 +161,7 @@ SectionCard {
             revealName: section.english ? "Show the key" : "显示密钥"
             placeholder: section.service.hasKey ? "••••••••••••" : ""
             help: section.service.keyText
-            onEdited: section.service.edited()
+            onEdited: section.service.edited(address.text)
             onAccepted: section.save()
         }
         Flow {

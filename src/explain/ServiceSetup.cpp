@@ -9,10 +9,9 @@
 #include "platform/Diagnostics.h"
 #include "platform/WebAddress.h"
 
-#include <utility>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace vellumo {
 
@@ -23,21 +22,23 @@ const QString modelName = u"VELLUMO_MODEL"_s;
 const QString keyName = u"OPENAI_API_KEY"_s;
 const QString proxyName = u"VELLUMO_PROXY_URL"_s;
 
+// Settings.
 const QString choiceKey = u"explanationService"_s;
 const QString samplesChoice = u"samples"_s;
 const QString ownChoice = u"own"_s;
-/// Scheme, host and port that the key in the keyring is for; absent for the key of Info.json.
-const QString keyOriginKey = u"serviceKeyFor"_s;
-const QString noKey = u"none"_s; ///< there, and as the key of servers that need none
+const QString ownBaseKey = u"ownServiceBase"_s;
+const QString ownModelKey = u"ownServiceModel"_s;
 
-const QString keyAccount = u"serviceKey"_s;
+const QString noKey = u"none"_s; ///< what servers that need none are sent
 
-/// How long a question waits for a keyring that does not answer.
-constexpr auto keyPatience = 5s;
+QString addressOf(const QString &base)
+{
+    return base.isEmpty() ? OpenAIService::usualBase : base;
+}
 
 QString originOfBase(const QString &base)
 {
-    return originOf(QUrl(base.isEmpty() ? OpenAIService::usualBase : base));
+    return originOf(QUrl(addressOf(base)));
 }
 
 } // namespace
@@ -47,44 +48,29 @@ const QString ServiceSetup::usualModel = u"gpt-5.4-nano-2026-03-17"_s;
 ServiceSetup::ServiceSetup(const Collaborators &collaborators, QObject *parent)
     : QObject(parent)
     , with_(collaborators)
+    , keys_(with_.defaults, with_.secrets, with_.clock)
 {
-    connect(&with_.secrets, &SecretItems::becameReadable, this, [this] {
-        if (use() == Use::own && isKeyInKeyring() && keyringPlace_ != KeyPlace::keyring) {
-            readKey();
-        }
-    });
+    connect(&keys_, &ServiceKeys::changed, this, &ServiceSetup::changed);
 }
 
 std::unique_ptr<AIExplaining> ServiceSetup::makeService()
 {
     const Use used = use();
-    if (used == Use::own && isKeyInKeyring()) {
-        printDiagnostic(u"using OpenAI explanation service"_s);
-        if (key_.isEmpty()) {
-            readKey();
-        }
-        return std::make_unique<KeyedService>(
+    std::unique_ptr<AIExplaining> service;
+    if (used == Use::own) {
+        keys_.look(originOfBase(base()));
+        service = std::make_unique<KeyedService>(
             [self = QPointer(this)](QObject *context, const KeyedService::Completion &completion) {
                 if (self) {
-                    self->whenKeyIsKnown(context, completion);
+                    self->whenReady(self->own(), context, completion);
                 }
             });
-    }
-    if (used == Use::own) {
-        if (const KeyedService::Ready service = ownService(); service.isOk()) {
-            printDiagnostic(u"using OpenAI explanation service"_s);
-            return std::make_unique<OpenAIService>(service.value());
-        }
     } else if (used != Use::samples) {
-        const auto service = OpenAIService::make(
-            [this](const QString &key) { return with_.config.value(key); },
-            with_.config.value(modelName).value_or(usualModel), with_.http, with_.clock);
-        if (service.isOk()) {
-            printDiagnostic(u"using OpenAI explanation service"_s);
-            auto client = std::make_unique<OpenAIService>(service.value());
-            client->firebaseTokenProvider = tokenProvider;
-            return client;
-        }
+        service = configuredService();
+    }
+    if (service) {
+        printDiagnostic(u"using OpenAI explanation service"_s);
+        return service;
     }
     const bool isChosen = with_.defaults.value(choiceKey).toString() == samplesChoice;
     printDiagnostic(isChosen ? u"using sample answers, as chosen"_s
@@ -92,14 +78,27 @@ std::unique_ptr<AIExplaining> ServiceSetup::makeService()
     return std::make_unique<MockAIService>(with_.clock);
 }
 
+std::unique_ptr<AIExplaining> ServiceSetup::configuredService()
+{
+    const auto service = OpenAIService::make(
+        [this](const QString &key) { return with_.config.value(key); },
+        with_.config.value(modelName).value_or(usualModel), with_.http, with_.clock);
+    if (!service.isOk()) {
+        return nullptr;
+    }
+    auto client = std::make_unique<OpenAIService>(service.value());
+    client->firebaseTokenProvider = tokenProvider;
+    return client;
+}
+
 ServiceSetup::Use ServiceSetup::use() const
 {
-    if (isForced()) {
+    if (AppConfig::isInEnvironment(proxyName) || AppConfig::isInEnvironment(keyName)) {
         return Use::environment;
     }
     const QString choice = with_.defaults.value(choiceKey).toString();
     if (choice == ownChoice) {
-        return base().isEmpty() && keyPlace() == KeyPlace::none ? Use::samples : Use::own;
+        return hasOwn() ? Use::own : Use::samples;
     }
     return choice != samplesChoice && hasConfigured() ? Use::configured : Use::samples;
 }
@@ -109,33 +108,42 @@ bool ServiceSetup::hasConfigured() const
     return with_.config.value(proxyName) || with_.config.value(keyName);
 }
 
-bool ServiceSetup::isForced() const
+/// The usual service is of no use without a key.
+bool ServiceSetup::hasOwn() const
 {
-    const auto isSet = [this](const QString &name) {
-        return with_.config.layerOf(name) == AppConfig::Layer::environment;
-    };
-    return isSet(proxyName) || isSet(keyName);
+    return !base().isEmpty() || keys_.has(originOfBase({}));
 }
 
-ServiceSetup::KeyPlace ServiceSetup::keyPlace() const
+bool ServiceSetup::isBaseFixed()
 {
-    if (isForced()) {
-        return KeyPlace::configuration;
-    }
-    if (isKeyInKeyring()) {
-        return keyOrigin() == originOfBase(base()) ? keyringPlace_ : KeyPlace::missing;
-    }
-    return configuredKey() ? KeyPlace::configuration : KeyPlace::none;
+    return AppConfig::isInEnvironment(baseName);
+}
+
+bool ServiceSetup::isModelFixed()
+{
+    return AppConfig::isInEnvironment(modelName);
 }
 
 QString ServiceSetup::base() const
 {
-    return with_.config.value(baseName).value_or(QString());
+    return isBaseFixed() ? *with_.config.value(baseName)
+                         : with_.defaults.value(ownBaseKey).toString();
 }
 
 QString ServiceSetup::model() const
 {
-    return with_.config.value(modelName).value_or(QString());
+    return isModelFixed() ? *with_.config.value(modelName)
+                          : with_.defaults.value(ownModelKey).toString();
+}
+
+ServiceKeys::Place ServiceSetup::keyPlace(const QString &base) const
+{
+    return keys_.placeOf(originOfBase(base));
+}
+
+ServiceKeys::Removal ServiceSetup::keyRemoval(const QString &base) const
+{
+    return keys_.removalOf(originOfBase(base));
 }
 
 QString ServiceSetup::host() const
@@ -144,48 +152,41 @@ QString ServiceSetup::host() const
     if (used == Use::samples) {
         return {};
     }
-    const auto proxy = with_.config.value(proxyName);
-    const QString address = used != Use::own && proxy ? *proxy : base();
-    QUrl url(address.isEmpty() ? OpenAIService::usualBase : address);
+    const auto configured = [this] {
+        return with_.config.value(proxyName).value_or(
+            with_.config.value(baseName).value_or(QString()));
+    };
+    QUrl url(addressOf(used == Use::own ? base() : configured()));
     url.setUserInfo({});
     return url.authority();
 }
 
-QString ServiceSetup::keyOrigin() const
+bool ServiceSetup::sendsToken() const
 {
-    return with_.defaults.value(keyOriginKey).toString();
+    const Use used = use();
+    return (used == Use::configured || used == Use::environment)
+        && (with_.config.value(proxyName) || !with_.config.value(baseName));
 }
 
-bool ServiceSetup::isKeyInKeyring() const
+KeyedService::Ready ServiceSetup::serviceOf(const Entry &entry) const
 {
-    return !keyOrigin().isEmpty() && keyOrigin() != noKey;
-}
-
-std::optional<QString> ServiceSetup::configuredKey() const
-{
-    return keyOrigin().isEmpty() ? with_.config.value(keyName) : std::nullopt;
-}
-
-bool ServiceSetup::hasKeyFor(const QString &base) const
-{
-    const QString origin = originOfBase(base);
-    if (isKeyInKeyring()) {
-        return keyOrigin() == origin;
+    QString key = entry.key.trimmed();
+    const QString origin = originOfBase(entry.base);
+    if (key.isEmpty() && (keys_.has(origin) || entry.base.isEmpty())) {
+        const auto kept = keys_.keyFor(origin);
+        if (!kept.isOk()) {
+            return kept.error();
+        }
+        key = kept.value();
     }
-    const QString present = this->base();
-    return configuredKey() && originOfBase(present) == origin;
-}
-
-KeyedService::Ready ServiceSetup::serviceAt(const QString &base, const QString &model,
-                                            const QString &key) const
-{
     const auto lookup = [&](const QString &name) -> std::optional<QString> {
         if (name == keyName) {
-            return key;
+            return key.isEmpty() ? noKey : key;
         }
-        const bool isBase = name == baseName && !base.isEmpty();
-        return isBase ? std::optional(base) : std::nullopt; // no proxy
+        const bool isBase = name == baseName && !entry.base.isEmpty();
+        return isBase ? std::optional(entry.base) : std::nullopt; // no proxy
     };
+    const QString model = entry.model.trimmed();
     const auto service =
         OpenAIService::make(lookup, model.isEmpty() ? usualModel : model, with_.http, with_.clock);
     if (service.isOk()) {
@@ -194,93 +195,12 @@ KeyedService::Ready ServiceSetup::serviceAt(const QString &base, const QString &
     return KeyError{KeyError::Kind::missing};
 }
 
-KeyedService::Ready ServiceSetup::ownService() const
+void ServiceSetup::whenReady(const Entry &entry, QObject *context,
+                             const KeyedService::Completion &completion)
 {
-    return serviceOf({base(), model(), {}});
-}
-
-KeyedService::Ready ServiceSetup::serviceOf(const Entry &entry) const
-{
-    if (!entry.key.trimmed().isEmpty()) {
-        return serviceAt(entry.base, entry.model.trimmed(), entry.key.trimmed());
-    }
-    if (!hasKeyFor(entry.base)) {
-        if (entry.base.isEmpty()) {
-            return KeyError{KeyError::Kind::missing};
-        }
-        return serviceAt(entry.base, entry.model.trimmed(), noKey);
-    }
-    if (const auto configured = configuredKey()) {
-        return serviceAt(entry.base, entry.model.trimmed(), *configured);
-    }
-    if (!key_.isEmpty()) {
-        return serviceAt(entry.base, entry.model.trimmed(), key_);
-    }
-    switch (keyringPlace_) {
-    case KeyPlace::awaited:
-        return KeyError{KeyError::Kind::late};
-    case KeyPlace::locked:
-        return KeyError{KeyError::Kind::locked};
-    case KeyPlace::unavailable:
-        return KeyError{KeyError::Kind::unavailable};
-    default:
-        return KeyError{KeyError::Kind::missing};
-    }
-}
-
-void ServiceSetup::whenKeyIsKnown(QObject *context, const KeyedService::Completion &completion)
-{
-    const auto waiter = std::make_shared<Waiter>(Waiter{context, completion});
-    waiters_.append(waiter);
-    if (key_.isEmpty() && keyringPlace_ == KeyPlace::awaited) {
-        with_.clock.after(keyPatience, this, [this] { answerWaiters(); });
-    } else {
-        QMetaObject::invokeMethod(this, &ServiceSetup::answerWaiters, Qt::QueuedConnection);
-    }
-}
-
-void ServiceSetup::answerWaiters()
-{
-    const auto waiters = std::exchange(waiters_, {});
-    for (const auto &waiter : waiters) {
-        if (waiter->context) {
-            // an address that the environment names is not shown the key of another
-            const bool isMeant = hasKeyFor(base());
-            waiter->completion(isMeant ? ownService()
-                                       : KeyedService::Ready(KeyError{KeyError::Kind::missing}));
-        }
-    }
-}
-
-void ServiceSetup::readKey()
-{
-    if (key_.isEmpty()) {
-        keyringPlace_ = KeyPlace::awaited;
-    }
-    with_.secrets.get(keyAccount, this, [this, reading = ++readings_](const SecretAnswer &answer) {
-        if (reading == readings_) {
-            takeKey(answer);
-        }
-    });
-}
-
-void ServiceSetup::takeKey(const SecretAnswer &answer)
-{
-    keyringAnswer_ = answer.kind;
-    const QString found = QString::fromUtf8(answer.value).trimmed();
-    const bool isFound = answer.kind == SecretAnswer::Kind::found && !found.isEmpty();
-    if (!key_.isEmpty()) {
-        keyringPlace_ = isFound && found == key_ ? KeyPlace::keyring : KeyPlace::session;
-    } else if (isFound) {
-        key_ = found;
-        keyringPlace_ = KeyPlace::keyring;
-    } else {
-        keyringPlace_ = answer.kind == SecretAnswer::Kind::locked ? KeyPlace::locked
-            : answer.kind == SecretAnswer::Kind::unavailable      ? KeyPlace::unavailable
-                                                                  : KeyPlace::missing;
-    }
-    answerWaiters();
-    Q_EMIT changed();
+    // a key that was typed waits for nothing
+    const QString origin = entry.key.trimmed().isEmpty() ? originOfBase(entry.base) : QString();
+    keys_.whenKnown(origin, context, [this, entry, completion] { completion(serviceOf(entry)); });
 }
 
 void ServiceSetup::useSamples()
@@ -295,40 +215,43 @@ void ServiceSetup::useConfigured()
     apply();
 }
 
-bool ServiceSetup::useOwn(const Entry &entry)
+void ServiceSetup::useOwn(const Entry &entry)
 {
-    const bool keepsKey = hasKeyFor(entry.base);
-    if (!with_.config.setUserValues({{baseName, entry.base}, {modelName, entry.model}})) {
-        return false;
+    const auto store = [this](const QString &name, const QString &value) {
+        with_.defaults.setValue(name, value.isEmpty() ? QVariant() : QVariant(value));
+    };
+    if (!isBaseFixed()) {
+        store(ownBaseKey, entry.base);
+    }
+    if (!isModelFixed()) {
+        store(ownModelKey, entry.model.trimmed());
     }
     with_.defaults.setValue(choiceKey, ownChoice);
     if (const QString key = entry.key.trimmed(); !key.isEmpty()) {
-        const QString origin = originOfBase(entry.base);
-        with_.defaults.setValue(keyOriginKey, origin);
-        key_ = key;
-        keyringPlace_ = KeyPlace::session;
-        with_.secrets.set(keyAccount, key.toUtf8());
-        with_.secrets.unlock();
-        readKey(); // tells what has become of it
-    } else if (!keepsKey) {
-        forgetKey();
-        return true;
+        keys_.enter(originOfBase(base()), key);
     }
+    apply();
+}
+
+bool ServiceSetup::resumeOwn()
+{
+    if (!hasOwn()) {
+        return false;
+    }
+    with_.defaults.setValue(choiceKey, ownChoice);
     apply();
     return true;
 }
 
-void ServiceSetup::forgetKey()
+void ServiceSetup::forgetKey(const QString &base)
 {
-    if (isKeyInKeyring()) {
-        with_.secrets.remove(keyAccount);
-        with_.secrets.unlock();
-    }
-    ++readings_;
-    key_.clear();
-    keyringPlace_ = KeyPlace::awaited;
-    with_.defaults.setValue(keyOriginKey, noKey);
+    keys_.remove(originOfBase(base));
     apply();
+}
+
+void ServiceSetup::lookForKey(const QString &base)
+{
+    keys_.look(originOfBase(base));
 }
 
 void ServiceSetup::unlockKeyring()

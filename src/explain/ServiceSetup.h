@@ -4,9 +4,8 @@
 
 #include "app/AppConfig.h"
 #include "explain/KeyedService.h"
-#include "platform/SecretItems.h"
+#include "explain/ServiceKeys.h"
 #include <QObject>
-#include <QPointer>
 #include <memory>
 
 namespace vellumo {
@@ -16,10 +15,11 @@ class DefaultsStore;
 /// Which service explains: the one that the environment or Info.json names, one that the user has
 /// entered, or none, so that answers are samples.
 ///
-/// What the user enters goes to where it belongs: address and model to the user's Info.json, the
-/// key to the keyring and nowhere else. The keyring is asked only if it has the key for the service
-/// in use, and is never waited for: questions that come too early wait, for a bounded time. A key
-/// is sent to no other scheme, host or port than the one it was entered for.
+/// What the user enters is kept apart from what is configured: address and model in the settings,
+/// the key with ServiceKeys. A key of the environment or of Info.json goes to the address that
+/// these name, or to the usual one, and never to an address that was entered; an entered key goes
+/// to no other scheme, host or port than it was entered for. Only an address or a model of the
+/// environment goes before what was entered.
 class ServiceSetup : public QObject {
     Q_OBJECT
 
@@ -30,24 +30,14 @@ public:
         own, ///< as the user has entered it
         environment, ///< which goes before everything
     };
-    enum class KeyPlace : quint8 {
-        none,
-        configuration, ///< the environment or Info.json
-        awaited, ///< the keyring has not answered yet
-        keyring,
-        session, ///< entered in this run, and not in the keyring, or not yet
-        locked, ///< in a keyring that is closed
-        missing, ///< not where it should be, or meant for another address
-        unavailable, ///< in a keyring that is not there
-    };
     struct Entry {
-        QString base; ///< as ServiceAddress gives it
+        QString base; ///< as ServiceAddress gives it; empty for the usual one
         QString model; ///< blank for the usual one
         QString key; ///< blank to keep the one for this address, if there is one
     };
     /// All must outlive this object and the services that it makes.
     struct Collaborators {
-        AppConfig &config;
+        const AppConfig &config;
         DefaultsStore &defaults;
         SecretItems &secrets;
         HttpSession &http;
@@ -69,58 +59,50 @@ public:
     [[nodiscard]] Use use() const;
     /// Whether Info.json names a service by itself.
     [[nodiscard]] bool hasConfigured() const;
-    [[nodiscard]] KeyPlace keyPlace() const;
-    /// What the keyring said last.
-    [[nodiscard]] SecretAnswer::Kind keyringAnswer() const { return keyringAnswer_; }
-    /// As they are set anywhere; empty for the usual ones.
+    /// Of the own service; empty for the usual ones.
     [[nodiscard]] QString base() const;
     [[nodiscard]] QString model() const;
+    /// Whether the environment says it: it is used as it is, and never stored.
+    [[nodiscard]] static bool isBaseFixed();
+    [[nodiscard]] static bool isModelFixed();
+    /// Where the own service's key for this address is.
+    [[nodiscard]] ServiceKeys::Place keyPlace(const QString &base) const;
+    /// What has become of the removed key of this address.
+    [[nodiscard]] ServiceKeys::Removal keyRemoval(const QString &base) const;
     [[nodiscard]] const AppConfig &config() const { return with_.config; }
     /// Where selections go now; empty for samples.
     [[nodiscard]] QString host() const;
-
-    /// Whether a key is known that may be sent to this address.
-    [[nodiscard]] bool hasKeyFor(const QString &base) const;
+    /// Whether tokenProvider is asked now.
+    [[nodiscard]] bool sendsToken() const;
 
     void useSamples();
     void useConfigured();
-    /// False, with nothing changed, when Info.json cannot be written.
-    [[nodiscard]] bool useOwn(const Entry &entry);
-    void forgetKey();
+    void useOwn(const Entry &entry);
+    /// Uses again what was entered earlier; false, with nothing changed, when that was nothing.
+    bool resumeOwn();
+    void forgetKey(const QString &base);
+    /// Reads the key for this address if there should be one and it is not at hand.
+    void lookForKey(const QString &base);
     /// Lets the keyring ask the user to open it.
     void unlockKeyring();
 
-    /// The service of an entry that has not been saved.
-    [[nodiscard]] KeyedService::Ready serviceOf(const Entry &entry) const;
+    /// The service of an entry that need not be saved, once its key is there, or is known not to
+    /// come; as KeyedService::Source.
+    void whenReady(const Entry &entry, QObject *context,
+                   const KeyedService::Completion &completion);
 
 Q_SIGNALS:
     void changed();
 
 private:
-    struct Waiter {
-        QPointer<QObject> context;
-        KeyedService::Completion completion;
-    };
-
-    [[nodiscard]] bool isForced() const;
-    [[nodiscard]] QString keyOrigin() const;
-    [[nodiscard]] bool isKeyInKeyring() const;
-    [[nodiscard]] std::optional<QString> configuredKey() const;
-    [[nodiscard]] KeyedService::Ready serviceAt(const QString &base, const QString &model,
-                                                const QString &key) const;
-    [[nodiscard]] KeyedService::Ready ownService() const;
-    void whenKeyIsKnown(QObject *context, const KeyedService::Completion &completion);
-    void readKey();
-    void takeKey(const SecretAnswer &answer);
-    void answerWaiters();
+    [[nodiscard]] bool hasOwn() const;
+    [[nodiscard]] Entry own() const { return {base(), model(), {}}; }
+    [[nodiscard]] std::unique_ptr<AIExplaining> configuredService();
+    [[nodiscard]] KeyedService::Ready serviceOf(const Entry &entry) const;
     void apply();
 
     Collaborators with_;
-    QString key_; ///< of the keyring, or entered in this run
-    KeyPlace keyringPlace_ = KeyPlace::awaited; ///< of that key
-    SecretAnswer::Kind keyringAnswer_ = SecretAnswer::Kind::missing;
-    int readings_ = 0; ///< an answer to an older one is void
-    QList<std::shared_ptr<Waiter>> waiters_;
+    ServiceKeys keys_;
 };
 
 } // namespace vellumo

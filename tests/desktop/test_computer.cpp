@@ -139,7 +139,8 @@ void TestComputer::takesAServiceAndKeepsItsKey()
     QVERIFY(vellumo_->dismissPanel());
     desktop_.tap(Key::Return);
     QVERIFY(vellumo_->waitForText(u"The key is in your keyring"_s));
-    QCOMPARE(Keyring::lookUp(u"serviceKey"_s), key.toUtf8());
+    const QString account = u"serviceKey:"_s + server.url(QString()).toString();
+    QCOMPARE(Keyring::lookUp(account), key.toUtf8());
 
     QVERIFY(reads(u"It is the moon."_s));
     QCOMPARE(server.requests().constLast().header("Authorization"),

@@ -20,10 +20,13 @@ using namespace std::chrono_literals;
 namespace {
 
 using Use = ServiceSetup::Use;
-using Place = ServiceSetup::KeyPlace;
+using Place = ServiceKeys::Place;
+using Removal = ServiceKeys::Removal;
 
 const QString base = u"https://a.test/v1"_s;
-const QString keyAccount = u"serviceKey"_s;
+const QString keyAccount = u"serviceKey:https://a.test"_s;
+
+const QString sentWithKey = u"https://a.test/v1/chat/completions Bearer sk-1"_s;
 
 /// A computer whose files, settings and keyring stay while programs come and go.
 struct Computer {
@@ -34,11 +37,6 @@ struct Computer {
     FakeClock clock;
 
     [[nodiscard]] QString file() const { return folder.filePath(u"config/Info.json"_s); }
-    [[nodiscard]] QByteArray readFile() const
-    {
-        QFile opened(file());
-        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
-    }
     void writeFile(const QByteArray &content) const
     {
         QDir().mkpath(folder.filePath(u"config"_s));
@@ -97,7 +95,9 @@ private Q_SLOTS:
     void keepsAKeyThatTheKeyringDoesNotTake();
     void sendsAKeyWhereItWasMeant();
     void choosesBetweenWhatThereIs();
-    void sparesWhatItCannotRead();
+    void keepsTheInstalledServiceAsItIs_data();
+    void keepsTheInstalledServiceAsItIs();
+    void removesAKeyLater();
 };
 
 void TestServiceSetup::cleanup()
@@ -149,27 +149,22 @@ void TestServiceSetup::readsAddresses()
 void TestServiceSetup::keepsTheKeyInTheKeyringAlone()
 {
     Computer computer;
-    computer.writeFile(R"({"VELLUMO_SITE_URL": "https://own.test"})");
     {
         Run run(computer);
         QCOMPARE(run.ask(), u"sample"_s);
-        QVERIFY(run.setup.useOwn({base, u" model-1 "_s, u" sk-1\n"_s}));
-        QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer sk-1"_s); // at once
+        run.setup.useOwn({base, u" model-1 "_s, u" sk-1\n"_s});
+        QCOMPARE(run.ask(), sentWithKey); // at once
         QVERIFY(!run.explainer.answersAreSamples());
-        QCOMPARE(run.setup.keyPlace(), Place::keyring);
+        QCOMPARE(run.setup.keyPlace(base), Place::keyring);
     }
     QCOMPARE(computer.secrets.values.value(keyAccount), "sk-1");
-    QVERIFY(!computer.readFile().contains("sk-1"));
-    QVERIFY(computer.readFile().contains("own.test")); // what else stands there stays
-    QCOMPARE(QFile::permissions(computer.file()) & ~(QFile::ReadUser | QFile::WriteUser),
-             QFile::ReadOwner | QFile::WriteOwner);
     {
         Run later(computer);
-        QCOMPARE(later.ask(), u"https://a.test/v1/chat/completions Bearer sk-1"_s);
+        QCOMPARE(later.ask(), sentWithKey);
         QVERIFY(computer.http.requests.constLast().body.contains("model-1"));
-        QVERIFY(later.setup.useOwn({base, {}, {}})); // the key stays
-        QCOMPARE(later.ask(), u"https://a.test/v1/chat/completions Bearer sk-1"_s);
-        later.setup.forgetKey();
+        later.setup.useOwn({base, {}, {}}); // the key stays
+        QCOMPARE(later.ask(), sentWithKey);
+        later.setup.forgetKey(base);
         QCOMPARE(later.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
     }
     QVERIFY(!computer.secrets.values.contains(keyAccount));
@@ -191,7 +186,7 @@ void TestServiceSetup::tellsWhyThereIsNoKey()
     QFETCH(bool, isAbsent);
     QFETCH(QString, reason);
     Computer computer;
-    QVERIFY(Run(computer).setup.useOwn({base, {}, u"sk-1"_s}));
+    Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
     const QByteArray key = computer.secrets.values.take(keyAccount);
     computer.secrets.isLocked = isLocked;
     computer.secrets.isAbsent = isAbsent;
@@ -201,13 +196,13 @@ void TestServiceSetup::tellsWhyThereIsNoKey()
     computer.secrets.values.insert(keyAccount, key);
     computer.secrets.open();
     QCoreApplication::processEvents();
-    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer sk-1"_s);
+    QCOMPARE(run.ask(), sentWithKey);
 }
 
 void TestServiceSetup::waitsForAKeyringThatIsSlow()
 {
     Computer computer;
-    QVERIFY(Run(computer).setup.useOwn({base, {}, u"sk-1"_s}));
+    Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
     computer.secrets.isHung = true;
     Run run(computer);
     QStringList outcomes;
@@ -219,10 +214,11 @@ void TestServiceSetup::waitsForAKeyringThatIsSlow()
     };
     askAside();
     computer.clock.advance(4900ms);
+    askAside(); // for five seconds of its own
     QCOMPARE(outcomes, QStringList());
     computer.clock.advance(100ms);
     QCOMPARE(outcomes, QStringList{u"the keyring has not given the key yet"_s});
-    askAside();
+    QVERIFY(!isMatterOfSettings(*run.explainer.lastFailure()));
     QVERIFY(computer.http.requests.isEmpty());
     computer.secrets.answerAll();
     QCOMPARE(computer.http.requests.size(), 1);
@@ -232,43 +228,124 @@ void TestServiceSetup::waitsForAKeyringThatIsSlow()
 
 void TestServiceSetup::keepsAKeyThatTheKeyringDoesNotTake_data()
 {
-    QTest::addColumn<bool>("isLocked");
-    QTest::newRow("locked") << true;
-    QTest::newRow("absent") << false;
+    QTest::addColumn<bool FakeSecretItems::*>("trouble");
+    QTest::addColumn<Place>("place");
+    QTest::newRow("locked") << &FakeSecretItems::isLocked << Place::owed;
+    QTest::newRow("absent") << &FakeSecretItems::isAbsent << Place::unkept;
+    QTest::newRow("refusing") << &FakeSecretItems::isRefusing << Place::refused;
 }
 
 void TestServiceSetup::keepsAKeyThatTheKeyringDoesNotTake()
 {
-    QFETCH(bool, isLocked);
+    QFETCH(bool FakeSecretItems::*, trouble);
+    QFETCH(Place, place);
     Computer computer;
-    computer.secrets.isLocked = isLocked;
-    computer.secrets.isAbsent = !isLocked;
+    computer.secrets.*trouble = true;
     Run run(computer);
-    QVERIFY(run.setup.useOwn({base, {}, u"sk-1"_s}));
+    run.setup.useOwn({base, {}, u"sk-1"_s});
     QCOMPARE(computer.secrets.unlockRequests, 1);
-    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer sk-1"_s);
-    QCOMPARE(run.setup.keyPlace(), Place::session);
-    QVERIFY(!computer.readFile().contains("sk-1"));
+    QCOMPARE(run.setup.keyPlace(base), Place::storing);
+    QCOMPARE(run.ask(), sentWithKey);
+    QCOMPARE(run.setup.keyPlace(base), place);
+    if (computer.secrets.isRefusing) {
+        computer.secrets.values.insert(keyAccount, "sk-1"); // after all
+    }
     computer.secrets.open();
     QCoreApplication::processEvents();
-    QCOMPARE(run.setup.keyPlace(), Place::keyring);
+    QCOMPARE(run.setup.keyPlace(base), Place::keyring);
     QCOMPARE(computer.secrets.values.value(keyAccount), "sk-1");
 }
 
 void TestServiceSetup::sendsAKeyWhereItWasMeant()
 {
+    const QString sentToOther = u"https://other.test/v1/chat/completions Bearer "_s;
+    const QString other = u"https://other.test/v1"_s;
     Computer computer;
-    QVERIFY(Run(computer).setup.useOwn({base, {}, u"sk-1"_s}));
-    qputenv("OPENAI_BASE_URL", "https://other.test/v1");
-    QCOMPARE(Run(computer).ask(), u"no key for this service"_s);
+    Run(computer).setup.useOwn({base, u"model-1"_s, u"sk-1"_s});
+    qputenv("OPENAI_BASE_URL", other.toUtf8());
+    {
+        Run elsewhere(computer);
+        QCOMPARE(elsewhere.ask(), sentToOther + u"none"_s);
+        QVERIFY(elsewhere.setup.resumeOwn());
+        elsewhere.setup.useOwn({other, u"model-1"_s, {}});
+    }
     qunsetenv("OPENAI_BASE_URL");
+    {
+        Run run(computer);
+        QCOMPARE(run.ask(), sentWithKey); // as before
+        run.setup.useOwn({u"https://a.test/v2"_s, {}, {}});
+        QCOMPARE(run.ask(), u"https://a.test/v2/chat/completions Bearer sk-1"_s);
+        computer.secrets.isLocked = true;
+        run.setup.useOwn({other, {}, u"sk-2"_s});
+        QCOMPARE(run.ask(), sentToOther + u"sk-2"_s);
+    }
+    // ended before the keyring was opened
+    computer.secrets.forgetOwed();
+    computer.secrets.isLocked = false;
     Run run(computer);
-    QVERIFY(run.setup.serviceOf({{}, {}, {}}).error() == KeyError{KeyError::Kind::missing});
-    QVERIFY(run.setup.useOwn({u"https://a.test/v2"_s, {}, {}}));
-    QCOMPARE(run.ask(), u"https://a.test/v2/chat/completions Bearer sk-1"_s);
-    QVERIFY(run.setup.useOwn({u"https://other.test/v1"_s, {}, {}}));
-    QCOMPARE(run.ask(), u"https://other.test/v1/chat/completions Bearer none"_s);
-    QVERIFY(!computer.secrets.values.contains(keyAccount));
+    QCOMPARE(run.ask(), u"no key for this service"_s);
+    run.setup.useOwn({u"http://a.test/v1"_s, {}, {}});
+    QCOMPARE(run.ask(), u"http://a.test/v1/chat/completions Bearer none"_s);
+    run.setup.useOwn({base, {}, {}});
+    QCOMPARE(run.ask(), sentWithKey);
+}
+
+void TestServiceSetup::keepsTheInstalledServiceAsItIs_data()
+{
+    QTest::addColumn<QByteArray>("installed");
+    QTest::addColumn<QString>("asked");
+    QTest::newRow("usual") << QByteArray(R"({"OPENAI_API_KEY": "sk-file"})")
+                           << u"https://api.openai.com/v1/chat/completions Bearer sk-file"_s;
+    QTest::newRow("elsewhere") << QByteArray(
+        R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})")
+                               << u"https://file.test/v1/chat/completions Bearer sk-file"_s;
+    QTest::newRow("proxy") << QByteArray(
+        R"({"VELLUMO_PROXY_URL": "https://proxy.test", "VELLUMO_CLIENT_TOKEN": "token"})")
+                           << u"https://proxy.test/v1/chat Bearer token"_s;
+}
+
+void TestServiceSetup::keepsTheInstalledServiceAsItIs()
+{
+    QFETCH(QByteArray, installed);
+    QFETCH(QString, asked);
+    Computer computer;
+    computer.writeFile(installed);
+    Run run(computer);
+    QCOMPARE(run.ask(), asked);
+    run.setup.useOwn({base, u"own-model"_s, {}});
+    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
+    QVERIFY(computer.http.requests.constLast().body.contains("own-model"));
+    run.setup.useConfigured();
+    QCOMPARE(run.ask(), asked);
+    QVERIFY(computer.http.requests.constLast().body.contains(ServiceSetup::usualModel.toUtf8()));
+    QVERIFY(run.setup.resumeOwn());
+    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
+    // The key of the environment belongs to the installed address as well.
+    qputenv("OPENAI_API_KEY", "sk-env");
+    QCOMPARE(Run(computer).ask(), QString(asked).replace(u"sk-file"_s, u"sk-env"_s));
+}
+
+void TestServiceSetup::removesAKeyLater()
+{
+    Computer computer;
+    Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
+    computer.secrets.isLocked = true;
+    {
+        Run run(computer);
+        run.setup.forgetKey(base);
+        QCoreApplication::processEvents();
+        QCOMPARE(run.setup.keyRemoval(base), Removal::owed);
+    }
+    computer.secrets.forgetOwed();
+    Run run(computer);
+    QCOMPARE(run.setup.keyRemoval(base), Removal::owed);
+    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
+    computer.secrets.open();
+    QCoreApplication::processEvents();
+    QCOMPARE(run.setup.keyRemoval(base), Removal::done);
+    QVERIFY(computer.secrets.values.isEmpty());
+    run.setup.useOwn({base, {}, u"sk-1"_s}); // is not removed again
+    QCOMPARE(Run(computer).ask(), sentWithKey);
 }
 
 void TestServiceSetup::choosesBetweenWhatThereIs()
@@ -284,23 +361,12 @@ void TestServiceSetup::choosesBetweenWhatThereIs()
     QCOMPARE(Run(computer).setup.use(), Use::samples);
     run.setup.useConfigured();
     QCOMPARE(run.setup.use(), Use::configured);
-    QVERIFY(run.setup.useOwn({base, {}, {}})); // the file's key is for another address
-    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
+    QVERIFY(!run.setup.resumeOwn()); // nothing was entered
+    QCOMPARE(run.setup.use(), Use::configured);
     qputenv("OPENAI_API_KEY", "sk-env");
     Run forced(computer);
     QCOMPARE(forced.setup.use(), Use::environment);
-    QCOMPARE(forced.ask(), u"https://a.test/v1/chat/completions Bearer sk-env"_s);
-}
-
-void TestServiceSetup::sparesWhatItCannotRead()
-{
-    Computer computer;
-    computer.writeFile("{ half");
-    Run run(computer);
-    QVERIFY(!run.setup.useOwn({base, {}, u"sk-1"_s}));
-    QCOMPARE(computer.readFile(), "{ half");
-    QCOMPARE(run.ask(), u"sample"_s);
-    QVERIFY(computer.secrets.values.isEmpty());
+    QCOMPARE(forced.ask(), u"https://file.test/v1/chat/completions Bearer sk-env"_s);
 }
 
 QTEST_GUILESS_MAIN(TestServiceSetup)

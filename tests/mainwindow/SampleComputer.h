@@ -71,9 +71,9 @@ struct SampleComputer {
     void enterService() const
     {
         defaults.setValue(QStringLiteral("explanationService"), QStringLiteral("own"));
-        defaults.setValue(QStringLiteral("serviceKeyFor"),
-                          QStringLiteral("https://api.openai.com"));
-        secrets.values.insert(QStringLiteral("serviceKey"), "sk-sample");
+        defaults.setValue(QStringLiteral("serviceKeysFor"),
+                          QStringList{QStringLiteral("https://api.openai.com")});
+        secrets.values.insert(QStringLiteral("serviceKey:https://api.openai.com"), "sk-sample");
     }
 
     [[nodiscard]] std::unique_ptr<ComputerModel> make()

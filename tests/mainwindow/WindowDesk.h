@@ -122,6 +122,12 @@ struct WindowDesk {
     {
         return item(name) != nullptr ? item(name)->property("text").toString() : QString();
     }
+    /// What the form of the service says.
+    [[nodiscard]] QString outcome() const
+    {
+        return item("outcome") != nullptr ? item("outcome")->property("title").toString()
+                                          : QString();
+    }
     void click(const char *name) const
     {
         const QQuickItem *target = item(name);

@@ -34,7 +34,7 @@ void FakeSecretItems::set(const QString &account, const QByteArray &value)
 {
     if (isLocked || isAbsent) {
         owed_.insert(account, value);
-    } else {
+    } else if (!isRefusing) {
         values.insert(account, value);
     }
 }

@@ -17,6 +17,7 @@ public:
     QHash<QString, QByteArray> values;
     bool isLocked = false;
     bool isAbsent = false; ///< as without a keyring
+    bool isRefusing = false; ///< takes nothing new
     bool isHung = false; ///< questions wait until answerAll()
     int unlockRequests = 0;
 
@@ -27,6 +28,8 @@ public:
 
     /// Opens the store, does what is owed to it and says so.
     void open();
+    /// What happens to what is owed when the program ends.
+    void forgetOwed() { owed_.clear(); }
     /// Answers the questions that have waited, and any later one.
     void answerAll();
 

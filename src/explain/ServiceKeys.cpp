@@ -1,0 +1,224 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "explain/ServiceKeys.h"
+
+#include "platform/Clock.h"
+#include "platform/DefaultsStore.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+// Settings, both lists of origins.
+const QString keysName = u"serviceKeysFor"_s;
+const QString removalsName = u"serviceKeysToRemove"_s;
+
+/// How long a question waits for a keyring that does not answer.
+constexpr auto keyPatience = 5s;
+
+QString accountOf(const QString &origin)
+{
+    return u"serviceKey:"_s + origin;
+}
+
+} // namespace
+
+ServiceKeys::ServiceKeys(DefaultsStore &defaults, SecretItems &secrets, Clock &clock,
+                         QObject *parent)
+    : QObject(parent)
+    , defaults_(defaults)
+    , secrets_(secrets)
+    , clock_(clock)
+{
+    connect(&secrets_, &SecretItems::becameReadable, this, [this] {
+        removeOwed();
+        const QStringList origins = held_.keys();
+        for (const QString &origin : origins) {
+            if (held_.value(origin).place != Place::keyring) {
+                read(origin);
+            }
+        }
+    });
+    removeOwed();
+}
+
+bool ServiceKeys::has(const QString &origin) const
+{
+    return listed(keysName).contains(origin);
+}
+
+ServiceKeys::Place ServiceKeys::placeOf(const QString &origin) const
+{
+    return has(origin) ? held_.value(origin).place : Place::none;
+}
+
+ServiceKeys::Removal ServiceKeys::removalOf(const QString &origin) const
+{
+    return !listed(removalsName).contains(origin) ? Removal::done
+        : unremoved_.contains(origin)             ? Removal::owed
+                                                  : Removal::asked;
+}
+
+Result<QString, KeyError> ServiceKeys::keyFor(const QString &origin) const
+{
+    if (const QString key = held_.value(origin).key; !key.isEmpty()) {
+        return key;
+    }
+    switch (placeOf(origin)) {
+    case Place::awaited:
+        return KeyError{KeyError::Kind::late};
+    case Place::locked:
+        return KeyError{KeyError::Kind::locked};
+    case Place::unavailable:
+        return KeyError{KeyError::Kind::unavailable};
+    default:
+        return KeyError{KeyError::Kind::missing};
+    }
+}
+
+void ServiceKeys::enter(const QString &origin, const QString &key)
+{
+    setListed(removalsName, origin, false);
+    setListed(keysName, origin, true);
+    held_.insert(origin, {key, Place::storing});
+    secrets_.set(accountOf(origin), key.toUtf8());
+    secrets_.unlock();
+    read(origin); // tells what has become of it
+    answerAll(origin);
+    Q_EMIT changed();
+}
+
+void ServiceKeys::remove(const QString &origin)
+{
+    setListed(keysName, origin, false);
+    setListed(removalsName, origin, true);
+    held_.remove(origin);
+    unremoved_.remove(origin);
+    secrets_.remove(accountOf(origin));
+    secrets_.unlock();
+    checkRemoval(origin);
+    answerAll(origin);
+    Q_EMIT changed();
+}
+
+void ServiceKeys::look(const QString &origin)
+{
+    if (has(origin) && held_.value(origin).key.isEmpty()) {
+        read(origin);
+    }
+}
+
+void ServiceKeys::whenKnown(const QString &origin, QObject *context,
+                            std::function<void()> completion)
+{
+    if (has(origin) && !held_.contains(origin)) {
+        read(origin);
+    }
+    const auto waiter = std::make_shared<Waiter>(Waiter{origin, context, std::move(completion)});
+    waiters_.append(waiter);
+    if (placeOf(origin) == Place::awaited) {
+        clock_.after(keyPatience, this, [this, waiter] { answer(waiter); });
+    } else {
+        QMetaObject::invokeMethod(
+            this, [this, waiter] { answer(waiter); }, Qt::QueuedConnection);
+    }
+}
+
+QStringList ServiceKeys::listed(const QString &name) const
+{
+    return defaults_.value(name).toStringList();
+}
+
+void ServiceKeys::setListed(const QString &name, const QString &origin, bool isListed)
+{
+    QStringList origins = listed(name);
+    origins.removeAll(origin);
+    if (isListed) {
+        origins.append(origin);
+    }
+    defaults_.setValue(name, origins.isEmpty() ? QVariant() : QVariant(origins));
+}
+
+void ServiceKeys::ask(const QString &origin, const std::function<void(const SecretAnswer &)> &then)
+{
+    const int question = ++questions_[origin];
+    secrets_.get(accountOf(origin), this, [this, origin, question, then](const auto &answer) {
+        if (question == questions_.value(origin)) {
+            then(answer);
+        }
+    });
+}
+
+void ServiceKeys::read(const QString &origin)
+{
+    if (Held &held = held_[origin]; held.key.isEmpty()) {
+        held.place = Place::awaited;
+    }
+    ask(origin, [this, origin](const SecretAnswer &answer) { take(origin, answer); });
+}
+
+void ServiceKeys::take(const QString &origin, const SecretAnswer &answer)
+{
+    using Kind = SecretAnswer::Kind;
+    Held &held = held_[origin];
+    const bool isEntered = !held.key.isEmpty();
+    const QString found = QString::fromUtf8(answer.value).trimmed();
+    if (answer.kind == Kind::found && !found.isEmpty() && (!isEntered || held.key == found)) {
+        held = {found, Place::keyring};
+    } else if (answer.kind == Kind::locked) {
+        held.place = isEntered ? Place::owed : Place::locked;
+    } else if (answer.kind == Kind::unavailable) {
+        held.place = isEntered ? Place::unkept : Place::unavailable;
+    } else {
+        held.place = isEntered ? Place::refused : Place::missing;
+    }
+    answerAll(origin);
+    Q_EMIT changed();
+}
+
+void ServiceKeys::checkRemoval(const QString &origin)
+{
+    ask(origin, [this, origin](const SecretAnswer &answer) {
+        if (answer.kind == SecretAnswer::Kind::missing) {
+            unremoved_.remove(origin);
+            setListed(removalsName, origin, false);
+        } else {
+            unremoved_.insert(origin);
+        }
+        Q_EMIT changed();
+    });
+}
+
+void ServiceKeys::removeOwed()
+{
+    const QStringList origins = listed(removalsName);
+    for (const QString &origin : origins) {
+        secrets_.remove(accountOf(origin));
+        checkRemoval(origin);
+    }
+}
+
+void ServiceKeys::answer(const std::shared_ptr<Waiter> &waiter)
+{
+    if (waiters_.removeOne(waiter) && waiter->context) {
+        waiter->completion();
+    }
+}
+
+void ServiceKeys::answerAll(const QString &origin)
+{
+    const auto waiters = waiters_;
+    for (const auto &waiter : waiters) {
+        if (waiter->origin == origin) {
+            answer(waiter);
+        }
+    }
+}
+
+} // namespace vellumo
