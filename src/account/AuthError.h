@@ -22,8 +22,15 @@ struct AuthError {
     };
     Kind kind = Kind::server;
     QString message = {}; ///< of server: as it came, so that it may repeat what was sent
+    int status = 0; ///< of server: of HTTP
     HttpError::Kind network = HttpError::Kind::other; ///< of network
     friend bool operator==(const AuthError &, const AuthError &) = default;
+
+    /// Whether the session itself was refused, rather than this one request for a moment.
+    [[nodiscard]] bool endsSession() const
+    {
+        return kind == Kind::server && status >= 400 && status <= 499 && status != 429;
+    }
 };
 
 /// For the user, in the language of the moment.

@@ -67,7 +67,8 @@ std::optional<AuthError> errorOf(const Result<HttpResponse, HttpError> &answer)
     const QJsonValue message =
         QJsonDocument::fromJson(response.body)[u"error"_s].toObject().value(u"message"_s);
     return AuthError{.message = message.isString() ? message.toString()
-                                                   : u"HTTP %1"_s.arg(response.status)};
+                                                   : u"HTTP %1"_s.arg(response.status),
+                     .status = response.status};
 }
 
 double lifetimeOf(const QString &text)

@@ -44,6 +44,27 @@ bool isDuplicate(const QString &description)
                        [&lower](QLatin1StringView sign) { return lower.contains(sign); });
 }
 
+/// What it means for an operation that there is no token.
+DataConnectError::Kind kindOf(const AuthError &error)
+{
+    using Kind = DataConnectError::Kind;
+    switch (error.kind) {
+    case AuthError::Kind::network:
+        return Kind::unreachable;
+    case AuthError::Kind::notConfigured:
+        return Kind::notConfigured;
+    case AuthError::Kind::unreadable:
+        return Kind::unreadable;
+    case AuthError::Kind::server:
+        return error.endsSession() ? Kind::signedOut : Kind::refused;
+    case AuthError::Kind::noBrowser:
+    case AuthError::Kind::superseded:
+    case AuthError::Kind::unfinished:
+        return Kind::signedOut;
+    }
+    Q_UNREACHABLE();
+}
+
 /// Runs the action from the event loop, unless the context is gone by then.
 void soon(QObject *context, const std::function<void()> &action)
 {
@@ -104,9 +125,7 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
                             &session = with_.session](const auto &token) {
         if (!token.isOk()) {
             const QString why = summary(token.error());
-            const bool isAway = token.error().kind == AuthError::Kind::network;
-            completion(
-                Failure{isAway ? Kind::unreachable : Kind::signedOut, why, logExcerpt(why, sent)});
+            completion(Failure{kindOf(token.error()), why, logExcerpt(why, sent)});
         } else if (!token.value()) {
             const QString why = u"user authentication required"_s;
             completion(Failure{Kind::signedOut, why, why});

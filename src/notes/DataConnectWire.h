@@ -16,7 +16,7 @@ struct DataConnectError {
         notConfigured, ///< this installation knows no backend
         signedOut, ///< there is no session, or it is not accepted any more
         unreachable, ///< no answer came
-        refused, ///< the backend said no
+        refused, ///< the backend said no, or the token service for a moment
         unreadable, ///< an answer came that is not one
     };
     Kind kind = Kind::unreadable;

@@ -63,7 +63,8 @@ struct Desk {
     {
         auth->idToken(&context, [this](const auto &answer) {
             log.append(answer.isOk() ? answer.value().value_or(u"no token"_s)
-                                     : describe(answer.error(), texts));
+                                     : describe(answer.error(), texts)
+                               + (answer.error().endsSession() ? u", at an end"_s : QString()));
         });
         QCoreApplication::processEvents();
     }
@@ -223,9 +224,10 @@ void TestAuthService::tellsWhyThereIsNoToken()
         QString said;
     } cases[] = {
         {HttpResponse{400, {}, R"({"error":{"message":"TOKEN_EXPIRED : <b>"}})"},
-         u"TOKEN_EXPIRED : <b>"_s},
+         u"TOKEN_EXPIRED : <b>, at an end"_s},
+        {HttpResponse{429, {}, {}}, u"HTTP 429"_s},
         {HttpResponse{502, {}, "<html>"}, u"HTTP 502"_s},
-        {HttpResponse{403, {}, R"({"error":{"message":7}})"}, u"HTTP 403"_s},
+        {HttpResponse{403, {}, R"({"error":{"message":7}})"}, u"HTTP 403, at an end"_s},
         {HttpResponse{302, {}, tokens().body}, u"HTTP 302"_s},
         {HttpResponse{200, {}, "ok"}, unreadable},
         {HttpResponse{200, {}, R"({"id_token":"i","refresh_token":"r","expires_in":3600})"},

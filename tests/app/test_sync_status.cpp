@@ -66,6 +66,7 @@ class TestSyncStatus : public QObject {
 private Q_SLOTS:
     void tellsWhyAPullFailed_data();
     void tellsWhyAPullFailed();
+    void tellsWhyThereIsNoToken();
     void tellsWhyANoteStays();
     void pullsDuringAPullMakeOneMore();
     void tellsHowManyAreOnTheirWay();
@@ -103,6 +104,24 @@ void TestSyncStatus::tellsWhyAPullFailed()
     QVERIFY(home.serve(noneListed) && home.isQuiet());
     QCOMPARE(home.status.problem(), Problem::None);
     QVERIFY(home.status.lastFetched().isValid());
+}
+
+void TestSyncStatus::tellsWhyThereIsNoToken()
+{
+    using Kind = AuthError::Kind;
+    const std::pair<AuthError, Problem> cases[] = {
+        {{.kind = Kind::server, .status = 400}, Problem::SignedOut},
+        {{.kind = Kind::server, .status = 429}, Problem::Refused},
+        {{.kind = Kind::server, .status = 503}, Problem::Refused},
+        {{.kind = Kind::unreadable}, Problem::Unreadable},
+    };
+    for (const auto &[error, problem] : cases) {
+        Home home;
+        home.auth.token = error;
+        home.status.pull();
+        QVERIFY(home.isQuiet());
+        QCOMPARE(home.status.problem(), problem);
+    }
 }
 
 void TestSyncStatus::tellsWhyANoteStays()
