@@ -145,6 +145,9 @@ void SyncStatus::end()
 {
     --passes_;
     pending_.reset();
+    if (sending_ && pending() == 0) {
+        sending_.reset(); // it has worked, and says nothing about the next note
+    }
     Q_EMIT changed();
 }
 

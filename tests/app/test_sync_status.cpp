@@ -141,6 +141,9 @@ void TestSyncStatus::tellsWhyANoteStays()
     home.status.push();
     QVERIFY(home.serve(created) && home.isQuiet());
     QCOMPARE(home.status.pending(), 0);
+    home.store.add(makeNote(u"b"_s), page);
+    home.status.push(); // under way, with nothing against it
+    QCOMPARE(home.status.pending(), 1);
     QCOMPARE(home.status.problem(), Problem::None);
 
     Home elsewhere{QString()};
