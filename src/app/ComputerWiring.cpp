@@ -13,7 +13,7 @@ std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
     if (!desktop_) {
         desktop_ = std::make_unique<DesktopReport>(with_.desktop);
         login_ = std::make_unique<AutostartEntry>(AutostartEntry::standardFolders(),
-                                                  AutostartEntry::ownCommand());
+                                                  AutostartEntry::ownProgram());
     }
     Accessibility &accessibility = with_.desktop.platform.accessibility();
     auto model = std::make_unique<ComputerModel>(

@@ -72,8 +72,7 @@ QString ComputerModel::loginText() const
         return texts.pick(u"It is set for everyone on this computer."_s,
                           u"这台电脑为所有用户设置了启动。"_s);
     case LoginStart::State::switchedOff:
-        return texts.pick(u"It is set up, but turned off in the desktop's settings."_s,
-                          u"已设置,但在桌面设置里被关闭了。"_s);
+        return texts.pick(u"It is set up, but turned off."_s, u"已设置,但已关闭。"_s);
     case LoginStart::State::broken:
         return texts.pick(u"It is set up, but the program that it names is not there. Turn it on "
                           "again to mend it."_s,

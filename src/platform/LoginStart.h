@@ -15,7 +15,7 @@ public:
         off,
         on,
         onForAll, ///< the computer's owner has set it for every user
-        switchedOff, ///< set up, but turned off in the desktop's settings
+        switchedOff, ///< set up, but turned off, here or in the desktop's settings
         broken, ///< set up, but what it would start is not there
     };
 

@@ -7,7 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <algorithm>
@@ -32,6 +32,67 @@ Exec=%1
 Terminal=false
 StartupNotify=false
 )";
+
+/// Hides the entry that is set for all users.
+constexpr auto hidingEntry = "[Desktop Entry]\nType=Application\nName=vellumo\nHidden=true\n";
+
+/// What means something between double quotes, unless a backslash stands before it.
+constexpr QStringView escapedInQuotes = u"\\\"`$";
+
+/// The program as the first word of an Exec value.
+QString quoted(const QString &program)
+{
+    static const QRegularExpression plain(u"^[\\w.+-]+$"_s);
+    if (plain.match(program).hasMatch()) {
+        return program;
+    }
+    QString word(u'"');
+    for (const QChar c : program) {
+        if (escapedInQuotes.contains(c)) {
+            word += u'\\';
+        }
+        word += c;
+    }
+    // beyond the quotes: signs that stand for files, and the escapes of every value of an entry
+    word += u'"';
+    return word.replace(u'%', u"%%"_s).replace(u'\\', u"\\\\"_s);
+}
+
+/// The program that an Exec value begins with.
+QString unquoted(const QString &exec)
+{
+    QString value = exec;
+    value.replace(u"\\\\"_s, u"\\"_s);
+    QString program;
+    bool isInQuotes = false;
+    for (qsizetype i = 0; i < value.size() && (isInQuotes || !value[i].isSpace()); ++i) {
+        if (value[i] == u'"') {
+            isInQuotes = !isInQuotes;
+            continue;
+        }
+        if (value[i] == u'\\' && i + 1 < value.size() && escapedInQuotes.contains(value[i + 1])) {
+            ++i;
+        }
+        program += value[i];
+    }
+    return program.replace(u"%%"_s, u"%"_s);
+}
+
+QString command(const QString &program)
+{
+    return quoted(program) + u" --background"_s;
+}
+
+QString newText(const QString &program)
+{
+    return QString::fromUtf8(newEntry).arg(command(program));
+}
+
+/// Whether all of this was written here.
+bool isOwnText(const QString &text, const QString &program)
+{
+    return text == newText(program) || text.toUtf8() == hidingEntry;
+}
 
 /// The lines of a file, those of its main group told apart from what follows.
 struct Entry {
@@ -69,7 +130,12 @@ struct Entry {
         if (const qsizetype index = indexOf(key); index >= 0) {
             lines[index] = key + u'=' + value;
         } else {
-            lines.insert(end++, key + u'=' + value);
+            qsizetype last = end;
+            while (last > 0 && lines.at(last - 1).trimmed().isEmpty()) {
+                --last;
+            }
+            lines.insert(last, key + u'=' + value);
+            ++end;
         }
     }
     void remove(const QString &key)
@@ -79,13 +145,14 @@ struct Entry {
             --end;
         }
     }
+    [[nodiscard]] QString text() const { return lines.join(u'\n'); }
     [[nodiscard]] bool isDisabled() const
     {
         return value(hiddenKey) == "true"_L1 || value(gnomeKey) == "false"_L1;
     }
     [[nodiscard]] bool leadsSomewhere() const
     {
-        const QString program = QProcess::splitCommand(value(u"Exec"_s)).value(0);
+        const QString program = unquoted(value(u"Exec"_s));
         return !program.isEmpty() && !QStandardPaths::findExecutable(program).isEmpty();
     }
 };
@@ -122,18 +189,13 @@ QStringList AutostartEntry::standardFolders()
     return folders;
 }
 
-QString AutostartEntry::ownCommand()
+QString AutostartEntry::ownProgram()
 {
     const QString path = QCoreApplication::applicationFilePath();
     const QString named = QStandardPaths::findExecutable(u"vellumo"_s);
-    if (QFileInfo(named).canonicalFilePath() == QFileInfo(path).canonicalFilePath()) {
-        return u"vellumo"_s;
-    }
-    QString quoted = path;
-    for (const QChar special : u"\\\"`$"_s) {
-        quoted.replace(special, u'\\' + QString(special));
-    }
-    return u'"' + quoted.replace(u"%"_s, u"%%"_s) + u'"';
+    return QFileInfo(named).canonicalFilePath() == QFileInfo(path).canonicalFilePath()
+        ? u"vellumo"_s
+        : path;
 }
 
 QString AutostartEntry::userFile() const
@@ -162,25 +224,35 @@ LoginStart::State AutostartEntry::state() const
 
 bool AutostartEntry::setOn(bool isOn)
 {
-    const QString command = program_ + u" --background"_s;
-    bool isDone = false;
-    if (!isOn && isSetForAll()) {
-        isDone = write("[Desktop Entry]\nType=Application\nName=vellumo\nHidden=true\n");
-    } else if (!isOn) {
-        isDone = !QFileInfo::exists(userFile()) || QFile::remove(userFile());
-    } else if (QFileInfo::exists(userFile()) && Entry(userFile()).indexOf(u"Exec"_s) >= 0) {
-        Entry entry(userFile());
-        entry.remove(hiddenKey);
-        entry.remove(gnomeKey);
-        if (!entry.leadsSomewhere()) {
-            entry.set(u"Exec"_s, command);
-        }
-        isDone = write(entry.lines.join(u'\n').toUtf8());
-    } else {
-        isDone = write(QString::fromUtf8(newEntry).arg(command).toUtf8());
-    }
+    const bool isDone = isOn ? switchOn() : switchOff();
     Q_EMIT changed();
     return isDone;
+}
+
+bool AutostartEntry::switchOff()
+{
+    const bool isThere = QFileInfo::exists(userFile());
+    Entry entry(userFile());
+    const bool isOthers = isThere && !isOwnText(entry.text(), program_);
+    if (isOthers) {
+        entry.set(hiddenKey, u"true"_s);
+        return write(entry.text().toUtf8());
+    }
+    return isSetForAll() ? write(hidingEntry) : !isThere || QFile::remove(userFile());
+}
+
+bool AutostartEntry::switchOn()
+{
+    Entry entry(userFile());
+    if (entry.indexOf(u"Exec"_s) < 0) {
+        return write(newText(program_).toUtf8());
+    }
+    entry.remove(hiddenKey);
+    entry.remove(gnomeKey);
+    if (!entry.leadsSomewhere()) {
+        entry.set(u"Exec"_s, command(program_));
+    }
+    return write(entry.text().toUtf8());
 }
 
 bool AutostartEntry::write(const QByteArray &entry)

@@ -14,14 +14,14 @@ class AutostartEntry final : public LoginStart {
     Q_OBJECT
 
 public:
-    /// `folders` are the "autostart" folders, the user's own first; `program` is what is to be
-    /// started. What others wrote into the user's entry stays there.
+    /// `folders` are the "autostart" folders, the user's own first; `program` is the name or the
+    /// path of what is to be started. What others wrote into the user's entry stays there.
     AutostartEntry(QStringList folders, QString program, QObject *parent = nullptr);
 
     /// Those of XDG_CONFIG_HOME and XDG_CONFIG_DIRS.
     [[nodiscard]] static QStringList standardFolders();
-    /// This program as a command: by its name if that leads here, else by its path.
-    [[nodiscard]] static QString ownCommand();
+    /// This program: its name if that leads here, else its path.
+    [[nodiscard]] static QString ownProgram();
 
     [[nodiscard]] State state() const override;
     [[nodiscard]] bool setOn(bool isOn) override;
@@ -29,6 +29,8 @@ public:
 private:
     [[nodiscard]] QString userFile() const;
     [[nodiscard]] bool isSetForAll() const;
+    [[nodiscard]] bool switchOff();
+    [[nodiscard]] bool switchOn();
     [[nodiscard]] bool write(const QByteArray &entry);
 
     QStringList folders_;

@@ -25,6 +25,12 @@ void write(const QString &folder, const QByteArray &entry)
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(entry) == entry.size());
 }
 
+QByteArray read(const QString &folder)
+{
+    QFile file(folder + entryName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 } // namespace
 
 class TestAutostart : public QObject {
@@ -33,6 +39,7 @@ class TestAutostart : public QObject {
 private Q_SLOTS:
     void readsAndWrites_data();
     void readsAndWrites();
+    void startsAnyProgram();
     void seesChangesFromOutside();
 };
 
@@ -46,15 +53,20 @@ void TestAutostart::readsAndWrites_data()
         "[Desktop Entry]\nType=Application\nName=mine\nExec=true --background\n";
     const QByteArray none;
     QTest::newRow("nothing") << none << none << State::off << State::off;
-    QTest::newRow("own") << good << none << State::on << State::off;
-    QTest::newRow("hidden") << good + "Hidden=true\n" << none << State::switchedOff << State::off;
+    QTest::newRow("own") << good << none << State::on << State::switchedOff;
+    QTest::newRow("with a variable")
+        << QByteArray("[Desktop Entry]\nName=mine\nExec=env \"A=$B\" x --background\n\n") << none
+        << State::on << State::switchedOff;
+    QTest::newRow("own and for all") << good << good << State::on << State::switchedOff;
+    QTest::newRow("hidden") << good + "Hidden=true\n"
+                            << none << State::switchedOff << State::switchedOff;
     QTest::newRow("switched off by the desktop")
         << good + "X-GNOME-Autostart-enabled=false\n[Desktop Action x]\nHidden=true\n"
-        << none << State::switchedOff << State::off;
+        << none << State::switchedOff << State::switchedOff;
     QTest::newRow("of another group") << good + "\n[Desktop Action x]\nHidden=true\n"
-                                      << none << State::on << State::off;
+                                      << none << State::on << State::switchedOff;
     QTest::newRow("gone") << QByteArray("[Desktop Entry]\nType=Application\nExec=/no/such thing\n")
-                          << none << State::broken << State::off;
+                          << none << State::broken << State::switchedOff;
     QTest::newRow("for all") << none << good << State::onForAll << State::switchedOff;
     QTest::newRow("for all, hidden here") << QByteArray("[Desktop Entry]\nHidden=true\n") << good
                                           << State::switchedOff << State::switchedOff;
@@ -78,14 +90,26 @@ void TestAutostart::readsAndWrites()
     QCOMPARE(entry.state(), state);
     QVERIFY(entry.setOn(true));
     QCOMPARE(entry.state(), State::on);
-    QFile file(folders[0] + entryName);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray written = file.readAll();
+    const QByteArray written = read(folders[0]);
     QVERIFY(written.startsWith("[Desktop Entry]\n") && written.contains("\nExec="));
     QVERIFY(written.contains(" --background\n"));
     QCOMPARE(written.contains("Name=mine"), own.contains("Name=mine")); // what others wrote stays
     QVERIFY(entry.setOn(false));
     QCOMPARE(entry.state(), off);
+    QVERIFY(entry.setOn(true));
+    QCOMPARE(read(folders[0]), written);
+}
+
+void TestAutostart::startsAnyProgram()
+{
+    const QTemporaryDir folder;
+    const QString program = folder.filePath(u"a $b%f\\c\"d`e"_s);
+    AutostartEntry entry({folder.path()}, program);
+    QVERIFY(QFile::link(u"/bin/true"_s, program) && entry.setOn(true));
+    QVERIFY(read(folder.path()).contains(R"(/a \\$b%%f\\\\c\\"d\\`e" --background)"));
+    QCOMPARE(entry.state(), State::on);
+    QVERIFY(QFile::remove(program));
+    QCOMPARE(entry.state(), State::broken);
 }
 
 void TestAutostart::seesChangesFromOutside()
