@@ -8,7 +8,8 @@
 #include <QString>
 
 /// A document to read, its notes below the day on which they were made; see docs/export.md.
-/// Whatever a note says stays text: nothing in it becomes markup.
+/// Whatever a note says stays text: nothing in it is read as markup, save a bare address, which
+/// some readers show as a link.
 namespace vellumo::MarkdownNotes {
 
 [[nodiscard]] QByteArray head(qsizetype count, QDate today, bool english);
