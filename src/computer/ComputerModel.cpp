@@ -6,23 +6,12 @@
 #include "computer/FailureText.h"
 #include "explain/ForwardingExplainer.h"
 #include "platform/Clock.h"
+#include "platform/ReferenceDate.h"
 #include "ui/BilingualText.h"
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
-
-namespace {
-
-constexpr qint64 referenceDate = 978'307'200; ///< 2001-01-01 in seconds since 1970
-
-QDateTime localTime(double secondsSinceReferenceDate)
-{
-    return QDateTime::fromSecsSinceEpoch(referenceDate
-                                         + static_cast<qint64>(secondsSinceReferenceDate));
-}
-
-} // namespace
 
 ComputerModel::ComputerModel(const Collaborators &collaborators, QObject *parent)
     : QObject(parent)

@@ -4,17 +4,12 @@
 
 #include <QLocale>
 #include <QTimeZone>
-#include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo::NoteDates {
 
 namespace {
-
-constexpr double referenceEpoch = 978307200; // in seconds since 1970
-constexpr double furthest = 253402300799.0 - referenceEpoch; // the end of the year 9999
 
 QString englishText(QDate date, const QString &format)
 {
@@ -48,16 +43,6 @@ QString recentDay(QDate date, QDate today, bool english)
 }
 
 } // namespace
-
-QDateTime localTime(double secondsSinceReferenceDate)
-{
-    // what a damaged file or a server says may be any number
-    const double seconds = std::isfinite(secondsSinceReferenceDate)
-        ? std::clamp(secondsSinceReferenceDate, -furthest, furthest)
-        : 0;
-    return QDateTime::fromMSecsSinceEpoch(
-        static_cast<qint64>(std::floor((seconds + referenceEpoch) * 1000)));
-}
 
 QString day(QDate date, QDate today, bool english)
 {
@@ -110,7 +95,7 @@ QString monthAndYear(QDate date, bool english)
 
 double startOf(QDate date)
 {
-    return static_cast<double>(date.startOfDay().toMSecsSinceEpoch()) / 1000 - referenceEpoch;
+    return static_cast<double>(date.startOfDay().toMSecsSinceEpoch()) / 1000 - referenceDate;
 }
 
 } // namespace vellumo::NoteDates

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDateTime>
+#include "platform/ReferenceDate.h"
 #include <QString>
 
 /// Days and times of notes in words, in the user's time zone. All are short and plain.
 namespace vellumo::NoteDates {
 
-[[nodiscard]] QDateTime localTime(double secondsSinceReferenceDate);
+using vellumo::localTime;
 
 /// "Today", "Yesterday", "Friday, 20 November", with the year when it is another one.
 [[nodiscard]] QString day(QDate date, QDate today, bool english);

@@ -5,9 +5,8 @@
 
 #include "platform/Clock.h"
 #include "platform/Diagnostics.h"
+#include "platform/ReferenceDate.h"
 #include "platform/Workspace.h"
-
-#include <QDateTime>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -17,14 +16,6 @@ namespace vellumo {
 namespace {
 
 using Failure = UpdateWindow::Failure;
-
-QDate dateOf(double secondsSinceReferenceDate)
-{
-    constexpr qint64 referenceDate = 978307200; // since 1970
-    return QDateTime::fromSecsSinceEpoch(
-               referenceDate + static_cast<qint64>(secondsSinceReferenceDate), Qt::UTC)
-        .date();
-}
 
 Failure failureOf(HttpError::Kind kind)
 {
@@ -131,8 +122,9 @@ void UpdateController::take(const Result<HttpResponse, HttpError> &answer)
     } else if (answer.value().status != ok) {
         fail(Failure::Refused, u"status %1"_s.arg(answer.value().status));
     } else {
-        take(UpdateFeed::fromSigned(answer.value().body, source_.key, signatures_,
-                                    dateOf(with_.clock.secondsSinceReferenceDate())));
+        take(UpdateFeed::fromSigned(
+            answer.value().body, source_.key, signatures_,
+            localTime(with_.clock.secondsSinceReferenceDate()).toUTC().date()));
     }
 }
 
