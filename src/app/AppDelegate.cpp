@@ -330,12 +330,13 @@ void AppDelegate::wirePermission()
 void AppDelegate::createMainWindow()
 {
     Foundation &with = *foundation_;
-    computer_ = std::make_unique<ComputerWiring>(ComputerWiring::Foundation{
-        {with.platform, statusItem_->hosts(), with.windows.compositor(), with.clock},
-        *permissionManager_,
-        *serviceSetup_,
-        *aiService_,
-        with.texts});
+    computer_ = std::make_unique<ComputerWiring>(
+        ComputerWiring::Foundation{{with.platform, statusItem_->hosts(), with.windows.compositor()},
+                                   *permissionManager_,
+                                   *serviceSetup_,
+                                   *aiService_,
+                                   with.clock,
+                                   with.texts});
     mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Foundation{
         with.engine,
         {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,

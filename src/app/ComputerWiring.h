@@ -9,6 +9,7 @@
 
 namespace vellumo {
 
+class Clock;
 class PermissionManager;
 
 /// The page of this computer among the rest of the program. Nothing of it exists before it is
@@ -21,6 +22,7 @@ public:
         PermissionManager &permission;
         ServiceSetup &service;
         const ForwardingExplainer &explainer;
+        Clock &clock;
         const BilingualText &texts;
     };
 

@@ -6,7 +6,6 @@
 #include "app/LinuxPlatform.h"
 #include "app/WindowSystem.h"
 #include "capture/BrowserContextResolver.h"
-#include "platform/Clock.h"
 #include "platform/dbus/TrayHosts.h"
 #include "platform/x11/DesktopEntries.h"
 
@@ -16,7 +15,6 @@
 #include <array>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace vellumo {
 
@@ -24,9 +22,6 @@ namespace {
 
 /// What the keyring is asked for to learn how it is; there never is such an item.
 const QString noItem = u"nothing"_s;
-
-/// The accessibility bus is opened after the permission has come.
-constexpr auto openingTime = 1s;
 
 /// Browsers of the other families build the tree that holds the address only when they are told to.
 bool tellsAddress(const QString &id)
@@ -47,10 +42,10 @@ DesktopReport::DesktopReport(const Sources &sources)
     connect(&with_.compositor, &CompositorWatch::changed, this, &DesktopReport::changed);
     connect(&with_.platform.secrets(), &SecretItems::becameReadable, this,
             &DesktopReport::askKeyring);
-    connect(&with_.platform.accessibility(), &Accessibility::trustChanged, this, [this] {
-        Q_EMIT changed();
-        with_.clock.after(openingTime, this, [this] { Q_EMIT changed(); });
-    });
+    connect(&with_.platform.accessibility(), &Accessibility::trustChanged, this,
+            &DesktopReport::changed);
+    connect(&with_.platform.accessibility(), &Accessibility::connectionChanged, this,
+            &DesktopReport::changed);
 }
 
 bool DesktopReport::hasTray() const
@@ -65,7 +60,12 @@ bool DesktopReport::blendsWindows() const
 
 bool DesktopReport::hearsApplications() const
 {
-    return with_.platform.hearsApplications();
+    return with_.platform.accessibility().isConnected();
+}
+
+bool DesktopReport::isConnecting() const
+{
+    return with_.platform.accessibility().isConnecting();
 }
 
 void DesktopReport::refresh()

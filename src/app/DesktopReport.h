@@ -7,7 +7,6 @@
 
 namespace vellumo {
 
-class Clock;
 class LinuxPlatform;
 class TrayHosts;
 
@@ -21,7 +20,6 @@ public:
         LinuxPlatform &platform;
         const TrayHosts &tray;
         const CompositorWatch &compositor;
-        Clock &clock;
     };
 
     explicit DesktopReport(const Sources &sources);
@@ -30,6 +28,7 @@ public:
     [[nodiscard]] bool hasTray() const override;
     [[nodiscard]] bool blendsWindows() const override;
     [[nodiscard]] bool hearsApplications() const override;
+    [[nodiscard]] bool isConnecting() const override;
     [[nodiscard]] Keyring keyring() const override { return keyring_; }
     [[nodiscard]] QStringList browsers() const override { return browsers_; }
     [[nodiscard]] QStringList shyBrowsers() const override { return shyBrowsers_; }

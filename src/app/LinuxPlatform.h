@@ -25,8 +25,6 @@ public:
     [[nodiscard]] PrimarySelection *primarySelection() { return &x11_.primarySelection(); }
     [[nodiscard]] KeyPosting &keys() { return x11_.keyPosting(); }
     [[nodiscard]] Accessibility &accessibility() { return accessibility_; }
-    /// Whether other applications can be asked; a moment after the permission has come.
-    [[nodiscard]] bool hearsApplications() { return accessibility_.isConnected(); }
     [[nodiscard]] DesktopAppearance &appearance() { return appearance_; }
     [[nodiscard]] SecretItems &secrets() { return secrets_; }
     [[nodiscard]] SessionBus &sessionBus() { return accessibility_.sessionBus(); }

@@ -17,6 +17,7 @@ class DesktopReporting : public QObject {
     Q_PROPERTY(bool hasTray READ hasTray NOTIFY changed)
     Q_PROPERTY(bool blendsWindows READ blendsWindows NOTIFY changed)
     Q_PROPERTY(bool hearsApplications READ hearsApplications NOTIFY changed)
+    Q_PROPERTY(bool isConnecting READ isConnecting NOTIFY changed)
     Q_PROPERTY(Keyring keyring READ keyring NOTIFY changed)
     Q_PROPERTY(QStringList browsers READ browsers NOTIFY changed)
     Q_PROPERTY(QStringList shyBrowsers READ shyBrowsers NOTIFY changed)
@@ -34,6 +35,8 @@ public:
     [[nodiscard]] virtual bool blendsWindows() const = 0;
     /// The accessibility bus is open; it is not while the user has not allowed it.
     [[nodiscard]] virtual bool hearsApplications() const = 0;
+    /// It is being opened, and nothing has gone wrong so far.
+    [[nodiscard]] virtual bool isConnecting() const = 0;
     [[nodiscard]] virtual Keyring keyring() const = 0;
     /// Names of the installed browsers that tell the address of a page.
     [[nodiscard]] virtual QStringList browsers() const = 0;

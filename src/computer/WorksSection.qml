@@ -24,7 +24,8 @@ SectionCard {
 
         width: parent ? parent.width : 0
         status: fact.good ? StatusLine.Good : StatusLine.Limited
-        stateName: fact.good ? (fact.english ? "works" : "可用")
+        stateName: fact.status === StatusLine.Neutral ? (fact.english ? "not known yet" : "尚不清楚")
+                 : fact.good ? (fact.english ? "works" : "可用")
                              : (fact.english ? "limited" : "受限")
     }
 
@@ -42,12 +43,16 @@ SectionCard {
         english: section.english
         objectName: "accessibility"
         good: section.desktop.hearsApplications
+        status: good ? StatusLine.Good
+              : section.desktop.isConnecting ? StatusLine.Neutral : StatusLine.Limited
         title: section.english ? "Accessibility service" : "辅助功能服务"
         text: good
             ? (section.english ? "Applications tell what is selected in them. Those that do not are asked for what they publish when you select."
                                : "应用会告知其中选中了什么。不支持的应用,则读取它们在选中时公开的内容。")
             : !section.computer.isTrusted
                 ? (section.english ? "Waits for your permission above." : "等待上面的权限。")
+            : section.desktop.isConnecting
+                ? (section.english ? "Connecting…" : "正在连接…")
                 : (section.english ? "It does not answer. Log in again, or look whether at-spi2-core is installed."
                                    : "没有回应。请重新登录,或检查是否安装了 at-spi2-core。")
     }

@@ -63,6 +63,13 @@ public:
     /// Looks the trust up afresh without blocking; a difference arrives as trustChanged().
     virtual void refreshTrust() = 0;
 
+    /// Whether other applications can be asked at this moment.
+    [[nodiscard]] virtual bool isConnected() const { return isProcessTrusted(); }
+
+    /// Whether the way to them is being opened, and has not failed since it was last open or
+    /// wanted.
+    [[nodiscard]] virtual bool isConnecting() const { return false; }
+
     /// Asks an application that builds its accessibility tree lazily to build it now. Has no
     /// effect where there is no such request.
     virtual void requestManualAccessibility(qint64 processIdentifier)
@@ -96,6 +103,9 @@ Q_SIGNALS:
     /// The trust may have changed; ask isProcessTrusted(). Also emitted when the user allows what
     /// was already possible.
     void trustChanged();
+
+    /// isConnected() or isConnecting() may answer something else now.
+    void connectionChanged();
 };
 
 } // namespace vellumo

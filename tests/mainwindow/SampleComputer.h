@@ -21,6 +21,7 @@ public:
     [[nodiscard]] bool hasTray() const override { return !isPoor; }
     [[nodiscard]] bool blendsWindows() const override { return !isPoor; }
     [[nodiscard]] bool hearsApplications() const override { return !isPoor; }
+    [[nodiscard]] bool isConnecting() const override { return false; }
     [[nodiscard]] Keyring keyring() const override { return state; }
     [[nodiscard]] QStringList browsers() const override
     {

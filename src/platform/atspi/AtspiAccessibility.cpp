@@ -43,6 +43,9 @@ AtspiAccessibility::AtspiAccessibility(DefaultsStore &defaults, ConsentPrompting
     connect(&trust_, &AtspiTrust::changed, this, &AtspiAccessibility::onTrustChanged);
     connect(&bus_, &AtspiBus::opened, &focusEvents_, &FocusEvents::listenOn);
     connect(&bus_, &AtspiBus::closed, this, &AtspiAccessibility::forgetApplications);
+    connect(&bus_, &AtspiBus::opened, this, &AtspiAccessibility::connectionChanged);
+    connect(&bus_, &AtspiBus::closed, this, &AtspiAccessibility::connectionChanged);
+    connect(&bus_, &AtspiBus::failed, this, &AtspiAccessibility::connectionChanged);
     bus_.setWanted(trust_.isTrusted());
 }
 
@@ -168,11 +171,6 @@ std::optional<QString> AtspiAccessibility::pageAddress(qint64 processIdentifier,
             const auto frame = applications_.activeFrame(processIdentifier, service, *question);
             return frame ? pageAddressIn(*frame, *question) : std::nullopt;
         });
-}
-
-bool AtspiAccessibility::isConnected()
-{
-    return bus_.connection().has_value();
 }
 
 std::optional<AtspiQuestion> AtspiAccessibility::questionTo(qint64 processIdentifier,

@@ -35,6 +35,10 @@ public:
 
     void withdrawConsent() override;
 
+    /// The accessibility bus opens a moment after the trust has come.
+    [[nodiscard]] bool isConnected() const override { return bus_.isOpen(); }
+    [[nodiscard]] bool isConnecting() const override { return bus_.isOpening(); }
+
     [[nodiscard]] std::optional<AccessibleElement> focusedElement(qint64 processIdentifier,
                                                                   QDeadlineTimer deadline) override;
     [[nodiscard]] SelectedText selectedText(const AccessibleElement &element,
@@ -50,9 +54,6 @@ public:
 
     /// The session bus, opened in the background, for whoever else needs it.
     [[nodiscard]] SessionBus &sessionBus() { return session_; }
-
-    /// Whether the accessibility bus is open; it opens a moment after the trust has come.
-    [[nodiscard]] bool isConnected();
 
 private:
     [[nodiscard]] std::optional<AtspiQuestion> questionTo(qint64 processIdentifier,

@@ -9,6 +9,7 @@
 #include <QDBusPendingReply>
 #include <algorithm>
 #include <atomic>
+#include <utility>
 
 namespace vellumo {
 namespace {
@@ -45,6 +46,7 @@ AtspiBus::~AtspiBus()
 void AtspiBus::setWanted(bool wanted)
 {
     wanted_ = wanted;
+    hasFailed_ = hasFailed_ && wanted;
     if (wanted) {
         find();
     } else {
@@ -78,7 +80,7 @@ void AtspiBus::find()
                 const QDBusPendingReply<QString> reply = *finished;
                 if (reply.isError() || reply.value().isEmpty()) {
                     opening_ = false;
-                    retryLater();
+                    fail();
                 } else {
                     open(reply.value());
                 }
@@ -102,7 +104,7 @@ void AtspiBus::open(const QString &address)
             } else {
                 result->reset();
                 QDBusConnection::disconnectFromBus(opened);
-                retryLater();
+                fail();
             }
         });
 }
@@ -111,6 +113,7 @@ void AtspiBus::adopt(const QDBusConnection &bus)
 {
     bus_ = bus;
     retryDelayMs_ = firstRetryMs;
+    hasFailed_ = false;
     // The client library's own signal for the end of a connection.
     bus_->connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                   QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
@@ -131,6 +134,14 @@ void AtspiBus::close()
         bus_.reset();
         QDBusConnection::disconnectFromBus(name);
         Q_EMIT closed();
+    }
+}
+
+void AtspiBus::fail()
+{
+    retryLater();
+    if (wanted_ && !std::exchange(hasFailed_, true)) {
+        Q_EMIT failed();
     }
 }
 

@@ -30,10 +30,15 @@ public:
 
     /// The bus if it is open at this moment.
     [[nodiscard]] std::optional<QDBusConnection> connection();
+    [[nodiscard]] bool isOpen() const { return bus_ && bus_->isConnected(); }
+    /// Whether it is wanted and not open, and no attempt has failed since it last was or became so.
+    [[nodiscard]] bool isOpening() const { return wanted_ && !bus_ && !hasFailed_; }
 
 Q_SIGNALS:
     void opened(const QDBusConnection &bus);
     void closed();
+    /// The first attempt in a row did not succeed; others follow.
+    void failed();
 
 private Q_SLOTS:
     void onDisconnected();
@@ -43,6 +48,7 @@ private:
     void open(const QString &address);
     void adopt(const QDBusConnection &bus);
     void close();
+    void fail();
     void retryLater();
 
     SessionBus &session_;
@@ -51,6 +57,7 @@ private:
     int retryDelayMs_;
     bool wanted_ = false;
     bool opening_ = false;
+    bool hasFailed_ = false; ///< since it was last open or not wanted
 };
 
 } // namespace vellumo

@@ -57,6 +57,7 @@ void TestAtspiTrust::firstUseAsks()
         turn(wasOn);
         const Reader reader(false);
         QSignalSpy changes(reader.accessibility.get(), &Accessibility::trustChanged);
+        const QSignalSpy connections(reader.accessibility.get(), &Accessibility::connectionChanged);
         QVERIFY(!reader.accessibility->isProcessTrustedWithPrompt());
         QCOMPARE(reader.prompt.timesAsked, 1);
         reader.accessibility->refreshTrust();
@@ -66,7 +67,9 @@ void TestAtspiTrust::firstUseAsks()
         QVERIFY(isOn());
         QVERIFY(!isOn(QStringLiteral("ScreenReaderEnabled")));
         QVERIFY(reader.defaults.value(QStringLiteral("accessibilityConsent")).toBool());
+        QCOMPARE(reader.accessibility->isConnecting(), !reader.accessibility->isConnected());
         QVERIFY(reader.connect());
+        QVERIFY(!connections.isEmpty() && !reader.accessibility->isConnecting());
     }
 }
 
