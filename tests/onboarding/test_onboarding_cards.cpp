@@ -114,11 +114,12 @@ void TestOnboardingCards::fitsLargeText()
         static_cast<void>(window->grabWindow()); // puts everything in its place
         QVERIFY2(cutButtons(window->contentItem()).isEmpty(), qPrintable(name));
         // what the card asks to look at is there without scrolling
-        for (const auto &test : {u"gesture"_s, u"select"_s}) {
-            const QQuickItem *hint = size.isValid() ? desk.item(test + u"HintLabel"_s) : nullptr;
-            QVERIFY(hint == nullptr
-                    || hint->mapToScene({0, hint->height()}).y()
-                        <= desk.item(test + u"ContinueButton"_s)->mapToScene({}).y());
+        const QString test = name == "keytest"_L1 ? u"gesture"_s : name;
+        if (size.isValid() && (name == "keytest"_L1 || name == "select"_L1)) {
+            const QQuickItem *hint = desk.item(test + u"HintLabel"_s);
+            QVERIFY(hint);
+            QVERIFY(hint->mapToScene({0, hint->height()}).y()
+                    <= desk.item(test + u"ContinueButton"_s)->mapToScene({}).y());
         }
     }
 }
