@@ -267,6 +267,12 @@ QList<View> views()
         {u"computer-service"_s, withService, toService, usual},
         {u"computer-wrong"_s, plain, wrong, usual},
         {u"computer-refused"_s, withService, refused, usual},
+        {u"computer-remove"_s, withService,
+         [toService](WindowDesk &g) {
+             toService(g);
+             g.click("forgetKey");
+         },
+         usual},
         {u"computer-poor"_s, poor, toComputer, usual},
         {u"computer-poor-service"_s, poor, toService, usual},
         {u"computer-end"_s, signedIn,
