@@ -3,12 +3,9 @@
 #include "platform/dbus/SecretServiceItems.h"
 
 #include "platform/dbus/ApplicationName.h"
-#include "platform/dbus/SecretServiceWire.h"
 #include "platform/dbus/SessionBus.h"
 
 #include <QDBusArgument>
-#include <QDBusPendingCallWatcher>
-#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <algorithm>
 #include <utility>
@@ -19,18 +16,17 @@ namespace vellumo {
 
 using namespace secretservice;
 
-namespace {
-
-// A keyring that has just been started by the call may have to read its files first.
-constexpr int timeoutMs = 25'000;
-
-} // namespace
-
 SecretServiceItems::SecretServiceItems(SessionBus &bus, QObject *parent)
     : SecretItems(parent)
     , bus_(bus)
+    , watch_(bus)
+    , prompts_(bus)
 {
     registerTypes();
+    connect(&watch_, &SecretServiceWatch::ownerChanged, this, &SecretServiceItems::onOwnerChanged);
+    connect(&watch_, &SecretServiceWatch::collectionsChanged, this,
+            &SecretServiceItems::onCollectionsChanged);
+    connect(&prompts_, &SecretServicePrompts::agreed, this, &SecretServiceItems::becameReadable);
     connect(&bus_, &SessionBus::opened, this, &SecretServiceItems::next);
 }
 
@@ -72,7 +68,7 @@ void SecretServiceItems::next()
         finish();
         return;
     }
-    watchService();
+    watch_.begin();
     if (session_.isEmpty()) {
         openSession();
         return;
@@ -143,7 +139,7 @@ void SecretServiceItems::read()
                                    : SecretAnswer());
                  });
         } else if (!locked.isEmpty()) {
-            watchCollection(locked.constFirst().section(u'/', 0, -2));
+            watch_.watchCollection(locked.constFirst().section(u'/', 0, -2));
             finish({SecretAnswer::Kind::locked});
         } else {
             // A closed keyring may hide what it has.
@@ -170,7 +166,7 @@ void SecretServiceItems::write()
 void SecretServiceItems::createItem()
 {
     const Operation &operation = operations_.constFirst();
-    dismissQuestions(operation.account);
+    prompts_.dismiss(operation.account);
     const QVariantMap properties{
         {u"org.freedesktop.Secret.Item.Label"_s, u"vellumo: "_s + operation.account},
         {u"org.freedesktop.Secret.Item.Attributes"_s, attributes()}};
@@ -182,7 +178,7 @@ void SecretServiceItems::createItem()
              const bool isStored = answer && !pathIn(answer->at(0)).isEmpty();
              const QString question = answer && !isStored ? pathIn(answer->at(1)) : QString();
              if (!question.isEmpty()) {
-                 questions_.append({account, question});
+                 prompts_.add(account, question);
                  finish({SecretAnswer::Kind::missing}); // it is up to the user now
              } else {
                  finish({isStored ? SecretAnswer::Kind::found : SecretAnswer::Kind::locked});
@@ -192,14 +188,14 @@ void SecretServiceItems::createItem()
 
 void SecretServiceItems::removeAll()
 {
-    dismissQuestions(operations_.constFirst().account);
+    prompts_.dismiss(operations_.constFirst().account);
     search([this](const QStringList &open, const QStringList &locked) {
         for (const QString &item : open) {
             call(item, itemInterface, "Delete", {}, "o",
                  [this, account = operations_.constFirst().account](const auto *answer) {
                      if (const QString path = answer ? pathIn(answer->at(0)) : QString();
                          !path.isEmpty()) {
-                         questions_.append({account, path});
+                         prompts_.add(account, path);
                      }
                  });
         }
@@ -212,12 +208,12 @@ void SecretServiceItems::removeAll()
 
 void SecretServiceItems::askToUnlock()
 {
-    askQuestions();
+    prompts_.askAll();
     askWhetherLocked([this](std::optional<bool> isLocked) {
         const bool isWriteOwed =
             std::any_of(owed_.cbegin(), owed_.cend(), [](const auto &value) { return value; });
         const auto ask = [this](const Arguments *answer) {
-            prompt(answer ? pathIn(answer->at(1)) : QString());
+            prompts_.ask(answer ? pathIn(answer->at(1)) : QString());
         };
         // What comes of it arrives as a signal, whenever the user has answered.
         if (!isLocked && isWriteOwed) {
@@ -231,44 +227,6 @@ void SecretServiceItems::askToUnlock()
         }
         finish({SecretAnswer::Kind::missing});
     });
-}
-
-void SecretServiceItems::prompt(const QString &path)
-{
-    if (!path.isEmpty()) {
-        call(path, promptInterface, "Prompt", {QString()}, "", [](const auto *) {});
-    }
-}
-
-void SecretServiceItems::askQuestions()
-{
-    const auto questions = std::exchange(questions_, {});
-    for (const Question &question : questions) {
-        bus_.connection()->connect(QString(), question.path, QString::fromLatin1(promptInterface),
-                                   u"Completed"_s, this, SLOT(onAnswered(QDBusMessage)));
-        prompt(question.path);
-    }
-}
-
-void SecretServiceItems::dismissQuestions(const QString &account)
-{
-    questions_.removeIf([&](const Question &question) {
-        const bool isOutdated = question.account == account;
-        if (isOutdated) {
-            call(question.path, promptInterface, "Dismiss", {}, "", [](const auto *) {});
-        }
-        return isOutdated;
-    });
-}
-
-void SecretServiceItems::onAnswered(const QDBusMessage &message)
-{
-    bus_.connection()->disconnect(QString(), message.path(), QString::fromLatin1(promptInterface),
-                                  u"Completed"_s, this, SLOT(onAnswered(QDBusMessage)));
-    const bool isDismissed = message.signature() != "bv"_L1 || message.arguments().at(0).toBool();
-    if (!isDismissed) {
-        Q_EMIT becameReadable();
-    }
 }
 
 void SecretServiceItems::search(
@@ -304,7 +262,7 @@ void SecretServiceItems::askWhetherLocked(const std::function<void(std::optional
                  const bool isLocked =
                      answer->at(0).template value<QDBusVariant>().variant().toBool();
                  if (isLocked) {
-                     watchCollection(collection_);
+                     watch_.watchCollection(collection_);
                  }
                  then(isLocked);
              });
@@ -312,56 +270,11 @@ void SecretServiceItems::askWhetherLocked(const std::function<void(std::optional
     call(servicePath, serviceInterface, "ReadAlias", {u"default"_s}, "o", ask);
 }
 
-void SecretServiceItems::watchService()
-{
-    if (std::exchange(isWatching_, true)) {
-        return;
-    }
-    QDBusConnection bus = *bus_.connection();
-    // An empty service: naming one would make QtDBus look its owner up in a blocking call.
-    for (const QString &signal : {u"CollectionCreated"_s, u"CollectionChanged"_s}) {
-        bus.connect(QString(), servicePath, QString::fromLatin1(serviceInterface), signal, this,
-                    SLOT(onCollectionsChanged()));
-    }
-    auto *owners =
-        new QDBusServiceWatcher(serviceName, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(
-        owners, &QDBusServiceWatcher::serviceOwnerChanged, this,
-        [this](const QString &, const QString &, const QString &owner) { onOwnerChanged(owner); });
-}
-
-void SecretServiceItems::watchCollection(const QString &path)
-{
-    if (path == watchedCollection_) {
-        return;
-    }
-    QDBusConnection bus = *bus_.connection();
-    const auto properties = QString::fromLatin1(propertiesInterface);
-    const QString signal = u"PropertiesChanged"_s;
-    if (!watchedCollection_.isEmpty()) {
-        bus.disconnect(QString(), watchedCollection_, properties, signal, this,
-                       SLOT(onPropertiesChanged(QDBusMessage)));
-    }
-    watchedCollection_ = path;
-    bus.connect(QString(), path, properties, signal, this, SLOT(onPropertiesChanged(QDBusMessage)));
-}
-
-void SecretServiceItems::onPropertiesChanged(const QDBusMessage &message)
-{
-    if (message.signature() != "sa{sv}as"_L1) {
-        return;
-    }
-    const auto values = qdbus_cast<QVariantMap>(message.arguments().at(1));
-    if (values.contains(u"Locked"_s) && !values.value(u"Locked"_s).toBool()) {
-        onCollectionsChanged();
-    }
-}
-
-void SecretServiceItems::onOwnerChanged(const QString &newOwner)
+void SecretServiceItems::onOwnerChanged(bool isThere)
 {
     session_.clear();
-    questions_.clear();
-    if (!newOwner.isEmpty()) {
+    prompts_.forget();
+    if (isThere) {
         onCollectionsChanged();
     }
 }
@@ -385,20 +298,8 @@ void SecretServiceItems::onCollectionsChanged()
 void SecretServiceItems::call(const QString &path, const char *interface, const char *method,
                               const Arguments &arguments, const char *signature, Reply then)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        serviceName, path, QString::fromLatin1(interface), QString::fromLatin1(method));
-    message.setArguments(arguments);
-    auto *watcher =
-        new QDBusPendingCallWatcher(bus_.connection()->asyncCall(message, timeoutMs), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [signature, then = std::move(then)](QDBusPendingCallWatcher *done) {
-                done->deleteLater();
-                const QDBusMessage reply = done->reply();
-                const bool isAnswer =
-                    !done->isError() && reply.signature() == QLatin1StringView(signature);
-                const Arguments answer = isAnswer ? reply.arguments() : Arguments();
-                then(isAnswer ? &answer : nullptr);
-            });
+    secretservice::call(*bus_.connection(), this, path, interface, method, arguments, signature,
+                        std::move(then));
 }
 
 QVariant SecretServiceItems::attributes() const

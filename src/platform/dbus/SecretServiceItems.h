@@ -3,7 +3,9 @@
 #pragma once
 
 #include "platform/SecretItems.h"
-#include <QDBusMessage>
+#include "platform/dbus/SecretServicePrompts.h"
+#include "platform/dbus/SecretServiceWatch.h"
+#include "platform/dbus/SecretServiceWire.h"
 #include <QHash>
 #include <QList>
 #include <QPointer>
@@ -29,11 +31,6 @@ public:
     void remove(const QString &account) override;
     void unlock() override;
 
-private Q_SLOTS:
-    void onPropertiesChanged(const QDBusMessage &message);
-    void onCollectionsChanged();
-    void onAnswered(const QDBusMessage &message);
-
 private:
     /// What is done one after another.
     struct Operation {
@@ -44,13 +41,6 @@ private:
         QPointer<QObject> context = {}; ///< of read
         Completion completion = {}; ///< of read
     };
-    /// What the keyring wants to ask the user before it changes an item.
-    struct Question {
-        QString account;
-        QString path;
-    };
-    using Arguments = QList<QVariant>;
-    using Reply = std::function<void(const Arguments *answer)>;
 
     void begin(Operation operation);
     void next();
@@ -67,29 +57,23 @@ private:
     search(const std::function<void(const QStringList &open, const QStringList &locked)> &then);
     /// With nothing when there is no default collection.
     void askWhetherLocked(const std::function<void(std::optional<bool> isLocked)> &then);
-    void prompt(const QString &path);
-    void askQuestions();
-    void dismissQuestions(const QString &account);
 
-    void watchService();
-    void watchCollection(const QString &path);
-    void onOwnerChanged(const QString &newOwner);
+    void onOwnerChanged(bool isThere);
+    void onCollectionsChanged();
 
-    /// Runs `then` with what was answered, or with null when it is not of that signature, is an
-    /// error or did not come in time.
     void call(const QString &path, const char *interface, const char *method,
-              const Arguments &arguments, const char *signature, Reply then);
+              const secretservice::Arguments &arguments, const char *signature,
+              secretservice::Reply then);
     [[nodiscard]] QVariant attributes() const;
 
     SessionBus &bus_;
+    SecretServiceWatch watch_;
+    SecretServicePrompts prompts_; ///< of changes, not asked before unlock()
     QList<Operation> operations_; ///< the first is the one that runs
     bool isRunning_ = false;
-    bool isWatching_ = false;
     bool isWaiting_ = false; ///< something could not be read or done
     QString session_; ///< its path; empty before it is opened
     QString collection_; ///< path of the default one, once it has been looked for
-    QString watchedCollection_;
-    QList<Question> questions_; ///< not asked before unlock()
     QHash<QString, std::optional<QByteArray>> owed_; ///< to be written, or removed, by account
 };
 

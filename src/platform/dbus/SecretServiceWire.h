@@ -3,11 +3,13 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDBusConnection>
 #include <QDBusObjectPath>
 #include <QList>
 #include <QMap>
 #include <QString>
 #include <QVariant>
+#include <functional>
 
 class QDBusArgument;
 
@@ -38,6 +40,14 @@ QDBusArgument &operator<<(QDBusArgument &argument, const BusSecret &secret);
 const QDBusArgument &operator>>(const QDBusArgument &argument, BusSecret &secret);
 
 void registerTypes();
+
+using Arguments = QList<QVariant>;
+using Reply = std::function<void(const Arguments *answer)>;
+
+/// Asks the keyring without blocking. Runs `then`, unless the context is gone, with what was
+/// answered, or with null when it is not of that signature, is an error or did not come in time.
+void call(const QDBusConnection &bus, QObject *context, const QString &path, const char *interface,
+          const char *method, const Arguments &arguments, const char *signature, Reply then);
 
 [[nodiscard]] QStringList pathsIn(const QVariant &value);
 /// Empty for the path that stands for none.
