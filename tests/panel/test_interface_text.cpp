@@ -10,13 +10,18 @@
 #include "ui/QmlEngine.h"
 #include "ui/QtTranslation.h"
 #include "ui/look/SystemLook.h"
+#include <QColor>
 #include <QDBusVariant>
 #include <QGuiApplication>
+#include <QPalette>
+#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
 #include <QTest>
+#include <cmath>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
@@ -30,6 +35,7 @@ private Q_SLOTS:
     void cutsTexts();
     void scalesTextBeyondCommonSizes();
     void believesTheDesktop();
+    void standsOutFromItsGround();
     void consentIsAnsweredOnce();
     void askingAgainReplacesTheCallback();
 };
@@ -122,6 +128,67 @@ void InterfaceTextTest::believesTheDesktop()
         portal.apply(each.group, each.key, each.value);
         QVERIFY2(look.isDark() == each.dark, qPrintable(each.key));
         QVERIFY2(look.isMotionReduced() == each.reduced, qPrintable(each.key));
+    }
+}
+
+namespace {
+
+/// How much two colours differ, as WCAG counts: from 1 to 21.
+double contrast(const QColor &a, const QColor &b)
+{
+    const auto luminance = [](const QColor &colour) {
+        const auto linear = [](double part) {
+            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF())
+            + 0.0722 * linear(colour.blueF());
+    };
+    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+} // namespace
+
+void InterfaceTextTest::standsOutFromItsGround()
+{
+    const struct {
+        QStringList inks;
+        QStringList grounds;
+    } cases[] = {
+        {{u"ink"_s, u"secondInk"_s},
+         {u"ground"_s, u"surface"_s, u"surfaceHovered"_s, u"sideBar"_s, u"softFill"_s,
+          u"raised"_s}},
+        {{u"ink"_s}, {u"softFillHovered"_s, u"selection"_s}},
+        {{u"bad"_s, u"goodText"_s}, {u"ground"_s, u"surface"_s}},
+        {{u"ground"_s}, {u"ink"_s, u"inkHovered"_s}},
+        {{u"accentSoftText"_s}, {u"accentSoft"_s}},
+        {{u"accentText"_s}, {u"accent"_s, u"accentPressed"_s}},
+        {{u"doneText"_s}, {u"doneFill"_s}},
+        {{u"islandText"_s, u"islandBody"_s, u"islandSecondText"_s},
+         {u"islandGround"_s, u"islandField"_s, u"islandControl"_s}},
+        {{u"bubbleText"_s}, {u"bubble"_s}},
+    };
+    for (const bool isDark : {false, true}) {
+        QGuiApplication::setPalette(QPalette(isDark ? Qt::black : Qt::white));
+        QQmlEngine engine;
+        prepareEngine(engine);
+        QQmlComponent component(&engine);
+        component.setData("import QtQml; import Vellumo.Ui; QtObject { property var it: Theme }",
+                          {});
+        const std::unique_ptr<QObject> holder(component.create());
+        const auto *theme = holder ? holder->property("it").value<QObject *>() : nullptr;
+        QVERIFY(theme && theme->property("dark").toBool() == isDark);
+        for (const auto &each : cases) {
+            for (const QString &ink : each.inks) {
+                for (const QString &ground : each.grounds) {
+                    const auto colour = [&](const QString &name) {
+                        return theme->property(qUtf8Printable(name)).value<QColor>();
+                    };
+                    QVERIFY2(contrast(colour(ink), colour(ground)) >= 4.5,
+                             qPrintable(u"%1 on %2"_s.arg(ink, ground)));
+                }
+            }
+        }
     }
 }
 
