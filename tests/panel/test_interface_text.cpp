@@ -20,6 +20,7 @@
 #include <QQuickWindow>
 #include <QSignalSpy>
 #include <QTest>
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -143,7 +144,7 @@ double contrast(const QColor &a, const QColor &b)
         return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF())
             + 0.0722 * linear(colour.blueF());
     };
-    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
