@@ -4,6 +4,7 @@
 #include "capture/AccessibilitySelectionReader.h"
 
 #include "capture/ReadingBudget.h"
+#include "capture/SelectionEvidence.h"
 #include "platform/EventMonitoring.h"
 #include "platform/KeyPosting.h"
 #include "platform/Workspace.h"
@@ -27,6 +28,8 @@ constexpr auto menuSettleTime = 30ms;
 constexpr auto publishedSelectionTime = 150ms;
 constexpr auto snapshotTime = 150ms;
 constexpr auto copyTime = 350ms;
+// Where nothing says that something is selected, the user hears of it before this is over.
+constexpr auto nothingTime = 240ms;
 constexpr auto shortestCopyTime = 100ms; // with less, the copy would come after we stopped waiting
 constexpr auto copiedTextTime = 50ms;
 
@@ -74,6 +77,13 @@ std::optional<QString> AccessibilitySelectionReader::currentSelectedText()
     }
     if (auto text = readable(answer.selected.text)) {
         return text;
+    }
+    if (auto text = publishedSelection(answer.selected.kind)) {
+        return text;
+    }
+    // An editor that says that nothing is selected may copy the line of its caret.
+    if (answer.selected.kind == SelectedText::Kind::Nothing && answer.isEditable) {
+        return std::nullopt;
     }
     return clipboardSelectedText(answer);
 }
@@ -126,7 +136,7 @@ AccessibilitySelectionReader::askFocusedElement(qint64 processIdentifier, QDeadl
         return {};
     }
     if (element->kind == ElementKind::Password) {
-        return {{}, ElementKind::Password};
+        return {{}, ElementKind::Password, element->isEditable};
     }
     SelectedText selected = stringAttribute(*element, deadline);
     if (selected.kind != SelectedText::Kind::Text) {
@@ -134,7 +144,7 @@ AccessibilitySelectionReader::askFocusedElement(qint64 processIdentifier, QDeadl
             selected = {SelectedText::Kind::Text, *text};
         }
     }
-    return {selected, element->kind};
+    return {selected, element->kind, element->isEditable};
 }
 
 std::optional<AccessibleElement>
@@ -164,12 +174,6 @@ AccessibilitySelectionReader::selectedTextViaRange(const AccessibleElement &elem
 std::optional<QString>
 AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &answer)
 {
-    // What was published stays published after the selection is gone.
-    if (answer.selected.kind != SelectedText::Kind::Nothing) {
-        if (auto text = publishedSelection()) {
-            return text;
-        }
-    }
     if (answer.kind == ElementKind::Terminal) {
         return std::nullopt;
     }
@@ -179,24 +183,41 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     if (!items || budget_.leftForSelection() < shortestCopyTime) {
         return std::nullopt;
     }
+    const auto time = answer.selected.kind == SelectedText::Kind::Unfinished
+        ? copyTime
+        : std::clamp<std::chrono::milliseconds>(nothingTime - budget_.elapsed(), shortestCopyTime,
+                                                copyTime);
     const quint64 changeCount = pasteboard.changeCount();
     if (!desktop_.keys.postCopy()
-        || !pasteboard.waitForChange(changeCount, budget_.selectionDeadline(copyTime))) {
+        || !pasteboard.waitForChange(changeCount, budget_.selectionDeadline(time))) {
         return std::nullopt;
     }
     const auto copied = pasteboard.string(QDeadlineTimer(copiedTextTime));
     restore(pasteboard, *items);
+    // An application that publishes what is selected has nothing selected now.
+    const auto application = desktop_.workspace.frontmostApplication();
+    const bool publishes = desktop_.primary != nullptr && application
+        && desktop_.primary->publishes(application->processIdentifier);
+    if (publishes && answer.selected.kind != SelectedText::Kind::Unfinished && copied
+        && isLineOfCaret(*copied)) {
+        return std::nullopt;
+    }
     return readable(copied);
 }
 
-std::optional<QString> AccessibilitySelectionReader::publishedSelection()
+std::optional<QString> AccessibilitySelectionReader::publishedSelection(SelectedText::Kind answer)
 {
-    if (desktop_.primary == nullptr) {
+    const auto application = desktop_.workspace.frontmostApplication();
+    if (desktop_.primary == nullptr || !application) {
         return std::nullopt;
     }
-    const auto application = desktop_.workspace.frontmostApplication();
-    const auto owner = desktop_.primary->ownerProcess();
-    if (!application || !owner || *owner != application->processIdentifier) {
+    const qint64 process = application->processIdentifier;
+    const auto publication = desktop_.primary->publication();
+    const auto since = [&](std::chrono::milliseconds atLeast) {
+        return desktop_.accessibility.sinceSelectionChange(process, atLeast);
+    };
+    if (!publication || publication->processIdentifier != process
+        || !isStillSelected(*publication, {answer, since(0ms), since(timeOfTaps)})) {
         return std::nullopt;
     }
     return readable(desktop_.primary->string(budget_.selectionDeadline(publishedSelectionTime)));

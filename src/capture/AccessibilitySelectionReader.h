@@ -39,6 +39,7 @@ private:
     struct AccessibilityAnswer {
         SelectedText selected;
         ElementKind kind = ElementKind::Ordinary;
+        bool isEditable = false;
     };
 
     /// Asks again where Option, which is still held, may have moved the focus.
@@ -52,9 +53,9 @@ private:
                                                QDeadlineTimer deadline);
     [[nodiscard]] std::optional<QString> selectedTextViaRange(const AccessibleElement &element,
                                                               QDeadlineTimer deadline);
-    /// The published selection, else a copy. `answer` is what accessibility has told before.
+    /// A copy that the application is made to make.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
-    [[nodiscard]] std::optional<QString> publishedSelection();
+    [[nodiscard]] std::optional<QString> publishedSelection(SelectedText::Kind answer);
     /// Absent when the pasteboard could not be put back as it is.
     [[nodiscard]] std::optional<QList<PasteboardItem>> snapshot(Pasteboard &pasteboard);
     static void restore(Pasteboard &pasteboard, const QList<PasteboardItem> &items);

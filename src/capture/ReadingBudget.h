@@ -22,6 +22,9 @@ public:
         sameTrigger_ = QDeadlineTimer(2 * total);
     }
 
+    /// How long the trigger has been served.
+    [[nodiscard]] std::chrono::milliseconds elapsed() const { return total - left(); }
+
     /// What is left for the selection.
     [[nodiscard]] std::chrono::milliseconds leftForSelection() const
     {

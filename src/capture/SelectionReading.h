@@ -13,7 +13,8 @@ class SelectionReading {
 public:
     virtual ~SelectionReading() = default;
 
-    /// Absent when nothing is selected or nothing could be read. Not trimmed.
+    /// Absent when nothing is selected or nothing could be read. Not trimmed. A text of more than
+    /// maxSelectionLength characters may be cut, but is then still longer than that.
     [[nodiscard]] virtual std::optional<QString> currentSelectedText() = 0;
 };
 

@@ -106,6 +106,10 @@ void VellumoCoordinator::handleTrigger()
         showEmptySelection();
         return;
     }
+    if (selection.size() > maxSelectionLength) {
+        with_.resultPanelController.showError(u"That is too long — select less."_s);
+        return;
+    }
     currentContext_ = with_.contextTracker.currentContext();
     with_.resultPanelController.present(IslandContent::loading(selection), currentContext_, {});
     explain(selection, currentContext_);

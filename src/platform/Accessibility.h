@@ -5,6 +5,7 @@
 #include <QDeadlineTimer>
 #include <QObject>
 #include <QString>
+#include <chrono>
 #include <optional>
 
 namespace vellumo {
@@ -24,7 +25,11 @@ struct AccessibleElement {
     QString service;
     QString path;
     ElementKind kind = ElementKind::Ordinary;
+    bool isEditable = false; ///< whether the user can type into it
 };
+
+/// The longest selection, in UTF-16 units, that anything here works with.
+constexpr qsizetype maxSelectionLength = 20'000;
 
 struct TextRange {
     int start = 0; ///< in code points
@@ -32,9 +37,14 @@ struct TextRange {
     friend bool operator==(const TextRange &, const TextRange &) = default;
 };
 
-/// The answer to "which text is selected": a text, positively nothing, or no answer at all.
+/// The answer to "which text is selected".
 struct SelectedText {
-    enum class Kind : quint8 { Text, Nothing, Unknown };
+    enum class Kind : quint8 {
+        Text,
+        Nothing, ///< positively nothing
+        Unfinished, ///< something, which could not be read to its end in time
+        Unknown, ///< no answer
+    };
     Kind kind = Kind::Unknown;
     QString text; ///< not empty if and only if kind is Text
 };
@@ -82,9 +92,19 @@ public:
     focusedElement(qint64 processIdentifier, QDeadlineTimer deadline) = 0;
 
     /// The text selected in the element, embedded objects included, with line breaks between
-    /// blocks.
+    /// blocks. More than maxSelectionLength characters may come back cut, but longer than that.
     [[nodiscard]] virtual SelectedText selectedText(const AccessibleElement &element,
                                                     QDeadlineTimer deadline) = 0;
+
+    /// How long ago the process last announced that a selection in it had changed, leaving out
+    /// announcements of the last `atLeast`. Absent when it announced none. Never blocks.
+    [[nodiscard]] virtual std::optional<std::chrono::milliseconds>
+    sinceSelectionChange(qint64 processIdentifier, std::chrono::milliseconds atLeast)
+    {
+        Q_UNUSED(processIdentifier)
+        Q_UNUSED(atLeast)
+        return std::nullopt;
+    }
 
     [[nodiscard]] virtual std::optional<TextRange>
     selectedTextRange(const AccessibleElement &element, QDeadlineTimer deadline) = 0;

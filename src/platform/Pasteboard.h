@@ -6,6 +6,7 @@
 #include <QDeadlineTimer>
 #include <QList>
 #include <QString>
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -42,13 +43,29 @@ public:
     virtual void write(const QList<PasteboardItem> &items) = 0;
 };
 
-/// Text that an application published by the act of selecting it. Null on platforms without it.
+/// What is known of the text that was published last.
+struct Publication {
+    qint64 processIdentifier = 0;
+    std::chrono::milliseconds age{0}; ///< since it was published
+    /// Whether something has happened since that ends a selection: a press of a mouse button in the
+    /// application, another of its windows in front, or another title of the window.
+    bool isOver = false;
+    /// Since its text was last read here; absent before the first time. Text that was published
+    /// before this program started counts as read at the start.
+    std::optional<std::chrono::milliseconds> sinceRead;
+};
+
+/// Text that an application published by the act of selecting it. It stays published after the
+/// selection is gone. Null on platforms without it. Main thread only.
 class PrimarySelection {
 public:
     virtual ~PrimarySelection() = default;
 
-    /// The process that published it, if there is one.
-    [[nodiscard]] virtual std::optional<qint64> ownerProcess() = 0;
+    /// Absent when nothing is published, or not by a process of this machine.
+    [[nodiscard]] virtual std::optional<Publication> publication() = 0;
+
+    /// Whether the process has published anything since this program started.
+    [[nodiscard]] virtual bool publishes(qint64 processIdentifier) = 0;
 
     [[nodiscard]] virtual std::optional<QString> string(QDeadlineTimer deadline) = 0;
 };

@@ -46,8 +46,8 @@ private Q_SLOTS:
     void init();
 
     void explanationBecomesANote();
-    void emptySelection_data();
-    void emptySelection();
+    void unusableSelection_data();
+    void unusableSelection();
     void failedExplanationSavesNothing();
     void explanationWithoutContextIsNotStored();
     void noteKeepsTheContextOfItsTrigger();
@@ -156,7 +156,7 @@ void TestCoordinator::explanationBecomesANote()
     QCOMPARE(with_->entrance.count, 1);
 }
 
-void TestCoordinator::emptySelection_data()
+void TestCoordinator::unusableSelection_data()
 {
     QTest::addColumn<std::optional<QString>>("selection");
     QTest::addColumn<bool>("trusted");
@@ -165,10 +165,12 @@ void TestCoordinator::emptySelection_data()
                                "Settings → Privacy & Security → Accessibility."_s;
     QTest::newRow("blank") << std::optional(u" \n "_s) << true << u"Select text first."_s;
     QTest::newRow("absent") << std::optional<QString>() << true << u"Select text first."_s;
+    QTest::newRow("too long") << std::optional(QString(maxSelectionLength + 1, u'a')) << true
+                              << u"That is too long — select less."_s;
     QTest::newRow("not trusted") << std::optional<QString>() << false << permission;
 }
 
-void TestCoordinator::emptySelection()
+void TestCoordinator::unusableSelection()
 {
     QFETCH(std::optional<QString>, selection);
     QFETCH(bool, trusted);

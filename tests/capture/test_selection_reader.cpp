@@ -9,6 +9,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace vellumo;
 
 namespace {
@@ -25,13 +26,17 @@ SelectedText textual(const QString &text)
 const QList<PasteboardItem> usersClipboard = {
     {{u"text/html"_s, "<b>kept</b>"}, {u"UTF8_STRING"_s, "kept"}}};
 
+const SelectedText unfinished{SelectedText::Kind::Unfinished, {}};
+
 /// What the application in front would answer on each road, and what comes of it.
 struct Roads {
     std::optional<ElementKind> focused = ElementKind::Ordinary;
+    bool isEditable = false;
     QList<SelectedText> selections = {{}}; ///< one per question; the last stays
     QString range = {};
     std::optional<QString> published = {};
-    std::optional<qint64> publisher = applicationPid;
+    std::optional<Publication> publication = Publication{applicationPid, 1s, false, {}};
+    QList<std::chrono::milliseconds> changes = {}; ///< of the selection, the latest first
     std::optional<QString> copied = {};
     std::optional<QString> expected = {};
     QString lastCall = {}; ///< that was made to the desktop
@@ -93,10 +98,76 @@ void TestSelectionReader::triesTheRoadsInOrder_data()
          .lastCall = u"selected text"_s});
     row("the range", {.range = text, .expected = text, .lastCall = u"string for range"_s});
     row("the published one", {.published = text, .expected = text, .lastCall = u"primary"_s});
+    const auto publication = [](std::chrono::milliseconds age,
+                                std::optional<std::chrono::milliseconds> sinceRead = {}) {
+        return Publication{applicationPid, age, false, sinceRead};
+    };
+    const auto copies = u"wait for copy"_s;
+    const auto takesPublished = u"primary"_s;
     row("another's published one",
-        {.published = text, .publisher = 1, .lastCall = u"wait for copy"_s});
-    row("nobody's published one",
-        {.published = text, .publisher = {}, .lastCall = u"wait for copy"_s});
+        {.published = text, .publication = Publication{1, 1s, false, {}}, .lastCall = copies});
+    row("no published one", {.published = text, .publication = {}, .lastCall = copies});
+    row("published, and over since then",
+        {.published = text,
+         .publication = Publication{applicationPid, 1s, true, {}},
+         .lastCall = copies});
+    row("published, and read a moment ago",
+        {.published = text,
+         .publication = publication(1h, 29s),
+         .expected = text,
+         .lastCall = takesPublished});
+    row("published, and read long ago",
+        {.published = text, .publication = publication(1h, 31s), .lastCall = copies});
+    row("published with the last change of the selection, which is announced later",
+        {.published = text,
+         .publication = publication(5s, 1h),
+         .changes = {4200ms},
+         .expected = text,
+         .lastCall = takesPublished});
+    row("published before the last change of the selection",
+        {.published = text, .publication = publication(60s), .changes = {4s}, .lastCall = copies});
+    row("not read to its end, and published",
+        {.selections = {unfinished},
+         .published = text,
+         .publication = publication(5s, 1h),
+         .changes = {5s},
+         .expected = text,
+         .lastCall = takesPublished});
+    row("not read to its end, and something older published",
+        {.selections = {unfinished},
+         .published = u"older"_s,
+         .publication = publication(60s),
+         .changes = {5s},
+         .copied = text,
+         .expected = text,
+         .lastCall = u"write"_s});
+    row("dropped by the tap itself",
+        {.selections = {nothing},
+         .published = text,
+         .publication = publication(5s),
+         .changes = {200ms, 5s},
+         .expected = text,
+         .lastCall = takesPublished});
+    row("dropped by the tap itself, after another change",
+        {.selections = {nothing},
+         .published = text,
+         .publication = publication(60s),
+         .changes = {200ms, 5s},
+         .lastCall = copies});
+    row("an editor with nothing selected copies nothing",
+        {.isEditable = true,
+         .selections = {nothing},
+         .copied = u"the line of the caret\n"_s,
+         .lastCall = u"selected range"_s});
+    row("the line of the caret, from an application that publishes",
+        {.publication = Publication{applicationPid, 1s, true, {}},
+         .copied = u"the line of the caret\n"_s,
+         .lastCall = u"write"_s});
+    row("a line, from an application that does not publish",
+        {.publication = {},
+         .copied = u"a line\n"_s,
+         .expected = u"a line\n"_s,
+         .lastCall = u"write"_s});
     row("published before, and nothing selected now",
         {.selections = {nothing}, .published = text, .lastCall = u"wait for copy"_s});
     row("nothing selected, and silent when asked again",
@@ -132,12 +203,14 @@ void TestSelectionReader::triesTheRoadsInOrder()
 {
     QFETCH(Roads, roads);
     with_->accessibility.focusedKind = roads.focused;
+    with_->accessibility.isEditable = roads.isEditable;
     with_->accessibility.selections = roads.selections;
+    with_->accessibility.selectionChanges = roads.changes;
     if (!roads.range.isEmpty()) {
         with_->accessibility.range = {3, 5};
         with_->accessibility.rangeText = roads.range;
     }
-    with_->primary.owner = roads.publisher;
+    with_->primary.published = roads.publication;
     with_->primary.text = roads.published;
     with_->pasteboard.copied = roads.copied;
     QCOMPARE(with_->reader.currentSelectedText(), roads.expected);
@@ -188,7 +261,7 @@ void TestSelectionReader::hangingRoadsShareOneBudget()
 {
     with_->accessibility.hangs = true;
     with_->primary.hangs = true;
-    with_->primary.owner = applicationPid;
+    with_->primary.published = Publication{applicationPid, {}, false, {}};
     with_->pasteboard.isSlow = true;
     with_->pasteboard.copied = u"copied"_s;
     QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
@@ -201,7 +274,7 @@ void TestSelectionReader::withoutTrustNothingIsTried()
 {
     with_->accessibility.trusted = false;
     with_->accessibility.selections = {textual(u"text"_s)};
-    with_->primary.owner = applicationPid;
+    with_->primary.published = Publication{applicationPid, {}, false, {}};
     with_->primary.text = u"text"_s;
     with_->pasteboard.copied = u"text"_s;
     QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);

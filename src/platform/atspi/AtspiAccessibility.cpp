@@ -104,7 +104,7 @@ std::optional<AccessibleElement> AtspiAccessibility::focusedElement(qint64 proce
         return std::nullopt;
     }
     return AccessibleElement{processIdentifier, focused->object.service, focused->object.path,
-                             kindOf(focused->role)};
+                             kindOf(focused->role), focused->isEditable};
 }
 
 SelectedText AtspiAccessibility::selectedText(const AccessibleElement &element,
@@ -115,9 +115,20 @@ SelectedText AtspiAccessibility::selectedText(const AccessibleElement &element,
         return {};
     }
     SelectedText selected = readSelection(objectOf(element), *question);
-    uncertainObject_ =
-        selected.kind == SelectedText::Kind::Unknown ? element.service + element.path : QString();
+    const bool isUncertain = selected.kind == SelectedText::Kind::Unknown
+        || selected.kind == SelectedText::Kind::Unfinished;
+    uncertainObject_ = isUncertain ? element.service + element.path : QString();
     return selected;
+}
+
+std::optional<std::chrono::milliseconds>
+AtspiAccessibility::sinceSelectionChange(qint64 processIdentifier,
+                                         std::chrono::milliseconds atLeast)
+{
+    // what has arrived while a question was waited for
+    QCoreApplication::sendPostedEvents(&focusEvents_, QEvent::MetaCall);
+    const auto service = applications_.rememberedService(processIdentifier);
+    return service ? focusEvents_.sinceSelectionChange(*service, atLeast) : std::nullopt;
 }
 
 std::optional<TextRange> AtspiAccessibility::selectedTextRange(const AccessibleElement &element,

@@ -43,6 +43,8 @@ public:
                                                                   QDeadlineTimer deadline) override;
     [[nodiscard]] SelectedText selectedText(const AccessibleElement &element,
                                             QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<std::chrono::milliseconds>
+    sinceSelectionChange(qint64 processIdentifier, std::chrono::milliseconds atLeast) override;
     [[nodiscard]] std::optional<TextRange> selectedTextRange(const AccessibleElement &element,
                                                              QDeadlineTimer deadline) override;
     [[nodiscard]] std::optional<QString> stringForRange(const AccessibleElement &element,

@@ -22,6 +22,8 @@ public:
     /// Remembered; call forget() when the name turns out to be gone.
     [[nodiscard]] std::optional<QString> serviceOf(qint64 processIdentifier,
                                                    AtspiQuestion &question);
+    /// As serviceOf(), without asking.
+    [[nodiscard]] std::optional<QString> rememberedService(qint64 processIdentifier) const;
     void forget(const QString &service) { processes_.remove(service); }
     void clear() { processes_.clear(); }
 
@@ -31,7 +33,6 @@ public:
 
 private:
     void lookUp(AtspiQuestion &question);
-    [[nodiscard]] std::optional<QString> rememberedService(qint64 processIdentifier) const;
 
     std::function<std::optional<QString>(qint64)> windowTitle_;
     QHash<QString, qint64> processes_; ///< by service

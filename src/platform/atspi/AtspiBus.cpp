@@ -9,6 +9,7 @@
 #include <QDBusPendingReply>
 #include <algorithm>
 #include <atomic>
+#include <dlfcn.h>
 #include <utility>
 
 namespace vellumo {
@@ -17,6 +18,20 @@ namespace {
 constexpr int firstRetryMs = 250;
 constexpr int longestRetryMs = 30'000;
 constexpr int addressTimeoutMs = 5000;
+
+/// Ends the connection, which is then opened anew, when an application answers with more than any
+/// question of ours can need. Without this such an answer fills the memory before it can be looked
+/// at. QtDBus does not offer the setting of the library that it is built on.
+void limitMessages(const QDBusConnection &bus)
+{
+    constexpr long mostBytes = 8L * 1024 * 1024;
+    using SetLimit = void (*)(void *connection, long bytes);
+    const auto setLimit =
+        reinterpret_cast<SetLimit>(dlsym(RTLD_DEFAULT, "dbus_connection_set_max_message_size"));
+    if (setLimit != nullptr && bus.internalPointer() != nullptr) {
+        setLimit(bus.internalPointer(), mostBytes);
+    }
+}
 
 // QtDBus knows connections by name, in the whole process.
 QString freshConnectionName()
@@ -111,6 +126,7 @@ void AtspiBus::open(const QString &address)
 
 void AtspiBus::adopt(const QDBusConnection &bus)
 {
+    limitMessages(bus);
     bus_ = bus;
     retryDelayMs_ = firstRetryMs;
     hasFailed_ = false;

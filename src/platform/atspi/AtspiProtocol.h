@@ -70,7 +70,14 @@ ObjectReference rootOf(const QString &service);
 QString registryService();
 
 /// Bits of Accessible.GetState; the numbers are the protocol's.
-enum class State : quint8 { Active = 1, Defunct = 6, Focused = 12, Showing = 25, Visible = 30 };
+enum class State : quint8 {
+    Active = 1,
+    Defunct = 6,
+    Editable = 7,
+    Focused = 12,
+    Showing = 25,
+    Visible = 30
+};
 
 /// Accessible.GetState answers two words.
 using StateSet = QList<quint32>;

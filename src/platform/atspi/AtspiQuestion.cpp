@@ -30,6 +30,28 @@ QVariantList PendingAnswer::wait()
     return reply.arguments();
 }
 
+QList<ObjectReference> PendingAnswer::objectsIn(const QDBusArgument &argument) const
+{
+    QList<ObjectReference> objects;
+    argument.beginArray();
+    while (!argument.atEnd() && objects.size() < mostObjects) {
+        ObjectReference object;
+        argument >> object;
+        object = own(std::move(object));
+        if (!object.service.isEmpty()) {
+            objects.append(std::move(object));
+        }
+    }
+    return objects;
+}
+
+/// An object of another service would have us ask a process that is not in front.
+ObjectReference PendingAnswer::own(ObjectReference object) const
+{
+    const bool mayName = object.service == service_ || service_ == Atspi::registryService();
+    return mayName ? std::move(object) : ObjectReference();
+}
+
 AtspiQuestion::AtspiQuestion(QDBusConnection bus, UnresponsiveServices &unresponsive,
                              QDeadlineTimer deadline)
     : bus_(std::move(bus))

@@ -10,6 +10,7 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <optional>
+#include <type_traits>
 
 namespace vellumo {
 
@@ -20,12 +21,16 @@ class AtspiQuestion;
 /// in order, so that independent calls cost one round trip together.
 class PendingAnswer {
 public:
-    /// Waits for the reply. Absent if the call failed or was answered in another shape.
+    /// Waits for the reply. Absent if the call failed or was answered in another shape. Of a list
+    /// of objects at most mostObjects; objects of another service than the asked one are left out,
+    /// unless that is the registry.
     template <typename T> [[nodiscard]] std::optional<T> value()
     {
         const QVariantList arguments = wait();
         return arguments.isEmpty() ? std::nullopt : convert<T>(arguments.constFirst());
     }
+
+    static constexpr qsizetype mostObjects = 16384;
 
     /// The value of a call of Properties.Get.
     template <typename T> [[nodiscard]] std::optional<T> property()
@@ -41,7 +46,7 @@ private:
     friend class AtspiQuestion;
     PendingAnswer(AtspiQuestion &question, QString service, const QDBusPendingCall &call);
 
-    template <typename T> static std::optional<T> convert(const QVariant &value)
+    template <typename T> std::optional<T> convert(const QVariant &value) const
     {
         if (value.metaType() == QMetaType::fromType<T>()) {
             return value.value<T>();
@@ -53,8 +58,17 @@ private:
         if (argument.currentSignature() != signatureOf<T>()) {
             return std::nullopt;
         }
-        return qdbus_cast<T>(argument);
+        if constexpr (std::is_same_v<T, QList<ObjectReference>>) {
+            return objectsIn(argument);
+        } else if constexpr (std::is_same_v<T, ObjectReference>) {
+            return own(qdbus_cast<ObjectReference>(argument));
+        } else {
+            return qdbus_cast<T>(argument);
+        }
     }
+
+    [[nodiscard]] QList<ObjectReference> objectsIn(const QDBusArgument &argument) const;
+    [[nodiscard]] ObjectReference own(ObjectReference object) const;
 
     template <typename T> static QString signatureOf()
     {

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/atspi/EmbeddedText.h"
 
+#include "platform/Accessibility.h"
 #include "platform/atspi/TextOffsets.h"
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -11,6 +13,8 @@ namespace {
 
 constexpr char16_t byteOrderMark = u'\uFEFF'; ///< some browsers pad characters beyond the BMP
 constexpr int deepestNesting = 64;
+/// More objects than can be asked in the time there is, and fewer than fill the memory.
+constexpr size_t mostObjects = 4096;
 
 /// How much of a text its surroundings ask for.
 enum class Extent : quint8 {
@@ -95,6 +99,8 @@ private:
     OffsetQuality offsets_;
     AtspiQuestion &question_;
     bool isCertain_ = true;
+    size_t objects_ = 0;
+    qsizetype length_ = 0; ///< of the texts that were read, without embedded objects
 };
 
 void Assembly::fill(Piece &root)
@@ -105,6 +111,9 @@ void Assembly::fill(Piece &root)
             chooseSlices(level);
         }
         readTexts(level);
+        if (length_ > maxSelectionLength) {
+            return; // too long already
+        }
         level = resolveChildren(level);
         if (!isCertain()) {
             return;
@@ -191,7 +200,15 @@ void Assembly::takeText(Slice &slice, const QString &text)
     }
     // The bus carries a text only up to its first NUL.
     isCertain_ = isCertain_ && slice.text.size() >= slice.range.end - slice.range.start;
-    for (qsizetype i = slice.text.count(objectReplacement); i > 0; --i) {
+    const qsizetype objects = slice.text.count(objectReplacement);
+    length_ += slice.text.size() - objects;
+    objects_ += static_cast<size_t>(objects);
+    if (objects_ > mostObjects) {
+        isCertain_ = false;
+        slice.text.clear();
+        return;
+    }
+    for (qsizetype i = objects; i > 0; --i) {
         slice.children.push_back(std::make_unique<Piece>());
     }
 }
@@ -275,8 +292,13 @@ std::optional<QString> embeddedText(const ObjectReference &object, const QList<O
 {
     Piece root;
     root.object = object;
+    int left = static_cast<int>(maxSelectionLength) + 1;
     for (const OffsetRange &range : ranges) {
-        root.slices.push_back({range, {}, {}});
+        const int length = std::min(range.end - range.start, left);
+        if (length > 0) {
+            root.slices.push_back({{range.start, range.start + length}, {}, {}});
+            left -= length;
+        }
     }
     Assembly assembly(offsets, question);
     assembly.fill(root);

@@ -2,12 +2,18 @@
 // SPDX-License-Identifier: MIT
 #include "platform/atspi/FocusEvents.h"
 
+#include <QDeadlineTimer>
+
 namespace vellumo {
 namespace {
 
 // More applications than anyone has open; the oldest guesses are worth little.
 constexpr qsizetype mostApplications = 64;
 constexpr qsizetype mostAwakened = 1024;
+
+// Changes come in dozens while the mouse is dragged; together these reach back beyond two taps.
+constexpr qint64 sameChangeMs = 20;
+constexpr qsizetype mostChanges = 32;
 
 void registerEvent(const QDBusConnection &bus, const QString &event)
 {
@@ -66,6 +72,7 @@ void FocusEvents::clear()
     awakened_.clear();
     focused_.clear();
     before_.clear();
+    selectionChanges_.clear();
 }
 
 ObjectReference FocusEvents::focusedIn(const QString &service) const
@@ -98,6 +105,35 @@ void FocusEvents::wake(const ObjectReference &object)
     }
 }
 
+void FocusEvents::noteSelectionChange(const QString &service)
+{
+    if (selectionChanges_.size() >= mostApplications && !selectionChanges_.contains(service)) {
+        selectionChanges_.clear();
+    }
+    QList<qint64> &times = selectionChanges_[service];
+    const qint64 now = QDeadlineTimer::current().deadline();
+    if (!times.isEmpty() && now - times.constLast() < sameChangeMs) {
+        times.removeLast();
+    } else if (times.size() >= mostChanges) {
+        times.removeFirst();
+    }
+    times.append(now);
+}
+
+std::optional<std::chrono::milliseconds>
+FocusEvents::sinceSelectionChange(const QString &service, std::chrono::milliseconds atLeast) const
+{
+    const QList<qint64> times = selectionChanges_.value(service);
+    const qint64 now = QDeadlineTimer::current().deadline();
+    for (auto time = times.crbegin(); time != times.crend(); ++time) {
+        const std::chrono::milliseconds age(now - *time);
+        if (age >= atLeast) {
+            return age;
+        }
+    }
+    return std::nullopt;
+}
+
 void FocusEvents::forget(const QString &service)
 {
     focused_.remove(service);
@@ -123,6 +159,7 @@ void FocusEvents::onStateChanged(const QDBusMessage &message)
 
 void FocusEvents::onTextSelectionChanged(const QDBusMessage &message)
 {
+    noteSelectionChange(message.service());
     wake(senderOf(message));
     // Without a better guess: a text that the user selects in usually has the focus.
     if (focusedIn(message.service()).isNull()) {

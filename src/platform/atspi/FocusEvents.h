@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QObject>
 #include <QSet>
+#include <chrono>
 #include <optional>
 
 namespace vellumo {
@@ -30,6 +31,11 @@ public:
     /// The object that had the focus before that one; null if unknown.
     [[nodiscard]] ObjectReference focusedBefore(const QString &service) const;
 
+    /// How long ago the application last announced a change of a selection, leaving out the last
+    /// `atLeast`; absent when it has announced none.
+    [[nodiscard]] std::optional<std::chrono::milliseconds>
+    sinceSelectionChange(const QString &service, std::chrono::milliseconds atLeast) const;
+
     /// What a search has found, until an event says otherwise.
     void remember(const ObjectReference &focused);
     void forget(const QString &service);
@@ -41,11 +47,13 @@ private Q_SLOTS:
 
 private:
     void wake(const ObjectReference &object);
+    void noteSelectionChange(const QString &service);
 
     std::optional<QDBusConnection> bus_; ///< that of the events
     QSet<QString> awakened_; ///< by service and path
     QHash<QString, ObjectReference> focused_; ///< by service
     QHash<QString, ObjectReference> before_; ///< by service
+    QHash<QString, QList<qint64>> selectionChanges_; ///< by service: in ms, the latest last
 };
 
 } // namespace vellumo

@@ -112,7 +112,8 @@ std::optional<FocusedObject> FocusSearch::behindMenu(const QString &service,
         || Atspi::isMenuRole(static_cast<Atspi::Role>(*role))) {
         return std::nullopt;
     }
-    return FocusedObject{before, static_cast<Atspi::Role>(*role)};
+    return FocusedObject{before, static_cast<Atspi::Role>(*role),
+                         Atspi::hasState(*states, Atspi::State::Editable)};
 }
 
 std::optional<FocusedObject>
@@ -151,7 +152,8 @@ std::optional<FocusedObject> FocusSearch::confirm(const ObjectReference &object,
     if (!states || !role || !Atspi::hasState(*states, Atspi::State::Focused)) {
         return std::nullopt;
     }
-    return FocusedObject{object, static_cast<Atspi::Role>(*role)};
+    return FocusedObject{object, static_cast<Atspi::Role>(*role),
+                         Atspi::hasState(*states, Atspi::State::Editable)};
 }
 
 } // namespace vellumo

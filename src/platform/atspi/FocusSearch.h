@@ -14,6 +14,7 @@ class FocusEvents;
 struct FocusedObject {
     ObjectReference object;
     Atspi::Role role = Atspi::Role::Invalid;
+    bool isEditable = false;
 };
 
 /// Finds the focused object of an application: the remembered one if it still has the focus, else

@@ -35,6 +35,7 @@ SelectedText readPages(const ObjectReference &document, AtspiQuestion &question)
     }
     QStringList texts;
     bool isCertain = true;
+    bool isSelected = false;
     for (qsizetype i = from; i <= to; ++i) {
         const auto selected = answers[static_cast<size_t>(i - from)].take();
         if (!selected || !selected->isComplete) {
@@ -44,6 +45,7 @@ SelectedText readPages(const ObjectReference &document, AtspiQuestion &question)
         if (selected->ranges.isEmpty()) {
             continue;
         }
+        isSelected = true;
         const auto text =
             embeddedText(pages->at(i), selected->ranges, OffsetQuality::Exact, question);
         const bool mayGoOn = (i == from && from > 0) || (i == to && to < last);
@@ -52,7 +54,7 @@ SelectedText readPages(const ObjectReference &document, AtspiQuestion &question)
     }
     const QString text = texts.join(u'\n');
     if (!isCertain || question.isAborted()) {
-        return {};
+        return {isSelected ? Kind::Unfinished : Kind::Unknown, {}};
     }
     if (!text.isEmpty()) {
         return {Kind::Text, text};

@@ -60,7 +60,9 @@ std::optional<SelectedText> readParagraphFlow(const ObjectReference &paragraph,
     }
     if (!own || !selected.isComplete || !before.isCertain || !after.isCertain
         || question.isAborted()) {
-        return SelectedText{};
+        const bool isSelected =
+            !selected.ranges.isEmpty() || !before.texts.isEmpty() || !after.texts.isEmpty();
+        return SelectedText{isSelected ? Kind::Unfinished : Kind::Unknown, {}};
     }
     std::reverse(before.texts.begin(), before.texts.end());
     QStringList texts = before.texts;

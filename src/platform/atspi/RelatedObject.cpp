@@ -11,7 +11,8 @@ ObjectReference relatedObject(const ObjectReference &object, quint32 relation,
         question.send(object, Atspi::accessible, "GetRelationSet").value<QList<Relation>>();
     for (const Relation &each : relations.value_or(QList<Relation>())) {
         if (each.type == relation && !each.targets.isEmpty()) {
-            return each.targets.constFirst();
+            const ObjectReference &target = each.targets.constFirst();
+            return target.service == object.service ? target : ObjectReference();
         }
     }
     return {};

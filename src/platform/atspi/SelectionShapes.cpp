@@ -28,18 +28,19 @@ SelectedText textOf(const ObjectReference &object, const SelectedRanges &selecte
                     OffsetQuality offsets, AtspiQuestion &question)
 {
     if (!selected.isComplete) {
-        return {};
+        return {Kind::Unfinished, {}};
     }
     if (selected.ranges.isEmpty()) {
         return {Kind::Nothing, {}};
     }
     const auto text = embeddedText(object, selected.ranges, offsets, question);
     // An image alone is a selection, too, but none that can be read here.
-    return text && !text->isEmpty() ? SelectedText{Kind::Text, *text} : SelectedText{};
+    return text && !text->isEmpty() ? SelectedText{Kind::Text, *text}
+                                    : SelectedText{Kind::Unfinished, {}};
 }
 
 /// Browsers change a selection piece by piece, some time after the person did. What was put
-/// together from two states was never selected, and must neither be read nor pass for "unknown".
+/// together from two states was never selected, and must not be read.
 SelectedText settledTextOf(const ObjectReference &object, SelectedRanges selected,
                            OffsetQuality offsets, AtspiQuestion &question)
 {
@@ -55,7 +56,7 @@ SelectedText settledTextOf(const ObjectReference &object, SelectedRanges selecte
         }
         selected = std::move(*now);
     }
-    return {};
+    return {Kind::Unfinished, {}};
 }
 
 /// The document that holds the object; null outside of one.
@@ -126,7 +127,8 @@ SelectedText readSelection(const ObjectReference &object, AtspiQuestion &questio
     SelectedText own = settledTextOf(object, *selected, offsets, question);
     if (own.kind == Kind::Nothing && !Atspi::isDocumentRole(role)) {
         SelectedText around = readDocumentAround(object, offsets, question);
-        return around.kind == Kind::Text || question.isAborted() ? around : own;
+        const bool isNews = around.kind == Kind::Text || around.kind == Kind::Unfinished;
+        return isNews || question.isAborted() ? around : own;
     }
     return own;
 }

@@ -4,6 +4,7 @@
 #include "platform/fake/FakeDesktop.h"
 
 #include <QThread>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -58,7 +59,7 @@ std::optional<AccessibleElement> FakeAccessibility::focusedElement(qint64 proces
     if (hangs || !focusedKind) {
         return std::nullopt;
     }
-    return AccessibleElement{processIdentifier, {}, {}, *focusedKind};
+    return AccessibleElement{processIdentifier, {}, {}, *focusedKind, isEditable};
 }
 
 SelectedText FakeAccessibility::selectedText(const AccessibleElement &element,
@@ -71,6 +72,15 @@ SelectedText FakeAccessibility::selectedText(const AccessibleElement &element,
         return {};
     }
     return selections.size() > 1 ? selections.takeFirst() : selections.constFirst();
+}
+
+std::optional<std::chrono::milliseconds>
+FakeAccessibility::sinceSelectionChange(qint64 processIdentifier, std::chrono::milliseconds atLeast)
+{
+    Q_UNUSED(processIdentifier)
+    const auto change =
+        std::ranges::find_if(selectionChanges, [atLeast](auto age) { return age >= atLeast; });
+    return change == selectionChanges.end() ? std::nullopt : std::optional(*change);
 }
 
 std::optional<TextRange> FakeAccessibility::selectedTextRange(const AccessibleElement &element,

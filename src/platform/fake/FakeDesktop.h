@@ -57,7 +57,9 @@ public:
     bool trusted = true;
     bool hangs = false; ///< whether a question takes all of its time and has no answer
     std::optional<ElementKind> focusedKind = ElementKind::Ordinary; ///< absent: nothing focused
+    bool isEditable = false;
     QList<SelectedText> selections; ///< one per question; the last stays
+    QList<std::chrono::milliseconds> selectionChanges; ///< how long ago, the latest first
     std::optional<TextRange> range;
     QString rangeText;
     std::optional<QString> title;
@@ -76,6 +78,8 @@ public:
                                                                   QDeadlineTimer deadline) override;
     [[nodiscard]] SelectedText selectedText(const AccessibleElement &element,
                                             QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<std::chrono::milliseconds>
+    sinceSelectionChange(qint64 processIdentifier, std::chrono::milliseconds atLeast) override;
     [[nodiscard]] std::optional<TextRange> selectedTextRange(const AccessibleElement &element,
                                                              QDeadlineTimer deadline) override;
     [[nodiscard]] std::optional<QString> stringForRange(const AccessibleElement &element,
@@ -114,10 +118,14 @@ public:
     explicit FakePrimarySelection(FakeCalls &calls) : calls_(calls) { }
 
     bool hangs = false; ///< whether a question takes all of its time and has no answer
-    std::optional<qint64> owner;
+    std::optional<Publication> published;
     std::optional<QString> text;
 
-    [[nodiscard]] std::optional<qint64> ownerProcess() override { return owner; }
+    [[nodiscard]] std::optional<Publication> publication() override { return published; }
+    [[nodiscard]] bool publishes(qint64 processIdentifier) override
+    {
+        return published && published->processIdentifier == processIdentifier;
+    }
     [[nodiscard]] std::optional<QString> string(QDeadlineTimer deadline) override;
 
 private:

@@ -9,13 +9,15 @@ X11Backend::X11Backend(const QByteArray &display)
     : inputConnection_(problems_, display)
     , windowConnection_(problems_, display)
     , clipboardConnection_(problems_, display)
+    , selectionConnection_(problems_, display)
     , windows_(windowConnection_)
     , eventMonitors_(inputConnection_, problems_)
     , keyPosting_(inputConnection_, eventMonitors_, windows_, problems_)
     , workspace_(windowConnection_, windows_,
                  DesktopEntries(DesktopEntries::standardFolders(), desktopEntryLanguages()))
     , pasteboard_(clipboardConnection_, problems_)
-    , primarySelection_(windowConnection_)
+    , selectionHistory_(selectionConnection_)
+    , primarySelection_(windowConnection_, selectionHistory_)
 {
     problems_.print();
 }

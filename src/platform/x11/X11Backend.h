@@ -8,14 +8,15 @@
 #include "platform/x11/X11Pasteboard.h"
 #include "platform/x11/X11PrimarySelection.h"
 #include "platform/x11/X11Problems.h"
+#include "platform/x11/X11SelectionHistory.h"
 #include "platform/x11/X11Windows.h"
 #include "platform/x11/X11Workspace.h"
 
 namespace vellumo {
 
-/// Everything that this folder offers, built on three connections: input, windows, clipboard. What
-/// the server cannot do is said in one line on standard output. Needs the application object; it
-/// is to be destroyed before that.
+/// Everything that this folder offers, built on four connections: input, windows, clipboard, and
+/// the history of PRIMARY. What the server cannot do is said in one line on standard output. Needs
+/// the application object; it is to be destroyed before that.
 class X11Backend {
 public:
     /// An empty display means the one that the environment names.
@@ -32,11 +33,13 @@ private:
     X11Connection inputConnection_;
     X11Connection windowConnection_;
     X11Connection clipboardConnection_;
+    X11Connection selectionConnection_;
     X11Windows windows_;
     X11EventMonitors eventMonitors_;
     X11KeyPosting keyPosting_;
     X11Workspace workspace_;
     X11Pasteboard pasteboard_;
+    X11SelectionHistory selectionHistory_;
     X11PrimarySelection primarySelection_;
 };
 

@@ -5,21 +5,26 @@
 
 #include "platform/x11/ToolkitClipboard.h"
 #include "platform/x11/X11Connection.h"
+#include "platform/x11/X11SelectionHistory.h"
 #include "platform/x11/X11SelectionReader.h"
 #include "platform/x11/X11Windows.h"
 #include <unistd.h>
 
 namespace vellumo {
 
-std::optional<qint64> X11PrimarySelection::ownerProcess()
+std::optional<Publication> X11PrimarySelection::publication()
 {
-    const auto owner = connection_.reply<xcb_get_selection_owner_reply_t>(
-        xcb_get_selection_owner(connection_.xcb(), XCB_ATOM_PRIMARY));
-    return owner ? X11Windows(connection_).clientProcess(owner->owner) : std::nullopt;
+    return history_.publication();
+}
+
+bool X11PrimarySelection::publishes(qint64 processIdentifier)
+{
+    return history_.publishes(processIdentifier);
 }
 
 std::optional<QString> X11PrimarySelection::string(QDeadlineTimer deadline)
 {
+    history_.noteRead();
     X11SelectionReader reader(connection_, XCB_ATOM_PRIMARY, deadline);
     if (X11Windows(connection_).clientProcess(reader.owner()) == getpid()) {
         return toolkitClipboardText(QClipboard::Selection);

@@ -7,18 +7,25 @@
 namespace vellumo {
 
 class X11Connection;
+class X11SelectionHistory;
 
 /// The PRIMARY selection: what was last selected, in whichever application that was.
 class X11PrimarySelection : public PrimarySelection {
 public:
-    /// `connection` must outlive this object.
-    explicit X11PrimarySelection(X11Connection &connection) : connection_(connection) { }
+    /// Both must outlive this object.
+    X11PrimarySelection(X11Connection &connection, X11SelectionHistory &history)
+        : connection_(connection)
+        , history_(history)
+    {
+    }
 
-    [[nodiscard]] std::optional<qint64> ownerProcess() override;
+    [[nodiscard]] std::optional<Publication> publication() override;
+    [[nodiscard]] bool publishes(qint64 processIdentifier) override;
     [[nodiscard]] std::optional<QString> string(QDeadlineTimer deadline) override;
 
 private:
     X11Connection &connection_;
+    X11SelectionHistory &history_;
 };
 
 } // namespace vellumo

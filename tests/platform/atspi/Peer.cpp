@@ -5,8 +5,8 @@
 // tree of a JSON file. Prints "ready" when it is registered and "read ROLE" for each text that it
 // is asked for. An object of the tree:
 //   role, focused, name, text, selections [[start, end]...], fleeting (they are gone once asked
-//   for), display, address, toolkit (topmost), children: one for each U+FFFC of the text, then
-//   those that are not in the text.
+//   for), display, address, toolkit (topmost), elsewhere (the bus name that references to it have),
+//   children: one for each U+FFFC of the text, then those that are not in the text.
 #include "platform/atspi/AtspiProtocol.h"
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -80,7 +80,12 @@ private:
         return index;
     }
 
-    ObjectReference reference(qsizetype index) const { return {bus_.baseService(), pathOf(index)}; }
+    ObjectReference reference(qsizetype index) const
+    {
+        const QString service =
+            nodes_.at(index).data.value(u"elsewhere").toString(bus_.baseService());
+        return {service, pathOf(index)};
+    }
 
     QVariant references(const QList<qsizetype> &indexes) const
     {

@@ -73,6 +73,8 @@ private Q_SLOTS:
     void assembles_data();
     void assembles();
     void neverReadsAPassword();
+    void asksNoOtherService();
+    void survivesAFlood();
     void tellsRangeKindAndPage();
 
 private:
@@ -143,7 +145,7 @@ void TestAtspiSelection::assembles_data()
     row("deselected meanwhile", fleeting(u"\uFFFC"_s, {block}), Kind::Nothing);
     row("deselected meanwhile, with a block between the ends",
         fleeting(u"\uFFFC\uFFFC\uFFFC"_s, {block, block, block}), Kind::Nothing);
-    row("a picture alone", focused(object(paragraph, u"a\uFFFCb"_s, {{1, 2}})), Kind::Unknown);
+    row("a picture alone", focused(object(paragraph, u"a\uFFFCb"_s, {{1, 2}})), Kind::Unfinished);
     row("focus beside the selection",
         object(web, u"\uFFFC\uFFFC"_s, {{0, 1}},
                {object(paragraph, u"chosen"_s, {{0, 6}}),
@@ -164,8 +166,17 @@ void TestAtspiSelection::assembles_data()
         return with(focused(tree), u"toolkit"_s, u"Chromium"_s);
     };
     row("Chromium before astral", chromium(plain, {{0, 3}}), Kind::Text, u"第一段"_s);
-    row("Chromium behind astral", chromium(plain, {{0, 14}}), Kind::Unknown);
-    row("Chromium far behind astral", chromium(plain, {{0, 0}}), Kind::Unknown);
+    row("Chromium behind astral", chromium(plain, {{0, 14}}), Kind::Unfinished);
+    row("Chromium far behind astral", chromium(plain, {{0, 0}}), Kind::Unfinished);
+    row("longer than anything here works with",
+        focused(object(entry, QString(30'000, u'a'), {{0, 30'000}})), Kind::Text,
+        QString(maxSelectionLength + 1, u'a'));
+    const auto long10 = object(paragraph, QString(10'000, u'a'), {{0, 10'000}});
+    row("longer, in several paragraphs",
+        focused(object(web, u"\uFFFC\uFFFC\uFFFC"_s, {{0, 3}}, {long10, long10, long10})),
+        Kind::Text, QStringList(3, QString(10'000, u'a')).join(u'\n'));
+    row("more objects than can be asked",
+        focused(object(web, QString(15'000, u'\uFFFC'), {{0, 15'000}})), Kind::Unfinished);
     row("no text", focused(QJsonObject{{u"role"_s, label}}), Kind::Unknown);
 }
 
@@ -195,6 +206,32 @@ void TestAtspiSelection::neverReadsAPassword()
         QVERIFY(!accessibility().stringForRange(*element, {0, 6}, QDeadlineTimer(1000)));
     }
     QVERIFY(!peer.output().contains(u"read 40"));
+}
+
+void TestAtspiSelection::asksNoOtherService()
+{
+    Peer other(focused(object(paragraph, u"of another application"_s, {{0, 22}})));
+    QVERIFY(other.waitUntilReady());
+    const auto theirs = focusedElement(other.id());
+    QVERIFY(theirs);
+    const auto elsewhere = with(object(paragraph, u"own"_s), u"elsewhere"_s, theirs->service);
+    Peer peer(focused(object(web, u"one \uFFFC two"_s, {{0, 9}}, {elsewhere})));
+    QVERIFY(peer.waitUntilReady());
+    QCOMPARE(select(peer).text, u"one  two"_s);
+    QVERIFY(!other.output().contains(u"read "_s));
+}
+
+void TestAtspiSelection::survivesAFlood()
+{
+    const auto flood =
+        object(web, u"\uFFFC"_s, {{0, 1}}, {object(paragraph, QString(9'000'000, u'a'), {{0, 1}})});
+    Peer peer(with(focused(flood), u"toolkit"_s, u"Chromium"_s));
+    QVERIFY(peer.waitUntilReady());
+    QVERIFY(select(peer).text.isEmpty());
+    QVERIFY(reader_->connect());
+    Peer next(focused(object(entry, u"text"_s, {{0, 4}})));
+    QVERIFY(next.waitUntilReady());
+    QTRY_COMPARE(select(next).text, u"text"_s);
 }
 
 void TestAtspiSelection::tellsRangeKindAndPage()

@@ -10,12 +10,15 @@
 //   vellumo_x11_peer manager          is the clipboard manager: takes contents over when asked to
 //   vellumo_x11_peer stalled-manager  as manager, but stops the process before it is asked
 //   vellumo_x11_peer dump             prints "TARGET TYPE FORMAT SHA1" for all that is offered
-//   vellumo_x11_peer window INSTANCE CLASS   shows a window; prints its number, then "KEY STATE"
-//                                     for each key pressed in it
+//   vellumo_x11_peer window INSTANCE CLASS [X]   shows a window; prints its number, then "KEY
+//   STATE"
+//                                     for each key pressed in it. A publishes a selection, W gives
+//                                     the window another title, Q shows a second window.
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Problems.h"
 #include "platform/x11/X11SelectionReader.h"
 #include "platform/x11/X11SelectionServer.h"
+#include "support/Desktop.h"
 #include <QCryptographicHash>
 #include <QFile>
 #include <QGuiApplication>
@@ -146,14 +149,15 @@ int dump(X11Connection &connection)
     return targets ? 0 : 1;
 }
 
-int showWindow(X11Connection &connection, const QString &instance, const QString &className)
+xcb_window_t makeWindow(X11Connection &connection, const QString &instance,
+                        const QString &className, int x)
 {
     auto *xcb = connection.xcb();
     const auto window = xcb_generate_id(xcb);
     constexpr uint32_t mask = XCB_EVENT_MASK_KEY_PRESS;
-    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, connection.root(), 400, 300, 200, 100, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
-                      &mask);
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, connection.root(), static_cast<int16_t>(x),
+                      300, 200, 100, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_EVENT_MASK, &mask);
     const QByteArray classes = instance.toLatin1() + '\0' + className.toLatin1() + '\0';
     const QByteArray title = "title of " + instance.toLatin1();
     const auto pid = static_cast<uint32_t>(getpid());
@@ -167,9 +171,26 @@ int showWindow(X11Connection &connection, const QString &instance, const QString
                         XCB_ATOM_CARDINAL, 32, 1, &pid);
     xcb_map_window(xcb, window);
     connection.roundTrip();
-    connection.setEventHandler([](const xcb_generic_event_t &event) {
+    return window;
+}
+
+int showWindow(X11Connection &connection, const QString &instance, const QString &className, int x)
+{
+    const auto window = makeWindow(connection, instance, className, x);
+    X11SelectionServer primary(connection, XCB_ATOM_PRIMARY);
+    connection.setEventHandler([&](const xcb_generic_event_t &event) {
         if (eventType(event) == XCB_KEY_PRESS) {
             const auto &press = eventAs<xcb_key_press_event_t>(event);
+            if (press.detail == test::Key::A) {
+                primary.own({{connection.atom("UTF8_STRING"_ba),
+                              {connection.atom("UTF8_STRING"_ba), 8, "selected"_ba}}});
+            } else if (press.detail == test::Key::W) {
+                xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window,
+                                    XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 5, "other");
+            } else if (press.detail == test::Key::Q) {
+                makeWindow(connection, instance + u"-second"_s, className, x);
+            }
+            connection.roundTrip();
             say(QByteArray::number(press.detail) + ' ' + QByteArray::number(press.state));
         }
     });
@@ -193,7 +214,8 @@ int main(int argc, char **argv)
         return manage(connection, verb.startsWith("stalled"_L1));
     }
     if (verb == "window"_L1) {
-        return showWindow(connection, arguments.value(2), arguments.value(3));
+        return showWindow(connection, arguments.value(2), arguments.value(3),
+                          arguments.value(4, u"400"_s).toInt());
     }
     return own(connection, verb, arguments.mid(2));
 }

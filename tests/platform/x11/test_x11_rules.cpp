@@ -215,7 +215,7 @@ void TestX11Rules::doesLessWithoutExtensions()
     QVERIFY(waitUntil([&] { return server.standardOutput().endsWith(u'\n'); }, 10s));
     X11Backend backend(':' + server.standardOutput().trimmed().toLatin1());
     QVERIFY(!backend.keyPosting().postCopy());
-    QVERIFY(!backend.primarySelection().ownerProcess());
+    QVERIFY(!backend.primarySelection().publication());
     QVERIFY(backend.pasteboard().items(QDeadlineTimer(5000))->isEmpty());
     QVERIFY(!backend.pasteboard().waitForChange(backend.pasteboard().changeCount(),
                                                 QDeadlineTimer(10)));

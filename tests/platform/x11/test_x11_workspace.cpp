@@ -4,6 +4,7 @@
 #include "PeerProcess.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Problems.h"
+#include "platform/x11/X11SelectionHistory.h"
 #include "platform/x11/X11Windows.h"
 #include "platform/x11/X11Workspace.h"
 #include "support/Desktop.h"
@@ -13,6 +14,7 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace vellumo;
 using namespace vellumo::test;
 
@@ -28,6 +30,7 @@ private Q_SLOTS:
     void ownWindowsChangeNothing();
     void emptyDesktop();
     void opensOnlyWebAddresses();
+    void aPublicationIsOverWithItsSelection();
 
 private:
     struct Session;
@@ -145,6 +148,68 @@ void TestX11Workspace::opensOnlyWebAddresses()
     for (const char *address : {"", "file:///etc/hostname", "javascript:alert(1)", "mailto:a@b.c",
                                 "--help", "https:", "vellumo://auth"})
         QVERIFY2(!desk->workspace.openUrl(QUrl(QString::fromLatin1(address))), address);
+}
+
+void TestX11Workspace::aPublicationIsOverWithItsSelection()
+{
+    PeerProcess other({u"window"_s, u"beside"_s, u"Beside"_s, u"700"_s});
+    PeerProcess peer({u"window"_s, u"reader"_s, u"Reader"_s, u"100"_s});
+    X11Connection connection(problems_);
+    X11SelectionHistory history(connection);
+    const auto isOver = [&]() -> std::optional<bool> {
+        const auto publication = history.publication();
+        const bool isPeers = publication && publication->processIdentifier == peer.processId();
+        return isPeers ? std::optional(publication->isOver) : std::nullopt;
+    };
+    qsizetype keys = 0;
+    const auto tap = [&](quint8 key) {
+        desktop_.tap(key);
+        ++keys;
+        return waitUntil([&] { return peer.moreLines().size() == keys; });
+    };
+    const auto clickOn = [&](WindowId window, quint8 button = 1) {
+        desktop_.click(desktop_.geometry(window).center(), 1, button);
+        desktop_.sync();
+    };
+    QVERIFY(desktop_.activate(peer.window()));
+    QCOMPARE(isOver(), std::nullopt);
+    QVERIFY(!history.publishes(peer.processId()));
+    QVERIFY(tap(Key::A));
+    QCOMPARE(isOver(), false);
+    QVERIFY(history.publishes(peer.processId()));
+
+    // neither the wheel nor another application
+    clickOn(peer.window(), 4);
+    QCOMPARE(isOver(), false);
+    QVERIFY(desktop_.activate(other.window()));
+    clickOn(other.window());
+    QCOMPARE(isOver(), true); // as long as that is in front
+    QVERIFY(desktop_.activate(peer.window()));
+    QCOMPARE(isOver(), false);
+
+    clickOn(peer.window());
+    QCOMPARE(isOver(), true);
+    QVERIFY(tap(Key::A));
+    QCOMPARE(isOver(), false);
+
+    QVERIFY(tap(Key::W));
+    QCOMPARE(isOver(), true);
+    QVERIFY(tap(Key::A));
+    QCOMPARE(isOver(), false);
+
+    QVERIFY(tap(Key::Q));
+    const auto second = desktop_.waitForWindow(u"reader-second"_s);
+    QVERIFY(second && desktop_.activate(*second));
+    QCOMPARE(isOver(), true);
+    QVERIFY(desktop_.activate(peer.window()));
+    QCOMPARE(isOver(), false);
+
+    QCOMPARE(history.publication()->sinceRead, std::nullopt);
+    history.noteRead();
+    QVERIFY(history.publication()->sinceRead < 5s);
+    X11SelectionHistory later(connection); // the same text, published before that started
+    QVERIFY(later.publication()->sinceRead);
+    QVERIFY(!later.publishes(peer.processId()));
 }
 
 QTEST_MAIN(TestX11Workspace)

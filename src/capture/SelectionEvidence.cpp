@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "capture/SelectionEvidence.h"
+
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+using Kind = SelectedText::Kind;
+
+/// How long browsers take to announce through accessibility what they have published.
+constexpr auto announcementDelay = 1s;
+
+/// How long a text counts again that was read before and that nothing else confirms.
+constexpr auto rereadTime = 30s;
+
+/// Whether the publication belongs to a change of the selection that was announced then, or is
+/// newer.
+bool isOfChange(const Publication &publication, std::chrono::milliseconds sinceChange)
+{
+    return publication.age <= sinceChange + announcementDelay;
+}
+
+} // namespace
+
+bool isStillSelected(const Publication &publication, const SelectionEvidence &evidence)
+{
+    if (publication.isOver) {
+        return false;
+    }
+    if (evidence.answer == Kind::Nothing) {
+        // Some viewers drop the selection when Alt is released: what was selected before counts.
+        const bool isDroppedByTap = evidence.sinceChange && *evidence.sinceChange < timeOfTaps;
+        return isDroppedByTap
+            && (!evidence.sinceChangeBeforeTaps
+                || isOfChange(publication, *evidence.sinceChangeBeforeTaps));
+    }
+    if (evidence.sinceChange) {
+        return isOfChange(publication, *evidence.sinceChange);
+    }
+    return evidence.answer == Kind::Unfinished || !publication.sinceRead
+        || *publication.sinceRead < rereadTime;
+}
+
+bool isLineOfCaret(QStringView copied)
+{
+    return copied.endsWith(u'\n') && copied.indexOf(u'\n') == copied.size() - 1;
+}
+
+} // namespace vellumo
