@@ -91,10 +91,11 @@ FocusScope {
         anchors.verticalCenter: parent.verticalCenter
         diameter: Units.submitButton
         iconSize: 14
+        iconColor: Theme.islandText
         ground: field.canSubmit ? Theme.islandAccent : Theme.islandControlHovered
         enabled: field.canSubmit
         accessibleName: field.texts.english ? "Send" : "发送"
-        iconSource: "qrc:/qt/qml/Vellumo/Ui/icons/arrow-up.svg"
+        icon: "arrow-up"
         onClicked: field.submit()
     }
 }

@@ -45,7 +45,7 @@ Item {
         anchors.right: parent.right
         anchors.verticalCenter: parent.verticalCenter
         accessibleName: header.texts.english ? "Close" : "关闭"
-        iconSource: "qrc:/qt/qml/Vellumo/Ui/icons/close.svg"
+        icon: "close"
         onClicked: header.view.close()
     }
 }

@@ -1,14 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
+import Vellumo.Ui
 
 /// A round button with a picture, for the dark island.
 ButtonArea {
     id: button
 
-    required property url iconSource
+    required property string icon ///< of LineIcon
     property int diameter: Units.closeButton
     property int iconSize: 10
+    property color iconColor: Theme.islandBody
     property color ground: Theme.islandControl
 
     implicitWidth: button.diameter
@@ -24,11 +26,12 @@ ButtonArea {
             ColorAnimation { duration: Units.quick }
         }
     }
-    Image {
+    LineIcon {
         anchors.centerIn: parent
-        source: button.iconSource
-        sourceSize.width: button.iconSize
-        sourceSize.height: button.iconSize
+        width: button.iconSize
+        height: width
+        name: button.icon
+        color: button.iconColor
     }
     FocusRing {
         shown: button.activeFocus

@@ -114,6 +114,7 @@ class ResultPanelViewTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { installApplicationFonts(); }
+    void drawsIconsByItself();
     void showsWhatItsStateNeeds_data();
     void showsWhatItsStateNeeds();
     void fitsItsContent();
@@ -125,6 +126,25 @@ private Q_SLOTS:
     void showsTextsAsTheyAre();
     void switchesLanguageAndCloses();
 };
+
+// The image plugin for SVG is a package of its own and may be missing.
+void ResultPanelViewTest::drawsIconsByItself()
+{
+    const QStringList plugins = QCoreApplication::libraryPaths();
+    QCoreApplication::setLibraryPaths({});
+    Desk desk;
+    desk.present(line);
+    const QImage picture = desk.window->grabWindow();
+    QCoreApplication::setLibraryPaths(plugins);
+    for (const char *name : {"close", "send"}) {
+        const QQuickItem *button = desk.item(name);
+        const QRectF ground = button->mapRectToScene(button->boundingRect());
+        const QColor empty =
+            picture.pixelColor(QPointF(ground.center().x(), ground.top() + 3).toPoint());
+        const QColor drawn = picture.pixelColor(ground.center().toPoint());
+        QVERIFY2(drawn.lightness() > empty.lightness() + 30, name);
+    }
+}
 
 void ResultPanelViewTest::showsWhatItsStateNeeds_data()
 {
