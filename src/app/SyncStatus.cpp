@@ -102,7 +102,7 @@ void SyncStatus::ended(DataConnectHistory::Direction direction, DataConnectHisto
     const bool isUp = direction == DataConnectHistory::Direction::Up;
     const QDateTime now = NoteDates::localTime(with_.clock.secondsSinceReferenceDate());
     if (outcome) {
-        (isUp ? sending_ : fetching_) = {problemOf(*outcome), now};
+        (isUp ? sending_ : fetching_) = Trouble{problemOf(*outcome), now};
     } else if (!isUp) {
         fetching_.reset();
         lastFetched_ = now;

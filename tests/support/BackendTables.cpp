@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QSqlError>
+#include <QTimeZone>
 #include <QUuid>
 #include <QVariant>
 
@@ -48,7 +49,7 @@ void fail(const QSqlQuery &query)
 
 QString timestamp(qint64 microseconds)
 {
-    const QDateTime time = QDateTime::fromMSecsSinceEpoch(microseconds / 1000, Qt::UTC);
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(microseconds / 1000, QTimeZone::utc());
     return time.toString(u"yyyy-MM-dd'T'HH:mm:ss.zzz"_s)
         + u"%1Z"_s.arg(microseconds % 1000, 3, 10, QChar(u'0'));
 }
