@@ -81,8 +81,7 @@ bool syncDirectory(const QString &path)
     return directory.isOpen() && (::fsync(directory.get()) == 0 || errno == EINVAL);
 }
 
-std::optional<QString> writeBeside(const QString &temporary, const QList<QByteArray> &pieces,
-                                   Durability durability)
+std::optional<QString> writeBeside(const QString &temporary, const QList<QByteArray> &pieces)
 {
     FileDescriptor file(::open(QFile::encodeName(temporary).constData(),
                                O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600));
@@ -92,7 +91,8 @@ std::optional<QString> writeBeside(const QString &temporary, const QList<QByteAr
     if (!writeAll(file.get(), pieces)) {
         return problem(u"write"_s, temporary);
     }
-    if (durability == Durability::Synced && ::fsync(file.get()) != 0) {
+    // Before the name is given away: a file system may write the name first and lose the data.
+    if (::fsync(file.get()) != 0) {
         return problem(u"sync"_s, temporary);
     }
     if (!file.close()) {
@@ -109,7 +109,7 @@ std::optional<QString> replaceFile(const QString &path, const QList<QByteArray> 
     const QFileInfo info(path);
     const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
     const QString temporary = target + u".tmp"_s;
-    std::optional<QString> failure = writeBeside(temporary, pieces, durability);
+    std::optional<QString> failure = writeBeside(temporary, pieces);
     if (!failure
         && std::rename(QFile::encodeName(temporary).constData(),
                        QFile::encodeName(target).constData())

@@ -10,8 +10,8 @@
 namespace vellumo {
 
 enum class Durability : quint8 {
-    Ordinary, ///< survives a crash of the program
-    Synced, ///< has reached the disk, with the directory entry, when the call returns
+    Ordinary, ///< after a power cut the old or the new bytes are there, whole
+    Synced, ///< after a power cut the new bytes are there, once the call has returned
 };
 
 /// Replaces the file's content, given in pieces, so that at every moment either the old or the new

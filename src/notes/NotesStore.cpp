@@ -23,7 +23,9 @@ namespace vellumo {
 namespace {
 
 constexpr qint64 megabyte = 1'000'000;
-constexpr auto gatheringPerMegabyte = 50ms; // keeps saving below a tenth of the time of a long sync
+// Keeps saving below a tenth of the time of a long sync.
+constexpr auto gathering = 200ms;
+constexpr auto gatheringPerMegabyte = 50ms;
 
 QString lowerIdText(const QUuid &id)
 {
@@ -101,7 +103,7 @@ void NotesStore::load()
         }
         adopt(*older);
     } else {
-        hasUnreadableFile_ = !bytes.isEmpty();
+        hasUnreadableFile_ = true;
     }
 }
 
@@ -321,16 +323,9 @@ void NotesStore::mergeRemote(const QList<ReadingNote> &notes)
 void NotesStore::markSynced(const QUuid &noteId, qint64 followUpCount)
 {
     syncStates_[noteIdText(noteId)] = {true, followUpCount};
-    saveBookkeeping();
-}
-
-void NotesStore::saveBookkeeping()
-{
     // Lost bookkeeping costs one more look at the server, not a note.
-    if (fileSize_ <= megabyte) {
-        save(Durability::Ordinary);
-    } else if (!bookkeepingTimer_.isActive()) {
-        bookkeepingTimer_.start(gatheringPerMegabyte * (fileSize_ / megabyte));
+    if (!bookkeepingTimer_.isActive()) {
+        bookkeepingTimer_.start(gathering + gatheringPerMegabyte * (fileSize_ / megabyte));
     }
 }
 

@@ -32,8 +32,8 @@ public:
     [[nodiscard]] QList<PendingNote> pendingSync() const override;
     [[nodiscard]] qsizetype unknownCount(const QList<ReadingNote> &notes) const override;
     void mergeRemote(const QList<ReadingNote> &notes) override;
-    /// Saved at once while the file is small. Beyond a megabyte, bookkeeping is gathered for up to
-    /// 50 ms for each megabyte, since each save writes all of it; any other save takes it along.
+    /// Bookkeeping is gathered for 200 ms and 50 ms more for each megabyte of the file, since each
+    /// save writes all of it and waits for the disk. Any other save takes it along.
     void markSynced(const QUuid &noteId, qint64 followUpCount) override;
     [[nodiscard]] QStringList unreadableFiles() const override;
     [[nodiscard]] std::optional<QString> saveFailure() const override { return saveFailure_; }
@@ -47,7 +47,6 @@ private:
     void load();
     void adopt(const QList<StoredNotesBucket> &buckets);
     void save(Durability durability);
-    void saveBookkeeping();
     void bucketChanged(const QString &key);
     [[nodiscard]] QList<QByteArray> encoded();
     [[nodiscard]] std::optional<QString> trySave(Durability durability);
