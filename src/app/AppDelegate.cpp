@@ -17,6 +17,7 @@
 #include "app/StatusItem.h"
 #include "app/SyncWiring.h"
 #include "app/TerminationSignals.h"
+#include "app/UnsavedNotes.h"
 #include "app/UpdaterManager.h"
 #include "capture/AccessibilitySelectionReader.h"
 #include "capture/ContextTracker.h"
@@ -33,6 +34,7 @@
 #include "ui/ApplicationFonts.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QTimer>
 #include <QWindow>
 
@@ -268,6 +270,14 @@ void AppDelegate::buildCapturePipeline()
     LinuxPlatform &platform = foundation_->platform;
     resultPanel_ = std::make_unique<ResultPanelController>(
         foundation_->windows, foundation_->screens, platform.events(), foundation_->texts);
+    unsavedNotes_ = std::make_unique<UnsavedNotes>(
+        UnsavedNotes::Collaborators{*notesStore_, *resultPanel_, foundation_->texts},
+        QFileInfo(NotesStore::defaultStorePath()).absolutePath());
+    resultPanel_->onClosed = [unsaved = QPointer(unsavedNotes_.get())] {
+        if (unsaved) {
+            unsaved->panelClosed();
+        }
+    };
     notesEntrance_ =
         std::make_unique<NotesEntranceController>(NotesEntranceController::Collaborators{
             foundation_->windows, foundation_->screens, platform.events(), foundation_->defaults,

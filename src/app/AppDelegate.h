@@ -33,6 +33,7 @@ class ServiceSetup;
 class StatusItem;
 class SyncWiring;
 class TriggerManager;
+class UnsavedNotes;
 struct LaunchRequest;
 class UpdaterManager;
 class VellumoCoordinator;
@@ -90,6 +91,7 @@ private:
     std::unique_ptr<ServiceSetup> serviceSetup_;
     std::unique_ptr<ForwardingExplainer> aiService_;
     std::unique_ptr<ResultPanelController> resultPanel_;
+    std::unique_ptr<UnsavedNotes> unsavedNotes_;
     std::unique_ptr<NotesEntranceController> notesEntrance_;
     std::unique_ptr<ReadingBudget> readingBudget_;
     std::unique_ptr<AccessibilitySelectionReader> selectionReader_;

@@ -12,7 +12,8 @@ FocusScope {
     required property bool english
 
     readonly property bool isUnsaved: notice.file.saveFailure.length > 0
-    readonly property string words: notice.isUnsaved ? notice.unsavedText()
+    readonly property string words: notice.isUnsaved
+        ? notice.file.unsavedText(notice.file.saveFailure, notice.english)
         : notice.file.unreadableFile.length > 0 ? notice.unreadableText() : ""
 
     /// It goes, and had the keyboard.
@@ -27,11 +28,6 @@ FocusScope {
             notice.keyboardLeft()
     }
 
-    function unsavedText(): string {
-        return (notice.english
-            ? "Notes cannot be saved: %1. They are kept in memory and saved as soon as it works."
-            : "笔记无法保存:%1。内容暂存在内存中,可以写入时会立即保存。").arg(notice.file.saveFailure)
-    }
     function unreadableText(): string {
         if (!notice.file.isSetAside)
             return (notice.english

@@ -57,6 +57,14 @@ QString NotesFileState::saveFailure() const
     return store_.saveFailure().value_or(QString());
 }
 
+QString NotesFileState::unsavedText(const QString &failure, bool english)
+{
+    return (english
+                ? u"Notes cannot be saved: %1. They are kept in memory and saved as soon as it works."_s
+                : u"笔记无法保存:%1。内容暂存在内存中,可以写入时会立即保存。"_s)
+        .arg(failure);
+}
+
 QString NotesFileState::unreadableFile() const
 {
     return readable(unreadableFile_);

@@ -63,7 +63,9 @@ NotesStore::NotesStore(QString storeURL, QObject *parent)
 
 NotesStore::~NotesStore()
 {
-    if (bookkeepingTimer_.isActive()) {
+    if (saveFailure_) {
+        save(Durability::Synced);
+    } else if (bookkeepingTimer_.isActive()) {
         save(Durability::Ordinary);
     }
 }
@@ -150,6 +152,13 @@ std::optional<QString> NotesStore::trySave(Durability durability)
         std::accumulate(pieces.cbegin(), pieces.cend(), qint64{0},
                         [](qint64 size, const QByteArray &piece) { return size + piece.size(); });
     return replaceFile(storeURL_, pieces, durability);
+}
+
+void NotesStore::retrySave()
+{
+    if (saveFailure_) {
+        save(Durability::Synced);
+    }
 }
 
 QStringList NotesStore::unreadableFiles() const

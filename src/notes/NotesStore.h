@@ -17,7 +17,7 @@ public:
     /// Loads the file. A file that cannot be read or decoded leaves the store empty and is set
     /// aside before the first save. Two buckets with the same key end the process.
     explicit NotesStore(QString storeURL, QObject *parent = nullptr);
-    /// Saves what is left of the bookkeeping.
+    /// Saves what is left of the bookkeeping, and tries again what could not be saved.
     ~NotesStore() override;
     Q_DISABLE_COPY_MOVE(NotesStore)
 
@@ -37,6 +37,7 @@ public:
     void markSynced(const QUuid &noteId, qint64 followUpCount) override;
     [[nodiscard]] QStringList unreadableFiles() const override;
     [[nodiscard]] std::optional<QString> saveFailure() const override { return saveFailure_; }
+    void retrySave() override;
 
 private:
     struct Place {

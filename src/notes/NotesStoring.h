@@ -54,8 +54,11 @@ public:
     [[nodiscard]] virtual QStringList unreadableFiles() const { return {}; }
 
     /// What stood in the way of the last save, in the system's words; absent when it worked. What
-    /// could not be saved is saved with the next change.
+    /// could not be saved is saved with the next change, by retrySave(), or at the end.
     [[nodiscard]] virtual std::optional<QString> saveFailure() const { return std::nullopt; }
+
+    /// Saves what could not be saved before. Does nothing unless there is a saveFailure().
+    virtual void retrySave() { }
 
 Q_SIGNALS:
     /// unreadableFiles() or saveFailure() answers something else.

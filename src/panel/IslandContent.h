@@ -49,6 +49,8 @@ struct IslandContent {
         return {Result{std::move(result), std::move(sourceText), std::move(thread), false}};
     }
     static IslandContent demo(ExplanationResult result) { return {Demo{std::move(result)}}; }
+    /// A message that has nothing to do with a selection; takes no follow-ups.
+    static IslandContent notice(QString message) { return {Demo{{{}, std::move(message)}}}; }
 
     friend bool operator==(const IslandContent &, const IslandContent &) = default;
 };

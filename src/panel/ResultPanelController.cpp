@@ -119,6 +119,9 @@ void ResultPanelController::dismiss()
 {
     if (panel_) {
         endPresentation(Leaving::Hide);
+        if (onClosed) {
+            onClosed();
+        }
     }
 }
 

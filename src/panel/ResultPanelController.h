@@ -41,6 +41,9 @@ public:
     /// Tells whether the error that is being shown can be helped there; it offers the way then.
     std::function<bool()> isErrorOfService;
 
+    /// Called when the panel has left the screen and what its dismissal brings about is done.
+    std::function<void()> onClosed;
+
     /// Makes the window, hidden, so that the first presentation is quick. Costs some ten
     /// milliseconds: call it when the program is idle. Presenting does it if needed.
     void prepare();

@@ -3,8 +3,12 @@
 
 #include "app/DataFolderLock.h"
 #include "app/PermissionManager.h"
+#include "app/UnsavedNotes.h"
+#include "capture/CoordinatorFakes.h"
+#include "notes/NotesStore.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
+#include "ui/BilingualText.h"
 
 #include <QGuiApplication>
 #include <QProcess>
@@ -22,6 +26,7 @@ private Q_SLOTS:
     void changesAreReportedOnceAfterTheyHaveSettled();
     void unsignalledChangeIsSeenByThePoll();
     void secondProcessIsRefused();
+    void failedSaveIsSaidOnceAndTriedAgain();
 };
 
 void TestPermission::changesAreReportedOnceAfterTheyHaveSettled()
@@ -79,6 +84,49 @@ void TestPermission::secondProcessIsRefused()
     QCOMPARE(second.exitCode(), 3);
     QCOMPARE(second.readAllStandardOutput(),
              QByteArray::number(QCoreApplication::applicationPid()));
+}
+
+void TestPermission::failedSaveIsSaidOnceAndTriedAgain()
+{
+    const QTemporaryDir home;
+    const QString folder = home.filePath(u"vellumo"_s);
+    QFile obstacle(folder); // a file where the folder should be
+    QVERIFY(obstacle.open(QIODevice::WriteOnly));
+    NotesStore store(folder + u"/notes.json"_s);
+    FakeResultPanel panel;
+    const BilingualText texts([] { return u"English"_s; });
+    UnsavedNotes unsaved({store, panel, texts}, folder);
+    const auto saveOneMore = [&store] {
+        store.add({QUuid::createUuid(), u"s"_s, {}, u"e"_s, 1, {}}, {u"k"_s, u"d"_s, {}});
+    };
+    const auto close = [&] {
+        panel.dismiss();
+        unsaved.panelClosed();
+        QCoreApplication::processEvents();
+    };
+
+    // a note is saved when its panel closes, while the next one is already on screen
+    panel.present(IslandContent::loading(u"x"_s), {}, {});
+    saveOneMore();
+    QCoreApplication::processEvents();
+    QVERIFY(std::holds_alternative<IslandContent::Loading>(panel.shown->value));
+    close();
+    QVERIFY(panel.isOnScreen());
+    const QString said = std::get<IslandContent::Demo>(panel.shown->value).result.explanation;
+    QVERIFY2(said.startsWith(u"Notes cannot be saved: "_s), qPrintable(said));
+    close();
+    saveOneMore();
+    close();
+    QVERIFY(!panel.isOnScreen()); // once
+
+    QVERIFY(obstacle.remove());
+    QTRY_VERIFY(!store.saveFailure()); // as soon as it works
+    QCOMPARE(NotesStore(folder + u"/notes.json"_s).noteCount(), 2);
+
+    QVERIFY(QFile::rename(folder, folder + u"2"_s) && obstacle.open(QIODevice::WriteOnly));
+    saveOneMore();
+    QCoreApplication::processEvents();
+    QVERIFY(panel.isOnScreen()); // another failure is said again
 }
 
 int main(int argc, char *argv[])
