@@ -11,6 +11,7 @@
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QtEndian>
 
 namespace vellumo::test {
 
@@ -170,6 +171,23 @@ QByteArrayList HttpReceived::header(const QByteArray &name) const
     return values;
 }
 
+QByteArray gzipped(const QByteArray &bytes)
+{
+    // qCompress puts a length and a zlib header before the deflated bytes and a checksum behind
+    // them
+    const QByteArray deflated = qCompress(bytes).sliced(6).chopped(4);
+    quint32 crc = ~0U;
+    for (const char byte : bytes) {
+        crc ^= static_cast<quint8>(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc >> 1) ^ ((crc & 1) != 0 ? 0xedb88320U : 0U);
+    }
+    QByteArray end(8, '\0');
+    qToLittleEndian(~crc, end.data());
+    qToLittleEndian(static_cast<quint32>(bytes.size()), end.data() + 4);
+    return QByteArray("\x1f\x8b\x08\0\0\0\0\0\0\x03", 10) + deflated + end;
+}
+
 HttpServer::HttpServer(Security security, quint16 port) : security_(security)
 {
     if (security == Security::tls) {
@@ -178,6 +196,8 @@ HttpServer::HttpServer(Security security, quint16 port) : security_(security)
         configuration.setLocalCertificate(identity().certificate);
         configuration.setPrivateKey(identity().key);
         configuration.setPeerVerifyMode(QSslSocket::VerifyNone);
+        configuration.setAllowedNextProtocols(
+            {QSslConfiguration::ALPNProtocolHTTP2, QSslConfiguration::NextProtocolHttp1_1});
         server->setSslConfiguration(configuration);
         server_ = std::move(server);
     } else {
@@ -222,6 +242,13 @@ void HttpServer::answer(const QByteArray &method, const QByteArray &target,
                         const HttpAnswer &answer)
 {
     answers_.insert(method + ' ' + target, answer);
+}
+
+void HttpServer::loseConnections()
+{
+    const auto sockets = server_->findChildren<QTcpSocket *>();
+    for (QTcpSocket *socket : sockets)
+        disconnect(socket, &QTcpSocket::readyRead, this, nullptr);
 }
 
 void HttpServer::closeConnections()

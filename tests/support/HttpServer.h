@@ -31,6 +31,9 @@ struct HttpReceived {
     [[nodiscard]] QByteArrayList header(const QByteArray &name) const;
 };
 
+/// The bytes as `Content-Encoding: gzip` has them.
+[[nodiscard]] QByteArray gzipped(const QByteArray &bytes);
+
 /// What the server sends, well-formed or not.
 struct HttpAnswer {
     QByteArray status = "200 OK";
@@ -46,7 +49,8 @@ struct HttpAnswer {
 };
 
 /// HTTP/1.1 on a loopback port, plain or with TLS. Records every request whole; one that no answer
-/// was set for ends the test run, unless there is a handler, who is then asked instead.
+/// was set for ends the test run, unless there is a handler, who is then asked instead. With TLS it
+/// offers HTTP/2 as well, as services do, and a client that takes the offer ends the test run too.
 class HttpServer : public QObject {
     Q_OBJECT
 
@@ -80,6 +84,9 @@ public:
     /// How many bytes of answers have been handed to the network.
     [[nodiscard]] qint64 bytesSent() const { return bytesSent_; }
 
+    /// From now on the connections that there are get no answers and no end, as if the network had
+    /// gone from under them. New ones are served.
+    void loseConnections();
     void closeConnections();
     /// Refuses connections from now on.
     void stopListening();

@@ -56,8 +56,11 @@ QNetworkRequest networkRequest(const HttpRequest &request)
     for (const auto &[name, value] : request.headers) {
         made.setRawHeader(name, value);
     }
-    // Without TLS this would ask every server to switch protocols.
-    made.setAttribute(QNetworkRequest::Http2AllowedAttribute, request.url.scheme() == "https"_L1);
+    // Ending one request of an HTTP/2 connection that has died leaves the connection to the next
+    // request, which hangs as long. Ending one of HTTP/1.1 closes its connection.
+    made.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    // The limit of the body serves the purpose, and refuses nothing that merely compresses well.
+    made.setDecompressedSafetyCheckThreshold(-1);
     made.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                       QNetworkRequest::ManualRedirectPolicy);
     for (const auto attribute :
@@ -84,7 +87,10 @@ QtHttpExchange::QtHttpExchange(QNetworkAccessManager &manager, ProxyLookup &prox
     connect(context, &QObject::destroyed, this, &QtHttpExchange::abandon);
 
     silence_.setSingleShot(true);
-    silence_.callOnTimeout(this, [this] { fail(HttpError::Kind::timedOut, u"silence"_s); });
+    silence_.callOnTimeout(this, [this] {
+        Q_EMIT fellSilent();
+        fail(HttpError::Kind::timedOut, u"silence"_s);
+    });
     silence_.start(request.timeout);
     total_.setSingleShot(true);
     total_.callOnTimeout(this, [this] { fail(HttpError::Kind::timedOut, u"too slow"_s); });

@@ -31,6 +31,8 @@ public:
 Q_SIGNALS:
     /// A whole answer has come, whatever its status. Emitted before the completion.
     void answered();
+    /// Nothing has come for the request's time. Emitted before the completion.
+    void fellSilent();
 
 private:
     void findWay();

@@ -31,21 +31,28 @@ private:
     const ProxyLookup &lookup_;
 };
 
+QList<QtHttpExchange *> exchangesOf(const QNetworkAccessManager &manager)
+{
+    return manager.findChildren<QtHttpExchange *>(Qt::FindDirectChildrenOnly);
+}
+
 } // namespace
 
-QtHttpSession::QtHttpSession(ProxyLookup::System proxies, std::chrono::milliseconds proxyPatience)
+QtHttpSession::QtHttpSession(ProxyLookup::System proxies, std::chrono::milliseconds proxyPatience,
+                             NetworkPlace::Source place)
     : proxies_(std::move(proxies), proxyPatience)
+    , place_(std::move(place))
 {
 }
 
 QtHttpSession::~QtHttpSession()
 {
-    if (!manager_) {
-        return;
-    }
-    const auto exchanges = manager_->findChildren<QtHttpExchange *>(Qt::FindDirectChildrenOnly);
-    for (QtHttpExchange *exchange : exchanges) {
-        exchange->cancel();
+    leaveConnections();
+    for (const auto &manager : left_) {
+        const auto exchanges = exchangesOf(*manager);
+        for (QtHttpExchange *exchange : exchanges) {
+            exchange->cancel();
+        }
     }
 }
 
@@ -57,6 +64,10 @@ void QtHttpSession::send(const HttpRequest &request, QObject *context, HttpCompl
             Qt::QueuedConnection);
         return;
     }
+    std::erase_if(left_, [](const auto &manager) { return exchangesOf(*manager).isEmpty(); });
+    if (manager_ && placeOfManager_.isLeft(place_())) {
+        leaveConnections();
+    }
     // Only of a server that has answered can there be a connection that was kept.
     const QString origin = originOf(request.url);
     const auto repetition = answeringOrigins_.contains(origin)
@@ -65,7 +76,17 @@ void QtHttpSession::send(const HttpRequest &request, QObject *context, HttpCompl
     auto *exchange = new QtHttpExchange(manager(), proxies_, request, repetition, context,
                                         std::move(completion));
     QObject::connect(exchange, &QtHttpExchange::answered, manager_.get(),
-                     [this, origin] { answeringOrigins_.insert(origin); });
+                     [this, origin, own = manager_.get()] {
+                         if (own == manager_.get()) {
+                             answeringOrigins_.insert(origin);
+                         }
+                     });
+    QObject::connect(exchange, &QtHttpExchange::fellSilent, manager_.get(),
+                     [this, own = manager_.get()] {
+                         if (own == manager_.get()) {
+                             leaveConnections();
+                         }
+                     });
 }
 
 void QtHttpSession::warmUp()
@@ -79,8 +100,17 @@ QNetworkAccessManager &QtHttpSession::manager()
     if (!manager_) {
         manager_ = std::make_unique<QNetworkAccessManager>();
         manager_->setProxyFactory(new KnownProxies(proxies_));
+        placeOfManager_ = place_();
     }
     return *manager_;
+}
+
+void QtHttpSession::leaveConnections()
+{
+    answeringOrigins_.clear();
+    if (manager_) {
+        left_.push_back(std::move(manager_));
+    }
 }
 
 } // namespace vellumo

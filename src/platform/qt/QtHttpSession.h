@@ -3,20 +3,24 @@
 #pragma once
 
 #include "platform/HttpSession.h"
+#include "platform/qt/NetworkPlace.h"
 #include "platform/qt/ProxyLookup.h"
 #include <QSet>
 #include <memory>
+#include <vector>
 
 class QNetworkAccessManager;
 
 namespace vellumo {
 
-/// HTTP over one QNetworkAccessManager, which is made when it is first needed. Speaks HTTP/2 where
-/// a TLS server offers it.
+/// HTTP/1.1 over a QNetworkAccessManager, which is made when it is first needed. Its connections
+/// are left, each request on its way with the one that it has, when a request has met with silence
+/// and when the machine has slept or changed its addresses: the next request begins anew.
 class QtHttpSession : public HttpSession {
 public:
     explicit QtHttpSession(ProxyLookup::System proxies = &ProxyLookup::ofSystem,
-                           std::chrono::milliseconds proxyPatience = std::chrono::seconds(5));
+                           std::chrono::milliseconds proxyPatience = std::chrono::seconds(5),
+                           NetworkPlace::Source place = &NetworkPlace::current);
     /// Completes what is still under way as cancelled.
     ~QtHttpSession() override;
     QtHttpSession(const QtHttpSession &) = delete;
@@ -29,10 +33,16 @@ public:
 
 private:
     [[nodiscard]] QNetworkAccessManager &manager();
+    void leaveConnections();
 
     ProxyLookup proxies_;
-    QSet<QString> answeringOrigins_; ///< scheme, host and port of servers that have answered
+    NetworkPlace::Source place_;
+    NetworkPlace placeOfManager_; ///< where its connections were made
+    /// Scheme, host and port of servers that have answered to the present manager.
+    QSet<QString> answeringOrigins_;
     std::unique_ptr<QNetworkAccessManager> manager_; ///< absent until it is needed
+    /// Each goes at some request after its last exchange has ended.
+    std::vector<std::unique_ptr<QNetworkAccessManager>> left_;
 };
 
 } // namespace vellumo

@@ -72,6 +72,9 @@ private Q_SLOTS:
     void cannotConnect();
     void keepsConnections_data();
     void keepsConnections();
+    void leavesConnectionsThatMayBeDead_data();
+    void leavesConnectionsThatMayBeDead();
+    void decompresses();
     void endsInBoundedMemory();
     void redirects();
     void endsWithItsContextOrTheSession();
@@ -286,6 +289,78 @@ void TestHttpSession::keepsConnections()
     QCOMPARE(send(), "200 hello");
     QCOMPARE(server.connections(), 2);
     QCOMPARE(server.requests().size(), 3);
+}
+
+void TestHttpSession::leavesConnectionsThatMayBeDead_data()
+{
+    using Change = std::function<void(NetworkPlace &)>;
+    QTest::addColumn<Change>("change"); // empty for one that nothing tells of
+    QTest::newRow("noticed by their silence") << Change();
+    QTest::newRow("after a suspend") << Change([](NetworkPlace &place) { place.slept += 1h; });
+    QTest::newRow("in another network")
+        << Change([](NetworkPlace &place) { place.addresses = {QHostAddress(u"192.168.7.2"_s)}; });
+}
+
+void TestHttpSession::leavesConnectionsThatMayBeDead()
+{
+    using Change = std::function<void(NetworkPlace &)>;
+    QFETCH(Change, change);
+    HttpServer server(Security::tls);
+    HttpServer::trustCertificate();
+    server.answer("POST", "/v1", {.body = "hello", .delay = 200ms});
+    NetworkPlace place;
+    QtHttpSession session(&ProxyLookup::ofSystem, 5s, [&place] { return place; });
+    Outcomes kept;
+    for (int i = 0; i < 3; ++i)
+        session.send(post(server.url(u"/v1"_s)), this, kept.completion());
+    QVERIFY(waitUntil([&] { return kept.all.size() == 3; }, 30s));
+    QCOMPARE(server.openConnections(), 3);
+
+    server.loseConnections();
+    HttpRequest request = post(server.url(u"/v1"_s));
+    request.timeout = 1s;
+    if (change) {
+        change(place);
+    } else {
+        Outcomes lost;
+        session.send(request, this, lost.completion());
+        QVERIFY(lost.wait());
+        QCOMPARE(text(lost.all.constFirst()), describe(Kind::timedOut).toUtf8());
+    }
+    request.timeout = 20s;
+    Outcomes next;
+    session.send(request, this, next.completion());
+    if (change)
+        change(place); // what is on its way is not disturbed by the next one
+    session.send(request, this, next.completion());
+    QVERIFY(waitUntil([&] { return next.all.size() == 2; }, 10s));
+    QCOMPARE(text(next.all.at(0)), "200 hello");
+    QCOMPARE(text(next.all.at(1)), "200 hello");
+    QCOMPARE(server.requests().size(), 5); // nothing was sent a second time
+}
+
+void TestHttpSession::decompresses()
+{
+    QByteArray varied;
+    for (int i = 0; varied.size() < 1'000'000; ++i)
+        varied += QByteArray::number(i * 2654435761U);
+    HttpServer server(Security::tls);
+    HttpServer::trustCertificate();
+    QtHttpSession session;
+    for (const QByteArray &body : {varied, QByteArray(12'000'000, 'x')}) {
+        server.answer("GET", "/",
+                      {.headers = {{"Content-Encoding", "gzip"}}, .body = gzipped(body)});
+        for (const bool isSmallEnough : {true, false}) {
+            HttpRequest request = get(server.url(u"/"_s));
+            request.bodyLimit = body.size() - (isSmallEnough ? 0 : 1);
+            Outcomes outcomes;
+            session.send(request, this, outcomes.completion());
+            QVERIFY(outcomes.wait());
+            QCOMPARE(text(outcomes.all.constFirst()) == "200 " + body, isSmallEnough);
+            if (!isSmallEnough)
+                QCOMPARE(text(outcomes.all.constFirst()), describe(Kind::tooLarge).toUtf8());
+        }
+    }
 }
 
 void TestHttpSession::endsInBoundedMemory()
