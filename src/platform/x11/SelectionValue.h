@@ -17,15 +17,9 @@ struct SelectionValue {
 };
 
 /// The text in a value whose type names its encoding: STRING is Latin-1, anything else is taken as
-/// UTF-8. Trailing zero bytes, which some programs count in, are dropped.
-[[nodiscard]] inline QString selectionText(const SelectionValue &value)
-{
-    QByteArrayView bytes = value.bytes;
-    while (bytes.endsWith('\0')) {
-        bytes.chop(1);
-    }
-    return value.type == XCB_ATOM_STRING ? QString::fromLatin1(bytes) : QString::fromUtf8(bytes);
-}
+/// UTF-8, also where each half of a surrogate pair is encoded by itself, as Tk does. Trailing zero
+/// bytes, which some programs count in, are dropped.
+[[nodiscard]] QString selectionText(const SelectionValue &value);
 
 /// Most bytes that are taken over from one selection, all targets together.
 constexpr qsizetype maxSelectionBytes = qsizetype{64} * 1024 * 1024;

@@ -6,6 +6,7 @@
 #include "platform/x11/DesktopEntries.h"
 #include "platform/x11/ModifierFlags.h"
 #include "platform/x11/MonitorList.h"
+#include "platform/x11/SelectionValue.h"
 #include "platform/x11/ServerTime.h"
 #include "platform/x11/TerminalClasses.h"
 #include "platform/x11/X11Backend.h"
@@ -26,6 +27,7 @@ class TestX11Rules : public QObject {
 private Q_SLOTS:
     void mapsModifiers();
     void widensServerTime();
+    void decodesText();
     void handlersChangeMonitorsWhileCalled();
     void findsDesktopEntry();
     void choosesLocalizedName();
@@ -61,6 +63,25 @@ void TestX11Rules::widensServerTime()
     QCOMPARE(time.widen(0xFFFFFFF0U) - first, 0xF0); // and an older one after it
     QCOMPARE(time.widen(0x70000000U) - first, 0x70000100);
     QCOMPARE(time.widen(0xE0000000U) - first, 0xE0000100LL);
+}
+
+void TestX11Rules::decodesText()
+{
+    constexpr xcb_atom_t utf8 = 300;
+    const struct {
+        const char *name;
+        xcb_atom_t type;
+        QByteArray bytes;
+        QString text;
+    } cases[] = {{"Latin-1", XCB_ATOM_STRING, "caf\xE9"_ba + '\0', u"caf\u00E9"_s},
+                 {"UTF-8", utf8, "\xED\x95\x9C \xF0\x9F\x8C\x8A"_ba, u"\uD55C \U0001F30A"_s},
+                 {"surrogates by themselves", utf8,
+                  "a \xED\xA0\xBC\xED\xBC\x8A\xED\xA0\xBC\xED\xBC\x95 b"_ba,
+                  u"a \U0001F30A\U0001F315 b"_s},
+                 {"half a pair", utf8, "a\xED\xA0\xBC"_ba, u"a\uFFFD\uFFFD\uFFFD"_s}};
+    for (const auto &each : cases) {
+        QVERIFY2(selectionText({each.type, 8, each.bytes}) == each.text, each.name);
+    }
 }
 
 void TestX11Rules::handlersChangeMonitorsWhileCalled()
