@@ -137,6 +137,10 @@ const DesktopEntry *DesktopEntries::find(const QString &applicationId, const QSt
     if (const auto *entry = first(applicationId, hasId)) {
         return entry;
     }
+    // A user's own entry may claim the class of an application that the desktop knows by its id.
+    if (const auto *entry = first(className, hasId)) {
+        return entry;
+    }
     // The class names the application, the instance one of its windows or a user's choice; an exact
     // match of either is better than one that differs in case.
     const auto tests = std::to_array<Test>({

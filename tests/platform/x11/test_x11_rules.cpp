@@ -146,6 +146,7 @@ void TestX11Rules::findsDesktopEntry()
     writeFile(system + u"suite-z.desktop"_s, entry("StartupWMClass=suite"));
     writeFile(system + u"vendor/tool.desktop"_s, entry("Name=Tool"));
     writeFile(system + u"removed.desktop"_s, entry("Name=Removed"));
+    writeFile(user + u"a-profile.desktop"_s, entry("Name=Mine\nStartupWMClass=painter"));
     writeFile(user + u"removed.desktop"_s, "[Desktop Entry]\nHidden=true\n");
     writeFile(system + u"link.desktop"_s, "[Desktop Entry]\nType=Link\nName=Link\n");
     DesktopEntries entries({folder.filePath(u"user"_s), folder.filePath(u"system"_s)}, {});
@@ -163,6 +164,7 @@ void TestX11Rules::findsDesktopEntry()
                  {"instance", {}, u"the-browser"_s, u"Other"_s, u"browser"_s},
                  {"class in another case", {}, {}, u"The-Browser"_s, u"browser"_s},
                  {"file name", {}, u"x"_s, u"Viewer"_s, u"viewer"_s},
+                 {"id before class", {}, u"painter"_s, u"painter"_s, u"painter"_s},
                  {"last part of the id", {}, u"editor"_s, u"Editor"_s, u"org.example.Editor"_s},
                  {"program", {}, u"paintprog"_s, {}, u"painter"_s},
                  {"launchers are nobody", {}, u"flatpak"_s, u"env"_s, {}},
