@@ -10,7 +10,7 @@
 namespace vellumo {
 
 struct RunningApplication {
-    qint64 processIdentifier = 0;
+    qint64 processIdentifier = 0; ///< 0 for a program of another machine
     std::optional<QString> localizedName; ///< the name the desktop shows for it
     std::optional<QString> bundleIdentifier; ///< its .desktop id without the suffix
     friend bool operator==(const RunningApplication &, const RunningApplication &) = default;
@@ -25,6 +25,10 @@ public:
     using QObject::QObject;
 
     [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() = 0;
+
+    /// Activations that have happened before this call are not announced any more, however late
+    /// the window system delivers them.
+    virtual void skipPastActivations() = 0;
 
     /// Whether one of our own windows has the keyboard.
     [[nodiscard]] virtual bool isOwnWindowActive() const = 0;
@@ -45,6 +49,10 @@ public:
 Q_SIGNALS:
     /// A process other than the last foreign one came to the front.
     void didActivateApplication(qint64 processIdentifier);
+
+    /// The window in front has said more of its application: frontmostApplication() now answers
+    /// another name or identifier for the same process. May be emitted while it answers.
+    void didRenameFrontmostApplication();
 };
 
 } // namespace vellumo

@@ -32,6 +32,7 @@ class FakeWorkspace : public Workspace {
 public:
     std::optional<RunningApplication> frontmost;
     bool ownWindowActive = false;
+    int skips = 0; ///< how often past activations were skipped
     QString ownSelection;
     QList<QUrl> openedUrls;
     bool opensUrls = true; ///< false: as if nothing were registered for them
@@ -40,6 +41,7 @@ public:
     {
         return frontmost;
     }
+    void skipPastActivations() override { ++skips; }
     [[nodiscard]] bool isOwnWindowActive() const override { return ownWindowActive; }
     [[nodiscard]] QString ownSelectedText() const override { return ownSelection; }
     bool openUrl(const QUrl &url) override;

@@ -4,6 +4,7 @@
 #include "platform/x11/X11Windows.h"
 
 #include "platform/x11/X11Connection.h"
+#include <QSysInfo>
 #include <array>
 #include <cstring>
 #include <unistd.h>
@@ -21,18 +22,26 @@ constexpr uint32_t maxPropertyLength = 16 * 1024;
 /// Windows between the one with the keyboard and the root.
 constexpr int maxWindowDepth = 32;
 
-QByteArray pidNamespace(const QByteArray &process)
+/// Identifies the namespace that holds a process's host name; empty when it may not be read.
+QByteArray hostNamespace(const QByteArray &process)
 {
     std::array<char, 64> target{};
-    const QByteArray link = "/proc/" + process + "/ns/pid";
+    const QByteArray link = "/proc/" + process + "/ns/uts";
     const auto length = readlink(link.constData(), target.data(), target.size());
     return length > 0 ? QByteArray(target.data(), length) : QByteArray();
 }
 
-bool isInOwnPidNamespace(qint64 process)
+/// Containers have host names of their own.
+bool hasOwnHostName(qint64 process)
 {
-    const QByteArray theirs = pidNamespace(QByteArray::number(process));
-    return theirs.isEmpty() || theirs == pidNamespace("self"_ba);
+    const QByteArray theirs = hostNamespace(QByteArray::number(process));
+    return !theirs.isEmpty() && theirs != hostNamespace("self"_ba);
+}
+
+/// Some programs name their machine with its domain, some without.
+QByteArray firstLabel(const QByteArray &machine)
+{
+    return machine.split('.').constFirst().toLower();
 }
 
 } // namespace
@@ -101,13 +110,31 @@ std::optional<qint64> X11Windows::process(xcb_window_t window)
     const auto named =
         firstNumber(property(window, connection_.atom("_NET_WM_PID"_ba), XCB_ATOM_CARDINAL));
     const auto connected = clientProcess(window);
-    if (!named || *named == 0) {
+    if (connected && named && *connected == *named) {
         return connected;
     }
-    if (connected && *connected != *named && !isInOwnPidNamespace(*connected)) {
-        return connected;
+    // A forwarded window is connected through a process of this machine that is not its own.
+    if (isOfAnotherMachine(window) && !(connected && hasOwnHostName(*connected))) {
+        return std::nullopt;
     }
-    return *named;
+    return connected || !named || *named == 0 ? connected : std::optional<qint64>(*named);
+}
+
+bool X11Windows::exists(xcb_window_t window)
+{
+    return window != XCB_WINDOW_NONE
+        && connection_.reply<xcb_get_window_attributes_reply_t>(
+               xcb_get_window_attributes(connection_.xcb(), window))
+        != nullptr;
+}
+
+bool X11Windows::isOfAnotherMachine(xcb_window_t window)
+{
+    // some count the end of the string in
+    const QByteArray machine =
+        property(window, XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING).split('\0').constFirst();
+    return !machine.isEmpty() && firstLabel(machine) != "localhost"
+        && firstLabel(machine) != firstLabel(QSysInfo::machineHostName().toLocal8Bit());
 }
 
 std::optional<qint64> X11Windows::clientProcess(xcb_window_t window)

@@ -15,6 +15,7 @@ class X11Connection;
 struct WindowClass {
     QByteArray instance;
     QByteArray className;
+    friend bool operator==(const WindowClass &, const WindowClass &) = default;
 };
 
 /// Questions about other clients' windows. Every answer is empty when the window has gone.
@@ -34,18 +35,21 @@ public:
     /// belongs.
     [[nodiscard]] xcb_window_t focusedTopLevel();
 
-    /// The process that the window names, checked against the one behind its connection: a
-    /// sandboxed program names an identifier of its own process namespace.
+    /// The process whose connection made this window; where the server does not know it, the one
+    /// that the window names. Absent for a window that another machine shows here.
     [[nodiscard]] std::optional<qint64> process(xcb_window_t window);
 
     /// The process whose connection made this window, as the server knows it.
     [[nodiscard]] std::optional<qint64> clientProcess(xcb_window_t window);
+
+    [[nodiscard]] bool exists(xcb_window_t window);
 
     [[nodiscard]] WindowClass windowClass(xcb_window_t window);
     [[nodiscard]] QString title(xcb_window_t window);
     [[nodiscard]] QString gtkApplicationId(xcb_window_t window);
 
 private:
+    [[nodiscard]] bool isOfAnotherMachine(xcb_window_t window);
     [[nodiscard]] QByteArray property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type);
 
     X11Connection &connection_;

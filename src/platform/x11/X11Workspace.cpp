@@ -5,7 +5,6 @@
 
 #include "platform/x11/DesktopSettings.h"
 #include "platform/x11/X11Connection.h"
-#include "platform/x11/X11Windows.h"
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -14,6 +13,7 @@
 #include <algorithm>
 #include <chrono>
 #include <unistd.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -34,9 +34,10 @@ X11Workspace::X11Workspace(X11Connection &connection, X11Windows &windows, Deskt
 {
     idle_.setSingleShot(true);
     connect(&idle_, &QTimer::timeout, this, [this] {
-        if (entries_.refresh() || !resolved_) {
-            resolve();
+        if (entries_.refresh()) {
+            resolvedClass_ = {};
         }
+        resolve();
     });
     if (!connection_.isUsable()) {
         return;
@@ -58,6 +59,9 @@ void X11Workspace::handleEvent(const xcb_generic_event_t &event)
 {
     switch (eventType(event)) {
     case XCB_PROPERTY_NOTIFY:
+        if (isNaming(eventAs<xcb_property_notify_event_t>(event))) {
+            idle_.start(0ms);
+        }
         if (eventAs<xcb_property_notify_event_t>(event).atom
             != connection_.atom("_NET_ACTIVE_WINDOW"_ba)) {
             return;
@@ -80,31 +84,50 @@ void X11Workspace::look()
 {
     // Both, since a window's number may come back as another client's window.
     const auto window = windows_.activeWindow();
-    const auto process = windows_.process(window);
+    const auto process = processOf(window);
     if (window == activeWindow_ && process == activeProcess_) {
         return;
     }
     activeWindow_ = window;
     activeProcess_ = process;
-    followFocus();
     if (!activeProcess_ || *activeProcess_ == getpid()) {
         return;
     }
     foreignWindow_ = window;
     foreignProcess_ = activeProcess_;
+    watch(window);
     resolved_.reset();
     idle_.start(0ms);
 }
 
-/// Without a window manager nobody tells when another window gets the keyboard, except the window
-/// that loses it.
-void X11Workspace::followFocus()
+std::optional<qint64> X11Workspace::processOf(xcb_window_t window) const
 {
-    if (!windows_.isManaged() && activeWindow_ != XCB_WINDOW_NONE && activeProcess_ != getpid()) {
-        constexpr uint32_t mask = XCB_EVENT_MASK_FOCUS_CHANGE;
-        xcb_change_window_attributes(connection_.xcb(), activeWindow_, XCB_CW_EVENT_MASK, &mask);
-        connection_.flush();
+    const auto process = windows_.process(window);
+    return process || !windows_.exists(window) ? process : std::optional<qint64>(0);
+}
+
+/// Hears of the window's names. Without a window manager only the window that loses the keyboard
+/// says that another one gets it.
+void X11Workspace::watch(xcb_window_t window)
+{
+    const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE
+        | (windows_.isManaged() ? 0U : uint32_t{XCB_EVENT_MASK_FOCUS_CHANGE});
+    constexpr uint32_t nothing = 0;
+    if (watchedWindow_ != XCB_WINDOW_NONE && watchedWindow_ != window && windows_.isManaged()) {
+        xcb_change_window_attributes(connection_.xcb(), watchedWindow_, XCB_CW_EVENT_MASK,
+                                     &nothing);
     }
+    xcb_change_window_attributes(connection_.xcb(), window, XCB_CW_EVENT_MASK, &mask);
+    watchedWindow_ = window;
+    connection_.flush();
+}
+
+/// Whether the window in front has changed what it says of its application.
+bool X11Workspace::isNaming(const xcb_property_notify_event_t &event)
+{
+    return event.window == foreignWindow_
+        && (event.atom == XCB_ATOM_WM_CLASS
+            || event.atom == connection_.atom("_GTK_APPLICATION_ID"_ba));
 }
 
 void X11Workspace::announce()
@@ -126,10 +149,17 @@ void X11Workspace::resolve()
     if (!foreignProcess_) {
         return;
     }
-    const auto [instance, className] = windows_.windowClass(foreignWindow_);
+    const auto windowClass = windows_.windowClass(foreignWindow_);
+    const QString id = windows_.gtkApplicationId(foreignWindow_);
+    const bool hasGone = id.isEmpty() && windowClass == WindowClass();
+    if (resolved_ && (hasGone || (windowClass == resolvedClass_ && id == resolvedId_))) {
+        return;
+    }
+    resolvedClass_ = windowClass;
+    resolvedId_ = id;
+    const auto &[instance, className] = windowClass;
     const auto *entry =
-        entries_.find(windows_.gtkApplicationId(foreignWindow_), QString::fromLatin1(instance),
-                      QString::fromLatin1(className));
+        entries_.find(id, QString::fromLatin1(instance), QString::fromLatin1(className));
     RunningApplication application;
     application.processIdentifier = *foreignProcess_;
     if (entry != nullptr) {
@@ -138,7 +168,18 @@ void X11Workspace::resolve()
     } else if (!className.isEmpty()) {
         application.localizedName = QString::fromLatin1(className);
     }
-    resolved_ = application;
+    const auto before = std::exchange(resolved_, application);
+    if (before && before != resolved_) {
+        Q_EMIT didRenameFrontmostApplication();
+    }
+}
+
+void X11Workspace::skipPastActivations()
+{
+    if (connection_.isUsable()) {
+        look();
+    }
+    announcedProcess_ = foreignProcess_;
 }
 
 std::optional<RunningApplication> X11Workspace::frontmostApplication()
@@ -149,9 +190,7 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication()
     if (!foreignProcess_) {
         return std::nullopt;
     }
-    if (!resolved_) {
-        resolve();
-    }
+    resolve(); // what it said last may not have been delivered yet
     return resolved_;
 }
 
@@ -199,7 +238,7 @@ bool X11Workspace::openAccessibilitySettings()
 std::optional<QString> X11Workspace::windowTitle(qint64 processIdentifier)
 {
     const auto window = windows_.activeWindow();
-    if (window == XCB_WINDOW_NONE || windows_.process(window) != processIdentifier) {
+    if (window == XCB_WINDOW_NONE || processOf(window) != processIdentifier) {
         return std::nullopt;
     }
     return windows_.title(window);

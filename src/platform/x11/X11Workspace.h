@@ -4,6 +4,7 @@
 
 #include "platform/Workspace.h"
 #include "platform/x11/DesktopEntries.h"
+#include "platform/x11/X11Windows.h"
 #include <QTimer>
 #include <optional>
 #include <xcb/xcb.h>
@@ -11,10 +12,10 @@
 namespace vellumo {
 
 class X11Connection;
-class X11Windows;
 
 /// Follows the active window. Names of applications are looked up when the event loop is idle after
-/// a window came to the front, so that asking for the frontmost application finds them ready.
+/// a window came to the front, so that asking for the frontmost application finds them ready, and
+/// again when the window names itself otherwise: some do so only after they are shown.
 class X11Workspace : public Workspace {
     Q_OBJECT
 
@@ -26,6 +27,7 @@ public:
     Q_DISABLE_COPY_MOVE(X11Workspace)
 
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
+    void skipPastActivations() override;
     [[nodiscard]] bool isOwnWindowActive() const override;
     [[nodiscard]] QString ownSelectedText() const override;
     bool openUrl(const QUrl &url) override;
@@ -40,7 +42,9 @@ private:
     void look();
     void announce();
     void resolve();
-    void followFocus();
+    void watch(xcb_window_t window);
+    [[nodiscard]] bool isNaming(const xcb_property_notify_event_t &event);
+    [[nodiscard]] std::optional<qint64> processOf(xcb_window_t window) const;
 
     X11Connection &connection_;
     X11Windows &windows_;
@@ -51,7 +55,10 @@ private:
     xcb_window_t foreignWindow_ = XCB_WINDOW_NONE;
     std::optional<qint64> foreignProcess_; ///< of the last active window that was not ours
     std::optional<qint64> announcedProcess_;
+    xcb_window_t watchedWindow_ = XCB_WINDOW_NONE;
     std::optional<RunningApplication> resolved_; ///< names for foreignWindow_
+    QString resolvedId_; ///< what that window said of itself then, as resolvedClass_
+    WindowClass resolvedClass_;
 };
 
 } // namespace vellumo

@@ -29,6 +29,10 @@ private Q_SLOTS:
     void followsForeignProcesses();
     void ownWindowsChangeNothing();
     void emptyDesktop();
+    void namesThatSettleLate();
+    void skipsPastActivations();
+    void processBehindAWindow_data();
+    void processBehindAWindow();
     void opensOnlyWebAddresses();
     void aPublicationIsOverWithItsSelection();
 
@@ -52,6 +56,14 @@ struct TestX11Workspace::Session {
     {
         const auto application = workspace.frontmostApplication();
         return application ? application->processIdentifier : 0;
+    }
+    void setProperty(xcb_window_t window, xcb_atom_t name, xcb_atom_t type, int format,
+                     const QByteArray &bytes)
+    {
+        xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, name, type,
+                            static_cast<uint8_t>(format),
+                            static_cast<uint32_t>(bytes.size() * 8 / format), bytes.constData());
+        connection.roundTrip();
     }
     X11Connection connection;
     X11Windows windows;
@@ -140,6 +152,76 @@ void TestX11Workspace::emptyDesktop()
     // Openbox goes on naming the window that has gone.
     QVERIFY(QTest::qWaitFor([&] { return !s->windows.process(s->windows.activeWindow()); }));
     QCOMPARE(s->frontmost(), process); // kept while nothing is active
+}
+
+void TestX11Workspace::namesThatSettleLate()
+{
+    PeerProcess peer({u"window"_s, u"reader-starts"_s, u"Starts"_s});
+    QVERIFY(desktop_.activate(peer.window()));
+    const auto s = session();
+    QCOMPARE(s->workspace.frontmostApplication(),
+             (RunningApplication{peer.processId(), u"Starts"_s, std::nullopt}));
+    const QSignalSpy renamed(&s->workspace, &Workspace::didRenameFrontmostApplication);
+    s->setProperty(peer.window(), XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, "reader\0Reader\0"_ba);
+    QVERIFY(QTest::qWaitFor([&] { return !renamed.isEmpty(); }));
+    const RunningApplication settled{peer.processId(), u"The Reader"_s, u"org.example.Reader"_s};
+    QCOMPARE(s->workspace.frontmostApplication(), settled);
+
+    // asked before the news has been looked at
+    s->setProperty(peer.window(), XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, "other\0Other\0"_ba);
+    QCOMPARE(s->workspace.frontmostApplication()->localizedName, u"Other"_s);
+}
+
+void TestX11Workspace::skipsPastActivations()
+{
+    PeerProcess first({u"window"_s, u"reader1"_s, u"Reader1"_s});
+    PeerProcess second({u"window"_s, u"reader2"_s, u"Reader2"_s});
+    QVERIFY(desktop_.activate(second.window()));
+    QVERIFY(desktop_.activate(first.window()));
+    const auto s = session();
+    QVERIFY(desktop_.activate(second.window())); // its event is on the way
+    s->workspace.skipPastActivations();
+    QVERIFY(desktop_.activate(first.window()));
+    QVERIFY(QTest::qWaitFor([&] { return !s->activations.isEmpty(); }));
+    QCOMPARE(s->activations[0][0].toLongLong(), first.processId());
+    QCOMPARE(s->activations.size(), 1);
+}
+
+void TestX11Workspace::processBehindAWindow_data()
+{
+    QTest::addColumn<bool>("namesAnother");
+    QTest::addColumn<QByteArray>("machine");
+    QTest::addColumn<bool>("isKnown");
+    const QByteArray here = QSysInfo::machineHostName().toLocal8Bit();
+    QTest::newRow("another process's number") << true << here << true;
+    QTest::newRow("the same machine with its domain") << true << here + ".example" << true;
+    QTest::newRow("another machine") << true << "elsewhere.example"_ba << false;
+    QTest::newRow("this machine had another name") << false << "elsewhere"_ba << true;
+}
+
+void TestX11Workspace::processBehindAWindow()
+{
+    QFETCH(bool, namesAnother);
+    QFETCH(QByteArray, machine);
+    QFETCH(bool, isKnown);
+    PeerProcess local({u"window"_s, u"reader1"_s, u"Reader1"_s});
+    PeerProcess peer({u"window"_s, u"reader2"_s, u"Reader2"_s});
+    QVERIFY(desktop_.activate(peer.window()));
+    QVERIFY(desktop_.activate(local.window()));
+    const auto s = session();
+    const auto named = static_cast<quint32>(namesAnother ? local.processId() : peer.processId());
+    s->setProperty(peer.window(), s->connection.atom("_NET_WM_PID"_ba), XCB_ATOM_CARDINAL, 32,
+                   QByteArray(reinterpret_cast<const char *>(&named), sizeof named));
+    s->setProperty(peer.window(), XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING, 8, machine);
+    const qint64 expected = isKnown ? peer.processId() : 0;
+    QVERIFY(desktop_.activate(peer.window()));
+    const auto announced = [&s] {
+        return s->activations.isEmpty() ? -1 : s->activations.last()[0].toLongLong();
+    };
+    QVERIFY(QTest::qWaitFor([&] { return announced() == expected; }));
+    QCOMPARE(s->workspace.frontmostApplication(),
+             (RunningApplication{expected, u"Reader2"_s, std::nullopt}));
+    QCOMPARE(s->workspace.windowTitle(expected), u"title of reader2"_s);
 }
 
 void TestX11Workspace::opensOnlyWebAddresses()
