@@ -294,7 +294,7 @@ void AppDelegate::buildCapturePipeline()
     coordinator_ = std::make_unique<VellumoCoordinator>(VellumoCoordinator::Collaborators{
         *selectionReader_, *contextTracker_, *aiService_, *notesStore_, *resultPanel_,
         *notesEntrance_, foundation_->preferences, *triggerManager_, platform.workspace(),
-        platform.accessibility(), foundation_->clock});
+        platform.accessibility(), foundation_->clock, platform.screenLock()});
 }
 
 void AppDelegate::wireSync()

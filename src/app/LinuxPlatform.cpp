@@ -9,18 +9,20 @@ LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
     : accessibility_(defaults, consent,
                      [this](qint64 pid) { return x11_.workspace().windowTitle(pid); })
 {
+    screenLock_.followLogins();
     if (sessionBus().connection()) {
-        followPortal();
+        followSession();
     } else {
         QObject::connect(&sessionBus(), &SessionBus::opened, &appearance_,
-                         [this] { followPortal(); });
+                         [this] { followSession(); });
     }
 }
 
-void LinuxPlatform::followPortal()
+void LinuxPlatform::followSession()
 {
     if (const auto bus = sessionBus().connection()) {
         appearance_.follow(*bus);
+        screenLock_.followSession(*bus);
     }
 }
 

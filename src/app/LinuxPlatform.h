@@ -4,6 +4,7 @@
 
 #include "platform/atspi/AtspiAccessibility.h"
 #include "platform/dbus/PortalAppearance.h"
+#include "platform/dbus/ScreenLockWatch.h"
 #include "platform/dbus/SecretServiceItems.h"
 #include "platform/x11/X11Backend.h"
 
@@ -26,15 +27,17 @@ public:
     [[nodiscard]] KeyPosting &keys() { return x11_.keyPosting(); }
     [[nodiscard]] Accessibility &accessibility() { return accessibility_; }
     [[nodiscard]] DesktopAppearance &appearance() { return appearance_; }
+    [[nodiscard]] const ScreenLock &screenLock() const { return screenLock_; }
     [[nodiscard]] SecretItems &secrets() { return secrets_; }
     [[nodiscard]] SessionBus &sessionBus() { return accessibility_.sessionBus(); }
 
 private:
-    void followPortal();
+    void followSession();
 
     X11Backend x11_;
     AtspiAccessibility accessibility_;
     PortalAppearance appearance_;
+    ScreenLockWatch screenLock_;
     SecretServiceItems secrets_{sessionBus()};
 };
 

@@ -13,6 +13,7 @@
 #include "pill/NotesEntranceControlling.h"
 #include "platform/Accessibility.h"
 #include "platform/Clock.h"
+#include "platform/ScreenLock.h"
 #include "platform/Workspace.h"
 
 #include <QCoreApplication>
@@ -88,6 +89,9 @@ void VellumoCoordinator::start()
 
 void VellumoCoordinator::handleTrigger()
 {
+    if (with_.screenLock.isLocked()) {
+        return;
+    }
     with_.notesEntranceController.collapse();
     if (demoMode) {
         if (onDemoTrigger) {

@@ -21,6 +21,7 @@ struct Conversation;
 class NotesEntranceControlling;
 class NotesStoring;
 class ResultPanelControlling;
+class ScreenLock;
 class SelectionReading;
 class TriggerManager;
 class Workspace;
@@ -44,6 +45,7 @@ public:
         Workspace &workspace;
         const Accessibility &accessibility;
         const Clock &clock;
+        const ScreenLock &screenLock;
     };
 
     explicit VellumoCoordinator(const Collaborators &collaborators, QObject *parent = nullptr);
@@ -63,7 +65,7 @@ public:
     /// callbacks are set.
     void start();
 
-    /// What a double tap does.
+    /// What a double tap does. Nothing while the screen is locked.
     void handleTrigger();
 
     /// Opens the list of all notes; one that is chosen comes back on screen with its thread.

@@ -8,6 +8,7 @@
 #include "notes/NotesStoring.h"
 #include "panel/ResultPanelControlling.h"
 #include "pill/NotesEntranceControlling.h"
+#include "platform/ScreenLock.h"
 
 #include <QPointer>
 
@@ -146,6 +147,13 @@ public:
     QList<ReadingNote> listed;
     std::function<void(const ReadingNote &)> onSelectNote;
     std::optional<ReadingNote> sample;
+class FakeScreenLock : public ScreenLock {
+public:
+    bool locked = false;
+
+    bool isLocked() const override { return locked; }
+};
+
     std::function<void()> demoCompletion;
 
     void show(int newCount, std::function<void()> open) override

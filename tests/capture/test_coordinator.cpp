@@ -78,7 +78,8 @@ private:
         FakeClock clock;
         VellumoCoordinator coordinator{{reader, tracker, explainer, store, panel, entrance,
                                         UserPreferences(defaults), trigger, workspace,
-                                        accessibility, clock}};
+                                        accessibility, clock, screenLock}};
+        FakeScreenLock screenLock;
         QList<ReadingNote> saved;
         int shownCount = 0;
     };
