@@ -288,8 +288,8 @@ void AppDelegate::buildCapturePipeline()
                                               platform.pasteboard(), platform.primarySelection(),
                                               platform.keys(), platform.events()},
         *readingBudget_);
-    contextTracker_ = std::make_unique<ContextTracker>(platform.workspace(),
-                                                       platform.accessibility(), *readingBudget_);
+    contextTracker_ = std::make_unique<ContextTracker>(
+        platform.workspace(), platform.accessibility(), *readingBudget_, foundation_->clock);
     triggerManager_ = std::make_unique<TriggerManager>(platform.events());
     coordinator_ = std::make_unique<VellumoCoordinator>(VellumoCoordinator::Collaborators{
         *selectionReader_, *contextTracker_, *aiService_, *notesStore_, *resultPanel_,
@@ -357,6 +357,7 @@ void AppDelegate::createMainWindow()
         *resultPanel_,
         *coordinator_,
         *mainMenu_});
+    contextTracker_->openNoteContext = [this] { return mainWindow_->openNoteContext(); };
 }
 
 void AppDelegate::prepareOnboarding()

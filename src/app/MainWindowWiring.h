@@ -41,6 +41,12 @@ public:
     /// Leads to where a service is entered.
     void showService() { controller_.showService(); }
 
+    /// See MainWindowController.
+    [[nodiscard]] std::optional<ReadingContext> openNoteContext() const
+    {
+        return controller_.openNoteContext();
+    }
+
     /// Shows it once the launch is done and it is known who is signed in.
     void showAtLaunch();
     /// What comes first at a launch is on screen.

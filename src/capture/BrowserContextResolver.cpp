@@ -68,15 +68,17 @@ QStringList BrowserContextResolver::knownBrowsers()
     return ids;
 }
 
+bool BrowserContextResolver::isKnownBrowser(const RunningApplication &application)
+{
+    return application.bundleIdentifier
+        && std::ranges::find(browsers, *application.bundleIdentifier) != browsers.end();
+}
+
 std::optional<PageUrl> BrowserContextResolver::currentURL(const RunningApplication &application,
                                                           QDeadlineTimer deadline) const
 {
-    if (!application.bundleIdentifier
-        || std::find(browsers.begin(), browsers.end(), *application.bundleIdentifier)
-            == browsers.end()) {
-        return std::nullopt;
-    }
-    return runURLScript(application.processIdentifier, deadline);
+    return isKnownBrowser(application) ? runURLScript(application.processIdentifier, deadline)
+                                       : std::nullopt;
 }
 
 std::optional<PageUrl> BrowserContextResolver::runURLScript(qint64 processIdentifier,

@@ -27,6 +27,8 @@ public:
     /// Their .desktop ids.
     [[nodiscard]] static QStringList knownBrowsers();
 
+    [[nodiscard]] static bool isKnownBrowser(const RunningApplication &application);
+
     /// Absent for applications that are not known browsers, which are not asked, and when the
     /// browser gives no address or one that is no URL.
     [[nodiscard]] std::optional<PageUrl> currentURL(const RunningApplication &application,

@@ -111,41 +111,76 @@ void VellumoCoordinator::handleTrigger()
         return;
     }
     if (selection.size() > maxSelectionLength) {
-        with_.resultPanelController.showError(u"That is too long — select less."_s);
+        showError(u"That is too long — select less."_s);
         return;
     }
-    currentContext_ = with_.contextTracker.currentContext();
-    with_.resultPanelController.present(IslandContent::loading(selection), currentContext_, {});
-    explain(selection, currentContext_);
+    const Place place = findPlace();
+    present(IslandContent::loading(selection), place, {});
+    explain(selection, place);
 }
 
-void VellumoCoordinator::explain(const QString &selection,
-                                 const std::optional<ReadingContext> &context)
+VellumoCoordinator::Place VellumoCoordinator::findPlace()
+{
+    currentContext_ = with_.contextTracker.currentContext();
+    auto place = std::make_shared<std::optional<ReadingContext>>(currentContext_);
+    with_.contextTracker.refine(this, [this, place](const ReadingContext &context) {
+        currentContext_ = context;
+        *place = context;
+        if (place == shownPlace_) {
+            with_.resultPanelController.showContext(context);
+        }
+    });
+    return place;
+}
+
+void VellumoCoordinator::present(const IslandContent &content, const Place &place,
+                                 std::function<void()> onDismiss)
+{
+    beginPresentation(place);
+    with_.resultPanelController.present(content, place ? *place : std::nullopt,
+                                        std::move(onDismiss));
+}
+
+void VellumoCoordinator::showError(const QString &message)
+{
+    beginPresentation({});
+    with_.resultPanelController.showError(message);
+}
+
+void VellumoCoordinator::beginPresentation(const Place &place)
+{
+    shownPlace_ = place;
+    if (!with_.resultPanelController.isOnScreen()) {
+        ++presentations_;
+        with_.workspace.skipPastActivations();
+    }
+}
+
+void VellumoCoordinator::explain(const QString &selection, const Place &place)
 {
     const ExplanationRequest request{selection, with_.userPreferences.preferredOutputLanguage()};
     with_.aiService.explain(
         request, this,
-        [this, selection, context](const Result<ExplanationResult, ExplanationError> &answer) {
+        [this, selection, place](const Result<ExplanationResult, ExplanationError> &answer) {
             if (answer.isOk()) {
-                showExplanation(answer.value(), selection, context);
+                showExplanation(answer.value(), selection, place);
             } else {
-                with_.resultPanelController.showError(u"vellumo could not explain this yet."_s);
+                showError(u"vellumo could not explain this yet."_s);
             }
         });
 }
 
 void VellumoCoordinator::showExplanation(const ExplanationResult &result, const QString &selection,
-                                         const std::optional<ReadingContext> &context)
+                                         const Place &place)
 {
     seedTranscript(selection, result);
     const QPointer<VellumoCoordinator> self(this);
-    with_.resultPanelController.present(
-        IslandContent::result(result, selection, {}), context,
-        [self, conversation = conversation_, result, selection, context] {
-            if (self) {
-                self->handleResultDismissed(*conversation, result, selection, context);
-            }
-        });
+    present(IslandContent::result(result, selection, {}), place,
+            [self, conversation = conversation_, result, selection, place] {
+                if (self) {
+                    self->handleResultDismissed(*conversation, result, selection, *place);
+                }
+            });
     if (onExplanationShown) {
         onExplanationShown();
     }
@@ -153,11 +188,10 @@ void VellumoCoordinator::showExplanation(const ExplanationResult &result, const 
 
 void VellumoCoordinator::showEmptySelection()
 {
-    with_.resultPanelController.showError(
-        with_.accessibility.isProcessTrusted()
-            ? u"Select text first."_s
-            : u"vellumo needs Accessibility permission — enable it in System Settings → "
-              "Privacy & Security → Accessibility."_s);
+    showError(with_.accessibility.isProcessTrusted()
+                  ? u"Select text first."_s
+                  : u"vellumo needs Accessibility permission — enable it in System Settings → "
+                    "Privacy & Security → Accessibility."_s);
 }
 
 void VellumoCoordinator::seedTranscript(const QString &selectedText,
@@ -259,13 +293,13 @@ void VellumoCoordinator::reopenNote(const ReadingNote &note, const ReadingContex
         thread.append({exchange.question, exchange.answer});
     }
     const QPointer<VellumoCoordinator> self(this);
-    with_.resultPanelController.present(
-        IslandContent::reopened(result, note.sourceText, thread), context,
-        [self, conversation = conversation_, note, context, baseline = note.followUps.size()] {
-            if (self) {
-                self->handleReopenedNoteDismissed(*conversation, note, context, baseline);
-            }
-        });
+    present(IslandContent::reopened(result, note.sourceText, thread),
+            std::make_shared<std::optional<ReadingContext>>(context),
+            [self, conversation = conversation_, note, context, baseline = note.followUps.size()] {
+                if (self) {
+                    self->handleReopenedNoteDismissed(*conversation, note, context, baseline);
+                }
+            });
 }
 
 void VellumoCoordinator::handleReopenedNoteDismissed(Conversation &conversation, ReadingNote note,
@@ -306,23 +340,29 @@ void VellumoCoordinator::observeFrontmostAppChanges()
                 if (processIdentifier == QCoreApplication::applicationPid()) {
                     return;
                 }
+                // A panel that comes before the task runs is newer than this.
                 QMetaObject::invokeMethod(
-                    this, [this] { handleActiveContextChanged(); }, Qt::QueuedConnection);
+                    this,
+                    [this, before = presentations_] {
+                        if (before == presentations_) {
+                            handleActiveContextChanged();
+                        }
+                    },
+                    Qt::QueuedConnection);
             });
 }
 
 void VellumoCoordinator::handleActiveContextChanged()
 {
     with_.resultPanelController.dismiss();
-    currentContext_ = with_.contextTracker.currentContext();
+    static_cast<void>(findPlace());
     updateNotesEntrance();
 }
 
 void VellumoCoordinator::triggerDemo()
 {
-    with_.resultPanelController.present(
-        IslandContent::demo(demonstrationAnswer(with_.userPreferences.prefersEnglishTexts())),
-        std::nullopt, {});
+    present(IslandContent::demo(demonstrationAnswer(with_.userPreferences.prefersEnglishTexts())),
+            {}, {});
     if (onExplanationShown) {
         onExplanationShown();
     }

@@ -87,11 +87,18 @@ public:
     [[nodiscard]] QList<ChatTurn> followUpTranscript() const;
 
 private:
+    /// Where something on screen was read; better known as long as it is searched for.
+    using Place = std::shared_ptr<std::optional<ReadingContext>>;
+
     [[nodiscard]] QString text(const QString &english, const QString &chinese) const;
 
-    void explain(const QString &selection, const std::optional<ReadingContext> &context);
+    [[nodiscard]] Place findPlace();
+    void present(const IslandContent &content, const Place &place, std::function<void()> onDismiss);
+    void showError(const QString &message);
+    void beginPresentation(const Place &place);
+    void explain(const QString &selection, const Place &place);
     void showExplanation(const ExplanationResult &result, const QString &selection,
-                         const std::optional<ReadingContext> &context);
+                         const Place &place);
     void showEmptySelection();
 
     void seedTranscript(const QString &selectedText, const ExplanationResult &result);
@@ -112,6 +119,8 @@ private:
 
     Collaborators with_;
     std::optional<ReadingContext> currentContext_;
+    Place shownPlace_; ///< of what was put on screen last; null where it has none
+    int presentations_ = 0; ///< how often a panel has come where there was none
     std::shared_ptr<Conversation> conversation_; ///< of the answer shown last; null before any
 };
 

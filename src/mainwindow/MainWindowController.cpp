@@ -95,6 +95,11 @@ bool MainWindowController::create()
     return true;
 }
 
+std::optional<ReadingContext> MainWindowController::openNoteContext() const
+{
+    return window_ && window_->isActive() ? model_->note()->context() : std::nullopt;
+}
+
 void MainWindowController::hideForPanelActivation()
 {
     if (window_ && window_->isVisible()) {

@@ -52,6 +52,9 @@ public:
     /// Shows it again behind the others, without the keyboard.
     void orderBack();
 
+    /// The place of the note that the window shows; absent while the window is not in front.
+    [[nodiscard]] std::optional<ReadingContext> openNoteContext() const;
+
     /// Null until it is shown first.
     [[nodiscard]] QQuickWindow *window() const { return window_.get(); }
 

@@ -42,6 +42,11 @@ public:
     Q_INVOKABLE void close();
 
     [[nodiscard]] bool isOpen() const { return entry_.has_value(); }
+    /// Absent without an open note.
+    [[nodiscard]] std::optional<ReadingContext> context() const
+    {
+        return entry_ ? std::optional(entry_->context) : std::nullopt;
+    }
     [[nodiscard]] QString sourceText() const;
     [[nodiscard]] QString translation() const;
     [[nodiscard]] QString explanation() const;

@@ -145,6 +145,14 @@ void ResultPanelController::showError(const QString &message)
     present(IslandContent::result({{}, message}, {}, {}), {}, [] {});
 }
 
+void ResultPanelController::showContext(const ReadingContext &context)
+{
+    if (panel_) {
+        currentContext_ = context;
+        view_->setContext(currentContext_);
+    }
+}
+
 void ResultPanelController::rememberConversation(const IslandContent &content)
 {
     baseResult_.reset();

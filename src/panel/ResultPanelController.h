@@ -56,6 +56,7 @@ public:
                  std::function<void()> onDismiss) override;
     void dismiss() override;
     void showError(const QString &message) override;
+    void showContext(const ReadingContext &context) override;
     void showFollowUpThinking(const QString &question) override;
     void showFollowUpAnswer(const QString &answer) override;
     void showFollowUpFailure(const QString &message) override;

@@ -30,6 +30,9 @@ public:
     /// Presents a message without source text, context or thread.
     virtual void showError(const QString &message) = 0;
 
+    /// Names the place of what is shown otherwise; everything else stays. Nothing while hidden.
+    virtual void showContext(const ReadingContext &context) = 0;
+
     /// Appends a row whose answer is awaited. Only while a result is shown.
     virtual void showFollowUpThinking(const QString &question) = 0;
 

@@ -21,6 +21,12 @@ void ResultPanelView::show(const IslandContent &content,
     }
 }
 
+void ResultPanelView::setContext(const std::optional<ReadingContext> &context)
+{
+    contextName_ = context ? panelText::title(context->displayName) : QString();
+    Q_EMIT contentChanged();
+}
+
 void ResultPanelView::take(const IslandContent &content)
 {
     if (const auto *loading = std::get_if<IslandContent::Loading>(&content.value)) {

@@ -58,6 +58,7 @@ public:
     };
     void show(const IslandContent &content, const std::optional<ReadingContext> &context,
               Drawing drawing);
+    void setContext(const std::optional<ReadingContext> &context);
     /// In device-independent units, as the heights below.
     void setLimits(qreal topInset, qreal maximumHeight);
     void setOffersPermission(bool offers);

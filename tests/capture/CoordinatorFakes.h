@@ -30,7 +30,14 @@ class FakeContextTracker : public ContextTracking {
 public:
     std::optional<ReadingContext> context;
 
-    std::optional<ReadingContext> currentContext() override { return context; }
+    Refined refined; ///< of the last search
+
+    std::optional<ReadingContext> currentContext() override
+    {
+        refined = nullptr;
+        return context;
+    }
+    void refine(QObject *, Refined callback) override { refined = std::move(callback); }
 };
 
 /// Keeps requests until a test answers them.
@@ -128,6 +135,7 @@ public:
         error = message;
         present(IslandContent::result({{}, message}, std::nullopt, {}), std::nullopt, [] {});
     }
+    void showContext(const ReadingContext &newContext) override { context = newContext; }
     void showFollowUpThinking(const QString &question) override { thread.append(question); }
     void showFollowUpAnswer(const QString &answer) override { thread.append(answer); }
     void showFollowUpFailure(const QString &message) override
@@ -139,6 +147,13 @@ private:
     std::function<void()> onDismiss_;
 };
 
+class FakeScreenLock : public ScreenLock {
+public:
+    bool locked = false;
+
+    bool isLocked() const override { return locked; }
+};
+
 class FakeNotesEntrance : public NotesEntranceControlling {
 public:
     int count = -1;
@@ -147,13 +162,6 @@ public:
     QList<ReadingNote> listed;
     std::function<void(const ReadingNote &)> onSelectNote;
     std::optional<ReadingNote> sample;
-class FakeScreenLock : public ScreenLock {
-public:
-    bool locked = false;
-
-    bool isLocked() const override { return locked; }
-};
-
     std::function<void()> demoCompletion;
 
     void show(int newCount, std::function<void()> open) override

@@ -3,6 +3,7 @@
 
 #include "capture/ContextTracker.h"
 #include "capture/ReadingBudget.h"
+#include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 
 #include <QTest>
@@ -23,6 +24,13 @@ private Q_SLOTS:
     void nothingInFront();
     void onlyBrowsersAreAskedForAPage();
     void withoutTrustThereIsNoTitle();
+    void settlesLate_data();
+    void settlesLate();
+    void ownWindow();
+
+private:
+    ReadingBudget budget_;
+    FakeClock clock_;
 };
 
 void TestContextTracker::contexts_data()
@@ -81,7 +89,7 @@ void TestContextTracker::contexts()
     workspace.frontmost = {5, name, bundle};
     accessibility.title = title;
     accessibility.page = page;
-    const auto context = ContextTracker(workspace, accessibility, ReadingBudget()).currentContext();
+    const auto context = ContextTracker(workspace, accessibility, budget_, clock_).currentContext();
     QVERIFY(context);
     QCOMPARE(context->key, expected.key);
     QCOMPARE(context->displayName, expected.displayName);
@@ -93,7 +101,7 @@ void TestContextTracker::nothingInFront()
     FakeCalls calls;
     FakeWorkspace workspace;
     FakeAccessibility accessibility(calls);
-    QVERIFY(!ContextTracker(workspace, accessibility, ReadingBudget()).currentContext());
+    QVERIFY(!ContextTracker(workspace, accessibility, budget_, clock_).currentContext());
     QVERIFY(calls.isEmpty());
 }
 
@@ -106,7 +114,7 @@ void TestContextTracker::onlyBrowsersAreAskedForAPage()
         workspace.frontmost = {5, u"n"_s, bundle};
         accessibility.page = u"https://a.test/"_s;
         const auto context =
-            ContextTracker(workspace, accessibility, ReadingBudget()).currentContext();
+            ContextTracker(workspace, accessibility, budget_, clock_).currentContext();
         QCOMPARE(context->source, ReadingContextSource::windowSession);
         QVERIFY2(!calls.contains(u"page of 5"_s), qPrintable(bundle));
     }
@@ -120,8 +128,100 @@ void TestContextTracker::withoutTrustThereIsNoTitle()
     workspace.frontmost = {5, u"Viewer"_s, u"org.viewer"_s};
     accessibility.trusted = false;
     accessibility.title = u"T"_s;
-    QCOMPARE(ContextTracker(workspace, accessibility, ReadingBudget()).currentContext()->source,
+    QCOMPARE(ContextTracker(workspace, accessibility, budget_, clock_).currentContext()->source,
              ReadingContextSource::windowSession);
+}
+
+void TestContextTracker::settlesLate_data()
+{
+    using Change = std::function<void(FakeWorkspace &, FakeAccessibility &)>;
+    QTest::addColumn<Text>("bundle");
+    QTest::addColumn<Text>("title");
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<QString>("refined"); // the key, empty when it stays as it was
+    const auto row = [](const char *name, const Text &bundle, const Text &title,
+                        const Change &change, const QString &refined) {
+        QTest::newRow(name) << bundle << title << change << refined;
+    };
+    const QString address = u"https://a.test/"_s;
+    const auto gives = [address](FakeWorkspace &, FakeAccessibility &accessibility) {
+        accessibility.page = address;
+    };
+    row("address", u"chromium"_s, u"T"_s, gives, u"web-url:"_s + address);
+    row(
+        "address, while our panel has the keyboard", u"chromium"_s, u"T"_s,
+        [address](FakeWorkspace &, FakeAccessibility &accessibility) {
+            accessibility.page = address;
+            accessibility.title.reset();
+        },
+        u"web-url:"_s + address);
+    row("address of another page", u"chromium"_s, u"T"_s,
+        [address](FakeWorkspace &, FakeAccessibility &accessibility) {
+            accessibility.page = address;
+            accessibility.title = u"another"_s;
+        },
+        {});
+    row("another application", u"chromium"_s, u"T"_s,
+        [address](FakeWorkspace &workspace, FakeAccessibility &accessibility) {
+            accessibility.page = address;
+            workspace.frontmost->processIdentifier = 6;
+        },
+        {});
+    row(
+        "title", u"org.viewer"_s, QString(),
+        [](FakeWorkspace &, FakeAccessibility &accessibility) { accessibility.title = u"T"_s; },
+        u"app-window:org.viewer:T"_s);
+    row(
+        "name of the application", std::nullopt, u"T"_s,
+        [](FakeWorkspace &workspace, FakeAccessibility &) {
+            workspace.frontmost->bundleIdentifier = u"org.viewer"_s;
+            Q_EMIT workspace.didRenameFrontmostApplication();
+        },
+        u"app-window:org.viewer:T"_s);
+    row("no browser", u"org.viewer"_s, u"T"_s, gives, {});
+}
+
+void TestContextTracker::settlesLate()
+{
+    using Change = std::function<void(FakeWorkspace &, FakeAccessibility &)>;
+    QFETCH(Text, bundle);
+    QFETCH(Text, title);
+    QFETCH(Change, change);
+    QFETCH(QString, refined);
+    FakeCalls calls;
+    FakeWorkspace workspace;
+    FakeAccessibility accessibility(calls);
+    workspace.frontmost = {5, u"Viewer"_s, bundle};
+    accessibility.title = title;
+    ContextTracker tracker(workspace, accessibility, budget_, clock_);
+    QVERIFY(tracker.currentContext());
+    QString key;
+    tracker.refine(this, [&key](const ReadingContext &context) { key = context.key; });
+    clock_.advance(std::chrono::milliseconds(100));
+    QVERIFY(key.isEmpty());
+    change(workspace, accessibility);
+    QCoreApplication::processEvents();
+    clock_.advance(std::chrono::minutes(1));
+    QCOMPARE(key, refined);
+    QVERIFY(calls.count(u"page of 5"_s) <= 5);
+}
+
+void TestContextTracker::ownWindow()
+{
+    FakeCalls calls;
+    FakeWorkspace workspace;
+    FakeAccessibility accessibility(calls);
+    workspace.frontmost = {5, u"Firefox"_s, u"firefox"_s};
+    accessibility.page = u"https://a.test/"_s;
+    workspace.ownWindowActive = true;
+    ContextTracker tracker(workspace, accessibility, budget_, clock_);
+    const ReadingContext own{u"window-session:app.vellumo.Vellumo"_s, u"vellumo"_s,
+                             ReadingContextSource::windowSession};
+    QCOMPARE(tracker.currentContext(), own);
+    const ReadingContext page{u"web-url:https://b.test/"_s, u"b.test"_s,
+                              ReadingContextSource::webURL};
+    tracker.openNoteContext = [&page] { return std::optional(page); };
+    QCOMPARE(tracker.currentContext(), page);
 }
 
 QTEST_GUILESS_MAIN(TestContextTracker)

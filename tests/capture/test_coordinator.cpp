@@ -51,6 +51,9 @@ private Q_SLOTS:
     void failedExplanationSavesNothing();
     void explanationWithoutContextIsNotStored();
     void noteKeepsTheContextOfItsTrigger();
+    void noteTakesTheContextThatSettledLate();
+    void activationBeforeThePanelDoesNotCloseIt();
+    void lockedScreenServesNothing();
     void onlyPairedFollowUpsAreKept();
     void resultAfterClosedLoadingIsStillShown();
     void lateAnswerBelongsToItsOwnConversation();
@@ -76,10 +79,10 @@ private:
         FakeWorkspace workspace;
         FakeAccessibility accessibility{calls};
         FakeClock clock;
+        FakeScreenLock screenLock;
         VellumoCoordinator coordinator{{reader, tracker, explainer, store, panel, entrance,
                                         UserPreferences(defaults), trigger, workspace,
                                         accessibility, clock, screenLock}};
-        FakeScreenLock screenLock;
         QList<ReadingNote> saved;
         int shownCount = 0;
     };
@@ -219,6 +222,58 @@ void TestCoordinator::noteKeepsTheContextOfItsTrigger()
     settle();
     QCOMPARE(with_->store.notes.at(0).context, page);
     QCOMPARE(with_->coordinator.currentContext(), window);
+}
+
+void TestCoordinator::noteTakesTheContextThatSettledLate()
+{
+    with_->tracker.context = window;
+    doubleTap();
+    const auto first = with_->tracker.refined;
+    first(page);
+    QCOMPARE(with_->panel.context, page);
+    with_->explainer.explanations[0].answer(answer);
+    QCOMPARE(with_->panel.context, page);
+    first({page.key + u"2"_s, page.displayName, page.source});
+    with_->panel.dismiss();
+    QCOMPARE(with_->store.notes.at(0).context.key, page.key + u"2"_s);
+
+    // what is shown meanwhile is read elsewhere
+    explainSelection(u"y"_s);
+    const ReadingNote note{QUuid::createUuid(), u"z"_s, {}, u"e"_s, 5, {}};
+    with_->store.notes.append({note, window});
+    with_->coordinator.reopenNote(note.id);
+    with_->tracker.refined(page);
+    QCOMPARE(with_->panel.context, window);
+}
+
+void TestCoordinator::activationBeforeThePanelDoesNotCloseIt()
+{
+    Q_EMIT with_->workspace.didActivateApplication(99); // and its task waits
+    with_->coordinator.handleTrigger();
+    QCOMPARE(with_->workspace.skips, 1);
+    settle();
+    QVERIFY(with_->panel.isOnScreen());
+    with_->explainer.explanations[0].answer(answer);
+    QCOMPARE(with_->workspace.skips, 1); // it was on screen: what happened meanwhile counts
+    Q_EMIT with_->workspace.didActivateApplication(99);
+    settle();
+    QVERIFY(!with_->panel.isOnScreen());
+}
+
+void TestCoordinator::lockedScreenServesNothing()
+{
+    with_->screenLock.locked = true;
+    with_->coordinator.demoMode = true;
+    bool demo = false;
+    with_->coordinator.onDemoTrigger = [&demo] { demo = true; };
+    doubleTap();
+    with_->coordinator.demoMode = false;
+    doubleTap();
+    QCOMPARE(with_->reader.readings, 0);
+    QVERIFY(!demo && !with_->panel.isOnScreen());
+    with_->screenLock.locked = false;
+    doubleTap();
+    QVERIFY(with_->panel.isOnScreen());
 }
 
 void TestCoordinator::onlyPairedFollowUpsAreKept()

@@ -5,6 +5,7 @@
 #include "platform/ConsentPrompting.h"
 #include "platform/atspi/AtspiAccessibility.h"
 #include "platform/qt/SettingsDefaultsStore.h"
+#include "platform/qt/SystemClock.h"
 #include "platform/x11/X11Backend.h"
 #include "support/Waiting.h"
 #include <QElapsedTimer>
@@ -34,7 +35,8 @@ struct ReadingDesk::Platform {
                                          &x11.primarySelection(), x11.keyPosting(),
                                          x11.eventMonitoring()},
                                         budget};
-    ContextTracker tracker{x11.workspace(), accessibility, budget};
+    SystemClock clock;
+    ContextTracker tracker{x11.workspace(), accessibility, budget, clock};
 };
 
 ReadingDesk::ReadingDesk() : platform_(std::make_unique<Platform>())
