@@ -26,7 +26,11 @@ X11SelectionReader::X11SelectionReader(X11Connection &connection, xcb_atom_t sel
     if (owner_ == XCB_WINDOW_NONE) {
         return;
     }
-    constexpr uint32_t ownerMask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    // The owner's window may be one that other parts of this connection watch.
+    const auto attributes = connection_.reply<xcb_get_window_attributes_reply_t>(
+        xcb_get_window_attributes(xcb, owner_), deadline_);
+    ownerMask_ = attributes ? attributes->your_event_mask : uint32_t{XCB_EVENT_MASK_NO_EVENT};
+    const uint32_t ownerMask = ownerMask_ | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(xcb, owner_, XCB_CW_EVENT_MASK, &ownerMask);
     window_ = xcb_generate_id(xcb);
     constexpr uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -37,8 +41,7 @@ X11SelectionReader::X11SelectionReader(X11Connection &connection, xcb_atom_t sel
 X11SelectionReader::~X11SelectionReader()
 {
     if (owner_ != XCB_WINDOW_NONE) {
-        constexpr uint32_t none = XCB_EVENT_MASK_NO_EVENT;
-        xcb_change_window_attributes(connection_.xcb(), owner_, XCB_CW_EVENT_MASK, &none);
+        xcb_change_window_attributes(connection_.xcb(), owner_, XCB_CW_EVENT_MASK, &ownerMask_);
         xcb_destroy_window(connection_.xcb(), window_);
         connection_.flush();
     }

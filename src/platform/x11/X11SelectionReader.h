@@ -68,6 +68,7 @@ private:
     QDeadlineTimer deadline_;
     qsizetype remaining_;
     xcb_window_t owner_ = XCB_WINDOW_NONE;
+    uint32_t ownerMask_ = XCB_EVENT_MASK_NO_EVENT; ///< what this connection had asked for before
     bool isOwnerKnown_ = false;
     xcb_window_t window_ = XCB_WINDOW_NONE;
 };
