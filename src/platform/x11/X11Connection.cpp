@@ -35,7 +35,9 @@ constexpr auto knownAtoms = std::to_array<std::string_view>(
 
 } // namespace
 
-X11Connection::X11Connection(X11Problems &problems, const QByteArray &display) : problems_(problems)
+X11Connection::X11Connection(X11Problems &problems, const QByteArray &display)
+    : problems_(problems)
+    , display_(display)
 {
     int screenNumber = 0;
     xcb_ = xcb_connect(display.isEmpty() ? nullptr : display.constData(), &screenNumber);

@@ -20,7 +20,8 @@ class X11Problems;
 ///
 /// Events are kept in one queue in their order of arrival. They are given to the event handler from
 /// the event loop, also those that arrived while something was waited for. Without a server, or
-/// after the server has gone, every question has no answer and no event comes. Main thread only.
+/// after the server has gone, every question has no answer and no event comes. Belongs to the
+/// thread that makes it.
 class X11Connection : public QObject {
     Q_OBJECT
 
@@ -34,6 +35,9 @@ public:
     Q_DISABLE_COPY_MOVE(X11Connection)
 
     [[nodiscard]] bool isUsable() const { return !lost_; }
+
+    /// As it was given; empty for the one that the environment names.
+    [[nodiscard]] QByteArray display() const { return display_; }
 
     /// Never null: requests on a connection without a server are ignored.
     [[nodiscard]] xcb_connection_t *xcb() const { return xcb_; }
@@ -86,6 +90,7 @@ private:
     void dispatch();
 
     X11Problems &problems_;
+    QByteArray display_;
     xcb_connection_t *xcb_ = nullptr;
     xcb_window_t root_ = XCB_WINDOW_NONE;
     bool lost_ = false;

@@ -21,14 +21,13 @@ namespace vellumo {
 namespace {
 
 constexpr qsizetype maxTargets = 256;
-constexpr auto handOverTime = 1s;
+constexpr auto handOverTime = 900ms; // within the second that a call to the thread may take
 
 } // namespace
 
 X11Pasteboard::X11Pasteboard(X11Connection &connection, X11Problems &problems)
     : connection_(connection)
     , clipboard_(connection.atom("CLIPBOARD"_ba))
-    , server_(connection, clipboard_)
 {
     if (!connection_.isUsable()) {
         return;
@@ -40,21 +39,27 @@ X11Pasteboard::X11Pasteboard(X11Connection &connection, X11Problems &problems)
             xcb_xfixes_query_version(xcb, 5, 0))) {
         fixesEvent_ = extension->first_event;
         xcb_xfixes_select_selection_input(
-            xcb, server_.window(), clipboard_,
+            xcb, connection_.root(), clipboard_,
             XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
                 | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
                 | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     } else {
         problems.add(u"no XFIXES extension, so copied text is not noticed"_s);
     }
-    connection_.setEventHandler([this](const auto &event) { handleEvent(event); });
+    connection_.setEventHandler([this](const auto &event) {
+        if (isOwnerChange(event)) {
+            ++changeCount_;
+        }
+    });
     connection_.flush();
 }
 
 X11Pasteboard::~X11Pasteboard()
 {
     connection_.setEventHandler(nullptr);
-    server_.handOver(QDeadlineTimer(handOverTime));
+    if (thread_) {
+        thread_->handOver(QDeadlineTimer(handOverTime));
+    }
 }
 
 bool X11Pasteboard::isOwnerChange(const xcb_generic_event_t &event) const
@@ -63,41 +68,44 @@ bool X11Pasteboard::isOwnerChange(const xcb_generic_event_t &event) const
         && eventAs<xcb_xfixes_selection_notify_event_t>(event).selection == clipboard_;
 }
 
-void X11Pasteboard::handleEvent(const xcb_generic_event_t &event)
+bool X11Pasteboard::takeOwnerChange(QDeadlineTimer deadline)
 {
-    if (isOwnerChange(event)) {
+    const auto event =
+        connection_.takeEvent([this](const auto &each) { return isOwnerChange(each); }, deadline);
+    if (event) {
         ++changeCount_;
-    } else {
-        server_.handleEvent(event);
     }
+    return event != nullptr;
 }
 
 quint64 X11Pasteboard::changeCount()
 {
     connection_.roundTrip();
-    while (connection_.takeEvent([this](const auto &event) { return isOwnerChange(event); },
-                                 QDeadlineTimer(0))) {
-        ++changeCount_;
-    }
+    while (takeOwnerChange(QDeadlineTimer(0))) { }
     return changeCount_;
 }
 
 bool X11Pasteboard::waitForChange(quint64 count, QDeadlineTimer deadline)
 {
-    if (changeCount() != count) {
-        return true;
+    return changeCount() != count || takeOwnerChange(deadline);
+}
+
+X11SelectionThread &X11Pasteboard::thread()
+{
+    if (!thread_) {
+        thread_ = std::make_unique<X11SelectionThread>(connection_.display(), "CLIPBOARD"_ba);
     }
-    if (!connection_.takeEvent([this](const auto &event) { return isOwnerChange(event); },
-                               deadline)) {
-        return false;
-    }
-    ++changeCount_;
-    return true;
+    return *thread_;
+}
+
+bool X11Pasteboard::isServed(xcb_window_t owner)
+{
+    return thread_ && owner != XCB_WINDOW_NONE && owner == thread_->window();
 }
 
 bool X11Pasteboard::isOwnedByOwnToolkit(xcb_window_t owner)
 {
-    return owner != server_.window() && X11Windows(connection_).clientProcess(owner) == getpid();
+    return !isServed(owner) && X11Windows(connection_).clientProcess(owner) == getpid();
 }
 
 /// Targets that are no contents: questions about the selection, requests to do something, numbers
@@ -124,7 +132,8 @@ bool X11Pasteboard::isSkipped(const QByteArray &target) const
 
 std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadline)
 {
-    if (!connection_.isUsable()) {
+    // What could not be served could not be put back.
+    if (!connection_.isUsable() || thread().window() == XCB_WINDOW_NONE) {
         return std::nullopt;
     }
     const auto countBefore = changeCount();
@@ -145,8 +154,8 @@ std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadlin
         forms_.insert(type, {value.type, value.format});
         item.append({type, value.bytes});
     };
-    if (reader.owner() == server_.window()) { // asking ourselves would wait for ourselves
-        for (const auto &content : server_.contents()) {
+    if (isServed(reader.owner())) {
+        for (const auto &content : std::as_const(served_)) {
             add(connection_.atomName(content.target), content.value);
         }
     } else {
@@ -183,13 +192,13 @@ std::optional<QString> X11Pasteboard::string(QDeadlineTimer deadline)
     if (isOwnedByOwnToolkit(reader.owner())) {
         return toolkitClipboardText(QClipboard::Clipboard);
     }
-    if (reader.owner() != server_.window()) {
+    if (!isServed(reader.owner())) {
         return reader.text();
     }
     for (const auto target :
          {connection_.atom("UTF8_STRING"_ba), connection_.atom("text/plain;charset=utf-8"_ba),
           static_cast<xcb_atom_t>(XCB_ATOM_STRING)}) {
-        for (const auto &content : server_.contents()) {
+        for (const auto &content : std::as_const(served_)) {
             if (content.target == target) {
                 return selectionText(content.value);
             }
@@ -200,8 +209,10 @@ std::optional<QString> X11Pasteboard::string(QDeadlineTimer deadline)
 
 void X11Pasteboard::clear()
 {
+    served_.clear();
     if (connection_.isUsable()) {
-        server_.clear();
+        xcb_set_selection_owner(connection_.xcb(), XCB_WINDOW_NONE, clipboard_, XCB_CURRENT_TIME);
+        connection_.roundTrip(); // before another connection does anything
     }
 }
 
@@ -231,8 +242,8 @@ void X11Pasteboard::write(const QList<PasteboardItem> &items)
     }
     if (contents.isEmpty()) {
         clear();
-    } else if (connection_.isUsable()) {
-        server_.own(std::move(contents));
+    } else if (connection_.isUsable() && thread().own(contents)) {
+        served_ = std::move(contents);
     }
 }
 

@@ -3,16 +3,17 @@
 #pragma once
 
 #include "platform/Pasteboard.h"
-#include "platform/x11/X11SelectionServer.h"
+#include "platform/x11/X11SelectionThread.h"
 #include <QHash>
+#include <memory>
 
 namespace vellumo {
 
 class X11Connection;
 class X11Problems;
-class X11Windows;
 
-/// The CLIPBOARD selection. A snapshot may have 64 MiB and 256 types; a larger one is absent.
+/// The CLIPBOARD selection. A snapshot may have 64 MiB and 256 types; a larger one is absent. What
+/// is written is served from a thread, which starts when it is first needed.
 ///
 /// An item's types carry only names and bytes. The type and unit of the property that each name
 /// came with are remembered here from the last snapshot, so that writing it back restores them.
@@ -37,16 +38,18 @@ private:
         xcb_atom_t type = XCB_ATOM_NONE;
         quint8 format = 8;
     };
-
+    [[nodiscard]] X11SelectionThread &thread();
+    [[nodiscard]] bool isServed(xcb_window_t owner);
     [[nodiscard]] bool isOwnerChange(const xcb_generic_event_t &event) const;
     [[nodiscard]] bool isOwnedByOwnToolkit(xcb_window_t owner);
     [[nodiscard]] bool isSkipped(const QByteArray &target) const;
     [[nodiscard]] Form formOf(const QString &type, qsizetype size);
-    void handleEvent(const xcb_generic_event_t &event);
+    [[nodiscard]] bool takeOwnerChange(QDeadlineTimer deadline);
 
     X11Connection &connection_;
     xcb_atom_t clipboard_;
-    X11SelectionServer server_;
+    std::unique_ptr<X11SelectionThread> thread_; ///< null until something is to be served
+    QList<X11SelectionServer::Content> served_; ///< what was given to the thread last
     quint8 fixesEvent_ = 0; ///< 0 without the extension
     quint64 changeCount_ = 0;
     QHash<QString, Form> forms_;

@@ -16,6 +16,9 @@ public:
     /// Prints the noted problems as one line; nothing when there are none.
     void print() const;
 
+    /// For a connection beside another one, which reports the loss of the server for both.
+    void muteLoss() { lost_ = true; }
+
     /// The server ended or threw us out. Printed at once, and only the first time.
     void connectionLost();
 

@@ -95,13 +95,6 @@ bool X11SelectionServer::own(QList<Content> contents)
     return true;
 }
 
-void X11SelectionServer::clear()
-{
-    contents_.clear();
-    xcb_set_selection_owner(connection_.xcb(), XCB_WINDOW_NONE, selection_, XCB_CURRENT_TIME);
-    connection_.flush();
-}
-
 SelectionValue X11SelectionServer::targetList() const
 {
     SelectionValue list{XCB_ATOM_ATOM, 32, {}};

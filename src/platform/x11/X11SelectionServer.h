@@ -38,11 +38,6 @@ public:
     /// Becomes the owner with these contents; false when the server does not agree.
     bool own(QList<Content> contents);
 
-    /// Leaves the selection without an owner, whoever had it.
-    void clear();
-
-    [[nodiscard]] const QList<Content> &contents() const { return contents_; }
-
     /// Asks the desktop's clipboard manager to take the contents over and serves it until it has
     /// done so. Does nothing when this object owns nothing or there is no manager.
     void handOver(QDeadlineTimer deadline);

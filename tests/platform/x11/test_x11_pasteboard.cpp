@@ -53,6 +53,7 @@ private Q_SLOTS:
     void givesUpOnABadOwner();
     void readsText();
     void readsOwnToolkitsContents();
+    void ownTextFieldsDoNotWaitForTheMainThread();
     void survivesRequestorThatGoesAway();
     void servesSeveralTargetsAtOnce();
     void handsOverAtExit_data();
@@ -121,7 +122,12 @@ void TestX11Pasteboard::restoresEveryFormByteByByte()
     pasteboard_->write(*items);
     QCOMPARE(dumpClipboard(), before);
     // A snapshot of what we serve ourselves is the same again.
+    QElapsedTimer time;
+    time.start();
     QCOMPARE(pasteboard_->items(QDeadlineTimer(1000)), items);
+    pasteboard_->write(*items);
+    QCOMPARE_LT(time.elapsed(), 400); // reading took nothing from the server's own window
+    QCOMPARE(dumpClipboard(), before);
 }
 
 void TestX11Pasteboard::givesUpOnABadOwner()
@@ -182,6 +188,15 @@ void TestX11Pasteboard::readsOwnToolkitsContents()
     pasteboard_->write(*items);
     QCOMPARE(outputOf(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-o"_s}, {}, 20s),
              "our own text field"_ba);
+}
+
+void TestX11Pasteboard::ownTextFieldsDoNotWaitForTheMainThread()
+{
+    pasteboard_->write({{{u"UTF8_STRING"_s, "restored"}}});
+    QElapsedTimer time;
+    time.start();
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"restored"_s); // no event is handled meanwhile
+    QCOMPARE_LT(time.elapsed(), 2000);
 }
 
 void TestX11Pasteboard::survivesRequestorThatGoesAway()
