@@ -194,12 +194,8 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     }
     const auto copied = pasteboard.string(QDeadlineTimer(copiedTextTime));
     restore(pasteboard, *items);
-    // An application that publishes what is selected has nothing selected now.
-    const auto application = desktop_.workspace.frontmostApplication();
-    const bool publishes = desktop_.primary != nullptr && application
-        && desktop_.primary->publishes(application->processIdentifier);
-    if (publishes && answer.selected.kind != SelectedText::Kind::Unfinished && copied
-        && isLineOfCaret(*copied)) {
+    if (copied && answer.selected.kind != SelectedText::Kind::Unfinished && isLineOfCaret(*copied)
+        && mayCopyCaretLine()) {
         return std::nullopt;
     }
     return readable(copied);

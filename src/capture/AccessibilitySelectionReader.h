@@ -56,6 +56,7 @@ private:
     /// A copy that the application is made to make.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
     [[nodiscard]] std::optional<QString> publishedSelection(SelectedText::Kind answer);
+    [[nodiscard]] bool mayCopyCaretLine();
     /// Absent when the pasteboard could not be put back as it is.
     [[nodiscard]] std::optional<QList<PasteboardItem>> snapshot(Pasteboard &pasteboard);
     static void restore(Pasteboard &pasteboard, const QList<PasteboardItem> &items);

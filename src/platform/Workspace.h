@@ -13,6 +13,8 @@ struct RunningApplication {
     qint64 processIdentifier = 0; ///< 0 for a program of another machine
     std::optional<QString> localizedName; ///< the name the desktop shows for it
     std::optional<QString> bundleIdentifier; ///< its .desktop id without the suffix
+    /// Whether it is made to edit text or programs, as its .desktop file says.
+    bool isTextEditor = false;
     friend bool operator==(const RunningApplication &, const RunningApplication &) = default;
 };
 

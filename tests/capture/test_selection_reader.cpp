@@ -31,7 +31,8 @@ const SelectedText unfinished{SelectedText::Kind::Unfinished, {}};
 /// What the application in front would answer on each road, and what comes of it.
 struct Roads {
     std::optional<ElementKind> focused = ElementKind::Ordinary;
-    bool isEditable = false;
+    bool isEditable = false; ///< the focused element
+    bool isEditor = false; ///< the application
     QList<SelectedText> selections = {{}}; ///< one per question; the last stays
     QString range = {};
     std::optional<QString> published = {};
@@ -163,6 +164,11 @@ void TestSelectionReader::triesTheRoadsInOrder_data()
         {.publication = Publication{applicationPid, 1s, true, {}},
          .copied = u"the line of the caret\n"_s,
          .lastCall = u"write"_s});
+    row("the line of the caret, from an editor",
+        {.isEditor = true,
+         .publication = {},
+         .copied = u"the line of the caret\n"_s,
+         .lastCall = u"write"_s});
     row("a line, from an application that does not publish",
         {.publication = {},
          .copied = u"a line\n"_s,
@@ -203,6 +209,7 @@ void TestSelectionReader::triesTheRoadsInOrder()
 {
     QFETCH(Roads, roads);
     with_->accessibility.focusedKind = roads.focused;
+    with_->workspace.frontmost->isTextEditor = roads.isEditor;
     with_->accessibility.isEditable = roads.isEditable;
     with_->accessibility.selections = roads.selections;
     with_->accessibility.selectionChanges = roads.changes;

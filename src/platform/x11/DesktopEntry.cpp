@@ -112,6 +112,9 @@ std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &contents,
             entry.startupWmClass = unescaped(value);
         } else if (key == "Exec") {
             entry.executable = executableIn(unescaped(value));
+        } else if (key == "Categories") {
+            const auto categories = value.split(';');
+            entry.isTextEditor = categories.contains("TextEditor") || categories.contains("IDE");
         } else if (key == "NoDisplay") {
             entry.isShown = value != "true";
         } else if (key == "Hidden") {

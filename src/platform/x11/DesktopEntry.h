@@ -15,6 +15,7 @@ struct DesktopEntry {
     QString name; ///< in the best of the wanted languages
     QString startupWmClass;
     QString executable; ///< the program's file name in Exec; empty for a launcher such as env
+    bool isTextEditor = false; ///< by its categories
     bool isShown = true; ///< not NoDisplay
     bool isDeleted = false; ///< Hidden: the file only takes another one's place
 };

@@ -169,7 +169,8 @@ std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadlin
                 continue;
             }
             const auto answer = reader.convert(target);
-            if (answer.outcome == X11SelectionReader::Outcome::Failed) {
+            if (answer.outcome == X11SelectionReader::Outcome::Failed
+                || answer.outcome == X11SelectionReader::Outcome::Cut) {
                 return std::nullopt;
             }
             if (answer.outcome == X11SelectionReader::Outcome::Value) {

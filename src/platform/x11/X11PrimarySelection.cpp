@@ -3,6 +3,7 @@
 
 #include "platform/x11/X11PrimarySelection.h"
 
+#include "platform/Accessibility.h"
 #include "platform/x11/ToolkitClipboard.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11SelectionHistory.h"
@@ -25,7 +26,9 @@ bool X11PrimarySelection::publishes(qint64 processIdentifier)
 std::optional<QString> X11PrimarySelection::string(QDeadlineTimer deadline)
 {
     history_.noteRead();
-    X11SelectionReader reader(connection_, XCB_ATOM_PRIMARY, deadline);
+    // More is too long whatever its encoding.
+    constexpr qsizetype mostBytes = 4 * (maxSelectionLength + 1);
+    X11SelectionReader reader(connection_, XCB_ATOM_PRIMARY, deadline, mostBytes);
     if (X11Windows(connection_).clientProcess(reader.owner()) == getpid()) {
         return toolkitClipboardText(QClipboard::Selection);
     }

@@ -73,7 +73,7 @@ X11SelectionReader::Answer X11SelectionReader::convert(xcb_atom_t target)
         return readIncrements();
     }
     remaining_ -= chunk->value.bytes.size();
-    return {Outcome::Value, std::move(chunk->value)};
+    return {chunk->isCut ? Outcome::Cut : Outcome::Value, std::move(chunk->value)};
 }
 
 bool X11SelectionReader::waitForNotify(xcb_atom_t target, xcb_atom_t &property)
@@ -121,7 +121,7 @@ bool X11SelectionReader::isOwnerGone(const xcb_generic_event_t &event) const
 }
 
 /// Takes the property's value away from the window, which asks the sender of increments for the
-/// next one. Absent on failure, which includes a value that is over the limit.
+/// next one. Absent on failure.
 std::optional<X11SelectionReader::Chunk> X11SelectionReader::readProperty()
 {
     const auto units = static_cast<uint32_t>((remaining_ / 4) + 1);
@@ -136,10 +136,8 @@ std::optional<X11SelectionReader::Chunk> X11SelectionReader::readProperty()
         return chunk;
     }
     const auto length = xcb_get_property_value_length(answer.get());
-    if (answer->bytes_after > 0 || length > remaining_) {
-        return std::nullopt;
-    }
     chunk.exists = true;
+    chunk.isCut = answer->bytes_after > 0 || length > remaining_;
     chunk.value.type = answer->type;
     chunk.value.format = answer->format;
     chunk.value.bytes = {static_cast<const char *>(xcb_get_property_value(answer.get())), length};
@@ -173,6 +171,9 @@ X11SelectionReader::Answer X11SelectionReader::readIncrements()
         }
         whole.bytes += bytes;
         remaining_ -= bytes.size();
+        if (chunk->isCut) {
+            return {Outcome::Cut, std::move(whole)};
+        }
     }
 }
 
@@ -200,7 +201,7 @@ std::optional<QString> X11SelectionReader::text()
          {connection_.atom("UTF8_STRING"_ba), connection_.atom("text/plain;charset=utf-8"_ba),
           static_cast<xcb_atom_t>(XCB_ATOM_STRING)}) {
         const auto answer = convert(target);
-        if (answer.outcome == Outcome::Value) {
+        if (answer.outcome == Outcome::Value || answer.outcome == Outcome::Cut) {
             return selectionText(answer.value);
         }
         if (answer.outcome == Outcome::Failed) {

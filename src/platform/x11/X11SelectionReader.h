@@ -21,8 +21,9 @@ class X11SelectionReader {
 public:
     enum class Outcome : quint8 {
         Value,
+        Cut, ///< the beginning of a value that is over the limit; nothing more can be read
         Refused, ///< the owner does not have the contents in this form
-        Failed, ///< time, limit or owner at its end; nothing more can be read
+        Failed, ///< time or owner at its end; nothing more can be read
     };
     struct Answer {
         Outcome outcome = Outcome::Failed;
@@ -47,12 +48,14 @@ public:
     /// does not say.
     [[nodiscard]] std::optional<QList<xcb_atom_t>> targets();
 
-    /// The contents as text, from the first form that the owner has.
+    /// The contents as text, from the first form that the owner has; cut if they are over the
+    /// limit.
     [[nodiscard]] std::optional<QString> text();
 
 private:
     struct Chunk {
         bool exists = false;
+        bool isCut = false; ///< over the limit
         SelectionValue value;
     };
 

@@ -165,6 +165,7 @@ void X11Workspace::resolve()
     if (entry != nullptr) {
         application.bundleIdentifier = entry->id;
         application.localizedName = entry->name;
+        application.isTextEditor = entry->isTextEditor;
     } else if (!className.isEmpty()) {
         application.localizedName = QString::fromLatin1(className);
     }

@@ -80,7 +80,8 @@ void TestX11Workspace::initTestCase()
 {
     QFile file(applications_.filePath(u"org.example.Reader.desktop"_s));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("[Desktop Entry]\nType=Application\nName=The Reader\nStartupWMClass=reader\n");
+    file.write("[Desktop Entry]\nType=Application\nName=The Reader\nStartupWMClass=reader\n"
+               "Categories=Utility;TextEditor;\n");
 }
 
 void TestX11Workspace::init()
@@ -95,8 +96,9 @@ void TestX11Workspace::followsForeignProcesses()
     PeerProcess first({u"window"_s, u"reader"_s, u"Reader-main"_s});
     QVERIFY(desktop_.activate(first.window()));
     const auto s = session();
-    QCOMPARE(s->workspace.frontmostApplication(),
-             (RunningApplication{first.processId(), u"The Reader"_s, u"org.example.Reader"_s}));
+    QCOMPARE(
+        s->workspace.frontmostApplication(),
+        (RunningApplication{first.processId(), u"The Reader"_s, u"org.example.Reader"_s, true}));
     QCOMPARE(s->workspace.windowTitle(first.processId()), u"title of reader"_s);
 
     PeerProcess second({u"window"_s, u"other-reader"_s, u"Other-Reader"_s});
