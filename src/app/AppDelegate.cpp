@@ -286,7 +286,8 @@ void AppDelegate::buildCapturePipeline()
     selectionReader_ = std::make_unique<AccessibilitySelectionReader>(
         AccessibilitySelectionReader::Desktop{platform.workspace(), platform.accessibility(),
                                               platform.pasteboard(), platform.primarySelection(),
-                                              platform.keys(), platform.events()},
+                                              platform.keys(), platform.events(),
+                                              &foundation_->defaults},
         *readingBudget_);
     contextTracker_ = std::make_unique<ContextTracker>(
         platform.workspace(), platform.accessibility(), *readingBudget_, foundation_->clock);

@@ -31,6 +31,17 @@ QString UserPreferences::defaultLanguage(const QStringList &preferredLanguages)
     return first.startsWith(u"zh") ? u"Chinese"_s : u"English"_s;
 }
 
+bool UserPreferences::readsByCopying() const
+{
+    const QVariant stored = defaults_->value(DefaultsKey::readsByCopying.toString());
+    return !stored.isValid() || stored.toBool();
+}
+
+QStringList UserPreferences::noCopyingIn() const
+{
+    return defaults_->value(DefaultsKey::noCopyingIn.toString()).toStringList();
+}
+
 bool UserPreferences::prefersEnglishTexts() const
 {
     return preferredOutputLanguage().toLower().startsWith(u"en");

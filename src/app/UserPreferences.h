@@ -19,6 +19,10 @@ inline constexpr QStringView usesWithoutAccount = u"usesWithoutAccount";
 inline constexpr QStringView acknowledgedNotesFile = u"acknowledgedNotesFile";
 /// When that file was last changed which the user was told of before it was set aside.
 inline constexpr QStringView acknowledgedNotesTime = u"acknowledgedNotesTime";
+/// False: no application is made to copy what is selected in it.
+inline constexpr QStringView readsByCopying = u"readsByCopying";
+/// The .desktop ids or names of the applications that are not made to copy.
+inline constexpr QStringView noCopyingIn = u"noCopyingIn";
 } // namespace DefaultsKey
 
 /// The user's settings. A value: copies read the same store, afresh on every call.
@@ -33,6 +37,10 @@ public:
     /// "Chinese" or "English", by the first of the user's preferred languages.
     [[nodiscard]] static QString systemDefaultLanguage();
     [[nodiscard]] static QString defaultLanguage(const QStringList &preferredLanguages);
+
+    /// Whether applications are made to copy at all, and which of them are not, by id or name.
+    [[nodiscard]] bool readsByCopying() const;
+    [[nodiscard]] QStringList noCopyingIn() const;
 
     /// Whether texts for the user are English rather than Chinese.
     [[nodiscard]] bool prefersEnglishTexts() const;

@@ -6,7 +6,6 @@
 #include "capture/ReadingBudget.h"
 #include "capture/SelectionEvidence.h"
 #include "platform/EventMonitoring.h"
-#include "platform/KeyPosting.h"
 #include "platform/Workspace.h"
 
 #include <QThread>
@@ -26,12 +25,10 @@ constexpr auto focusReturnStep = 6ms;
 // After Option is released, applications need a moment to take their focus back from a menu bar.
 constexpr auto menuSettleTime = 30ms;
 constexpr auto publishedSelectionTime = 150ms;
-constexpr auto snapshotTime = 150ms;
 constexpr auto copyTime = 350ms;
 // Where nothing says that something is selected, the user hears of it before this is over.
 constexpr auto nothingTime = 240ms;
-constexpr auto shortestCopyTime = 100ms; // with less, the copy would come after we stopped waiting
-constexpr auto copiedTextTime = 50ms;
+constexpr auto shortestCopyTime = 100ms;
 
 bool isBlank(const QString &text)
 {
@@ -59,6 +56,9 @@ AccessibilitySelectionReader::AccessibilitySelectionReader(const Desktop &deskto
                                                            ReadingBudget &budget)
     : desktop_(desktop)
     , budget_(budget)
+    , copy_({desktop.accessibility, desktop.pasteboard, desktop.keys, desktop.events,
+             desktop.settings},
+            budget)
 {
 }
 
@@ -177,25 +177,16 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     if (answer.kind == ElementKind::Terminal) {
         return std::nullopt;
     }
-    // The clipboard is worth more than the answer: what cannot be put back is not replaced.
-    Pasteboard &pasteboard = desktop_.pasteboard;
-    const auto items = snapshot(pasteboard);
-    if (!items || budget_.leftForSelection() < shortestCopyTime) {
+    const auto application = desktop_.workspace.frontmostApplication();
+    if (!application) {
         return std::nullopt;
     }
-    const auto time = answer.selected.kind == SelectedText::Kind::Unfinished
-        ? copyTime
-        : std::clamp<std::chrono::milliseconds>(nothingTime - budget_.elapsed(), shortestCopyTime,
-                                                copyTime);
-    const quint64 changeCount = pasteboard.changeCount();
-    if (!desktop_.keys.postCopy()
-        || !pasteboard.waitForChange(changeCount, budget_.selectionDeadline(time))) {
-        return std::nullopt;
-    }
-    const auto copied = pasteboard.string(QDeadlineTimer(copiedTextTime));
-    restore(pasteboard, *items);
-    if (copied && answer.selected.kind != SelectedText::Kind::Unfinished && isLineOfCaret(*copied)
-        && mayCopyCaretLine()) {
+    const bool isSelected = answer.selected.kind == SelectedText::Kind::Unfinished;
+    const auto time = isSelected ? copyTime
+                                 : std::clamp<std::chrono::milliseconds>(
+                                     nothingTime - budget_.elapsed(), shortestCopyTime, copyTime);
+    const auto copied = copy_.textFrom(*application, time);
+    if (copied && !isSelected && isLineOfCaret(*copied) && mayCopyCaretLine(*application)) {
         return std::nullopt;
     }
     return readable(copied);
@@ -217,20 +208,6 @@ std::optional<QString> AccessibilitySelectionReader::publishedSelection(Selected
         return std::nullopt;
     }
     return readable(desktop_.primary->string(budget_.selectionDeadline(publishedSelectionTime)));
-}
-
-std::optional<QList<PasteboardItem>> AccessibilitySelectionReader::snapshot(Pasteboard &pasteboard)
-{
-    return pasteboard.items(budget_.selectionDeadline(snapshotTime));
-}
-
-void AccessibilitySelectionReader::restore(Pasteboard &pasteboard,
-                                           const QList<PasteboardItem> &items)
-{
-    pasteboard.clear();
-    if (!items.isEmpty()) {
-        pasteboard.write(items);
-    }
 }
 
 } // namespace vellumo

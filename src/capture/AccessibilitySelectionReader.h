@@ -3,12 +3,14 @@
 #pragma once
 
 #include "capture/SelectionReading.h"
+#include "capture/SyntheticCopy.h"
 #include "platform/Accessibility.h"
 #include "platform/Pasteboard.h"
 #include <optional>
 
 namespace vellumo {
 
+class DefaultsStore;
 class EventMonitoring;
 class KeyPosting;
 class ReadingBudget;
@@ -20,7 +22,8 @@ class Workspace;
 /// and without the user's trust nothing is tried.
 class AccessibilitySelectionReader : public SelectionReading {
 public:
-    /// Everything must outlive the reader. `primary` may be null.
+    /// Everything must outlive the reader. `primary` may be null; without `settings` no application
+    /// is left out.
     struct Desktop {
         Workspace &workspace;
         Accessibility &accessibility;
@@ -28,6 +31,7 @@ public:
         PrimarySelection *primary;
         KeyPosting &keys;
         EventMonitoring &events;
+        const DefaultsStore *settings = nullptr;
     };
 
     /// The budget is started by every reading and must outlive the reader.
@@ -56,13 +60,11 @@ private:
     /// A copy that the application is made to make.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
     [[nodiscard]] std::optional<QString> publishedSelection(SelectedText::Kind answer);
-    [[nodiscard]] bool mayCopyCaretLine();
-    /// Absent when the pasteboard could not be put back as it is.
-    [[nodiscard]] std::optional<QList<PasteboardItem>> snapshot(Pasteboard &pasteboard);
-    static void restore(Pasteboard &pasteboard, const QList<PasteboardItem> &items);
+    [[nodiscard]] bool mayCopyCaretLine(const RunningApplication &application);
 
     Desktop desktop_;
     ReadingBudget &budget_;
+    SyntheticCopy copy_;
 };
 
 } // namespace vellumo

@@ -87,6 +87,13 @@ public:
         Q_UNUSED(processIdentifier)
     }
 
+    /// Whether the process has left a question unanswered a moment ago.
+    [[nodiscard]] virtual bool isUnresponsive(qint64 processIdentifier) const
+    {
+        Q_UNUSED(processIdentifier)
+        return false;
+    }
+
     /// The element with the keyboard focus, if the process says so.
     [[nodiscard]] virtual std::optional<AccessibleElement>
     focusedElement(qint64 processIdentifier, QDeadlineTimer deadline) = 0;

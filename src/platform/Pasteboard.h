@@ -7,6 +7,7 @@
 #include <QList>
 #include <QString>
 #include <chrono>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -25,9 +26,18 @@ public:
     /// Grows each time the owner of the contents changes.
     [[nodiscard]] virtual quint64 changeCount() = 0;
 
-    /// Blocks, without running an event loop, until the change count differs from `count` or the
-    /// deadline has passed; answers whether it differs.
-    virtual bool waitForChange(quint64 count, QDeadlineTimer deadline) = 0;
+    /// Runs from the event loop after the owner has changed, once for several changes.
+    std::function<void()> onOwnerChanged;
+
+    /// The process that owns the contents now; absent for an empty pasteboard and when it is not
+    /// known, such as a process of another computer.
+    [[nodiscard]] virtual std::optional<qint64> ownerProcess() = 0;
+
+    /// Blocks, without running an event loop, until the process takes the pasteboard over, if it
+    /// has not done so since the change count was `count`. Absent at the deadline; else when it did
+    /// that as it says itself, in the lower 32 bits of Event::timestampMs.
+    [[nodiscard]] virtual std::optional<quint32> waitForOwner(qint64 process, quint64 count,
+                                                              QDeadlineTimer deadline) = 0;
 
     /// All items with the bytes of every type; an empty list for an empty pasteboard. Absent when
     /// the contents could not be taken whole, so that they could not be put back either.

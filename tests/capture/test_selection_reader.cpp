@@ -7,6 +7,7 @@
 #include "platform/fake/FakeEventMonitors.h"
 
 #include <QTest>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -55,7 +56,12 @@ private Q_SLOTS:
     void triesTheRoadsInOrder();
     void copyRestoresTheClipboard_data();
     void copyRestoresTheClipboard();
-    void clipboardThatCannotBeKeptIsNotTouched();
+    void noKeysWithoutNeed_data();
+    void noKeysWithoutNeed();
+    void copyOfAnotherProcessIsNotTaken_data();
+    void copyOfAnotherProcessIsNotTaken();
+    void undoesALateCopy_data();
+    void undoesALateCopy();
     void hangingRoadsShareOneBudget();
     void withoutTrustNothingIsTried();
     void ownWindowAnswersForItself();
@@ -70,8 +76,9 @@ private:
         FakeKeyPosting keys{calls};
         FakeEventMonitors events;
         ReadingBudget budget;
+        FakeDefaultsStore settings;
         AccessibilitySelectionReader reader{
-            {workspace, accessibility, pasteboard, &primary, keys, events}, budget};
+            {workspace, accessibility, pasteboard, &primary, keys, events, &settings}, budget};
     };
     std::unique_ptr<Fixture> with_;
 };
@@ -224,7 +231,8 @@ void TestSelectionReader::triesTheRoadsInOrder()
     QCOMPARE(with_->calls.last(), roads.lastCall);
     QCOMPARE(with_->pasteboard.contents, usersClipboard);
     const bool mayBeInMenu = roads.selections.first().kind == SelectedText::Kind::Nothing;
-    QCOMPARE(with_->events.waitsForRelease, mayBeInMenu ? 1 : 0);
+    const bool isCopied = with_->calls.contains(u"copy keys"_s);
+    QCOMPARE(with_->events.waitsForRelease, (mayBeInMenu ? 1 : 0) + (isCopied ? 1 : 0));
 }
 
 void TestSelectionReader::copyRestoresTheClipboard_data()
@@ -244,6 +252,7 @@ void TestSelectionReader::copyRestoresTheClipboard()
     QCOMPARE(with_->pasteboard.contents, before);
     FakeCalls expected = {u"request accessibility of 4711"_s,
                           u"focused element"_s,
+                          u"may keys be posted"_s,
                           u"snapshot"_s,
                           u"copy keys"_s,
                           u"wait for copy"_s,
@@ -255,13 +264,104 @@ void TestSelectionReader::copyRestoresTheClipboard()
     QCOMPARE(with_->calls, expected);
 }
 
-void TestSelectionReader::clipboardThatCannotBeKeptIsNotTouched()
+void TestSelectionReader::noKeysWithoutNeed_data()
 {
+    using Hindrance = std::function<void(Fixture &)>;
+    QTest::addColumn<Hindrance>("hinder");
+    QTest::addColumn<QString>("lastCall");
+    const auto row = [](const char *name, const Hindrance &hinder, const QString &lastCall) {
+        QTest::newRow(name) << hinder << lastCall;
+    };
+    row(
+        "a clipboard that cannot be kept", [](Fixture &with) { with.pasteboard.contents.reset(); },
+        u"snapshot"_s);
+    row(
+        "keys that do not arrive", [](Fixture &with) { with.keys.canPost = false; },
+        u"may keys be posted"_s);
+    row(
+        "a question timed out", [](Fixture &with) { with.accessibility.unresponsive = true; },
+        u"focused element"_s);
+    row(
+        "Option stays down", [](Fixture &with) { with.events.isHeld = true; },
+        u"may keys be posted"_s);
+    const auto setting = [&](const char *name, const QString &key, const QVariant &value) {
+        row(
+            name, [=](Fixture &with) { with.settings.setValue(key, value); }, u"focused element"_s);
+    };
+    setting("switched off", u"readsByCopying"_s, false);
+    setting("switched off for the id", u"noCopyingIn"_s,
+            QStringList{u"org.other"_s, u"org.Editor"_s});
+    setting("switched off for the name", u"noCopyingIn"_s, u"editor"_s);
+}
+
+void TestSelectionReader::noKeysWithoutNeed()
+{
+    QFETCH(std::function<void(Fixture &)>, hinder);
+    QFETCH(QString, lastCall);
     with_->accessibility.focusedKind.reset();
-    with_->pasteboard.contents.reset();
     with_->pasteboard.copied = u"copied"_s;
+    with_->settings.setValue(u"noCopyingIn"_s, u"org.other"_s);
+    hinder(*with_);
     QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
-    QVERIFY(!with_->calls.contains(u"copy keys"_s));
+    QCOMPARE(with_->calls.last(), lastCall);
+}
+
+void TestSelectionReader::copyOfAnotherProcessIsNotTaken_data()
+{
+    QTest::addColumn<qint64>("copier");
+    QTest::addColumn<std::optional<qint64>>("successor");
+    QTest::addColumn<bool>("restores");
+    QTest::newRow("another one copies") << qint64{1} << std::optional<qint64>() << false;
+    QTest::newRow("another one takes it over")
+        << applicationPid << std::optional<qint64>(1) << true;
+}
+
+void TestSelectionReader::copyOfAnotherProcessIsNotTaken()
+{
+    QFETCH(qint64, copier);
+    QFETCH(std::optional<qint64>, successor);
+    QFETCH(bool, restores);
+    with_->accessibility.focusedKind.reset();
+    with_->pasteboard.copied = u"copied"_s;
+    with_->pasteboard.copier = copier;
+    with_->pasteboard.successor = successor;
+    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
+    QCOMPARE(with_->pasteboard.contents == usersClipboard, restores);
+}
+
+void TestSelectionReader::undoesALateCopy_data()
+{
+    QTest::addColumn<qint64>("process");
+    QTest::addColumn<Event>("act"); ///< of the user before it comes
+    QTest::addColumn<int>("times");
+    QTest::addColumn<bool>("isUndone");
+    const Event tap{.modifierFlags = 0, .timestampMs = 90};
+    const Event early{.modifierFlags = ModifierFlag::Control, .timestampMs = 90};
+    const Event late{.modifierFlags = ModifierFlag::Control, .timestampMs = 110};
+    const Event click{.type = EventType::LeftMouseDown, .timestampMs = 100};
+    const qint64 other = 1;
+    QTest::newRow("of the process that was asked") << applicationPid << tap << 1 << true;
+    QTest::newRow("twice") << applicationPid << tap << 2 << true;
+    QTest::newRow("before the user pressed Control") << applicationPid << late << 1 << true;
+    QTest::newRow("made by the user") << applicationPid << early << 1 << false;
+    QTest::newRow("made by the user with the mouse") << applicationPid << click << 1 << false;
+    QTest::newRow("of another process") << other << tap << 1 << false;
+}
+
+void TestSelectionReader::undoesALateCopy()
+{
+    QFETCH(qint64, process);
+    QFETCH(Event, act);
+    QFETCH(int, times);
+    QFETCH(bool, isUndone);
+    const QList<PasteboardItem> late = {{{u"UTF8_STRING"_s, "late"}}};
+    with_->accessibility.focusedKind.reset();
+    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
+    with_->events.sendGlobal(act);
+    for (int i = 0; i < times; ++i) {
+        with_->pasteboard.put(late, process, 100);
+        QCOMPARE(with_->pasteboard.contents, isUndone ? usersClipboard : late);
+    }
 }
 
 void TestSelectionReader::hangingRoadsShareOneBudget()

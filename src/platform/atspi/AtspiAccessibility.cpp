@@ -89,6 +89,12 @@ Answer AtspiAccessibility::askApplication(qint64 processIdentifier, AtspiQuestio
     return Answer();
 }
 
+bool AtspiAccessibility::isUnresponsive(qint64 processIdentifier) const
+{
+    const auto service = applications_.rememberedService(processIdentifier);
+    return service && unresponsive_.contains(*service);
+}
+
 std::optional<AccessibleElement> AtspiAccessibility::focusedElement(qint64 processIdentifier,
                                                                     QDeadlineTimer deadline)
 {

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] bool isConnected() const override { return bus_.isOpen(); }
     [[nodiscard]] bool isConnecting() const override { return bus_.isOpening(); }
 
+    [[nodiscard]] bool isUnresponsive(qint64 processIdentifier) const override;
     [[nodiscard]] std::optional<AccessibleElement> focusedElement(qint64 processIdentifier,
                                                                   QDeadlineTimer deadline) override;
     [[nodiscard]] SelectedText selectedText(const AccessibleElement &element,

@@ -115,15 +115,29 @@ std::optional<QString> FakeAccessibility::pageAddress(qint64 processIdentifier,
     return page;
 }
 
-bool FakePasteboard::waitForChange(quint64 count, QDeadlineTimer deadline)
+std::optional<quint32> FakePasteboard::waitForOwner(qint64 process, quint64 count,
+                                                    QDeadlineTimer deadline)
 {
-    Q_UNUSED(deadline)
-    calls_.append(u"wait for copy"_s);
-    if (copied) {
-        contents = {{{u"UTF8_STRING"_s, copied->toUtf8()}}};
-        ++changeCount_;
+    const bool isWait = !deadline.hasExpired();
+    if (isWait) {
+        calls_.append(u"wait for copy"_s);
     }
-    return changeCount_ != count;
+    if (isWait && copied) {
+        put({{{u"UTF8_STRING"_s, copied->toUtf8()}}}, copier, 0);
+    }
+    return owner_ == process && ownedSince_ > count ? std::optional(time_) : std::nullopt;
+}
+
+void FakePasteboard::put(const QList<PasteboardItem> &items, qint64 process, quint32 time)
+{
+    contents = items;
+    owner_ = process;
+    time_ = time;
+    ownedSince_ = ++changeCount_;
+    if (onOwnerChanged) {
+        const auto listener = onOwnerChanged;
+        listener();
+    }
 }
 
 std::optional<QList<PasteboardItem>> FakePasteboard::items(QDeadlineTimer deadline)
@@ -146,6 +160,7 @@ void FakePasteboard::clear()
 {
     calls_.append(u"clear"_s);
     contents = QList<PasteboardItem>();
+    owner_.reset();
     ++changeCount_;
 }
 
@@ -165,8 +180,16 @@ std::optional<QString> FakePrimarySelection::string(QDeadlineTimer deadline)
     return hangs ? std::nullopt : text;
 }
 
-bool FakeKeyPosting::postCopy()
+bool FakeKeyPosting::canPostCopy(qint64 process)
 {
+    Q_UNUSED(process)
+    calls_.append(u"may keys be posted"_s);
+    return canPost;
+}
+
+bool FakeKeyPosting::postCopy(qint64 process)
+{
+    Q_UNUSED(process)
     calls_.append(u"copy keys"_s);
     return canPost;
 }

@@ -58,6 +58,7 @@ public:
 
     bool trusted = true;
     bool hangs = false; ///< whether a question takes all of its time and has no answer
+    bool unresponsive = false; ///< whether one did so a moment ago
     std::optional<ElementKind> focusedKind = ElementKind::Ordinary; ///< absent: nothing focused
     bool isEditable = false;
     QList<SelectedText> selections; ///< one per question; the last stays
@@ -76,6 +77,10 @@ public:
         Q_EMIT trustChanged();
     }
     void requestManualAccessibility(qint64 processIdentifier) override;
+    [[nodiscard]] bool isUnresponsive(qint64 /*processIdentifier*/) const override
+    {
+        return unresponsive;
+    }
     [[nodiscard]] std::optional<AccessibleElement> focusedElement(qint64 processIdentifier,
                                                                   QDeadlineTimer deadline) override;
     [[nodiscard]] SelectedText selectedText(const AccessibleElement &element,
@@ -102,9 +107,18 @@ public:
     bool isSlow = false; ///< whether a snapshot takes all of its time
     std::optional<QList<PasteboardItem>> contents = QList<PasteboardItem>();
     std::optional<QString> copied; ///< what the application puts here when made to copy
+    qint64 copier = 4711; ///< the process that does
+    std::optional<qint64> successor; ///< a process that takes the pasteboard over after it
 
     [[nodiscard]] quint64 changeCount() override { return changeCount_; }
-    bool waitForChange(quint64 count, QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<qint64> ownerProcess() override
+    {
+        return successor ? successor : owner_;
+    }
+    [[nodiscard]] std::optional<quint32> waitForOwner(qint64 process, quint64 count,
+                                                      QDeadlineTimer deadline) override;
+    /// What a process puts here from now on, and when it says that it did.
+    void put(const QList<PasteboardItem> &items, qint64 process, quint32 time);
     [[nodiscard]] std::optional<QList<PasteboardItem>> items(QDeadlineTimer deadline) override;
     [[nodiscard]] std::optional<QString> string(QDeadlineTimer deadline) override;
     void clear() override;
@@ -113,6 +127,9 @@ public:
 private:
     FakeCalls &calls_;
     quint64 changeCount_ = 7;
+    quint64 ownedSince_ = 0; ///< change count
+    std::optional<qint64> owner_; ///< absent for this program
+    quint32 time_ = 0;
 };
 
 class FakePrimarySelection : public PrimarySelection {
@@ -140,7 +157,8 @@ public:
 
     bool canPost = true;
 
-    bool postCopy() override;
+    [[nodiscard]] bool canPostCopy(qint64 process) override;
+    bool postCopy(qint64 process) override;
 
 private:
     FakeCalls &calls_;

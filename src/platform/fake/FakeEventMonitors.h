@@ -11,6 +11,7 @@ namespace vellumo {
 class FakeEventMonitors : public EventMonitoring {
 public:
     bool canInstall = true;
+    bool isHeld = false; ///< whether the keys that are waited for stay down
     int waitsForRelease = 0; ///< how often waitForRelease() was called
 
     [[nodiscard]] std::unique_ptr<EventMonitorHandle>

@@ -30,26 +30,26 @@ X11KeyPosting::X11KeyPosting(X11Connection &connection, X11EventMonitors &monito
     }
 }
 
-bool X11KeyPosting::mayPost()
+bool X11KeyPosting::canPostCopy(qint64 process)
 {
     // The keys go where the keyboard is; an active window may have gone without notice.
-    return isForeignApplication(windows_.activeWindow())
-        && isForeignApplication(windows_.focusedTopLevel());
+    return hasTest_ && process != getpid() && mayReceiveKeys(windows_.activeWindow(), process)
+        && mayReceiveKeys(windows_.focusedTopLevel(), process);
 }
 
-bool X11KeyPosting::isForeignApplication(xcb_window_t window)
+bool X11KeyPosting::mayReceiveKeys(xcb_window_t window, qint64 process)
 {
-    const auto process = windows_.process(window);
-    if (!process || *process == getpid()) {
+    // As the server knows it: what is copied is later told from others' by that.
+    if (windows_.clientProcess(window) != process) {
         return false;
     }
     const auto [instance, className] = windows_.windowClass(window);
     return !isTerminalClass(instance) && !isTerminalClass(className);
 }
 
-bool X11KeyPosting::postCopy()
+bool X11KeyPosting::postCopy(qint64 process)
 {
-    if (!hasTest_ || !mayPost()) {
+    if (!canPostCopy(process)) {
         return false;
     }
     const auto keys = KeyboardMap::read(connection_);

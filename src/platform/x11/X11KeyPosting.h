@@ -20,11 +20,11 @@ public:
     X11KeyPosting(X11Connection &connection, X11EventMonitors &monitors, X11Windows &windows,
                   X11Problems &problems);
 
-    bool postCopy() override;
+    [[nodiscard]] bool canPostCopy(qint64 process) override;
+    bool postCopy(qint64 process) override;
 
 private:
-    [[nodiscard]] bool mayPost();
-    [[nodiscard]] bool isForeignApplication(xcb_window_t window);
+    [[nodiscard]] bool mayReceiveKeys(xcb_window_t window, qint64 process);
 
     X11Connection &connection_;
     X11EventMonitors &monitors_;

@@ -11,7 +11,6 @@
 #include <QSet>
 #include <chrono>
 #include <unistd.h>
-#include <xcb/xfixes.h>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -22,6 +21,10 @@ namespace {
 
 constexpr qsizetype maxTargets = 256;
 constexpr auto handOverTime = 900ms; // within the second that a call to the thread may take
+
+/// Changes of the owner that are remembered; more than this come between two questions only when
+/// programs fight over the clipboard.
+constexpr qsizetype maxChanges = 32;
 
 } // namespace
 
@@ -48,7 +51,7 @@ X11Pasteboard::X11Pasteboard(X11Connection &connection, X11Problems &problems)
     }
     connection_.setEventHandler([this](const auto &event) {
         if (isOwnerChange(event)) {
-            ++changeCount_;
+            note(eventAs<xcb_xfixes_selection_notify_event_t>(event));
         }
     });
     connection_.flush();
@@ -68,12 +71,36 @@ bool X11Pasteboard::isOwnerChange(const xcb_generic_event_t &event) const
         && eventAs<xcb_xfixes_selection_notify_event_t>(event).selection == clipboard_;
 }
 
+void X11Pasteboard::note(const xcb_xfixes_selection_notify_event_t &change)
+{
+    if (!isServed(change.owner)) {
+        served_.clear();
+    }
+    changes_.append({++changeCount_, change.owner, change.selection_timestamp});
+    if (changes_.size() > maxChanges) {
+        changes_.removeFirst();
+    }
+    if (!onOwnerChanged || isNewsPending_) {
+        return;
+    }
+    isNewsPending_ = true;
+    QMetaObject::invokeMethod(
+        &context_,
+        [this] {
+            isNewsPending_ = false;
+            if (const auto listener = onOwnerChanged) { // it may go while it runs
+                listener();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
 bool X11Pasteboard::takeOwnerChange(QDeadlineTimer deadline)
 {
     const auto event =
         connection_.takeEvent([this](const auto &each) { return isOwnerChange(each); }, deadline);
     if (event) {
-        ++changeCount_;
+        note(eventAs<xcb_xfixes_selection_notify_event_t>(*event));
     }
     return event != nullptr;
 }
@@ -85,9 +112,29 @@ quint64 X11Pasteboard::changeCount()
     return changeCount_;
 }
 
-bool X11Pasteboard::waitForChange(quint64 count, QDeadlineTimer deadline)
+std::optional<qint64> X11Pasteboard::ownerProcess()
 {
-    return changeCount() != count || takeOwnerChange(deadline);
+    const auto owner = connection_.reply<xcb_get_selection_owner_reply_t>(
+        xcb_get_selection_owner(connection_.xcb(), clipboard_));
+    return owner ? X11Windows(connection_).clientProcess(owner->owner) : std::nullopt;
+}
+
+std::optional<quint32> X11Pasteboard::waitForOwner(qint64 process, quint64 count,
+                                                   QDeadlineTimer deadline)
+{
+    static_cast<void>(changeCount());
+    do {
+        for (const auto &change : std::as_const(changes_)) {
+            if (change.count <= count) {
+                continue;
+            }
+            count = change.count;
+            if (X11Windows(connection_).clientProcess(change.owner) == process) {
+                return change.time;
+            }
+        }
+    } while (takeOwnerChange(deadline));
+    return std::nullopt;
 }
 
 X11SelectionThread &X11Pasteboard::thread()
@@ -132,8 +179,8 @@ bool X11Pasteboard::isSkipped(const QByteArray &target) const
 
 std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadline)
 {
-    // What could not be served could not be put back.
-    if (!connection_.isUsable() || thread().window() == XCB_WINDOW_NONE) {
+    // What could not be served could not be put back, nor what changes without notice.
+    if (fixesEvent_ == 0 || thread().window() == XCB_WINDOW_NONE) {
         return std::nullopt;
     }
     const auto countBefore = changeCount();
@@ -213,7 +260,7 @@ void X11Pasteboard::clear()
     served_.clear();
     if (connection_.isUsable()) {
         xcb_set_selection_owner(connection_.xcb(), XCB_WINDOW_NONE, clipboard_, XCB_CURRENT_TIME);
-        connection_.roundTrip(); // before another connection does anything
+        static_cast<void>(changeCount()); // carried out, before another connection does anything
     }
 }
 
@@ -243,7 +290,9 @@ void X11Pasteboard::write(const QList<PasteboardItem> &items)
     }
     if (contents.isEmpty()) {
         clear();
-    } else if (connection_.isUsable() && thread().own(contents)) {
+    } else if (connection_.isUsable()) {
+        thread().own(contents);
+        static_cast<void>(changeCount()); // what is noted from now on came later
         served_ = std::move(contents);
     }
 }

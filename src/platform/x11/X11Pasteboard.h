@@ -5,7 +5,9 @@
 #include "platform/Pasteboard.h"
 #include "platform/x11/X11SelectionThread.h"
 #include <QHash>
+#include <QObject>
 #include <memory>
+#include <xcb/xfixes.h>
 
 namespace vellumo {
 
@@ -27,7 +29,9 @@ public:
     Q_DISABLE_COPY_MOVE(X11Pasteboard)
 
     [[nodiscard]] quint64 changeCount() override;
-    bool waitForChange(quint64 count, QDeadlineTimer deadline) override;
+    [[nodiscard]] std::optional<qint64> ownerProcess() override;
+    [[nodiscard]] std::optional<quint32> waitForOwner(qint64 process, quint64 count,
+                                                      QDeadlineTimer deadline) override;
     [[nodiscard]] std::optional<QList<PasteboardItem>> items(QDeadlineTimer deadline) override;
     [[nodiscard]] std::optional<QString> string(QDeadlineTimer deadline) override;
     void clear() override;
@@ -38,6 +42,12 @@ private:
         xcb_atom_t type = XCB_ATOM_NONE;
         quint8 format = 8;
     };
+    struct OwnerChange {
+        quint64 count = 0; ///< the change count after it
+        xcb_window_t owner = XCB_WINDOW_NONE;
+        xcb_timestamp_t time = XCB_CURRENT_TIME;
+    };
+
     [[nodiscard]] X11SelectionThread &thread();
     [[nodiscard]] bool isServed(xcb_window_t owner);
     [[nodiscard]] bool isOwnerChange(const xcb_generic_event_t &event) const;
@@ -45,6 +55,7 @@ private:
     [[nodiscard]] bool isSkipped(const QByteArray &target) const;
     [[nodiscard]] Form formOf(const QString &type, qsizetype size);
     [[nodiscard]] bool takeOwnerChange(QDeadlineTimer deadline);
+    void note(const xcb_xfixes_selection_notify_event_t &change);
 
     X11Connection &connection_;
     xcb_atom_t clipboard_;
@@ -52,7 +63,10 @@ private:
     QList<X11SelectionServer::Content> served_; ///< what was given to the thread last
     quint8 fixesEvent_ = 0; ///< 0 without the extension
     quint64 changeCount_ = 0;
+    QList<OwnerChange> changes_; ///< the latest ones, in order
+    bool isNewsPending_ = false;
     QHash<QString, Form> forms_;
+    QObject context_; ///< of calls that are queued
 };
 
 } // namespace vellumo

@@ -276,7 +276,7 @@ void TestX11Input::copyKeysReachTheApplicationAlone()
     PeerProcess peer({u"window"_s, u"other"_s, u"Other"_s});
     QVERIFY(giveKeyboardTo(peer));
     play({Key::AltLeft, Key::ShiftLeft});
-    QVERIFY(with_->keyPosting.postCopy());
+    QVERIFY(with_->keyPosting.postCopy(peer.processId()));
     QVERIFY(areNoKeysDown());
     const auto copy = u"%1 %2"_s.arg(insertKey).arg(int{XCB_MOD_MASK_CONTROL});
     QVERIFY(QTest::qWaitFor([&] { return peer.moreLines().contains(copy); }));
@@ -289,13 +289,13 @@ void TestX11Input::copyKeysHideNoTapOfTheUser()
     PeerProcess peer({u"window"_s, u"other"_s, u"Other"_s});
     QVERIFY(giveKeyboardTo(peer));
     play({Key::AltLeft}); // seen by nobody yet
-    QVERIFY(with_->keyPosting.postCopy());
+    QVERIFY(with_->keyPosting.postCopy(peer.processId()));
     play({-Key::AltLeft, Key::AltLeft, -Key::AltLeft}); // nothing was handled in between
     QVERIFY(hasFlags({Option, Option, 0}));
 
     play({Key::AltLeft});
     QVERIFY(hasFlags({Option, Option, 0, Option}));
-    QVERIFY(with_->keyPosting.postCopy());
+    QVERIFY(with_->keyPosting.postCopy(peer.processId()));
     QVERIFY(hasFlags({Option, Option, 0, Option}));
     play({-Key::AltLeft, Key::AltLeft, -Key::AltLeft});
     QVERIFY(hasFlags({Option, Option, 0, Option, Option, 0}));

@@ -237,11 +237,9 @@ void TestX11Rules::doesLessWithoutExtensions()
     QVERIFY(server.launch());
     QVERIFY(waitUntil([&] { return server.standardOutput().endsWith(u'\n'); }, 10s));
     X11Backend backend(':' + server.standardOutput().trimmed().toLatin1());
-    QVERIFY(!backend.keyPosting().postCopy());
+    QVERIFY(!backend.keyPosting().postCopy(1));
     QVERIFY(!backend.primarySelection().publication());
-    QVERIFY(backend.pasteboard().items(QDeadlineTimer(5000))->isEmpty());
-    QVERIFY(!backend.pasteboard().waitForChange(backend.pasteboard().changeCount(),
-                                                QDeadlineTimer(10)));
+    QVERIFY(!backend.pasteboard().items(QDeadlineTimer(5000))); // a change would not be noticed
     QVERIFY(backend.eventMonitoring().addGlobalMonitor(maskOf(EventType::FlagsChanged),
                                                        [](const Event &) {}));
 }

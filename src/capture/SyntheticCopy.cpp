@@ -1,0 +1,155 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "capture/SyntheticCopy.h"
+
+#include "app/UserPreferences.h"
+#include "capture/ReadingBudget.h"
+#include "platform/Accessibility.h"
+#include "platform/EventMonitoring.h"
+#include "platform/KeyPosting.h"
+#include "platform/Workspace.h"
+
+#include <QStringList>
+#include <QThread>
+
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+// After Option is released, applications need a moment to take their focus back from a menu bar.
+constexpr auto menuSettleTime = 30ms;
+constexpr auto snapshotTime = 150ms;
+constexpr auto copyTime = 350ms;
+constexpr auto shortestCopyTime = 100ms; // with less, the copy would come after the wait for it
+constexpr auto lateTime = 5s; // a copy that comes later than this is not put right
+
+} // namespace
+
+SyntheticCopy::SyntheticCopy(const Desktop &desktop, ReadingBudget &budget)
+    : desktop_(desktop)
+    , budget_(budget)
+{
+    lateTimer_.setSingleShot(true);
+    lateTimer_.callOnTimeout([this] { forgetLate(); });
+}
+
+SyntheticCopy::~SyntheticCopy()
+{
+    forgetLate();
+}
+
+std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &application)
+{
+    const qint64 process = application.processIdentifier;
+    Pasteboard &pasteboard = desktop_.pasteboard;
+    undoLate(); // one that has come and was not looked at yet
+    if (!isAllowedIn(application) || desktop_.accessibility.isUnresponsive(process)
+        || !desktop_.keys.canPostCopy(process) || !waitForMenusToClose()) {
+        return std::nullopt;
+    }
+    // The clipboard is worth more than the answer: what cannot be put back is not replaced.
+    const quint64 changeCount = pasteboard.changeCount();
+    const auto before = pasteboard.items(budget_.selectionDeadline(snapshotTime));
+    if (!before || budget_.leftForSelection() < shortestCopyTime) {
+        return std::nullopt;
+    }
+    if (!desktop_.keys.postCopy(process)
+        || !pasteboard.waitForOwner(process, changeCount, budget_.selectionDeadline(copyTime))) {
+        expectLate(process, changeCount, *before);
+        return std::nullopt;
+    }
+    auto copied = pasteboard.string(budget_.selectionDeadline(ReadingBudget::total));
+    const bool isTheirs = pasteboard.ownerProcess() == process;
+    restore(*before);
+    return isTheirs ? copied : std::nullopt;
+}
+
+bool SyntheticCopy::isAllowedIn(const RunningApplication &application) const
+{
+    if (desktop_.settings == nullptr) {
+        return true;
+    }
+    const UserPreferences preferences(*desktop_.settings);
+    const QStringList exceptions = preferences.noCopyingIn();
+    const auto isException = [&exceptions](const std::optional<QString> &name) {
+        return name && exceptions.contains(*name, Qt::CaseInsensitive);
+    };
+    return preferences.readsByCopying() && !isException(application.bundleIdentifier)
+        && !isException(application.localizedName);
+}
+
+/// A tap of Option opens the menu bar of some applications, and the release that belongs to the
+/// second tap closes it; copy keys in between would go to the menu.
+bool SyntheticCopy::waitForMenusToClose()
+{
+    const auto time = budget_.leftForSelection() - menuSettleTime - shortestCopyTime;
+    if (time < 0ms || !desktop_.events.waitForRelease(ModifierFlag::Option, QDeadlineTimer(time))) {
+        return false;
+    }
+    QThread::msleep(static_cast<unsigned long>(menuSettleTime.count()));
+    return true;
+}
+
+void SyntheticCopy::restore(const QList<PasteboardItem> &items)
+{
+    desktop_.pasteboard.clear();
+    if (!items.isEmpty()) {
+        desktop_.pasteboard.write(items);
+    }
+    if (late_) {
+        late_->changeCount = desktop_.pasteboard.changeCount();
+    }
+}
+
+void SyntheticCopy::expectLate(qint64 process, quint64 changeCount,
+                               const QList<PasteboardItem> &before)
+{
+    late_.emplace();
+    late_->process = process;
+    late_->changeCount = changeCount;
+    late_->before = before;
+    late_->monitor = desktop_.events.addGlobalMonitor(
+        PanelEvents::mouseDown | maskOf(EventType::FlagsChanged), [this](const Event &event) {
+            const bool isRelease = event.type == EventType::FlagsChanged
+                && (event.modifierFlags & ~ModifierFlag::CapsLock) == 0;
+            if (late_ && !late_->userActed && !isRelease) {
+                late_->userActed = static_cast<quint32>(event.timestampMs);
+            }
+        });
+    desktop_.pasteboard.onOwnerChanged = [this] { undoLate(); };
+    lateTimer_.start(lateTime);
+}
+
+/// Puts the clipboard back if the late copy has come. More of them may follow from an application
+/// that was asked several times, so the time goes on.
+void SyntheticCopy::undoLate()
+{
+    if (!late_ || desktop_.pasteboard.changeCount() == late_->changeCount) {
+        return;
+    }
+    const auto taken =
+        desktop_.pasteboard.waitForOwner(late_->process, late_->changeCount, QDeadlineTimer(0));
+    const bool isTheirs = taken && desktop_.pasteboard.ownerProcess() == late_->process;
+    // What the user has copied in the meantime is what belongs on the clipboard. The time that the
+    // application gives is that of the keys, unless it does not care.
+    const bool isUsers =
+        taken && late_->userActed && static_cast<qint32>(*taken - *late_->userActed) >= 0;
+    if (isTheirs && !isUsers) {
+        restore(late_->before);
+    } else {
+        forgetLate();
+    }
+}
+
+void SyntheticCopy::forgetLate()
+{
+    if (late_) {
+        desktop_.pasteboard.onOwnerChanged = nullptr;
+        late_.reset();
+    }
+}
+
+} // namespace vellumo
