@@ -56,6 +56,8 @@ FocusScope {
     TextInput {
         id: input
 
+        readonly property UnwatchedClipboard clipboard: UnwatchedClipboard { field: input }
+
         objectName: "followUpInput"
         x: Units.space16 - Units.space2
         width: send.x - x - Units.space8

@@ -27,6 +27,7 @@ TextEdit {
         cursorShape: Qt.IBeamCursor
     }
 
+    readonly property UnwatchedClipboard clipboard: UnwatchedClipboard { field: reading }
     // a member of its own, since the element's default list takes items only
     readonly property ReadingTextFormat lines: ReadingTextFormat {
         document: reading.textDocument

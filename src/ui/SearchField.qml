@@ -51,6 +51,8 @@ FocusScope {
     TextInput {
         id: input
 
+        readonly property UnwatchedClipboard clipboard: UnwatchedClipboard { field: input }
+
         objectName: "search"
         x: glass.x + glass.width + Units.space8
         width: clear.x - x - Units.space4

@@ -84,6 +84,8 @@ FocusScope {
             TextInput {
                 id: input
 
+                readonly property UnwatchedClipboard clipboard: UnwatchedClipboard { field: input }
+
                 objectName: field.objectName + "Input"
                 anchors.fill: parent
                 clip: true

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 // The page of this computer, used with the keyboard.
 
-#include "WindowDesk.h"
+#include "ShownNotes.h"
 #include "support/Waiting.h"
 #include <QAccessible>
+#include <QClipboard>
 #include <QRegularExpression>
 #include <QScopeGuard>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
@@ -38,6 +40,7 @@ private Q_SLOTS:
     void saysWhatIsWrong();
     void saysWhyItCannotSave();
     void takesThePermissionBack();
+    void fieldsDoNotWatchTheClipboard();
     void startsAtLogin();
     void tellsTheLastProblem();
 };
@@ -193,6 +196,26 @@ void TestComputerPage::takesThePermissionBack()
     desk.computer.accessibility.trusted = true; // from outside
     Q_EMIT desk.computer.accessibility.trustChanged();
     QVERIFY(desk.item("withdraw"));
+}
+
+void TestComputerPage::fieldsDoNotWatchTheClipboard()
+{
+    QGuiApplication::clipboard()->clear();
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.computer.enterService();
+    desk.notes.notes = notes(1); // else there is no search
+    desk.show();
+    desk.window.showService();
+    for (const char *name : {"search", "addressInput", "modelInput", "keyInput"}) {
+        desk.click(name[0] == 's' ? "notes" : "computer");
+        const QQuickItem *field = desk.item(name);
+        QVERIFY2(field, name);
+        const QSignalSpy asked(field, SIGNAL(canPasteChanged()));
+        QGuiApplication::clipboard()->setText(u"news"_s);
+        QVERIFY2(asked.isEmpty(), name);
+        QGuiApplication::clipboard()->clear();
+    }
 }
 
 void TestComputerPage::startsAtLogin()

@@ -3,7 +3,6 @@
 #include "platform/windowing/PanelWindow.h"
 
 #include "platform/Diagnostics.h"
-#include "platform/windowing/ClipboardWatch.h"
 #include "platform/windowing/X11Hints.h"
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -53,7 +52,6 @@ QQuickItem *makePanelContent(QQmlEngine &engine, const FloatingPanelContent &con
     QQmlEngine::setObjectOwnership(item, QQmlEngine::CppOwnership);
     item->setParent(window.contentItem());
     item->setParentItem(window.contentItem());
-    stopWatchingClipboard(*item);
     return item;
 }
 
