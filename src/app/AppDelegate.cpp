@@ -347,7 +347,8 @@ void AppDelegate::createMainWindow()
                                    *serviceSetup_,
                                    *aiService_,
                                    with.clock,
-                                   with.texts});
+                                   with.texts,
+                                   with.defaults});
     mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Foundation{
         with.engine,
         {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,

@@ -18,7 +18,7 @@ std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
     Accessibility &accessibility = with_.desktop.platform.accessibility();
     auto model = std::make_unique<ComputerModel>(
         ComputerModel::Collaborators{accessibility, with_.service, with_.explainer, *desktop_,
-                                     *login_, with_.clock, with_.texts});
+                                     *login_, with_.clock, with_.texts, with_.defaults});
     model->onWithdrawConsent = [&permission = with_.permission, &accessibility] {
         permission.setTrusted(false); // nobody has to be warned of what they have just done
         accessibility.withdrawConsent();

@@ -10,6 +10,7 @@
 namespace vellumo {
 
 class Clock;
+class DefaultsStore;
 class PermissionManager;
 
 /// The page of this computer among the rest of the program. Nothing of it exists before it is
@@ -24,6 +25,7 @@ public:
         const ForwardingExplainer &explainer;
         Clock &clock;
         const BilingualText &texts;
+        DefaultsStore &defaults;
     };
 
     explicit ComputerWiring(const Foundation &foundation) : with_(foundation) { }

@@ -3,9 +3,11 @@
 
 #include "computer/ComputerModel.h"
 
+#include "app/UserPreferences.h"
 #include "computer/FailureText.h"
 #include "explain/ForwardingExplainer.h"
 #include "platform/Clock.h"
+#include "platform/DefaultsStore.h"
 #include "platform/ReferenceDate.h"
 #include "ui/BilingualText.h"
 
@@ -19,10 +21,12 @@ ComputerModel::ComputerModel(const Collaborators &collaborators, QObject *parent
     , service_(collaborators.service, collaborators.clock, collaborators.texts)
 {
     connect(&with_.accessibility, &Accessibility::trustChanged, this, &ComputerModel::trustChanged);
+    connect(&with_.defaults, &DefaultsStore::changed, this, &ComputerModel::copyingChanged);
     connect(&with_.login, &LoginStart::changed, this, &ComputerModel::loginChanged);
     connect(&with_.explainer, &ForwardingExplainer::lastFailureChanged, this,
             &ComputerModel::problemsChanged);
     connect(&with_.texts, &BilingualText::languageChanged, this, [this] {
+        Q_EMIT copyingChanged();
         Q_EMIT loginChanged();
         Q_EMIT problemsChanged();
     });
@@ -38,6 +42,21 @@ void ComputerModel::withdraw()
     if (onWithdrawConsent) {
         onWithdrawConsent();
     }
+}
+
+bool ComputerModel::readsByCopying() const
+{
+    return UserPreferences(with_.defaults).readsByCopying();
+}
+
+void ComputerModel::setReadsByCopying(bool copies)
+{
+    with_.defaults.setValue(DefaultsKey::readsByCopying.toString(), copies);
+}
+
+QString ComputerModel::noCopyingIn() const
+{
+    return UserPreferences(with_.defaults).noCopyingIn().join(with_.texts.pick(u", "_s, u"、"_s));
 }
 
 bool ComputerModel::startsAtLogin() const

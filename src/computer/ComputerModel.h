@@ -13,6 +13,7 @@
 
 namespace vellumo {
 
+class DefaultsStore;
 class ForwardingExplainer;
 
 /// What the page of this computer shows, and what can be done there.
@@ -23,6 +24,8 @@ class ComputerModel : public QObject {
     Q_PROPERTY(bool isTrusted READ isTrusted NOTIFY trustChanged)
     Q_PROPERTY(vellumo::ServiceForm *service READ service CONSTANT)
     Q_PROPERTY(vellumo::DesktopReporting *desktop READ desktop CONSTANT)
+    Q_PROPERTY(bool readsByCopying READ readsByCopying NOTIFY copyingChanged)
+    Q_PROPERTY(QString noCopyingIn READ noCopyingIn NOTIFY copyingChanged)
     Q_PROPERTY(bool startsAtLogin READ startsAtLogin NOTIFY loginChanged)
     Q_PROPERTY(QString loginText READ loginText NOTIFY loginChanged)
     Q_PROPERTY(QString explanationProblem READ explanationProblem NOTIFY problemsChanged)
@@ -38,6 +41,7 @@ public:
         LoginStart &login;
         Clock &clock;
         const BilingualText &texts;
+        DefaultsStore &defaults;
     };
 
     explicit ComputerModel(const Collaborators &collaborators, QObject *parent = nullptr);
@@ -51,6 +55,11 @@ public:
 
     [[nodiscard]] ServiceForm *service() { return &service_; }
     [[nodiscard]] DesktopReporting *desktop() const { return &with_.desktop; }
+
+    [[nodiscard]] bool readsByCopying() const;
+    Q_INVOKABLE void setReadsByCopying(bool copies);
+    /// The applications in which that is not done, as one list to read.
+    [[nodiscard]] QString noCopyingIn() const;
 
     [[nodiscard]] bool startsAtLogin() const;
     /// What is special about it; empty when nothing is.
@@ -71,6 +80,7 @@ public:
 
 Q_SIGNALS:
     void trustChanged();
+    void copyingChanged();
     void loginChanged();
     void problemsChanged();
     void serviceRequested();

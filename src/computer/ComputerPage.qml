@@ -55,6 +55,11 @@ ScrollPage {
         computer: page.computer
         english: page.english
     }
+    CopyingSection {
+        width: parent.width
+        computer: page.computer
+        english: page.english
+    }
     LoginSection {
         width: parent.width
         computer: page.computer

@@ -86,7 +86,7 @@ struct SampleComputer {
             explainer->setService(std::move(service));
         };
         auto model = std::make_unique<ComputerModel>(ComputerModel::Collaborators{
-            accessibility, *setup, *explainer, desktop, login, clock, texts});
+            accessibility, *setup, *explainer, desktop, login, clock, texts, defaults});
         model->onWithdrawConsent = [this] { accessibility.withdrawConsent(); };
         return model;
     }

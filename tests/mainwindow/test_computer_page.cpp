@@ -40,6 +40,7 @@ private Q_SLOTS:
     void saysWhatIsWrong();
     void saysWhyItCannotSave();
     void takesThePermissionBack();
+    void switchesCopyingOff();
     void fieldsDoNotWatchTheClipboard();
     void startsAtLogin();
     void tellsTheLastProblem();
@@ -198,6 +199,21 @@ void TestComputerPage::takesThePermissionBack()
     QVERIFY(desk.item("withdraw"));
 }
 
+void TestComputerPage::switchesCopyingOff()
+{
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.defaults.setValue(u"noCopyingIn"_s, QStringList{u"org.kde.okular"_s, u"Gvim"_s});
+    desk.show();
+    desk.click("computer");
+    QVERIFY(desk.text("readsByCopyingText").endsWith("Never in: org.kde.okular, Gvim."_L1));
+    desk.item("readsByCopying")->forceActiveFocus();
+    desk.key(Qt::Key_Space);
+    QVERIFY(!desk.preferences.readsByCopying());
+    desk.key(Qt::Key_Space);
+    QVERIFY(desk.preferences.readsByCopying());
+}
+
 void TestComputerPage::fieldsDoNotWatchTheClipboard()
 {
     QGuiApplication::clipboard()->clear();
@@ -225,7 +241,7 @@ void TestComputerPage::startsAtLogin()
     desk.computer.login.now = LoginStart::State::switchedOff;
     desk.show();
     desk.click("computer");
-    QVERIFY(desk.text("loginText").contains("turned off"_L1));
+    QVERIFY(desk.text("startsAtLoginText").contains("turned off"_L1));
     QQuickItem *toggle = desk.item("startsAtLogin");
     toggle->forceActiveFocus();
     // the keyboard takes the page along
@@ -239,7 +255,7 @@ void TestComputerPage::startsAtLogin()
     desk.computer.login.isWritable = false;
     desk.key(Qt::Key_Space);
     QVERIFY(toggle->property("checked").toBool());
-    QVERIFY(desk.text("loginText").contains("could not be written"_L1));
+    QVERIFY(desk.text("startsAtLoginText").contains("could not be written"_L1));
 }
 
 void TestComputerPage::tellsTheLastProblem()
