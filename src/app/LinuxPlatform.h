@@ -6,7 +6,9 @@
 #include "platform/dbus/PortalAppearance.h"
 #include "platform/dbus/ScreenLockWatch.h"
 #include "platform/dbus/SecretServiceItems.h"
+#include "platform/windowing/FieldPasting.h"
 #include "platform/x11/X11Backend.h"
+#include "platform/x11/X11ClipboardText.h"
 
 namespace vellumo {
 
@@ -39,6 +41,8 @@ private:
     PortalAppearance appearance_;
     ScreenLockWatch screenLock_;
     SecretServiceItems secrets_{sessionBus()};
+    X11ClipboardText clipboardText_;
+    FieldPasting pasting_{clipboardText_};
 };
 
 } // namespace vellumo

@@ -6,6 +6,7 @@
 #include "support/Program.h"
 #include "support/Waiting.h"
 #include "support/WebPage.h"
+#include <QTemporaryFile>
 #include <QTest>
 #include <csignal>
 
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void saysWhatIsMissing_data();
     void saysWhatIsMissing();
     void doesNotWaitForASilentClipboardOwner();
+    void pastesWithoutWaitingForTheOwner();
     void standsOverAFullScreenWindow();
     void keepsTheNoteWhenItIsEnded_data();
     void keepsTheNoteWhenItIsEnded();
@@ -178,6 +180,40 @@ void TestProgram::doesNotWaitForASilentClipboardOwner()
     QVERIFY(waitUntil([&] { return owner.standardOutput().contains("ready"_L1); }));
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForPanel(1s));
+}
+
+void TestProgram::pastesWithoutWaitingForTheOwner()
+{
+    constexpr quint8 keyV = 55;
+    const auto clipboard = [](const QString &argument) {
+        return Application::Command{
+            u"clipboard"_s, QStringLiteral(VELLUMO_TEST_CLIPBOARD), {argument}, {}, {}};
+    };
+    const auto own = [](Application &owner) {
+        return owner.launch()
+            && waitUntil([&] { return owner.standardOutput().contains("ready"_L1); });
+    };
+    QVERIFY(editor_->open());
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForAnswer());
+    QVERIFY(vellumo_->ask(u"Why"_s)); // the field has the keyboard now
+    QVERIFY(vellumo_->waitForText(u"「Why」"_s));
+
+    QTemporaryFile file;
+    QVERIFY(file.open() && file.write("pasted") > 0 && file.flush());
+    Application owner(clipboard(u"text/plain="_s + file.fileName()));
+    QVERIFY(own(owner));
+    desktop_.chord(Key::ControlLeft, keyV);
+    QVERIFY(waitUntil([&] {
+        desktop_.tap(Key::Return); // does nothing before the text is there
+        return vellumo_->panelText().contains(u"「pasted」"_s);
+    }));
+
+    Application silent(clipboard(u"--silent"_s));
+    QVERIFY(own(silent));
+    desktop_.chord(Key::ControlLeft, keyV);
+    desktop_.tap(Key::Escape);
+    QVERIFY(vellumo_->waitForNoPanel(3s)); // the toolkit alone would wait for 5 s
 }
 
 void TestProgram::standsOverAFullScreenWindow()
