@@ -192,6 +192,16 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     return readable(copied);
 }
 
+/// Whether the application copies the line of the caret when nothing is selected, as far as that
+/// can be known: an editor may, and one that publishes what is selected has nothing selected where
+/// it gets this far.
+bool AccessibilitySelectionReader::mayCopyCaretLine(const RunningApplication &application)
+{
+    return application.isTextEditor
+        || (desktop_.primary != nullptr
+            && desktop_.primary->publishes(application.processIdentifier));
+}
+
 std::optional<QString> AccessibilitySelectionReader::publishedSelection(SelectedText::Kind answer)
 {
     const auto application = desktop_.workspace.frontmostApplication();

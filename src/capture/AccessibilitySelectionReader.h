@@ -15,6 +15,7 @@ class EventMonitoring;
 class KeyPosting;
 class ReadingBudget;
 class Workspace;
+struct RunningApplication;
 
 /// Reads the selection of the application in front: through accessibility; else the text that the
 /// application published by selecting; else by making the application copy, after which the

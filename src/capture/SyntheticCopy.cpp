@@ -22,7 +22,6 @@ namespace {
 // After Option is released, applications need a moment to take their focus back from a menu bar.
 constexpr auto menuSettleTime = 30ms;
 constexpr auto snapshotTime = 150ms;
-constexpr auto copyTime = 350ms;
 constexpr auto shortestCopyTime = 100ms; // with less, the copy would come after the wait for it
 constexpr auto lateTime = 5s; // a copy that comes later than this is not put right
 
@@ -41,7 +40,8 @@ SyntheticCopy::~SyntheticCopy()
     forgetLate();
 }
 
-std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &application)
+std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &application,
+                                               std::chrono::milliseconds atMost)
 {
     const qint64 process = application.processIdentifier;
     Pasteboard &pasteboard = desktop_.pasteboard;
@@ -57,7 +57,7 @@ std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &applica
         return std::nullopt;
     }
     if (!desktop_.keys.postCopy(process)
-        || !pasteboard.waitForOwner(process, changeCount, budget_.selectionDeadline(copyTime))) {
+        || !pasteboard.waitForOwner(process, changeCount, budget_.selectionDeadline(atMost))) {
         expectLate(process, changeCount, *before);
         return std::nullopt;
     }

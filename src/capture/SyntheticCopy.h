@@ -4,6 +4,7 @@
 
 #include "platform/Pasteboard.h"
 #include <QTimer>
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -34,11 +35,12 @@ public:
     ~SyntheticCopy();
     Q_DISABLE_COPY_MOVE(SyntheticCopy)
 
-    /// What the application in front, which must be this one, copies within the budget. Absent when
-    /// nothing comes, and, without keys being sent, when copying is switched off, the application
-    /// has just left a question unanswered, Option stays down or the clipboard could not be put
-    /// back as it is.
-    [[nodiscard]] std::optional<QString> textFrom(const RunningApplication &application);
+    /// What the application in front, which must be this one, copies within `atMost` and the
+    /// budget, counted from the keys. Absent when nothing comes, and, without keys being sent, when
+    /// copying is switched off, the application has just left a question unanswered, Option stays
+    /// down or the clipboard could not be put back as it is.
+    [[nodiscard]] std::optional<QString> textFrom(const RunningApplication &application,
+                                                  std::chrono::milliseconds atMost);
 
 private:
     /// A copy that was asked for and did not come in time.
