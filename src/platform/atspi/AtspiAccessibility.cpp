@@ -109,6 +109,7 @@ std::optional<AccessibleElement> AtspiAccessibility::focusedElement(qint64 proce
     if (!focused) {
         return std::nullopt;
     }
+    focusedService_ = {processIdentifier, focused->object.service};
     return AccessibleElement{processIdentifier, focused->object.service, focused->object.path,
                              kindOf(focused->role), focused->isEditable};
 }
@@ -133,8 +134,9 @@ AtspiAccessibility::sinceSelectionChange(qint64 processIdentifier,
 {
     // what has arrived while a question was waited for
     QCoreApplication::sendPostedEvents(&focusEvents_, QEvent::MetaCall);
-    const auto service = applications_.rememberedService(processIdentifier);
-    return service ? focusEvents_.sinceSelectionChange(*service, atLeast) : std::nullopt;
+    const auto &[process, service] = focusedService_;
+    return process == processIdentifier ? focusEvents_.sinceSelectionChange(service, atLeast)
+                                        : std::nullopt;
 }
 
 std::optional<TextRange> AtspiAccessibility::selectedTextRange(const AccessibleElement &element,

@@ -69,6 +69,7 @@ private:
     void forgetApplications();
 
     WindowTitle windowTitle_;
+    std::pair<qint64, QString> focusedService_; ///< of the last focused element, by its process
     QString uncertainObject_; ///< service and path; its selection could not be told for certain
     SessionBus session_;
     AtspiBus bus_;

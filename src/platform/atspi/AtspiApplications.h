@@ -19,11 +19,10 @@ public:
     explicit AtspiApplications(std::function<std::optional<QString>(qint64)> windowTitle);
 
     /// The bus name under which the process has registered; absent for processes that have not.
-    /// Remembered; call forget() when the name turns out to be gone.
+    /// Among several, and among those of sandboxes, which stand behind the process of a proxy, the
+    /// one whose window is in front. Remembered; call forget() when the name turns out to be gone.
     [[nodiscard]] std::optional<QString> serviceOf(qint64 processIdentifier,
                                                    AtspiQuestion &question);
-    /// As serviceOf(), without asking.
-    [[nodiscard]] std::optional<QString> rememberedService(qint64 processIdentifier) const;
     void forget(const QString &service) { processes_.remove(service); }
     void clear() { processes_.clear(); }
 
@@ -32,7 +31,17 @@ public:
     activeFrame(qint64 processIdentifier, const QString &service, AtspiQuestion &question) const;
 
 private:
+    struct Frame {
+        ObjectReference object;
+        bool isActive = false;
+        bool isTitled = false; ///< as the window in front
+    };
+
     void lookUp(AtspiQuestion &question);
+    [[nodiscard]] QStringList sandboxedServices() const;
+    [[nodiscard]] QString titleInFront(qint64 processIdentifier) const;
+    [[nodiscard]] static QList<QList<Frame>>
+    framesOf(const QStringList &services, const QString &title, AtspiQuestion &question);
 
     std::function<std::optional<QString>(qint64)> windowTitle_;
     QHash<QString, qint64> processes_; ///< by service

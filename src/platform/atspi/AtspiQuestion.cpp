@@ -91,6 +91,11 @@ PendingAnswer AtspiQuestion::sendGetProperty(const ObjectReference &object, cons
                 {QString::fromLatin1(interface), QString::fromLatin1(property)});
 }
 
+bool AtspiQuestion::isSilent(const QString &service) const
+{
+    return unresponsive_.contains(service);
+}
+
 void AtspiQuestion::examineFailure(const QString &service, const QDBusMessage &reply)
 {
     const QDBusError error(reply);

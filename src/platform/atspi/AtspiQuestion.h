@@ -98,6 +98,9 @@ public:
     /// Whether a call failed because its application has left the bus.
     [[nodiscard]] bool hasLostService() const { return lostService_; }
 
+    /// Whether the application has let a call time out just now, so that one to it would abort.
+    [[nodiscard]] bool isSilent(const QString &service) const;
+
     /// How many calls were sent.
     [[nodiscard]] int callCount() const { return callCount_; }
 

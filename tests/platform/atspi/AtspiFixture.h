@@ -44,16 +44,15 @@ struct Reader {
     std::unique_ptr<AtspiAccessibility> accessibility;
 };
 
-/// The helper program, showing one tree of objects.
+/// The helper program, showing trees of objects.
 class Peer {
 public:
-    explicit Peer(const QJsonObject &tree)
+    explicit Peer(const QJsonObject &tree) : Peer(QList{tree}) { }
+
+    /// Each on a connection of its own. The process has the name, unless that is empty.
+    explicit Peer(const QList<QJsonObject> &trees, const QString &name = {})
+        : process_({QStringLiteral("peer"), programNamed(name), files(trees), {}, {}})
     {
-        QFile file(folder_.filePath(QStringLiteral("tree.json")));
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write(QJsonDocument(tree).toJson());
-        }
-        file.close();
         process_.launch();
     }
 
@@ -66,12 +65,27 @@ public:
     void signal(int number) const { process_.signal(number); }
 
 private:
+    [[nodiscard]] QString programNamed(const QString &name) const
+    {
+        const auto program = QStringLiteral(VELLUMO_ATSPI_PEER);
+        const QString link = folder_.filePath(name);
+        return !name.isEmpty() && QFile::link(program, link) ? link : program;
+    }
+    [[nodiscard]] QStringList files(const QList<QJsonObject> &trees) const
+    {
+        QStringList names;
+        for (const QJsonObject &tree : trees) {
+            names.append(folder_.filePath(QStringLiteral("%1.json").arg(names.size())));
+            QFile file(names.constLast());
+            if (file.open(QIODevice::WriteOnly)) {
+                file.write(QJsonDocument(tree).toJson());
+            }
+        }
+        return names;
+    }
+
     QTemporaryDir folder_;
-    Application process_{{QStringLiteral("peer"),
-                          QStringLiteral(VELLUMO_ATSPI_PEER),
-                          {folder_.filePath(QStringLiteral("tree.json"))},
-                          {},
-                          {}}};
+    Application process_;
 };
 
 } // namespace vellumo::test

@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// vellumo_atspi_peer TREE: an application on the accessibility bus with one window, which holds the
-// tree of a JSON file. Prints "ready" when it is registered and "read ROLE" for each text that it
-// is asked for. An object of the tree:
+// vellumo_atspi_peer TREE...: an application on the accessibility bus with one window for each JSON
+// file, on a connection of its own, which holds the tree of the file. Prints "ready" when all are
+// registered and "read ROLE" for each text that it is asked for. An object of the tree:
 //   role, focused, name, text, selections [[start, end]...], fleeting (they are gone once asked
-//   for), display, address, toolkit (topmost), elsewhere (the bus name that references to it have),
-//   children: one for each U+FFFC of the text, then those that are not in the text.
+//   for), display, address, toolkit, inactive and title (topmost), elsewhere (the bus name that
+//   references to it have), children: one for each U+FFFC of the text, then those that are not in
+//   the text.
 #include "platform/atspi/AtspiProtocol.h"
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -19,6 +20,9 @@
 #include <QJsonObject>
 #include <algorithm>
 #include <cstdio>
+#include <functional>
+#include <memory>
+#include <vector>
 
 namespace vellumo {
 namespace {
@@ -41,10 +45,11 @@ class Peer : public QDBusVirtualObject {
 public:
     Peer(QDBusConnection bus, const QJsonObject &tree) : bus_(std::move(bus))
     {
-        const QJsonObject frame{{QStringLiteral("role"), 23},
-                                {QStringLiteral("active"), true},
-                                {QStringLiteral("name"), QStringLiteral("Peer")},
-                                {QStringLiteral("children"), QJsonArray{tree}}};
+        const QJsonObject frame{
+            {QStringLiteral("role"), 23},
+            {QStringLiteral("active"), !tree.value(u"inactive").toBool()},
+            {QStringLiteral("name"), tree.value(u"title").toString(QStringLiteral("Peer"))},
+            {QStringLiteral("children"), QJsonArray{tree}}};
         add({{QStringLiteral("role"), 75}, {QStringLiteral("children"), QJsonArray{frame}}}, -1);
         toolkit_ = tree.value(u"toolkit").toString();
     }
@@ -202,21 +207,21 @@ private:
     QString toolkit_;
 };
 
-int run(const QString &file)
+/// Shows the tree; answers whether it can. `registered` runs when the registry knows it.
+bool show(const QString &file, std::vector<std::unique_ptr<Peer>> &peers,
+          const std::function<void()> &registered)
 {
-    registerAtspiTypes();
     QFile tree(file);
     const QDBusMessage addressReply =
         QDBusConnection::sessionBus().call(QDBusMessage::createMethodCall(
             QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
             QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress")));
-    auto bus = QDBusConnection::connectToBus(addressReply.arguments().value(0).toString(),
-                                             QStringLiteral("peer"));
+    auto bus = QDBusConnection::connectToBus(addressReply.arguments().value(0).toString(), file);
     if (!tree.open(QIODevice::ReadOnly) || !bus.isConnected()) {
-        return 1;
+        return false;
     }
-    Peer peer(bus, QJsonDocument::fromJson(tree.readAll()).object());
-    bus.registerVirtualObject(QStringLiteral("/org/a11y/atspi/accessible"), &peer,
+    peers.push_back(std::make_unique<Peer>(bus, QJsonDocument::fromJson(tree.readAll()).object()));
+    bus.registerVirtualObject(QStringLiteral("/org/a11y/atspi/accessible"), peers.back().get(),
                               QDBusConnection::SubPath);
     QDBusMessage embed = QDBusMessage::createMethodCall(Atspi::registryService(), pathOf(0),
                                                         QStringLiteral("org.a11y.atspi.Socket"),
@@ -224,17 +229,32 @@ int run(const QString &file)
     embed.setArguments({QVariant::fromValue(ObjectReference{bus.baseService(), pathOf(0)})});
     // The registry asks back before it answers. A call that runs an event loop until then can miss
     // an answer that comes quickly.
-    const QDBusPendingCallWatcher embedded(bus.asyncCall(embed));
-    QObject::connect(&embedded, &QDBusPendingCallWatcher::finished,
-                     [](const QDBusPendingCallWatcher *call) {
+    auto *embedded = new QDBusPendingCallWatcher(bus.asyncCall(embed), qApp);
+    QObject::connect(embedded, &QDBusPendingCallWatcher::finished,
+                     [registered](const QDBusPendingCallWatcher *call) {
                          if (call->isError()) {
                              QCoreApplication::exit(1);
                          } else {
-                             std::puts("ready");
-                             std::fflush(stdout);
+                             registered();
                          }
                      });
-    return QCoreApplication::exec();
+    return true;
+}
+
+int run(const QStringList &files)
+{
+    registerAtspiTypes();
+    std::vector<std::unique_ptr<Peer>> peers;
+    qsizetype registered = 0;
+    const auto count = [&] {
+        if (++registered == files.size()) {
+            std::puts("ready");
+            std::fflush(stdout);
+        }
+    };
+    const bool shown =
+        std::ranges::all_of(files, [&](const QString &file) { return show(file, peers, count); });
+    return shown ? QCoreApplication::exec() : 1;
 }
 
 } // namespace
@@ -243,5 +263,5 @@ int run(const QString &file)
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    return vellumo::run(QCoreApplication::arguments().value(1));
+    return vellumo::run(QCoreApplication::arguments().mid(1));
 }

@@ -75,6 +75,8 @@ private Q_SLOTS:
     void neverReadsAPassword();
     void asksNoOtherService();
     void survivesAFlood();
+    void findsTheApplication_data();
+    void findsTheApplication();
     void tellsRangeKindAndPage();
 
 private:
@@ -232,6 +234,42 @@ void TestAtspiSelection::survivesAFlood()
     Peer next(focused(object(entry, u"text"_s, {{0, 4}})));
     QVERIFY(next.waitUntilReady());
     QTRY_COMPARE(select(next).text, u"text"_s);
+}
+
+void TestAtspiSelection::findsTheApplication_data()
+{
+    QTest::addColumn<QList<QJsonObject>>("trees");
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("text"); // empty when the application is not to be found
+    const auto tree = [](const QString &text) {
+        return focused(object(entry, text, {{0, static_cast<int>(text.size())}}));
+    };
+    const QJsonObject front = tree(u"front"_s);
+    const QJsonObject behind = with(tree(u"behind"_s), u"inactive"_s, true);
+    const QJsonObject elsewhere = with(tree(u"elsewhere"_s), u"title"_s, u"Elsewhere"_s);
+    const QString proxy = u"xdg-dbus-proxy"_s;
+    QTest::newRow("the first connection") << QList{front, behind} << QString() << u"front"_s;
+    QTest::newRow("the second connection") << QList{behind, front} << QString() << u"front"_s;
+    QTest::newRow("two windows that say they are in front")
+        << QList{elsewhere, front} << QString() << u"front"_s;
+    QTest::newRow("sandbox") << QList{elsewhere, front} << proxy << u"front"_s;
+    QTest::newRow("window of another sandbox") << QList{elsewhere} << proxy << QString();
+    QTest::newRow("window behind, of another sandbox") << QList{behind} << proxy << QString();
+    QTest::newRow("another application") << QList{front} << u"notaproxy"_s << QString();
+}
+
+void TestAtspiSelection::findsTheApplication()
+{
+    QFETCH(QList<QJsonObject>, trees);
+    QFETCH(QString, program);
+    QFETCH(QString, text);
+    Peer peer(trees, program);
+    QVERIFY(peer.waitUntilReady());
+    // A sandbox's window belongs to another process than its connection does.
+    const auto element = focusedElement(program.isEmpty() ? peer.id() : 1);
+    const QString read =
+        element ? accessibility().selectedText(*element, QDeadlineTimer(1000)).text : QString();
+    QCOMPARE(read, text);
 }
 
 void TestAtspiSelection::tellsRangeKindAndPage()
