@@ -28,7 +28,7 @@ packages_backend=(libqt6sql6-sqlite desktop-file-utils)
 packages_test=(
     "${packages_desktop[@]}" "${packages_backend[@]}" qml6-module-qttest
     xfwm4 mutter kwin-x11 picom openssl gnome-keyring libsecret-tools xdotool xclip
-    chromium mousepad gnome-text-editor evince xterm
+    chromium epiphany-browser mousepad gnome-text-editor evince xterm
     desktop-file-utils appstream libglib2.0-bin
 )
 # To make a package and to look at what is installed.

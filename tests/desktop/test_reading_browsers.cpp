@@ -46,6 +46,7 @@ private Q_SLOTS:
     void readsWhatIsSelected();
     void namesThePageInFront_data() { browsers(); }
     void namesThePageInFront();
+    void namesAPageOfAnotherProcess();
     void aStoppedBrowserCostsLittle_data() { browsers(); }
     void aStoppedBrowserCostsLittle();
 
@@ -216,6 +217,22 @@ void TestReadingBrowsers::namesThePageInFront()
     QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"second?x=1#y"_s)));
     desk.desktop.chord(Key::ControlLeft, Key::PageUp); // back to the first tab
     QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"first?q=a%20b#Top"_s)));
+}
+
+void TestReadingBrowsers::namesAPageOfAnotherProcess()
+{
+    ReadingDesk desk;
+    desk.pages.setBody(u"first"_s, body.toString());
+    const QString address = desk.pages.address(u"first?q=a%20b#Top"_s);
+    Application browser(epiphany(address, u"first"_s));
+    if (!browser.isInstalled())
+        QSKIP("not installed");
+    browser.setEnvironment(u"WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS"_s, u"1"_s); // for root
+    QVERIFY(desk.open(browser));
+    QVERIFY(waitUntil([&] {
+        const auto context = desk.context();
+        return context && context->key == u"web-url:"_s + address;
+    }));
 }
 
 void TestReadingBrowsers::aStoppedBrowserCostsLittle()

@@ -221,6 +221,15 @@ Application::Command chromium(const QString &address, const QString &title, cons
             u"chromium"_s, title};
 }
 
+Application::Command epiphany(const QString &address, const QString &title)
+{
+    return {u"GNOME Web"_s,
+            u"epiphany-browser"_s,
+            {u"--incognito-mode"_s, address},
+            u"epiphany"_s,
+            title};
+}
+
 Application::Command mousepad(const QString &file)
 {
     return {u"Mousepad"_s,

@@ -69,6 +69,7 @@ private:
 Application::Command firefox(const QString &address, const QString &title, const QString &profile);
 Application::Command chromium(const QString &address, const QString &title, const QString &profile,
                               bool exposesTree);
+Application::Command epiphany(const QString &address, const QString &title);
 Application::Command mousepad(const QString &file);
 Application::Command gnomeTextEditor(const QString &file);
 Application::Command evince(const QString &file);

@@ -188,7 +188,7 @@ std::optional<QString> AtspiAccessibility::pageAddress(qint64 processIdentifier,
     return askApplication<std::optional<QString>>(
         processIdentifier, *question, [&](const QString &service) -> std::optional<QString> {
             const auto frame = applications_.activeFrame(processIdentifier, service, *question);
-            return frame ? pageAddressIn(*frame, *question) : std::nullopt;
+            return frame ? pageAddressIn(*frame, processIdentifier, *question) : std::nullopt;
         });
 }
 

@@ -2,13 +2,21 @@
 // SPDX-License-Identifier: MIT
 #include "platform/atspi/PageAddress.h"
 
+#include "platform/atspi/EmbeddedPage.h"
+#include "platform/atspi/Processes.h"
 #include "platform/atspi/RelatedObject.h"
+
+using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-std::optional<QString> pageAddressIn(const ObjectReference &frame, AtspiQuestion &question)
+std::optional<QString> pageAddressIn(const ObjectReference &frame, qint64 processIdentifier,
+                                     AtspiQuestion &question)
 {
-    const ObjectReference document = relatedObject(frame, Atspi::relationEmbeds, question);
+    ObjectReference document = relatedObject(frame, Atspi::relationEmbeds, question);
+    if (document.isNull() && hasDescendant(processIdentifier, "WebKitWebProces"_ba)) {
+        document = embeddedPage(frame, processIdentifier, question);
+    }
     if (document.isNull()) {
         return std::nullopt;
     }
