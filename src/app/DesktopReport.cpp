@@ -23,8 +23,8 @@ namespace {
 /// What the keyring is asked for to learn how it is; there never is such an item.
 const QString noItem = u"nothing"_s;
 
-/// Browsers of the other families build the tree that holds the address only when they are told to.
-bool tellsAddress(const QString &id)
+/// Browsers of the other families look only at their start whether accessibility is on.
+bool followsAccessibility(const QString &id)
 {
     constexpr std::array families{"firefox"_L1, "mozilla"_L1, "epiphany"_L1};
     return std::ranges::any_of(families, [&id](QLatin1StringView family) {
@@ -89,7 +89,7 @@ void DesktopReport::askKeyring()
 void DesktopReport::lookForBrowsers()
 {
     browsers_.clear();
-    shyBrowsers_.clear();
+    browsersDecidingAtStart_.clear();
     const QStringList folders = DesktopEntries::standardFolders();
     const QStringList languages = desktopEntryLanguages();
     const QStringList ids = BrowserContextResolver::knownBrowsers();
@@ -100,7 +100,7 @@ void DesktopReport::lookForBrowsers()
                 continue;
             }
             const auto entry = parseDesktopEntry(file.readAll(), languages);
-            QStringList &list = tellsAddress(id) ? browsers_ : shyBrowsers_;
+            QStringList &list = followsAccessibility(id) ? browsers_ : browsersDecidingAtStart_;
             if (entry && !entry->isDeleted && !list.contains(entry->name)) {
                 list.append(entry->name);
             }

@@ -31,7 +31,10 @@ public:
     [[nodiscard]] bool isConnecting() const override;
     [[nodiscard]] Keyring keyring() const override { return keyring_; }
     [[nodiscard]] QStringList browsers() const override { return browsers_; }
-    [[nodiscard]] QStringList shyBrowsers() const override { return shyBrowsers_; }
+    [[nodiscard]] QStringList browsersDecidingAtStart() const override
+    {
+        return browsersDecidingAtStart_;
+    }
 
     void refresh() override;
 
@@ -43,7 +46,7 @@ private:
     bool isWayland_;
     Keyring keyring_ = Keyring::Asking;
     QStringList browsers_;
-    QStringList shyBrowsers_;
+    QStringList browsersDecidingAtStart_;
 };
 
 } // namespace vellumo

@@ -20,7 +20,7 @@ class DesktopReporting : public QObject {
     Q_PROPERTY(bool isConnecting READ isConnecting NOTIFY changed)
     Q_PROPERTY(Keyring keyring READ keyring NOTIFY changed)
     Q_PROPERTY(QStringList browsers READ browsers NOTIFY changed)
-    Q_PROPERTY(QStringList shyBrowsers READ shyBrowsers NOTIFY changed)
+    Q_PROPERTY(QStringList browsersDecidingAtStart READ browsersDecidingAtStart NOTIFY changed)
 
 public:
     enum class Keyring : quint8 { Asking, Open, Locked, Absent };
@@ -40,8 +40,8 @@ public:
     [[nodiscard]] virtual Keyring keyring() const = 0;
     /// Names of the installed browsers that tell the address of a page.
     [[nodiscard]] virtual QStringList browsers() const = 0;
-    /// Names of those that tell it only when they are started in a special way.
-    [[nodiscard]] virtual QStringList shyBrowsers() const = 0;
+    /// Names of those that tell it only if accessibility was on when they started.
+    [[nodiscard]] virtual QStringList browsersDecidingAtStart() const = 0;
 
     /// Looks again at what does not report its changes.
     virtual void refresh() = 0;

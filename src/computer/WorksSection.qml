@@ -59,18 +59,17 @@ SectionCard {
     Fact {
         english: section.english
         objectName: "browsers"
-        good: section.desktop.shyBrowsers.length === 0
         title: section.english ? "Addresses of pages" : "网页地址"
         text: {
             const ready = section.desktop.browsers.join(section.english ? ", " : "、")
-            const shy = section.desktop.shyBrowsers.join(section.english ? ", " : "、")
+            const atStart = section.desktop.browsersDecidingAtStart.join(section.english ? ", " : "、")
             const parts = []
             if (ready.length > 0)
                 parts.push((section.english ? "%1: notes are filed under the page."
                                             : "%1:笔记归到所在网页下。").arg(ready))
-            if (shy.length > 0)
-                parts.push((section.english ? "%1: only when started with --force-renderer-accessibility; otherwise notes are filed under the window."
-                                            : "%1:需要以 --force-renderer-accessibility 启动,否则笔记归到窗口下。").arg(shy))
+            if (atStart.length > 0)
+                parts.push((section.english ? "%1: notes are filed under the page if accessibility was on when the browser started. If they are filed under the window, start it again."
+                                            : "%1:浏览器启动时辅助功能已打开,笔记才归到所在网页下。如果归到了窗口下,请重新启动浏览器。").arg(atStart))
             if (parts.length === 0)
                 parts.push(section.english ? "No browser that vellumo knows is installed."
                                            : "没有安装 vellumo 认识的浏览器。")

@@ -27,7 +27,7 @@ public:
     {
         return isPoor ? QStringList() : QStringList{QStringLiteral("Firefox ESR")};
     }
-    [[nodiscard]] QStringList shyBrowsers() const override
+    [[nodiscard]] QStringList browsersDecidingAtStart() const override
     {
         return isPoor ? QStringList{QStringLiteral("Chromium")} : QStringList();
     }

@@ -214,8 +214,8 @@ Application::Command chromium(const QString &address, const QString &title, cons
                           u"--window-position=20,20"_s};
     if (::getuid() == 0)
         arguments.append(u"--no-sandbox"_s);
-    if (exposesTree)
-        arguments.append(u"--force-renderer-accessibility"_s);
+    if (!exposesTree)
+        arguments.append(u"--disable-renderer-accessibility"_s);
     arguments.append(address);
     return {exposesTree ? u"Chromium with its tree"_s : u"Chromium"_s, u"chromium"_s, arguments,
             u"chromium"_s, title};
