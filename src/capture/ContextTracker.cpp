@@ -19,6 +19,8 @@ namespace {
 
 /// A browser that is asked for the first time has the address some 100 ms later.
 constexpr std::array lookAgainAfter{60ms, 200ms, 600ms, 1500ms};
+/// At the start, when other things are more urgent.
+constexpr auto wakeAfter = 1500ms;
 /// Applications have named their windows by then.
 constexpr auto longestSearch = 3s;
 /// What one more question may hold the main thread.
@@ -37,7 +39,7 @@ ContextTracker::ContextTracker(Workspace &workspace, Accessibility &accessibilit
     connect(&workspace_, &Workspace::didRenameFrontmostApplication, this,
             &ContextTracker::lookAgain, Qt::QueuedConnection);
     connect(&accessibility_, &Accessibility::connectionChanged, this,
-            &ContextTracker::wakeBrowserInFront, Qt::QueuedConnection);
+            [this] { clock_.after(wakeAfter, this, [this] { wakeBrowserInFront(); }); });
 }
 
 std::optional<ReadingContext> ContextTracker::currentContext()
