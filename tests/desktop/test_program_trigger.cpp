@@ -3,12 +3,37 @@
 #include "support/Desktop.h"
 #include "support/Editor.h"
 #include "support/Program.h"
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
 #include <QTest>
 #include <functional>
 
 using namespace vellumo::test;
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace {
+
+/// A screen saver, or a login manager, that says whether the screen is locked.
+class Locker : public QDBusVirtualObject {
+public:
+    bool isLocked = false;
+    int questions = 0;
+
+    [[nodiscard]] QString introspect(const QString & /*path*/) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        ++questions;
+        const bool isProperty = message.member() == "Get"_L1;
+        connection.send(message.createReply(isProperty ? QVariant::fromValue(QDBusVariant(isLocked))
+                                                       : QVariant(isLocked)));
+        return true;
+    }
+};
+
+} // namespace
 
 /// What counts as a double tap, on the keyboard of a desktop with the built program.
 class TestProgramTrigger : public QObject {
@@ -17,6 +42,8 @@ class TestProgramTrigger : public QObject {
 private Q_SLOTS:
     void takesTwoPressesForADoubleTap_data();
     void takesTwoPressesForADoubleTap();
+    void servesNothingWhileTheScreenIsLocked_data();
+    void servesNothingWhileTheScreenIsLocked();
 
 private:
     Desktop desktop_;
@@ -93,6 +120,52 @@ void TestProgramTrigger::takesTwoPressesForADoubleTap()
     desktop_.tap(Key::Escape); // a single press may have moved the focus to the menu bar
     desktop_.doubleTap();
     QVERIFY(vellumo.waitForPanel());
+}
+
+void TestProgramTrigger::servesNothingWhileTheScreenIsLocked_data()
+{
+    QTest::addColumn<QString>("service");
+    QTest::addColumn<QDBusMessage>("news");
+    auto saver = QDBusMessage::createSignal(u"/ScreenSaver"_s, u"org.freedesktop.ScreenSaver"_s,
+                                            u"ActiveChanged"_s);
+    saver << true;
+    QTest::newRow("screen saver") << u"org.freedesktop.ScreenSaver"_s << saver;
+    auto login =
+        QDBusMessage::createSignal(u"/org/freedesktop/login1/session/_35"_s,
+                                   u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s);
+    login << u"org.freedesktop.login1.Session"_s << QVariantMap{{u"LockedHint"_s, true}}
+          << QStringList();
+    QTest::newRow("login manager") << u"org.freedesktop.login1"_s << login;
+}
+
+void TestProgramTrigger::servesNothingWhileTheScreenIsLocked()
+{
+    QFETCH(QString, service);
+    QFETCH(QDBusMessage, news);
+    Locker locker;
+    auto bus = QDBusConnection::sessionBus();
+    QVERIFY(bus.registerVirtualObject(u"/org/freedesktop"_s, &locker, QDBusConnection::SubPath));
+    QVERIFY(bus.registerService(service));
+    Program vellumo(desktop_, QStringLiteral(VELLUMO_PROGRAM), service);
+    vellumo.setEnvironment(u"DBUS_SYSTEM_BUS_ADDRESS"_s,
+                           qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"));
+    QVERIFY(vellumo.start());
+    Editor editor(desktop_, u"The tide turns."_s);
+    QVERIFY(editor.open());
+    const auto lock = [&](bool isLocked) {
+        locker.isLocked = isLocked;
+        const int before = locker.questions;
+        return bus.send(news) && waitUntil([&] { return locker.questions > before; });
+    };
+    QVERIFY(waitUntil([&] { return locker.questions > 0; }));
+    QVERIFY(lock(true));
+    desktop_.doubleTap();
+    QVERIFY(!vellumo.waitForPanel(600ms));
+    QVERIFY(lock(false));
+    desktop_.doubleTap();
+    QVERIFY(vellumo.waitForPanel());
+    bus.unregisterObject(u"/org/freedesktop"_s);
+    bus.unregisterService(service);
 }
 
 QTEST_MAIN(TestProgramTrigger)
