@@ -7,6 +7,8 @@
 #include "platform/Workspace.h"
 
 #include <QPointer>
+#include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -14,6 +16,13 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
+
+constexpr QStringView scheme = u"vellumo:";
+
+/// What may stand between the scheme and the query.
+constexpr std::array callbackPlaces{
+    QStringView(u""),        QStringView(u"//auth"),          QStringView(u"//signed-in"),
+    QStringView(u"//auth/"), QStringView(u"//auth/callback"), QStringView(u"//signed-in/")};
 
 QString decoded(QStringView text)
 {
@@ -50,13 +59,23 @@ void GoogleOAuth::openPageAgain()
     }
 }
 
+void GoogleOAuth::cancel()
+{
+    finish(AuthError{.kind = AuthError::Kind::cancelled});
+}
+
 void GoogleOAuth::handleCallback(const QString &url)
 {
     if (!continuation_) {
         printDiagnostic(u"a sign-in came back that nobody waits for"_s);
         return;
     }
-    finish(parameters(url));
+    if (isCallback(url)) {
+        finish(parameters(url));
+    } else {
+        printDiagnostic(u"an address was opened that the login page does not come back with"_s);
+        finish(AuthError{.kind = AuthError::Kind::unfinished});
+    }
 }
 
 void GoogleOAuth::finish(const Result<Parameters, AuthError> &result)
@@ -64,6 +83,18 @@ void GoogleOAuth::finish(const Result<Parameters, AuthError> &result)
     if (const auto continuation = std::exchange(continuation_, nullptr)) {
         continuation(result);
     }
+}
+
+bool GoogleOAuth::isCallback(const QString &url)
+{
+    const QStringView address = QStringView(url).left(url.indexOf(u'#'));
+    if (!address.startsWith(scheme, Qt::CaseInsensitive)) {
+        return false;
+    }
+    const QStringView place = address.left(address.indexOf(u'?')).sliced(scheme.size());
+    return std::ranges::any_of(callbackPlaces, [place](QStringView known) {
+        return place.compare(known, Qt::CaseInsensitive) == 0;
+    });
 }
 
 GoogleOAuth::Parameters GoogleOAuth::parameters(const QString &url)

@@ -31,9 +31,18 @@ public:
     /// Opens the login page once more for a sign-in that waits, of which the page may be closed.
     void openPageAgain();
 
-    /// Completes the sign-in that waits with what the address carries. Ignored when none waits. The
-    /// address is whatever someone sent; its values are not checked here.
+    /// Ends the wait: the sign-in that waits, if any, completes as cancelled, and what comes back
+    /// later is ignored.
+    void cancel();
+
+    /// Completes the sign-in that waits with what the address carries, or as unfinished when the
+    /// address is not one of the login page's. Ignored when none waits. The address is whatever
+    /// someone sent; its values are not checked here.
     void handleCallback(const QString &url);
+
+    /// Whether the address has the scheme, the authority and the path that the login page comes
+    /// back with. It need not be well-formed otherwise.
+    [[nodiscard]] static bool isCallback(const QString &url);
 
     /// What the query of an address says: of items with the same name the last, and none without a
     /// value.

@@ -7,7 +7,6 @@
 #include "platform/dbus/ApplicationInterface.h"
 
 #include <QCommandLineParser>
-#include <QUrl>
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -45,8 +44,7 @@ InstanceRequest LaunchRequest::forInstance() const
 
 bool CommandLine::isOwnUrl(const QString &text)
 {
-    const QUrl url(text, QUrl::StrictMode);
-    return url.isValid() && url.scheme() == "vellumo"_L1;
+    return text.startsWith("vellumo:"_L1, Qt::CaseInsensitive);
 }
 
 std::variant<int, LaunchRequest> CommandLine::parse(const QStringList &arguments)

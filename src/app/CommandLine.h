@@ -25,7 +25,7 @@ namespace CommandLine {
 /// more to do, after what there is to say has been printed. Needs no application object.
 [[nodiscard]] std::variant<int, LaunchRequest> parse(const QStringList &arguments);
 
-/// Whether the text is a well-formed address with the program's own scheme.
+/// Whether the text is an address with the program's own scheme, well-formed or not.
 [[nodiscard]] bool isOwnUrl(const QString &text);
 
 } // namespace CommandLine

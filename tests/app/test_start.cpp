@@ -33,7 +33,7 @@ void TestStart::argumentsAreUnderstood_data()
     QTest::newRow("action and address") << QStringList{u"--notes"_s, url} << u"exit 1"_s;
     QTest::newRow("another scheme") << QStringList{url, u"file:///x"_s} << u"exit 1"_s;
     QTest::newRow("a file") << QStringList{u"notes.json"_s} << u"exit 1"_s;
-    QTest::newRow("a malformed address") << QStringList{u"vellumo://[x"_s} << u"exit 1"_s;
+    QTest::newRow("a malformed address") << QStringList{u"vellumo://[x y"_s} << u"vellumo://[x y"_s;
     QTest::newRow("a huge address") << QStringList{url + QString(70'000, u'x')} << u"exit 1"_s;
     QTest::newRow("unknown") << QStringList{u"--explode"_s} << u"exit 1"_s;
     QTest::newRow("version") << QStringList{u"--version"_s, u"--quit"_s} << u"exit 0"_s;
