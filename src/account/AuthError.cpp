@@ -29,6 +29,12 @@ QString describe(const AuthError &error, const BilingualText &texts)
         return texts.pick(u"Another sign-in was started."_s, u"已开始另一次登录。"_s);
     case AuthError::Kind::unfinished:
         return texts.pick(u"Sign-in did not finish."_s, u"登录未完成"_s);
+    case AuthError::Kind::otherAccount:
+        return texts.pick(u"Sign-in was refused: the browser named another account than the "
+                          "sign-in service. Please try again."_s,
+                          u"登录被拒绝:浏览器给出的账号与登录服务确认的不一致,请重试。"_s);
+    case AuthError::Kind::cancelled:
+        return texts.pick(u"Sign-in was cancelled."_s, u"登录已取消"_s);
     }
     Q_UNREACHABLE();
 }
@@ -47,9 +53,12 @@ QString summary(const AuthError &error)
         return describe(error.network);
     case AuthError::Kind::unreadable:
         return u"answer cannot be read"_s;
+    case AuthError::Kind::otherAccount:
+        return u"another account"_s;
     case AuthError::Kind::noBrowser:
     case AuthError::Kind::superseded:
     case AuthError::Kind::unfinished:
+    case AuthError::Kind::cancelled:
         return u"not finished"_s;
     }
     Q_UNREACHABLE();

@@ -19,6 +19,8 @@ struct AuthError {
         noBrowser, ///< the login page could not be opened
         superseded, ///< another sign-in was started
         unfinished, ///< the login page came back without a session, or that was ended meanwhile
+        otherAccount, ///< the token service names another account than the login page did
+        cancelled, ///< the user gave up waiting: not to be shown
     };
     Kind kind = Kind::server;
     QString message = {}; ///< of server: as it came, so that it may repeat what was sent
@@ -29,7 +31,8 @@ struct AuthError {
     /// Whether the session itself was refused, rather than this one request for a moment.
     [[nodiscard]] bool endsSession() const
     {
-        return kind == Kind::server && status >= 400 && status <= 499 && status != 429;
+        return kind == Kind::otherAccount
+            || (kind == Kind::server && status >= 400 && status <= 499 && status != 429);
     }
 };
 

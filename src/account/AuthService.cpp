@@ -6,6 +6,7 @@
 #include "account/GoogleOAuth.h"
 #include "account/KeychainStore.h"
 #include "platform/Clock.h"
+#include "platform/DefaultsStore.h"
 #include "ui/BilingualText.h"
 
 #include <QJsonDocument>
@@ -71,6 +72,35 @@ std::optional<AuthError> errorOf(const Result<HttpResponse, HttpError> &answer)
                      .status = response.status};
 }
 
+std::optional<QString> textIn(const QJsonValue &value)
+{
+    const QString text = value.toString();
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+/// What an ID token says, by its second part; empty when it cannot be read. The signature is not
+/// checked: the token has just come from the service itself, over TLS.
+QJsonObject claimsOf(const QString &idToken)
+{
+    const QStringList parts = idToken.split(u'.');
+    if (parts.size() != 3) {
+        return {};
+    }
+    return QJsonDocument::fromJson(
+               QByteArray::fromBase64(parts[1].toLatin1(), QByteArray::Base64UrlEncoding))
+        .object();
+}
+
+/// Whether what the token service says is this user, as far as either says anything.
+bool isAccount(const User &user, const std::optional<QString> &uid,
+               const std::optional<QString> &email)
+{
+    const bool isSameUid = !uid || *uid == user.uid;
+    const bool isSameEmail =
+        !email || user.email.isEmpty() || email->compare(user.email, Qt::CaseInsensitive) == 0;
+    return isSameUid && isSameEmail;
+}
+
 double lifetimeOf(const QString &text)
 {
     bool isNumber = false;
@@ -87,9 +117,28 @@ AuthService::AuthService(Collaborators collaborators, QObject *parent)
     , idTokenExpiry_(distantPast)
     , idTokenObtained_(distantPast)
 {
-    with_.keychain.onReadable(this, [this] { restore(); });
+    with_.keychain.onReadable(this, [this] { keyringBecameReadable(); });
     with_.clock.after(keychainPatience, this, [this] { settle(); });
-    restore();
+    connect(&with_.texts, &BilingualText::languageChanged, this, &AuthService::problemChanged);
+    if (isSignOutOwed()) {
+        removeStoredSession();
+        confirmStoredSession();
+        settle();
+    } else {
+        restore();
+    }
+}
+
+void AuthService::keyringBecameReadable()
+{
+    if (!isSignOutOwed()) {
+        restore();
+        return;
+    }
+    if (!user_) {
+        removeStoredSession();
+    }
+    confirmStoredSession();
 }
 
 void AuthService::restore()
@@ -115,9 +164,11 @@ void AuthService::adoptRestored(const Parameters &items)
 {
     const QString refreshToken = items.value(refreshTokenAccount);
     const QString uid = items.value(uidAccount);
-    const bool isSession = sessionNumber_ == 0 && !refreshToken.isEmpty() && !uid.isEmpty()
-        && items.contains(emailAccount);
+    // A sign-in whose page has come back counts more.
+    const bool isSession = sessionNumber_ == 0 && !isSignInBack_ && !refreshToken.isEmpty()
+        && !uid.isEmpty() && items.contains(emailAccount);
     if (isSession) {
+        cancelSignIn();
         startSession(refreshToken, {uid, items.value(emailAccount)});
     }
     settle();
@@ -151,10 +202,35 @@ void AuthService::whenRestored(QObject *context, std::function<void()> action)
 
 void AuthService::startSession(const QString &refreshToken, const User &user)
 {
+    beginOtherSession(refreshToken);
+    setUser(user);
+}
+
+void AuthService::endSession()
+{
+    beginOtherSession(std::nullopt);
+    with_.defaults.setValue(signedOutKey.toString(), true);
+    removeStoredSession();
+    confirmStoredSession();
+    setUser(std::nullopt);
+}
+
+void AuthService::beginOtherSession(const std::optional<QString> &refreshToken)
+{
     ++sessionNumber_;
     refreshToken_ = refreshToken;
+    isUnconfirmed_ = false;
     forgetIDToken();
-    setUser(user);
+    setProblem(std::nullopt);
+    // They ask again, in the name of the session that there is then.
+    QMetaObject::invokeMethod(
+        this,
+        [waiters = std::exchange(refreshWaiters_, {})] {
+            for (const auto &waiter : waiters) {
+                waiter(std::nullopt);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void AuthService::setUser(const std::optional<User> &user)
@@ -162,6 +238,64 @@ void AuthService::setUser(const std::optional<User> &user)
     if (user_ != user) {
         user_ = user;
         Q_EMIT userChanged();
+    }
+}
+
+void AuthService::setProblem(const std::optional<AuthError> &problem)
+{
+    if (problem_ != problem) {
+        problem_ = problem;
+        Q_EMIT problemChanged();
+    }
+}
+
+QString AuthService::problem() const
+{
+    return problem_ ? describe(*problem_, with_.texts) : QString();
+}
+
+void AuthService::storeSession()
+{
+    with_.keychain.set(*refreshToken_, refreshTokenAccount);
+    with_.keychain.set(user_->uid, uidAccount);
+    // An address that only the login page has named is not shown in later runs.
+    with_.keychain.set(isUnconfirmed_ ? QString() : user_->email, emailAccount);
+    confirmStoredSession();
+}
+
+void AuthService::removeStoredSession()
+{
+    for (const QString &account : accounts) {
+        with_.keychain.remove(account);
+    }
+}
+
+bool AuthService::isSignOutOwed() const
+{
+    return with_.defaults.value(signedOutKey.toString()).toBool();
+}
+
+void AuthService::confirmStoredSession()
+{
+    if (!isSignOutOwed()) {
+        return;
+    }
+    const auto confirm = [this, session = sessionNumber_](bool isConfirmed) {
+        if (isConfirmed && session == sessionNumber_) {
+            with_.defaults.setValue(signedOutKey.toString(), {});
+        }
+    };
+    if (refreshToken_) {
+        with_.keychain.get(refreshTokenAccount, this,
+                           [this, confirm](const auto &text) { confirm(text == refreshToken_); });
+        return;
+    }
+    const auto left = std::make_shared<size_t>(accounts.size());
+    for (const QString &account : accounts) {
+        with_.keychain.whetherMissing(account, this, [left, confirm](bool isMissing) {
+            *left -= isMissing ? 1 : 0;
+            confirm(*left == 0);
+        });
     }
 }
 
@@ -174,7 +308,7 @@ void AuthService::forgetIDToken()
 void AuthService::signInWithGoogle()
 {
     signInWithGoogle(this, [this](const std::optional<AuthError> &error) {
-        if (error) {
+        if (error && error->kind != AuthError::Kind::cancelled) {
             Q_EMIT signInFailed(describe(*error, with_.texts));
         }
     });
@@ -183,6 +317,12 @@ void AuthService::signInWithGoogle()
 void AuthService::openSignInPageAgain()
 {
     with_.browser.openPageAgain();
+}
+
+void AuthService::cancelSignIn()
+{
+    with_.browser.cancel();
+    endSignIn(AuthError{.kind = AuthError::Kind::cancelled});
 }
 
 void AuthService::signInWithGoogle(QObject *context, SignInCompletion completion)
@@ -199,60 +339,89 @@ void AuthService::signInWithGoogle(QObject *context, SignInCompletion completion
             Qt::QueuedConnection);
         return;
     }
-    if (++signIns_ == 1) {
+    setProblem(std::nullopt);
+    const int number = ++signInNumber_;
+    isSignInBack_ = false;
+    if (const auto older = std::exchange(signIn_, complete)) {
+        older(AuthError{.kind = AuthError::Kind::superseded});
+    } else {
         Q_EMIT isWorkingChanged();
     }
-    with_.browser.run(this, [this, complete](const Result<Parameters, AuthError> &result) {
+    with_.browser.run(this, [this, number](const Result<Parameters, AuthError> &result) {
+        if (number != signInNumber_) {
+            return;
+        }
         if (result.isOk()) {
-            completeSignIn(result.value(), complete);
+            completeSignIn(result.value());
         } else {
-            endSignIn(result.error(), complete);
+            endSignIn(result.error());
         }
     });
 }
 
-void AuthService::completeSignIn(const Parameters &parameters, const SignInCompletion &completion)
+void AuthService::completeSignIn(const Parameters &parameters)
 {
     const QString refreshToken = parameters.value(u"refreshToken"_s);
-    const User user{parameters.value(u"uid"_s), parameters.value(u"email"_s)};
-    if (refreshToken.isEmpty() || user.uid.isEmpty()) {
-        endSignIn(AuthError{.kind = AuthError::Kind::unfinished}, completion);
+    const User named{parameters.value(u"uid"_s), parameters.value(u"email"_s)};
+    if (refreshToken.isEmpty() || named.uid.isEmpty()) {
+        endSignIn(AuthError{.kind = AuthError::Kind::unfinished});
         return;
     }
-    with_.keychain.set(refreshToken, refreshTokenAccount);
-    with_.keychain.set(user.uid, uidAccount);
-    with_.keychain.set(user.email, emailAccount);
-    with_.keychain.unlock();
-    startSession(refreshToken, user);
-    refreshIDToken([this, completion, session = sessionNumber_](const auto &error) {
-        endSignIn(session == sessionNumber_ ? error
-                                            : AuthError{.kind = AuthError::Kind::unfinished},
-                  completion);
-    });
+    isSignInBack_ = true;
+    Q_EMIT isWorkingChanged();
+    requestTokens(refreshToken,
+                  [this, refreshToken, named, number = signInNumber_](const auto &answer) {
+                      if (number == signInNumber_) {
+                          takeSignIn(refreshToken, named, answer);
+                      }
+                  });
 }
 
-void AuthService::endSignIn(const std::optional<AuthError> &error,
-                            const SignInCompletion &completion)
+void AuthService::takeSignIn(const QString &refreshToken, const User &named,
+                             const Result<Tokens, AuthError> &answer)
 {
-    if (--signIns_ == 0) {
-        Q_EMIT isWorkingChanged();
+    if (answer.isOk() && !isAccount(named, answer.value().uid, answer.value().email)) {
+        endSignIn(AuthError{.kind = AuthError::Kind::otherAccount});
+        return;
     }
+    if (answer.isOk()) {
+        startSession(answer.value().refreshToken,
+                     {named.uid, answer.value().email.value_or(named.email)});
+        keepTokens(answer.value());
+    } else {
+        startSession(refreshToken, named);
+        isUnconfirmed_ = true;
+        setProblem(answer.error());
+    }
+    storeSession();
+    with_.keychain.unlock();
+    endSignIn(answer.isOk() ? std::nullopt : std::optional(answer.error()));
+}
+
+void AuthService::endSignIn(const std::optional<AuthError> &error)
+{
+    const auto completion = std::exchange(signIn_, nullptr);
+    if (!completion) {
+        return;
+    }
+    ++signInNumber_;
+    const bool wasBack = std::exchange(isSignInBack_, false);
+    Q_EMIT isWorkingChanged();
     if (!error && onSignedIn) {
         onSignedIn();
     }
     completion(error);
+    if (error && wasBack && !user_ && !isSignOutOwed()) {
+        restore(); // what the keyring answered meanwhile was not taken
+    }
 }
 
 void AuthService::signOut()
 {
-    ++sessionNumber_;
-    refreshToken_.reset();
-    forgetIDToken();
-    for (const QString &account : accounts) {
-        with_.keychain.remove(account);
-    }
+    with_.browser.cancel();
+    endSession();
     with_.keychain.unlock();
-    setUser(std::nullopt);
+    endSignIn(AuthError{.kind = AuthError::Kind::unfinished});
 }
 
 void AuthService::idToken(QObject *context, IdTokenCompletion completion)
@@ -274,10 +443,10 @@ void AuthService::provideIDToken(const QPointer<QObject> &context,
         if (!context) {
             return;
         }
-        if (session != sessionNumber_) {
-            provideIDToken(context, completion);
-        } else if (error) {
+        if (error) {
             completion(*error);
+        } else if (session != sessionNumber_) {
+            provideIDToken(context, completion);
         } else {
             completion(cachedIDToken_);
         }
@@ -293,6 +462,25 @@ bool AuthService::isIDTokenFresh() const
 
 void AuthService::refreshIDToken(SignInCompletion completion)
 {
+    refreshWaiters_.append(std::move(completion));
+    if (refreshWaiters_.size() > 1) {
+        return;
+    }
+    requestTokens(refreshToken_.value_or(QString()),
+                  [this, session = sessionNumber_](const auto &answer) {
+                      if (session != sessionNumber_) {
+                          return;
+                      }
+                      const auto waiters = std::exchange(refreshWaiters_, {});
+                      const auto error = applySession(answer);
+                      for (const auto &waiter : waiters) {
+                          waiter(error);
+                      }
+                  });
+}
+
+void AuthService::requestTokens(const QString &refreshToken, TokensCompletion completion)
+{
     const auto key = with_.lookup(u"FIREBASE_API_KEY"_s);
     if (!key) {
         QMetaObject::invokeMethod(
@@ -305,38 +493,78 @@ void AuthService::refreshIDToken(SignInCompletion completion)
     }
     const QString host = with_.lookup(u"VELLUMO_SECURETOKEN_URL"_s).value_or(defaultTokenHost);
     with_.session.send(
-        refreshRequest(host, *key, refreshToken_.value_or(QString())), this,
-        [this, completion = std::move(completion), session = sessionNumber_](const auto &answer) {
-            completion(session == sessionNumber_ ? applySession(answer) : std::nullopt);
-        });
+        refreshRequest(host, *key, refreshToken), this,
+        [completion = std::move(completion)](const auto &answer) { completion(tokensIn(answer)); });
 }
 
-std::optional<AuthError> AuthService::applySession(const Result<HttpResponse, HttpError> &answer)
+Result<AuthService::Tokens, AuthError>
+AuthService::tokensIn(const Result<HttpResponse, HttpError> &answer)
 {
-    if (auto error = errorOf(answer)) {
-        return error;
+    if (const auto error = errorOf(answer)) {
+        return *error;
     }
     const QJsonDocument reply = QJsonDocument::fromJson(answer.value().body);
-    const QString idToken = reply[u"id_token"_s].toString();
-    const QString refreshToken = reply[u"refresh_token"_s].toString();
-    const QJsonValue lifetimeText = reply[u"expires_in"_s];
-    if (idToken.isEmpty() || refreshToken.isEmpty() || !lifetimeText.isString()) {
+    const QJsonValue lifetime = reply[u"expires_in"_s];
+    Tokens tokens{reply[u"id_token"_s].toString(), reply[u"refresh_token"_s].toString(),
+                  lifetimeOf(lifetime.toString()), textIn(reply[u"user_id"_s]), std::nullopt};
+    const QJsonObject claims = claimsOf(tokens.idToken);
+    if (!claims.isEmpty()) {
+        const auto subject = textIn(claims[u"sub"_s]);
+        const bool isOneAccount = !tokens.uid || !subject || tokens.uid == subject;
+        if (!isOneAccount) {
+            return AuthError{.kind = AuthError::Kind::unreadable};
+        }
+        tokens.uid = subject ? subject : tokens.uid;
+        tokens.email = claims[u"email"_s].toString();
+    }
+    if (tokens.idToken.isEmpty() || tokens.refreshToken.isEmpty() || !lifetime.isString()) {
         return AuthError{.kind = AuthError::Kind::unreadable};
     }
-    const double lifetime = lifetimeOf(lifetimeText.toString());
-    cachedIDToken_ = idToken;
-    refreshToken_ = refreshToken;
+    return tokens;
+}
+
+std::optional<AuthError> AuthService::applySession(const Result<Tokens, AuthError> &answer)
+{
+    if (!answer.isOk()) {
+        setProblem(answer.error());
+        return answer.error();
+    }
+    const Tokens &tokens = answer.value();
+    // The address of an account may change, but not before it is known whose account it is.
+    const User stored{user_->uid, isUnconfirmed_ ? user_->email : QString()};
+    if (!isAccount(stored, tokens.uid, tokens.email)) {
+        const AuthError error{.kind = AuthError::Kind::otherAccount};
+        endSession();
+        setProblem(error);
+        return error;
+    }
+    setProblem(std::nullopt);
+    keepTokens(tokens);
+    const bool isNews =
+        std::exchange(isUnconfirmed_, false) || (tokens.email && *tokens.email != user_->email);
+    setUser(User{user_->uid, tokens.email.value_or(user_->email)});
+    if (isNews) {
+        storeSession();
+    } else {
+        with_.keychain.set(*refreshToken_, refreshTokenAccount);
+        confirmStoredSession();
+    }
+    return std::nullopt;
+}
+
+void AuthService::keepTokens(const Tokens &tokens)
+{
+    cachedIDToken_ = tokens.idToken;
+    refreshToken_ = tokens.refreshToken;
     idTokenObtained_ = with_.clock.secondsSinceReferenceDate();
-    idTokenExpiry_ = idTokenObtained_ + lifetime;
-    with_.keychain.set(refreshToken, refreshTokenAccount);
+    idTokenExpiry_ = idTokenObtained_ + tokens.lifetime;
     // Also when the clock is set back a little meanwhile.
-    const auto usable = std::chrono::seconds(std::max(0LL, std::llround(lifetime - margin)));
+    const auto usable = std::chrono::seconds(std::max(0LL, std::llround(tokens.lifetime - margin)));
     with_.clock.after(usable, this, [this, number = ++idTokenNumber_] {
         if (number == idTokenNumber_) {
             forgetIDToken();
         }
     });
-    return std::nullopt;
 }
 
 } // namespace vellumo

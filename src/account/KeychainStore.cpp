@@ -30,6 +30,14 @@ void KeychainStore::get(const QString &account, QObject *context, Completion com
     });
 }
 
+void KeychainStore::whetherMissing(const QString &account, QObject *context,
+                                   std::function<void(bool)> completion)
+{
+    items_.get(account, context, [completion = std::move(completion)](const SecretAnswer &answer) {
+        completion(answer.kind == SecretAnswer::Kind::missing);
+    });
+}
+
 void KeychainStore::set(const QString &value, const QString &account)
 {
     items_.set(account, value.toUtf8());

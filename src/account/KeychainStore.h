@@ -24,6 +24,10 @@ public:
     /// before the call returns; not when `context` is destroyed first.
     void get(const QString &account, QObject *context, Completion completion);
 
+    /// Whether the keyring is open and has no such item. The completion runs as that of get().
+    void whetherMissing(const QString &account, QObject *context,
+                        std::function<void(bool isMissing)> completion);
+
     void set(const QString &value, const QString &account);
     void remove(const QString &account);
 

@@ -21,6 +21,7 @@ AccountWiring::AccountWiring(const Foundation &foundation)
     , browser_(foundation.workspace,
                foundation.config.value(u"VELLUMO_SITE_URL"_s).value_or(defaultSite))
     , auth_({keychain_, browser_, foundation.http, foundation.clock, foundation.texts,
+             foundation.defaults,
              [&config = foundation.config](const QString &key) { return config.value(key); }})
 {
 }

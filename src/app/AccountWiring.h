@@ -10,6 +10,7 @@
 namespace vellumo {
 
 class AppConfig;
+class DefaultsStore;
 class SecretItems;
 
 /// The user's session and what it is made of.
@@ -23,6 +24,7 @@ public:
         HttpSession &http;
         Clock &clock;
         const BilingualText &texts;
+        DefaultsStore &defaults;
     };
 
     explicit AccountWiring(const Foundation &foundation);

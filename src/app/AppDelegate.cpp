@@ -243,7 +243,7 @@ void AppDelegate::createAccount()
 {
     account_ = std::make_unique<AccountWiring>(AccountWiring::Foundation{
         foundation_->config, foundation_->platform.secrets(), foundation_->platform.workspace(),
-        foundation_->http, foundation_->clock, foundation_->texts});
+        foundation_->http, foundation_->clock, foundation_->texts, foundation_->defaults});
     onOpenURL = [this](const QString &url) {
         const bool isAwaited = account_->auth().isWorking();
         account_->handleCallback(url);

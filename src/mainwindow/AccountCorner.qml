@@ -25,7 +25,7 @@ Item {
                                 "%1 条笔记正在同步过来")
         if (corner.sync.isSyncing)
             return corner.english ? "Syncing…" : "正在同步…"
-        const trouble = corner.problemText()
+        const trouble = corner.problemText() || corner.auth.problem
         if (corner.sync.pending === 0)
             return trouble || corner.upToDateText()
         const left = corner.count(corner.sync.pending, "One note still to sync",
@@ -102,6 +102,7 @@ Item {
                 color: !corner.showsSync || corner.sync.isSyncing
                     ? Theme.thirdInk
                     : corner.sync.pending > 0 || corner.sync.problem !== SyncReporting.None
+                        || corner.auth.problem.length > 0
                     ? Theme.amber : Theme.good
             }
             Label {

@@ -84,10 +84,18 @@ FocusScope {
             TextButton {
                 objectName: "openPageAgain"
                 anchors.horizontalCenter: parent.horizontalCenter
-                visible: view.auth.isWorking
+                visible: view.auth.awaitsPage
                 quiet: true
                 text: view.english ? "Open the page again" : "重新打开网页"
                 onClicked: view.auth.openSignInPageAgain()
+            }
+            TextButton {
+                objectName: "cancelSignIn"
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: view.auth.isWorking
+                quiet: true
+                text: view.english ? "Cancel" : "取消"
+                onClicked: view.auth.cancelSignIn()
             }
             Item {
                 width: 1
@@ -98,7 +106,7 @@ FocusScope {
 
                 width: parent.width
                 centered: true
-                text: view.error
+                text: view.error || view.auth.problem
             }
             Item {
                 width: 1

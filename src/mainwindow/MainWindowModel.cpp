@@ -29,7 +29,7 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
     connect(&with_.auth, &AuthService::userChanged, this, &MainWindowModel::userChanged);
     connect(&with_.auth, &AuthService::isWorkingChanged, this, [this] {
         if (!with_.auth.isWorking() && std::exchange(isSigningIn_, false) && with_.sync
-            && with_.auth.isSignedIn()) {
+            && with_.auth.isSignedIn() && with_.auth.problem().isEmpty()) {
             with_.sync->announceArrivals();
         }
     });
@@ -52,6 +52,7 @@ bool MainWindowModel::showsDashboard() const
 void MainWindowModel::useWithoutAccount()
 {
     isAskedToSignIn_ = false;
+    with_.auth.cancelSignIn();
     with_.defaults.setValue(withoutAccountKey, true);
     Q_EMIT faceChanged();
 }

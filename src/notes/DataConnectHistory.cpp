@@ -60,6 +60,8 @@ DataConnectError::Kind kindOf(const AuthError &error)
     case AuthError::Kind::noBrowser:
     case AuthError::Kind::superseded:
     case AuthError::Kind::unfinished:
+    case AuthError::Kind::otherAccount:
+    case AuthError::Kind::cancelled:
         return Kind::signedOut;
     }
     Q_UNREACHABLE();

@@ -31,14 +31,18 @@ FocusScope {
     property bool isQuietOver: false ///< it has become needless, but keeps its place
     property string secondQuietText: ""
     property string secondQuietName: "skipSecond"
+    property string thirdQuietText: ""
+    property string thirdQuietName: "skipThird"
     default property alias contents: holder.data
-    readonly property bool hasQuiet: frame.quietText.length + frame.secondQuietText.length > 0
+    readonly property bool hasQuiet: frame.quietText.length + frame.secondQuietText.length
+        + frame.thirdQuietText.length > 0
     /// Too low for what only decorates.
     readonly property bool isCramped: Window.height < Units.onboardingRoom
 
     signal proceeded
     signal skipped
     signal skippedSecond
+    signal skippedThird
 
     function proceed(): void {
         if (frame.canContinue)
@@ -172,8 +176,12 @@ FocusScope {
             y: footer.isOneLine ? onward.y + Math.round((onward.height - height) / 2)
                                 : onward.y + onward.height + Units.space4
             // a column without anything in it would still take its spacing
-            columns: first.visible && second.visible
-                && first.implicitWidth + second.implicitWidth + spacing <= parent.width ? 2 : 1
+            columns: {
+                const shown = [first, second, third].filter(button => button.visible)
+                const room = shown.reduce((sum, button) => sum + button.implicitWidth + spacing,
+                                          -spacing)
+                return shown.length > 1 && room <= parent.width ? shown.length : 1
+            }
             spacing: Units.space8
             horizontalItemAlignment: Grid.AlignHCenter
 
@@ -199,6 +207,16 @@ FocusScope {
                 quiet: true
                 text: frame.secondQuietText
                 onClicked: frame.skippedSecond()
+            }
+            TextButton {
+                id: third
+
+                objectName: frame.thirdQuietName
+                visible: frame.thirdQuietText.length > 0
+                width: Math.min(implicitWidth, footer.width)
+                quiet: true
+                text: frame.thirdQuietText
+                onClicked: frame.skippedThird()
             }
         }
     }

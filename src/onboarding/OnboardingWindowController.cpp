@@ -29,6 +29,8 @@ OnboardingWindowController::OnboardingWindowController(const Collaborators &coll
     , survey_(collaborators.texts)
 {
     connect(&with_.auth, &AuthService::userChanged, this, &OnboardingWindowController::userChanged);
+    connect(&with_.auth, &AuthService::isWorkingChanged, this,
+            &OnboardingWindowController::changed);
     connect(&with_.accessibility, &Accessibility::trustChanged, this,
             &OnboardingWindowController::refreshPermission);
     connect(&with_.texts, &BilingualText::languageChanged, this,
@@ -208,6 +210,11 @@ QString OnboardingWindowController::signInError() const
     return signInError_ ? describe(*signInError_, with_.texts) : QString();
 }
 
+bool OnboardingWindowController::awaitsPage() const
+{
+    return isSigningIn_ && with_.auth.awaitsPage();
+}
+
 void OnboardingWindowController::signIn()
 {
     if (isSigningIn_) {
@@ -224,7 +231,12 @@ void OnboardingWindowController::openSignInPageAgain()
     with_.auth.openSignInPageAgain();
 }
 
-/// The user may have gone on meanwhile, and may have come back.
+void OnboardingWindowController::cancelSignIn()
+{
+    with_.auth.cancelSignIn();
+}
+
+/// The user may have gone on meanwhile.
 void OnboardingWindowController::signInEnded(const std::optional<AuthError> &error)
 {
     isSigningIn_ = false;
@@ -233,7 +245,7 @@ void OnboardingWindowController::signInEnded(const std::optional<AuthError> &err
         advance();
         return;
     }
-    if (isShown) {
+    if (isShown && error->kind != AuthError::Kind::cancelled) {
         signInError_ = error;
     }
     Q_EMIT changed();
@@ -253,6 +265,7 @@ void OnboardingWindowController::useWithoutAccount()
 {
     if (!isSignedIn()) {
         with_.defaults.setValue(DefaultsKey::usesWithoutAccount.toString(), true);
+        with_.auth.cancelSignIn();
     }
     advance();
 }

@@ -36,6 +36,7 @@ class OnboardingWindowController final : public QObject {
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY changed)
     Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY changed)
     Q_PROPERTY(bool isOpeningBrowser READ isOpeningBrowser NOTIFY changed)
+    Q_PROPERTY(bool awaitsPage READ awaitsPage NOTIFY changed)
     Q_PROPERTY(QString signInError READ signInError NOTIFY changed)
     Q_PROPERTY(bool isTrusted READ isTrusted NOTIFY changed)
     Q_PROPERTY(bool isOptionDown READ isOptionDown NOTIFY changed)
@@ -112,13 +113,18 @@ public:
     [[nodiscard]] bool canGoBack() const { return backPhase().has_value(); }
 
     [[nodiscard]] bool isSignedIn() const;
-    /// A sign-in waits for the browser, also one that was begun before the card was left.
+    /// A sign-in is under way.
     [[nodiscard]] bool isOpeningBrowser() const { return isSigningIn_; }
+    /// Its page has not come back from the browser yet.
+    [[nodiscard]] bool awaitsPage() const;
     [[nodiscard]] QString signInError() const;
     Q_INVOKABLE void signIn();
-    /// For somebody who has closed the page.
+    /// For a user who has closed the page.
     Q_INVOKABLE void openSignInPageAgain();
-    /// Goes on without a session, now and when the main window is shown.
+    /// Ends the wait for the browser; the card stays.
+    Q_INVOKABLE void cancelSignIn();
+    /// Goes on without a session, now and when the main window is shown, and waits for the browser
+    /// no longer.
     Q_INVOKABLE void useWithoutAccount();
 
     [[nodiscard]] bool isTrusted() const { return isTrusted_; }

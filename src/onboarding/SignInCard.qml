@@ -24,12 +24,14 @@ CardFrame {
     keepsErrorLine: true
     quietName: "openPageAgain"
     quietText: {
-        if (!card.flow.isOpeningBrowser || card.flow.isSignedIn)
+        if (!card.flow.awaitsPage)
             return ""
         return card.english ? "Open the page again" : "重新打开网页"
     }
-    secondQuietName: "withoutAccount"
-    secondQuietText: {
+    secondQuietName: "cancelSignIn"
+    secondQuietText: !card.flow.isOpeningBrowser ? "" : card.english ? "Cancel" : "取消"
+    thirdQuietName: "withoutAccount"
+    thirdQuietText: {
         if (card.flow.isSignedIn)
             return card.english ? "Continue anyway" : "仍然继续"
         return card.english ? "Use without an account" : "不登录,直接使用"
@@ -37,7 +39,8 @@ CardFrame {
 
     onProceeded: card.flow.signIn()
     onSkipped: card.flow.openSignInPageAgain()
-    onSkippedSecond: card.flow.useWithoutAccount()
+    onSkippedSecond: card.flow.cancelSignIn()
+    onSkippedThird: card.flow.useWithoutAccount()
 
     WelcomeDrawing {
         width: parent.width

@@ -8,6 +8,7 @@
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/fake/FakeSecretItems.h"
+#include "support/IdToken.h"
 #include "support/Waiting.h"
 #include "ui/BilingualText.h"
 
@@ -30,14 +31,32 @@ HttpResponse tokens(const QByteArray &lifetime = "3600")
             .body = R"({"id_token":"i1","refresh_token":"r2","expires_in":")" + lifetime + R"("})"};
 }
 
+/// An answer that says whose it is; with no uid at all, where `uid` is null.
+HttpResponse tokensOf(const QString &uid, const QString &sub, const QString &email)
+{
+    const QByteArray user = uid.isNull() ? QByteArray() : R"("user_id":")" + uid.toUtf8() + R"(",)";
+    const QString token = sub.isNull() ? u"i1"_s : idToken(sub, email, u"i1"_s);
+    return {.status = 200,
+            .body = "{" + user + R"("id_token":")" + token.toUtf8()
+                + R"(","refresh_token":"r2","expires_in":"3600"})"};
+}
+
 /// The service with everything around it; keeps what callers were told.
 struct Desk {
     explicit Desk(const Stored &stored = {}, bool isHung = false)
     {
         secrets.values = stored;
         secrets.isHung = isHung;
+        start(isHung);
+    }
+
+    /// The program's start; a second one is its next run.
+    void start(bool isHung = false)
+    {
+        auth.reset();
+        secrets.forgetOwed();
         auth = std::make_unique<AuthService>(AuthService::Collaborators{
-            keychain, browser, http, clock, texts,
+            keychain, browser, http, clock, texts, defaults,
             [this](const QString &key) -> std::optional<QString> {
                 return values.contains(key) ? std::optional(values.value(key)) : std::nullopt;
             }});
@@ -48,6 +67,13 @@ struct Desk {
         log.clear();
     }
 
+    /// Signs in and comes back from the browser.
+    void signInWith(const QString &url)
+    {
+        signIn();
+        browser.handleCallback(url);
+        QCoreApplication::processEvents();
+    }
     [[nodiscard]] QString state() const
     {
         return (auth->user() ? auth->user()->uid + u' ' + auth->email() : u"nobody"_s)
@@ -88,6 +114,7 @@ struct Desk {
     FakeWorkspace workspace;
     FakeHttpSession http;
     FakeSecretItems secrets;
+    FakeDefaultsStore defaults;
     BilingualText texts{[this] { return language; }};
     KeychainStore keychain{secrets};
     GoogleOAuth browser{workspace, u"https://site.example"_s};
@@ -106,11 +133,17 @@ private Q_SLOTS:
     void whatTheUserDidCountsMoreThanALateKeyring();
     void keepsATokenWhileItIsGood();
     void tellsWhyThereIsNoToken();
+    void manyAskOnce();
     void signsIn();
+    void knowsWhoseAccountItIs_data();
+    void knowsWhoseAccountItIs();
+    void stopsWaiting();
     void refusesAnIncompleteSignIn();
     void keepsTheSessionWhenItsFirstTokenFails();
     void oneSignInEndsTheOther();
     void signingOutEndsWhatRuns();
+    void signingOutHolds_data();
+    void signingOutHolds();
 };
 
 void TestAuthService::readsCallbacks()
@@ -129,6 +162,15 @@ void TestAuthService::readsCallbacks()
     };
     for (const auto &each : cases)
         QCOMPARE(GoogleOAuth::parameters(each.url), each.expected);
+
+    for (const QString &url :
+         {u"vellumo:?uid=1"_s, u"vellumo:"_s, u"VELLUMO://Auth?"_s, u"vellumo://auth/?a"_s,
+          u"vellumo:#?"_s, u"vellumo://auth/callback?a b%"_s, u"vellumo://signed-in?x=//evil"_s})
+        QVERIFY2(GoogleOAuth::isCallback(url), qPrintable(url));
+    for (const QString &url : {u"vellumo://evil?"_s, u"vellumo://auth/x?"_s, u"vellumo://a@auth?"_s,
+                               u"vellumo://auth:1?"_s, u"vellumo:x?"_s, u"http://auth?"_s,
+                               u"vellumo://[auth?"_s, u"vellumo"_s, QString()})
+        QVERIFY2(!GoogleOAuth::isCallback(url), qPrintable(url));
 }
 
 void TestAuthService::restoresWhatTheKeyringHas()
@@ -171,7 +213,17 @@ void TestAuthService::whatTheUserDidCountsMoreThanALateKeyring()
     (void)signedIn.said();
     signedIn.secrets.values = someone;
     signedIn.secrets.answerAll();
-    QCOMPARE(signedIn.state(), u"u1 new+x@b.org working"_s);
+    QCOMPARE(signedIn.state(), u"nobody working"_s);
+    signedIn.answer(tokens());
+    QCOMPARE(signedIn.state(), u"u1 new+x@b.org"_s);
+
+    Desk restored(someone, true);
+    restored.signIn();
+    restored.secrets.answerAll();
+    QCOMPARE(restored.said(), (QStringList{u"sign-in: Sign-in was cancelled."_s, u"onRestored"_s}));
+    restored.browser.handleCallback(callback); // nobody waits for it any more
+    QCOMPARE(restored.said(), QStringList());
+    QCOMPARE(restored.state(), u"u0 a@b.org"_s);
 
     Desk signedOut(someone, true);
     signedOut.auth->signOut();
@@ -247,6 +299,22 @@ void TestAuthService::tellsWhyThereIsNoToken()
     }
 }
 
+void TestAuthService::manyAskOnce()
+{
+    Desk desk(someone);
+    desk.askForToken();
+    desk.askForToken();
+    QCOMPARE(desk.http.requests.size(), 1);
+    desk.answer(tokens());
+    QCOMPARE(desk.said(), (QStringList{u"i1"_s, u"i1"_s}));
+    desk.clock.now += 3600;
+    desk.askForToken();
+    desk.askForToken();
+    QCOMPARE(desk.http.requests.size(), 2);
+    desk.answer(HttpResponse{503, {}, {}});
+    QCOMPARE(desk.said(), (QStringList{u"HTTP 503"_s, u"HTTP 503"_s}));
+}
+
 void TestAuthService::signsIn()
 {
     Desk desk;
@@ -269,12 +337,14 @@ void TestAuthService::signsIn()
 
 void TestAuthService::refusesAnIncompleteSignIn()
 {
-    for (const QString &query : {u""_s, u"?uid=u1"_s, u"?refreshToken=&uid=u1"_s}) {
+    for (const QString &rest :
+         {u"auth"_s, u"auth?uid=u1"_s, u"auth?refreshToken=&uid=u1"_s,
+          u"[auth?refreshToken=r1&uid=u1"_s, u"elsewhere?refreshToken=r1&uid=u1"_s}) {
         Desk desk(someone);
         desk.language = u"Chinese"_s;
         desk.texts.refresh();
         desk.signIn();
-        desk.browser.handleCallback(u"vellumo://auth"_s + query);
+        desk.browser.handleCallback(u"vellumo://"_s + rest);
         QCOMPARE(desk.said(), QStringList{u"sign-in: 登录未完成"_s});
         QCOMPARE(desk.state(), u"u0 a@b.org"_s);
         QCOMPARE(desk.secrets.values, someone);
@@ -287,6 +357,79 @@ void TestAuthService::refusesAnIncompleteSignIn()
     desk.signIn();
     QCOMPARE(desk.said(), QStringList{u"sign-in: Firebase is not configured."_s});
     QCOMPARE(desk.state(), u"nobody"_s);
+}
+
+void TestAuthService::knowsWhoseAccountItIs_data()
+{
+    QTest::addColumn<QString>("email"); // that the page names
+    QTest::addColumn<QString>("userId"); // that the service says, and so on
+    QTest::addColumn<QString>("subject");
+    QTest::addColumn<QString>("claimed");
+    QTest::addColumn<QString>("state"); // empty when it is refused
+    const QString own = u"me@b.org"_s;
+    const QString victim = u"victim@b.org"_s;
+    const QString none;
+    QTest::newRow("all agree") << own << u"u1"_s << u"u1"_s << own << u"u1 me@b.org"_s;
+    QTest::newRow("other letters") << u"ME@b.org"_s << none << u"u1"_s << own << u"u1 me@b.org"_s;
+    QTest::newRow("no address named") << none << u"u1"_s << u"u1"_s << own << u"u1 me@b.org"_s;
+    QTest::newRow("nothing said") << own << none << none << none << u"u1 me@b.org"_s;
+    QTest::newRow("another address") << victim << u"u1"_s << u"u1"_s << own << none;
+    QTest::newRow("no such address") << victim << u"u1"_s << u"u1"_s << none << none;
+    QTest::newRow("another user id") << own << u"u2"_s << none << none << none;
+    QTest::newRow("another subject") << own << none << u"u2"_s << own << none;
+}
+
+void TestAuthService::knowsWhoseAccountItIs()
+{
+    QFETCH(QString, email);
+    QFETCH(QString, userId);
+    QFETCH(QString, subject);
+    QFETCH(QString, claimed);
+    QFETCH(QString, state);
+    const QString url = u"vellumo:?refreshToken=r1&uid=u1&email="_s + email;
+    const HttpResponse answer = tokensOf(userId, subject, claimed);
+    const QString refused = u"Sign-in was refused: the browser named another account than the "
+                            "sign-in service. Please try again."_s;
+    Desk desk;
+    desk.signInWith(url);
+    QCOMPARE(desk.state(), u"nobody working"_s);
+    desk.answer(answer);
+    QCOMPARE(desk.state(), state.isEmpty() ? u"nobody"_s : state);
+    QCOMPARE(desk.said().constLast(), u"sign-in: "_s + (state.isEmpty() ? refused : u"done"_s));
+    QCOMPARE(desk.secrets.values.isEmpty(), state.isEmpty());
+
+    // the same when the first answer does not come
+    Desk later;
+    later.signInWith(url);
+    later.answer(HttpResponse{503, {}, {}});
+    QCOMPARE(later.secrets.values.value(u"email"_s), QByteArray());
+    QCOMPARE(later.auth->problem(), u"HTTP 503"_s);
+    later.askForToken();
+    later.answer(answer);
+    QCOMPARE(later.state(), state.isEmpty() ? u"nobody"_s : state);
+    QCOMPARE(later.auth->problem(), state.isEmpty() ? refused : QString());
+    QCOMPARE(later.secrets.values.isEmpty(), state.isEmpty());
+}
+
+void TestAuthService::stopsWaiting()
+{
+    for (const bool isBack : {false, true}) {
+        Desk desk;
+        desk.signIn();
+        if (isBack) {
+            desk.browser.handleCallback(callback);
+            QCoreApplication::processEvents();
+        }
+        desk.auth->cancelSignIn();
+        QCOMPARE(desk.said(), QStringList{u"sign-in: Sign-in was cancelled."_s});
+        if (isBack)
+            desk.answer(tokens());
+        else
+            desk.browser.handleCallback(callback);
+        QCOMPARE(desk.said(), QStringList());
+        QCOMPARE(desk.state(), u"nobody"_s);
+        QCOMPARE(desk.secrets.values, Stored());
+    }
 }
 
 void TestAuthService::keepsTheSessionWhenItsFirstTokenFails()
@@ -339,6 +482,47 @@ void TestAuthService::signingOutEndsWhatRuns()
     QCOMPARE(desk.said(), QStringList{u"sign-in: Sign-in did not finish."_s});
     QCOMPARE(desk.state(), u"nobody"_s);
     QCOMPARE(desk.secrets.values, Stored());
+}
+
+void TestAuthService::signingOutHolds_data()
+{
+    QTest::addColumn<bool>("signsInAgain");
+    QTest::newRow("signed out") << false;
+    QTest::newRow("and in again") << true;
+}
+
+/// Although the keyring is closed then, and the user does not open it.
+void TestAuthService::signingOutHolds()
+{
+    QFETCH(bool, signsInAgain);
+    Desk desk(someone);
+    desk.secrets.isLocked = true;
+    desk.auth->signOut();
+    if (signsInAgain) {
+        desk.signInWith(callback);
+        desk.answer(tokens());
+    }
+    desk.secrets.isLocked = false; // by the time of the next run
+    desk.start();
+    QCOMPARE(desk.state(), u"nobody"_s);
+    QCOMPARE(desk.secrets.values, Stored());
+    QVERIFY(!desk.defaults.value(u"signedOut"_s).isValid());
+
+    // what is stored while the sign-out is still owed counts once it is stored
+    Desk open(someone);
+    open.secrets.isLocked = true;
+    open.auth->signOut();
+    if (signsInAgain) {
+        open.signInWith(callback);
+        open.answer(tokens());
+        (void)open.said();
+    }
+    QVERIFY(open.defaults.value(u"signedOut"_s).toBool());
+    open.secrets.open();
+    QCOMPARE(open.said(), QStringList());
+    QVERIFY(!open.defaults.value(u"signedOut"_s).isValid());
+    open.start();
+    QCOMPARE(open.state(), signsInAgain ? u"u1 new+x@b.org"_s : u"nobody"_s);
 }
 
 QTEST_GUILESS_MAIN(TestAuthService)

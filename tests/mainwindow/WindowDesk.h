@@ -80,7 +80,7 @@ struct WindowDesk {
     GoogleOAuth browser{workspace, QStringLiteral("https://a.test")};
     FakeHttpSession http;
     FakeClock clock;
-    AuthService auth{{keychain, browser, http, clock, texts,
+    AuthService auth{{keychain, browser, http, clock, texts, defaults,
                       [](const QString &key) { return std::optional<QString>(key); }}};
     SampleNotes notes;
     SampleSync sync;

@@ -7,6 +7,7 @@
 #include "platform/ApplicationActivation.h"
 #include "platform/fake/FakeFloatingWindows.h"
 #include "platform/fake/FakeScreens.h"
+#include "support/IdToken.h"
 #include "support/Waiting.h"
 #include <QRegularExpression>
 #include <QSet>
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void initTestCase() { qputenv("TZ", "UTC"); }
     void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
     void isOneWindowThatIsKept();
+    void signsIn_data();
     void signsIn();
     void goesOnWithoutAnAccount();
     void signingOutLeadsBack();
@@ -59,8 +61,16 @@ void TestMainWindow::isOneWindowThatIsKept()
     QCOMPARE(made, 1);
 }
 
+void TestMainWindow::signsIn_data()
+{
+    QTest::addColumn<bool>("isTokenGiven");
+    QTest::newRow("with a token") << true;
+    QTest::newRow("with none at first") << false;
+}
+
 void TestMainWindow::signsIn()
 {
+    QFETCH(bool, isTokenGiven);
     WindowDesk desk;
     desk.workspace.opensUrls = false;
     desk.show();
@@ -79,16 +89,30 @@ void TestMainWindow::signsIn()
     QVERIFY(!desk.item("error"));
     QCOMPARE(desk.text("signIn"), u"Opening browser…"_s);
     QVERIFY(!desk.item("signIn")->isEnabled());
-    desk.browser.handleCallback(u"vellumo://auth?refreshToken=r&uid=u&email=new@a.test"_s);
-    QVERIFY(waitUntil([&] {
-        desk.http.answer(HttpResponse{
-            .status = 200, .body = R"({"id_token":"i","refresh_token":"r","expires_in":"3600"})"});
-        return desk.item("account") != nullptr;
-    }));
+    const QString callback = u"vellumo:?refreshToken=r&uid=u&email=new@a.test"_s;
+    desk.click("cancelSignIn");
+    desk.browser.handleCallback(callback); // is too late
+    QCOMPARE(desk.text("signIn"), u"Continue with Google"_s);
+    QVERIFY(!desk.item("error") && desk.http.requests.isEmpty());
+
+    desk.click("signIn");
+    desk.browser.handleCallback(callback);
+    QVERIFY(waitUntil([&] { return !desk.http.requests.isEmpty(); }));
+    if (isTokenGiven) {
+        const QString token = idToken(u"u"_s, u"new@a.test"_s, u"i"_s);
+        desk.http.answer(
+            HttpResponse{.status = 200,
+                         .body = R"({"refresh_token":"r","expires_in":"3600","id_token":")"
+                             + token.toUtf8() + R"("})"});
+    } else {
+        desk.http.answer(HttpError{HttpError::Kind::timedOut});
+    }
+    QVERIFY(waitUntil([&] { return desk.item("account") != nullptr; }));
     QCOMPARE(desk.text("account"), u"new@a.test"_s);
-    QCOMPARE(desk.text("syncState"), u"All notes uploaded"_s);
+    QCOMPARE(desk.text("syncState"),
+             isTokenGiven ? u"All notes uploaded"_s : u"The sign-in service cannot be reached."_s);
     QVERIFY(!desk.item("signIn"));
-    QCOMPARE(desk.sync.asked, QStringList{u"arrivals"_s});
+    QCOMPARE(desk.sync.asked, isTokenGiven ? QStringList{u"arrivals"_s} : QStringList());
     desk.click("notes");
     QCOMPARE(desk.sync.asked.last(), u"pull"_s);
 }
@@ -102,8 +126,9 @@ void TestMainWindow::goesOnWithoutAnAccount()
     QVERIFY(!desk.item("syncState"));
     desk.click("goToSignIn");
     QVERIFY(desk.item("signIn") && !desk.item("greeting"));
+    desk.click("signIn");
     desk.click("withoutAccount");
-    QVERIFY(desk.item("greeting"));
+    QVERIFY(desk.item("greeting") && !desk.auth.isWorking());
 
     MainWindowController later(
         desk.engine, {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts});

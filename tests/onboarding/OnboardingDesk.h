@@ -40,7 +40,7 @@ struct OnboardingDesk {
     GoogleOAuth browser{workspace, QStringLiteral("https://site.example")};
     std::optional<QString> key = QStringLiteral("k");
     AuthService auth{
-        {keychain, browser, http, clock, texts, [this](const QString &) { return key; }}};
+        {keychain, browser, http, clock, texts, defaults, [this](const QString &) { return key; }}};
     QQmlEngine engine;
     OnboardingWindowController flow{{defaults, auth, accessibility, events, clock, engine, texts}};
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "support/BackendTables.h"
 
+#include "support/IdToken.h"
 #include <QDateTime>
 #include <QSqlError>
 #include <QTimeZone>
@@ -128,7 +129,9 @@ QString BackendTables::newRefreshToken(const QString &uid)
 
 QString BackendTables::newIdToken(const QString &uid, std::chrono::seconds lifetime)
 {
-    const QString token = u"id-"_s + newId();
+    const QString email =
+        value(u"SELECT email FROM accounts WHERE uid = ?"_s, {uid}).value_or(QString());
+    const QString token = idToken(uid, email, newId());
     run(u"INSERT INTO id_tokens VALUES (?, ?, ?)"_s,
         {token, uid, static_cast<qint64>(QDateTime::currentSecsSinceEpoch() + lifetime.count())});
     return token;
