@@ -14,20 +14,48 @@ namespace vellumo::CsvNotes {
 
 namespace {
 
-/// Whether a spreadsheet might calculate with the cell, or see something else in it than is there.
-/// It may pass over white space and invisible characters at the beginning.
-bool looksLikeFormula(QStringView text)
+bool isFormulaSign(QChar c)
 {
-    if (!text.isEmpty() && (text[0] == u'\t' || text[0] == u'\r' || text[0] == u'\n')) {
-        return true;
+    return u"=+-@＝＋－＠"_s.contains(c);
+}
+
+/// Whether a cell may begin behind the character, in a program that takes it for a separator.
+bool separatesCells(QChar c)
+{
+    return c == u',' || c == u';' || c == u'\t' || c == u'\n';
+}
+
+/// What a spreadsheet may pass over before it looks for a formula. Quotes are taken for those of a
+/// cell where the cell did not begin with one.
+bool isPassedOver(QChar c)
+{
+    return c == u'"' || c.isSpace() || c.category() == QChar::Other_Format;
+}
+
+/// An apostrophe before each sign that a spreadsheet might calculate with, and before white space
+/// at the beginning that it takes for something else.
+QString markFormulas(const QString &text)
+{
+    QString marked;
+    marked.reserve(text.size() + 1);
+    if (text.startsWith(u'\t') || text.startsWith(u'\n')) {
+        marked += u'\'';
     }
+    bool isAtBeginning = true;
+    qsizetype beginning = 0; // of what is passed over, in what is written
     for (const QChar c : text) {
-        if (!c.isSpace() && c.category() != QChar::Other_Format
-            && c.category() != QChar::Other_Control) {
-            return u"=+-@＝＋－＠"_s.contains(c);
+        if (isAtBeginning && isFormulaSign(c)) {
+            marked.insert(beginning, u'\'');
+        }
+        marked += c;
+        if (separatesCells(c)) {
+            isAtBeginning = true;
+            beginning = marked.size();
+        } else {
+            isAtBeginning = isAtBeginning && isPassedOver(c);
         }
     }
-    return false;
+    return marked;
 }
 
 QByteArray line(const QStringList &texts)
@@ -52,8 +80,7 @@ QString thread(const ReadingNote &note)
 
 QString cell(const QString &text)
 {
-    const QString mark = looksLikeFormula(text) ? u"'"_s : QString();
-    return u'"' + mark + QString(writableText(text)).replace(u'"', u"\"\""_s) + u'"';
+    return u'"' + markFormulas(writableText(text)).replace(u'"', u"\"\""_s) + u'"';
 }
 
 QByteArray head()

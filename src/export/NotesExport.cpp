@@ -97,6 +97,8 @@ NotesExport::Result NotesExport::write(const Order &order)
     if (!file.open(QIODevice::WriteOnly)) {
         return failure(file, file.errorString());
     }
+    // Notes say what someone reads; on a shared machine that is theirs alone.
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     file.write(format.head);
     const NoteWithContext *before = nullptr;
     QElapsedTimer sinceReport;

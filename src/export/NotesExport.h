@@ -12,7 +12,8 @@
 namespace vellumo {
 
 /// Writes notes to a file on a thread of its own, whole or not at all: until the last note is
-/// written, whatever stood under the file's name stays. One file at a time.
+/// written, whatever stood under the file's name stays. Only the user can read the file. One file
+/// at a time.
 class NotesExport : public QObject {
     Q_OBJECT
 

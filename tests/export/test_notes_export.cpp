@@ -87,6 +87,7 @@ private Q_SLOTS:
     void initTestCase() { qputenv("TZ", "Asia/Shanghai"); }
     void quotesCells_data();
     void quotesCells();
+    void hasNoFormulas();
     void writesTheTable();
     void keepsMarkupAsText_data();
     void keepsMarkupAsText();
@@ -115,6 +116,9 @@ void TestNotesExport::quotesCells_data()
     row("tab", u"\ta"_s, u"\"'\ta\""_s);
     row("end of line", u"\ra"_s, u"\"'\na\""_s);
     row("formula within", u"1=1"_s, u"\"1=1\""_s);
+    row("behind separators", u"a;=1,+2\t @3, b-4"_s, u"\"a;'=1,'+2\t' @3, b-4\""_s);
+    row("behind lines", u"a\n-1\r\n\n\u200B＝2\n - 3"_s, u"\"a\n'-1\n\n'\u200B＝2\n' - 3\""_s);
+    row("behind quotes", u"a;\"=1\""_s, u"\"a;'\"\"=1\"\"\""_s);
     row("nothing", {}, u"\"\""_s);
 }
 
@@ -122,6 +126,57 @@ void TestNotesExport::quotesCells()
 {
     QFETCH(QString, text);
     QTEST(CsvNotes::cell(text), "cell");
+}
+
+/// The cells as a lenient program reads them: a quote counts only at a cell's beginning, and until
+/// the next single one.
+QStringList cellsOf(const QString &table, QChar separator, bool isLineByLine)
+{
+    QStringList cells{QString()};
+    bool isQuoted = false;
+    bool isFresh = true;
+    for (qsizetype i = 0; i < table.size(); ++i) {
+        const QChar c = table[i];
+        if (isLineByLine && c == u'\n')
+            isQuoted = false;
+        if (isQuoted && c == u'"') {
+            isQuoted = i + 1 < table.size() && table[i + 1] == u'"';
+            if (isQuoted)
+                cells.last() += table[++i];
+        } else if (!isQuoted && (c == separator || c == u'\n')) {
+            cells.append(QString());
+            isFresh = true;
+            continue;
+        } else if (isFresh && c == u'"') {
+            isQuoted = true;
+        } else {
+            cells.last() += c;
+        }
+        isFresh = false;
+    }
+    return cells;
+}
+
+/// However the table is read, no cell of it is a formula.
+void TestNotesExport::hasNoFormulas()
+{
+    const QString signs = u"=1;=2,=3\t=4\n=5\n\n\"=6\";\"=7\",\"=8\"\n;\"\"=9 ; =10\r\n, =11"_s;
+    NoteWithContext entry = noteOf(signs, signs + u"\";"_s);
+    entry.note.translation = u"\"\n"_s + signs;
+    entry.note.followUps[0].question = signs + u';';
+    entry.note.followUps[0].answer = signs;
+    entry.context.displayName = signs;
+    const QString table = QString::fromUtf8(CsvNotes::row(entry) + CsvNotes::row(entry));
+    for (const QChar separator : u",;\t"_s) {
+        for (const bool isLineByLine : {false, true}) {
+            const QStringList cells = cellsOf(table, separator, isLineByLine);
+            QVERIFY(cells.size() > 12);
+            for (const QString &cell : cells) {
+                const QString shown = cell.trimmed();
+                QVERIFY2(!shown.startsWith(u'='), qPrintable(cell));
+            }
+        }
+    }
 }
 
 void TestNotesExport::writesTheTable()
@@ -196,11 +251,15 @@ void TestNotesExport::writesEverythingAsJson()
     QList<NoteWithContext> notes{noteOf(u"\"a\"\u0000\u202E\\"_s),
                                  noteOf(QString(1'000'000, u'潮')), noteOf({})};
     notes[2].context = {u"window-session:x"_s, u"x"_s, ReadingContextSource::windowSession};
+    QVERIFY(write(path, "readable by all before"));
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
     Job job;
     job.start(notes, path);
     QVERIFY(job.ends());
     QCOMPARE(job.result->outcome, NotesExport::Outcome::Written);
     QVERIFY(!job.exporting.isRunning());
+    QCOMPARE(QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser),
+             QFile::ReadOwner | QFile::WriteOwner);
     const QJsonObject all = QJsonDocument::fromJson(contentOf(path)).object();
     QCOMPARE(all["format"_L1], u"vellumo-notes"_s);
     QCOMPARE(all["version"_L1], 1);
