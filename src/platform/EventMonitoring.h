@@ -72,8 +72,9 @@ public:
 
 /// Watches input events in the whole session. An event reaches either the local monitors (one of
 /// our windows has the keyboard, or for mouse events the pointer) or the global ones, never both.
-/// Handlers run on the main thread and may add and remove monitors, their own included. Handles
-/// may outlive this object.
+/// The newest monitor is asked first, and an event that it swallows reaches no older one. Handlers
+/// run on the main thread and may add and remove monitors, their own included. Handles may outlive
+/// this object.
 class EventMonitoring {
 public:
     virtual ~EventMonitoring() = default;

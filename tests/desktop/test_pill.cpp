@@ -264,6 +264,11 @@ void TestPill::foldsAsAPersonExpects()
         desktop_.click(elsewhere, 1, how == "scroll"_L1 ? 5 : 1);
     QVERIFY(isFolded());
     QCOMPARE(pill()->size(), pillSize);
+    if (how == "escape"_L1) {
+        QVERIFY(vellumo_->panelText().contains("Why"_L1)); // the next Escape is the panel's
+        desktop_.tap(Key::Escape);
+        QVERIFY(vellumo_->waitForNoPanel());
+    }
 }
 
 QTEST_MAIN(TestPill)

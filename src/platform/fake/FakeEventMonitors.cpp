@@ -73,17 +73,15 @@ bool FakeEventMonitors::sendLocal(const Event &event)
 
 bool FakeEventMonitors::send(const Event &event, bool local)
 {
-    bool passes = true;
     const QList<Monitor> present = *monitors_;
-    for (const Monitor &monitor : present) {
+    return std::all_of(present.crbegin(), present.crend(), [&](const Monitor &monitor) {
         const bool isInstalled =
             std::any_of(monitors_->cbegin(), monitors_->cend(),
                         [&](const Monitor &other) { return other.id == monitor.id; });
-        if (isInstalled && monitor.local == local && (monitor.mask & maskOf(event.type)) != 0) {
-            passes = monitor.handler(event) && passes;
-        }
-    }
-    return passes;
+        const bool isWanted =
+            isInstalled && monitor.local == local && (monitor.mask & maskOf(event.type)) != 0;
+        return !isWanted || monitor.handler(event);
+    });
 }
 
 QList<EventMask> FakeEventMonitors::masks(bool local) const

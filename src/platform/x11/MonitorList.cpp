@@ -3,6 +3,7 @@
 
 #include "platform/x11/MonitorList.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vellumo {
@@ -44,13 +45,10 @@ bool MonitorList::deliver(const Event &event)
 {
     const auto keepAlive = shared_from_this();
     const auto monitors = monitors_; // handlers may add and remove
-    bool passOn = true;
-    for (const auto &monitor : monitors) {
-        if (monitor->installed && (monitor->mask & maskOf(event.type)) != 0) {
-            passOn = monitor->handler(event) && passOn;
-        }
-    }
-    return passOn;
+    return std::all_of(monitors.crbegin(), monitors.crend(), [&event](const auto &monitor) {
+        const bool isWanted = monitor->installed && (monitor->mask & maskOf(event.type)) != 0;
+        return !isWanted || monitor->handler(event);
+    });
 }
 
 EventMask MonitorList::wanted() const

@@ -16,8 +16,9 @@ public:
 
     [[nodiscard]] std::unique_ptr<EventMonitorHandle> add(EventMask mask, Handler handler);
 
-    /// Gives the event to every monitor that wants it and is still installed when its turn comes;
-    /// one added by a handler waits for the next event. True if no handler swallowed it.
+    /// Gives the event to the monitors that want it and are still installed when their turn comes,
+    /// the newest first, until a handler swallows it; one added by a handler waits for the next
+    /// event. True if no handler swallowed it.
     bool deliver(const Event &event);
 
     /// The types that some monitor wants.

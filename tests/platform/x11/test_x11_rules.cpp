@@ -90,27 +90,30 @@ void TestX11Rules::handlersChangeMonitorsWhileCalled()
     const Event event{EventType::FlagsChanged, 0, KeyCode::Other, 0};
     const auto mask = maskOf(EventType::FlagsChanged);
     QStringList calls;
-    std::unique_ptr<EventMonitorHandle> first;
-    std::unique_ptr<EventMonitorHandle> second;
     std::unique_ptr<EventMonitorHandle> added;
-    first = list->add(mask, [&](const Event &) {
-        calls.append(u"first"_s);
-        added = list->add(mask, [&](const Event &) {
-            calls.append(u"added"_s);
-            return true;
-        });
-        second.reset();
-        first.reset(); // destroys the closure that runs
-        return false;
-    });
-    second = list->add(mask, [&](const Event &) {
-        calls.append(u"second"_s);
+    const auto oldest = list->add(mask, [&](const Event &) {
+        calls.append(u"oldest"_s);
         return true;
     });
-    QVERIFY(!list->deliver(event)); // swallowed by the first
-    QCOMPARE(calls, QStringList{u"first"_s});
+    std::unique_ptr<EventMonitorHandle> removed = list->add(mask, [&](const Event &) {
+        calls.append(u"removed"_s);
+        return true;
+    });
+    std::unique_ptr<EventMonitorHandle> newest;
+    newest = list->add(mask, [&](const Event &) {
+        calls.append(u"newest"_s);
+        added = list->add(mask, [&](const Event &) {
+            calls.append(u"added"_s);
+            return false;
+        });
+        removed.reset();
+        newest.reset(); // destroys the closure that runs
+        return true;
+    });
     QVERIFY(list->deliver(event));
-    QCOMPARE(calls, (QStringList{u"first"_s, u"added"_s}));
+    QCOMPARE(calls, (QStringList{u"newest"_s, u"oldest"_s}));
+    QVERIFY(!list->deliver(event)); // what the newest swallows, none of the others sees
+    QCOMPARE(calls, (QStringList{u"newest"_s, u"oldest"_s, u"added"_s}));
     list.reset(); // before its last handle
 }
 
