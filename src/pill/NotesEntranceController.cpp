@@ -7,7 +7,6 @@
 #include "platform/DefaultsStore.h"
 #include "ui/BilingualText.h"
 #include <QPointer>
-#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -114,7 +113,8 @@ void NotesEntranceController::ensurePanel()
                                          {u"texts"_s, QVariant::fromValue(&with_.texts)}}});
     panel_->setFrame(pillGeometry::pillAt(restoredPillOrigin()));
     panel_->orderFrontRegardless();
-    connect(panel_.get(), &FloatingPanel::moved, this, &NotesEntranceController::savePillOrigin);
+    connect(panel_.get(), &FloatingPanel::movedByUser, this,
+            &NotesEntranceController::savePillOrigin);
     connect(panel_.get(), &FloatingPanel::appeared, this, [this] {
         if (onAppeared) {
             onAppeared();
@@ -136,29 +136,28 @@ Point NotesEntranceController::restoredPillOrigin() const
 void NotesEntranceController::savePillOrigin()
 {
     // The container has the form of a list until the pill is back in its place.
-    if (!isPlacing_ && !model_->isExpanded()
-        && container_->mode() == PillContainerView::Mode::Pill) {
+    if (!model_->isExpanded() && container_->mode() == PillContainerView::Mode::Pill) {
         const Rect frame = panel_->frame();
         with_.defaults.setValue(originKey, pillGeometry::storableOrigin({frame.x, frame.y}));
     }
 }
 
 /// A pill that no screen shows any more comes to the main screen, without that becoming the user's
-/// choice: it goes back when its screen does.
+/// choice: it goes back when its screen does. A list that is open folds into that place.
 void NotesEntranceController::adaptToScreens()
 {
     if (!panel_) {
         return;
     }
-    if (container_->mode() == PillContainerView::Mode::List) {
-        collapse(); // finishing that adapts
-        return;
-    }
     const auto stored = pillGeometry::storedOrigin(with_.defaults.value(originKey));
     const bool canStay =
         stored && pillGeometry::isReachable(pillGeometry::pillAt(*stored), with_.screens.screens());
-    const QScopedValueRollback placing(isPlacing_, true);
-    panel_->setFrame(pillGeometry::pillAt(canStay ? *stored : restoredPillOrigin()));
+    const Rect pill = pillGeometry::pillAt(canStay ? *stored : restoredPillOrigin());
+    if (container_->mode() == PillContainerView::Mode::Pill) {
+        panel_->setFrame(pill);
+    } else {
+        fold(pill);
+    }
 }
 
 void NotesEntranceController::expand()
@@ -166,9 +165,9 @@ void NotesEntranceController::expand()
     if (!panel_ || model_->isExpanded()) {
         return;
     }
-    const Rect target =
-        pillGeometry::listFrame(panel_->frame(), model_->notes().size(),
-                                pillGeometry::visibleFrame(with_.screens.mainScreen()));
+    folded_ = panel_->frame();
+    const Rect target = pillGeometry::listFrame(
+        folded_, model_->notes().size(), pillGeometry::visibleFrame(with_.screens.mainScreen()));
     container_->setMode(PillContainerView::Mode::List);
     model_->setExpanded(true);
     panel_->animateFrame(target, expansion, {});
@@ -177,13 +176,17 @@ void NotesEntranceController::expand()
 
 void NotesEntranceController::collapse()
 {
-    if (!panel_ || !model_->isExpanded()) {
-        return;
+    if (panel_ && model_->isExpanded()) {
+        fold(folded_);
     }
+}
+
+/// Also where the list is folding already, into another place.
+void NotesEntranceController::fold(const Rect &pill)
+{
     removeCollapseMonitors();
-    const Rect target = pillGeometry::pillFrame(panel_->frame());
     model_->setExpanded(false);
-    panel_->animateFrame(target, collapsing, [this] { finishCollapse(); });
+    panel_->animateFrame(pill, collapsing, [this] { finishCollapse(); });
 }
 
 void NotesEntranceController::finishCollapse()

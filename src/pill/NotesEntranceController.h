@@ -65,6 +65,7 @@ private:
     void removeCollapseMonitors();
     bool handleLocalEvent(const Event &event);
     void collapseIfPointerIsOutside();
+    void fold(const Rect &pill);
     void finishCollapse();
 
     void installCursorWatcher();
@@ -89,7 +90,7 @@ private:
     bool demoRunning_ = false;
     std::unique_ptr<QObject> demoScript_; ///< until the demonstration is to end
     std::function<void()> demoCompletion_;
-    bool isPlacing_ = false; ///< we move the pill, not the user
+    Rect folded_; ///< where the pill was when the list opened, and is to be again
 };
 
 } // namespace vellumo

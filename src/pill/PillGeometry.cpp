@@ -81,11 +81,6 @@ Rect listFrame(const Rect &pill, qsizetype notes, const Rect &visible)
     return clamped({pill.maxX() - listWidth, pill.minY(), listWidth, listHeight(notes)}, visible);
 }
 
-Rect pillFrame(const Rect &list)
-{
-    return {list.maxX() - pillWidth, list.minY(), pillWidth, pillHeight};
-}
-
 FingerPath fingerPath(const Rect &pill)
 {
     const Point to{pill.midX() + fingerBelowPill.x - (fingerSize / 2),

@@ -47,9 +47,6 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
 /// The list of so many notes that grows from `pill`, leftwards and upwards.
 [[nodiscard]] Rect listFrame(const Rect &pill, qsizetype notes, const Rect &visible);
 
-/// The pill that `list` folds into, at its bottom-right corner.
-[[nodiscard]] Rect pillFrame(const Rect &list);
-
 /// The demonstration's finger glides from one to the other, and ends touching the pill.
 struct FingerPath {
     Rect from;

@@ -22,7 +22,7 @@ struct FloatingPanelStyle {
     bool canBecomeKey = false; ///< a click may give it the keyboard
     bool hasShadow = true;
     bool ignoresMouseEvents = false;
-    bool isMovable = false; ///< a move by the user through the window manager is taken over
+    bool isMovable = false; ///< a move through the window manager is taken over
     bool isDrawnAhead = true; ///< once while hidden: showing is quicker, making it takes longer
     bool isShapedByContent = false; ///< without blending, only opaque pixels are visible
     double topCornerRadius = 0;
@@ -57,7 +57,8 @@ public:
 
     /// Lets the panel follow the pointer, by where it was pressed, until the button is let go; a
     /// release that never arrives is made up for by the next press. The frame is always current;
-    /// moved() comes once, at the end. Only from within the delivery of a press or a drag motion.
+    /// moved() comes once, at the end. Only from within the delivery of a press or a drag motion,
+    /// of a mouse or of a finger.
     virtual void performDrag() = 0;
 
     /// Fades the content to this opacity, 0 to 1, where windows are blended. `completion`, if any,
@@ -80,8 +81,13 @@ public:
     virtual void makeKey() = 0;
 
 Q_SIGNALS:
-    /// The frame has changed, by the program or by the user; for a drag, at its end.
+    /// The frame has changed, by the program, the window manager or the user; for a drag, at its
+    /// end.
     void moved();
+
+    /// After moved(): it was the user who put the panel where it is, by a drag or with the window
+    /// manager's help.
+    void movedByUser();
 
     /// The panel has been painted for the first time since it was shown.
     void appeared();

@@ -21,6 +21,12 @@ void FakeFloatingPanel::moveTo(const Rect &frame)
     }
 }
 
+void FakeFloatingPanel::letUserMoveTo(const Rect &frame)
+{
+    moveTo(frame);
+    Q_EMIT movedByUser();
+}
+
 void FakeFloatingPanel::setFrame(const Rect &frame)
 {
     lastFrameWasAnimated = false;

@@ -43,8 +43,8 @@ public:
     bool finishAnimation();
     bool finishFading();
 
-    /// What the user does with the panel.
-    void letUserMoveTo(const Rect &frame) { moveTo(frame); }
+    void letUserMoveTo(const Rect &frame);
+    void letManagerMoveTo(const Rect &frame) { moveTo(frame); }
 
 private:
     void moveTo(const Rect &frame);

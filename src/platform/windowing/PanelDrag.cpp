@@ -7,11 +7,26 @@
 
 namespace vellumo {
 
-PanelDrag::Step PanelDrag::handle(const QMouseEvent &event, QPoint origin)
+namespace {
+
+bool isHeld(const QPointerEvent &event)
 {
-    const QPoint pointer = event.globalPosition().toPoint();
+    const auto &mouse = static_cast<const QMouseEvent &>(event);
+    return event.type() == QEvent::TouchUpdate
+        || (event.type() == QEvent::MouseMove && mouse.buttons().testFlag(Qt::LeftButton));
+}
+
+} // namespace
+
+PanelDrag::Step PanelDrag::handle(const QPointerEvent &event, QPoint origin)
+{
     const auto grabbedAt = grabbedAt_;
-    if (event.type() == QEvent::MouseButtonPress) {
+    if (event.pointCount() == 0) { // the system has taken the fingers back
+        cancel();
+        return {std::nullopt, grabbedAt.has_value()};
+    }
+    const QPoint pointer = event.points().constFirst().globalPosition().toPoint();
+    if (event.type() == QEvent::MouseButtonPress || event.type() == QEvent::TouchBegin) {
         cancel(); // its release never came
         pressedAt_ = pointer - origin;
         return {std::nullopt, grabbedAt.has_value()};
@@ -19,11 +34,12 @@ PanelDrag::Step PanelDrag::handle(const QMouseEvent &event, QPoint origin)
     if (!grabbedAt) {
         return {};
     }
-    const bool isReleased = event.type() == QEvent::MouseButtonRelease;
-    if (!isReleased && event.buttons().testFlag(Qt::LeftButton)) {
+    if (isHeld(event)) {
         return {pointer - *grabbedAt, false};
     }
     cancel();
+    const bool isReleased =
+        event.type() == QEvent::MouseButtonRelease || event.type() == QEvent::TouchEnd;
     // a motion without the button comes too late to tell where it was let go
     return {isReleased ? std::optional(pointer - *grabbedAt) : std::nullopt, true};
 }

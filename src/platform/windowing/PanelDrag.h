@@ -5,7 +5,7 @@
 #include <QPoint>
 #include <optional>
 
-class QMouseEvent;
+class QPointerEvent;
 
 namespace vellumo {
 
@@ -17,8 +17,9 @@ public:
         bool isOver = false; ///< a drag that was under way has ended
     };
 
-    /// What a mouse event means while the rectangle's top left corner is at `origin`.
-    [[nodiscard]] Step handle(const QMouseEvent &event, QPoint origin);
+    /// What an event of a mouse, or of the first finger, means while the rectangle's top left
+    /// corner is at `origin`.
+    [[nodiscard]] Step handle(const QPointerEvent &event, QPoint origin);
 
     /// From the press that came last.
     void begin() { grabbedAt_ = pressedAt_; }

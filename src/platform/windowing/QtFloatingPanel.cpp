@@ -9,7 +9,7 @@
 #include "platform/windowing/ShadowItem.h"
 #include "platform/windowing/X11Hints.h"
 #include <QGuiApplication>
-#include <QMouseEvent>
+#include <QPointerEvent>
 #include <QQuickItem>
 #include <QScreen>
 
@@ -221,7 +221,7 @@ void QtFloatingPanel::performDrag()
     drag_.begin();
 }
 
-void QtFloatingPanel::handleMouse(const QMouseEvent &event)
+void QtFloatingPanel::handlePointer(const QPointerEvent &event)
 {
     const PanelDrag::Step step = drag_.handle(event, picture_.topLeft());
     if (step.origin) {
@@ -232,12 +232,26 @@ void QtFloatingPanel::handleMouse(const QMouseEvent &event)
     if (step.isOver) {
         settling_.start(); // a window manager may have kept the window somewhere else
         Q_EMIT moved();
+        Q_EMIT movedByUser();
     }
 }
 
-/// The user may move the window in ways of the window manager, and that may refuse a place.
+void QtFloatingPanel::noticeMove()
+{
+    if (!style_.isMovable) {
+        return;
+    }
+    const bool isOwn = drag_.isUnderWay() || animation_.state() == QVariantAnimation::Running
+        || window_->position() == native_.topLeft();
+    isMovedByHand_ = isMovedByHand_ || (!isOwn && x11::isButtonHeld());
+    settling_.start();
+}
+
+/// The user may move the window in ways of the window manager, which may also refuse a place or
+/// choose another by itself.
 void QtFloatingPanel::takeOverPosition()
 {
+    const bool isByHand = std::exchange(isMovedByHand_, false);
     const QPoint distance = window_->position() - native_.topLeft();
     const bool rests = !drag_.isUnderWay() && animation_.state() != QVariantAnimation::Running;
     if (!isVisible() || !rests || distance.isNull()) {
@@ -248,6 +262,9 @@ void QtFloatingPanel::takeOverPosition()
     frame_ = toDesktop(QRectF(picture_), mainGeometry());
     place(picture_, picture_);
     Q_EMIT moved();
+    if (isByHand) {
+        Q_EMIT movedByUser();
+    }
 }
 
 void QtFloatingPanel::animateAlpha(double alpha, std::chrono::milliseconds duration,
@@ -320,12 +337,14 @@ bool QtFloatingPanel::eventFilter(QObject *watched, QEvent *event)
         case QEvent::MouseButtonPress:
         case QEvent::MouseMove:
         case QEvent::MouseButtonRelease:
-            handleMouse(*static_cast<QMouseEvent *>(event));
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TouchCancel:
+            handlePointer(*static_cast<QPointerEvent *>(event));
             break;
         case QEvent::Move:
-            if (style_.isMovable) {
-                settling_.start();
-            }
+            noticeMove();
             break;
         default:
             break;

@@ -59,7 +59,8 @@ private:
     void place(const QRect &picture, const QRect &around);
     void placeNative(const QRect &native);
     void arrive();
-    void handleMouse(const QMouseEvent &event);
+    void handlePointer(const QPointerEvent &event);
+    void noticeMove();
     void takeOverPosition();
     void shapeVisiblePart();
     void shapeInput();
@@ -82,6 +83,7 @@ private:
     PanelFade fade_;
     PanelDrag drag_; ///< of the picture
     QTimer settling_; ///< after the window manager has moved the window
+    bool isMovedByHand_ = false; ///< since it settled last, through the window manager
     bool isShapePending_ = false;
     bool isNewlyMapped_ = false;
     bool isAppearing_ = false;

@@ -108,6 +108,18 @@ bool isFullScreen(WId window)
         != states.end();
 }
 
+bool isButtonHeld()
+{
+    auto *c = connection();
+    if (!c) {
+        return false;
+    }
+    constexpr quint16 buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    const Owned<xcb_query_pointer_reply_t> pointer(
+        xcb_query_pointer_reply(c, xcb_query_pointer(c, rootWindow(c)), nullptr));
+    return pointer && (pointer->mask & buttons) != 0;
+}
+
 void setTransientFor(WId window, WId parent)
 {
     auto *c = connection();

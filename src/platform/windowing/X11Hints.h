@@ -22,6 +22,9 @@ void floatEverywhere(WId window);
 
 [[nodiscard]] bool isFullScreen(WId window);
 
+/// Whether a mouse button is down now, whichever window holds it. Costs a round trip.
+[[nodiscard]] bool isButtonHeld();
+
 /// Ties a mapped window to another one, so that it is stacked above it; 0 unties it.
 void setTransientFor(WId window, WId parent);
 
