@@ -40,15 +40,17 @@ Item {
         x: list.sidePadding
         y: cards.y + Units.space2
         width: list.width - 2 * list.sidePadding
+        height: list.height - y - Units.space12
         visible: list.pill.noteCount === 0
         text: list.texts.english ? "No notes yet — select text and double-tap Option."
                                  : "还没有笔记 —— 选中文字,按两下 Option。"
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: Theme.islandSecondText
+        // the list has one size, so larger text grows as far as it stays whole
+        fontSizeMode: Text.Fit
+        minimumPixelSize: 10
         font.pixelSize: Units.type12
-        lineHeightMode: Text.FixedHeight
-        lineHeight: Math.round(Units.type12 * Units.readingLine)
 
         Accessible.role: Accessible.StaticText
         Accessible.name: nothing.text

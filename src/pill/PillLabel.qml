@@ -11,6 +11,7 @@ Item {
     required property NotesPillModel pill
 
     readonly property string text: label.pill.count < 1 ? "Notes" : "Notes " + label.pill.count
+    readonly property real room: label.width - dot.width - Units.space8 - 2 * Units.space12
 
     Rectangle {
         id: dot
@@ -26,14 +27,24 @@ Item {
         id: words
 
         x: dot.x + dot.width + Units.space8
-        width: Math.min(Math.ceil(implicitWidth),
-                        label.width - dot.width - Units.space8 - 2 * Units.space12)
+        objectName: "count"
+        width: Math.min(Math.ceil(implicitWidth), label.room)
         height: label.height
         text: label.text
         textFormat: Text.PlainText
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
         color: Theme.islandText
+        // the pill has one size, so larger text grows as far as the number stays whole
+        font.pixelSize: Math.max(10, Math.min(Units.type13,
+            Math.floor(Units.type13 * label.room / usual.advanceWidth)))
+        font.weight: Font.Medium
+    }
+    TextMetrics {
+        id: usual
+
+        text: label.text
+        font.family: words.font.family
         font.pixelSize: Units.type13
         font.weight: Font.Medium
     }
