@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <thread>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -27,7 +28,8 @@ constexpr auto timeout = 60s;
 constexpr auto usualTotalTimeout = 120s;
 constexpr auto listTotalTimeout = 600s; // ten thousand notes over a slow line
 constexpr qint64 usualBodyLimit = qint64{1} * 1024 * 1024;
-constexpr qint64 listBodyLimit = qint64{256} * 1024 * 1024;
+constexpr qint64 listBodyLimit = qint64{32} * 1024 * 1024;
+constexpr qint64 maxReadAtOnce = qint64{256} * 1024; // some milliseconds of the main thread
 
 QString sentId(const QUuid &id)
 {
@@ -74,6 +76,44 @@ void soon(QObject *context, const std::function<void()> &action)
 }
 
 } // namespace
+
+/// Reads the answer to a long listing on a thread of its own. Goes with the context that waits for
+/// it.
+class DataConnectHistory::ListReading : public QObject {
+public:
+    using Listed = Result<QList<ReadingNote>, DataConnectError>;
+
+    ListReading(const Answer &answer, double now, QObject *context,
+                std::function<void(const Listed &)> completion)
+        : QObject(context)
+        , completion_(std::move(completion))
+        , worker_([this, answer, now] {
+            QMetaObject::invokeMethod(
+                this,
+                [this, listed = DataConnectWire::listedNotes(answer, now)] {
+                    deleteLater();
+                    const auto end = std::exchange(completion_, {});
+                    end(listed); // which may end the context
+                },
+                Qt::QueuedConnection);
+        })
+    {
+    }
+    ~ListReading() override { worker_.join(); }
+    Q_DISABLE_COPY_MOVE(ListReading)
+
+private:
+    std::function<void(const Listed &)> completion_;
+    std::thread worker_; ///< the last member: it uses the others
+};
+
+DataConnectHistory::Reader
+DataConnectHistory::atOnce(std::optional<DataConnectError> (*read)(const Answer &))
+{
+    return [read](const Answer &answer, QObject * /*context*/, const Verdict &verdict) {
+        verdict(read(answer));
+    };
+}
 
 struct DataConnectHistory::Operation {
     QString kind;
@@ -136,8 +176,12 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
             authorized.headers = {{"Content-Type", "application/json"},
                                   {"X-Firebase-Auth-Token", token.value()->toUtf8()}};
             session.send(authorized, context,
-                         [read, completion, secrets = sent + QStringList{*token.value()}](
-                             const Answer &answer) { finish(read(answer), secrets, completion); });
+                         [context, read, completion,
+                          secrets = sent + QStringList{*token.value()}](const Answer &answer) {
+                             read(answer, context, [completion, secrets](const auto &error) {
+                                 finish(error, secrets, completion);
+                             });
+                         });
         }
     };
     with_.auth.idToken(context, authorize);
@@ -169,7 +213,7 @@ void DataConnectHistory::saveProfile(const std::optional<QString> &hearAbout,
         mutation,
         u"UpsertProfile"_s,
         {{u"hearAbout"_s, hearAbout}, {u"role"_s, role}, {u"industry"_s, industry}}};
-    execute(operation, context, DataConnectWire::done, [completion](const auto &failure) {
+    execute(operation, context, atOnce(DataConnectWire::done), [completion](const auto &failure) {
         if (failure) {
             printDiagnostic(u"profile save failed — "_s + failure->excerpt);
         }
@@ -201,7 +245,7 @@ void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
         tell(Direction::Up, isThere ? Outcome() : failure->kind);
         completion(isThere);
     };
-    execute(operation, context, DataConnectWire::noteInserted, end);
+    execute(operation, context, atOnce(DataConnectWire::noteInserted), end);
 }
 
 /// One upload of several follow-ups. Goes with the context that waits for it.
@@ -273,7 +317,7 @@ void DataConnectHistory::addFollowUp(const QUuid &noteId, const FollowUpExchange
                               {{u"noteId"_s, sentId(noteId)},
                                {u"question"_s, exchange.question},
                                {u"answer"_s, exchange.answer}}};
-    execute(operation, context, DataConnectWire::done, completion);
+    execute(operation, context, atOnce(DataConnectWire::done), completion);
 }
 
 void DataConnectHistory::list(QObject *context, const ListCompletion &completion) const
@@ -286,13 +330,20 @@ void DataConnectHistory::list(QObject *context, const ListCompletion &completion
         return;
     }
     const auto notes = std::make_shared<QList<ReadingNote>>();
-    const auto read = [notes, &clock = with_.clock](const Answer &answer) {
-        const auto listed = DataConnectWire::listedNotes(answer, clock.secondsSinceReferenceDate());
-        if (!listed.isOk()) {
-            return std::optional(listed.error());
+    const auto read = [notes, &clock = with_.clock](const Answer &answer, QObject *waiting,
+                                                    const Verdict &verdict) {
+        const auto take = [notes, verdict](const ListReading::Listed &listed) {
+            if (listed.isOk()) {
+                *notes = listed.value();
+            }
+            verdict(listed.isOk() ? std::nullopt : std::optional(listed.error()));
+        };
+        const double now = clock.secondsSinceReferenceDate();
+        if (answer.isOk() && answer.value().body.size() > maxReadAtOnce) {
+            new ListReading(answer, now, waiting, take);
+        } else {
+            take(DataConnectWire::listedNotes(answer, now));
         }
-        *notes = listed.value();
-        return std::optional<DataConnectError>();
     };
     const Operation operation{query, u"ListNotes"_s, {}, listTotalTimeout, listBodyLimit};
     execute(operation, context, read, [this, completion, notes](const auto &failure) {

@@ -64,6 +64,7 @@ public:
 
 private:
     class FollowUpUpload;
+    class ListReading;
     struct Operation;
     struct Failure {
         DataConnectError::Kind kind = DataConnectError::Kind::unreadable;
@@ -71,8 +72,11 @@ private:
         QString excerpt; ///< for a log
     };
     using Answer = DataConnectWire::Answer;
-    /// Reads the answer of an operation and says what is wrong with it.
-    using Reader = std::function<std::optional<DataConnectError>(const Answer &)>;
+    using Verdict = std::function<void(const std::optional<DataConnectError> &)>;
+    /// Reads the answer of an operation and says what is wrong with it, at once or later; not once
+    /// the context is gone.
+    using Reader = std::function<void(const Answer &, QObject *context, const Verdict &)>;
+    [[nodiscard]] static Reader atOnce(std::optional<DataConnectError> (*read)(const Answer &));
     using Completion = std::function<void(const std::optional<Failure> &)>;
 
     [[nodiscard]] bool isConfigured() const;

@@ -3,46 +3,20 @@
 
 #include "notes/DataConnectWire.h"
 
-#include "notes/InternetDateTime.h"
+#include "notes/DataConnectAnswer.h"
 #include "notes/StrictUuid.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStringDecoder>
-#include <QStringList>
 #include <array>
-#include <rapidjson/document.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo::DataConnectWire {
 
 namespace {
-
-// Iterative: hostile nesting must not exhaust the stack.
-constexpr unsigned parseFlags =
-    rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
-
-using Value = rapidjson::Value;
-
-const Value *member(const Value &object, const char *name)
-{
-    const auto found = object.FindMember(name);
-    return found == object.MemberEnd() ? nullptr : &found->value;
-}
-
-bool isAbsent(const Value *value)
-{
-    return value == nullptr || value->IsNull();
-}
-
-std::optional<QString> text(const Value *value)
-{
-    if (value == nullptr || !value->IsString()) {
-        return std::nullopt;
-    }
-    return QString::fromUtf8(value->GetString(), static_cast<qsizetype>(value->GetStringLength()));
-}
 
 DataConnectError undecodable()
 {
@@ -57,111 +31,32 @@ DataConnectError badStatus(const HttpResponse &response)
             decoder.hasError() ? u"HTTP %1"_s.arg(response.status) : body};
 }
 
-/// The messages of an answer's errors; absent when they do not have the form of errors.
-std::optional<QStringList> messages(const Value *errors)
+/// What the service says, when that is neither an error nor nothing.
+Result<DataConnectAnswer, DataConnectError> read(const Answer &answer, double now = 0)
 {
-    QStringList found;
-    if (isAbsent(errors)) {
-        return found;
+    if (!answer.isOk()) {
+        return DataConnectError{.kind = DataConnectError::Kind::unreachable,
+                                .description = describe(answer.error().kind)};
     }
-    if (!errors->IsArray()) {
-        return std::nullopt;
+    const HttpResponse &response = answer.value();
+    if (response.status < 200 || response.status > 299) {
+        return badStatus(response);
     }
-    for (const Value &error : errors->GetArray()) {
-        const auto message = error.IsObject() ? text(member(error, "message")) : std::nullopt;
-        if (!message) {
-            return std::nullopt;
-        }
-        found.append(*message);
+    auto said = DataConnectAnswer::fromJson(response.body, now);
+    if (!said || !said->areErrorsSound) {
+        return undecodable();
     }
-    return found;
-}
-
-/// An answer that has been parsed, with the result in it or the error in its place.
-struct Parsed {
-    explicit Parsed(const Answer &answer) { error = read(answer); }
-
-    rapidjson::Document document;
-    const Value *data = nullptr; ///< an object, if there is no error
-    std::optional<DataConnectError> error;
-
-private:
-    std::optional<DataConnectError> read(const Answer &answer)
-    {
-        if (!answer.isOk()) {
-            return DataConnectError{.kind = DataConnectError::Kind::unreachable,
-                                    .description = describe(answer.error().kind)};
-        }
-        const HttpResponse &response = answer.value();
-        if (response.status < 200 || response.status > 299) {
-            return badStatus(response);
-        }
-        document.Parse<parseFlags>(response.body.constData(),
-                                   static_cast<size_t>(response.body.size()));
-        if (document.HasParseError() || !document.IsObject()) {
-            return undecodable();
-        }
-        const auto errors = messages(member(document, "errors"));
-        if (!errors) {
-            return undecodable();
-        }
-        if (!errors->isEmpty()) {
-            return DataConnectError{.kind = DataConnectError::Kind::refused,
-                                    .description = errors->join(u"; "_s)};
-        }
-        const Value *found = member(document, "data");
-        if (isAbsent(found)) {
-            return DataConnectError{.description = u"empty response"_s};
-        }
-        if (!found->IsObject()) {
-            return undecodable();
-        }
-        data = found;
-        return std::nullopt;
+    if (!said->errors.isEmpty()) {
+        return DataConnectError{.kind = DataConnectError::Kind::refused,
+                                .description = said->errors.join(u"; "_s)};
     }
-};
-
-bool read(const Value &value, FollowUpExchange &exchange)
-{
-    if (!value.IsObject()) {
-        return false;
+    if (said->data == DataConnectAnswer::Data::absent) {
+        return DataConnectError{.description = u"empty response"_s};
     }
-    const auto question = text(member(value, "question"));
-    const auto answer = text(member(value, "answer"));
-    if (!text(member(value, "id")) || !question || !answer) {
-        return false;
+    if (said->data == DataConnectAnswer::Data::other) {
+        return undecodable();
     }
-    exchange = {QUuid::createUuid(), *question, *answer};
-    return true;
-}
-
-bool read(const Value &value, double now, ReadingNote &note)
-{
-    if (!value.IsObject()) {
-        return false;
-    }
-    const auto id = text(member(value, "id"));
-    const auto sourceText = text(member(value, "sourceText"));
-    const Value *translation = member(value, "translation");
-    const auto explanation = text(member(value, "explanation"));
-    const auto createdAt = text(member(value, "createdAt"));
-    const Value *followUps = member(value, "followUps_on_note");
-    if (!id || !sourceText || !explanation || !createdAt || followUps == nullptr
-        || !followUps->IsArray() || (!isAbsent(translation) && !translation->IsString())) {
-        return false;
-    }
-    const auto known = uuid(*id);
-    note.id = known ? *known : QUuid::createUuid();
-    note.sourceText = *sourceText;
-    note.translation = text(translation).value_or(QString());
-    note.explanation = *explanation;
-    note.createdAt = internetDateTime(*createdAt).value_or(now);
-    for (const Value &followUp : followUps->GetArray()) {
-        if (!read(followUp, note.followUps.emplaceBack())) {
-            return false;
-        }
-    }
-    return true;
+    return std::move(*said);
 }
 
 } // namespace
@@ -181,39 +76,29 @@ QByteArray requestBody(const QString &operationName, const DataConnectVariables 
 
 std::optional<DataConnectError> done(const Answer &answer)
 {
-    return Parsed(answer).error;
+    const auto said = read(answer);
+    return said.isOk() ? std::nullopt : std::optional(said.error());
 }
 
 std::optional<DataConnectError> noteInserted(const Answer &answer)
 {
-    const Parsed parsed(answer);
-    if (parsed.error) {
-        return parsed.error;
+    const auto said = read(answer);
+    if (!said.isOk()) {
+        return said.error();
     }
-    const Value *inserted = member(*parsed.data, "note_insert");
-    const bool hasId =
-        inserted != nullptr && inserted->IsObject() && text(member(*inserted, "id")).has_value();
-    return hasId ? std::nullopt : std::optional(undecodable());
+    return said.value().hasInsertedId ? std::nullopt : std::optional(undecodable());
 }
 
 Result<QList<ReadingNote>, DataConnectError> listedNotes(const Answer &answer, double now)
 {
-    const Parsed parsed(answer);
-    if (parsed.error) {
-        return *parsed.error;
+    const auto said = read(answer, now);
+    if (!said.isOk()) {
+        return said.error();
     }
-    const Value *listed = member(*parsed.data, "notes");
-    if (listed == nullptr || !listed->IsArray()) {
+    if (!said.value().notes) {
         return undecodable();
     }
-    QList<ReadingNote> notes;
-    notes.reserve(static_cast<qsizetype>(listed->Size()));
-    for (const Value &value : listed->GetArray()) {
-        if (!read(value, now, notes.emplaceBack())) {
-            return undecodable();
-        }
-    }
-    return notes;
+    return *said.value().notes;
 }
 
 std::optional<QUuid> uuid(const QString &text)

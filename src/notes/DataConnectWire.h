@@ -43,7 +43,8 @@ using Answer = Result<HttpResponse, HttpError>;
 [[nodiscard]] std::optional<DataConnectError> noteInserted(const Answer &answer);
 
 /// The user's notes in the service's order. Ids that are none become fresh ones, as those of
-/// follow-ups always do; a time that is none becomes `now`.
+/// follow-ups always do; a time that is none becomes `now`. Takes a while for a long list. Any
+/// thread.
 [[nodiscard]] Result<QList<ReadingNote>, DataConnectError> listedNotes(const Answer &answer,
                                                                        double now);
 

@@ -9,13 +9,16 @@
 #include "platform/fake/FakeHttpSession.h"
 #include "support/Waiting.h"
 
+#include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTest>
+#include <ctime>
 
 using namespace vellumo;
 using namespace vellumo::test;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -57,6 +60,7 @@ private Q_SLOTS:
     void ids_data();
     void ids();
     void excerptsRepeatNothingThatWasSent();
+    void readsOffTheMainThread();
 
 private:
     [[nodiscard]] DataConnectHistory history(const Values &values = configured)
@@ -207,6 +211,19 @@ void TestDataConnect::answers_data()
     QTest::newRow("half an answer") << body(R"({"data":{"note_ins)") << false << unreadable;
     QTest::newRow("no UTF-8") << body("{\"data\":{\"x\":\"\xff\"}}") << false << unreadable;
     QTest::newRow("nested without end") << body(QByteArray(1'000'000, '[')) << false << unreadable;
+    const auto nested = [&body](int depth) {
+        return body(R"({"data":{"x":)" + QByteArray(depth - 2, '[') + QByteArray(depth - 2, ']')
+                    + "}}");
+    };
+    QTest::newRow("nested as deep as may be") << nested(8) << false << u""_s;
+    QTest::newRow("nested too deep") << nested(9) << false << unreadable;
+    QTest::newRow("twice, the first counts")
+        << body(R"({"data":{"note_insert":{"id":"x","id":1},"note_insert":1},"data":null})") << true
+        << u""_s;
+    QTest::newRow("errors as a text") << body(R"({"data":{},"errors":"a"})") << false << unreadable;
+    QTest::newRow("more, passed over") << body(
+        R"({"errors":null,"data":{"note_insert":{"more":[{"id":2}],"id":"x"}},"z":[1,"x"]})")
+                                       << true << u""_s;
     QTest::newRow("status") << Answer(HttpResponse{.status = 500, .body = "no\nway"}) << false
                             << u"no\nway"_s;
     QTest::newRow("status, no UTF-8")
@@ -310,6 +327,9 @@ void TestDataConnect::spoiltLists_data()
     }
     QTest::newRow("translation is a number") << '[' + QByteArray(note).replace("\"t\"", "1") + ']';
     QTest::newRow("one of many") << '[' + note + ',' + note + ",null]";
+    QTest::newRow("no note after one that ends in null")
+        << QByteArray(R"([{"id":"x","sourceText":"s","explanation":"e","createdAt":"c",)"
+                      R"("followUps_on_note":[],"translation":null},"x"])");
     QTest::newRow("ten megabytes, cut") << '[' + (note + ',').repeated(70'000);
 }
 
@@ -318,6 +338,35 @@ void TestDataConnect::spoiltLists()
     QFETCH(QByteArray, notes);
     const auto listed = DataConnectWire::listedNotes(ok(R"({"data":{"notes":)" + notes + "}}"), 0);
     QVERIFY(!listed.isOk());
+}
+
+void TestDataConnect::readsOffTheMainThread()
+{
+    QByteArray notes = R"({"id":"x","sourceText":"s","explanation":"e","createdAt":"c",)"
+                       R"("followUps_on_note":[]},)";
+    notes = '[' + notes.repeated(50'000).chopped(1) + ']';
+    const DataConnectHistory history = this->history();
+    const HttpResponse answer = ok(R"({"data":{"notes":)" + notes + "}}");
+    std::optional<qsizetype> count;
+    QElapsedTimer timer;
+    history.list(this, [&count](const auto &listed) { count = listed.size(); });
+    QVERIFY(waitUntil([this] { return !session_.requests.isEmpty(); }));
+    QCOMPARE(session_.requests.constLast().bodyLimit, qint64{32} << 20);
+    timer.start();
+    session_.answer(answer);
+    const qint64 away = timer.elapsed();
+    QVERIFY(!count);
+    QVERIFY(waitUntil([&] { return count.has_value(); }, 30s));
+    QVERIFY(*count == 50'000);
+    QVERIFY2(away < timer.elapsed() / 4, qPrintable(QString::number(away)));
+
+    // ends with what waits for it
+    auto context = std::make_unique<QObject>();
+    history.list(context.get(), [](const auto &) { QFAIL("completed"); });
+    QVERIFY(waitUntil([this] { return session_.requests.size() == 2; }));
+    session_.answer(answer);
+    context.reset();
+    QCoreApplication::processEvents();
 }
 
 void TestDataConnect::dates_data()
@@ -383,6 +432,18 @@ void TestDataConnect::excerptsRepeatNothingThatWasSent()
     QVERIFY(excerpt.size() <= 201 && excerpt.endsWith(u'…'));
     QCOMPARE(logExcerpt(u"潮水每天涨落两次 is too long"_s, {u"潮水每天涨落两次。"_s}),
              u"… is too long"_s);
+
+    // what was sent is looked at once, not for each character that is shown
+    const QString message = u"Nothing of this was sent: "_s + QString(160, u'z');
+    const QString note = text.repeated(20'000);
+    const std::clock_t start = std::clock();
+    QCOMPARE(logExcerpt(message, {note}), message);
+    const std::clock_t excerpted = std::clock();
+    qsizetype found = 0;
+    for (qsizetype i = 0; i < 100; ++i)
+        found += note.contains(QStringView(message).sliced(i, 8)) ? 1 : 0;
+    QCOMPARE(found, 0);
+    QCOMPARE_LT(excerpted - start, std::clock() - excerpted);
 }
 
 QTEST_GUILESS_MAIN(TestDataConnect)
