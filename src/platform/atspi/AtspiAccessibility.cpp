@@ -8,6 +8,7 @@
 #include "platform/atspi/SelectionShapes.h"
 #include "platform/atspi/TextRanges.h"
 #include <QCoreApplication>
+#include <algorithm>
 
 namespace vellumo {
 namespace {
@@ -91,8 +92,9 @@ Answer AtspiAccessibility::askApplication(qint64 processIdentifier, AtspiQuestio
 
 bool AtspiAccessibility::isUnresponsive(qint64 processIdentifier) const
 {
-    const auto service = applications_.rememberedService(processIdentifier);
-    return service && unresponsive_.contains(*service);
+    const QStringList services = applications_.knownServices(processIdentifier);
+    return std::ranges::any_of(
+        services, [this](const QString &service) { return unresponsive_.contains(service); });
 }
 
 std::optional<AccessibleElement> AtspiAccessibility::focusedElement(qint64 processIdentifier,

@@ -23,6 +23,11 @@ public:
     /// one whose window is in front. Remembered; call forget() when the name turns out to be gone.
     [[nodiscard]] std::optional<QString> serviceOf(qint64 processIdentifier,
                                                    AtspiQuestion &question);
+    /// The names that are remembered of a process.
+    [[nodiscard]] QStringList knownServices(qint64 processIdentifier) const
+    {
+        return processes_.keys(processIdentifier);
+    }
     void forget(const QString &service) { processes_.remove(service); }
     void clear() { processes_.clear(); }
 
