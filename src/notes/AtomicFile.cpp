@@ -81,7 +81,13 @@ bool syncDirectory(const QString &path)
     return directory.isOpen() && (::fsync(directory.get()) == 0 || errno == EINVAL);
 }
 
-std::optional<QString> writeBeside(const QString &temporary, const QList<QByteArray> &pieces)
+FileIdentity identity(const struct stat &state)
+{
+    return {state.st_dev, state.st_ino, state.st_size, state.st_mtim.tv_sec, state.st_mtim.tv_nsec};
+}
+
+std::optional<QString> writeBeside(const QString &temporary, const QList<QByteArray> &pieces,
+                                   std::optional<FileIdentity> &written)
 {
     FileDescriptor file(::open(QFile::encodeName(temporary).constData(),
                                O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600));
@@ -95,6 +101,7 @@ std::optional<QString> writeBeside(const QString &temporary, const QList<QByteAr
     if (::fsync(file.get()) != 0) {
         return problem(u"sync"_s, temporary);
     }
+    written = fileIdentity(file.get());
     if (!file.close()) {
         return problem(u"close"_s, temporary);
     }
@@ -103,13 +110,27 @@ std::optional<QString> writeBeside(const QString &temporary, const QList<QByteAr
 
 } // namespace
 
+std::optional<FileIdentity> fileIdentity(int descriptor)
+{
+    struct stat state { };
+    return ::fstat(descriptor, &state) == 0 ? std::optional(identity(state)) : std::nullopt;
+}
+
+std::optional<FileIdentity> fileIdentity(const QString &path)
+{
+    struct stat state { };
+    return ::stat(QFile::encodeName(path).constData(), &state) == 0 ? std::optional(identity(state))
+                                                                    : std::nullopt;
+}
+
 std::optional<QString> replaceFile(const QString &path, const QList<QByteArray> &pieces,
-                                   Durability durability)
+                                   Durability durability, std::optional<FileIdentity> &written)
 {
     const QFileInfo info(path);
     const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
     const QString temporary = target + u".tmp"_s;
-    std::optional<QString> failure = writeBeside(temporary, pieces);
+    std::optional<FileIdentity> beside;
+    std::optional<QString> failure = writeBeside(temporary, pieces, beside);
     if (!failure
         && std::rename(QFile::encodeName(temporary).constData(),
                        QFile::encodeName(target).constData())
@@ -120,6 +141,7 @@ std::optional<QString> replaceFile(const QString &path, const QList<QByteArray> 
         ::unlink(QFile::encodeName(temporary).constData());
         return failure;
     }
+    written = beside;
     const QString directory = QFileInfo(target).absolutePath();
     if (durability == Durability::Synced && !syncDirectory(directory)) {
         return problem(u"sync"_s, directory);

@@ -3,6 +3,7 @@
 
 #include "notes/NotesStore.h"
 
+#include "notes/StoreMerge.h"
 #include "platform/Diagnostics.h"
 
 #include <QDateTime>
@@ -52,13 +53,13 @@ std::optional<QString> setAside(const QString &path)
 
 } // namespace
 
-NotesStore::NotesStore(QString storeURL, QObject *parent)
+NotesStore::NotesStore(QString storeURL, const Farewell &farewell, QObject *parent)
     : NotesStoring(parent)
     , storeURL_(std::move(storeURL))
 {
     bookkeepingTimer_.setSingleShot(true);
-    bookkeepingTimer_.callOnTimeout(this, [this] { save(Durability::Ordinary); });
-    load();
+    bookkeepingTimer_.callOnTimeout(this, [this] { saveAndAnnounce(Durability::Ordinary); });
+    load(farewell);
 }
 
 NotesStore::~NotesStore()
@@ -79,47 +80,63 @@ QString NotesStore::defaultStorePath()
     return base + u"/vellumo/notes.json"_s;
 }
 
-void NotesStore::load()
+std::optional<StoreFile> NotesStore::read()
 {
     QFile file(storeURL_);
     // Only a regular file is opened: a pipe would wait for a writer.
     if (!QFileInfo(storeURL_).isFile() || !file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    known_ = fileIdentity(file.handle());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        return std::nullopt;
+    }
+    fileSize_ = bytes.size();
+    return StoreFile::decode(bytes);
+}
+
+void NotesStore::load(const Farewell &farewell)
+{
+    const auto file = read();
+    if (!file) {
         hasUnreadableFile_ = QFileInfo::exists(storeURL_);
         return;
     }
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        hasUnreadableFile_ = true;
-        return;
-    }
-    fileSize_ = bytes.size();
-    if (auto current = StoreFile::fromJson(bytes)) {
-        adopt(current->buckets);
-        syncStates_ = current->syncStates.value_or(NoteSyncStates());
-    } else if (auto older = StoreFile::bucketsFromOlderLayout(bytes)) {
-        // Notes of that age are on the server already and are not sent again.
-        for (const StoredNotesBucket &bucket : *older) {
-            for (const ReadingNote &note : bucket.notes) {
-                syncStates_[noteIdText(note.id)] = {true, note.followUps.size()};
-            }
+    if (file->hasTwinBuckets()) {
+        // Whichever bucket were kept, the next save would lose the other's notes.
+        printDiagnostic(u"%1 holds two buckets with one key"_s.arg(storeURL_));
+        if (farewell) {
+            farewell(storeURL_);
         }
-        adopt(*older);
-    } else {
-        hasUnreadableFile_ = true;
+        std::_Exit(EXIT_FAILURE); // at once: nothing is open that an orderly end would save
     }
+    for (const StoredNotesBucket &bucket : file->buckets) {
+        bucketsByContextKey_.insert(bucket.context.key, bucket);
+    }
+    syncStates_ = file->syncStates.value_or(NoteSyncStates());
 }
 
-void NotesStore::adopt(const QList<StoredNotesBucket> &buckets)
+void NotesStore::takeOverOutsideChange()
 {
-    for (const StoredNotesBucket &bucket : buckets) {
-        const QString key = bucket.context.key;
-        if (bucketsByContextKey_.contains(key)) {
-            // Whichever bucket were kept, the next save would lose the other's notes.
-            printDiagnostic(u"%1 holds two buckets with the key \"%2\""_s.arg(storeURL_, key));
-            std::_Exit(EXIT_FAILURE); // at once: nothing is open that an orderly end would save
-        }
-        bucketsByContextKey_.insert(key, bucket);
+    if (!QFileInfo::exists(storeURL_)) {
+        hasUnreadableFile_ = false;
+        return;
     }
+    // One that could not be read may have been made readable, which changes nothing else about it.
+    if (!hasUnreadableFile_ && fileIdentity(storeURL_) == known_) {
+        return;
+    }
+    const auto theirs = read();
+    hasUnreadableFile_ = !theirs || theirs->hasTwinBuckets();
+    if (hasUnreadableFile_) {
+        return;
+    }
+    const QSet<QString> changed = mergeStoreFile(bucketsByContextKey_, syncStates_, *theirs);
+    for (const QString &key : changed) {
+        encodedBuckets_.remove(key);
+    }
+    hasTakenOver_ = hasTakenOver_ || !changed.isEmpty();
 }
 
 void NotesStore::save(Durability durability)
@@ -141,6 +158,7 @@ std::optional<QString> NotesStore::trySave(Durability durability)
     if (auto failure = makePrivateDirectory(QFileInfo(storeURL_).absolutePath())) {
         return failure;
     }
+    takeOverOutsideChange();
     if (hasUnreadableFile_) {
         if (auto failure = setAside(storeURL_)) {
             return failure;
@@ -151,13 +169,21 @@ std::optional<QString> NotesStore::trySave(Durability durability)
     fileSize_ =
         std::accumulate(pieces.cbegin(), pieces.cend(), qint64{0},
                         [](qint64 size, const QByteArray &piece) { return size + piece.size(); });
-    return replaceFile(storeURL_, pieces, durability);
+    return replaceFile(storeURL_, pieces, durability, known_);
+}
+
+void NotesStore::saveAndAnnounce(Durability durability)
+{
+    save(durability);
+    if (std::exchange(hasTakenOver_, false)) {
+        Q_EMIT vellumoNotesDidChange();
+    }
 }
 
 void NotesStore::retrySave()
 {
     if (saveFailure_) {
-        save(Durability::Synced);
+        saveAndAnnounce(Durability::Synced);
     }
 }
 
@@ -181,6 +207,7 @@ void NotesStore::bucketChanged(const QString &key)
 {
     encodedBuckets_.remove(key);
     save(Durability::Synced);
+    hasTakenOver_ = false;
     Q_EMIT vellumoNotesDidChange();
 }
 

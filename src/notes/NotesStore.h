@@ -6,17 +6,22 @@
 #include "notes/NotesStoring.h"
 #include <QString>
 #include <QTimer>
+#include <functional>
 
 namespace vellumo {
 
-/// Keeps the notes in one JSON file, rewritten on every change. The single owner of that file.
+/// Keeps the notes in one JSON file, rewritten on every change. What others have written there
+/// since, such as a restored copy or a synchronised one, is merged before it is overwritten.
 class NotesStore : public NotesStoring {
     Q_OBJECT
 
 public:
+    /// Shows the user that the file cannot be used; the process ends when it returns.
+    using Farewell = std::function<void(const QString &file)>;
+
     /// Loads the file. A file that cannot be read or decoded leaves the store empty and is set
     /// aside before the first save. Two buckets with the same key end the process.
-    explicit NotesStore(QString storeURL, QObject *parent = nullptr);
+    explicit NotesStore(QString storeURL, const Farewell &farewell = {}, QObject *parent = nullptr);
     /// Saves what is left of the bookkeeping, and tries again what could not be saved.
     ~NotesStore() override;
     Q_DISABLE_COPY_MOVE(NotesStore)
@@ -45,9 +50,11 @@ private:
         const ReadingNote *note;
     };
 
-    void load();
-    void adopt(const QList<StoredNotesBucket> &buckets);
+    [[nodiscard]] std::optional<StoreFile> read();
+    void load(const Farewell &farewell);
+    void takeOverOutsideChange();
     void save(Durability durability);
+    void saveAndAnnounce(Durability durability);
     void bucketChanged(const QString &key);
     [[nodiscard]] QList<QByteArray> encoded();
     [[nodiscard]] std::optional<QString> trySave(Durability durability);
@@ -59,6 +66,8 @@ private:
     QHash<QString, QByteArray> encodedBuckets_; ///< of the buckets unchanged since the last save
     QString storeURL_;
     qint64 fileSize_ = 0; ///< in bytes, of what was last loaded or saved
+    std::optional<FileIdentity> known_; ///< of the file whose content is in memory
+    bool hasTakenOver_ = false; ///< notes from outside, which has not been announced
     QTimer bookkeepingTimer_; ///< runs while there is bookkeeping to be saved
     std::optional<QString> saveFailure_;
     bool hasUnreadableFile_ = false; ///< what stands under storeURL_ is not ours to overwrite

@@ -45,6 +45,13 @@ struct StoreFile {
 
     [[nodiscard]] QByteArray toJson() const;
 
+    /// Decodes a file of either layout, with states: notes of the older one are on the server
+    /// already and are not sent again.
+    [[nodiscard]] static std::optional<StoreFile> decode(const QByteArray &json);
+
+    /// Whether two buckets have the same key. No such file is written.
+    [[nodiscard]] bool hasTwinBuckets() const;
+
     /// Decodes a file of the present layout, an object. Strict: absent when any key is missing or
     /// of another type, an id is malformed, or the bytes are not one JSON text in valid UTF-8.
     [[nodiscard]] static std::optional<StoreFile> fromJson(const QByteArray &json);

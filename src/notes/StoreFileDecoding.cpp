@@ -5,6 +5,7 @@
 
 #include "notes/StrictUuid.h"
 
+#include <QSet>
 #include <rapidjson/document.h>
 
 namespace vellumo {
@@ -160,6 +161,33 @@ std::optional<StoreFile> StoreFile::fromJson(const QByteArray &json)
         }
     }
     return file;
+}
+
+std::optional<StoreFile> StoreFile::decode(const QByteArray &json)
+{
+    if (auto current = fromJson(json)) {
+        return current;
+    }
+    auto buckets = bucketsFromOlderLayout(json);
+    if (!buckets) {
+        return std::nullopt;
+    }
+    NoteSyncStates states;
+    for (const StoredNotesBucket &bucket : std::as_const(*buckets)) {
+        for (const ReadingNote &note : bucket.notes) {
+            states[noteIdText(note.id)] = {true, note.followUps.size()};
+        }
+    }
+    return StoreFile{*std::move(buckets), std::move(states)};
+}
+
+bool StoreFile::hasTwinBuckets() const
+{
+    QSet<QString> keys;
+    for (const StoredNotesBucket &bucket : buckets) {
+        keys.insert(bucket.context.key);
+    }
+    return keys.size() < buckets.size();
 }
 
 std::optional<QList<StoredNotesBucket>> StoreFile::bucketsFromOlderLayout(const QByteArray &json)

@@ -85,6 +85,8 @@ private Q_SLOTS:
     void unreadableFileIsSetAside_data();
     void unreadableFileIsSetAside();
     void duplicateKeysEndTheProcess();
+    void outsideChangesAreKept_data();
+    void outsideChangesAreKept();
     void failedSaveKeepsFileAndMemory_data();
     void failedSaveKeepsFileAndMemory();
     void dataIsOnTheDiskBeforeItHasTheName();
@@ -283,9 +285,61 @@ void TestNotesStore::duplicateKeysEndTheProcess()
     QVERIFY(child.waitForFinished());
     QVERIFY(child.exitCode() != 0);
     const QByteArray output = child.readAllStandardOutput();
-    QVERIFY2(output.startsWith("vellumo: ") && output.contains("\"twin\"")
+    QVERIFY2(output.startsWith("vellumo: ") && !output.contains("twin\"")
                  && output.contains(path().toUtf8()),
              output.constData());
+}
+
+void TestNotesStore::outsideChangesAreKept_data()
+{
+    QTest::addColumn<QByteArray>("content"); // empty: another note, as another store writes it
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<bool>("isSetAside");
+    const QByteArray bucket =
+        R"({"context": {"key": "k", "displayName": "d", "source": "filePath"}, "notes": []})";
+    QTest::newRow("before a note") << QByteArray() << u"add"_s << false;
+    QTest::newRow("before bookkeeping") << QByteArray() << u"mark"_s << false;
+    QTest::newRow("before the end") << QByteArray() << u"end"_s << false;
+    QTest::newRow("garbage") << QByteArray("no json") << u"add"_s << true;
+    QTest::newRow("two buckets with one key")
+        << QByteArray("{\"buckets\": [" + bucket + "," + bucket + "]}") << u"add"_s << true;
+}
+
+void TestNotesStore::outsideChangesAreKept()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, change);
+    QFETCH(bool, isSetAside);
+    const ReadingNote ours = makeNote(u"ours"_s, 1);
+    auto store = std::make_unique<NotesStore>(path());
+    store->add(ours, page);
+    QVERIFY(QFile::remove(path()));
+    if (content.isEmpty()) {
+        NotesStore(path()).add(makeNote(u"theirs"_s, 2), page);
+    } else {
+        writeFile(content);
+    }
+
+    QSignalSpy changes(store.get(), &NotesStoring::vellumoNotesDidChange);
+    if (change == "add"_L1) {
+        store->add(makeNote(u"another"_s, 3), page);
+    } else {
+        store->markSynced(ours.id, 0);
+        if (change == "end"_L1) {
+            store.reset();
+        } else {
+            QTRY_COMPARE(changes.count(), 1);
+        }
+    }
+    const NotesStore again(path());
+    const bool isAdded = change == "add"_L1;
+    const qsizetype count = isAdded && content.isEmpty() ? 3 : 2;
+    QCOMPARE(again.noteCount(), count);
+    QCOMPARE(again.pendingSync().size(), isAdded ? count : count - 1);
+    QCOMPARE(!again.unreadableFiles().isEmpty(), isSetAside);
+    if (store) {
+        QCOMPARE(store->noteCount(), count);
+    }
 }
 
 void TestNotesStore::failedSaveKeepsFileAndMemory_data()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "notes/StoreFile.h"
+#include "notes/StoreMerge.h"
 
 #include <QFile>
 #include <QTest>
@@ -16,6 +17,26 @@ QByteArray readValidFile()
 {
     QFile file(QFINDTESTDATA("data/notes.json"));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+const ReadingContext page{u"p"_s, u"page"_s, ReadingContextSource::webURL};
+const ReadingContext cloud{cloudKey, u"Synced"_s, ReadingContextSource::appWindow};
+
+/// A note with a follow-up for each letter, which is its question.
+ReadingNote noteAsked(const QUuid &id, const QString &letters)
+{
+    ReadingNote note{id, u"s"_s, {}, u"e"_s, 1, {}};
+    for (const QChar letter : letters)
+        note.followUps.append({QUuid::createUuid(), letter, u"a"_s});
+    return note;
+}
+
+QString lettersOf(const ReadingNote &note)
+{
+    QString letters;
+    for (const FollowUpExchange &exchange : note.followUps)
+        letters.append(exchange.question);
+    return letters;
 }
 
 } // namespace
@@ -35,6 +56,9 @@ private Q_SLOTS:
     void accepts_data();
     void accepts();
     void deepNestingIsRejectedWithoutCrash();
+    void mergeLosesNothing_data();
+    void mergeLosesNothing();
+    void mergeKeepsNotesInOnePlace();
 
 private:
     const QByteArray validFile = readValidFile();
@@ -155,6 +179,64 @@ void TestStoreFile::deepNestingIsRejectedWithoutCrash()
     const QByteArray closed =
         "{\"buckets\": " + QByteArray(200'000, '[') + QByteArray(200'000, ']') + "}";
     QVERIFY(!StoreFile::fromJson(closed));
+}
+
+void TestStoreFile::mergeLosesNothing_data()
+{
+    // what was asked, and how many of it the server has; -1: nothing, not even the note
+    QTest::addColumn<QString>("ours");
+    QTest::addColumn<int>("sentByOurs");
+    QTest::addColumn<QString>("theirs");
+    QTest::addColumn<int>("sentByTheirs");
+    QTest::addColumn<QString>("merged");
+    QTest::addColumn<int>("sent");
+    QTest::newRow("equal") << u"ab"_s << 1 << u"ab"_s << 1 << u"ab"_s << 1;
+    QTest::newRow("an older copy") << u"abc"_s << 3 << u"a"_s << -1 << u"abc"_s << 3;
+    QTest::newRow("asked elsewhere") << u"a"_s << 1 << u"abc"_s << 2 << u"abc"_s << 2;
+    QTest::newRow("asked on both sides") << u"ab"_s << 2 << u"acd"_s << 1 << u"acdb"_s << 1;
+    QTest::newRow("as many on both sides") << u"ab"_s << 0 << u"ac"_s << 2 << u"abc"_s << 1;
+    QTest::newRow("the same asked twice") << u"aa"_s << 2 << u"a"_s << 1 << u"aa"_s << 2;
+    QTest::newRow("sent by neither") << u"a"_s << -1 << u"ab"_s << -1 << u"ab"_s << -1;
+    QTest::newRow("sent by them alone") << u"a"_s << -1 << u"a"_s << 1 << u"a"_s << 1;
+}
+
+void TestStoreFile::mergeLosesNothing()
+{
+    QFETCH(QString, ours);
+    QFETCH(int, sentByOurs);
+    QFETCH(QString, theirs);
+    QFETCH(int, sentByTheirs);
+    const auto state = [](int sent) { return NoteSyncState{sent >= 0, std::max(sent, 0)}; };
+    const ReadingNote note = noteAsked(QUuid::createUuid(), ours);
+    const QString id = noteIdText(note.id);
+    QHash<QString, StoredNotesBucket> buckets{{page.key, {page, {note}}}};
+    NoteSyncStates states{{id, state(sentByOurs)}};
+    const StoreFile file{{{page, {noteAsked(note.id, theirs)}}},
+                         NoteSyncStates{{id, state(sentByTheirs)}}};
+    const bool hasChanged = !mergeStoreFile(buckets, states, file).isEmpty();
+    const ReadingNote &merged = buckets[page.key].notes.constFirst();
+    QTEST(lettersOf(merged), "merged");
+    QFETCH(int, sent);
+    QCOMPARE(states.value(id), state(sent));
+    QCOMPARE(hasChanged, lettersOf(merged) != ours);
+}
+
+void TestStoreFile::mergeKeepsNotesInOnePlace()
+{
+    const ReadingNote a = noteAsked(QUuid::createUuid(), {});
+    const ReadingNote b = noteAsked(QUuid::createUuid(), {});
+    const ReadingNote c = noteAsked(QUuid::createUuid(), {});
+    const ReadingNote d = noteAsked(QUuid::createUuid(), {});
+    QHash<QString, StoredNotesBucket> buckets{{page.key, {page, {a}}}, {cloudKey, {cloud, {b, c}}}};
+    NoteSyncStates states{{noteIdText(b.id), {true, 0}}, {noteIdText(c.id), {true, 0}}};
+    const ReadingContext renamed{page.key, u"another name"_s, page.source};
+    const StoreFile file{{{cloud, {a, c}}, {renamed, {b, d}}}, {}};
+    QCOMPARE(mergeStoreFile(buckets, states, file), (QSet<QString>{page.key, cloudKey}));
+    QCOMPARE(buckets[page.key].context, page);
+    QCOMPARE(buckets[page.key].notes, (QList{a, b, d}));
+    QCOMPARE(buckets[cloudKey].notes, QList{c});
+    QVERIFY(states.value(noteIdText(b.id)).created && !states.contains(noteIdText(d.id)));
+    QVERIFY(mergeStoreFile(buckets, states, file).isEmpty()); // nothing is left to be taken over
 }
 
 QTEST_GUILESS_MAIN(TestStoreFile)
