@@ -155,7 +155,8 @@ std::optional<StoreFile> StoreFile::fromJson(const QByteArray &json)
         || !read(member(document, "buckets"), file.buckets)) {
         return std::nullopt;
     }
-    if (const Value *states = member(document, "syncStates"); states != nullptr) {
+    if (const Value *states = member(document, "syncStates");
+        states != nullptr && !states->IsNull()) {
         if (!read(states, file.syncStates.emplace())) {
             return std::nullopt;
         }

@@ -159,6 +159,8 @@ void TestStoreFile::accepts_data()
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<bool>("hasStates");
     QTest::newRow("no sync states") << QByteArray(R"({"buckets": []})") << false;
+    QTest::newRow("null as sync states")
+        << QByteArray(R"({"buckets": [], "syncStates": null})") << false;
     QTest::newRow("unknown keys") << QByteArray(R"({"x": [{}], "syncStates": {}, "buckets": []})")
                                   << true;
     QTest::newRow("lower-case id") << QByteArray(validFile).replace("6F9619FF", "6f9619ff") << true;
