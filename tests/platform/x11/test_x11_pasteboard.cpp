@@ -51,6 +51,7 @@ private Q_SLOTS:
 
     void restoresEveryFormByteByByte();
     void givesUpOnABadOwner();
+    void tellsWhichProcessTookItOver();
     void readsText();
     void readsOwnToolkitsContents();
     void ownTextFieldsDoNotWaitForTheMainThread();
@@ -151,6 +152,28 @@ void TestX11Pasteboard::givesUpOnABadOwner()
         const PeerProcess next({u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "next")});
         QCOMPARE(pasteboard_->string(QDeadlineTimer(2000)), u"next"_s);
     }
+}
+
+void TestX11Pasteboard::tellsWhichProcessTookItOver()
+{
+    int news = 0;
+    pasteboard_->onOwnerChanged = [&] { ++news; };
+    const quint64 before = pasteboard_->changeCount();
+    const PeerProcess first({u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "first")});
+    QVERIFY(first.isReady());
+    const PeerProcess second({u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "second")});
+    QVERIFY(second.isReady());
+    const auto firstTime = pasteboard_->waitForOwner(first.processId(), before, QDeadlineTimer(0));
+    const auto secondTime =
+        pasteboard_->waitForOwner(second.processId(), before, QDeadlineTimer(0));
+    QVERIFY(firstTime && secondTime);
+    QVERIFY(static_cast<qint32>(*secondTime - *firstTime) >= 0);
+    QCOMPARE(pasteboard_->ownerProcess(), second.processId());
+    const quint64 after = pasteboard_->changeCount();
+    QVERIFY(!pasteboard_->waitForOwner(second.processId(), after, QDeadlineTimer(10)));
+    QVERIFY(
+        !pasteboard_->waitForOwner(QCoreApplication::applicationPid(), before, QDeadlineTimer(10)));
+    QVERIFY(QTest::qWaitFor([&] { return news > 0; })); // also of what a question has seen before
 }
 
 void TestX11Pasteboard::readsText()
