@@ -8,10 +8,16 @@
 # Qt's software renderer never deletes the textures of images, which reads as a leak at exit.
 set(vellumo_quick_environment ASAN_OPTIONS=detect_leaks=0)
 
+add_library(vellumo_test_options INTERFACE)
+if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
+    # its QTRY_ macros convert times to shorter integers, in the code that uses them
+    target_compile_options(vellumo_test_options INTERFACE -Wno-conversion)
+endif()
+
 function(vellumo_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;SERIAL;QUICK" "WM;TIMEOUT" "SOURCES;LINK;OPTIONS;LABELS")
     add_executable(${name} ${arg_SOURCES})
-    target_link_libraries(${name} PRIVATE vellumo_options Qt6::Test ${arg_LINK})
+    target_link_libraries(${name} PRIVATE vellumo_options vellumo_test_options Qt6::Test ${arg_LINK})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
         # its QTRY_ macros convert times to shorter integers, in the code that uses them
