@@ -33,6 +33,8 @@ packages_test=(
 )
 # To make a package and to look at what is installed.
 packages_package=(dpkg-dev file desktop-file-utils appstream libglib2.0-bin)
+# The fuzzer itself comes with the compiler's runtime libraries.
+packages_fuzz=(clang libclang-rt-dev)
 packages_check=(clang-format clang-tidy shellcheck python3-graphql-core python3-yaml)
 
 # install_packages NAME...: installs those that are missing; quick when there are none.
