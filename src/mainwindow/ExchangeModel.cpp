@@ -7,7 +7,7 @@
 namespace vellumo {
 
 namespace {
-constexpr qsizetype longestQuestion = 4000;
+constexpr qsizetype longestQuestion = 20000;
 constexpr qsizetype longestAnswer = 20000;
 } // namespace
 

@@ -12,7 +12,10 @@ FocusScope {
     required property ResultPanelModel view
     required property BilingualText texts
 
-    readonly property bool canSubmit: !field.view.awaitsAnswer && input.text.trim().length > 0
+    readonly property bool isTooLong: field.view.isTooLong(input.text)
+    readonly property bool canSubmit: !field.view.awaitsAnswer && !field.isTooLong
+                                      && input.text.trim().length > 0
+    readonly property Item input: input
 
     height: Units.followUpField
 
@@ -67,7 +70,7 @@ FocusScope {
         activeFocusOnTab: true
         selectByMouse: true
         verticalAlignment: TextInput.AlignVCenter
-        maximumLength: 4000
+        maximumLength: 40000 // beyond what can be sent, so that nothing is cut unnoticed
         color: Theme.islandText
         selectionColor: Theme.islandSelection
         selectedTextColor: Theme.islandText

@@ -17,9 +17,12 @@ namespace vellumo::panelText {
 {
     return presentableLine(text, 200);
 }
+/// A longer follow-up question is not sent; the user is told to shorten it.
+constexpr qsizetype longestQuestion = 20000;
+
 [[nodiscard]] inline QString question(const QString &text)
 {
-    return presentableText(text, 4000);
+    return presentableText(text, longestQuestion);
 }
 [[nodiscard]] inline QString answer(const QString &text)
 {

@@ -135,10 +135,16 @@ void ResultPanelView::openServiceSettings()
     }
 }
 
+bool ResultPanelView::isTooLong(const QString &draft) const
+{
+    return draft.size() > panelText::longestQuestion;
+}
+
 bool ResultPanelView::submitFollowUp(const QString &draft)
 {
     const QString question = draft.trimmed();
-    if (question.isEmpty() || awaitsAnswer() || state_ != State::Result || !onSubmitFollowUp) {
+    if (question.isEmpty() || isTooLong(question) || awaitsAnswer() || state_ != State::Result
+        || !onSubmitFollowUp) {
         return false;
     }
     // The callback redraws the panel: for the rest of the program the draft is sent by then.

@@ -101,6 +101,8 @@ public:
     Q_INVOKABLE void close();
     Q_INVOKABLE void allowAccessibility();
     Q_INVOKABLE void openServiceSettings();
+    /// Whether the draft is longer than a question may be.
+    [[nodiscard]] Q_INVOKABLE bool isTooLong(const QString &draft) const;
     /// Whether the draft was taken; if not, it is to be kept.
     Q_INVOKABLE bool submitFollowUp(const QString &draft);
 

@@ -16,9 +16,9 @@ FocusScope {
     readonly property bool takesFollowUps: island.view.state === ResultPanelModel.Result
     readonly property real headerBottom: island.view.topInset + Units.space12 + Units.space2
                                          + Units.closeButton
-    readonly property real footerHeight: island.takesFollowUps
-        ? Units.space12 + Units.followUpField + Units.space16 + Units.space2
-        : Units.space24
+    readonly property real footerHeight: !island.takesFollowUps ? Units.space24
+        : Units.space12 + Units.followUpField + Units.space16 + Units.space2
+          + (tooLong.visible ? tooLong.height + Units.space8 : 0)
     readonly property real fittingHeight: island.headerBottom + Units.space12
                                           + content.implicitHeight + island.footerHeight
 
@@ -44,6 +44,8 @@ FocusScope {
             reader.toBottom()
         }
         function onFocusRequested(): void {
+            if (island.readerHasMarked())
+                return // and is about to copy it, or to have it explained
             if (island.takesFollowUps)
                 followUp.focusField()
             else
@@ -109,8 +111,39 @@ FocusScope {
         texts: island.texts
     }
 
+    Text {
+        id: tooLong
+
+        objectName: "tooLong"
+        x: island.sidePadding + Units.space16 - Units.space2
+        y: followUp.y - height - Units.space8
+        width: island.width - 2 * x
+        visible: followUp.visible && followUp.isTooLong
+        text: island.texts.english ? "That is too long — shorten the question."
+                                   : "太长了 —— 请缩短问题。"
+        textFormat: Text.PlainText
+        wrapMode: Text.Wrap
+        color: Theme.amber
+        font.pixelSize: Units.type12
+        onVisibleChanged: announcer.announce(visible ? text : "")
+
+        Accessible.role: Accessible.StaticText
+        Accessible.name: tooLong.text
+    }
+
+    CompositionRoute {
+        scope: island
+        field: island.takesFollowUps ? followUp.input : null
+    }
+
     Announcer {
         id: announcer
+    }
+
+    /// Whether a text of the panel has the keyboard and a part of it is marked.
+    function readerHasMarked(): bool {
+        const item = island.Window.activeFocusItem
+        return item instanceof TextEdit && item.selectedText.length > 0
     }
 
     /// Whether the key writes something and is no shortcut.

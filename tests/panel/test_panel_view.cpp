@@ -122,6 +122,9 @@ private Q_SLOTS:
     void keepsTheDraftUntilPresentedAgain();
     void submitsByEnterAndArrow();
     void countsCompositionAsUnsent();
+    void composesFromTheFirstLetter();
+    void tellsThatAQuestionIsTooLong();
+    void keepsWhatIsMarkedWhenAnAnswerComes();
     void copiesSelectedText();
     void showsTextsAsTheyAre();
     void switchesLanguageAndCloses();
@@ -295,6 +298,67 @@ void ResultPanelViewTest::countsCompositionAsUnsent()
     QGuiApplication::sendEvent(desk.item("followUpInput"), &abandoned);
     desk.clickElsewhere();
     QVERIFY(!desk.panel.isOnScreen());
+}
+
+void ResultPanelViewTest::composesFromTheFirstLetter()
+{
+    Desk desk;
+    desk.present(u"mark me"_s);
+    desk.window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(desk.window));
+    for (const bool isTextMarked : {false, true}) {
+        if (isTextMarked) {
+            QTest::mouseDClick(desk.window, Qt::LeftButton, {},
+                               desk.item("explanation")->mapToScene({20, 10}).toPoint());
+        }
+        QTRY_VERIFY(QGuiApplication::focusObject() != nullptr);
+        QObject *focused = QGuiApplication::focusObject();
+        QVERIFY(focused != desk.item("followUpInput"));
+        QInputMethodQueryEvent question(Qt::ImEnabled);
+        QGuiApplication::sendEvent(focused, &question);
+        QVERIFY(question.value(Qt::ImEnabled).toBool());
+        QInputMethodEvent composing(u"n"_s, {});
+        QGuiApplication::sendEvent(focused, &composing);
+        QCOMPARE(desk.draft(), QString());
+        QCOMPARE(desk.item("followUpInput")->property("preeditText").toString(), u"n"_s);
+        QCOMPARE(QGuiApplication::focusObject(), focused); // another focus would end it
+        QInputMethodEvent composed;
+        composed.setCommitString(u"你"_s);
+        QGuiApplication::sendEvent(focused, &composed);
+        QCOMPARE(desk.draft(), u"你"_s);
+        QVERIFY(desk.item("followUpInput")->hasActiveFocus());
+        desk.present(u"mark me"_s);
+    }
+}
+
+void ResultPanelViewTest::tellsThatAQuestionIsTooLong()
+{
+    Desk desk;
+    desk.present(line);
+    QVERIFY(desk.focusField());
+    QQuickItem *input = desk.item("followUpInput");
+    const QString longest = QString(20000, u'x');
+    for (const bool isTooLong : {true, false}) {
+        input->setProperty("text", isTooLong ? longest + u'y' : longest);
+        QCOMPARE(desk.draft().size(), isTooLong ? 20001 : 20000);
+        QCOMPARE(desk.isShown("tooLong"), isTooLong);
+        QTest::keyClick(desk.window, Qt::Key_Return);
+        QCOMPARE(desk.asked, isTooLong ? QStringList() : QStringList{longest});
+    }
+}
+
+void ResultPanelViewTest::keepsWhatIsMarkedWhenAnAnswerComes()
+{
+    Desk desk;
+    desk.present(u"mark me"_s);
+    QVERIFY(desk.focusField());
+    desk.panel.showFollowUpThinking(u"why?"_s);
+    QQuickItem *text = desk.item("explanation");
+    QTest::mouseDClick(desk.window, Qt::LeftButton, {}, text->mapToScene({20, 10}).toPoint());
+    QCOMPARE(text->property("selectedText").toString(), u"mark"_s);
+    desk.panel.showFollowUpAnswer(line);
+    QCOMPARE(text->property("selectedText").toString(), u"mark"_s);
+    QVERIFY(text->hasActiveFocus());
 }
 
 void ResultPanelViewTest::copiesSelectedText()
