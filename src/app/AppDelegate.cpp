@@ -54,6 +54,7 @@ int AppDelegate::run(const LaunchRequest &request)
     QApplication::setQuitOnLastWindowClosed(false);
     installApplicationFonts();
 
+    isInBackground_ = request.isInBackground;
     applicationDidFinishLaunching();
     // once everything listens
     QMetaObject::invokeMethod(
@@ -227,16 +228,30 @@ void AppDelegate::applicationShouldHandleReopen()
     if (!onboarding_->presentIfNeeded()) {
         mainWindow_->show();
     }
+    if (std::exchange(asksWhenOpened_, false)) {
+        const auto ask = [this] {
+            foundation_->platform.accessibility().isProcessTrustedWithPrompt();
+        };
+        account_->auth().whenRestored(this, ask); // above the window
+    }
 }
 
 void AppDelegate::startPermissionManager()
 {
     OnboardingWiring::keepQuestion(foundation_->defaults, foundation_->consent);
+    // The question of a start in the background waits until the program is opened.
+    asksWhenOpened_ = isInBackground_ && !OnboardingWiring::isNeeded(foundation_->defaults);
+    if (asksWhenOpened_) {
+        foundation_->consent.hold();
+    }
     Accessibility &accessibility = foundation_->platform.accessibility();
     permissionManager_ = std::make_unique<PermissionManager>(
         accessibility, foundation_->platform.workspace(), foundation_->clock,
         accessibility.isProcessTrustedWithPrompt());
     permissionManager_->startMonitoring();
+    if (asksWhenOpened_) {
+        foundation_->consent.release(false);
+    }
 }
 
 void AppDelegate::createAccount()

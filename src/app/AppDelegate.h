@@ -105,6 +105,8 @@ private:
     std::unique_ptr<OnboardingWiring> onboarding_;
     std::unique_ptr<ApplicationInterface> applicationInterface_;
     std::unique_ptr<Preview> preview_; ///< only when a developer asks for it
+    bool isInBackground_ = false; ///< started so
+    bool asksWhenOpened_ = false; ///< for permission, which a start in the background did not
 };
 
 } // namespace vellumo

@@ -32,6 +32,20 @@ constexpr std::array commandOptions{
     CommandOption{LaunchRequest::Command::Quit, "quit", "End the vellumo that runs."},
 };
 
+/// Session managers start a program again with "-session ID". Answers whether that was so, and
+/// leaves the rest.
+bool takeSession(QStringList &arguments)
+{
+    for (qsizetype i = 1; i < arguments.size() && arguments[i] != "--"_L1; ++i) {
+        const bool isAlone = arguments[i] == "-session"_L1 || arguments[i] == "--session"_L1;
+        if (isAlone || arguments[i].startsWith("--session="_L1)) {
+            arguments.remove(i, isAlone ? std::min<qsizetype>(2, arguments.size() - i) : 1);
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 InstanceRequest LaunchRequest::forInstance() const
@@ -62,7 +76,9 @@ std::variant<int, LaunchRequest> CommandLine::parse(const QStringList &arguments
     parser.addOption(background);
     parser.addPositionalArgument(u"url"_s, u"An address that begins with vellumo:"_s,
                                  u"[url...]"_s);
-    if (!parser.parse(arguments)) {
+    QStringList own = arguments;
+    const bool isFromSession = takeSession(own);
+    if (!parser.parse(own)) {
         printDiagnostic(parser.errorText());
         return EXIT_FAILURE;
     }
@@ -78,7 +94,7 @@ std::variant<int, LaunchRequest> CommandLine::parse(const QStringList &arguments
 
     LaunchRequest request;
     request.urls = parser.positionalArguments();
-    request.isInBackground = parser.isSet(background);
+    request.isInBackground = parser.isSet(background) || isFromSession;
     qsizetype commands = request.urls.isEmpty() ? 0 : 1;
     for (const CommandOption &option : commandOptions) {
         if (parser.isSet(QString::fromLatin1(option.name))) {

@@ -16,6 +16,11 @@ struct LaunchRequest {
     QStringList urls;
     bool isInBackground = false; ///< opens no window of its own accord
 
+    /// Only to be there, which a vellumo that runs already is.
+    [[nodiscard]] bool wantsNothing() const
+    {
+        return isInBackground && command == Command::Open && urls.isEmpty();
+    }
     [[nodiscard]] InstanceRequest forInstance() const;
 };
 

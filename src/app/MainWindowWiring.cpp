@@ -47,6 +47,11 @@ MainWindowWiring::MainWindowWiring(const Foundation &foundation)
 
 MainWindowWiring::~MainWindowWiring() = default;
 
+void MainWindowWiring::show()
+{
+    auth_.whenRestored(this, [this] { controller_.show(); });
+}
+
 void MainWindowWiring::showAtLaunch()
 {
     auth_.whenRestored(this, [this] {

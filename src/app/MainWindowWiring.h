@@ -37,7 +37,8 @@ public:
     Q_DISABLE_COPY_MOVE(MainWindowWiring)
 
     /// What another start of the program, its icon and its place in the tray do.
-    void show() { controller_.show(); }
+    /// Waits a moment for the keyring at a start, so that a signed-in user meets no sign-in view.
+    void show();
     /// Leads to where a service is entered.
     void showService() { controller_.showService(); }
 

@@ -93,6 +93,9 @@ std::optional<int> Startup::becomeTheOnlyInstance()
         if (!running.exists()) {
             return withoutInstance();
         }
+        if (request_.wantsNothing()) {
+            return EXIT_SUCCESS;
+        }
         switch (running.handOver(request_.forInstance())) {
         case RunningInstance::Answer::Accepted:
             return EXIT_SUCCESS;

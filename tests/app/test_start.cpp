@@ -23,10 +23,16 @@ private Q_SLOTS:
 void TestStart::argumentsAreUnderstood_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("asked"); // of the running instance; "exit N" for none
+    QTest::addColumn<QString>("asked"); // of the running instance; "exit N" or "nothing" for none
     const QString url = u"vellumo://auth?x=%7E"_s;
     QTest::newRow("none") << QStringList{} << QString();
-    QTest::newRow("in the background") << QStringList{u"--background"_s} << QString();
+    QTest::newRow("in the background") << QStringList{u"--background"_s} << u"nothing"_s;
+    QTest::newRow("by a session manager")
+        << QStringList{u"-session"_s, u"1a2b_3"_s} << u"nothing"_s;
+    QTest::newRow("by another") << QStringList{u"--session"_s, u"1a2b"_s} << u"nothing"_s;
+    QTest::newRow("by a third") << QStringList{u"--session=1a2b"_s} << u"nothing"_s;
+    QTest::newRow("session and action")
+        << QStringList{u"-session"_s, u"1a2b"_s, u"--notes"_s} << u"notes"_s;
     QTest::newRow("an action") << QStringList{u"--explain"_s} << u"explain"_s;
     QTest::newRow("addresses") << QStringList{url, u"VELLUMO:b"_s} << url + u" VELLUMO:b"_s;
     QTest::newRow("two actions") << QStringList{u"--explain"_s, u"--notes"_s} << u"exit 1"_s;
@@ -47,8 +53,9 @@ void TestStart::argumentsAreUnderstood()
     if (const int *status = std::get_if<int>(&parsed)) {
         asked = u"exit %1"_s.arg(*status);
     } else {
-        const InstanceRequest request = std::get<LaunchRequest>(parsed).forInstance();
-        asked = request.action + request.urls.join(u' ');
+        const auto &launch = std::get<LaunchRequest>(parsed);
+        const InstanceRequest request = launch.forInstance();
+        asked = launch.wantsNothing() ? u"nothing"_s : request.action + request.urls.join(u' ');
     }
     QTEST(asked, "asked");
 }

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void iconCanBeSeenOnLightAndDarkPanels();
     void ordinaryWindowsTakeTheKeysOfTheMenu();
     void laterStartsHandOver();
+    void opensNothingInTheBackground();
     void startsWithWhatIsAsked();
     void manyStartsLeaveOne();
     void refusesCallsThatDoNotFit_data();
@@ -209,6 +210,31 @@ void TestShell::laterStartsHandOver()
     QVERIFY(next.start());
     QVERIFY(vellumo_->process().waitForEnd(5s));
     QCOMPARE(vellumo_->process().exitCode(), 0);
+}
+
+void TestShell::opensNothingInTheBackground()
+{
+    vellumo_->setSetting(u"accessibilityConsent"_s, u"false"_s);
+    QVERIFY(vellumo_->start({u"-session"_s, u"10a2b3c4"_s}));
+    for (const QStringList &arguments :
+         {QStringList{u"--background"_s}, {u"-session"_s, u"10a2b3c4"_s}})
+        QCOMPARE(startAgain(arguments), 0);
+    QCOMPARE(startAgain({u"--explain"_s}), 0); // whatever the others asked for has come before it
+    QVERIFY(vellumo_->waitForPanel());
+    const auto panel = vellumo_->panel();
+    QList<WindowId> others = desktop_.windows(u"vellumo"_s);
+    others.removeIf([&](WindowId window) {
+        return window == panel || desktop_.geometry(window).height() < 100;
+    });
+    QCOMPARE(others, QList<WindowId>());
+    QVERIFY(vellumo_->dismissPanel());
+    QCOMPARE(startAgain({}), 0); // now the window, and the question
+    QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+    QVERIFY(waitUntil([&] {
+        QList<WindowId> shown = desktop_.windows(u"vellumo"_s);
+        shown.removeIf([&](WindowId window) { return desktop_.geometry(window).height() < 100; });
+        return shown.size() == 2;
+    }));
 }
 
 void TestShell::startsWithWhatIsAsked()
