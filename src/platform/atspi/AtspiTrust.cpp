@@ -47,6 +47,11 @@ QString consentKey()
     return QStringLiteral("accessibilityConsent");
 }
 
+QString leftOffKey()
+{
+    return QStringLiteral("accessibilityLeftOff");
+}
+
 QDBusMessage propertyCall(const char *method, const QVariantList &arguments)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(launcherService(), launcherPath(),
@@ -83,6 +88,11 @@ AtspiTrust::AtspiTrust(SessionBus &session, DefaultsStore &defaults, ConsentProm
     starting_ = false;
 }
 
+bool AtspiTrust::isLeftOff() const
+{
+    return defaults_.value(leftOffKey()).toBool();
+}
+
 bool AtspiTrust::isTrusted() const
 {
     return enabled_.value_or(false) && hasConsent();
@@ -95,11 +105,13 @@ bool AtspiTrust::requestTrust()
     }
     if (!hasConsent() || wasEnabled_) {
         ask();
-    } else if (enabled_.has_value()) {
-        switchOn();
-    } else {
+    } else if (!enabled_.has_value()) {
         switchOnWanted_ = true;
         refresh();
+    } else if (isLeftOff()) {
+        ask();
+    } else {
+        switchOn();
     }
     return isTrusted();
 }
@@ -116,6 +128,7 @@ void AtspiTrust::withdrawConsent()
 {
     switchOnWanted_ = false;
     defaults_.setValue(consentKey(), QVariant());
+    defaults_.setValue(leftOffKey(), QVariant());
 }
 
 bool AtspiTrust::hasConsent() const
@@ -180,6 +193,9 @@ void AtspiTrust::adopt(std::optional<bool> enabled)
     const bool before = isTrusted();
     enabled_ = enabled;
     wasEnabled_ = wasEnabled_ || enabled.value_or(false);
+    if (enabled.value_or(false) && isLeftOff()) {
+        defaults_.setValue(leftOffKey(), QVariant());
+    }
     if (enabled.has_value() && std::exchange(switchOnWanted_, false) && !*enabled) {
         requestTrust();
     }
@@ -241,12 +257,16 @@ void AtspiTrust::ask()
 void AtspiTrust::onAnswered(bool allowed)
 {
     if (!allowed) {
-        // Keeping an old consent would switch it on again at the next start.
-        withdrawConsent();
+        // An older consent stands: reading resumes when the user turns the switch on again. Until
+        // then no start turns it on by itself.
+        if (hasConsent()) {
+            defaults_.setValue(leftOffKey(), true);
+        }
         return;
     }
     const bool isNews = !hasConsent();
     defaults_.setValue(consentKey(), true);
+    defaults_.setValue(leftOffKey(), QVariant());
     if (!isNews) {
         Q_EMIT changed();
     }

@@ -45,6 +45,8 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] bool hasConsent() const;
+    /// The user did not want the switch back on when it had been turned off.
+    [[nodiscard]] bool isLeftOff() const;
     void watchSwitch();
     void onServiceOwnerChanged(const QString &newOwner);
     void adopt(std::optional<bool> enabled);

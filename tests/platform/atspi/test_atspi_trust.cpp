@@ -105,9 +105,19 @@ void TestAtspiTrust::revocationIsNotFought()
     turn(false);
     QVERIFY(waitUntil([&] { return !reader.accessibility->isProcessTrusted(); }));
     reader.accessibility->isProcessTrustedWithPrompt();
-    reader.prompt.answer(false);
+    reader.prompt.answer(false); // leaves it off, now and at the next start
     QVERIFY(!isOn());
-    QVERIFY(!reader.defaults.value(QStringLiteral("accessibilityConsent")).toBool());
+    Reader next(true);
+    next.defaults.setValue(QStringLiteral("accessibilityLeftOff"),
+                           reader.defaults.value(QStringLiteral("accessibilityLeftOff")));
+    QVERIFY(!next.accessibility->isProcessTrustedWithPrompt());
+    QVERIFY(waitUntil([&] { return next.prompt.timesAsked == 1; }));
+    QVERIFY(!isOn());
+    turn(true); // but the consent stays
+    for (const Reader *each : {&reader, static_cast<const Reader *>(&next)}) {
+        QVERIFY(waitUntil([&] { return each->accessibility->isProcessTrusted(); }));
+        QVERIFY(!each->defaults.value(QStringLiteral("accessibilityLeftOff")).isValid());
+    }
 }
 
 void TestAtspiTrust::withdrawalEndsReading()
