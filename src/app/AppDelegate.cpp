@@ -367,7 +367,8 @@ void AppDelegate::createMainWindow()
     mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Foundation{
         with.engine,
         {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,
-         [this] { return computer_->makeModel(); }},
+         [this] { return computer_->makeModel(); }, [this] { updaterManager_->checkForUpdates(); },
+         [this] { terminate(); }},
         with.platform.workspace(),
         with.windows,
         with.screens,

@@ -43,11 +43,22 @@ FocusScope {
         english: dashboard.texts.english
         onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
     }
+    SettingsNotice {
+        id: settingsNotice
+
+        x: notice.x
+        y: notice.height
+        width: notice.width
+        height: implicitHeight
+        main: dashboard.main
+        english: dashboard.texts.english
+        onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+    }
     FocusScope {
         id: pages
 
         x: sideBar.width
-        y: notice.height
+        y: settingsNotice.y + settingsNotice.height
         width: dashboard.width - x
         height: dashboard.height - y
         focus: !dashboard.showsSheet

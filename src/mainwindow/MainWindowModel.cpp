@@ -38,8 +38,35 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
             Q_EMIT languageChanged();
         }
     });
+    connect(&with_.defaults, &DefaultsStore::failed, this,
+            &MainWindowModel::unsavedSettingsChanged);
     if (with_.auth.isSignedIn()) {
         userChanged();
+    }
+}
+
+bool MainWindowModel::hasUnsavedSettings() const
+{
+    return with_.defaults.hasFailed() && !knowsUnsavedSettings_;
+}
+
+void MainWindowModel::acknowledgeUnsavedSettings()
+{
+    knowsUnsavedSettings_ = true;
+    Q_EMIT unsavedSettingsChanged();
+}
+
+void MainWindowModel::checkForUpdates()
+{
+    if (with_.onCheckForUpdates) {
+        with_.onCheckForUpdates();
+    }
+}
+
+void MainWindowModel::quit()
+{
+    if (with_.onQuit) {
+        with_.onQuit();
     }
 }
 

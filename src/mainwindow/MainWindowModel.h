@@ -39,6 +39,8 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(vellumo::OpenedNote *note READ note CONSTANT)
     Q_PROPERTY(vellumo::SyncReporting *sync READ sync CONSTANT)
     Q_PROPERTY(bool hasComputer READ hasComputer CONSTANT)
+    Q_PROPERTY(bool hasUnsavedSettings READ hasUnsavedSettings NOTIFY unsavedSettingsChanged)
+    Q_PROPERTY(bool hasProgramMenu READ hasProgramMenu CONSTANT)
     Q_PROPERTY(vellumo::ComputerModel *computer READ computer CONSTANT)
 
 public:
@@ -52,6 +54,9 @@ public:
         const Clock &clock;
         BilingualText &texts;
         std::function<std::unique_ptr<ComputerModel>()> makeComputer = {};
+        /// What the tray's menu offers, for desktops without a tray; both or none.
+        std::function<void()> onCheckForUpdates = {};
+        std::function<void()> onQuit = {};
     };
 
     explicit MainWindowModel(const Collaborators &collaborators, QObject *parent = nullptr);
@@ -97,6 +102,14 @@ public:
     /// Made when it is asked for first.
     [[nodiscard]] ComputerModel *computer();
 
+    /// The settings cannot be written, and the user has not yet been told in this run.
+    [[nodiscard]] bool hasUnsavedSettings() const;
+    Q_INVOKABLE void acknowledgeUnsavedSettings();
+
+    [[nodiscard]] bool hasProgramMenu() const { return static_cast<bool>(with_.onQuit); }
+    Q_INVOKABLE void checkForUpdates();
+    Q_INVOKABLE void quit();
+
     /// Opens the page of a note of the list, and of the latest ones.
     Q_INVOKABLE void openRow(int row);
     Q_INVOKABLE void openLatest(int row);
@@ -108,6 +121,7 @@ Q_SIGNALS:
     void pageChanged();
     void searchRequested();
     void languageChanged();
+    void unsavedSettingsChanged();
 
 private:
     void userChanged();
@@ -129,6 +143,7 @@ private:
     bool isAskedToSignIn_ = false;
     bool isSigningIn_ = false; ///< from here
     bool isShown_ = false;
+    bool knowsUnsavedSettings_ = false;
 };
 
 } // namespace vellumo

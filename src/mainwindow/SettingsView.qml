@@ -71,6 +71,26 @@ Sheet {
             width: 1
             height: Units.space24
         }
+        Flow {
+            width: parent.width
+            visible: settings.main.hasProgramMenu
+            bottomPadding: Units.space16
+
+            TextButton {
+                objectName: "checkForUpdates"
+                width: Math.min(implicitWidth, parent.width)
+                quiet: true
+                text: settings.english ? "Check for Updates…" : "检查更新…"
+                onClicked: settings.main.checkForUpdates()
+            }
+            TextButton {
+                objectName: "quit"
+                width: Math.min(implicitWidth, parent.width)
+                quiet: true
+                text: settings.english ? "Quit vellumo" : "退出 vellumo"
+                onClicked: settings.main.quit()
+            }
+        }
         TextButton {
             objectName: "done"
             anchors.right: parent.right

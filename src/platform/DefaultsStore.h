@@ -22,7 +22,13 @@ public:
     /// Stores `value`; an invalid QVariant removes the key. Emits changed() if the value differs.
     virtual void setValue(const QString &key, const QVariant &value) = 0;
 
+    /// Whether a change of this run could not be kept for the next one.
+    [[nodiscard]] virtual bool hasFailed() const { return false; }
+
 Q_SIGNALS:
+    /// hasFailed() has become true.
+    void failed();
+
     /// Emitted synchronously after the value under `key` has changed.
     void changed(const QString &key);
 };

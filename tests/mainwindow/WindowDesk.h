@@ -85,8 +85,12 @@ struct WindowDesk {
     SampleNotes notes;
     SampleSync sync;
     SampleComputer computer{defaults, secrets, http, clock, texts};
-    MainWindowController window{
-        engine, {notes, auth, &sync, defaults, clock, texts, [this] { return computer.make(); }}};
+    QStringList chosen; ///< of the program's menu
+    MainWindowController window{engine,
+                                {notes, auth, &sync, defaults, clock, texts,
+                                 [this] { return computer.make(); },
+                                 [this] { chosen.append(QStringLiteral("updates")); },
+                                 [this] { chosen.append(QStringLiteral("quit")); }}};
 
     explicit WindowDesk(const QString &language = QStringLiteral("English"))
     {

@@ -7,10 +7,12 @@
 #include "platform/ApplicationActivation.h"
 #include "platform/fake/FakeFloatingWindows.h"
 #include "platform/fake/FakeScreens.h"
+#include "platform/qt/SettingsDefaultsStore.h"
 #include "support/IdToken.h"
 #include "support/Waiting.h"
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
@@ -32,6 +34,7 @@ private Q_SLOTS:
     void switchesTheLanguageEverywhere();
     void keysReachEverything_data();
     void keysReachEverything();
+    void tellsOnceThatSettingsAreLost();
     void fitsLargeText_data();
     void fitsLargeText();
     void isHiddenWhileAPanelIsClicked_data();
@@ -181,6 +184,9 @@ void TestMainWindow::switchesTheLanguageEverywhere()
     choose(0.75);
     QCOMPARE(desk.preferences.preferredOutputLanguage(), u"English"_s);
     QCOMPARE(desk.text("settingsTitle"), u"Settings"_s);
+    desk.click("checkForUpdates");
+    desk.click("quit");
+    QCOMPARE(desk.chosen, (QStringList{u"updates"_s, u"quit"_s}));
     const QStringList english = textsOf(desk.window.window()->contentItem());
     const QRegularExpression chinese(u"\\p{Han}"_s);
     QCOMPARE(english.filter(chinese), QStringList{u"中文"_s});
@@ -209,16 +215,19 @@ void TestMainWindow::keysReachEverything_data()
             + QStringList{u"select"_s, u"export"_s, u"search"_s, u"grouping"_s, u"rows"_s};
     QTest::newRow("insights") << u"insights"_s << bar + QStringList{u"days"_s, u"place"_s};
     QTest::newRow("computer") << u"computer"_s
-                              << bar
-            + QStringList{u"withdraw"_s,   u"mode"_s,      u"addressInput"_s,
-                          u"modelInput"_s, u"keyInput"_s,  u"save"_s,
-                          u"tryOut"_s,     u"forgetKey"_s, u"startsAtLogin"_s};
+                              << bar + QStringList{u"withdraw"_s,      u"mode"_s,
+                                                   u"addressInput"_s,  u"modelInput"_s,
+                                                   u"keyInput"_s,      u"save"_s,
+                                                   u"tryOut"_s,        u"forgetKey"_s,
+                                                   u"startsAtLogin"_s, u"readsByCopying"_s};
     QTest::newRow("note") << u"note"_s
                           << bar
             + QStringList{u"back"_s, u"openPage"_s, u"copy"_s, u"askFurther"_s};
     QTest::newRow("export") << u"export"_s
                             << QStringList{u"exportFormat"_s, u"exportCancel"_s, u"exportChoose"_s};
-    QTest::newRow("settings") << u"settings"_s << QStringList{u"language"_s, u"done"_s};
+    QTest::newRow("settings") << u"settings"_s
+                              << QStringList{u"language"_s, u"checkForUpdates"_s, u"quit"_s,
+                                             u"done"_s};
 }
 
 void TestMainWindow::keysReachEverything()
@@ -261,6 +270,28 @@ void TestMainWindow::keysReachEverything()
     }
     QFETCH(QStringList, reached);
     QCOMPARE(met, QSet<QString>(reached.begin(), reached.end()));
+}
+
+void TestMainWindow::tellsOnceThatSettingsAreLost()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"file"_s)); // which is no folder
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    SettingsDefaultsStore store(file.fileName() + u"/vellumo.ini"_s);
+    store.setValue(u"key"_s, 1);
+    QTRY_VERIFY(store.hasFailed());
+    QCOMPARE(store.value(u"key"_s), 1);
+
+    WindowDesk desk;
+    desk.useWithoutAccount();
+    desk.show();
+    QVERIFY(!desk.item("settingsNotice"));
+    desk.defaults.fail();
+    QVERIFY(desk.item("settingsNotice"));
+    desk.click("knowSettings");
+    QVERIFY(!desk.item("settingsNotice"));
+    desk.defaults.fail();
+    QVERIFY(!desk.item("settingsNotice"));
 }
 
 void TestMainWindow::fitsLargeText_data()

@@ -21,9 +21,17 @@ class FakeDefaultsStore : public DefaultsStore {
 public:
     [[nodiscard]] QVariant value(const QString &key) const override { return values_.value(key); }
     void setValue(const QString &key, const QVariant &value) override;
+    [[nodiscard]] bool hasFailed() const override { return hasFailed_; }
+
+    void fail()
+    {
+        hasFailed_ = true;
+        Q_EMIT failed();
+    }
 
 private:
     QHash<QString, QVariant> values_;
+    bool hasFailed_ = false;
 };
 
 class FakeWorkspace : public Workspace {

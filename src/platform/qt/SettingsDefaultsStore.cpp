@@ -3,7 +3,10 @@
 
 #include "platform/qt/SettingsDefaultsStore.h"
 
+#include "platform/Diagnostics.h"
+
 #include <QStandardPaths>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +16,9 @@ SettingsDefaultsStore::SettingsDefaultsStore(const QString &path, QObject *paren
     : DefaultsStore(parent)
     , settings_(path, QSettings::IniFormat)
 {
+    writing_.setSingleShot(true);
+    writing_.setInterval(0);
+    connect(&writing_, &QTimer::timeout, this, &SettingsDefaultsStore::write);
 }
 
 QString SettingsDefaultsStore::defaultPath()
@@ -36,7 +42,17 @@ void SettingsDefaultsStore::setValue(const QString &key, const QVariant &value)
     } else {
         settings_.remove(key);
     }
+    writing_.start();
     Q_EMIT changed(key);
+}
+
+void SettingsDefaultsStore::write()
+{
+    settings_.sync();
+    if (settings_.status() != QSettings::NoError && !std::exchange(hasFailed_, true)) {
+        printDiagnostic(u"the settings cannot be written: "_s + settings_.fileName());
+        Q_EMIT failed();
+    }
 }
 
 } // namespace vellumo

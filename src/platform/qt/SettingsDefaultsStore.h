@@ -4,6 +4,7 @@
 
 #include "platform/DefaultsStore.h"
 #include <QSettings>
+#include <QTimer>
 
 namespace vellumo {
 
@@ -20,9 +21,14 @@ public:
 
     [[nodiscard]] QVariant value(const QString &key) const override;
     void setValue(const QString &key, const QVariant &value) override;
+    [[nodiscard]] bool hasFailed() const override { return hasFailed_; }
 
 private:
+    void write();
+
     QSettings settings_;
+    QTimer writing_; ///< changes that belong together are written at once
+    bool hasFailed_ = false;
 };
 
 } // namespace vellumo
