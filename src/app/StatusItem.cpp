@@ -6,22 +6,47 @@
 #include "app/TemplateIcon.h"
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace vellumo {
+
+namespace {
+constexpr auto hostTimeout = 3s;
+}
 
 StatusItem::StatusItem(QObject *parent) : QObject(parent)
 {
     connect(&hosts_, &TrayHosts::changed, this, &StatusItem::showOrHide);
+    connect(&trays_, &EmbeddingTrays::appeared, this, &StatusItem::embed);
+    connect(&waiting_, &QTimer::timeout, this, &StatusItem::embed);
+    waiting_.setSingleShot(true);
+    waiting_.start(hostTimeout);
 }
 
 StatusItem::~StatusItem() = default;
 
 void StatusItem::showOrHide(bool hasHost)
 {
-    icon_.reset();
-    if (!hasHost) {
-        return;
+    if (isEmbedded_) {
+        return; // the toolkit decides once in a process of which kind icons are
     }
+    icon_.reset();
+    if (hasHost) {
+        hadHost_ = true;
+        show();
+    }
+}
+
+void StatusItem::embed()
+{
+    if (!hadHost_ && !isEmbedded_ && !waiting_.isActive() && trays_.isPresent()) {
+        isEmbedded_ = true;
+        show();
+    }
+}
+
+void StatusItem::show()
+{
     icon_ = std::make_unique<QSystemTrayIcon>(templateIcon(dark_));
     icon_->setToolTip(u"vellumo"_s);
     icon_->setContextMenu(&menu_);

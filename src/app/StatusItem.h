@@ -3,17 +3,20 @@
 #pragma once
 
 #include "platform/dbus/TrayHosts.h"
+#include "platform/windowing/EmbeddingTrays.h"
 #include <QAction>
 #include <QMenu>
 #include <QObject>
 #include <QSystemTrayIcon>
+#include <QTimer>
 #include <functional>
 #include <memory>
 
 namespace vellumo {
 
 /// The program's place in the desktop's panel: an icon with a menu. It exists while a tray host
-/// does, which may start late, end and come back. Without one, nothing depends on it.
+/// does, which may start late, end and come back. Where there has been none for a moment, a tray
+/// that embeds icons takes it, for the rest of the run. Without any, nothing depends on it.
 class StatusItem : public QObject {
     Q_OBJECT
 
@@ -35,10 +38,16 @@ public:
 
 private:
     void showOrHide(bool hasHost);
+    void embed();
+    void show();
 
     QMenu menu_;
     TrayHosts hosts_;
     std::unique_ptr<QSystemTrayIcon> icon_; ///< while there is a host
+    EmbeddingTrays trays_;
+    QTimer waiting_; ///< for a host, before another tray will do
+    bool hadHost_ = false;
+    bool isEmbedded_ = false;
     bool dark_ = false;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 #include "support/Desktop.h"
+#include "support/EmbeddingTray.h"
 #include "support/Program.h"
 #include "support/TrayHost.h"
 #include "support/Waiting.h"
@@ -30,6 +31,7 @@ private Q_SLOTS:
     void iconIsThereWheneverAHostIs();
     void iconHasAMenu();
     void iconOpensTheWindow();
+    void olderTrayHasTheIcon();
     void iconCanBeSeenOnLightAndDarkPanels();
     void ordinaryWindowsTakeTheKeysOfTheMenu();
     void laterStartsHandOver();
@@ -126,6 +128,26 @@ void TestShell::iconOpensTheWindow()
     QVERIFY(host.waitForItem());
     QVERIFY(!vellumo_->panelText().contains("Welcome to vellumo"_L1));
     host.activate();
+    QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+}
+
+void TestShell::olderTrayHasTheIcon()
+{
+    QVERIFY(vellumo_->start());
+    EmbeddingTray tray; // later than the program
+    const auto icon = tray.waitForIcon();
+    QVERIFY(icon);
+    const auto isDrawn = [&] {
+        const QImage shown = desktop_.pixels(*icon);
+        for (int i = 0; i < shown.width() * shown.height(); ++i) {
+            if (qGray(shown.pixel(i % shown.width(), i / shown.width()))
+                != qGray(shown.pixel(0, 0)))
+                return true;
+        }
+        return false;
+    };
+    QVERIFY(waitUntil(isDrawn));
+    desktop_.click(icon->center());
     QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
 }
 
