@@ -17,11 +17,16 @@ QRect mainGeometry()
     return primary ? primary->geometry() : QRect();
 }
 
-Screen described(const QScreen &screen)
+Screen described(const QScreen &screen, const StrutWatch &struts)
 {
     const QRect main = mainGeometry();
-    return {toDesktop(QRectF(screen.geometry()), main),
-            toDesktop(QRectF(screen.availableGeometry()), main), 0};
+    const QRect frame = screen.geometry();
+    const double scale = screen.devicePixelRatio();
+    const QMargins reserved =
+        struts.margins({frame.topLeft(), (QSizeF(frame.size()) * scale).toSize()});
+    const QRectF visible = QRectF(frame).marginsRemoved(QMarginsF(reserved) / scale);
+    return {toDesktop(QRectF(frame), main),
+            toDesktop(visible & QRectF(screen.availableGeometry()), main), 0};
 }
 
 } // namespace
@@ -30,7 +35,11 @@ QtScreens::QtScreens(QObject *parent) : Screens(parent)
 {
     settling_.setSingleShot(true);
     settling_.setInterval(0);
-    connect(&settling_, &QTimer::timeout, this, &Screens::changed);
+    connect(&settling_, &QTimer::timeout, this, [this] {
+        struts_.refresh(); // they count with the second screen only
+        Q_EMIT changed();
+    });
+    connect(&struts_, &StrutWatch::changed, &settling_, qOverload<>(&QTimer::start));
     const auto settle = [this] { settling_.start(); };
     connect(qGuiApp, &QGuiApplication::primaryScreenChanged, this, settle);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, settle);
@@ -54,7 +63,7 @@ QList<Screen> QtScreens::screens() const
 {
     QList<Screen> list;
     for (const QScreen *screen : QGuiApplication::screens()) {
-        list << described(*screen);
+        list << described(*screen, struts_);
     }
     return list;
 }
@@ -62,7 +71,7 @@ QList<Screen> QtScreens::screens() const
 std::optional<Screen> QtScreens::mainScreen() const
 {
     const QScreen *primary = QGuiApplication::primaryScreen();
-    return primary ? std::optional(described(*primary)) : std::nullopt;
+    return primary ? std::optional(described(*primary, struts_)) : std::nullopt;
 }
 
 Point QtScreens::pointerLocation() const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Screens.h"
+#include "platform/windowing/StrutWatch.h"
 #include <QTimer>
 
 class QScreen;
@@ -24,6 +25,7 @@ public:
 private:
     void watch(const QScreen &screen);
 
+    StrutWatch struts_;
     QTimer settling_; ///< one change of the desktop's layout arrives as several
 };
 

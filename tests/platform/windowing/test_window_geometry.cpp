@@ -3,6 +3,7 @@
 #include "platform/windowing/PanelShape.h"
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/ShadowImage.h"
+#include "platform/windowing/WorkArea.h"
 #include <QTest>
 
 using namespace vellumo;
@@ -17,6 +18,8 @@ private Q_SLOTS:
     void roundsCorners();
     void cutsTheMarginAtTheScreen();
     void shadowFadesAtItsEdges();
+    void desktopPanelsTakeRoom_data();
+    void desktopPanelsTakeRoom();
 };
 
 void WindowGeometryTest::convertsBetweenOrigins_data()
@@ -98,6 +101,40 @@ void WindowGeometryTest::shadowFadesAtItsEdges()
         }
         QVERIFY(alpha(image.width() / 2, image.height() / 2) > 40);
     }
+}
+
+void WindowGeometryTest::desktopPanelsTakeRoom_data()
+{
+    QTest::addColumn<QList<quint32>>("strut"); // left, right, top, bottom, then their stretches
+    QTest::addColumn<QMargins>("first");
+    QTest::addColumn<QMargins>("second");
+    using Numbers = QList<quint32>;
+    const QMargins none;
+    // screens side by side, the second lower: (0, 0, 1000, 800) and (1000, 200, 1200, 1000)
+    QTest::newRow("none") << Numbers{} << none << none;
+    QTest::newRow("top of the first")
+        << Numbers{0, 0, 24, 0, 0, 0, 0, 0, 0, 999, 0, 0} << QMargins(0, 24, 0, 0) << none;
+    QTest::newRow("top of the second, from the desktop's edge")
+        << Numbers{0, 0, 230, 0, 0, 0, 0, 0, 1000, 2199, 0, 0} << none << QMargins(0, 30, 0, 0);
+    QTest::newRow("bottom of the first, which ends earlier")
+        << Numbers{0, 0, 0, 440, 0, 0, 0, 0, 0, 0, 0, 999} << QMargins(0, 0, 0, 40) << none;
+    QTest::newRow("left of the second, across all of the first")
+        << Numbers{1048, 0, 0, 0, 200, 1199, 0, 0, 0, 0, 0, 0} << none << QMargins(48, 0, 0, 0);
+    QTest::newRow("right") << Numbers{0, 60, 0, 0, 0, 0, 200, 1199, 0, 0, 0, 0} << none
+                           << QMargins(0, 0, 60, 0);
+    QTest::newRow("a whole edge") << Numbers{0, 0, 24, 0} << QMargins(0, 24, 0, 0) << none;
+    QTest::newRow("nonsense") << Numbers{0, 0, 0xFFFFFFFF, 0, 0, 0, 0, 0, 0, 0xFFFFFFFF, 0, 0}
+                              << none << none;
+    QTest::newRow("cut short") << Numbers{0, 0, 24, 0, 0} << none << none;
+}
+
+void WindowGeometryTest::desktopPanelsTakeRoom()
+{
+    QFETCH(QList<quint32>, strut);
+    const QSize desktop(2200, 1200);
+    const QList<Strut> struts{Strut::fromNumbers(strut), Strut()};
+    QTEST(reservedMargins({0, 0, 1000, 800}, desktop, struts), "first");
+    QTEST(reservedMargins({1000, 200, 1200, 1000}, desktop, struts), "second");
 }
 
 QTEST_GUILESS_MAIN(WindowGeometryTest)
