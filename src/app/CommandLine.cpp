@@ -84,7 +84,7 @@ std::variant<int, LaunchRequest> CommandLine::parse(const QStringList &arguments
     }
     if (parser.isSet(help)) {
         // which names the program as it was called
-        printLine(parser.helpText().replace(u"<executable_name>"_s, u"vellumo"_s).trimmed());
+        printText(parser.helpText().replace(u"<executable_name>"_s, u"vellumo"_s).trimmed());
         return EXIT_SUCCESS;
     }
     if (parser.isSet(version)) {

@@ -9,9 +9,35 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
+QString logLine(const QString &text)
+{
+    QString line;
+    line.reserve(text.size());
+    const QList<uint> characters = text.toUcs4();
+    for (const uint c : characters) {
+        switch (QChar::category(c)) {
+        case QChar::Other_Control:
+        case QChar::Separator_Line:
+        case QChar::Separator_Paragraph:
+            line += u' ';
+            break;
+        case QChar::Other_Format:
+            break;
+        default:
+            line.append(QStringView(QChar::fromUcs4(c)));
+        }
+    }
+    return line;
+}
+
 void printLine(const QString &line)
 {
-    const QByteArray bytes = line.toUtf8() + '\n';
+    printText(logLine(line));
+}
+
+void printText(const QString &text)
+{
+    const QByteArray bytes = text.toUtf8() + '\n';
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
     std::fflush(stdout);
 }
