@@ -17,5 +17,5 @@ int main(int argc, char *argv[])
         return *status;
     }
     vellumo::AppDelegate delegate(application);
-    return delegate.run(startup.request());
+    return delegate.run(startup.takeRequest());
 }

@@ -3,11 +3,16 @@
 
 #include "app/AppConfig.h"
 
+#include "platform/Diagnostics.h"
+#include "platform/ProgramEnvironment.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonValue>
 #include <QStandardPaths>
+#include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +20,9 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
+
+/// What is to be kept to oneself, in a file.
+const std::array secretKeys{u"OPENAI_API_KEY"_s, u"VELLUMO_CLIENT_TOKEN"_s};
 
 QJsonObject readDictionary(const QString &path)
 {
@@ -25,7 +33,7 @@ QJsonObject readDictionary(const QString &path)
 
 QString fromEnvironment(const QString &key)
 {
-    return qEnvironmentVariable(key.toUtf8().constData()).trimmed();
+    return programEnvironment::own(key).trimmed();
 }
 
 } // namespace
@@ -37,9 +45,35 @@ AppConfig::AppConfig(QList<QJsonObject> informationDictionary)
 
 AppConfig AppConfig::load()
 {
-    return load(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
-                    + u"/vellumo/Info.json"_s,
+    const QString userFile = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        + u"/vellumo/Info.json"_s;
+    if (const QString exposure = exposureOf(userFile); !exposure.isEmpty()) {
+        printDiagnostic(exposure);
+    }
+    return load(userFile,
                 QCoreApplication::applicationDirPath() + u"/../share/vellumo/Info.json"_s);
+}
+
+void AppConfig::takeFromEnvironment()
+{
+    programEnvironment::takeOwn({u"FIREBASE_API_KEY"_s, u"OPENAI_API_KEY"_s, u"OPENAI_BASE_URL"_s,
+                                 u"VELLUMO_CLIENT_TOKEN"_s, u"VELLUMO_DATACONNECT_URL"_s,
+                                 u"VELLUMO_MODEL"_s, u"VELLUMO_PROXY_URL"_s,
+                                 u"VELLUMO_SECURETOKEN_URL"_s, u"VELLUMO_SITE_URL"_s,
+                                 u"VELLUMO_UPDATE_FEED_URL"_s});
+}
+
+QString AppConfig::exposureOf(const QString &userFile)
+{
+    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::ReadOther;
+    const QJsonObject dictionary = readDictionary(userFile);
+    const bool hasSecret =
+        std::any_of(secretKeys.begin(), secretKeys.end(), [&dictionary](const QString &key) {
+            return !dictionary.value(key).toString().trimmed().isEmpty();
+        });
+    return hasSecret && (QFile::permissions(userFile) & others)
+        ? u"other users can read the key in %1; chmod 600 keeps it from them"_s.arg(userFile)
+        : QString();
 }
 
 AppConfig AppConfig::load(const QString &userFile, const QString &installedFile)

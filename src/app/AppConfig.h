@@ -20,6 +20,13 @@ public:
     [[nodiscard]] static AppConfig load();
     [[nodiscard]] static AppConfig load(const QString &userFile, const QString &installedFile);
 
+    /// Takes what the environment says out of it, for value() alone: programs that are started from
+    /// here do not get it. Before there is another thread.
+    static void takeFromEnvironment();
+
+    /// What is wrong with who can read the file, for a log; empty if nothing is.
+    [[nodiscard]] static QString exposureOf(const QString &userFile);
+
     /// The value from the process environment, else from the information dictionary, trimmed. A
     /// blank value, or one that is not a string, counts as absent and hides nothing.
     [[nodiscard]] std::optional<QString> value(const QString &key) const;

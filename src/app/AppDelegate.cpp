@@ -30,6 +30,7 @@
 #include "panel/ResultPanelController.h"
 #include "pill/NotesEntranceController.h"
 #include "platform/Diagnostics.h"
+#include "platform/Wiping.h"
 #include "platform/dbus/ApplicationInterface.h"
 #include "ui/ApplicationFonts.h"
 
@@ -37,6 +38,7 @@
 #include <QFileInfo>
 #include <QTimer>
 #include <QWindow>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -47,7 +49,7 @@ AppDelegate::AppDelegate(QApplication &application) : application_(application) 
 
 AppDelegate::~AppDelegate() = default;
 
-int AppDelegate::run(const LaunchRequest &request)
+int AppDelegate::run(LaunchRequest request)
 {
     const TerminationSignals termination;
     connect(&termination, &TerminationSignals::received, this, &AppDelegate::terminate);
@@ -58,7 +60,14 @@ int AppDelegate::run(const LaunchRequest &request)
     applicationDidFinishLaunching();
     // once everything listens
     QMetaObject::invokeMethod(
-        this, [this, request] { perform(request); }, Qt::QueuedConnection);
+        this,
+        [this, request = std::move(request)]() mutable {
+            perform(request);
+            for (QString &url : request.urls) {
+                wipe(url);
+            }
+        },
+        Qt::QueuedConnection);
     const int status = QApplication::exec();
     // What is on screen becomes a note, as whenever the panel closes.
     resultPanel_->dismiss();

@@ -48,7 +48,7 @@ public:
     Q_DISABLE_COPY_MOVE(AppDelegate)
 
     /// Launches and runs until the program ends; answers its exit status.
-    [[nodiscard]] int run(const LaunchRequest &request);
+    [[nodiscard]] int run(LaunchRequest request);
 
     /// Receives each address with the program's own scheme that the desktop hands over, exactly as
     /// it was written. It is the caller's claim: anyone on the session bus can send one.

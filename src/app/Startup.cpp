@@ -3,9 +3,11 @@
 
 #include "app/Startup.h"
 
+#include "app/AppConfig.h"
 #include "app/WindowSystem.h"
 #include "notes/NotesStore.h"
 #include "platform/Diagnostics.h"
+#include "platform/ProgramEnvironment.h"
 #include "platform/dbus/ApplicationName.h"
 #include "platform/dbus/BusProbe.h"
 #include "platform/windowing/QtFloatingWindows.h"
@@ -51,6 +53,8 @@ Startup::Startup(int argc, char **argv)
         arguments.append(QString::fromLocal8Bit(argv[i]));
     }
     hideAddresses(argc, argv);
+    programEnvironment::preventCoreDump();
+    AppConfig::takeFromEnvironment();
     const auto parsed = CommandLine::parse(arguments);
     if (const int *status = std::get_if<int>(&parsed)) {
         exitStatus_ = *status;
@@ -69,7 +73,7 @@ Startup::Startup(int argc, char **argv)
     }
     QGuiApplication::setDesktopFileName(ApplicationName::id);
     if (!windows.platform.isEmpty()) {
-        qputenv("QT_QPA_PLATFORM", windows.platform);
+        programEnvironment::setHere("QT_QPA_PLATFORM", windows.platform);
     }
     QtFloatingWindows::chooseRenderer();
 }
@@ -80,12 +84,13 @@ void Startup::avoidHungBus()
     if (!isSessionBusResponsive(busPatience)
         && (lock_.tryLock() || !isSessionBusResponsive(instancePatience))) {
         printDiagnostic(u"the session bus does not answer; going on without it"_s);
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+        programEnvironment::setHere("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     }
 }
 
 std::optional<int> Startup::becomeTheOnlyInstance()
 {
+    programEnvironment::restore("QT_QPA_PLATFORM"); // the application object has read it
     const RunningInstance running;
     const QDeadlineTimer deadline(instancePatience);
     const auto isSettled = [&] { return running.exists() || lock_.tryLock(); };

@@ -5,6 +5,7 @@
 #include "app/CommandLine.h"
 #include "app/DataFolderLock.h"
 #include <optional>
+#include <utility>
 
 namespace vellumo {
 
@@ -23,7 +24,8 @@ public:
     /// is to be the one that runs. Needs the application object.
     [[nodiscard]] std::optional<int> becomeTheOnlyInstance();
 
-    [[nodiscard]] const LaunchRequest &request() const { return request_; }
+    /// What the program was started for; nothing of it is kept here, since addresses carry secrets.
+    [[nodiscard]] LaunchRequest takeRequest() { return std::exchange(request_, {}); }
 
 private:
     void avoidHungBus();

@@ -221,7 +221,7 @@ void TestAuthService::whatTheUserDidCountsMoreThanALateKeyring()
     restored.signIn();
     restored.secrets.answerAll();
     QCOMPARE(restored.said(), (QStringList{u"sign-in: Sign-in was cancelled."_s, u"onRestored"_s}));
-    restored.browser.handleCallback(callback); // nobody waits for it any more
+    restored.browser.handleCallback(callback); // too late
     QCOMPARE(restored.said(), QStringList());
     QCOMPARE(restored.state(), u"u0 a@b.org"_s);
 

@@ -1,10 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
+#include "app/AppConfig.h"
 #include "app/CommandLine.h"
 #include "app/WindowSystem.h"
+#include "platform/Diagnostics.h"
+#include "platform/ProgramEnvironment.h"
 
 #include <QProcessEnvironment>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +22,9 @@ private Q_SLOTS:
     void argumentsAreUnderstood();
     void windowSystemIsX11WhereverItCan_data();
     void windowSystemIsX11WhereverItCan();
+    void ownVariablesAreTaken();
+    void keyFilesAreForTheUserAlone();
+    void logLinesAreOneLine();
 };
 
 void TestStart::argumentsAreUnderstood_data()
@@ -97,6 +104,56 @@ void TestStart::windowSystemIsX11WhereverItCan()
     QTEST(system.platform, "platform");
     QVERIFY(system.remark.isEmpty() == remarkHas.isEmpty() && system.remark.contains(remarkHas));
     QVERIFY(!system.remark.contains(u'\n'));
+}
+
+void TestStart::ownVariablesAreTaken()
+{
+    qputenv("OPENAI_API_KEY", " k1 ");
+    qputenv("VELLUMO_CLIENT_TOKEN", "t1");
+    AppConfig::takeFromEnvironment();
+    QVERIFY(!qEnvironmentVariableIsSet("OPENAI_API_KEY"));
+    QVERIFY(!qEnvironmentVariableIsSet("VELLUMO_CLIENT_TOKEN"));
+    QCOMPARE(AppConfig({}).value(u"OPENAI_API_KEY"_s), u"k1"_s);
+    QVERIFY(AppConfig::isInEnvironment(u"VELLUMO_CLIENT_TOKEN"_s));
+
+    qputenv("HERE", "before");
+    programEnvironment::setHere("HERE", "now");
+    programEnvironment::setHere("HERE", "later");
+    QCOMPARE(qgetenv("HERE"), "later");
+    programEnvironment::restore("HERE");
+    programEnvironment::restore("HERE");
+    QCOMPARE(qgetenv("HERE"), "before");
+}
+
+void TestStart::keyFilesAreForTheUserAlone()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"Info.json"_s);
+    constexpr auto own = QFile::ReadOwner | QFile::WriteOwner;
+    const struct {
+        QByteArray text;
+        QFile::Permissions permissions;
+        bool isExposed;
+    } cases[] = {
+        {R"({"OPENAI_API_KEY": "k"})", own, false},
+        {R"({"OPENAI_API_KEY": "k"})", own | QFile::ReadGroup, true},
+        {R"({"VELLUMO_CLIENT_TOKEN": "t"})", own | QFile::ReadOther, true},
+        {R"({"OPENAI_API_KEY": " ", "VELLUMO_MODEL": "m"})", own | QFile::ReadOther, false},
+    };
+    for (const auto &each : cases) {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(each.text) > 0);
+        QVERIFY(file.setPermissions(each.permissions));
+        file.close();
+        QCOMPARE(!AppConfig::exposureOf(path).isEmpty(), each.isExposed);
+    }
+    QCOMPARE(AppConfig::exposureOf(folder.filePath(u"none"_s)), QString());
+}
+
+void TestStart::logLinesAreOneLine()
+{
+    QCOMPARE(logLine(u"a\r\nvellumo: b\u2028\x1B[2J\x7F\u0085\t|"_s), u"a  vellumo: b  [2J   |"_s);
+    QCOMPARE(logLine(u"\u202Eabc\u2066\u200F\u061C\uFEFF 潮 😀"_s), u"abc 潮 😀"_s);
 }
 
 QTEST_GUILESS_MAIN(TestStart)

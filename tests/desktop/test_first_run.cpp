@@ -10,6 +10,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sys/resource.h>
 
 using namespace vellumo::test;
 using namespace Qt::StringLiterals;
@@ -34,6 +35,7 @@ private:
     [[nodiscard]] bool shows(const QString &text) const { return vellumo_->waitForText(text); }
     /// Clicks what has this name and can be clicked: on the card, or in the question before it.
     [[nodiscard]] bool press(const QString &name, bool isQuestion = false);
+    void keepsItsOwn() const;
     [[nodiscard]] QVariant setting(const QString &key) const;
     [[nodiscard]] std::optional<WindowId> window() const;
     void takePicture(const QString &name) const;
@@ -90,10 +92,39 @@ bool TestFirstRun::makeBrowser(const QString &address)
     vellumo_->setEnvironment(u"PATH"_s, folder_.path() + u':' + qEnvironmentVariable("PATH"));
     return browser.open(QIODevice::WriteOnly)
         && browser.write(
-               u"#!/bin/sh\nexec '%1' '%2'\n"_s.arg(QStringLiteral(VELLUMO_PROGRAM), address)
+               u"#!/bin/sh\nenv > '%1/environment'\nulimit -c > '%1/core'\nexec '%2' '%3'\n"_s
+                   .arg(folder_.path(), QStringLiteral(VELLUMO_PROGRAM), address)
                    .toUtf8())
         > 0
         && browser.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+/// What the browser was started with, and what others can see of the program.
+void TestFirstRun::keepsItsOwn() const
+{
+    const auto contentOf = [](const QString &path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArrayList given = contentOf(folder_.filePath(u"environment"_s)).split('\n');
+    QVERIFY(given.contains("HOME=" + qgetenv("HOME")));
+    QVERIFY(given.contains("QT_QPA_PLATFORM=wayland;xcb"));
+    for (const QByteArray &variable : given) {
+        QVERIFY2(!variable.startsWith("VELLUMO_") && !variable.startsWith("FIREBASE_"), variable);
+    }
+    const QString process = u"/proc/%1/"_s.arg(vellumo_->process().processIdentifier());
+    const QByteArray environment = contentOf(process + u"environ"_s);
+    QVERIFY(environment.contains("HOME=") && !environment.contains(Backend::apiKey().toLatin1()));
+
+    rlimit own{};
+    QCOMPARE(getrlimit(RLIMIT_CORE, &own), 0);
+    const QByteArray limits = contentOf(process + u"limits"_s).simplified();
+    QVERIFY2(limits.contains("Max core file size 1 ")
+                 || (own.rlim_max == 0 && limits.contains("Max core file size 0 ")),
+             limits);
+    const QByteArray expected =
+        own.rlim_cur == RLIM_INFINITY ? "unlimited" : QByteArray::number(own.rlim_cur / 512);
+    QCOMPARE(contentOf(folder_.filePath(u"core"_s)).trimmed(), expected);
 }
 
 QVariant TestFirstRun::setting(const QString &key) const
@@ -192,11 +223,13 @@ void TestFirstRun::signsInAndSendsTheProfile()
     QVERIFY(makeBrowser(u"vellumo://auth?refreshToken=%1&uid=%2&email=a%40b.org"_s.arg(
         backend.tables().newRefreshToken(uid), uid)));
     vellumo_->setEnvironment(u"VELLUMO_ONBOARDING"_s, QString());
+    vellumo_->setEnvironment(u"QT_QPA_PLATFORM"_s, u"wayland;xcb"_s);
     vellumo_->setSetting(u"hasCompletedOnboarding"_s, u"true"_s); // does not count then
     vellumo_->setSetting(u"accessibilityConsent"_s, u"true"_s);
     QVERIFY(vellumo_->start({}));
     QVERIFY(press(u"Continue with Google"_s));
     QVERIFY(shows(u"We protect your privacy"_s));
+    keepsItsOwn();
     QVERIFY(!vellumo_->panelText().contains(u": Back\n"_s));
     QVERIFY(press(u"Continue"_s));
     QVERIFY(shows(u"See the key light up?"_s)); // it may read already

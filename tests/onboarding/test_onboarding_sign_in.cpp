@@ -131,7 +131,7 @@ void TestOnboardingSignIn::theWaitCanBeEnded()
     desk.click(button);
     QCOMPARE(desk.flow.phase(), phase);
     QCOMPARE(desk.defaults.value(u"usesWithoutAccount"_s).toBool(), phase == Phase::privacy);
-    desk.comeBackFromBrowser(); // whoever sent that
+    desk.comeBackFromBrowser();
     QVERIFY(desk.http.requests.isEmpty() && !desk.flow.isSignedIn());
     if (phase == Phase::privacy)
         desk.flow.goBack();

@@ -3,12 +3,11 @@
 
 #include "platform/x11/X11Workspace.h"
 
+#include "platform/ProgramEnvironment.h"
 #include "platform/x11/DesktopSettings.h"
 #include "platform/x11/X11Connection.h"
-#include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QProcess>
 #include <QStandardPaths>
 #include <algorithm>
 #include <chrono>
@@ -24,6 +23,18 @@ namespace {
 
 /// After the start, when other things are more urgent than names of applications.
 constexpr auto startDelay = 1s;
+
+/// Hands it to the first of the desktop's openers that is there.
+bool openWithDesktop(const QString &what)
+{
+    const std::initializer_list<QStringList> openers{
+        {u"xdg-open"_s}, {u"gio"_s, u"open"_s}, {u"x-www-browser"_s}};
+    return std::any_of(openers.begin(), openers.end(), [&what](const QStringList &opener) {
+        const QString program = QStandardPaths::findExecutable(opener.first());
+        return !program.isEmpty()
+            && programEnvironment::startProgram(program, opener.mid(1) << what);
+    });
+}
 
 } // namespace
 
@@ -218,13 +229,12 @@ bool X11Workspace::openUrl(const QUrl &url)
     if (!url.isValid() || !isWeb || url.host().isEmpty()) {
         return false; // a file or a program's own scheme could be made to do anything
     }
-    return QProcess::startDetached(u"xdg-open"_s, {QString::fromLatin1(url.toEncoded())})
-        || QDesktopServices::openUrl(url);
+    return openWithDesktop(QString::fromLatin1(url.toEncoded()));
 }
 
 bool X11Workspace::openFolder(const QString &path)
 {
-    return QFileInfo(path).isDir() && QProcess::startDetached(u"xdg-open"_s, {path});
+    return QFileInfo(path).isDir() && openWithDesktop(path);
 }
 
 bool X11Workspace::openAccessibilitySettings()
@@ -232,7 +242,7 @@ bool X11Workspace::openAccessibilitySettings()
     const auto pages = accessibilitySettings(qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
     return std::any_of(pages.begin(), pages.end(), [](const SettingsPage &page) {
         const QString program = QStandardPaths::findExecutable(page.program);
-        return !program.isEmpty() && QProcess::startDetached(program, page.arguments);
+        return !program.isEmpty() && programEnvironment::startProgram(program, page.arguments);
     });
 }
 
