@@ -4,9 +4,8 @@
 #include "app/BuiltInUpdates.h"
 
 #include "app/AppConfig.h"
+#include "app/ModuleFile.h"
 #include "platform/Diagnostics.h"
-
-#include <QCoreApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -28,8 +27,7 @@ makeUpdateController(const AppConfig &config, const UpdateController::Collaborat
             u"no updates — the feed must be an https address, the key one of Ed25519"_s);
         return nullptr;
     }
-    SignatureCheck signatures(QCoreApplication::applicationDirPath()
-                              + u"/" VELLUMO_MODULE_FOLDER "/ed25519.so"_s);
+    SignatureCheck signatures(moduleFile(u"ed25519.so"_s));
     return std::make_unique<UpdateController>(std::move(*source), *running, std::move(signatures),
                                               collaborators);
 }

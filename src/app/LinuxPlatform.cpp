@@ -3,11 +3,16 @@
 
 #include "app/LinuxPlatform.h"
 
+#include "app/ModuleFile.h"
+
+using namespace Qt::StringLiterals;
+
 namespace vellumo {
 
 LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
     : accessibility_(defaults, consent,
                      [this](qint64 pid) { return x11_.workspace().windowTitle(pid); })
+    , secrets_(sessionBus(), moduleFile(u"secretcipher.so"_s))
 {
     screenLock_.followLogins();
     if (sessionBus().connection()) {

@@ -40,7 +40,7 @@ private:
     AtspiAccessibility accessibility_;
     PortalAppearance appearance_;
     ScreenLockWatch screenLock_;
-    SecretServiceItems secrets_{sessionBus()};
+    SecretServiceItems secrets_;
     X11ClipboardText clipboardText_;
     FieldPasting pasting_{clipboardText_};
 };

@@ -34,15 +34,24 @@ QStringList attributes(const QString &account)
 
 } // namespace
 
-void Keyring::store(const QString &account, const QByteArray &value)
+void Keyring::store(const QString &account, const QByteArray &value, const QString &collection)
 {
-    outputOf(u"secret-tool"_s, QStringList{u"store"_s, u"--label=x"_s} + attributes(account),
-             value);
+    QStringList command{u"store"_s, u"--label=x"_s};
+    if (!collection.isEmpty())
+        command.append(u"--collection="_s + collection);
+    outputOf(u"secret-tool"_s, command + attributes(account), value);
 }
 
 QByteArray Keyring::lookUp(const QString &account)
 {
     return outputOf(u"secret-tool"_s, QStringList{u"lookup"_s} + attributes(account));
+}
+
+int Keyring::count(const QString &account)
+{
+    return static_cast<int>(
+        outputOf(u"secret-tool"_s, QStringList{u"search"_s, u"--all"_s} + attributes(account))
+            .count("\nsecret = "));
 }
 
 bool Keyring::lock()

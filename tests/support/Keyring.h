@@ -8,9 +8,12 @@
 /// What people and the desktop's own tools do to the keyring of a private desktop.
 namespace vellumo::test::Keyring {
 
-/// vellumo's item of this account, through the desktop's own tool.
-void store(const QString &account, const QByteArray &value);
+/// vellumo's item of this account, through the desktop's own tool; in the default collection, if no
+/// other is named.
+void store(const QString &account, const QByteArray &value, const QString &collection = {});
 [[nodiscard]] QByteArray lookUp(const QString &account);
+/// How many items the account has in open collections.
+[[nodiscard]] int count(const QString &account);
 
 bool lock();
 bool unlock();

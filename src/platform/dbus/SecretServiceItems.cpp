@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/SecretServiceItems.h"
 
+#include "platform/Wiping.h"
 #include "platform/dbus/ApplicationName.h"
 #include "platform/dbus/SessionBus.h"
 
@@ -16,11 +17,13 @@ namespace vellumo {
 
 using namespace secretservice;
 
-SecretServiceItems::SecretServiceItems(SessionBus &bus, QObject *parent)
+SecretServiceItems::SecretServiceItems(SessionBus &bus, const QString &cipherModule,
+                                       QObject *parent)
     : SecretItems(parent)
     , bus_(bus)
     , watch_(bus)
     , prompts_(bus)
+    , session_(bus, cipherModule)
 {
     registerTypes();
     connect(&watch_, &SecretServiceWatch::ownerChanged, this, &SecretServiceItems::onOwnerChanged);
@@ -69,10 +72,6 @@ void SecretServiceItems::next()
         return;
     }
     watch_.begin();
-    if (session_.isEmpty()) {
-        openSession();
-        return;
-    }
     switch (operations_.constFirst().kind) {
     case Operation::Kind::read:
         read();
@@ -91,7 +90,7 @@ void SecretServiceItems::next()
 
 void SecretServiceItems::finish(const SecretAnswer &answer)
 {
-    const Operation done = operations_.takeFirst();
+    Operation done = operations_.takeFirst();
     isRunning_ = false;
     QMetaObject::invokeMethod(this, &SecretServiceItems::next, Qt::QueuedConnection);
     const bool isDone =
@@ -107,37 +106,17 @@ void SecretServiceItems::finish(const SecretAnswer &answer)
                      done.kind == Operation::Kind::write ? std::optional(done.value)
                                                          : std::nullopt);
     }
+    wipe(done.value);
     if (done.completion && done.context) {
         done.completion(answer);
     }
-}
-
-void SecretServiceItems::openSession()
-{
-    const Arguments plain{u"plain"_s, QVariant::fromValue(QDBusVariant(QString()))};
-    call(servicePath, serviceInterface, "OpenSession", plain, "vo", [this](const auto *answer) {
-        session_ = answer ? pathIn(answer->at(1)) : QString();
-        if (session_.isEmpty()) {
-            finish();
-        } else {
-            isRunning_ = false;
-            next();
-        }
-    });
 }
 
 void SecretServiceItems::read()
 {
     search([this](const QStringList &open, const QStringList &locked) {
         if (!open.isEmpty()) {
-            const Arguments session{QVariant::fromValue(QDBusObjectPath(session_))};
-            call(open.constFirst(), itemInterface, "GetSecret", session, "(oayays)",
-                 [this](const auto *answer) {
-                     using Kind = SecretAnswer::Kind;
-                     finish(answer ? SecretAnswer{Kind::found,
-                                                  qdbus_cast<BusSecret>(answer->at(0)).value}
-                                   : SecretAnswer());
-                 });
+            choose(open, [this](const QString &item) { readItem(item); });
         } else if (!locked.isEmpty()) {
             watch_.watchCollection(locked.constFirst().section(u'/', 0, -2));
             finish({SecretAnswer::Kind::locked});
@@ -152,14 +131,55 @@ void SecretServiceItems::read()
     });
 }
 
+void SecretServiceItems::readItem(const QString &item)
+{
+    session_.open([this, item](bool isOpen) {
+        if (!isOpen) {
+            finish();
+            return;
+        }
+        const Arguments session{QVariant::fromValue(QDBusObjectPath(session_.path()))};
+        call(item, itemInterface, "GetSecret", session, "(oayays)", [this](const auto *answer) {
+            const auto value =
+                answer ? session_.unseal(qdbus_cast<BusSecret>(answer->at(0))) : std::nullopt;
+            finish(value ? SecretAnswer{SecretAnswer::Kind::found, *value} : SecretAnswer());
+        });
+    });
+}
+
+void SecretServiceItems::choose(const QStringList &items,
+                                const std::function<void(const QString &)> &then)
+{
+    if (items.size() == 1) {
+        then(items.constFirst());
+        return;
+    }
+    search(attributes(), [this, items, then](const QStringList &own, const QStringList &) {
+        askWhetherLocked([this, items, own, then](std::optional<bool>) {
+            const auto rank = [this, &own](const QString &item) {
+                const bool isInOurs =
+                    !collection_.isEmpty() && item.section(u'/', 0, -2) == collection_;
+                return (own.contains(item) ? 2 : 0) + (isInOurs ? 1 : 0);
+            };
+            then(*std::ranges::max_element(items, {}, rank));
+        });
+    });
+}
+
 void SecretServiceItems::write()
 {
     askWhetherLocked([this](std::optional<bool> isLocked) {
-        if (!isLocked.value_or(true)) {
-            createItem();
-        } else {
+        if (isLocked.value_or(true)) {
             finish({SecretAnswer::Kind::locked});
+            return;
         }
+        session_.open([this](bool isOpen) {
+            if (isOpen) {
+                createItem();
+            } else {
+                finish();
+            }
+        });
     });
 }
 
@@ -169,19 +189,47 @@ void SecretServiceItems::createItem()
     prompts_.dismiss(operation.account);
     const QVariantMap properties{
         {u"org.freedesktop.Secret.Item.Label"_s, u"vellumo: "_s + operation.account},
-        {u"org.freedesktop.Secret.Item.Attributes"_s, attributes()}};
-    const BusSecret secret{QDBusObjectPath(session_), {}, operation.value, u"text/plain"_s};
+        {u"org.freedesktop.Secret.Item.Attributes"_s, QVariant::fromValue(attributes())}};
+    const auto secret = session_.seal(operation.value);
+    if (!secret) {
+        finish();
+        return;
+    }
     const bool replaces = true;
     call(collection_, collectionInterface, "CreateItem",
-         {properties, QVariant::fromValue(secret), replaces}, "oo",
+         {properties, QVariant::fromValue(*secret), replaces}, "oo",
          [this, account = operation.account](const auto *answer) {
-             const bool isStored = answer && !pathIn(answer->at(0)).isEmpty();
-             const QString question = answer && !isStored ? pathIn(answer->at(1)) : QString();
-             if (!question.isEmpty()) {
+             const QString item = answer ? pathIn(answer->at(0)) : QString();
+             const QString question = answer && item.isEmpty() ? pathIn(answer->at(1)) : QString();
+             if (!item.isEmpty()) {
+                 removeOthers(item);
+             } else if (!question.isEmpty()) {
                  prompts_.add(account, question);
                  finish({SecretAnswer::Kind::missing}); // it is up to the user now
              } else {
-                 finish({isStored ? SecretAnswer::Kind::found : SecretAnswer::Kind::locked});
+                 finish({SecretAnswer::Kind::locked});
+             }
+         });
+}
+
+void SecretServiceItems::removeOthers(const QString &item)
+{
+    search([this, item](const QStringList &open, const QStringList &) {
+        for (const QString &other : open) {
+            if (other != item) {
+                removeItem(other);
+            }
+        }
+        finish({SecretAnswer::Kind::found});
+    });
+}
+
+void SecretServiceItems::removeItem(const QString &item)
+{
+    call(item, itemInterface, "Delete", {}, "o",
+         [this, account = operations_.constFirst().account](const auto *answer) {
+             if (const QString path = answer ? pathIn(answer->at(0)) : QString(); !path.isEmpty()) {
+                 prompts_.add(account, path);
              }
          });
 }
@@ -191,13 +239,7 @@ void SecretServiceItems::removeAll()
     prompts_.dismiss(operations_.constFirst().account);
     search([this](const QStringList &open, const QStringList &locked) {
         for (const QString &item : open) {
-            call(item, itemInterface, "Delete", {}, "o",
-                 [this, account = operations_.constFirst().account](const auto *answer) {
-                     if (const QString path = answer ? pathIn(answer->at(0)) : QString();
-                         !path.isEmpty()) {
-                         prompts_.add(account, path);
-                     }
-                 });
+            removeItem(item);
         }
         askWhetherLocked([this, isHidden = !locked.isEmpty()](std::optional<bool> isLocked) {
             const bool isLeft = isHidden || isLocked.value_or(true);
@@ -229,11 +271,14 @@ void SecretServiceItems::askToUnlock()
     });
 }
 
-void SecretServiceItems::search(
-    const std::function<void(const QStringList &, const QStringList &)> &then)
+void SecretServiceItems::search(const Found &then)
 {
-    const Attributes wanted{{u"service"_s, ApplicationName::id},
-                            {u"account"_s, operations_.constFirst().account}};
+    search({{u"service"_s, ApplicationName::id}, {u"account"_s, operations_.constFirst().account}},
+           then);
+}
+
+void SecretServiceItems::search(const Attributes &wanted, const Found &then)
+{
     call(servicePath, serviceInterface, "SearchItems", {QVariant::fromValue(wanted)}, "aoao",
          [this, then](const auto *answer) {
              if (answer) {
@@ -272,7 +317,7 @@ void SecretServiceItems::askWhetherLocked(const std::function<void(std::optional
 
 void SecretServiceItems::onOwnerChanged(bool isThere)
 {
-    session_.clear();
+    session_.forget();
     prompts_.forget();
     if (isThere) {
         onCollectionsChanged();
@@ -302,11 +347,11 @@ void SecretServiceItems::call(const QString &path, const char *interface, const 
                         std::move(then));
 }
 
-QVariant SecretServiceItems::attributes() const
+Attributes SecretServiceItems::attributes() const
 {
-    return QVariant::fromValue(Attributes{{u"xdg:schema"_s, ApplicationName::id},
-                                          {u"service"_s, ApplicationName::id},
-                                          {u"account"_s, operations_.constFirst().account}});
+    return {{u"xdg:schema"_s, ApplicationName::id},
+            {u"service"_s, ApplicationName::id},
+            {u"account"_s, operations_.constFirst().account}};
 }
 
 } // namespace vellumo

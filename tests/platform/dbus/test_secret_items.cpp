@@ -24,6 +24,8 @@ private Q_SLOTS:
     void initTestCase() { bus_.open(); }
     void theDesktopsToolsSeeTheSame();
     void keepsEveryValue();
+    void keepsOneItemOfAnAccount();
+    void encryptsWhatItHandsOver();
     void waitsForALockedKeyring();
     void waitsForAHungKeyring();
     void noticesAnotherKeyring();
@@ -39,7 +41,7 @@ private:
     }
 
     SessionBus bus_;
-    SecretServiceItems items_{bus_};
+    SecretServiceItems items_{bus_, QStringLiteral(VELLUMO_CIPHER_MODULE)};
 };
 
 void TestSecretItems::theDesktopsToolsSeeTheSame()
@@ -66,6 +68,39 @@ void TestSecretItems::keepsEveryValue()
         QCOMPARE(answer.kind, Kind::found);
         QCOMPARE(answer.value, value);
     }
+}
+
+void TestSecretItems::keepsOneItemOfAnAccount()
+{
+    items_.set(u"twice"_s, "own");
+    QCOMPARE(get(u"twice"_s).value, QByteArray("own"));
+    Keyring::store(u"twice"_s, "in another collection", u"session"_s);
+    QCOMPARE(Keyring::count(u"twice"_s), 2);
+    QCOMPARE(get(u"twice"_s).value, QByteArray("own"));
+    items_.set(u"twice"_s, "newer");
+    QCOMPARE(get(u"twice"_s).value, QByteArray("newer"));
+    QCOMPARE(Keyring::count(u"twice"_s), 1);
+}
+
+void TestSecretItems::encryptsWhatItHandsOver()
+{
+    SecretServiceSession session(bus_, QStringLiteral(VELLUMO_CIPHER_MODULE));
+    std::optional<bool> isOpen;
+    session.open([&](bool result) { isOpen = result; });
+    QVERIFY(waitUntil([&] { return isOpen.has_value(); }) && *isOpen);
+    QVERIFY(session.isEncrypted());
+    const auto first = session.seal("a secret");
+    const auto second = session.seal("a secret");
+    QVERIFY(first && second && first->value != second->value);
+    QVERIFY(!first->value.contains("secret"));
+    QCOMPARE(session.unseal(*first), QByteArray("a secret"));
+    auto damaged = *first;
+    damaged.value.chop(1);
+    QVERIFY(!session.unseal(damaged));
+    // what the keyring itself has decrypted is what another program reads there
+    items_.set(u"sealed"_s, "a secret");
+    QCOMPARE(get(u"sealed"_s).value, QByteArray("a secret"));
+    QCOMPARE(Keyring::lookUp(u"sealed"_s), QByteArray("a secret"));
 }
 
 void TestSecretItems::waitsForALockedKeyring()

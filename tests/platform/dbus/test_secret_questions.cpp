@@ -23,7 +23,7 @@ namespace {
 const QDBusObjectPath nowhere(u"/"_s);
 const QDBusObjectPath place(u"/x"_s);
 
-/// An open keyring that asks the user before every change.
+/// An open keyring that asks the user before every change, and cannot encrypt a session.
 class AskingKeyring : public QDBusVirtualObject {
 public:
     bool hasItem = false;
@@ -69,7 +69,7 @@ void TestSecretQuestions::asksTheUserOnlyWhenUnlocking()
     QVERIFY(end.registerVirtualObject(u"/"_s, &keyring, QDBusConnection::SubPath));
     SessionBus bus;
     bus.open();
-    SecretServiceItems items(bus);
+    SecretServiceItems items(bus, QStringLiteral(VELLUMO_CIPHER_MODULE));
     QSignalSpy readable(&items, &SecretItems::becameReadable);
     const auto get = [&] {
         std::optional<SecretAnswer> result;
