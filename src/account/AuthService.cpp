@@ -7,6 +7,7 @@
 #include "account/KeychainStore.h"
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
+#include "platform/Wiping.h"
 #include "ui/BilingualText.h"
 
 #include <QJsonDocument>
@@ -218,6 +219,9 @@ void AuthService::endSession()
 void AuthService::beginOtherSession(const std::optional<QString> &refreshToken)
 {
     ++sessionNumber_;
+    if (refreshToken_) {
+        wipe(*refreshToken_);
+    }
     refreshToken_ = refreshToken;
     isUnconfirmed_ = false;
     forgetIDToken();
@@ -301,6 +305,9 @@ void AuthService::confirmStoredSession()
 
 void AuthService::forgetIDToken()
 {
+    if (cachedIDToken_) {
+        wipe(*cachedIDToken_);
+    }
     cachedIDToken_.reset();
     idTokenExpiry_ = distantPast;
 }
