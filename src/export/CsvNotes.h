@@ -6,7 +6,7 @@
 #include <QByteArray>
 
 /// A table for spreadsheets and flash-card programs, see docs/export.md. Every cell is quoted;
-/// where a spreadsheet would take something for a formula, an apostrophe stands before it: at a
+/// where a spreadsheet would take something for a formula, an apostrophe comes before it: at a
 /// cell's beginning, and within a text wherever another separator or a line end would begin a cell.
 namespace vellumo::CsvNotes {
 

@@ -13,7 +13,7 @@ void printDiagnostic(const QString &text);
 /// Prints the text as one line of its own.
 void printLine(const QString &line);
 
-/// Prints text of several lines as it stands: only what the program itself says.
+/// Prints text of several lines unchanged: only what the program itself says.
 void printText(const QString &text);
 
 /// The text as one line of a log: each control character and end of line becomes a space, and
