@@ -4,7 +4,7 @@
 
 namespace vellumo {
 
-/// Tells whether the session's screen is locked or covered by a screen saver. Main thread only.
+/// Whether the session's screen is locked or covered by a screen saver. Main thread only.
 class ScreenLock {
 public:
     virtual ~ScreenLock() = default;

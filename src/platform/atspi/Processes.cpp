@@ -19,7 +19,7 @@ QByteArray contentsOf(qint64 process, const QByteArray &file)
 
 qint64 parentOf(qint64 process)
 {
-    // The name, which may hold anything, stands in parentheses before the state and the parent.
+    // The name, which may hold anything, is in parentheses before the state and the parent.
     const QByteArray stat = contentsOf(process, "stat");
     return stat.mid(stat.lastIndexOf(')') + 2).split(' ').value(1).toLongLong();
 }
