@@ -53,6 +53,7 @@ void TestNotePages::readsANote()
     desk.key(Qt::Key_Return);
     QCOMPARE(desk.text("sourceText"), u"<b>bold</b>"_s);
     QCOMPARE(desk.text("context"), u"a.test · Today, 18:00"_s);
+    QCOMPARE(desk.window.openNoteContext(), desk.notes.notes[1].context);
     desk.click("askFurther");
     QCOMPARE(asked, desk.notes.notes[1].note.id);
     desk.click("copy");
@@ -69,6 +70,7 @@ void TestNotePages::readsANote()
     desk.key(Qt::Key_Escape);
     QVERIFY(!desk.item("sourceText"));
     QCOMPARE(desk.text("count"), u"1 of 3"_s);
+    QCOMPARE(desk.window.openNoteContext(), std::nullopt);
 }
 
 void TestNotePages::walksTheInsights()

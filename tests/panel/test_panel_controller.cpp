@@ -284,6 +284,9 @@ void ResultPanelControllerTest::followUpsExtendWhatIsOnScreen()
     QCOMPARE(cell(2, "answer").toString(), u"a3"_s);
     QCOMPARE(cell(0, "answer").toString(), u"a1"_s);
 
+    desk.panel.showContext({u"web-url:x"_s, u"a place"_s, ReadingContextSource::webURL});
+    QCOMPARE(desk.view().contextName(), u"a place"_s);
+
     QCOMPARE(bottom.count(), 4);
     QCOMPARE(focus.count(), 4);
     QCOMPARE(fresh.count(), 0);
