@@ -89,7 +89,7 @@ void VellumoCoordinator::start()
 
 void VellumoCoordinator::handleTrigger()
 {
-    if (with_.screenLock.isLocked()) {
+    if (with_.screenLock.isLocked() || with_.workspace.isScreenCovered()) {
         return;
     }
     with_.notesEntranceController.collapse();

@@ -32,6 +32,10 @@ public:
     /// the window system delivers them.
     virtual void skipPastActivations() = 0;
 
+    /// Whether a window that no window manager controls covers the whole screen, as those of simple
+    /// screen lockers do.
+    [[nodiscard]] virtual bool isScreenCovered() = 0;
+
     /// Whether one of our own windows has the keyboard.
     [[nodiscard]] virtual bool isOwnWindowActive() const = 0;
 

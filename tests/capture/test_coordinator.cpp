@@ -272,6 +272,10 @@ void TestCoordinator::lockedScreenServesNothing()
     QCOMPARE(with_->reader.readings, 0);
     QVERIFY(!demo && !with_->panel.isOnScreen());
     with_->screenLock.locked = false;
+    with_->workspace.screenCovered = true;
+    doubleTap();
+    QCOMPARE(with_->reader.readings, 0);
+    with_->workspace.screenCovered = false;
     doubleTap();
     QVERIFY(with_->panel.isOnScreen());
 }

@@ -40,6 +40,7 @@ class FakeWorkspace : public Workspace {
 public:
     std::optional<RunningApplication> frontmost;
     bool ownWindowActive = false;
+    bool screenCovered = false;
     int skips = 0; ///< how often past activations were skipped
     QString ownSelection;
     QList<QUrl> openedUrls;
@@ -50,6 +51,7 @@ public:
         return frontmost;
     }
     void skipPastActivations() override { ++skips; }
+    [[nodiscard]] bool isScreenCovered() override { return screenCovered; }
     [[nodiscard]] bool isOwnWindowActive() const override { return ownWindowActive; }
     [[nodiscard]] QString ownSelectedText() const override { return ownSelection; }
     bool openUrl(const QUrl &url) override;

@@ -5,9 +5,11 @@
 
 #include "platform/x11/X11Connection.h"
 #include <QSysInfo>
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <unistd.h>
+#include <vector>
 #include <xcb/res.h>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +20,9 @@ namespace {
 
 /// Of a text property, in units of four bytes; window titles have no limit of their own.
 constexpr uint32_t maxPropertyLength = 16 * 1024;
+
+/// Windows on the screen that are looked at.
+constexpr int maxTopLevels = 200;
 
 /// Windows between the one with the keyboard and the root.
 constexpr int maxWindowDepth = 32;
@@ -126,6 +131,56 @@ bool X11Windows::exists(xcb_window_t window)
         && connection_.reply<xcb_get_window_attributes_reply_t>(
                xcb_get_window_attributes(connection_.xcb(), window))
         != nullptr;
+}
+
+bool X11Windows::isScreenCovered()
+{
+    auto *xcb = connection_.xcb();
+    const auto root =
+        connection_.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(xcb, connection_.root()));
+    const auto tree =
+        connection_.reply<xcb_query_tree_reply_t>(xcb_query_tree(xcb, connection_.root()));
+    if (!root || !tree) {
+        return false;
+    }
+    const auto *windows = xcb_query_tree_children(tree.get());
+    const int count = std::min(xcb_query_tree_children_length(tree.get()), maxTopLevels);
+    const auto *topmost = windows + xcb_query_tree_children_length(tree.get());
+    std::vector<xcb_get_window_attributes_cookie_t> questions;
+    questions.reserve(static_cast<size_t>(count));
+    for (int i = 1; i <= count; ++i) {
+        questions.push_back(xcb_get_window_attributes(xcb, *(topmost - i)));
+    }
+    std::optional<xcb_window_t> unmanaged;
+    for (int i = 1; i <= count; ++i) {
+        const auto attributes = connection_.reply<xcb_get_window_attributes_reply_t>(
+            questions[static_cast<size_t>(i - 1)]);
+        if (unmanaged || !attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE
+            || attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY) {
+            continue;
+        }
+        const xcb_window_t window = *(topmost - i);
+        // The server itself owns the compositor's.
+        const auto process = clientProcess(window);
+        if (process && process != getpid()) {
+            unmanaged = attributes->override_redirect != 0 && process != managerProcess()
+                ? window
+                : xcb_window_t{XCB_WINDOW_NONE};
+        }
+    }
+    const auto place = unmanaged.value_or(XCB_WINDOW_NONE) == XCB_WINDOW_NONE
+        ? nullptr
+        : connection_.reply<xcb_get_geometry_reply_t>(xcb_get_geometry(xcb, *unmanaged));
+    return place && place->x <= 0 && place->y <= 0 && place->x + place->width >= root->width
+        && place->y + place->height >= root->height;
+}
+
+/// Some window managers put windows of their own, which are not managed, around the others.
+std::optional<qint64> X11Windows::managerProcess()
+{
+    const auto window = firstNumber(property(
+        connection_.root(), connection_.atom("_NET_SUPPORTING_WM_CHECK"_ba), XCB_ATOM_WINDOW));
+    return window ? clientProcess(*window) : std::nullopt;
 }
 
 bool X11Windows::isOfAnotherMachine(xcb_window_t window)

@@ -44,12 +44,17 @@ public:
 
     [[nodiscard]] bool exists(xcb_window_t window);
 
+    /// Whether the topmost window, not counting ours, the window manager's and the compositor's, is
+    /// one that covers the whole screen and is under no window manager's control.
+    [[nodiscard]] bool isScreenCovered();
+
     [[nodiscard]] WindowClass windowClass(xcb_window_t window);
     [[nodiscard]] QString title(xcb_window_t window);
     [[nodiscard]] QString gtkApplicationId(xcb_window_t window);
 
 private:
     [[nodiscard]] bool isOfAnotherMachine(xcb_window_t window);
+    [[nodiscard]] std::optional<qint64> managerProcess();
     [[nodiscard]] QByteArray property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type);
 
     X11Connection &connection_;

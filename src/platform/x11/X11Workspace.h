@@ -28,6 +28,7 @@ public:
 
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
     void skipPastActivations() override;
+    [[nodiscard]] bool isScreenCovered() override { return windows_.isScreenCovered(); }
     [[nodiscard]] bool isOwnWindowActive() const override;
     [[nodiscard]] QString ownSelectedText() const override;
     bool openUrl(const QUrl &url) override;

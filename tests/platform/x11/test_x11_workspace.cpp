@@ -11,6 +11,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QWindow>
+#include <array>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void skipsPastActivations();
     void processBehindAWindow_data();
     void processBehindAWindow();
+    void knowsACoveredScreen();
     void opensOnlyWebAddresses();
     void aPublicationIsOverWithItsSelection();
 
@@ -224,6 +226,40 @@ void TestX11Workspace::processBehindAWindow()
     QCOMPARE(s->workspace.frontmostApplication(),
              (RunningApplication{expected, u"Reader2"_s, std::nullopt}));
     QCOMPARE(s->workspace.windowTitle(expected), u"title of reader2"_s);
+}
+
+void TestX11Workspace::knowsACoveredScreen()
+{
+    PeerProcess reader({u"window"_s, u"reader1"_s, u"Reader1"_s});
+    PeerProcess locker({u"window"_s, u"locker"_s, u"Locker"_s});
+    QVERIFY(desktop_.activate(locker.window()));
+    QVERIFY(desktop_.activate(reader.window()));
+    desktop_.setFullScreen(reader.window(), true); // which is no locker
+    const auto s = session();
+    auto *xcb = s->connection.xcb();
+    const auto showUnmanaged = [&](quint32 width) {
+        const auto window = locker.window();
+        xcb_unmap_window(xcb, window);
+        s->connection.roundTrip();
+        if (!QTest::qWaitFor([&] { return !desktop_.isVisible(window); })) {
+            return false;
+        }
+        constexpr quint32 unmanaged = 1;
+        xcb_change_window_attributes(xcb, window, XCB_CW_OVERRIDE_REDIRECT, &unmanaged);
+        xcb_reparent_window(xcb, window, s->connection.root(), 0, 0);
+        const std::array<quint32, 3> size{width, 5000, XCB_STACK_MODE_ABOVE};
+        xcb_map_window(xcb, window);
+        xcb_configure_window(xcb, window,
+                             XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT
+                                 | XCB_CONFIG_WINDOW_STACK_MODE,
+                             size.data());
+        return s->connection.roundTrip();
+    };
+    QVERIFY(!s->workspace.isScreenCovered());
+    QVERIFY(showUnmanaged(5000));
+    QVERIFY(s->workspace.isScreenCovered());
+    QVERIFY(showUnmanaged(300)); // a menu
+    QVERIFY(!s->workspace.isScreenCovered());
 }
 
 void TestX11Workspace::opensOnlyWebAddresses()
