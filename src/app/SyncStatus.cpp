@@ -24,6 +24,7 @@ SyncReporting::Problem problemOf(DataConnectError::Kind kind)
         return SyncReporting::Problem::SignedOut;
     case Kind::unreachable:
         return SyncReporting::Problem::Unreachable;
+    case Kind::tooLarge:
     case Kind::refused:
         return SyncReporting::Problem::Refused;
     case Kind::unreadable:

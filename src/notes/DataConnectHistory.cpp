@@ -8,8 +8,6 @@
 #include "platform/Clock.h"
 #include "platform/Diagnostics.h"
 
-#include <algorithm>
-#include <array>
 #include <memory>
 #include <thread>
 #include <utility>
@@ -34,16 +32,6 @@ constexpr qint64 maxReadAtOnce = qint64{256} * 1024; // some milliseconds of the
 QString sentId(const QUuid &id)
 {
     return id.toString(QUuid::WithoutBraces);
-}
-
-/// Whether the backend refuses a note because it has it.
-bool isDuplicate(const QString &description)
-{
-    const QString lower = description.toLower();
-    constexpr std::array signs = {"duplicate"_L1, "already exists"_L1, "unique"_L1,
-                                  "constraint"_L1};
-    return std::any_of(signs.begin(), signs.end(),
-                       [&lower](QLatin1StringView sign) { return lower.contains(sign); });
 }
 
 /// What it means for an operation that there is no token.
@@ -147,7 +135,7 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
     const QUrl address = url(operation.kind);
     using Kind = DataConnectError::Kind;
     if (!address.isValid() || address.host().isEmpty()) {
-        const Failure failure{Kind::notConfigured, u"bad URL"_s, u"bad URL"_s};
+        const Failure failure{Kind::notConfigured, false, u"bad URL"_s};
         soon(context, [completion, failure] { completion(failure); });
         return;
     }
@@ -167,10 +155,10 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
                             &session = with_.session](const auto &token) {
         if (!token.isOk()) {
             const QString why = summary(token.error());
-            completion(Failure{kindOf(token.error()), why, logExcerpt(why, sent)});
+            completion(Failure{kindOf(token.error()), false, logExcerpt(why, sent)});
         } else if (!token.value()) {
             const QString why = u"user authentication required"_s;
-            completion(Failure{Kind::signedOut, why, why});
+            completion(Failure{Kind::signedOut, false, why});
         } else {
             HttpRequest authorized = request;
             authorized.headers = {{"Content-Type", "application/json"},
@@ -196,7 +184,7 @@ void DataConnectHistory::finish(const std::optional<DataConnectError> &error,
     }
     const QString excerpt = logExcerpt(error->description, sent);
     // a body without a word is a description, but tells a reader of the log nothing
-    completion(Failure{error->kind, error->description,
+    completion(Failure{error->kind, error->isDuplicate,
                        excerpt.isEmpty() ? u"HTTP %1"_s.arg(error->code) : excerpt});
 }
 
@@ -222,12 +210,12 @@ void DataConnectHistory::saveProfile(const std::optional<QString> &hearAbout,
 }
 
 void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
-                                    const Done &completion) const
+                                    const Uploaded &completion) const
 {
     if (!isConfigured()) {
         soon(context, [this, completion] {
             tell(Direction::Up, DataConnectError::Kind::notConfigured);
-            completion(false);
+            completion({DataConnectError::Kind::notConfigured});
         });
         return;
     }
@@ -238,12 +226,15 @@ void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
                                {u"translation"_s, note.translation},
                                {u"explanation"_s, note.explanation}}};
     const auto end = [this, completion](const auto &failure) {
-        const bool isThere = !failure || isDuplicate(failure->description);
+        const bool isThere = !failure || failure->isDuplicate;
         if (!isThere) {
             printDiagnostic(u"history create failed — "_s + failure->excerpt);
+        } else if (failure) {
+            printDiagnostic(u"history create refused, taken as done — "_s + failure->excerpt);
         }
-        tell(Direction::Up, isThere ? Outcome() : failure->kind);
-        completion(isThere);
+        const Outcome outcome = isThere ? Outcome() : failure->kind;
+        tell(Direction::Up, outcome);
+        completion({outcome});
     };
     execute(operation, context, atOnce(DataConnectWire::noteInserted), end);
 }
@@ -252,7 +243,7 @@ void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
 class DataConnectHistory::FollowUpUpload : public QObject {
 public:
     FollowUpUpload(const DataConnectHistory &history, const QUuid &noteId,
-                   QList<FollowUpExchange> exchanges, QObject *context, Done completion)
+                   QList<FollowUpExchange> exchanges, QObject *context, Uploaded completion)
         : QObject(context)
         , history_(history)
         , noteId_(noteId)
@@ -264,14 +255,14 @@ public:
     void sendNext()
     {
         if (next_ == exchanges_.size()) {
-            finish(true);
+            finish({});
             return;
         }
         history_.addFollowUp(noteId_, exchanges_.at(next_), this, [this](const auto &failure) {
             if (failure) {
                 printDiagnostic(u"follow-up upload failed — "_s + failure->excerpt);
                 history_.tell(Direction::Up, failure->kind);
-                finish(false);
+                finish({failure->kind});
                 return;
             }
             ++next_;
@@ -280,29 +271,29 @@ public:
     }
 
 private:
-    void finish(bool isDone)
+    void finish(Upload upload)
     {
         deleteLater();
-        const Done completion = std::exchange(completion_, {}); // which may end the context
-        completion(isDone);
+        const Uploaded completion = std::exchange(completion_, {}); // which may end the context
+        completion(upload);
     }
 
     const DataConnectHistory &history_;
     QUuid noteId_;
     QList<FollowUpExchange> exchanges_;
     qsizetype next_ = 0;
-    Done completion_;
+    Uploaded completion_;
 };
 
 void DataConnectHistory::addFollowUps(const QUuid &noteId, const QList<FollowUpExchange> &exchanges,
-                                      QObject *context, const Done &completion) const
+                                      QObject *context, const Uploaded &completion) const
 {
     if (exchanges.isEmpty() || !isConfigured()) {
         soon(context, [this, completion, isDone = exchanges.isEmpty()] {
             if (!isDone) {
                 tell(Direction::Up, DataConnectError::Kind::notConfigured);
             }
-            completion(isDone);
+            completion({isDone ? Outcome() : DataConnectError::Kind::notConfigured});
         });
         return;
     }

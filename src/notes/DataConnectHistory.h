@@ -42,17 +42,24 @@ public:
     /// runs. For those who show it; not told of an operation whose context is gone.
     std::function<void(Direction direction, Outcome outcome)> onEnded;
 
+    /// How an upload ended: true when it is done.
+    struct Upload {
+        Outcome failure;
+        operator bool() const { return !failure; } // NOLINT(google-explicit-constructor)
+    };
+    using Uploaded = std::function<void(Upload upload)>;
+
     /// What the user said about themselves when they first ran the program; absent is not sent.
     void saveProfile(const std::optional<QString> &hearAbout, const std::optional<QString> &role,
                      const std::optional<QString> &industry, QObject *context,
                      const Done &completion) const;
 
     /// Done also when the backend has the note already. Follow-ups and the time are not sent.
-    void createNote(const ReadingNote &note, QObject *context, const Done &completion) const;
+    void createNote(const ReadingNote &note, QObject *context, const Uploaded &completion) const;
 
     /// Adds the exchanges one after the other. After a failure the backend may have the first ones.
     void addFollowUps(const QUuid &noteId, const QList<FollowUpExchange> &exchanges,
-                      QObject *context, const Done &completion) const;
+                      QObject *context, const Uploaded &completion) const;
 
     using ListCompletion = std::function<void(const QList<ReadingNote> &notes)>;
 
@@ -68,7 +75,7 @@ private:
     struct Operation;
     struct Failure {
         DataConnectError::Kind kind = DataConnectError::Kind::unreadable;
-        QString description; ///< whole: only to be matched
+        bool isDuplicate = false; ///< the backend has what was sent
         QString excerpt; ///< for a log
     };
     using Answer = DataConnectWire::Answer;

@@ -6,9 +6,12 @@
 #include "notes/DataConnectAnswer.h"
 #include "notes/StrictUuid.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QStringDecoder>
+#include <QStringList>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -23,11 +26,62 @@ DataConnectError undecodable()
     return {.description = u"the answer cannot be read"_s};
 }
 
+/// Whether the service says that it has the row already, and not that the row breaks another rule.
+bool saysDuplicate(const QStringList &messages)
+{
+    constexpr std::array signs = {"duplicate"_L1, "already exists"_L1, "unique"_L1,
+                                  "constraint"_L1};
+    constexpr std::array otherRules = {"foreign key"_L1, "check"_L1, "not null"_L1, "not-null"_L1};
+    const auto holds = [](const QString &message, const auto &words) {
+        return std::any_of(words.begin(), words.end(), [&message](QLatin1StringView word) {
+            return message.contains(word, Qt::CaseInsensitive);
+        });
+    };
+    return std::any_of(messages.begin(), messages.end(),
+                       [&](const QString &message) { return holds(message, signs); })
+        && std::none_of(messages.begin(), messages.end(),
+                        [&](const QString &message) { return holds(message, otherRules); });
+}
+
+/// What a body of an error says, if it is one of the forms that services give errors.
+QStringList errorMessages(const QByteArray &body)
+{
+    const QJsonObject object = QJsonDocument::fromJson(body).object();
+    QStringList found;
+    const auto take = [&found](const QJsonValue &holder) {
+        const QJsonValue message = holder.isObject() ? holder[u"message"] : holder;
+        if (message.isString()) {
+            found.append(message.toString());
+        }
+    };
+    take(object);
+    take(object.value(u"error"));
+    const QJsonArray errors = object.value(u"errors").toArray();
+    for (const QJsonValue error : errors) {
+        take(error);
+    }
+    return found;
+}
+
+DataConnectError::Kind kindOfStatus(int status)
+{
+    switch (status) {
+    case 401:
+        return DataConnectError::Kind::signedOut;
+    case 413:
+        return DataConnectError::Kind::tooLarge;
+    default:
+        return DataConnectError::Kind::refused;
+    }
+}
+
 DataConnectError badStatus(const HttpResponse &response)
 {
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString body = decoder(response.body);
-    return {DataConnectError::Kind::refused, response.status,
+    return {kindOfStatus(response.status), response.status,
+            // above, a page of whatever stands before the service may say anything
+            response.status < 500 && saysDuplicate(errorMessages(response.body)),
             decoder.hasError() ? u"HTTP %1"_s.arg(response.status) : body};
 }
 
@@ -35,7 +89,9 @@ DataConnectError badStatus(const HttpResponse &response)
 Result<DataConnectAnswer, DataConnectError> read(const Answer &answer, double now = 0)
 {
     if (!answer.isOk()) {
-        return DataConnectError{.kind = DataConnectError::Kind::unreachable,
+        const bool isLong = answer.error().kind == HttpError::Kind::tooLarge;
+        return DataConnectError{.kind = isLong ? DataConnectError::Kind::unreadable
+                                               : DataConnectError::Kind::unreachable,
                                 .description = describe(answer.error().kind)};
     }
     const HttpResponse &response = answer.value();
@@ -48,6 +104,7 @@ Result<DataConnectAnswer, DataConnectError> read(const Answer &answer, double no
     }
     if (!said->errors.isEmpty()) {
         return DataConnectError{.kind = DataConnectError::Kind::refused,
+                                .isDuplicate = saysDuplicate(said->errors),
                                 .description = said->errors.join(u"; "_s)};
     }
     if (said->data == DataConnectAnswer::Data::absent) {

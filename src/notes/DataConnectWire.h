@@ -16,11 +16,13 @@ struct DataConnectError {
         notConfigured, ///< this installation knows no backend
         signedOut, ///< there is no session, or it is not accepted any more
         unreachable, ///< no answer came
+        tooLarge, ///< the backend does not take this much at once
         refused, ///< the backend said no, or the token service for a moment
         unreadable, ///< an answer came that is not one
     };
     Kind kind = Kind::unreadable;
     int code = -1; ///< the status, if it was one that says no
+    bool isDuplicate = false; ///< the service refuses what it already has
     QString description = {}; ///< whole; a server's may repeat what was sent: not for a log
 };
 

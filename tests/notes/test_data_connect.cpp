@@ -234,9 +234,21 @@ void TestDataConnect::answers_data()
     for (const char *sign : {"DUPLICATE key", "it Already Exists", "not unique", "a constraint"})
         QTest::newRow(sign) << body(QByteArray(R"({"errors":[{"message":")") + sign + "\"}]}")
                             << true << QString::fromLatin1(sign);
-    QTest::newRow("duplicate, at the end of a long body")
-        << Answer(HttpResponse{.status = 409, .body = QByteArray(900, ' ') + "duplicate"}) << true
-        << QString(QString(900, u' ') + u"duplicate"_s);
+    for (const char *sign :
+         {"insert violates foreign key constraint", "violates CHECK constraint",
+          "null value violates not-null constraint", "not null constraint failed"})
+        QTest::newRow(sign) << body(QByteArray(R"({"errors":[{"message":")") + sign + "\"}]}")
+                            << false << QString::fromLatin1(sign);
+    const auto refused = [](const char *row, int status, const QByteArray &text, bool isCreated) {
+        QTest::newRow(row) << Answer(HttpResponse{.status = status, .body = text}) << isCreated
+                           << QString::fromUtf8(text);
+    };
+    refused("duplicate, as a status", 409, R"({"error":{"message":"it already exists"}})", true);
+    refused("duplicate, among errors", 400, R"({"errors":[{"message":"duplicate key"}]})", true);
+    refused("duplicate, without a form", 409, "duplicate", false);
+    refused("a page", 403, "<p>your unique support ID</p>", false);
+    refused("a page's words in another field", 400, R"({"help":"your unique ID"})", false);
+    refused("the service's fault", 503, R"({"message":"your unique support ID"})", false);
 }
 
 void TestDataConnect::answers()
