@@ -22,9 +22,12 @@ public:
         , history_(engine.history_)
         , auth_(engine.auth_)
         , user_(engine.auth_.user())
+        , tooLarge_(engine.tooLarge_)
         , pending_(engine.store_.pendingSync())
         , onEnded_(std::move(onEnded))
     {
+        pending_.removeIf(
+            [this](const PendingNote &pending) { return tooLarge_.contains(pending.note.id); });
     }
 
     void takeNext()
@@ -43,12 +46,15 @@ public:
     }
 
 private:
+    using Upload = DataConnectHistory::Upload;
+
     void create()
     {
-        history_.createNote(current_.note, this, [this](bool isThere) {
-            if (isThere) {
+        history_.createNote(current_.note, this, [this](const Upload &upload) {
+            if (upload) {
                 sendFollowUps(0);
             } else {
+                learnFrom(*upload.failure);
                 takeNext();
             }
         });
@@ -62,9 +68,31 @@ private:
             record(count);
             return;
         }
-        history_.addFollowUps(
-            current_.note.id, current_.note.followUps.mid(first), this,
-            [this, first, count](bool isDone) { record(isDone ? count : first); });
+        history_.addFollowUps(current_.note.id, current_.note.followUps.mid(first), this,
+                              [this, first, count](const Upload &upload) {
+                                  if (!upload) {
+                                      learnFrom(*upload.failure);
+                                  }
+                                  record(upload ? count : first);
+                              });
+    }
+
+    void learnFrom(DataConnectError::Kind failure)
+    {
+        using Kind = DataConnectError::Kind;
+        switch (failure) {
+        case Kind::notConfigured:
+        case Kind::signedOut:
+        case Kind::unreachable:
+            pending_.clear(); // the others would meet the same, each after a minute perhaps
+            break;
+        case Kind::tooLarge:
+            tooLarge_.insert(current_.note.id);
+            break;
+        case Kind::refused:
+        case Kind::unreadable:
+            break;
+        }
     }
 
     void record(qint64 followUpCount)
@@ -77,6 +105,7 @@ private:
     const DataConnectHistory &history_;
     Authenticating &auth_;
     std::optional<User> user_;
+    QSet<QUuid> &tooLarge_;
     QList<PendingNote> pending_;
     PendingNote current_;
     Done onEnded_;

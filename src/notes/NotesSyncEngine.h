@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QObject>
+#include <QSet>
+#include <QUuid>
 #include <functional>
 #include <memory>
 
@@ -30,8 +32,10 @@ public:
     ~NotesSyncEngine() override;
     Q_DISABLE_COPY_MOVE(NotesSyncEngine)
 
-    /// Sends what the backend lacks, one note at a time. While that is under way already, any
-    /// number of calls make one more pass after it, and each of them is completed at once.
+    /// Sends what the backend lacks, one note at a time. Ends at the first failure that would meet
+    /// every note: no connection, no session. A note refused for its size is not sent again. While
+    /// that is under way already, any number of calls make one more pass after it, and each of them
+    /// is completed at once.
     void pushPending(QObject *context, Done completion);
     void pushPending() { pushPending(this, {}); }
 
@@ -47,6 +51,7 @@ private:
     NotesStoring &store_;
     const DataConnectHistory &history_;
     Authenticating &auth_;
+    QSet<QUuid> tooLarge_; ///< notes that the backend does not take
     bool pushing_ = false;
     bool pushQueued_ = false; ///< another push was asked for while one was running
     std::unique_ptr<PushPass> pass_; ///< the one that is running

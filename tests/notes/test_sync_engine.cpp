@@ -93,6 +93,8 @@ private Q_SLOTS:
     void failuresStayPending();
     void callsDuringAPassMakeOneMore();
     void marksWhatWasSentAndNotWhatCameMeanwhile();
+    void passEndsWhereEveryNoteWouldFail_data();
+    void passEndsWhereEveryNoteWouldFail();
     void signedOutTouchesNothing();
     void signingOutEndsAPass();
     void pullTakesOnlyTheUnknown();
@@ -178,6 +180,44 @@ void TestSyncEngine::marksWhatWasSentAndNotWhatCameMeanwhile()
     QCOMPARE(home.store.pendingSync().value(0).state, (NoteSyncState{true, 1}));
     home.push();
     QCOMPARE(home.serve(done), u"Alater"_s);
+}
+
+void TestSyncEngine::passEndsWhereEveryNoteWouldFail_data()
+{
+    QTest::addColumn<int>("status"); // 0: no answer
+    QTest::addColumn<int>("requests"); // of a pass with three notes, and of the one after it
+    QTest::addColumn<int>("further");
+    QTest::newRow("no connection") << 0 << 1 << 3;
+    QTest::newRow("session refused") << 401 << 1 << 3;
+    QTest::newRow("refused") << 500 << 3 << 3;
+    QTest::newRow("too large") << 413 << 3 << 2;
+}
+
+void TestSyncEngine::passEndsWhereEveryNoteWouldFail()
+{
+    QFETCH(int, status);
+    QFETCH(int, requests);
+    QFETCH(int, further);
+    Home home;
+    for (int i = 0; i < 3; ++i)
+        home.store.add(makeNote(QString::number(i)), page);
+    const auto answered = [&](int failing) {
+        const int completions = home.completions;
+        const qsizetype before = home.session.requests.size();
+        home.push();
+        const bool hasEnded = waitUntil([&] {
+            if (home.session.requests.size() > before) {
+                const bool isFirst = failing-- > 0;
+                home.session.answer(!isFirst          ? HttpResponse{.status = 500}
+                                        : status == 0 ? Result<HttpResponse, HttpError>(HttpError{})
+                                                      : HttpResponse{.status = status});
+            }
+            return home.completions > completions;
+        });
+        return hasEnded ? home.session.requests.size() - before : -1;
+    };
+    QCOMPARE(answered(1), requests);
+    QCOMPARE(answered(0), further);
 }
 
 void TestSyncEngine::signedOutTouchesNothing()
