@@ -17,6 +17,13 @@ struct Conversation {
     /// The answered follow-ups. They are taken in pairs at fixed positions after the two seed
     /// turns, so an unanswered question shifts whatever follows it out of the pairing.
     [[nodiscard]] QList<FollowUpExchange> followUps() const;
+
+    /// Whether the follow-up that was answered last is one of them.
+    [[nodiscard]] bool keepsLatest() const;
+
+private:
+    /// Whether a question and its answer begin at this position.
+    [[nodiscard]] bool isPair(qsizetype position) const;
 };
 
 } // namespace vellumo

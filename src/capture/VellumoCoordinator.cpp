@@ -222,7 +222,11 @@ void VellumoCoordinator::handleFollowUp(const QString &question)
             }
             if (answer.isOk()) {
                 conversation->transcript.append({ChatTurn::Role::assistant, answer.value()});
-                with_.resultPanelController.showFollowUpAnswer(answer.value());
+                if (conversation->keepsLatest()) {
+                    with_.resultPanelController.showFollowUpAnswer(answer.value());
+                } else {
+                    with_.resultPanelController.showUnkeptFollowUpAnswer(answer.value());
+                }
             } else {
                 with_.resultPanelController.showFollowUpFailure(
                     text(u"vellumo could not answer that just now."_s,

@@ -12,10 +12,11 @@ Item {
     required property string answer
     required property bool pending
     required property bool failed
+    required property bool kept
     required property BilingualText texts
 
     implicitHeight: row.pending ? dots.y + dots.height
-                  : row.failed ? failure.y + failure.height : reply.y + reply.height
+                  : row.kept ? reply.y + reply.height : failure.y + failure.height
 
     Item {
         id: bubble
@@ -77,7 +78,7 @@ Item {
         y: reply.y + reply.height + Units.space4
         width: parent.width
         height: note.height
-        visible: row.failed && !row.pending
+        visible: !row.kept && !row.pending
 
         Rectangle {
             y: Math.round((note.height - height) / 2)
@@ -92,12 +93,17 @@ Item {
             objectName: "failureNote"
             x: Units.space12 + Units.space2
             width: parent.width - x
-            text: row.texts.english ? "No answer — this one is not kept with your note."
-                                    : "没有得到回答,这一条不会存进笔记。"
+            text: row.failed ? (row.texts.english ? "No answer — not kept with your note."
+                                                  : "没有得到回答,不会存进笔记。")
+                             : (row.texts.english ? "Not kept with your note: a question before it got no answer."
+                                                  : "前面有问题没有得到回答,所以不会存进笔记。")
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.islandSecondText
             font.pixelSize: Units.type12
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: note.text
         }
     }
 

@@ -11,9 +11,10 @@ namespace vellumo {
 
 /// One row of the follow-up thread.
 struct ThreadItem {
-    QString question;
-    std::optional<QString> answer; ///< absent while the answer is awaited
-    bool failed = false; ///< the answer is an apology and will not be kept with the note
+    QString question = {};
+    std::optional<QString> answer = {}; ///< absent while the answer is awaited
+    bool failed = false; ///< the answer is an apology
+    bool kept = true; ///< goes into the note; what failed never does
     friend bool operator==(const ThreadItem &, const ThreadItem &) = default;
 };
 

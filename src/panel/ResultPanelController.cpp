@@ -172,9 +172,9 @@ void ResultPanelController::describe(const IslandContent &content)
     view_->setOffersPermission(result && !result->sourceText && isTrusted && !isTrusted());
     view_->setOffersService(result && !result->sourceText && onOpenServiceSettings
                             && isErrorOfService && isErrorOfService());
-    view_->setIsSample(result && result->sourceText && result->isFresh && answersAreSamples
-                           && answersAreSamples(),
-                       static_cast<bool>(onOpenServiceSettings));
+    view_->setIsSample(
+        result && result->sourceText && result->isFresh && answersAreSamples && answersAreSamples(),
+        static_cast<bool>(onOpenServiceSettings), isConfigurationFaulty && isConfigurationFaulty());
 }
 
 void ResultPanelController::showFollowUpThinking(const QString &question)
@@ -188,21 +188,28 @@ void ResultPanelController::showFollowUpThinking(const QString &question)
 
 void ResultPanelController::showFollowUpAnswer(const QString &answer)
 {
-    fillLastRow(answer, false);
+    fillLastRow({.answer = answer});
+}
+
+void ResultPanelController::showUnkeptFollowUpAnswer(const QString &answer)
+{
+    fillLastRow({.answer = answer, .kept = false});
 }
 
 void ResultPanelController::showFollowUpFailure(const QString &message)
 {
-    fillLastRow(message, true);
+    fillLastRow({.answer = message, .failed = true, .kept = false});
 }
 
-void ResultPanelController::fillLastRow(const QString &answer, bool failed)
+/// Gives the last row everything but its question.
+void ResultPanelController::fillLastRow(const ThreadItem &filling)
 {
     if (!baseResult_ || thread_.isEmpty()) {
         return;
     }
-    thread_.last().answer = answer;
-    thread_.last().failed = failed;
+    const QString question = thread_.constLast().question;
+    thread_.last() = filling;
+    thread_.last().question = question;
     redrawThread();
     if (panelView_) {
         panelView_->announceLatest();

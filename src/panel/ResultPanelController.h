@@ -37,6 +37,8 @@ public:
     /// Tells whether answers are samples for want of a service; fresh ones are marked, with a way
     /// to `onOpenServiceSettings`.
     std::function<bool()> answersAreSamples;
+    /// Tells whether that is for a mistake in the configuration.
+    std::function<bool()> isConfigurationFaulty;
     std::function<void()> onOpenServiceSettings;
     /// Tells whether the error that is being shown can be helped there; it offers the way then.
     std::function<bool()> isErrorOfService;
@@ -59,6 +61,7 @@ public:
     void showContext(const ReadingContext &context) override;
     void showFollowUpThinking(const QString &question) override;
     void showFollowUpAnswer(const QString &answer) override;
+    void showUnkeptFollowUpAnswer(const QString &answer) override;
     void showFollowUpFailure(const QString &message) override;
 
 private:
@@ -67,7 +70,7 @@ private:
     void endPresentation(Leaving leaving);
     void rememberConversation(const IslandContent &content);
     void describe(const IslandContent &content);
-    void fillLastRow(const QString &answer, bool failed);
+    void fillLastRow(const ThreadItem &filling);
     void swapContent(const IslandContent &content);
     void redrawThread();
     void applyLimits(const std::optional<Screen> &screen);

@@ -39,6 +39,9 @@ public:
     /// Fills the last row. Only while a result with a thread is shown.
     virtual void showFollowUpAnswer(const QString &answer) = 0;
 
+    /// The same, and marks the row as one that the note will not have.
+    virtual void showUnkeptFollowUpAnswer(const QString &answer) = 0;
+
     /// Fills the last row with an apology and marks the row as failed.
     virtual void showFollowUpFailure(const QString &message) = 0;
 };

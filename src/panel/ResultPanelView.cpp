@@ -67,11 +67,12 @@ void ResultPanelView::setOffersPermission(bool offers)
     }
 }
 
-void ResultPanelView::setIsSample(bool sample, bool leadsToService)
+void ResultPanelView::setIsSample(bool sample, bool leadsToService, bool forAFault)
 {
-    if (sample != isSample_ || leadsToService != leadsToService_) {
+    if (sample != isSample_ || leadsToService != leadsToService_ || forAFault != isForAFault_) {
         isSample_ = sample;
         leadsToService_ = leadsToService;
+        isForAFault_ = forAFault;
         Q_EMIT contentChanged();
     }
 }

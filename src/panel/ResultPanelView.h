@@ -31,6 +31,7 @@ class ResultPanelView : public QObject {
     Q_PROPERTY(bool isSample READ isSample NOTIFY contentChanged)
     Q_PROPERTY(bool offersService READ offersService NOTIFY contentChanged)
     Q_PROPERTY(bool leadsToService READ leadsToService NOTIFY contentChanged)
+    Q_PROPERTY(bool isForAFault READ isForAFault NOTIFY contentChanged)
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
     Q_PROPERTY(qreal topInset READ topInset NOTIFY limitsChanged)
     Q_PROPERTY(qreal maximumHeight READ maximumHeight NOTIFY limitsChanged)
@@ -63,8 +64,9 @@ public:
     void setLimits(qreal topInset, qreal maximumHeight);
     void setOffersPermission(bool offers);
     void setOffersService(bool offers);
-    /// `leadsToService`: there is a place where a service can be set up.
-    void setIsSample(bool sample, bool leadsToService);
+    /// `leadsToService`: there is a place where a service can be set up. `forAFault`: a sample in
+    /// place of a service whose configuration has a mistake.
+    void setIsSample(bool sample, bool leadsToService, bool forAFault);
     void setShown(bool shown);
 
     /// The height that shows everything without scrolling; right as soon as show() returns.
@@ -92,6 +94,7 @@ public:
     [[nodiscard]] bool isSample() const { return isSample_; }
     [[nodiscard]] bool offersService() const { return offersService_; }
     [[nodiscard]] bool leadsToService() const { return leadsToService_; }
+    [[nodiscard]] bool isForAFault() const { return isForAFault_; }
     [[nodiscard]] bool isShown() const { return isShown_; }
     [[nodiscard]] qreal topInset() const { return topInset_; }
     [[nodiscard]] qreal maximumHeight() const { return maximumHeight_; }
@@ -134,6 +137,7 @@ private:
     bool isSample_ = false;
     bool offersService_ = false;
     bool leadsToService_ = false;
+    bool isForAFault_ = false;
     bool isShown_ = false;
     bool hasUnsentText_ = false;
 };

@@ -18,8 +18,11 @@ Item {
 
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width - (open.visible ? open.width + Units.space12 : 0)
-        text: note.texts.english ? "A sample answer — no service is set up yet."
-                                 : "这是示例回答 —— 还没有设置解释服务。"
+        text: note.view.isForAFault
+            ? (note.texts.english ? "A sample answer — there is a mistake in the configuration."
+                                  : "这是示例回答 —— 配置里有错误。")
+            : (note.texts.english ? "A sample answer — no service is set up yet."
+                                  : "这是示例回答 —— 还没有设置解释服务。")
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: Theme.islandSecondText
@@ -35,7 +38,8 @@ Item {
         anchors.right: parent.right
         visible: note.view.leadsToService
         island: true
-        text: note.texts.english ? "Set up a service" : "设置服务"
+        text: note.view.isForAFault ? (note.texts.english ? "Check the service" : "检查服务")
+                                    : (note.texts.english ? "Set up a service" : "设置服务")
         onClicked: note.view.openServiceSettings()
     }
 }

@@ -63,6 +63,8 @@ QVariant ThreadModel::data(const QModelIndex &index, int role) const
         return !row.answer.has_value();
     case Failed:
         return row.failed;
+    case Kept:
+        return row.kept && !row.failed;
     default:
         return {};
     }
@@ -70,7 +72,11 @@ QVariant ThreadModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> ThreadModel::roleNames() const
 {
-    return {{Question, "question"}, {Answer, "answer"}, {Pending, "pending"}, {Failed, "failed"}};
+    return {{Question, "question"},
+            {Answer, "answer"},
+            {Pending, "pending"},
+            {Failed, "failed"},
+            {Kept, "kept"}};
 }
 
 } // namespace vellumo

@@ -25,7 +25,7 @@ public:
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
 private:
-    enum Role { Question = Qt::UserRole, Answer, Pending, Failed };
+    enum Role { Question = Qt::UserRole, Answer, Pending, Failed, Kept };
 
     QList<ThreadItem> rows_;
 };

@@ -138,6 +138,10 @@ public:
     void showContext(const ReadingContext &newContext) override { context = newContext; }
     void showFollowUpThinking(const QString &question) override { thread.append(question); }
     void showFollowUpAnswer(const QString &answer) override { thread.append(answer); }
+    void showUnkeptFollowUpAnswer(const QString &answer) override
+    {
+        thread.append(QStringLiteral("unkept: ") + answer);
+    }
     void showFollowUpFailure(const QString &message) override
     {
         thread.append(QStringLiteral("failed: ") + message);

@@ -293,9 +293,16 @@ void TestCoordinator::onlyPairedFollowUpsAreKept()
     with_->explainer.followUps[2].answer(u"A3"_s);
     QCOMPARE(with_->panel.thread,
              (QStringList{u"Q1"_s, u"A1"_s, u"Q2"_s,
-                          u"failed: vellumo could not answer that just now."_s, u"Q3"_s, u"A3"_s}));
+                          u"failed: vellumo could not answer that just now."_s, u"Q3"_s,
+                          u"unkept: A3"_s}));
+    // a second question without an answer brings the pairs back, and the panel says no less
+    ask(u"Q4"_s);
+    with_->explainer.followUps[3].answer(failure);
+    ask(u"Q5"_s);
+    with_->explainer.followUps[4].answer(u"A5"_s);
+    QCOMPARE(with_->panel.thread.last(), u"A5"_s);
     with_->panel.dismiss();
-    QCOMPARE(questions(with_->store.notes.at(0).note), QStringList{u"Q1=A1"_s});
+    QCOMPARE(questions(with_->store.notes.at(0).note), (QStringList{u"Q1=A1"_s, u"Q5=A5"_s}));
 }
 
 void TestCoordinator::resultAfterClosedLoadingIsStillShown()

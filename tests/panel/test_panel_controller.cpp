@@ -280,8 +280,13 @@ void ResultPanelControllerTest::followUpsExtendWhatIsOnScreen()
     QCOMPARE(cell(1, "answer").toString(), u"sorry"_s);
     QCOMPARE(cell(1, "failed").toBool(), true);
     desk.panel.showFollowUpThinking(u"q3"_s);
-    desk.panel.showFollowUpAnswer(u"a3"_s);
+    desk.panel.showUnkeptFollowUpAnswer(u"a3"_s);
+    QCOMPARE(cell(2, "question").toString(), u"q3"_s);
     QCOMPARE(cell(2, "answer").toString(), u"a3"_s);
+    QCOMPARE(cell(2, "failed").toBool(), false);
+    QCOMPARE(cell(0, "kept").toBool(), true);
+    QCOMPARE(cell(1, "kept").toBool(), false);
+    QCOMPARE(cell(2, "kept").toBool(), false);
     QCOMPARE(cell(0, "answer").toString(), u"a1"_s);
 
     desk.panel.showContext({u"web-url:x"_s, u"a place"_s, ReadingContextSource::webURL});

@@ -167,6 +167,9 @@ void ResultPanelViewTest::showsWhatItsStateNeeds_data()
         << result({{}, u"explanation"_s}) << u"explanation followUpInput"_s << u"translation"_s;
     QTest::newRow("failed follow-up")
         << result(both, {{u"q"_s, u"sorry"_s, true}}) << u"answer failureNote"_s << u"headline"_s;
+    QTest::newRow("answered follow-up that is not kept")
+        << result(both, {{u"q"_s, u"a"_s, false, false}}) << u"answer failureNote"_s
+        << u"headline"_s;
     QTest::newRow("answered follow-up")
         << result(both, {{u"q"_s, u"a"_s, false}}) << u"answer"_s << u"failureNote"_s;
     QTest::newRow("demonstration")
