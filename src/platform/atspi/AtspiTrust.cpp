@@ -11,6 +11,7 @@
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QPointer>
+#include <QTimer>
 #include <chrono>
 
 namespace vellumo {
@@ -21,6 +22,7 @@ using namespace std::chrono_literals;
 // How long the start waits for the session bus, and for the switch's state.
 constexpr auto startPatience = 50ms;
 constexpr int switchTimeoutMs = 3000;
+constexpr auto busyDelay = 1s; // before a question that had no answer is asked again
 
 QString launcherService()
 {
@@ -216,6 +218,10 @@ void AtspiTrust::fetch(const QDBusPendingCall &call)
             complain(QStringLiteral("the desktop has no accessibility service; other applications "
                                     "cannot be read"));
             adopt(std::nullopt);
+        } else if (!enabled_.has_value() && !starting_) {
+            // The desktop is too busy to answer. Until it does nothing can be read, and no signal
+            // tells how the switch was all along.
+            QTimer::singleShot(busyDelay, this, &AtspiTrust::refresh);
         }
     });
 }

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void revocationIsNotFought();
     void withdrawalEndsReading();
     void busRestartIsSurvived();
+    void slowServiceIsAskedAgain();
 };
 
 void TestAtspiTrust::firstUseAsks()
@@ -162,6 +163,24 @@ void TestAtspiTrust::busRestartIsSurvived()
         return element
             && reader.accessibility->selectedText(*element, QDeadlineTimer(500)).text == u"again";
     }));
+}
+
+void TestAtspiTrust::slowServiceIsAskedAgain()
+{
+    turn(true);
+    const auto launcher = static_cast<pid_t>(QDBusConnection::sessionBus()
+                                                 .interface()
+                                                 ->servicePid(QStringLiteral("org.a11y.Bus"))
+                                                 .value());
+    QVERIFY(launcher > 1);
+    kill(launcher, SIGSTOP);
+    const Reader reader(true);
+    // longer than a question waits for its answer
+    const QDeadlineTimer slow(std::chrono::milliseconds(3500));
+    const bool isSlow = waitUntil([&] { return slow.hasExpired(); });
+    kill(launcher, SIGCONT);
+    QVERIFY(isSlow && !reader.accessibility->isProcessTrusted());
+    QVERIFY(waitUntil([&] { return reader.accessibility->isProcessTrusted(); }));
 }
 
 QTEST_GUILESS_MAIN(TestAtspiTrust)
