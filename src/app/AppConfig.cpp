@@ -24,11 +24,43 @@ namespace {
 /// What is to be kept to oneself, in a file.
 const std::array secretKeys{u"OPENAI_API_KEY"_s, u"VELLUMO_CLIENT_TOKEN"_s};
 
-QJsonObject readDictionary(const QString &path)
+std::optional<ConfigurationFault> faultOfEntries(const QJsonObject &dictionary, const QString &path)
 {
+    constexpr std::array prefixes{"OPENAI_"_L1, "VELLUMO_"_L1, "FIREBASE_"_L1};
+    for (auto entry = dictionary.begin(); entry != dictionary.end(); ++entry) {
+        const bool isKnown = std::ranges::any_of(
+            prefixes, [&](QLatin1StringView prefix) { return entry.key().startsWith(prefix); });
+        if (isKnown && !entry.value().isString()) {
+            return ConfigurationFault{
+                .kind = ConfigurationFault::Kind::entry, .path = path, .entry = entry.key()};
+        }
+    }
+    return std::nullopt;
+}
+
+/// The dictionary, as far as there is one; the first fault that is found stays.
+QJsonObject readDictionary(const QString &path, std::optional<ConfigurationFault> &fault)
+{
+    const auto note = [&fault](const std::optional<ConfigurationFault> &found) {
+        fault = fault ? fault : found;
+    };
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
-                                          : QJsonObject();
+    if (!file.exists()) {
+        return {};
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        note(ConfigurationFault{.kind = ConfigurationFault::Kind::unopenable, .path = path});
+        return {};
+    }
+    const QByteArray content = file.readAll();
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(content, &error);
+    if (!document.isObject()) {
+        const auto lines = content.left(error.offset).count('\n');
+        note(ConfigurationFault{.path = path, .line = static_cast<int>(lines) + 1});
+    }
+    note(faultOfEntries(document.object(), path));
+    return document.object();
 }
 
 QString fromEnvironment(const QString &key)
@@ -66,7 +98,8 @@ void AppConfig::takeFromEnvironment()
 QString AppConfig::exposureOf(const QString &userFile)
 {
     constexpr QFile::Permissions others = QFile::ReadGroup | QFile::ReadOther;
-    const QJsonObject dictionary = readDictionary(userFile);
+    std::optional<ConfigurationFault> fault;
+    const QJsonObject dictionary = readDictionary(userFile, fault);
     const bool hasSecret =
         std::any_of(secretKeys.begin(), secretKeys.end(), [&dictionary](const QString &key) {
             return !dictionary.value(key).toString().trimmed().isEmpty();
@@ -78,8 +111,11 @@ QString AppConfig::exposureOf(const QString &userFile)
 
 AppConfig AppConfig::load(const QString &userFile, const QString &installedFile)
 {
-    AppConfig config({readDictionary(userFile), readDictionary(installedFile)});
+    std::optional<ConfigurationFault> fault;
+    const QJsonObject ofUser = readDictionary(userFile, fault);
+    AppConfig config({ofUser, readDictionary(installedFile, fault)});
     config.userFile_ = userFile;
+    config.fault_ = fault;
     return config;
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ConfigurationFault.h"
 #include <QJsonObject>
 #include <QList>
 #include <QString>
@@ -15,8 +16,8 @@ public:
     /// The information dictionary's layers, the strongest first.
     explicit AppConfig(QList<QJsonObject> informationDictionary);
 
-    /// Reads the user's Info.json and below it the installation's. A missing or malformed file is
-    /// an empty dictionary.
+    /// Reads the user's Info.json and below it the installation's. A missing file is an empty
+    /// dictionary, and so is one with a fault.
     [[nodiscard]] static AppConfig load();
     [[nodiscard]] static AppConfig load(const QString &userFile, const QString &installedFile);
 
@@ -33,12 +34,16 @@ public:
     /// Whether the environment says it, which goes before the rest.
     [[nodiscard]] static bool isInEnvironment(const QString &key);
 
+    /// What is wrong with the files, the user's first; entries are looked at that a service needs.
+    [[nodiscard]] const std::optional<ConfigurationFault> &fault() const { return fault_; }
+
     /// The user's Info.json; empty if the configuration does not come from files.
     [[nodiscard]] const QString &userFile() const { return userFile_; }
 
 private:
     QList<QJsonObject> informationDictionary_;
     QString userFile_;
+    std::optional<ConfigurationFault> fault_;
 };
 
 } // namespace vellumo

@@ -337,6 +337,7 @@ void AppDelegate::wireSync()
 void AppDelegate::wireExplainer()
 {
     resultPanel_->answersAreSamples = [this] { return aiService_->answersAreSamples(); };
+    resultPanel_->isConfigurationFaulty = [this] { return serviceSetup_->isFaulty(); };
     resultPanel_->isErrorOfService = [this] {
         const auto &failure = aiService_->failureBeingReported();
         return failure && isMatterOfSettings(*failure);

@@ -14,7 +14,7 @@ namespace vellumo {
 
 namespace {
 
-SyncReporting::Problem problemOf(DataConnectError::Kind kind)
+SyncReporting::Problem problemOf(DataConnectError::Kind kind, bool isUp)
 {
     using Kind = DataConnectError::Kind;
     switch (kind) {
@@ -24,9 +24,14 @@ SyncReporting::Problem problemOf(DataConnectError::Kind kind)
         return SyncReporting::Problem::SignedOut;
     case Kind::unreachable:
         return SyncReporting::Problem::Unreachable;
-    case Kind::tooLarge:
     case Kind::refused:
         return SyncReporting::Problem::Refused;
+    case Kind::untrusted:
+        return SyncReporting::Problem::Untrusted;
+    case Kind::badAddress:
+        return SyncReporting::Problem::AddressNotAllowed;
+    case Kind::tooLarge:
+        return isUp ? SyncReporting::Problem::NoteTooLarge : SyncReporting::Problem::ListTooLarge;
     case Kind::unreadable:
         break;
     }
@@ -103,7 +108,7 @@ void SyncStatus::ended(DataConnectHistory::Direction direction, DataConnectHisto
     const bool isUp = direction == DataConnectHistory::Direction::Up;
     const QDateTime now = NoteDates::localTime(with_.clock.secondsSinceReferenceDate());
     if (outcome) {
-        (isUp ? sending_ : fetching_) = Trouble{problemOf(*outcome), now};
+        (isUp ? sending_ : fetching_) = Trouble{problemOf(*outcome, isUp), now};
     } else if (!isUp) {
         fetching_.reset();
         lastFetched_ = now;

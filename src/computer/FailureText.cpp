@@ -84,10 +84,14 @@ QString of(HttpError::Kind kind, const BilingualText &texts)
         return texts.pick(u"Not sent: the address must begin with https, since anyone on the way "
                           "could read along."_s,
                           u"没有发送:地址必须以 https 开头,否则途中的人都能看到内容。"_s);
+    case Kind::noAddress:
+        return texts.pick(u"Not sent: the service's address is no web address. It looks like "
+                          "https://example.org/v1."_s,
+                          u"没有发送:服务的地址不是网址。它应该像 https://example.org/v1 这样。"_s);
     case Kind::unsendable:
-        return texts.pick(u"Not sent: the address or the key has something in it that cannot be "
-                          "sent. Enter both again."_s,
-                          u"没有发送:地址或密钥里有无法发送的内容。请重新填写。"_s);
+        return texts.pick(u"Not sent: the key has something in it that cannot be sent. Enter it "
+                          "again."_s,
+                          u"没有发送:密钥里有无法发送的内容。请重新填写。"_s);
     case Kind::cancelled:
     case Kind::other:
         break;
@@ -137,6 +141,40 @@ QString failureText(const ExplanationFailure &failure, const BilingualText &text
     }
     return texts.pick(u"What answered is not a chat-completions service. Check the address."_s,
                       u"回应的不是 chat-completions 服务。请检查地址。"_s);
+}
+
+QString faultText(const ConfigurationFault &fault, const BilingualText &texts)
+{
+    using Kind = ConfigurationFault::Kind;
+    switch (fault.kind) {
+    case Kind::unopenable:
+        return texts
+            .pick(u"%1 cannot be opened, so nothing in it counts. Check who may read it."_s,
+                  u"无法打开 %1,其中的设置都不起作用。请检查文件权限。"_s)
+            .arg(fault.path);
+    case Kind::malformed:
+        return texts
+            .pick(u"%1 has a mistake in line %2, so nothing in it counts. Put the line right and "
+                  "start vellumo again."_s,
+                  u"%1 第 %2 行有错误,其中的设置都不起作用。请改正后重新启动 vellumo。"_s)
+            .arg(fault.path)
+            .arg(fault.line);
+    case Kind::entry:
+        return texts
+            .pick(
+                u"%1: the value of %2 does not count, since it is no text in quotation marks. Put "
+                "it right and start vellumo again."_s,
+                u"%1:%2 的值没有写成引号里的文字,因此不起作用。请改正后重新启动 vellumo。"_s)
+            .arg(fault.path, fault.entry);
+    case Kind::address:
+        return texts
+            .pick(u"%1 is no web address. It looks like https://example.org/v1. Put it right where "
+                  "it is set, in the environment or in Info.json, and start vellumo again."_s,
+                  u"%1 不是网址。它应该像 https://example.org/v1 这样。请在设置它的地方(环境变量或 "
+                  "Info.json)改正,然后重新启动 vellumo。"_s)
+            .arg(fault.entry);
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace vellumo

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ConfigurationFault.h"
 #include "explain/ExplanationError.h"
 
 namespace vellumo {
@@ -10,5 +11,8 @@ class BilingualText;
 
 /// What went wrong with an explanation and what to do about it, in plain words.
 [[nodiscard]] QString failureText(const ExplanationFailure &failure, const BilingualText &texts);
+
+/// What is wrong with the configuration and where to put it right, in plain words.
+[[nodiscard]] QString faultText(const ConfigurationFault &fault, const BilingualText &texts);
 
 } // namespace vellumo

@@ -51,6 +51,12 @@ QString ServiceForm::mode() const
     Q_UNREACHABLE();
 }
 
+QString ServiceForm::fault() const
+{
+    const auto fault = setup_.configurationFault();
+    return fault ? faultText(*fault, texts_) : QString();
+}
+
 bool ServiceForm::lacksKey(const QString &base) const
 {
     return setup_.keyPlace(base) == Place::none && !base.isEmpty() && !isLoopback(QUrl(base));

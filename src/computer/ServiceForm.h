@@ -31,6 +31,7 @@ class ServiceForm : public QObject {
     Q_PROPERTY(bool isBaseFixed READ isBaseFixed NOTIFY changed)
     Q_PROPERTY(bool isModelFixed READ isModelFixed NOTIFY changed)
     Q_PROPERTY(QString file READ file CONSTANT)
+    Q_PROPERTY(QString fault READ fault NOTIFY changed)
     Q_PROPERTY(QString keyText READ keyText NOTIFY changed)
     Q_PROPERTY(bool hasKey READ hasKey NOTIFY changed)
     Q_PROPERTY(bool canForgetKey READ canForgetKey NOTIFY changed)
@@ -61,6 +62,8 @@ public:
     [[nodiscard]] bool isBaseFixed() const { return ServiceSetup::isBaseFixed(); }
     [[nodiscard]] bool isModelFixed() const { return ServiceSetup::isModelFixed(); }
     [[nodiscard]] QString file() const { return setup_.config().userFile(); }
+    /// What is wrong with the configuration; empty when nothing is.
+    [[nodiscard]] QString fault() const;
     /// Where the key for the address is that was typed last, and so with the rest of the key.
     [[nodiscard]] QString keyText() const;
     [[nodiscard]] bool hasKey() const;

@@ -64,6 +64,14 @@ SectionCard {
         }
     }
 
+    StatusLine {
+        objectName: "configurationFault"
+        width: parent.width
+        visible: section.service.fault.length > 0
+        status: StatusLine.Bad
+        title: section.english ? "Configuration" : "配置"
+        text: section.service.fault
+    }
     Label {
         width: parent.width
         visible: section.service.isForced

@@ -73,8 +73,9 @@ bool isMatterOfSettings(const ExplanationFailure &failure)
     }
     if (const auto *network = std::get_if<HttpError::Kind>(&failure.kind)) {
         using Kind = HttpError::Kind;
-        return *network == Kind::insecure || *network == Kind::unsendable
-            || *network == Kind::cannotResolve || *network == Kind::refused;
+        return *network == Kind::insecure || *network == Kind::noAddress
+            || *network == Kind::unsendable || *network == Kind::cannotResolve
+            || *network == Kind::refused;
     }
     const auto *key = std::get_if<KeyError::Kind>(&failure.kind);
     return !key || *key != KeyError::Kind::late;

@@ -76,7 +76,8 @@ std::optional<OpenAIService::Endpoint> OpenAIService::endpoint(const Lookup &loo
     const auto ownBase = lookup(u"OPENAI_BASE_URL"_s);
     const auto url = joined(ownBase.value_or(usualBase), u"chat/completions"_s);
     if (!url) {
-        return std::nullopt; // the key is not shown to another server than the one that was meant
+        // Every question fails for its address; the key is shown to no other server than was meant.
+        return Endpoint{{}, bearer({}), false};
     }
     return Endpoint{*url, bearer(*key), !ownBase};
 }

@@ -31,6 +31,7 @@ public:
     static const QString usualBase;
 
     /// Reads VELLUMO_PROXY_URL and VELLUMO_CLIENT_TOKEN, else OPENAI_API_KEY and OPENAI_BASE_URL.
+    /// With a base that is no address each question fails as HttpError::Kind::noAddress.
     /// Session and clock must outlive the service and its requests.
     [[nodiscard]] static Result<OpenAIService, MissingKeyError>
     make(const Lookup &lookup, const QString &model, HttpSession &session, Clock &clock);

@@ -51,6 +51,9 @@ ServiceSetup::ServiceSetup(const Collaborators &collaborators, QObject *parent)
     , keys_(with_.defaults, with_.secrets, with_.clock)
 {
     connect(&keys_, &ServiceKeys::changed, this, &ServiceSetup::changed);
+    if (const auto fault = configurationFault()) {
+        printDiagnostic(describe(*fault));
+    }
 }
 
 std::unique_ptr<AIExplaining> ServiceSetup::makeService()
@@ -73,8 +76,9 @@ std::unique_ptr<AIExplaining> ServiceSetup::makeService()
         return service;
     }
     const bool isChosen = with_.defaults.value(choiceKey).toString() == samplesChoice;
-    printDiagnostic(isChosen ? u"using sample answers, as chosen"_s
-                             : u"OPENAI_API_KEY not set — using MockAIService"_s);
+    printDiagnostic(isChosen         ? u"using sample answers, as chosen"_s
+                        : isFaulty() ? u"no usable service is configured — using MockAIService"_s
+                                     : u"OPENAI_API_KEY not set — using MockAIService"_s);
     return std::make_unique<MockAIService>(with_.clock);
 }
 
@@ -144,6 +148,32 @@ ServiceKeys::Place ServiceSetup::keyPlace(const QString &base) const
 ServiceKeys::Removal ServiceSetup::keyRemoval(const QString &base) const
 {
     return keys_.removalOf(originOfBase(base));
+}
+
+std::optional<ConfigurationFault> ServiceSetup::configurationFault() const
+{
+    if (const auto &fault = with_.config.fault()) {
+        return fault;
+    }
+    for (const QString &name : {proxyName, baseName}) {
+        const auto address = with_.config.value(name);
+        const auto refusal =
+            address ? refusalOf(QUrl(*address, QUrl::StrictMode)) : std::optional<HttpError>();
+        if (refusal && refusal->kind == HttpError::Kind::noAddress) {
+            return ConfigurationFault{.kind = ConfigurationFault::Kind::address, .entry = name};
+        }
+    }
+    return std::nullopt;
+}
+
+bool ServiceSetup::isFaulty() const
+{
+    const bool isChosen = with_.defaults.value(choiceKey).toString() == samplesChoice;
+    if (isChosen || use() == Use::own || !configurationFault()) {
+        return false;
+    }
+    const auto lookup = [this](const QString &key) { return with_.config.value(key); };
+    return !OpenAIService::make(lookup, usualModel, with_.http, with_.clock).isOk();
 }
 
 QString ServiceSetup::host() const

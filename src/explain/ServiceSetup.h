@@ -70,6 +70,10 @@ public:
     /// What has become of the removed key of this address.
     [[nodiscard]] ServiceKeys::Removal keyRemoval(const QString &base) const;
     [[nodiscard]] const AppConfig &config() const { return with_.config; }
+    /// What is wrong with the configuration, as far as a service needs it.
+    [[nodiscard]] std::optional<ConfigurationFault> configurationFault() const;
+    /// Whether answers are samples because of that.
+    [[nodiscard]] bool isFaulty() const;
     /// Where selections go now; empty for samples.
     [[nodiscard]] QString host() const;
     /// Whether tokenProvider is asked now.

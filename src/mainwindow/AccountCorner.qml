@@ -54,6 +54,17 @@ Item {
             return corner.english ? "Could not sync. No connection" : "同步失败,无法连接"
         case SyncReporting.Refused:
             return corner.english ? "Could not sync. The service refused" : "同步失败,服务拒绝了请求"
+        case SyncReporting.Untrusted:
+            return corner.english ? "Could not sync. The connection is not trusted"
+                                  : "同步失败,连接不可信"
+        case SyncReporting.AddressNotAllowed:
+            return corner.english ? "Could not sync. The service's address is not allowed"
+                                  : "同步失败,服务地址不可用"
+        case SyncReporting.ListTooLarge:
+            return corner.english ? "Could not sync. The account has too much to fetch"
+                                  : "同步失败,账号里的内容太多"
+        case SyncReporting.NoteTooLarge:
+            return corner.english ? "Could not sync. A note is too large" : "同步失败,有一条笔记太大"
         default:
             return corner.english ? "Could not sync. The answer was unreadable"
                                   : "同步失败,无法读取服务的回答"

@@ -31,6 +31,10 @@ public:
         Unreachable, ///< no answer came
         Refused, ///< the backend said no
         Unreadable, ///< an answer came that is not one
+        Untrusted, ///< the backend's certificate is not to be trusted
+        AddressNotAllowed, ///< the backend's address is none, or not https
+        ListTooLarge, ///< the backend has more than is read
+        NoteTooLarge, ///< the backend takes no note of that size
     };
     Q_ENUM(Problem)
 

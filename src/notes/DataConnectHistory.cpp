@@ -40,7 +40,7 @@ DataConnectError::Kind kindOf(const AuthError &error)
     using Kind = DataConnectError::Kind;
     switch (error.kind) {
     case AuthError::Kind::network:
-        return Kind::unreachable;
+        return DataConnectWire::kindOf(error.network);
     case AuthError::Kind::notConfigured:
         return Kind::notConfigured;
     case AuthError::Kind::unreadable:
@@ -135,7 +135,7 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
     const QUrl address = url(operation.kind);
     using Kind = DataConnectError::Kind;
     if (!address.isValid() || address.host().isEmpty()) {
-        const Failure failure{Kind::notConfigured, false, u"bad URL"_s};
+        const Failure failure{Kind::badAddress, false, u"bad URL"_s};
         soon(context, [completion, failure] { completion(failure); });
         return;
     }

@@ -89,9 +89,7 @@ DataConnectError badStatus(const HttpResponse &response)
 Result<DataConnectAnswer, DataConnectError> read(const Answer &answer, double now = 0)
 {
     if (!answer.isOk()) {
-        const bool isLong = answer.error().kind == HttpError::Kind::tooLarge;
-        return DataConnectError{.kind = isLong ? DataConnectError::Kind::unreadable
-                                               : DataConnectError::Kind::unreachable,
+        return DataConnectError{.kind = kindOf(answer.error().kind),
                                 .description = describe(answer.error().kind)};
     }
     const HttpResponse &response = answer.value();
@@ -129,6 +127,21 @@ QByteArray requestBody(const QString &operationName, const DataConnectVariables 
     }
     return QJsonDocument(QJsonObject{{u"operationName"_s, operationName}, {u"variables"_s, sent}})
         .toJson(QJsonDocument::Compact);
+}
+
+DataConnectError::Kind kindOf(HttpError::Kind kind)
+{
+    switch (kind) {
+    case HttpError::Kind::untrusted:
+        return DataConnectError::Kind::untrusted;
+    case HttpError::Kind::tooLarge:
+        return DataConnectError::Kind::tooLarge;
+    case HttpError::Kind::insecure:
+    case HttpError::Kind::noAddress:
+        return DataConnectError::Kind::badAddress;
+    default:
+        return DataConnectError::Kind::unreachable;
+    }
 }
 
 std::optional<DataConnectError> done(const Answer &answer)

@@ -16,7 +16,9 @@ struct DataConnectError {
         notConfigured, ///< this installation knows no backend
         signedOut, ///< there is no session, or it is not accepted any more
         unreachable, ///< no answer came
-        tooLarge, ///< the backend does not take this much at once
+        untrusted, ///< no TLS connection, or the certificate is not to be trusted
+        badAddress, ///< not sent: no web address, or http to a public host
+        tooLarge, ///< the service takes no such request, or its answer exceeds the limit
         refused, ///< the backend said no, or the token service for a moment
         unreadable, ///< an answer came that is not one
     };
@@ -37,6 +39,9 @@ namespace DataConnectWire {
                                      const DataConnectVariables &variables);
 
 using Answer = Result<HttpResponse, HttpError>;
+
+/// What it means for an operation that no whole answer came.
+[[nodiscard]] DataConnectError::Kind kindOf(HttpError::Kind kind);
 
 /// The error of an operation without a result; nothing when it is done.
 [[nodiscard]] std::optional<DataConnectError> done(const Answer &answer);

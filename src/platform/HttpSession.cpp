@@ -34,8 +34,10 @@ QString describe(HttpError::Kind kind)
         return u"answer too large"_s;
     case HttpError::Kind::insecure:
         return u"not sent, the address must begin with https"_s;
+    case HttpError::Kind::noAddress:
+        return u"not sent, the address is no web address"_s;
     case HttpError::Kind::unsendable:
-        return u"not sent, the address or the key is malformed"_s;
+        return u"not sent, the key is malformed"_s;
     case HttpError::Kind::cancelled:
         return u"cancelled"_s;
     case HttpError::Kind::other:

@@ -49,7 +49,8 @@ struct HttpError {
         cutShort, ///< the connection ended before the answer did
         tooLarge, ///< the body exceeds its limit
         insecure, ///< not sent: http to a host beyond this machine and private networks
-        unsendable, ///< not sent: no web address, or a header with control characters
+        noAddress, ///< not sent: no web address
+        unsendable, ///< not sent: a header with control characters
         cancelled, ///< the session ended first
         other,
     };

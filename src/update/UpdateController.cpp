@@ -31,6 +31,7 @@ Failure failureOf(HttpError::Kind kind)
     case HttpError::Kind::cannotResolve:
     case HttpError::Kind::refused:
     case HttpError::Kind::insecure:
+    case HttpError::Kind::noAddress:
     case HttpError::Kind::unsendable:
     case HttpError::Kind::cancelled:
     case HttpError::Kind::other:

@@ -74,24 +74,28 @@ private Q_SLOTS:
 
 void TestSyncStatus::tellsWhyAPullFailed_data()
 {
-    QTest::addColumn<int>("status"); // none: no answer comes
-    QTest::addColumn<QByteArray>("body");
+    using Answer = Result<HttpResponse, HttpError>;
+    QTest::addColumn<Answer>("answer");
     QTest::addColumn<Problem>("problem");
-    QTest::newRow("away") << 0 << QByteArray() << Problem::Unreachable;
-    QTest::newRow("status") << 503 << QByteArray() << Problem::Refused;
-    QTest::newRow("errors") << 200 << QByteArray(R"({"errors":[{"message":"no"}]})")
-                            << Problem::Refused;
-    QTest::newRow("no answer") << 200 << QByteArray("<html>") << Problem::Unreadable;
+    const auto row = [](const char *name, const Answer &answer, Problem problem) {
+        QTest::newRow(name) << answer << problem;
+    };
+    row("away", HttpError{HttpError::Kind::refused}, Problem::Unreachable);
+    row("certificate", HttpError{HttpError::Kind::untrusted}, Problem::Untrusted);
+    row("clear text", HttpError{HttpError::Kind::insecure}, Problem::AddressNotAllowed);
+    row("no address", HttpError{HttpError::Kind::noAddress}, Problem::AddressNotAllowed);
+    row("long list", HttpError{HttpError::Kind::tooLarge}, Problem::ListTooLarge);
+    row("status", HttpResponse{.status = 503}, Problem::Refused);
+    row("errors", HttpResponse{.status = 200, .body = R"({"errors":[{"message":"no"}]})"},
+        Problem::Refused);
+    row("no answer", HttpResponse{.status = 200, .body = "<html>"}, Problem::Unreadable);
 }
 
 void TestSyncStatus::tellsWhyAPullFailed()
 {
-    QFETCH(int, status);
-    QFETCH(QByteArray, body);
+    using Answer = Result<HttpResponse, HttpError>;
+    QFETCH(Answer, answer);
     QFETCH(Problem, problem);
-    const auto answer = status == 0
-        ? Result<HttpResponse, HttpError>(HttpError{HttpError::Kind::refused})
-        : HttpResponse{.status = status, .body = body};
     Home home;
     home.status.syncNow();
     QVERIFY(home.status.isSyncing());
@@ -114,6 +118,8 @@ void TestSyncStatus::tellsWhyThereIsNoToken()
         {{.kind = Kind::server, .status = 429}, Problem::Refused},
         {{.kind = Kind::server, .status = 503}, Problem::Refused},
         {{.kind = Kind::unreadable}, Problem::Unreadable},
+        {{.kind = Kind::network, .network = HttpError::Kind::timedOut}, Problem::Unreachable},
+        {{.kind = Kind::network, .network = HttpError::Kind::untrusted}, Problem::Untrusted},
     };
     for (const auto &[error, problem] : cases) {
         Home home;
@@ -128,6 +134,9 @@ void TestSyncStatus::tellsWhyANoteStays()
 {
     Home home;
     home.store.add(makeNote(u"a"_s), page);
+    home.status.push();
+    QVERIFY(home.serve(HttpResponse{.status = 413}) && home.isQuiet());
+    QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
     home.status.push();
     QVERIFY(home.serve(HttpError{HttpError::Kind::timedOut}) && home.isQuiet());
     QCOMPARE(home.status.pending(), 1);
@@ -150,7 +159,7 @@ void TestSyncStatus::tellsWhyANoteStays()
     elsewhere.store.add(makeNote(u"a"_s), page);
     elsewhere.status.push();
     QVERIFY(elsewhere.isQuiet());
-    QCOMPARE(elsewhere.status.problem(), Problem::NotConfigured);
+    QCOMPARE(elsewhere.status.problem(), Problem::AddressNotAllowed);
 
     elsewhere.status.forget();
     QCOMPARE(elsewhere.status.problem(), Problem::None);

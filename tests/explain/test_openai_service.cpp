@@ -131,7 +131,7 @@ void TestOpenAIService::configuration_data()
     QTest::newRow("own server") << Values{{key, u"k"_s}, {base, u"http://localhost:1234/v1"_s}}
                                 << u"http://localhost:1234/v1/chat/completions Bearer k"_s;
     QTest::newRow("own server is no address: its key stays here")
-        << Values{{key, u"k"_s}, {base, u"http://[p"_s}} << u"missing"_s;
+        << Values{{key, u"k"_s}, {base, u"http://[p"_s}} << u" Bearer "_s;
     QTest::newRow("own server without a key")
         << Values{{base, u"http://localhost:1234/v1"_s}} << u"missing"_s;
 }

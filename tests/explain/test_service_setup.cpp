@@ -98,6 +98,8 @@ private Q_SLOTS:
     void keepsTheInstalledServiceAsItIs_data();
     void keepsTheInstalledServiceAsItIs();
     void removesAKeyLater();
+    void tellsAMistakeInTheConfiguration_data();
+    void tellsAMistakeInTheConfiguration();
 };
 
 void TestServiceSetup::cleanup()
@@ -367,6 +369,50 @@ void TestServiceSetup::choosesBetweenWhatThereIs()
     Run forced(computer);
     QCOMPARE(forced.setup.use(), Use::environment);
     QCOMPARE(forced.ask(), u"https://file.test/v1/chat/completions Bearer sk-env"_s);
+}
+
+void TestServiceSetup::tellsAMistakeInTheConfiguration_data()
+{
+    QTest::addColumn<QByteArray>("installed");
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("asked");
+    const auto row = [](const char *name, const QByteArray &installed, const QString &fault,
+                        const QString &asked) {
+        QTest::newRow(name) << installed << fault << asked;
+    };
+    row("nothing wrong", "{}", {}, u"sample"_s);
+    row("a comma is missing", "{\n\"OPENAI_API_KEY\": \"sk\"\n\"a\": 1}",
+        u"Info.json has a mistake in line 3; nothing in it counts"_s, u"sample"_s);
+    row("nothing in it", "", u"Info.json has a mistake in line 1; nothing in it counts"_s,
+        u"sample"_s);
+    row("a list", "[]", u"Info.json has a mistake in line 1; nothing in it counts"_s, u"sample"_s);
+    row("a key without quotation marks", R"({"OPENAI_API_KEY": 12})",
+        u"Info.json: the value of OPENAI_API_KEY is no string and does not count"_s, u"sample"_s);
+    row("proxy", R"({"VELLUMO_PROXY_URL": "https://[p"})", u"VELLUMO_PROXY_URL is no web address"_s,
+        u"sample"_s);
+    for (const char *typed : {"https//a.test/v1", "htps://a.test/v1", "https://[a", "https://"}) {
+        row(typed, QByteArray(R"({"OPENAI_API_KEY": "sk", "OPENAI_BASE_URL": ")") + typed + R"("})",
+            u"OPENAI_BASE_URL is no web address"_s, {});
+    }
+}
+
+void TestServiceSetup::tellsAMistakeInTheConfiguration()
+{
+    QFETCH(QByteArray, installed);
+    QFETCH(QString, fault);
+    QFETCH(QString, asked);
+    Computer computer;
+    computer.writeFile(installed);
+    Run run(computer);
+    const auto told = run.setup.configurationFault();
+    QCOMPARE(told ? describe(*told).remove(computer.folder.filePath(u"config/"_s)) : QString(),
+             fault);
+    const bool isSample = asked == "sample"_L1;
+    QCOMPARE(run.setup.isFaulty(), isSample && !fault.isEmpty());
+    if (isSample)
+        QCOMPARE(run.ask(), asked);
+    else // what has no address is not sent anywhere
+        QCOMPARE(run.explainer.answersAreSamples(), false);
 }
 
 QTEST_GUILESS_MAIN(TestServiceSetup)

@@ -269,7 +269,18 @@ void TestComputerPage::tellsTheLastProblem()
     desk.show();
     desk.click("computer");
     QCoreApplication::processEvents();
-    QVERIFY(desk.text("syncProblem").contains("Sync now"_L1));
+    const std::pair<SyncReporting::Problem, QLatin1StringView> words[] = {
+        {SyncReporting::Problem::Unreachable, "Sync now"_L1},
+        {SyncReporting::Problem::Untrusted, "certificate"_L1},
+        {SyncReporting::Problem::AddressNotAllowed, "must be a web address"_L1},
+        {SyncReporting::Problem::ListTooLarge, "32 MiB"_L1},
+        {SyncReporting::Problem::NoteTooLarge, "stays on this computer"_L1},
+    };
+    for (const auto &[trouble, word] : words) {
+        desk.sync.trouble = trouble;
+        Q_EMIT desk.sync.changed();
+        QVERIFY2(desk.text("syncProblem").contains(word), word.data());
+    }
     QVERIFY(desk.text("explanationProblem").startsWith("No problem"_L1));
     desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window, [](const auto &) {});
     QVERIFY(waitUntil([&] { return desk.http.answer(HttpResponse{.status = 401}); }));

@@ -226,10 +226,10 @@ void TestHttpSession::cannotConnect_data()
     QTest::newRow("public number, plain") << u"http://192.0.2.1/v1"_s << Kind::insecure;
     QTest::newRow("private number in a name")
         << u"http://10.0.0.1.nip.invalid/"_s << Kind::insecure;
-    QTest::newRow("another scheme") << u"file:///etc/hostname"_s << Kind::unsendable;
+    QTest::newRow("another scheme") << u"file:///etc/hostname"_s << Kind::noAddress;
     QTest::newRow("a key of two lines") << u"key"_s << Kind::unsendable;
-    QTest::newRow("no host") << u"https:///v1"_s << Kind::unsendable;
-    QTest::newRow("no address") << u""_s << Kind::unsendable;
+    QTest::newRow("no host") << u"https:///v1"_s << Kind::noAddress;
+    QTest::newRow("no address") << u""_s << Kind::noAddress;
 }
 
 void TestHttpSession::cannotConnect()

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/ConfigurationFault.h"
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+QString describe(const ConfigurationFault &fault)
+{
+    switch (fault.kind) {
+    case ConfigurationFault::Kind::unopenable:
+        return u"%1 cannot be opened; nothing in it counts"_s.arg(fault.path);
+    case ConfigurationFault::Kind::malformed:
+        return u"%1 has a mistake in line %2; nothing in it counts"_s.arg(fault.path)
+            .arg(fault.line);
+    case ConfigurationFault::Kind::entry:
+        return u"%1: the value of %2 is no string and does not count"_s.arg(fault.path,
+                                                                            fault.entry);
+    case ConfigurationFault::Kind::address:
+        return u"%1 is no web address"_s.arg(fault.entry);
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace vellumo
