@@ -3,10 +3,14 @@
 # A Qt Test executable. Without DESKTOP it runs offscreen and needs no display; with it, it runs on
 # a private headless desktop: X server, session bus, accessibility bus, window manager. SERIAL is for
 # tests whose figures are wrong when something else runs beside them, QUICK for tests that show Qt
-# Quick windows, themselves or in a program that they start.
+# Quick windows, themselves or in a program that they start. What has threads of its own has the label
+# `threads`, and runs under the thread sanitizer as well.
 
 # Qt's software renderer never deletes the textures of images, which reads as a leak at exit.
 set(vellumo_quick_environment ASAN_OPTIONS=detect_leaks=0)
+
+# All tests with threads.
+add_custom_target(vellumo_threads)
 
 add_library(vellumo_test_options INTERFACE)
 if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
@@ -40,6 +44,11 @@ function(vellumo_test name)
     endif()
     if(arg_QUICK)
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT ${vellumo_quick_environment})
+    endif()
+    if("threads" IN_LIST arg_LABELS)
+        add_dependencies(vellumo_threads ${name})
+        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+            "TSAN_OPTIONS=halt_on_error=1:die_after_fork=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp")
     endif()
     # a crash ends the test at once: the dump of the stack may wait for ever for the heap's lock
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QTEST_DISABLE_STACK_DUMP=1)
