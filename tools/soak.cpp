@@ -1,0 +1,424 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+//
+// vellumo_soak PROGRAM MINUTES SEED: a person who reads for so long, in a hurry and with a bad
+// service: selects, double-taps, asks, scrolls, closes, switches applications and screens. What
+// happens is chosen by the seed. Ends with what vellumo holds at the beginning and at the end, and
+// with the notes in its file against those that were made.
+#include "HeldResources.h"
+#include "support/Desktop.h"
+#include "support/Editor.h"
+#include "support/HttpServer.h"
+#include "support/Program.h"
+#include "support/Waiting.h"
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QJsonDocument>
+#include <QScreen>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <random>
+
+using namespace vellumo::test;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+void say(const QString &text)
+{
+    std::puts(qPrintable(text));
+    std::fflush(stdout);
+}
+
+constexpr std::array sizes{QSize(1280, 800), QSize(1024, 768), QSize(800, 600)};
+
+constexpr int widestPanel = 620;
+const QString editorClass = u"plain_text_edit"_s;
+
+QString modeOf(QSize size)
+{
+    return u"soak-%1x%2"_s.arg(size.width()).arg(size.height());
+}
+
+HttpAnswer modelSays(const QString &reply)
+{
+    const QJsonObject message{{u"role"_s, u"assistant"_s}, {u"content"_s, reply}};
+    const QJsonArray choices{QJsonObject{{u"message"_s, message}}};
+    return {.body = QJsonDocument(QJsonObject{{u"choices"_s, choices}}).toJson()};
+}
+
+class Soak {
+public:
+    Soak(const QString &program, unsigned seed)
+        : chance_(seed)
+        , vellumo_(desktop_, program, u"soak"_s)
+        , editors_{Editor(desktop_, u"The tide turns twice a day, and nobody asks it why."_s),
+                   Editor(desktop_, u"A pen draws the rise and fall on a drum of paper."_s)}
+    {
+        service_.answerWith([this](const HttpReceived & /*request*/) { return answer(); });
+    }
+
+    [[nodiscard]] bool start();
+    /// One reading or one of the other things that happen; what went wrong, or nothing.
+    [[nodiscard]] QString round();
+    [[nodiscard]] QString end();
+
+    [[nodiscard]] HeldResources held()
+    {
+        return heldResources(vellumo_.process().processIdentifier());
+    }
+    [[nodiscard]] QString counts() const
+    {
+        return u"%1 readings and %2 where nothing was selected, %3 without an answer, "
+               "%4 follow-ups, %5 changes of the screen"_s.arg(readings_)
+                   .arg(strays_)
+                   .arg(failures_)
+                   .arg(followUps_)
+                   .arg(screens_);
+    }
+    [[nodiscard]] qsizetype notesMade() const { return made_; }
+    [[nodiscard]] qsizetype notesInFile() const { return vellumo_.notes().size(); }
+
+private:
+    [[nodiscard]] int pick(int count)
+    {
+        return std::uniform_int_distribution<int>(0, count - 1)(chance_);
+    }
+    [[nodiscard]] HttpAnswer answer();
+    /// Brings the editor to the front. A tap of Alt leaves its menu bar active, a click ends that.
+    [[nodiscard]] bool turnTo(size_t editor);
+    [[nodiscard]] QString read();
+    [[nodiscard]] QString readNothing();
+    /// Double-taps and closes what comes, after some questions.
+    [[nodiscard]] QString explain(bool isSelected);
+    [[nodiscard]] QString askFollowUps();
+    [[nodiscard]] QString close();
+    [[nodiscard]] QString lookAtTheWindow();
+    [[nodiscard]] QString changeScreen();
+    void scroll();
+
+    Desktop desktop_;
+    std::mt19937 chance_;
+    HttpServer service_;
+    Program vellumo_;
+    std::array<Editor, 2> editors_;
+    std::array<WindowId, 2> windows_{};
+    size_t front_ = 0;
+    QSize screen_{1280, 800};
+    int answers_ = 0;
+    bool wasAsked_ = false; ///< in the panel that is shown, which then has the keyboard
+    qsizetype made_ = 0;
+    qsizetype readings_ = 0;
+    qsizetype strays_ = 0; ///< something was explained although nothing was selected
+    qsizetype failures_ = 0;
+    qsizetype followUps_ = 0;
+    qsizetype screens_ = 0;
+};
+
+bool Soak::start()
+{
+    for (const QSize size : sizes) {
+        const QString width = QString::number(size.width());
+        const QString height = QString::number(size.height());
+        const QString mode = modeOf(size);
+        outputOf(u"xrandr"_s,
+                 {u"--newmode"_s, mode, u"0"_s, width, u"0"_s, u"0"_s, u"0"_s, height, u"0"_s,
+                  u"0"_s, u"0"_s});
+        outputOf(u"xrandr"_s, {u"--addmode"_s, u"screen"_s, mode});
+    }
+    vellumo_.setEnvironment(u"OPENAI_API_KEY"_s, u"sk-soak"_s);
+    vellumo_.setEnvironment(u"OPENAI_BASE_URL"_s, service_.url(u"/v1"_s).toString());
+    if (!vellumo_.start()) {
+        return false;
+    }
+    for (size_t i = 0; i < editors_.size(); ++i) {
+        const QList<WindowId> before = desktop_.windows(editorClass);
+        if (!editors_[i].open()) {
+            return false;
+        }
+        // both have one class and one title
+        for (const WindowId window : desktop_.windows(editorClass)) {
+            if (!before.contains(window)) {
+                windows_[i] = window;
+            }
+        }
+    }
+    return true;
+}
+
+HttpAnswer Soak::answer()
+{
+    const QString number = u"Answer %1."_s.arg(++answers_);
+    HttpAnswer good = modelSays(QString::fromUtf8(
+        QJsonDocument(QJsonObject{{u"intent"_s, u"x"_s},
+                                  {u"translation"_s, u"潮汐"_s},
+                                  {u"explanation"_s, number.repeated(1 + pick(60))}})
+            .toJson()));
+    switch (pick(12)) {
+    case 0:
+        return {.status = "503 Service Unavailable", .body = "<html>busy</html>"};
+    case 1:
+        return {.status = "429 Too Many Requests", .body = R"({"error":{"message":"slower"}})"};
+    case 2:
+        good.stopsAfter = 40;
+        good.closes = true;
+        return good;
+    case 3:
+        return {.body = "{\"choices\":"};
+    case 4:
+        good.delay = 700ms;
+        return good;
+    case 5:
+        good.closes = true;
+        return good;
+    default:
+        return good;
+    }
+}
+
+QString Soak::round()
+{
+    switch (pick(12)) {
+    case 0:
+        return readNothing();
+    case 1:
+        return changeScreen();
+    case 2:
+        return lookAtTheWindow();
+    default:
+        return read();
+    }
+}
+
+bool Soak::turnTo(size_t editor)
+{
+    front_ = editor;
+    // a window manager may be about to give the keyboard back to another window
+    return waitUntil(
+        [&] {
+            if (!desktop_.activate(windows_[editor])) {
+                return false;
+            }
+            desktop_.click(desktop_.geometry(windows_[editor]).center());
+            return editors_[editor].selectNothing();
+        },
+        60s);
+}
+
+QString Soak::read()
+{
+    const auto editor = static_cast<size_t>(pick(2));
+    if (!turnTo(editor)) {
+        return u"the editor did not come to the front"_s;
+    }
+    if (!editors_[editor].selectAll()) {
+        return u"nothing could be selected"_s;
+    }
+    return explain(true);
+}
+
+QString Soak::readNothing()
+{
+    return turnTo(front_) ? explain(false) : u"the selection stayed"_s;
+}
+
+QString Soak::explain(bool isSelected)
+{
+    desktop_.doubleTap();
+    if (!vellumo_.waitForPanel()) {
+        return u"no panel"_s;
+    }
+    bool isAnswered = false;
+    bool isRefused = false; // since nothing is selected
+    const bool isOver = waitUntil([&] {
+        const QString shown = vellumo_.panelText();
+        isAnswered = shown.contains("Answer "_L1);
+        isRefused = shown.contains("Select text first."_L1);
+        return isAnswered || isRefused || shown.contains("vellumo could not explain this yet."_L1);
+    });
+    if (!isOver) {
+        return u"neither an answer nor an error: "_s + vellumo_.panelText();
+    }
+    if (isSelected && isRefused) {
+        return u"what is selected was not read"_s;
+    }
+    wasAsked_ = false;
+    if (isAnswered) {
+        if (const QString fault = askFollowUps(); !fault.isEmpty()) {
+            return fault;
+        }
+        scroll();
+    }
+    if (const QString fault = close(); !fault.isEmpty()) {
+        return fault;
+    }
+    if (!isRefused) {
+        (isSelected ? readings_ : strays_) += 1;
+        (isAnswered ? made_ : failures_) += 1;
+    }
+    return {};
+}
+
+QString Soak::askFollowUps()
+{
+    for (int count = pick(3); count > 0; --count) {
+        const int before = answers_;
+        if (!vellumo_.ask(u"why"_s)) {
+            return u"the follow-up field took no text"_s;
+        }
+        wasAsked_ = true;
+        ++followUps_;
+        const bool isOver = waitUntil([&] {
+            return answers_ > before && !vellumo_.panelText().contains("Waiting for the answer"_L1);
+        });
+        if (!isOver) {
+            return u"the follow-up was not answered"_s;
+        }
+    }
+    return {};
+}
+
+void Soak::scroll()
+{
+    const auto panel = vellumo_.panel();
+    for (int count = panel ? pick(6) : 0; count > 0; --count) {
+        desktop_.click(desktop_.geometry(*panel).center(), 1, pick(2) == 0 ? 4 : 5);
+    }
+}
+
+QString Soak::close()
+{
+    // in the editor: beside it, window managers have a use of their own for clicks
+    const QRect editor = desktop_.geometry(windows_[front_]);
+    const QPoint elsewhere(editor.left() + 8, std::min(editor.bottom(), screen_.height() - 1) - 8);
+    switch (pick(4)) {
+    case 0:
+        desktop_.click(elsewhere);
+        break;
+    case 1:
+        desktop_.click(elsewhere, 1, 5); // scrolls
+        break;
+    case 2:
+        if (wasAsked_) {
+            desktop_.tap(Key::Escape);
+            break;
+        }
+        [[fallthrough]];
+    default:
+        desktop_.doubleTap();
+    }
+    return vellumo_.dismissPanel() ? QString() : u"the panel stayed"_s;
+}
+
+QString Soak::lookAtTheWindow()
+{
+    const auto second = vellumo_.another();
+    if (!second->launch() || !second->waitForEnd(patience)) {
+        return u"nothing was handed over"_s;
+    }
+    std::optional<WindowId> window;
+    const bool hasCome = waitUntil([&] {
+        const QList<WindowId> all = desktop_.windows(u"vellumo"_s);
+        const auto found = std::ranges::find_if(
+            all, [this](WindowId each) { return desktop_.geometry(each).width() > widestPanel; });
+        window = found == all.end() ? std::nullopt : std::optional(*found);
+        return window.has_value();
+    });
+    if (!hasCome || !desktop_.activate(*window)) {
+        return u"the window did not come"_s;
+    }
+    const bool isClosed = waitUntil([&] {
+        desktop_.chord(Key::ControlLeft, Key::W);
+        return waitUntil([&] { return !desktop_.isVisible(*window); }, 500ms);
+    });
+    return isClosed ? QString() : u"the window stayed"_s;
+}
+
+QString Soak::changeScreen()
+{
+    const QSize size = sizes[static_cast<size_t>(pick(static_cast<int>(sizes.size())))];
+    outputOf(u"xrandr"_s, {u"--output"_s, u"screen"_s, u"--mode"_s, modeOf(size)});
+    if (!waitUntil([&] { return QGuiApplication::primaryScreen()->size() == size; })) {
+        return u"the screen stayed as it was"_s;
+    }
+    screens_ += size == screen_ ? 0 : 1;
+    screen_ = size;
+    return {};
+}
+
+QString Soak::end()
+{
+    if (!vellumo_.process().isRunning()) {
+        return u"vellumo has ended by itself: "_s + vellumo_.process().errorOutput();
+    }
+    if (!vellumo_.waitForNotes(made_)) {
+        return u"there are other notes than were made"_s;
+    }
+    const auto status = vellumo_.process().end();
+    return status == 0 ? QString() : u"vellumo did not end well"_s;
+}
+
+void printFigures(const HeldResources &first, const HeldResources &last)
+{
+    const auto row = [](const QString &name, double before, double after, int decimals) {
+        say(u"| %1 | %2 | %3 |"_s.arg(name, QString::number(before, 'f', decimals),
+                                      QString::number(after, 'f', decimals)));
+    };
+    const auto count = [&row](const QString &name, qsizetype before, qsizetype after) {
+        row(name, static_cast<double>(before), static_cast<double>(after), 0);
+    };
+    say(u"| what | at the beginning | at the end |\n|---|---|---|"_s);
+    row(u"resident memory, MB"_s, first.residentMegabytes, last.residentMegabytes, 1);
+    row(u"private dirty memory, MB"_s, first.privateDirtyMegabytes, last.privateDirtyMegabytes, 1);
+    count(u"threads"_s, first.threads, last.threads);
+    count(u"file descriptors"_s, first.fileDescriptors, last.fileDescriptors);
+    count(u"X resources"_s, first.xResources, last.xResources);
+    row(u"pixmaps in the X server, MB"_s, first.xPixmapMegabytes, last.xPixmapMegabytes, 1);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    if (arguments.size() != 4) {
+        say(u"vellumo_soak PROGRAM MINUTES SEED"_s);
+        return EXIT_FAILURE;
+    }
+    const QDeadlineTimer deadline(std::chrono::seconds(std::lround(arguments[2].toDouble() * 60)));
+    Soak soak(arguments[1], arguments[3].toUInt());
+    if (!soak.start()) {
+        say(u"vellumo or the editors did not start"_s);
+        return EXIT_FAILURE;
+    }
+    // what is made once, such as windows, is there after a few rounds
+    constexpr int warmUp = 12;
+    HeldResources first;
+    QString fault;
+    int rounds = 0;
+    while (fault.isEmpty() && (rounds < warmUp || !deadline.hasExpired())) {
+        fault = soak.round();
+        if (++rounds == warmUp) {
+            first = soak.held();
+        }
+    }
+    const HeldResources last = soak.held();
+    const qsizetype inFile = soak.notesInFile();
+    if (fault.isEmpty()) {
+        fault = soak.end();
+    }
+    say(u"%1 rounds with the seed %2: "_s.arg(QString::number(rounds), arguments[3])
+        + soak.counts());
+    printFigures(first, last);
+    say(u"notes in the file: %1, made: %2"_s.arg(QString::number(inFile),
+                                                 QString::number(soak.notesMade())));
+    if (!fault.isEmpty()) {
+        say(u"FAILED: "_s + fault);
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}
