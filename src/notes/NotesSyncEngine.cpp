@@ -84,6 +84,8 @@ private:
         case Kind::notConfigured:
         case Kind::signedOut:
         case Kind::unreachable:
+        case Kind::untrusted:
+        case Kind::badAddress:
             pending_.clear(); // the others would meet the same, each after a minute perhaps
             break;
         case Kind::tooLarge:
