@@ -56,6 +56,7 @@ AccessibilitySelectionReader::AccessibilitySelectionReader(const Desktop &deskto
                                                            ReadingBudget &budget)
     : desktop_(desktop)
     , budget_(budget)
+    , taps_(desktop.events)
     , copy_({desktop.accessibility, desktop.pasteboard, desktop.keys, desktop.events,
              desktop.settings},
             budget)
@@ -78,7 +79,7 @@ std::optional<QString> AccessibilitySelectionReader::currentSelectedText()
     if (auto text = readable(answer.selected.text)) {
         return text;
     }
-    if (auto text = publishedSelection(answer.selected.kind)) {
+    if (auto text = publishedSelection(answer)) {
         return text;
     }
     // An editor that says that nothing is selected may copy the line of its caret.
@@ -202,7 +203,8 @@ bool AccessibilitySelectionReader::mayCopyCaretLine(const RunningApplication &ap
             && desktop_.primary->publishes(application.processIdentifier));
 }
 
-std::optional<QString> AccessibilitySelectionReader::publishedSelection(SelectedText::Kind answer)
+std::optional<QString>
+AccessibilitySelectionReader::publishedSelection(const AccessibilityAnswer &answer)
 {
     const auto application = desktop_.workspace.frontmostApplication();
     if (desktop_.primary == nullptr || !application) {
@@ -210,11 +212,12 @@ std::optional<QString> AccessibilitySelectionReader::publishedSelection(Selected
     }
     const qint64 process = application->processIdentifier;
     const auto publication = desktop_.primary->publication();
-    const auto since = [&](std::chrono::milliseconds atLeast) {
-        return desktop_.accessibility.sinceSelectionChange(process, atLeast);
-    };
+    SelectionEvidence evidence{answer.selected.kind, answer.isEditable, taps_.sinceFirst(), {}, {}};
+    evidence.sinceChange = desktop_.accessibility.sinceSelectionChange(process, 0ms);
+    evidence.sinceChangeBeforeTaps =
+        desktop_.accessibility.sinceSelectionChange(process, evidence.sinceFirstTap.value_or(0ms));
     if (!publication || publication->processIdentifier != process
-        || !isStillSelected(*publication, {answer, since(0ms), since(timeOfTaps)})) {
+        || !isStillSelected(*publication, evidence)) {
         return std::nullopt;
     }
     return readable(desktop_.primary->string(budget_.selectionDeadline(publishedSelectionTime)));

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "capture/OptionTaps.h"
 #include "capture/SelectionReading.h"
 #include "capture/SyntheticCopy.h"
 #include "platform/Accessibility.h"
@@ -60,11 +61,12 @@ private:
                                                               QDeadlineTimer deadline);
     /// A copy that the application is made to make.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
-    [[nodiscard]] std::optional<QString> publishedSelection(SelectedText::Kind answer);
+    [[nodiscard]] std::optional<QString> publishedSelection(const AccessibilityAnswer &answer);
     [[nodiscard]] bool mayCopyCaretLine(const RunningApplication &application);
 
     Desktop desktop_;
     ReadingBudget &budget_;
+    OptionTaps taps_;
     SyntheticCopy copy_;
 };
 

@@ -33,7 +33,8 @@ bool isStillSelected(const Publication &publication, const SelectionEvidence &ev
     }
     if (evidence.answer == Kind::Nothing) {
         // Some viewers drop the selection when Alt is released: what was selected before counts.
-        const bool isDroppedByTap = evidence.sinceChange && *evidence.sinceChange < timeOfTaps;
+        const bool isDroppedByTap = !evidence.isEditable && evidence.sinceFirstTap
+            && evidence.sinceChange && *evidence.sinceChange < *evidence.sinceFirstTap;
         return isDroppedByTap
             && (!evidence.sinceChangeBeforeTaps
                 || isOfChange(publication, *evidence.sinceChangeBeforeTaps));

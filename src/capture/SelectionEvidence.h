@@ -12,14 +12,13 @@ namespace vellumo {
 /// What is known at a double tap about a selection that accessibility has not read.
 struct SelectionEvidence {
     SelectedText::Kind answer = SelectedText::Kind::Unknown; ///< of accessibility
-    /// Since the application announced a change of its selection: ever, and before the two taps.
+    bool isEditable = false; ///< the element that answered
+    std::optional<std::chrono::milliseconds> sinceFirstTap; ///< absent without a double tap
+    /// Since the application announced a change of its selection: the last one, and the last one
+    /// before the first tap.
     std::optional<std::chrono::milliseconds> sinceChange;
     std::optional<std::chrono::milliseconds> sinceChangeBeforeTaps;
 };
-
-/// The longest time from the first press of a double tap to the reading of the selection, and what
-/// the event loop adds to it.
-constexpr std::chrono::milliseconds timeOfTaps{400};
 
 /// Whether a text that the application has published is what is selected in it now.
 ///

@@ -32,6 +32,7 @@ const SelectedText unfinished{SelectedText::Kind::Unfinished, {}};
 /// What the application in front would answer on each road, and what comes of it.
 struct Roads {
     std::optional<ElementKind> focused = ElementKind::Ordinary;
+    bool isTapped = false; ///< Option, twice, 300 ms apart
     bool isEditable = false; ///< the focused element
     bool isEditor = false; ///< the application
     QList<SelectedText> selections = {{}}; ///< one per question; the last stays
@@ -150,14 +151,31 @@ void TestSelectionReader::triesTheRoadsInOrder_data()
          .expected = text,
          .lastCall = u"write"_s});
     row("dropped by the tap itself",
-        {.selections = {nothing},
+        {.isTapped = true,
+         .selections = {nothing},
          .published = text,
          .publication = publication(5s),
          .changes = {200ms, 5s},
          .expected = text,
          .lastCall = takesPublished});
+    row("dropped by the user just before the taps",
+        {.isTapped = true,
+         .selections = {nothing},
+         .published = text,
+         .publication = publication(5s),
+         .changes = {350ms, 5s},
+         .lastCall = copies});
+    row("dropped in an editor, which a tap does not do",
+        {.isTapped = true,
+         .isEditable = true,
+         .selections = {nothing},
+         .published = text,
+         .publication = publication(5s),
+         .changes = {200ms, 5s},
+         .lastCall = u"selected range"_s});
     row("dropped by the tap itself, after another change",
-        {.selections = {nothing},
+        {.isTapped = true,
+         .selections = {nothing},
          .published = text,
          .publication = publication(60s),
          .changes = {200ms, 5s},
@@ -216,6 +234,12 @@ void TestSelectionReader::triesTheRoadsInOrder()
 {
     QFETCH(Roads, roads);
     with_->accessibility.focusedKind = roads.focused;
+    for (const qint64 time : {1000, 1300}) {
+        if (roads.isTapped) {
+            with_->events.sendGlobal(
+                {EventType::FlagsChanged, ModifierFlag::Option, KeyCode::Other, time});
+        }
+    }
     with_->workspace.frontmost->isTextEditor = roads.isEditor;
     with_->accessibility.isEditable = roads.isEditable;
     with_->accessibility.selections = roads.selections;

@@ -183,14 +183,13 @@ void TestShell::iconCanBeSeenOnLightAndDarkPanels()
 
 void TestShell::ordinaryWindowsTakeTheKeysOfTheMenu()
 {
-    vellumo_->setSetting(u"accessibilityConsent"_s, u"false"_s);
-    QVERIFY(vellumo_->start());
+    QVERIFY(vellumo_->start({}));
     QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }, 10s));
-    const WindowId question = ordinaryWindow().value_or(0);
-    QVERIFY(desktop_.activate(question));
+    const WindowId window = ordinaryWindow().value_or(0);
+    QVERIFY(desktop_.activate(window));
     desktop_.chord(Key::ControlLeft, Key::H);
-    QVERIFY(waitUntil([&] { return !desktop_.isVisible(question); }));
-    QVERIFY(desktop_.activate(question));
+    QVERIFY(waitUntil([&] { return !desktop_.isVisible(window); }));
+    QVERIFY(desktop_.activate(window));
     // keys may go astray until a window that comes back has the keyboard
     const auto quits = [this] {
         desktop_.chord(Key::ControlLeft, Key::Q);

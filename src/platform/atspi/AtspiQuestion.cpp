@@ -30,6 +30,15 @@ QVariantList PendingAnswer::wait()
     return reply.arguments();
 }
 
+std::optional<ObjectReference> PendingAnswer::objectOfAnyService()
+{
+    const QVariantList arguments = wait();
+    const auto argument = arguments.value(0).value<QDBusArgument>();
+    return argument.currentSignature() == signatureOf<ObjectReference>()
+        ? std::optional(qdbus_cast<ObjectReference>(argument))
+        : std::nullopt;
+}
+
 QList<ObjectReference> PendingAnswer::objectsIn(const QDBusArgument &argument) const
 {
     QList<ObjectReference> objects;

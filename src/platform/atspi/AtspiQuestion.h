@@ -30,6 +30,10 @@ public:
         return arguments.isEmpty() ? std::nullopt : convert<T>(arguments.constFirst());
     }
 
+    /// As value(), of whatever service the object is. Whether that may be asked is for the caller to
+    /// find out.
+    [[nodiscard]] std::optional<ObjectReference> objectOfAnyService();
+
     static constexpr qsizetype mostObjects = 16384;
 
     /// The value of a call of Properties.Get.

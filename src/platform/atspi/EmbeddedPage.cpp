@@ -27,7 +27,7 @@ bool isStartedBy(qint64 processIdentifier, const QString &service, AtspiQuestion
 ObjectReference pluggedInto(const ObjectReference &socket, AtspiQuestion &question)
 {
     const auto plug =
-        question.send(socket, Atspi::accessible, "GetChildAtIndex", {0}).value<ObjectReference>();
+        question.send(socket, Atspi::accessible, "GetChildAtIndex", {0}).objectOfAnyService();
     return plug && plug->service != socket.service ? *plug : ObjectReference();
 }
 
@@ -87,9 +87,9 @@ ObjectReference embeddedPage(const ObjectReference &frame, qint64 processIdentif
         if (role && static_cast<Atspi::Role>(*role) == Atspi::Role::DocumentWeb) {
             return object;
         }
-        const auto children =
-            question.send(object, Atspi::accessible, "GetChildren").value<QList<ObjectReference>>();
-        object = children ? children->value(0) : ObjectReference();
+        object = question.send(object, Atspi::accessible, "GetChildAtIndex", {0})
+                     .objectOfAnyService()
+                     .value_or(ObjectReference());
     }
     return {};
 }

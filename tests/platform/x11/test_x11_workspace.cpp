@@ -168,7 +168,8 @@ void TestX11Workspace::namesThatSettleLate()
     const QSignalSpy renamed(&s->workspace, &Workspace::didRenameFrontmostApplication);
     s->setProperty(peer.window(), XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, "reader\0Reader\0"_ba);
     QVERIFY(QTest::qWaitFor([&] { return !renamed.isEmpty(); }));
-    const RunningApplication settled{peer.processId(), u"The Reader"_s, u"org.example.Reader"_s};
+    const RunningApplication settled{peer.processId(), u"The Reader"_s, u"org.example.Reader"_s,
+                                     true};
     QCOMPARE(s->workspace.frontmostApplication(), settled);
 
     // asked before the news has been looked at

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "capture/OptionTaps.h"
+
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+/// No double tap takes longer, nor does it take longer until it is served.
+constexpr auto longestGap = 500ms;
+
+} // namespace
+
+OptionTaps::OptionTaps(EventMonitoring &events)
+    : global_(events.addGlobalMonitor(maskOf(EventType::FlagsChanged),
+                                      [this](const Event &event) { note(event); }))
+    , local_(events.addLocalMonitor(maskOf(EventType::FlagsChanged), [this](const Event &event) {
+        note(event);
+        return true;
+    }))
+{
+}
+
+void OptionTaps::note(const Event &event)
+{
+    if ((event.modifierFlags & ModifierFlag::DeviceIndependentMask) != ModifierFlag::Option) {
+        return;
+    }
+    gap_.reset();
+    if (lastAt_) {
+        gap_ = std::chrono::milliseconds(event.timestampMs - *lastAt_);
+    }
+    lastAt_ = event.timestampMs;
+    sinceLast_.start();
+}
+
+std::optional<std::chrono::milliseconds> OptionTaps::sinceFirst() const
+{
+    if (!gap_ || *gap_ < 0ms || *gap_ > longestGap || sinceLast_.hasExpired(longestGap.count())) {
+        return std::nullopt;
+    }
+    return *gap_ + std::chrono::milliseconds(sinceLast_.elapsed());
+}
+
+} // namespace vellumo
