@@ -36,6 +36,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QTimer>
 #include <QWindow>
 #include <utility>
@@ -87,7 +88,8 @@ void AppDelegate::applicationDidFinishLaunching()
     configureStatusItem();
     createUpdaterManager();
     startPermissionManager();
-    notesStore_ = std::make_unique<NotesStore>(NotesStore::defaultStorePath());
+    notesStore_ = std::make_unique<NotesStore>(NotesStore::defaultStorePath(),
+                                               [this](const QString &file) { sayUnusable(file); });
     createAccount();
     aiService_ = std::make_unique<ForwardingExplainer>(makeAIService(), foundation_->clock);
     buildCapturePipeline();
@@ -261,6 +263,23 @@ void AppDelegate::startPermissionManager()
     if (asksWhenOpened_) {
         foundation_->consent.release(false);
     }
+}
+
+void AppDelegate::sayUnusable(const QString &file)
+{
+    const BilingualText &texts = foundation_->texts;
+    QMessageBox box(QMessageBox::Critical, u"vellumo"_s,
+                    texts.pick(u"Your notes cannot be opened"_s, u"无法打开你的笔记"_s));
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(
+        texts
+            .pick(
+                u"Two places in %1 have the same key. Nothing has been changed. Restore an "
+                "earlier copy of the file, or move it elsewhere to begin a new one."_s,
+                u"%1 中有两处使用同一个标识。文件没有改动。请恢复较早的副本，或把文件移到别处，重新开始。"_s)
+            .arg(file));
+    box.addButton(texts.pick(u"Quit"_s, u"退出"_s), QMessageBox::AcceptRole);
+    box.exec(); // the application's own event loop has not begun
 }
 
 void AppDelegate::createAccount()

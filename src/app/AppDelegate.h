@@ -60,6 +60,8 @@ private:
     void configureStatusItem();
     void createUpdaterManager();
     void startPermissionManager();
+    /// Shows that the file of notes cannot be used, until the window is closed.
+    void sayUnusable(const QString &file);
     void createAccount();
     [[nodiscard]] std::unique_ptr<AIExplaining> makeAIService();
     void buildCapturePipeline();
