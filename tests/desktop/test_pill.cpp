@@ -265,7 +265,7 @@ void TestPill::foldsAsAPersonExpects()
     QVERIFY(isFolded());
     QCOMPARE(pill()->size(), pillSize);
     if (how == "escape"_L1) {
-        QVERIFY(vellumo_->panelText().contains("Why"_L1)); // the next Escape is the panel's
+        QVERIFY(vellumo_->panel()); // the next Escape is the panel's
         desktop_.tap(Key::Escape);
         QVERIFY(vellumo_->waitForNoPanel());
     }
