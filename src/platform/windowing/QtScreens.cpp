@@ -3,6 +3,7 @@
 #include "platform/windowing/QtScreens.h"
 
 #include "platform/windowing/ScreenCoordinates.h"
+#include "platform/windowing/X11Hints.h"
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
@@ -24,9 +25,11 @@ Screen described(const QScreen &screen, const StrutWatch &struts)
     const double scale = screen.devicePixelRatio();
     const QMargins reserved =
         struts.margins({frame.topLeft(), (QSizeF(frame.size()) * scale).toSize()});
-    const QRectF visible = QRectF(frame).marginsRemoved(QMarginsF(reserved) / scale);
-    return {toDesktop(QRectF(frame), main),
-            toDesktop(visible & QRectF(screen.availableGeometry()), main), 0};
+    QRectF visible = QRectF(frame).marginsRemoved(QMarginsF(reserved) / scale);
+    if (QGuiApplication::screens().size() == 1 || !x11::isAvailable()) {
+        visible &= QRectF(screen.availableGeometry()); // with several, wrong for some of them
+    }
+    return {toDesktop(QRectF(frame), main), toDesktop(visible, main), 0};
 }
 
 } // namespace
