@@ -7,6 +7,7 @@
 #include "app/BuiltInUpdates.h"
 #include "app/CommandLine.h"
 #include "app/ComputerWiring.h"
+#include "app/DailyUpdates.h"
 #include "app/Foundation.h"
 #include "app/MainMenu.h"
 #include "app/MainWindowWiring.h"
@@ -162,6 +163,8 @@ void AppDelegate::createUpdaterManager()
                               foundation_->clock, foundation_->engine, foundation_->texts});
     if (controller) {
         controller->setOnWindowMade([this](QWindow &window) { mainMenu_->attachTo(window); });
+        dailyUpdates_ =
+            std::make_unique<DailyUpdates>(*controller, foundation_->defaults, foundation_->clock);
         updaterManager_->controller = std::move(controller);
     }
 }
@@ -397,7 +400,7 @@ void AppDelegate::createMainWindow()
         with.engine,
         {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,
          [this] { return computer_->makeModel(); }, [this] { updaterManager_->checkForUpdates(); },
-         [this] { terminate(); }},
+         [this] { terminate(); }, updaterManager_->controller != nullptr},
         with.platform.workspace(),
         with.windows,
         with.screens,

@@ -17,6 +17,7 @@ class AIExplaining;
 class ApplicationInterface;
 class ComputerWiring;
 class ContextTracker;
+class DailyUpdates;
 struct Foundation;
 class ForwardingExplainer;
 class MainMenu;
@@ -87,6 +88,7 @@ private:
     std::unique_ptr<MainMenu> mainMenu_;
     std::unique_ptr<StatusItem> statusItem_;
     std::unique_ptr<UpdaterManager> updaterManager_;
+    std::unique_ptr<DailyUpdates> dailyUpdates_; ///< where this build can check for updates
     std::unique_ptr<PermissionManager> permissionManager_;
     std::unique_ptr<NotesStore> notesStore_;
     std::unique_ptr<AccountWiring> account_;

@@ -23,6 +23,10 @@ inline constexpr QStringView acknowledgedNotesTime = u"acknowledgedNotesTime";
 inline constexpr QStringView readsByCopying = u"readsByCopying";
 /// The .desktop ids or names of the applications that are not made to copy.
 inline constexpr QStringView noCopyingIn = u"noCopyingIn";
+/// The user has agreed that new versions are looked for, or has declined; absent before.
+inline constexpr QStringView looksForUpdates = u"looksForUpdates";
+/// When that was done last, in seconds since 2001.
+inline constexpr QStringView lookedForUpdates = u"lookedForUpdates";
 } // namespace DefaultsKey
 
 /// The user's settings. A value: copies read the same store, afresh on every call.

@@ -43,22 +43,47 @@ FocusScope {
         english: dashboard.texts.english
         onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
     }
-    SettingsNotice {
+    DashboardNotice {
         id: settingsNotice
 
+        objectName: "unsavedSettings"
         x: notice.x
         y: notice.height
         width: notice.width
         height: implicitHeight
-        main: dashboard.main
-        english: dashboard.texts.english
+        wanted: dashboard.main.hasUnsavedSettings
+        dotColor: Theme.bad
+        words: dashboard.texts.english
+            ? "Your settings cannot be saved. What you change is lost when vellumo ends."
+            : "设置无法保存,退出 vellumo 后所做的更改会丢失。"
+        acceptText: dashboard.texts.english ? "Got it" : "知道了"
+        onAccepted: dashboard.main.acknowledgeUnsavedSettings()
+        onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+    }
+    DashboardNotice {
+        id: updatesNotice
+
+        objectName: "dailyUpdates"
+        x: notice.x
+        y: settingsNotice.y + settingsNotice.height
+        width: notice.width
+        height: implicitHeight
+        wanted: dashboard.main.asksForUpdates
+        dotColor: Theme.accent
+        words: dashboard.texts.english
+            ? "May vellumo look for new versions once a day? It only asks whether there is one."
+            : "允许 vellumo 每天检查一次新版本吗?只会查询是否有新版本。"
+        acceptText: dashboard.texts.english ? "Allow" : "允许"
+        declineText: dashboard.texts.english ? "Not now" : "暂不"
+        onAccepted: dashboard.main.looksForUpdates = true
+        onDeclined: dashboard.main.looksForUpdates = false
         onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
     }
     FocusScope {
         id: pages
 
         x: sideBar.width
-        y: settingsNotice.y + settingsNotice.height
+        y: updatesNotice.y + updatesNotice.height
         width: dashboard.width - x
         height: dashboard.height - y
         focus: !dashboard.showsSheet

@@ -36,6 +36,8 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
     connect(&with_.defaults, &DefaultsStore::changed, this, [this](const QString &key) {
         if (key == DefaultsKey::preferredOutputLanguage) {
             Q_EMIT languageChanged();
+        } else if (key == DefaultsKey::looksForUpdates) {
+            Q_EMIT updatesChanged();
         }
     });
     connect(&with_.defaults, &DefaultsStore::failed, this,
@@ -54,6 +56,22 @@ void MainWindowModel::acknowledgeUnsavedSettings()
 {
     knowsUnsavedSettings_ = true;
     Q_EMIT unsavedSettingsChanged();
+}
+
+bool MainWindowModel::asksForUpdates() const
+{
+    return with_.canLookForUpdates
+        && !with_.defaults.value(DefaultsKey::looksForUpdates.toString()).isValid();
+}
+
+bool MainWindowModel::looksForUpdates() const
+{
+    return with_.defaults.value(DefaultsKey::looksForUpdates.toString()).toBool();
+}
+
+void MainWindowModel::setLooksForUpdates(bool looks)
+{
+    with_.defaults.setValue(DefaultsKey::looksForUpdates.toString(), looks);
 }
 
 void MainWindowModel::checkForUpdates()

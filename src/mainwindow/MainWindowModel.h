@@ -41,6 +41,10 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(bool hasComputer READ hasComputer CONSTANT)
     Q_PROPERTY(bool hasUnsavedSettings READ hasUnsavedSettings NOTIFY unsavedSettingsChanged)
     Q_PROPERTY(bool hasProgramMenu READ hasProgramMenu CONSTANT)
+    Q_PROPERTY(bool canLookForUpdates READ canLookForUpdates CONSTANT)
+    Q_PROPERTY(bool asksForUpdates READ asksForUpdates NOTIFY updatesChanged)
+    Q_PROPERTY(
+        bool looksForUpdates READ looksForUpdates WRITE setLooksForUpdates NOTIFY updatesChanged)
     Q_PROPERTY(vellumo::ComputerModel *computer READ computer CONSTANT)
 
 public:
@@ -57,6 +61,8 @@ public:
         /// What the tray's menu offers, for desktops without a tray; both or none.
         std::function<void()> onCheckForUpdates = {};
         std::function<void()> onQuit = {};
+        /// This build can look for new versions by itself.
+        bool canLookForUpdates = false;
     };
 
     explicit MainWindowModel(const Collaborators &collaborators, QObject *parent = nullptr);
@@ -106,6 +112,12 @@ public:
     [[nodiscard]] bool hasUnsavedSettings() const;
     Q_INVOKABLE void acknowledgeUnsavedSettings();
 
+    [[nodiscard]] bool canLookForUpdates() const { return with_.canLookForUpdates; }
+    /// Whether the user is still to be asked if new versions may be looked for.
+    [[nodiscard]] bool asksForUpdates() const;
+    [[nodiscard]] bool looksForUpdates() const;
+    void setLooksForUpdates(bool looks);
+
     [[nodiscard]] bool hasProgramMenu() const { return static_cast<bool>(with_.onQuit); }
     Q_INVOKABLE void checkForUpdates();
     Q_INVOKABLE void quit();
@@ -122,6 +134,7 @@ Q_SIGNALS:
     void searchRequested();
     void languageChanged();
     void unsavedSettingsChanged();
+    void updatesChanged();
 
 private:
     void userChanged();

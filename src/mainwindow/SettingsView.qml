@@ -71,6 +71,29 @@ Sheet {
             width: 1
             height: Units.space24
         }
+        Item {
+            width: parent.width
+            height: daily.height + Units.space16
+            visible: settings.main.canLookForUpdates
+
+            Label {
+                id: daily
+
+                width: parent.width - looks.width - Units.space12
+                text: settings.english ? "Look for new versions once a day" : "每天检查一次新版本"
+                wrapMode: Text.Wrap
+                font.pixelSize: Units.type14
+            }
+            Switch {
+                id: looks
+
+                objectName: "looksForUpdates"
+                anchors.right: parent.right
+                accessibleName: daily.text
+                checked: settings.main.looksForUpdates
+                onClicked: settings.main.looksForUpdates = !settings.main.looksForUpdates
+            }
+        }
         Flow {
             width: parent.width
             visible: settings.main.hasProgramMenu

@@ -103,9 +103,23 @@ void UpdateController::setOnWindowMade(std::function<void(QWindow &)> onWindowMa
     window_.onWindowMade = std::move(onWindowMade);
 }
 
+void UpdateController::lookQuietly()
+{
+    if (!window_.window()) {
+        isQuiet_ = true;
+        send();
+    }
+}
+
 void UpdateController::check()
 {
+    isQuiet_ = false;
     window_.showChecking();
+    send();
+}
+
+void UpdateController::send()
+{
     request_ = std::make_unique<QObject>();
     with_.http.send({.url = source_.feed,
                      .timeout = 15s,
@@ -137,7 +151,7 @@ void UpdateController::take(const Result<UpdateFeed, FeedFault> &feed)
     } else if (feed.value().version > running_) {
         page_ = feed.value().page;
         window_.showOffer(feed.value());
-    } else {
+    } else if (!isQuiet_) {
         window_.showNothingNew();
     }
 }
@@ -145,7 +159,9 @@ void UpdateController::take(const Result<UpdateFeed, FeedFault> &feed)
 void UpdateController::fail(Failure failure, const QString &reason)
 {
     printDiagnostic(u"could not check for updates: %1"_s.arg(reason));
-    window_.showFailure(failure);
+    if (!isQuiet_) {
+        window_.showFailure(failure);
+    }
 }
 
 void UpdateController::openPage()

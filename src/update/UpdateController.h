@@ -32,7 +32,7 @@ struct UpdateSource {
 };
 
 /// Looks for updates when asked, and tells what it learned in a window of its own. Downloads and
-/// installs nothing: it opens the page of a release. Does nothing at all before it is asked.
+/// installs nothing: it opens the page of a release. Does nothing at all before it is called.
 class UpdateController final : public QObject, public UpdateControlling {
     Q_OBJECT
 
@@ -54,6 +54,7 @@ public:
     /// Starts a check and shows how it goes. While one is under way, or an update is on offer, its
     /// window comes to the front instead.
     void checkForUpdates() override;
+    void lookQuietly() override;
 
     /// Receives each window before it is shown.
     void setOnWindowMade(std::function<void(QWindow &window)> onWindowMade);
@@ -63,6 +64,7 @@ public:
 
 private:
     void check();
+    void send();
     void take(const Result<HttpResponse, HttpError> &answer);
     void take(const Result<UpdateFeed, FeedFault> &feed);
     void fail(UpdateWindow::Failure failure, const QString &reason);
@@ -74,6 +76,7 @@ private:
     Collaborators with_;
     UpdateWindow window_;
     QUrl page_; ///< of the update on offer
+    bool isQuiet_ = false; ///< nobody has asked for the check under way
     std::unique_ptr<QObject> request_; ///< the request under way ends with it
 };
 

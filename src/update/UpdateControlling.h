@@ -11,6 +11,10 @@ public:
 
     /// The user asks. May be called again while an earlier check still runs.
     virtual void checkForUpdates() = 0;
+
+    /// The program looks by itself: only a newer release opens a window. Does nothing while one is
+    /// open.
+    virtual void lookQuietly() = 0;
 };
 
 } // namespace vellumo

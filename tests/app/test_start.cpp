@@ -3,15 +3,19 @@
 
 #include "app/AppConfig.h"
 #include "app/CommandLine.h"
+#include "app/DailyUpdates.h"
 #include "app/WindowSystem.h"
 #include "platform/Diagnostics.h"
 #include "platform/ProgramEnvironment.h"
+#include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeDesktop.h"
 
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using namespace vellumo;
 
 class TestStart : public QObject {
@@ -20,6 +24,7 @@ class TestStart : public QObject {
 private Q_SLOTS:
     void argumentsAreUnderstood_data();
     void argumentsAreUnderstood();
+    void looksForUpdatesOnceADay();
     void windowSystemIsX11WhereverItCan_data();
     void windowSystemIsX11WhereverItCan();
     void ownVariablesAreTaken();
@@ -65,6 +70,48 @@ void TestStart::argumentsAreUnderstood()
         asked = launch.wantsNothing() ? u"nothing"_s : request.action + request.urls.join(u' ');
     }
     QTEST(asked, "asked");
+}
+
+namespace {
+
+struct CountingUpdates : UpdateControlling {
+    int looks = 0;
+    void checkForUpdates() override { }
+    void lookQuietly() override { ++looks; }
+};
+
+} // namespace
+
+void TestStart::looksForUpdatesOnceADay()
+{
+    CountingUpdates updates;
+    FakeDefaultsStore defaults;
+    FakeClock clock;
+    clock.now = 800000000;
+    const auto agree = [&defaults](const QVariant &answer) {
+        defaults.setValue(u"looksForUpdates"_s, answer);
+    };
+    const DailyUpdates daily(updates, defaults, clock);
+    clock.advance(48h);
+    QCOMPARE(updates.looks, 0); // was not asked
+    agree(false);
+    clock.advance(48h);
+    QCOMPARE(updates.looks, 0);
+    agree(true);
+    clock.advance(10min);
+    QCOMPARE(updates.looks, 1);
+    clock.advance(23h);
+    QCOMPARE(updates.looks, 1);
+    clock.advance(2h);
+    QCOMPARE(updates.looks, 2);
+    {
+        const DailyUpdates next(updates, defaults, clock); // of a later start
+        clock.advance(2h);
+        QCOMPARE(updates.looks, 2);
+    }
+    agree(false);
+    clock.advance(48h);
+    QCOMPARE(updates.looks, 2);
 }
 
 void TestStart::windowSystemIsX11WhereverItCan_data()

@@ -90,7 +90,7 @@ struct WindowDesk {
                                 {notes, auth, &sync, defaults, clock, texts,
                                  [this] { return computer.make(); },
                                  [this] { chosen.append(QStringLiteral("updates")); },
-                                 [this] { chosen.append(QStringLiteral("quit")); }}};
+                                 [this] { chosen.append(QStringLiteral("quit")); }, true}};
 
     explicit WindowDesk(const QString &language = QStringLiteral("English"))
     {
@@ -98,6 +98,7 @@ struct WindowDesk {
         texts.follow(defaults);
         clock.now = eveningOfTheDay;
         setLanguage(language);
+        defaults.setValue(QStringLiteral("looksForUpdates"), false); // was asked
     }
 
     void setLanguage(const QString &language)

@@ -35,6 +35,7 @@ private Q_SLOTS:
     void keysReachEverything_data();
     void keysReachEverything();
     void tellsOnceThatSettingsAreLost();
+    void asksOnceWhetherToLookForUpdates();
     void fitsLargeText_data();
     void fitsLargeText();
     void isHiddenWhileAPanelIsClicked_data();
@@ -226,8 +227,8 @@ void TestMainWindow::keysReachEverything_data()
     QTest::newRow("export") << u"export"_s
                             << QStringList{u"exportFormat"_s, u"exportCancel"_s, u"exportChoose"_s};
     QTest::newRow("settings") << u"settings"_s
-                              << QStringList{u"language"_s, u"checkForUpdates"_s, u"quit"_s,
-                                             u"done"_s};
+                              << QStringList{u"language"_s, u"looksForUpdates"_s,
+                                             u"checkForUpdates"_s, u"quit"_s, u"done"_s};
 }
 
 void TestMainWindow::keysReachEverything()
@@ -285,13 +286,30 @@ void TestMainWindow::tellsOnceThatSettingsAreLost()
     WindowDesk desk;
     desk.useWithoutAccount();
     desk.show();
-    QVERIFY(!desk.item("settingsNotice"));
+    QVERIFY(!desk.item("unsavedSettingsWords"));
     desk.defaults.fail();
-    QVERIFY(desk.item("settingsNotice"));
-    desk.click("knowSettings");
-    QVERIFY(!desk.item("settingsNotice"));
+    QVERIFY(desk.item("unsavedSettingsWords"));
+    desk.click("unsavedSettingsAccept");
+    QVERIFY(!desk.item("unsavedSettingsWords"));
     desk.defaults.fail();
-    QVERIFY(!desk.item("settingsNotice"));
+    QVERIFY(!desk.item("unsavedSettingsWords"));
+}
+
+void TestMainWindow::asksOnceWhetherToLookForUpdates()
+{
+    for (const bool isAllowed : {true, false}) {
+        WindowDesk desk;
+        desk.defaults.setValue(u"looksForUpdates"_s, {});
+        desk.useWithoutAccount();
+        desk.show();
+        QVERIFY(desk.item("dailyUpdatesWords"));
+        desk.click(isAllowed ? "dailyUpdatesAccept" : "dailyUpdatesDecline");
+        QVERIFY(!desk.item("dailyUpdatesWords"));
+        QCOMPARE(desk.defaults.value(u"looksForUpdates"_s), isAllowed);
+        desk.click("settings");
+        desk.click("looksForUpdates");
+        QCOMPARE(desk.defaults.value(u"looksForUpdates"_s), !isAllowed);
+    }
 }
 
 void TestMainWindow::fitsLargeText_data()

@@ -104,6 +104,7 @@ private Q_SLOTS:
     void isOneWindow();
     void tellsWhenItCannotCheck();
     void closingEndsTheRequest();
+    void looksQuietly();
     void keysReachEverything();
     void needsFeedAndKey();
 };
@@ -301,6 +302,28 @@ void TestUpdateWindow::closingEndsTheRequest()
     QVERIFY(!desk.controller.window());
     desk.answer(desk.feed());
     QVERIFY(!desk.controller.window());
+}
+
+void TestUpdateWindow::looksQuietly()
+{
+    Desk desk;
+    desk.controller.lookQuietly();
+    desk.answer("not a feed");
+    QVERIFY(!desk.controller.window());
+    desk.controller.lookQuietly();
+    desk.answer(desk.feed("0.1.0"));
+    QVERIFY(!desk.controller.window());
+    desk.controller.lookQuietly();
+    desk.controller.checkForUpdates(); // now somebody waits
+    QVERIFY(desk.controller.window());
+    desk.answer(desk.feed("0.1.0"));
+    QVERIFY(desk.controller.window());
+
+    Desk other;
+    other.controller.lookQuietly();
+    other.answer(other.feed());
+    QVERIFY(other.controller.window());
+    QVERIFY(other.shown().contains("0.2.0"_L1));
 }
 
 void TestUpdateWindow::keysReachEverything()

@@ -1,25 +1,31 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
-import Vellumo.MainWindow
 import Vellumo.Ui
 
-/// Says once that the settings cannot be written. Takes no room otherwise.
+/// Something that the user is told or asked above the pages, until it is answered. Takes no room
+/// otherwise.
 FocusScope {
     id: notice
 
-    required property MainWindowModel main
-    required property bool english
+    required property bool wanted
+    required property string words
+    required property color dotColor
+    required property string acceptText
+    property string declineText: ""
+
+    signal accepted
+    signal declined
 
     /// It goes, and had the keyboard.
     signal keyboardLeft
 
-    visible: notice.main.hasUnsavedSettings
+    visible: notice.wanted
     implicitHeight: notice.visible ? card.height + Units.space16 : 0
 
     onVisibleChanged: {
         if (visible)
-            announcer.announce(words.text)
+            announcer.announce(notice.words)
         else if (activeFocus)
             notice.keyboardLeft()
     }
@@ -32,7 +38,7 @@ FocusScope {
 
         y: Units.space16
         width: notice.width
-        height: Math.max(words.height, known.height) + 2 * Units.space12
+        height: Math.max(words.height, answers.height) + 2 * Units.space12
 
         Rectangle {
             x: Units.space16
@@ -40,33 +46,41 @@ FocusScope {
             width: Units.statusDot
             height: width
             radius: width / 2
-            color: Theme.bad
+            color: notice.dotColor
         }
         Label {
             id: words
 
-            objectName: "settingsNotice"
+            objectName: notice.objectName + "Words"
             x: Units.space16 + Units.statusDot + Units.space12
             anchors.verticalCenter: card.verticalCenter
-            width: known.x - Units.space12 - x
-            text: notice.english
-                ? "Your settings cannot be saved. What you change is lost when vellumo ends."
-                : "设置无法保存,退出 vellumo 后所做的更改会丢失。"
+            width: answers.x - Units.space12 - x
+            text: notice.words
             wrapMode: Text.Wrap
             font.pixelSize: Units.type13
             lineFactor: Units.readingLine
             Accessible.role: Accessible.AlertMessage
         }
-        TextButton {
-            id: known
+        Row {
+            id: answers
 
-            objectName: "knowSettings"
             x: card.width - width - Units.space8
             anchors.verticalCenter: card.verticalCenter
-            focus: true
-            quiet: true
-            text: notice.english ? "Got it" : "知道了"
-            onClicked: notice.main.acknowledgeUnsavedSettings()
+
+            TextButton {
+                objectName: notice.objectName + "Decline"
+                visible: notice.declineText.length > 0
+                quiet: true
+                text: notice.declineText
+                onClicked: notice.declined()
+            }
+            TextButton {
+                objectName: notice.objectName + "Accept"
+                focus: true
+                quiet: true
+                text: notice.acceptText
+                onClicked: notice.accepted()
+            }
         }
     }
 }

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "app/DailyUpdates.h"
+
+#include "app/UserPreferences.h"
+#include "platform/Clock.h"
+#include "platform/DefaultsStore.h"
+
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+constexpr auto afterStart = 1min;
+constexpr auto betweenLooks = 1h; // whether a day has passed, also while the computer slept
+constexpr double secondsOfADay = 86400;
+
+const QString agreedKey = DefaultsKey::looksForUpdates.toString();
+const QString lastKey = DefaultsKey::lookedForUpdates.toString();
+
+} // namespace
+
+DailyUpdates::DailyUpdates(UpdateControlling &controller, DefaultsStore &defaults, Clock &clock,
+                           QObject *parent)
+    : QObject(parent)
+    , controller_(controller)
+    , defaults_(defaults)
+    , clock_(clock)
+{
+    connect(&defaults_, &DefaultsStore::changed, this, [this](const QString &key) {
+        if (key == agreedKey) {
+            follow();
+        }
+    });
+    follow();
+}
+
+bool DailyUpdates::isAgreed() const
+{
+    return defaults_.value(agreedKey).toBool();
+}
+
+void DailyUpdates::follow()
+{
+    if (isAgreed() && !std::exchange(isWaiting_, true)) {
+        clock_.after(afterStart, this, [this] { look(); });
+    }
+}
+
+void DailyUpdates::look()
+{
+    isWaiting_ = isAgreed();
+    if (!isWaiting_) {
+        return;
+    }
+    const double now = clock_.secondsSinceReferenceDate();
+    const double last = defaults_.value(lastKey).toDouble();
+    if (last > now || now - last >= secondsOfADay) { // a clock may have been put back
+        defaults_.setValue(lastKey, now);
+        controller_.lookQuietly();
+    }
+    clock_.after(betweenLooks, this, [this] { look(); });
+}
+
+} // namespace vellumo
