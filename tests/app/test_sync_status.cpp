@@ -135,9 +135,6 @@ void TestSyncStatus::tellsWhyANoteStays()
     Home home;
     home.store.add(makeNote(u"a"_s), page);
     home.status.push();
-    QVERIFY(home.serve(HttpResponse{.status = 413}) && home.isQuiet());
-    QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
-    home.status.push();
     QVERIFY(home.serve(HttpError{HttpError::Kind::timedOut}) && home.isQuiet());
     QCOMPARE(home.status.pending(), 1);
     QCOMPARE(home.status.problem(), Problem::Unreachable);
@@ -154,6 +151,11 @@ void TestSyncStatus::tellsWhyANoteStays()
     home.status.push(); // under way, with nothing against it
     QCOMPARE(home.status.pending(), 1);
     QCOMPARE(home.status.problem(), Problem::None);
+    QVERIFY(home.serve(HttpResponse{.status = 413}) && home.isQuiet());
+    QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
+    home.status.push(); // of what is too large nothing is sent again
+    QVERIFY(home.isQuiet());
+    QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
 
     Home elsewhere{QString()};
     elsewhere.store.add(makeNote(u"a"_s), page);
