@@ -30,8 +30,8 @@ public:
         return arguments.isEmpty() ? std::nullopt : convert<T>(arguments.constFirst());
     }
 
-    /// As value(), of whatever service the object is. Whether that may be asked is for the caller to
-    /// find out.
+    /// As value(), of whatever service the object is. Whether that may be asked is for the caller
+    /// to find out.
     [[nodiscard]] std::optional<ObjectReference> objectOfAnyService();
 
     static constexpr qsizetype mostObjects = 16384;
