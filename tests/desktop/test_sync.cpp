@@ -92,6 +92,9 @@ void TestSync::notesFollowTheirReader()
     QVERIFY(waitUntil([&] { return onServer().size() == 1; })); // as soon as it is saved
     QCOMPARE(onServer().first()["sourceText"_L1].toString(), sentence);
 
+    // The follow-up, too: a pass would end at it while the backend is away.
+    QVERIFY(waitUntil([&] { return backend_->count(u"AddFollowUp"_s) == 1; }));
+
     // what is read while the backend is away goes there at the next start
     backend_->fail(Backend::Fault::offline);
     QVERIFY(read(*here));
