@@ -348,7 +348,7 @@ void AppDelegate::wireSync()
 {
     sync_ = std::make_unique<SyncWiring>(
         SyncWiring::Foundation{foundation_->config, account_->auth(), *notesStore_,
-                               foundation_->http, foundation_->clock});
+                               foundation_->http, foundation_->clock, foundation_->defaults});
     coordinator_->onNoteSaved = [sync = QPointer(sync_.get())](const ReadingNote & /*note*/) {
         if (sync) {
             sync->noteSaved();
@@ -401,6 +401,7 @@ void AppDelegate::createMainWindow()
         {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,
          [this] { return computer_->makeModel(); }, [this] { updaterManager_->checkForUpdates(); },
          [this] { terminate(); }, updaterManager_->controller != nullptr},
+         sync_->ownership(),
         with.platform.workspace(),
         with.windows,
         with.screens,

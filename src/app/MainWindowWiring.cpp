@@ -20,12 +20,21 @@ MainWindowWiring::MainWindowWiring(const Foundation &foundation)
     : auth_(foundation.window.auth)
     , saving_(foundation.window.texts)
     , controller_(foundation.engine, foundation.window)
+    , uploadQuestion_({foundation.engine, foundation.ownership, *foundation.window.sync,
+                       foundation.window.auth, foundation.window.texts})
     , guard_(activation_, foundation.panels, foundation.screens, controller_)
     , with_(foundation)
 {
     controller_.onWindowMade = [&menu = foundation.menu](QWindow &window) {
         menu.attachTo(window);
     };
+    controller_.onShown = [this] { uploadQuestion_.update(); };
+    uploadQuestion_.window = [this]() -> QWindow * {
+        QWindow *const window = controller_.window();
+        return window != nullptr && window->isVisible() ? window : nullptr;
+    };
+    uploadQuestion_.setOnWindowMade(
+        [&menu = foundation.menu](QWindow &window) { menu.attachTo(window); });
     controller_.onActivate = [](const QWindow &window) { x11::activate(window.winId()); };
     controller_.onOpenPage = [&workspace = foundation.workspace](const QUrl &page) {
         return workspace.openUrl(page);

@@ -4,6 +4,7 @@
 
 #include "app/ActivationGuard.h"
 #include "app/SaveFileDialog.h"
+#include "app/UploadQuestion.h"
 #include "mainwindow/MainWindowController.h"
 #include "platform/ApplicationActivation.h"
 
@@ -23,7 +24,8 @@ public:
     /// All must outlive this object.
     struct Foundation {
         QQmlEngine &engine;
-        MainWindowModel::Collaborators window;
+        MainWindowModel::Collaborators window; ///< with sync
+        NotesOwnership &ownership;
         Workspace &workspace;
         const FloatingWindows &panels;
         const Screens &screens;
@@ -62,6 +64,7 @@ private:
     AuthService &auth_;
     SaveFileDialog saving_;
     MainWindowController controller_;
+    UploadQuestion uploadQuestion_;
     ApplicationActivation activation_; ///< silent: only the clicked window is raised here
     ActivationGuard guard_;
     bool isWanted_ = false;

@@ -3,6 +3,7 @@
 
 #include "app/SyncStatus.h"
 
+#include "app/NotesOwnership.h"
 #include "notes/NoteDates.h"
 #include "notes/NotesStoring.h"
 #include "notes/NotesSyncEngine.h"
@@ -46,6 +47,7 @@ SyncStatus::SyncStatus(const Collaborators &collaborators) : with_(collaborators
         pending_.reset();
         Q_EMIT changed();
     });
+    connect(&with_.ownership, &NotesOwnership::changed, this, &SyncReporting::changed);
     with_.history.onEnded = [this](auto direction, auto outcome) { ended(direction, outcome); };
 }
 
@@ -55,6 +57,17 @@ int SyncStatus::pending() const
         pending_ = static_cast<int>(with_.store.pendingSync().size());
     }
     return *pending_;
+}
+
+bool SyncStatus::isWithheld() const
+{
+    return with_.ownership.isWithheld();
+}
+
+void SyncStatus::uploadWithheld()
+{
+    with_.ownership.agree();
+    syncNow();
 }
 
 void SyncStatus::syncNow()

@@ -8,6 +8,7 @@
 
 namespace vellumo {
 
+class NotesOwnership;
 class NotesStoring;
 class NotesSyncEngine;
 
@@ -22,18 +23,21 @@ public:
         DataConnectHistory &history;
         const NotesStoring &store;
         const Clock &clock;
+        NotesOwnership &ownership;
     };
 
     explicit SyncStatus(const Collaborators &collaborators);
 
     [[nodiscard]] bool isSyncing() const override { return passes_ > 0; }
     [[nodiscard]] int pending() const override;
+    [[nodiscard]] bool isWithheld() const override;
     [[nodiscard]] int arriving() const override { return arriving_; }
     [[nodiscard]] Problem problem() const override;
     [[nodiscard]] QDateTime problemTime() const override;
     [[nodiscard]] QDateTime lastFetched() const override { return lastFetched_; }
 
     void syncNow() override;
+    void uploadWithheld() override;
     /// While a pull is under way, any number of calls make one more after it.
     void pull() override;
     void announceArrivals() override;

@@ -11,10 +11,12 @@
 namespace vellumo {
 
 SyncWiring::SyncWiring(const Foundation &foundation)
-    : history_({foundation.auth, foundation.http, foundation.clock,
+    : ownership_({foundation.defaults, foundation.auth, foundation.store})
+    , history_({foundation.auth, foundation.http, foundation.clock,
                 [&config = foundation.config](const QString &key) { return config.value(key); }})
-    , engine_(foundation.store, history_, foundation.auth)
-    , status_({engine_, history_, foundation.store, foundation.clock})
+    , engine_(foundation.store, history_, foundation.auth,
+              [this] { return ownership_.allowsSync(); })
+    , status_({engine_, history_, foundation.store, foundation.clock, ownership_})
 {
     // The session of an earlier run comes from a keyring that may be slow, or locked for a while.
     // Without one there is nothing to do at launch.
@@ -25,6 +27,7 @@ SyncWiring::SyncWiring(const Foundation &foundation)
     };
     foundation.auth.onSignedIn = foundation.auth.onRestored;
     connect(&foundation.auth, &AuthService::userChanged, this, [this] { status_.forget(); });
+    connect(&foundation.auth, &AuthService::userChanged, &ownership_, &NotesOwnership::changed);
 }
 
 } // namespace vellumo

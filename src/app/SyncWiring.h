@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/NotesOwnership.h"
 #include "app/SyncStatus.h"
 #include "notes/DataConnectHistory.h"
 #include "notes/NotesSyncEngine.h"
@@ -24,6 +25,7 @@ public:
         NotesStoring &store;
         HttpSession &http;
         Clock &clock;
+        DefaultsStore &defaults;
     };
 
     explicit SyncWiring(const Foundation &foundation);
@@ -32,11 +34,13 @@ public:
     [[nodiscard]] NotesSyncEngine &engine() { return engine_; }
 
     [[nodiscard]] SyncStatus &status() { return status_; }
+    [[nodiscard]] NotesOwnership &ownership() { return ownership_; }
 
     /// A note has been saved.
     void noteSaved() { status_.push(); }
 
 private:
+    NotesOwnership ownership_;
     DataConnectHistory history_;
     NotesSyncEngine engine_;
     SyncStatus status_;

@@ -19,6 +19,10 @@ inline constexpr QStringView usesWithoutAccount = u"usesWithoutAccount";
 inline constexpr QStringView acknowledgedNotesFile = u"acknowledgedNotesFile";
 /// When that file was last changed which the user was told of before it was set aside.
 inline constexpr QStringView acknowledgedNotesTime = u"acknowledgedNotesTime";
+/// The uid of the account that the notes on this computer belong to.
+inline constexpr QStringView notesOwner = u"notesOwner";
+/// The uid of the account that the user last chose not to upload them to.
+inline constexpr QStringView notesDeclinedFor = u"notesDeclinedFor";
 /// False: no application is made to copy what is selected in it.
 inline constexpr QStringView readsByCopying = u"readsByCopying";
 /// The .desktop ids or names of the applications that are not made to copy.

@@ -132,8 +132,17 @@ Item {
             width: parent.width
 
             TextButton {
+                objectName: "uploadNotes"
+                visible: corner.showsSync && corner.sync.isWithheld
+                width: Math.min(implicitWidth, parent.width)
+                quiet: true
+                text: corner.showsSync ? corner.count(corner.sync.pending, "Upload 1 note",
+                                                      "Upload %1 notes", "上传 %1 条笔记") : ""
+                onClicked: corner.sync.uploadWithheld()
+            }
+            TextButton {
                 objectName: "syncNow"
-                visible: corner.showsSync
+                visible: corner.showsSync && !corner.sync.isWithheld
                 enabled: corner.showsSync && !corner.sync.isSyncing
                 width: Math.min(implicitWidth, parent.width)
                 quiet: true

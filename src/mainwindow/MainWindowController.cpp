@@ -42,6 +42,9 @@ void MainWindowController::show()
     } else {
         window_->requestActivate();
     }
+    if (onShown) {
+        onShown();
+    }
 }
 
 void MainWindowController::showService()

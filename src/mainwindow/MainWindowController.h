@@ -27,6 +27,8 @@ public:
 
     /// Called with the window once it is made, before it is shown.
     std::function<void(QWindow &window)> onWindowMade;
+    /// Called when show() has shown the window.
+    std::function<void()> onShown;
     /// Gives the shown window the keyboard whatever other application has it.
     std::function<void(QWindow &window)> onActivate;
     /// What the page of a note asks for; see OpenedNote.

@@ -15,6 +15,7 @@ class SyncReporting : public QObject {
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool isSyncing READ isSyncing NOTIFY changed)
     Q_PROPERTY(int pending READ pending NOTIFY changed)
+    Q_PROPERTY(bool isWithheld READ isWithheld NOTIFY changed)
     Q_PROPERTY(int arriving READ arriving NOTIFY changed)
     Q_PROPERTY(Problem problem READ problem NOTIFY changed)
     Q_PROPERTY(QDateTime problemTime READ problemTime NOTIFY changed)
@@ -41,6 +42,9 @@ public:
     [[nodiscard]] virtual bool isSyncing() const = 0;
     /// How many notes the backend does not have, or not with all their follow-ups.
     [[nodiscard]] virtual int pending() const = 0;
+    /// Whether nothing is exchanged with this account, since the pending notes are not its own and
+    /// the user has not agreed to upload them.
+    [[nodiscard]] virtual bool isWithheld() const = 0;
     /// How many notes are known to be on their way here; see announceArrivals().
     [[nodiscard]] virtual int arriving() const = 0;
     /// Stands until the same has worked.
@@ -52,6 +56,8 @@ public:
 
     /// Sends what the backend lacks, then takes over what is new there.
     Q_INVOKABLE virtual void syncNow() = 0;
+    /// Makes the pending notes those of this account, then syncs.
+    Q_INVOKABLE virtual void uploadWithheld() = 0;
     /// Takes over what is new at the backend.
     Q_INVOKABLE virtual void pull() = 0;
     /// Asks the backend what it has, to tell how many notes the next pull will bring.

@@ -114,15 +114,21 @@ private:
 };
 
 NotesSyncEngine::NotesSyncEngine(NotesStoring &store, const DataConnectHistory &history,
-                                 Authenticating &auth, QObject *parent)
+                                 Authenticating &auth, Permission mayTravel, QObject *parent)
     : QObject(parent)
     , store_(store)
     , history_(history)
     , auth_(auth)
+    , mayTravel_(std::move(mayTravel))
 {
 }
 
 NotesSyncEngine::~NotesSyncEngine() = default;
+
+bool NotesSyncEngine::mayTravel() const
+{
+    return auth_.user() && (!mayTravel_ || mayTravel_());
+}
 
 void NotesSyncEngine::pushPending(QObject *context, Done completion)
 {
@@ -131,7 +137,7 @@ void NotesSyncEngine::pushPending(QObject *context, Done completion)
             completion();
         }
     };
-    if (!auth_.user() || pushing_) {
+    if (pushing_ || !mayTravel()) {
         pushQueued_ = pushQueued_ || (pushing_ && auth_.user());
         QMetaObject::invokeMethod(this, complete, Qt::QueuedConnection);
         return;
@@ -162,7 +168,7 @@ void NotesSyncEngine::pullAndMerge(QObject *context, Done completion)
         }
     };
     const std::optional<User> user = auth_.user();
-    if (!user) {
+    if (!mayTravel()) {
         QMetaObject::invokeMethod(this, complete, Qt::QueuedConnection);
         return;
     }

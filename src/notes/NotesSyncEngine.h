@@ -25,10 +25,13 @@ class NotesSyncEngine : public QObject {
 
 public:
     using Done = std::function<void()>;
+    /// Whether the notes in the store and those of the signed-in account may meet. Asked before
+    /// each push and each pull, and only while a user is signed in.
+    using Permission = std::function<bool()>;
 
-    /// What is handed over must outlive the engine.
+    /// What is handed over must outlive the engine. Without a permission they always may.
     NotesSyncEngine(NotesStoring &store, const DataConnectHistory &history, Authenticating &auth,
-                    QObject *parent = nullptr);
+                    Permission mayTravel = {}, QObject *parent = nullptr);
     ~NotesSyncEngine() override;
     Q_DISABLE_COPY_MOVE(NotesSyncEngine)
 
@@ -47,10 +50,12 @@ private:
     class PushPass;
 
     void passEnded();
+    [[nodiscard]] bool mayTravel() const;
 
     NotesStoring &store_;
     const DataConnectHistory &history_;
     Authenticating &auth_;
+    Permission mayTravel_;
     QSet<QUuid> tooLarge_; ///< notes that the backend does not take
     bool pushing_ = false;
     bool pushQueued_ = false; ///< another push was asked for while one was running

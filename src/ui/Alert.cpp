@@ -12,18 +12,24 @@ Alert::Alert(QQmlEngine &engine, QObject *parent) : QObject(parent), engine_(eng
 
 Alert::~Alert() = default;
 
-void Alert::show(const Text &text)
+void Alert::show(const Text &text, QWindow *over)
 {
     if (!window_) {
         window_ = makeOrdinaryWindow(engine_, u"Ui/Alert"_s,
                                      {{u"message"_s, text.message},
                                       {u"informativeText"_s, text.informativeText},
-                                      {u"button"_s, text.button}},
+                                      {u"button"_s, text.button},
+                                      {u"refusal"_s, text.refusal}},
                                      this);
         if (!window_) {
             return;
         }
         connect(window_, SIGNAL(dismissed()), this, SLOT(onDismissed()));
+        connect(window_, SIGNAL(agreed()), this, SLOT(onAgreed()));
+        if (over != nullptr) {
+            window_->setTransientParent(over);
+            window_->setModality(Qt::WindowModal);
+        }
         if (onWindowMade) {
             onWindowMade(*window_);
         }
@@ -32,6 +38,27 @@ void Alert::show(const Text &text)
 }
 
 void Alert::onDismissed()
+{
+    answer(false);
+}
+
+void Alert::onAgreed()
+{
+    answer(true);
+}
+
+void Alert::answer(bool isAgreed)
+{
+    if (!window_) {
+        return;
+    }
+    close();
+    if (onAnswered) {
+        onAnswered(isAgreed);
+    }
+}
+
+void Alert::close()
 {
     if (window_) {
         window_->disconnect(this);

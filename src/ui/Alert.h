@@ -11,8 +11,9 @@ class QQmlEngine;
 
 namespace vellumo {
 
-/// A modal alert with one button: while it stands, the program's other windows take no input. It
-/// runs no event loop. Its window exists only while it stands.
+/// A modal alert with one button, or a question with two: while it is shown, the program's other
+/// windows take no input, or only the one that it is shown over. It runs no event loop. Its window
+/// exists only while it is shown.
 class Alert final : public QObject {
     Q_OBJECT
 
@@ -21,6 +22,7 @@ public:
         QString message;
         QString informativeText;
         QString button = QStringLiteral("OK");
+        QString refusal = {}; ///< second button; empty: none
     };
 
     /// The engine must outlive the alert and needs the import path of prepareEngine().
@@ -30,16 +32,27 @@ public:
     /// Called with each new window before it is shown.
     std::function<void(QWindow &window)> onWindowMade;
 
-    /// One that stands already comes to the front as it is.
-    void show(const Text &text);
+    /// Called when the user has closed the alert; true for the first button. Escape and the
+    /// window's close button refuse a question.
+    std::function<void(bool isAgreed)> onAnswered;
 
-    /// The window while the alert stands, otherwise null.
+    /// Returns at once. One that is shown already comes to the front as it is. `over` stays
+    /// blocked by it; without, all windows of the program are.
+    void show(const Text &text, QWindow *over = nullptr);
+
+    /// Closes it without an answer.
+    void close();
+
+    /// The window while the alert is shown, otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_; }
 
 private Q_SLOTS:
     void onDismissed();
+    void onAgreed();
 
 private:
+    void answer(bool isAgreed);
+
     QQmlEngine &engine_;
     QPointer<QQuickWindow> window_;
 };

@@ -4,15 +4,20 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Ui
 
-/// Says one thing that the user has to take note of, before anything else in the program's windows.
+/// Says one thing that the user has to take note of, before anything else in the program's windows;
+/// or asks for one decision. The keyboard decides a question only from the button that has the focus.
 Window {
     id: dialog
 
     required property string message
     required property string informativeText
     required property string button
+    required property string refusal ///< empty: there is nothing to decide
+
+    readonly property bool asks: dialog.refusal.length > 0
 
     signal dismissed()
+    signal agreed()
 
     width: 400
     height: Math.ceil(content.height) + 2 * Units.space32 - Units.space8
@@ -41,8 +46,14 @@ Window {
         Accessible.description: detail.text
 
         Keys.onEscapePressed: dialog.dismissed()
-        Keys.onReturnPressed: dialog.dismissed()
-        Keys.onEnterPressed: dialog.dismissed()
+        Keys.onReturnPressed: event => content.confirm(event)
+        Keys.onEnterPressed: event => content.confirm(event)
+
+        function confirm(event: KeyEvent) {
+            event.accepted = !dialog.asks
+            if (!dialog.asks)
+                dialog.agreed()
+        }
 
         Text {
             id: heading
@@ -86,6 +97,15 @@ Window {
             minimumWidth: 96
             primary: true
             text: dialog.button
+            onClicked: dialog.agreed()
+        }
+        TextButton {
+            anchors.verticalCenter: button.verticalCenter
+            anchors.right: button.left
+            anchors.rightMargin: Units.space8
+            visible: dialog.asks
+            minimumWidth: 96
+            text: dialog.refusal
             onClicked: dialog.dismissed()
         }
     }

@@ -1,11 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
+#include "app/NotesOwnership.h"
 #include "app/SyncStatus.h"
+#include "app/UserPreferences.h"
 #include "notes/NotesStore.h"
 #include "notes/NotesSyncEngine.h"
 #include "notes/SyncFakes.h"
 #include "platform/fake/FakeClock.h"
+#include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "support/Waiting.h"
 
@@ -34,8 +37,10 @@ struct Home {
     FakeClock clock;
     DataConnectHistory history;
     NotesStore store{folder.filePath(u"notes.json"_s)};
-    NotesSyncEngine engine{store, history, auth};
-    SyncStatus status{{engine, history, store, clock}};
+    FakeDefaultsStore defaults;
+    NotesOwnership ownership{{defaults, auth, store}};
+    NotesSyncEngine engine{store, history, auth, [this] { return ownership.allowsSync(); }};
+    SyncStatus status{{engine, history, store, clock, ownership}};
     qsizetype served = 0;
 
     explicit Home(const QString &url = u"https://d.example/c"_s)
@@ -43,8 +48,14 @@ struct Home {
             {auth, session, clock,
              lookupIn({{u"VELLUMO_DATACONNECT_URL"_s, url}, {u"FIREBASE_API_KEY"_s, u"k"_s}})})
     {
+        own(u"u"_s);
     }
 
+    void own(const QString &uid) { defaults.setValue(DefaultsKey::notesOwner.toString(), uid); }
+    [[nodiscard]] QString owner() const
+    {
+        return defaults.value(DefaultsKey::notesOwner.toString()).toString();
+    }
     bool serve(const Result<HttpResponse, HttpError> &answer)
     {
         ++served;
@@ -70,6 +81,8 @@ private Q_SLOTS:
     void tellsWhyANoteStays();
     void pullsDuringAPullMakeOneMore();
     void tellsHowManyAreOnTheirWay();
+    void keepsNotesFromAnotherAccount_data();
+    void keepsNotesFromAnotherAccount();
 };
 
 void TestSyncStatus::tellsWhyAPullFailed_data()
@@ -194,6 +207,55 @@ void TestSyncStatus::tellsHowManyAreOnTheirWay()
     home.status.announceArrivals();
     QVERIFY(home.serve(oneListed) && home.isQuiet());
     QCOMPARE(home.status.arriving(), 0);
+}
+
+void TestSyncStatus::keepsNotesFromAnotherAccount_data()
+{
+    QTest::addColumn<QString>("owner");
+    QTest::addColumn<bool>("hasNote");
+    QTest::addColumn<bool>("isAsked");
+    QTest::newRow("the same") << u"u"_s << true << false;
+    QTest::newRow("another") << u"v"_s << true << true;
+    QTest::newRow("the first") << QString() << true << true;
+    QTest::newRow("another, nothing to send") << u"v"_s << false << false;
+    QTest::newRow("the first, nothing to send") << QString() << false << false;
+}
+
+void TestSyncStatus::keepsNotesFromAnotherAccount()
+{
+    QFETCH(QString, owner);
+    QFETCH(bool, hasNote);
+    QFETCH(bool, isAsked);
+    Home home;
+    home.own(owner);
+    if (hasNote)
+        home.store.add(makeNote(u"a"_s), page);
+    home.status.syncNow();
+    if (!isAsked) {
+        QVERIFY((!hasNote || home.serve(created)) && home.serve(noneListed) && home.isQuiet());
+        QVERIFY(!home.ownership.isUnanswered() && !home.status.isWithheld());
+        QCOMPARE(home.owner(), u"u"_s);
+        return;
+    }
+    QVERIFY(home.isQuiet());
+    QVERIFY(home.ownership.isUnanswered() && home.status.isWithheld());
+
+    home.ownership.decline();
+    home.status.syncNow();
+    QVERIFY(home.isQuiet());
+    QVERIFY(!home.ownership.isUnanswered() && home.status.isWithheld());
+    QCOMPARE(home.status.pending(), 1);
+    NotesOwnership later({home.defaults, home.auth, home.store}); // of the next run
+    QVERIFY(!later.allowsSync() && later.isWithheld() && !later.isUnanswered());
+
+    home.auth.signedIn->uid = u"w"_s; // is asked about anew
+    home.status.syncNow();
+    QVERIFY(home.isQuiet() && home.ownership.isUnanswered());
+    home.auth.signedIn->uid = u"u"_s;
+    home.status.uploadWithheld();
+    QVERIFY(home.serve(created) && home.serve(noneListed) && home.isQuiet());
+    QVERIFY(!home.status.isWithheld());
+    QCOMPARE(home.owner(), u"u"_s);
 }
 
 QTEST_GUILESS_MAIN(TestSyncStatus)

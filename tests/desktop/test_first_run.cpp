@@ -35,6 +35,8 @@ private:
     [[nodiscard]] bool shows(const QString &text) const { return vellumo_->waitForText(text); }
     /// Clicks what has this name and can be clicked: on the card, or in the question before it.
     [[nodiscard]] bool press(const QString &name, bool isQuestion = false);
+    /// Writes a notes file, as from a time before there was an account.
+    [[nodiscard]] bool makeNote() const;
     void keepsItsOwn() const;
     [[nodiscard]] QVariant setting(const QString &key) const;
     [[nodiscard]] std::optional<WindowId> window() const;
@@ -97,6 +99,16 @@ bool TestFirstRun::makeBrowser(const QString &address)
                    .toUtf8())
         > 0
         && browser.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+bool TestFirstRun::makeNote() const
+{
+    QFile file(vellumo_->notesFile());
+    return QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly)
+        && file.write(R"({"buckets":[{"context":{"key":"k","displayName":"d","source":"webURL"},
+            "notes":[{"id":"00000000-0000-4000-8000-000000000001","sourceText":"s",
+            "translation":"t","explanation":"e","createdAt":800000000,"followUps":[]}]}]})")
+        > 0;
 }
 
 /// What the browser was started with, and what others can see of the program.
@@ -226,6 +238,7 @@ void TestFirstRun::signsInAndSendsTheProfile()
     vellumo_->setEnvironment(u"QT_QPA_PLATFORM"_s, u"wayland;xcb"_s);
     vellumo_->setSetting(u"hasCompletedOnboarding"_s, u"true"_s); // does not count then
     vellumo_->setSetting(u"accessibilityConsent"_s, u"true"_s);
+    QVERIFY(makeNote());
     QVERIFY(vellumo_->start({}));
     QVERIFY(press(u"Continue with Google"_s));
     QVERIFY(shows(u"We protect your privacy"_s));
@@ -246,8 +259,24 @@ void TestFirstRun::signsInAndSendsTheProfile()
     QCOMPARE(profile[u"hearAbout"_s].toString(), u"Other"_s);
     QCOMPARE(profile[u"role"_s].toString(), u"Legal"_s);
     QCOMPARE(profile[u"industry"_s].toString(), u"Retail"_s);
-    QCOMPARE(backend.complaints(), QStringList());
     QVERIFY(waitUntil([this] { return !window(); }));
+
+    // What was read before the sign-in is not uploaded unasked.
+    QVERIFY(shows(u"heading: Signed in as a@b.org — upload 1 note?"_s));
+    takePicture(u"upload"_s);
+    QVERIFY(backend.tables().notes(uid).isEmpty());
+    QCOMPARE(backend.count(u"ListNotes"_s), 0);
+    QVERIFY(waitUntil([this] { // a click is lost while the window is still being placed
+        const auto items = accessibleItems(vellumo_->process().processIdentifier());
+        for (const AccessibleItem &item : items) {
+            if (item.name == "Upload"_L1)
+                desktop_.click(item.extents.center());
+        }
+        return !vellumo_->panelText().contains(u"upload 1 note?"_s);
+    }));
+    QVERIFY(waitUntil([&] { return backend.tables().notes(uid).size() == 1; }));
+    QVERIFY(waitUntil([&] { return setting(u"notesOwner"_s).toString() == uid; }));
+    QCOMPARE(backend.complaints(), QStringList());
 }
 
 void TestFirstRun::closingLeavesTheProgramUsable()

@@ -54,16 +54,19 @@ public:
     QStringList asked; ///< what the window has asked for
     Problem trouble = Problem::None;
     int left = 0;
+    bool withheld = false;
     int onTheirWay = 0;
     QDateTime fetched;
 
     [[nodiscard]] bool isSyncing() const override { return onTheirWay > 0; }
     [[nodiscard]] int pending() const override { return left; }
+    [[nodiscard]] bool isWithheld() const override { return withheld; }
     [[nodiscard]] int arriving() const override { return onTheirWay; }
     [[nodiscard]] Problem problem() const override { return trouble; }
     [[nodiscard]] QDateTime problemTime() const override { return {}; }
     [[nodiscard]] QDateTime lastFetched() const override { return fetched; }
     void syncNow() override { asked.append(QStringLiteral("sync")); }
+    void uploadWithheld() override { asked.append(QStringLiteral("upload")); }
     void pull() override { asked.append(QStringLiteral("pull")); }
     void announceArrivals() override { asked.append(QStringLiteral("arrivals")); }
 };

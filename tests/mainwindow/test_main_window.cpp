@@ -119,6 +119,16 @@ void TestMainWindow::signsIn()
     QCOMPARE(desk.sync.asked, isTokenGiven ? QStringList{u"arrivals"_s} : QStringList());
     desk.click("notes");
     QCOMPARE(desk.sync.asked.last(), u"pull"_s);
+    if (isTokenGiven) {
+        QVERIFY(!desk.item("uploadNotes"));
+        desk.sync.withheld = true;
+        desk.sync.left = 3;
+        Q_EMIT desk.sync.changed();
+        QCOMPARE(desk.text("uploadNotes"), u"Upload 3 notes"_s);
+        QVERIFY(!desk.item("syncNow"));
+        desk.click("uploadNotes");
+        QCOMPARE(desk.sync.asked.last(), u"upload"_s);
+    }
 }
 
 void TestMainWindow::goesOnWithoutAnAccount()

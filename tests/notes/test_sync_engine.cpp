@@ -32,7 +32,8 @@ struct Home {
                                 lookupIn({{u"VELLUMO_DATACONNECT_URL"_s, u"https://d.example/c"_s},
                                           {u"FIREBASE_API_KEY"_s, u"k"_s}})}};
     NotesStore store{folder.filePath(u"vellumo/notes.json"_s)};
-    NotesSyncEngine engine{store, history, auth};
+    bool isAllowed = true;
+    NotesSyncEngine engine{store, history, auth, [this] { return isAllowed; }};
     int completions = 0;
 
     void push()
@@ -95,6 +96,7 @@ private Q_SLOTS:
     void marksWhatWasSentAndNotWhatCameMeanwhile();
     void passEndsWhereEveryNoteWouldFail_data();
     void passEndsWhereEveryNoteWouldFail();
+    void signedOutTouchesNothing_data();
     void signedOutTouchesNothing();
     void signingOutEndsAPass();
     void pullTakesOnlyTheUnknown();
@@ -220,11 +222,22 @@ void TestSyncEngine::passEndsWhereEveryNoteWouldFail()
     QCOMPARE(answered(0), further);
 }
 
+void TestSyncEngine::signedOutTouchesNothing_data()
+{
+    QTest::addColumn<bool>("isSignedIn");
+    QTest::newRow("signed out") << false;
+    QTest::newRow("not allowed") << true;
+}
+
 void TestSyncEngine::signedOutTouchesNothing()
 {
+    QFETCH(bool, isSignedIn);
     Home home;
     home.store.add(makeNote(u"a"_s), page);
-    home.auth.signedIn.reset();
+    if (isSignedIn)
+        home.isAllowed = false;
+    else
+        home.auth.signedIn.reset();
     home.push();
     home.pull();
     QVERIFY(waitUntil([&] { return home.completions == 2; }));
