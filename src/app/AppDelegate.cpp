@@ -401,7 +401,7 @@ void AppDelegate::createMainWindow()
         {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,
          [this] { return computer_->makeModel(); }, [this] { updaterManager_->checkForUpdates(); },
          [this] { terminate(); }, updaterManager_->controller != nullptr},
-         sync_->ownership(),
+        sync_->ownership(),
         with.platform.workspace(),
         with.windows,
         with.screens,

@@ -4,17 +4,22 @@
 #include "app/Startup.h"
 
 #include "app/AppConfig.h"
+#include "app/UserPreferences.h"
 #include "app/WindowSystem.h"
 #include "notes/NotesStore.h"
 #include "platform/Diagnostics.h"
 #include "platform/ProgramEnvironment.h"
 #include "platform/dbus/ApplicationName.h"
 #include "platform/dbus/BusProbe.h"
+#include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/windowing/QtFloatingWindows.h"
+#include "ui/BilingualText.h"
+#include "ui/ProgramIcon.h"
+#include "ui/QtTranslation.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFileInfo>
-#include <QGuiApplication>
+#include <QMessageBox>
 #include <QProcessEnvironment>
 #include <cstdlib>
 #include <cstring>
@@ -94,7 +99,8 @@ std::optional<int> Startup::becomeTheOnlyInstance()
     const RunningInstance running;
     const QDeadlineTimer deadline(instancePatience);
     const auto isSettled = [&] { return running.exists() || lock_.tryLock(); };
-    while (running.waitUntil(isSettled, lock_.folder(), deadline)) {
+    const auto wait = [this] { return lock_.waitForLock(); };
+    while (running.waitUntil(isSettled, wait, deadline)) {
         if (!running.exists()) {
             return withoutInstance();
         }
@@ -106,15 +112,38 @@ std::optional<int> Startup::becomeTheOnlyInstance()
             return EXIT_SUCCESS;
         case RunningInstance::Answer::Refused:
             printDiagnostic(u"the vellumo that runs does not know this"_s);
-            return EXIT_FAILURE;
+            return refuse(u"Another version of vellumo is running. Quit it and start again."_s,
+                          u"正在运行的是另一个版本的 vellumo，请退出后重新启动。"_s);
         case RunningInstance::Answer::None:
             printDiagnostic(u"already running, but not answering"_s);
-            return EXIT_FAILURE;
+            return refuse(u"vellumo is running but does not answer. End it and start again."_s,
+                          u"vellumo 正在运行，但没有响应，请结束它后重新启动。"_s);
         case RunningInstance::Answer::Gone: // it was about to end
             break;
         }
     }
-    printDiagnostic(u"already running as process %1"_s.arg(lock_.owner()));
+    const qint64 owner = lock_.owner();
+    printDiagnostic(owner > 0 ? u"already running as process %1"_s.arg(owner)
+                              : u"already running"_s);
+    return refuse(u"Another vellumo is using these notes. Quit it and start again."_s,
+                  u"另一个 vellumo 正在使用这些笔记，请退出后重新启动。"_s);
+}
+
+int Startup::refuse(const QString &english, const QString &chinese)
+{
+    lock_.stopWaiting(); // the next start must not be refused because of this one
+    const bool isForWindow =
+        request_.command == LaunchRequest::Command::Open && !request_.isInBackground;
+    if (isForWindow && qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr) {
+        const SettingsDefaultsStore defaults(SettingsDefaultsStore::defaultPath());
+        const BilingualText texts(
+            [&] { return UserPreferences(defaults).preferredOutputLanguage(); });
+        const QtTranslation qtTexts(texts);
+        QMessageBox box(QMessageBox::Warning, u"vellumo"_s, texts.pick(english, chinese));
+        box.setWindowIcon(programIcon());
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
     return EXIT_FAILURE;
 }
 

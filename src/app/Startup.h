@@ -30,6 +30,9 @@ public:
 private:
     void avoidHungBus();
     [[nodiscard]] std::optional<int> withoutInstance() const;
+    /// Returns the exit status of a start that comes to nothing. Blocks until a window that says
+    /// why is closed, where the user has asked for a window.
+    [[nodiscard]] int refuse(const QString &english, const QString &chinese);
 
     LaunchRequest request_;
     DataFolderLock lock_;

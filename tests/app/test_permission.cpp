@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/DataFolderLock.h"
 #include "app/PermissionManager.h"
 #include "app/UnsavedNotes.h"
 #include "capture/CoordinatorFakes.h"
@@ -10,8 +9,6 @@
 #include "platform/fake/FakeDesktop.h"
 #include "ui/BilingualText.h"
 
-#include <QGuiApplication>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,7 +22,6 @@ class TestPermission : public QObject {
 private Q_SLOTS:
     void changesAreReportedOnceAfterTheyHaveSettled();
     void unsignalledChangeIsSeenByThePoll();
-    void secondProcessIsRefused();
     void failedSaveIsSaidOnceAndTriedAgain();
 };
 
@@ -73,19 +69,6 @@ void TestPermission::unsignalledChangeIsSeenByThePoll()
     QTRY_COMPARE_WITH_TIMEOUT(reports, QList<bool>{false}, 4000);
 }
 
-void TestPermission::secondProcessIsRefused()
-{
-    const QTemporaryDir folder;
-    DataFolderLock lock(folder.path());
-    QVERIFY(lock.tryLock());
-    QProcess second;
-    second.start(QCoreApplication::applicationFilePath(), {u"--lock"_s, folder.path()});
-    QVERIFY(second.waitForFinished());
-    QCOMPARE(second.exitCode(), 3);
-    QCOMPARE(second.readAllStandardOutput(),
-             QByteArray::number(QCoreApplication::applicationPid()));
-}
-
 void TestPermission::failedSaveIsSaidOnceAndTriedAgain()
 {
     const QTemporaryDir home;
@@ -129,19 +112,5 @@ void TestPermission::failedSaveIsSaidOnceAndTriedAgain()
     QVERIFY(panel.isOnScreen()); // another failure is said again
 }
 
-int main(int argc, char *argv[])
-{
-    const QGuiApplication application(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], "--lock") == 0) {
-        DataFolderLock lock(QString::fromLocal8Bit(argv[2]));
-        if (!lock.tryLock()) {
-            printf("%lld", lock.owner());
-            return 3;
-        }
-        return 0;
-    }
-    TestPermission test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_MAIN(TestPermission)
 #include "test_permission.moc"

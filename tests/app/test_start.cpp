@@ -4,13 +4,18 @@
 #include "app/AppConfig.h"
 #include "app/CommandLine.h"
 #include "app/DailyUpdates.h"
+#include "app/DataFolderLock.h"
 #include "app/WindowSystem.h"
 #include "platform/Diagnostics.h"
 #include "platform/ProgramEnvironment.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 
+#include <QDir>
+#include <QFile>
 #include <QProcessEnvironment>
+#include <QSignalSpy>
+#include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -30,6 +35,8 @@ private Q_SLOTS:
     void ownVariablesAreTaken();
     void keyFilesAreForTheUserAlone();
     void logLinesAreOneLine();
+    void folderIsLockedWhateverLiesThere_data();
+    void folderIsLockedWhateverLiesThere();
 };
 
 void TestStart::argumentsAreUnderstood_data()
@@ -201,6 +208,56 @@ void TestStart::logLinesAreOneLine()
 {
     QCOMPARE(logLine(u"a\r\nvellumo: b\u2028\x1B[2J\x7F\u0085\t|"_s), u"a  vellumo: b  [2J   |"_s);
     QCOMPARE(logLine(u"\u202Eabc\u2066\u200F\u061C\uFEFF 潮 😀"_s), u"abc 潮 😀"_s);
+}
+
+void TestStart::folderIsLockedWhateverLiesThere_data()
+{
+    QTest::addColumn<QByteArray>("left"); // by an earlier run
+    QTest::addColumn<bool>("canWrite");
+    QTest::addColumn<bool>("isRemoved"); // while the folder is locked
+    QTest::newRow("nothing") << QByteArray() << true << false;
+    QTest::newRow("removed by others") << QByteArray() << true << true;
+    QTest::newRow("empty") << QByteArray("") << true << false;
+    QTest::newRow("a crash here") << QByteArray("4194305\nvellumo\n") << true << false;
+    QTest::newRow("a crash elsewhere")
+        << QByteArray("1\nvellumo\nelsewhere\n12345\n") << true << false;
+    QTest::newRow("no room for a file") << QByteArray() << false << false;
+}
+
+void TestStart::folderIsLockedWhateverLiesThere()
+{
+    QFETCH(QByteArray, left);
+    QFETCH(bool, canWrite);
+    QFETCH(bool, isRemoved);
+    const QTemporaryDir home;
+    const QString folder = home.filePath(u"vellumo"_s);
+    QFile file(folder + u"/lock"_s);
+    if (!canWrite) {
+        QVERIFY(QDir().mkpath(file.fileName())); // stands in its place
+    } else if (!left.isNull()) {
+        QVERIFY(QDir().mkpath(folder) && file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(left), left.size());
+        file.close();
+    }
+    std::optional<DataFolderLock> first(folder);
+    QVERIFY(first->tryLock() && first->tryLock());
+    DataFolderLock second(folder);
+    if (isRemoved) {
+        QVERIFY(file.remove());
+    } else if (canWrite) {
+        QCOMPARE(second.owner(), QCoreApplication::applicationPid());
+    }
+    QVERIFY(!second.tryLock());
+    QSocketNotifier notifier(second.waitForLock(), QSocketNotifier::Read);
+    QSignalSpy news(&notifier, &QSocketNotifier::activated);
+    QVERIFY(!second.tryLock());
+    first.reset();
+    QVERIFY(news.wait());
+    notifier.setEnabled(false);
+    QVERIFY(second.tryLock());
+    QVERIFY(QFile::exists(file.fileName()));
+    DataFolderLock third(folder);
+    QVERIFY(!third.tryLock());
 }
 
 QTEST_GUILESS_MAIN(TestStart)

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void refusesCallsThatDoNotFit_data();
     void refusesCallsThatDoNotFit();
     void doesNotWaitForAHungBus();
+    void saysThatTheNotesAreInUse();
     void drawsItselfForDevelopers();
 
 private:
@@ -349,6 +350,33 @@ void TestShell::doesNotWaitForAHungBus()
     vellumo_->process().signal(SIGTERM);
     QVERIFY(vellumo_->process().waitForEnd(5s));
     QCOMPARE(vellumo_->process().exitCode(), 0);
+}
+
+void TestShell::saysThatTheNotesAreInUse()
+{
+    QVERIFY(vellumo_->start());
+    const QList<WindowId> before = desktop_.windows(u"vellumo"_s);
+    for (const bool isSilent : {true, false}) {
+        const auto second = vellumo_->another(isSilent ? Program::inBackground() : QStringList());
+        second->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, u"disabled:"_s);
+        QVERIFY(second->launch());
+        const auto added = [&] {
+            QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
+            windows.removeIf([&](WindowId window) { return before.contains(window); });
+            return windows;
+        };
+        if (!isSilent) {
+            QVERIFY(waitUntil([&] { return !added().isEmpty(); }));
+            QVERIFY(waitUntil([&] { return desktop_.activate(added().value(0)); }));
+            const QString pictures = qEnvironmentVariable("VELLUMO_TEST_PICTURES");
+            if (!pictures.isEmpty())
+                desktop_.pixels().save(pictures + u"/in-use.png"_s);
+            desktop_.tap(Key::Escape);
+        }
+        QVERIFY(second->waitForEnd(20s));
+        QCOMPARE(second->exitCode(), 1);
+        QVERIFY(added().isEmpty());
+    }
 }
 
 void TestShell::drawsItselfForDevelopers()

@@ -9,8 +9,9 @@
 #include <QDBusReply>
 #include <QDBusServiceWatcher>
 #include <QEventLoop>
-#include <QFileSystemWatcher>
+#include <QSocketNotifier>
 #include <QTimer>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -65,8 +66,8 @@ bool RunningInstance::exists() const
     return answer.isValid() && answer.value();
 }
 
-bool RunningInstance::waitUntil(const std::function<bool()> &condition, const QString &folder,
-                                QDeadlineTimer deadline) const
+bool RunningInstance::waitUntil(const std::function<bool()> &condition,
+                                const std::function<int()> &wait, QDeadlineTimer deadline) const
 {
     if (condition()) {
         return true;
@@ -83,8 +84,14 @@ bool RunningInstance::waitUntil(const std::function<bool()> &condition, const QS
     const QDBusServiceWatcher owners(ApplicationName::id, bus_,
                                      QDBusServiceWatcher::WatchForRegistration);
     QObject::connect(&owners, &QDBusServiceWatcher::serviceRegistered, &loop, look);
-    const QFileSystemWatcher files({folder});
-    QObject::connect(&files, &QFileSystemWatcher::directoryChanged, &loop, look);
+    std::optional<QSocketNotifier> news;
+    if (const int descriptor = wait(); descriptor >= 0) {
+        news.emplace(descriptor, QSocketNotifier::Read);
+        QObject::connect(&*news, &QSocketNotifier::activated, &loop, [&] {
+            news->setEnabled(false);
+            look();
+        });
+    }
     QTimer::singleShot(std::chrono::milliseconds(deadline.remainingTime()), &loop,
                        [&] { loop.exit(condition()); });
     // asked again after the watch began, so that nothing falls between

@@ -30,11 +30,12 @@ public:
 
     [[nodiscard]] bool exists() const;
 
-    /// Waits until the condition holds, asking again whenever an instance takes the name or
-    /// something in the folder changes; false at the deadline. Runs an event loop. Without a bus it
-    /// asks once.
-    [[nodiscard]] bool waitUntil(const std::function<bool()> &condition, const QString &folder,
-                                 QDeadlineTimer deadline) const;
+    /// Waits until the condition holds, asking again whenever an instance takes the name, and once
+    /// when the descriptor that `wait` returns has become readable; false at the deadline. `wait`
+    /// is called only if there is something to wait for, and may return -1. Runs an event loop.
+    /// Without a bus it asks once.
+    [[nodiscard]] bool waitUntil(const std::function<bool()> &condition,
+                                 const std::function<int()> &wait, QDeadlineTimer deadline) const;
 
     enum class Answer : quint8 { Accepted, Refused, Gone, None };
     /// Hands the request over. Gone: the instance ended before it answered.
