@@ -266,15 +266,20 @@ void TestFirstRun::signsInAndSendsTheProfile()
     takePicture(u"upload"_s);
     QVERIFY(backend.tables().notes(uid).isEmpty());
     QCOMPARE(backend.count(u"ListNotes"_s), 0);
-    QVERIFY(waitUntil([this] { // a click is lost while the window is still being placed
-        const auto items = accessibleItems(vellumo_->process().processIdentifier());
-        for (const AccessibleItem &item : items) {
-            if (item.name == "Upload"_L1)
-                desktop_.click(item.extents.center());
-        }
-        return !vellumo_->panelText().contains(u"upload 1 note?"_s);
-    }));
-    QVERIFY(waitUntil([&] { return backend.tables().notes(uid).size() == 1; }));
+    const auto clicks = [this](const QString &name, const auto &isDone) {
+        return waitUntil([&] { // a click is lost while the window is still being placed
+            const auto items = accessibleItems(vellumo_->process().processIdentifier());
+            for (const AccessibleItem &item : items) {
+                if (item.name == name)
+                    desktop_.click(item.extents.center());
+            }
+            return waitUntil(isDone, std::chrono::milliseconds(500));
+        });
+    };
+    QVERIFY(clicks(u"Not now"_s, [&] { return setting(u"notesDeclinedFor"_s).toString() == uid; }));
+    QVERIFY(waitUntil([&] { return !vellumo_->panelText().contains(u"upload 1 note?"_s); }));
+    QVERIFY(backend.tables().notes(uid).isEmpty());
+    QVERIFY(clicks(u"Upload 1 note"_s, [&] { return backend.tables().notes(uid).size() == 1; }));
     QVERIFY(waitUntil([&] { return setting(u"notesOwner"_s).toString() == uid; }));
     QCOMPARE(backend.complaints(), QStringList());
 }
