@@ -19,7 +19,7 @@ namespace {
 
 constexpr QStringView scheme = u"vellumo:";
 
-/// What may stand between the scheme and the query.
+/// Authority and path that the login page uses between scheme and query.
 constexpr std::array callbackPlaces{
     QStringView(u""),        QStringView(u"//auth"),          QStringView(u"//signed-in"),
     QStringView(u"//auth/"), QStringView(u"//auth/callback"), QStringView(u"//signed-in/")};

@@ -239,6 +239,9 @@ void AppDelegate::applicationOpen(const QStringList &urls)
 
 void AppDelegate::applicationShouldHandleReopen()
 {
+    if (!onboarding_) {
+        return; // the tray's icon, while the start is held up by an alert
+    }
     if (!onboarding_->presentIfNeeded()) {
         mainWindow_->show();
     }

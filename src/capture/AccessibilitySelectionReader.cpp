@@ -26,7 +26,7 @@ constexpr auto focusReturnStep = 6ms;
 constexpr auto menuSettleTime = 30ms;
 constexpr auto publishedSelectionTime = 150ms;
 constexpr auto copyTime = 350ms;
-// Where nothing says that something is selected, the user hears of it before this is over.
+// Where accessibility says that nothing is selected, the user hears of it before this is over.
 constexpr auto nothingTime = 240ms;
 constexpr auto shortestCopyTime = 100ms;
 
@@ -183,9 +183,10 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
         return std::nullopt;
     }
     const bool isSelected = answer.selected.kind == SelectedText::Kind::Unfinished;
-    const auto time = isSelected ? copyTime
-                                 : std::clamp<std::chrono::milliseconds>(
-                                     nothingTime - budget_.elapsed(), shortestCopyTime, copyTime);
+    const bool isNothing = answer.selected.kind == SelectedText::Kind::Nothing;
+    const auto time = isNothing ? std::clamp<std::chrono::milliseconds>(
+                          nothingTime - budget_.elapsed(), shortestCopyTime, copyTime)
+                                : copyTime;
     const auto copied = copy_.textFrom(*application, time);
     if (copied && !isSelected && isLineOfCaret(*copied) && mayCopyCaretLine(*application)) {
         return std::nullopt;

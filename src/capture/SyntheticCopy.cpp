@@ -107,7 +107,7 @@ void SyntheticCopy::restore(const QList<PasteboardItem> &items)
 void SyntheticCopy::expectLate(qint64 process, quint64 changeCount,
                                const QList<PasteboardItem> &before)
 {
-    late_.emplace();
+    late_ = Late{};
     late_->process = process;
     late_->changeCount = changeCount;
     late_->before = before;

@@ -80,7 +80,7 @@ DataConnectError badStatus(const HttpResponse &response)
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     const QString body = decoder(response.body);
     return {kindOfStatus(response.status), response.status,
-            // above, a page of whatever stands before the service may say anything
+            // above, a gateway in front of the service may say anything
             response.status < 500 && saysDuplicate(errorMessages(response.body)),
             decoder.hasError() ? u"HTTP %1"_s.arg(response.status) : body};
 }

@@ -37,7 +37,7 @@ public:
     /// Tells whether answers are samples for want of a service; fresh ones are marked, with a way
     /// to `onOpenServiceSettings`.
     std::function<bool()> answersAreSamples;
-    /// Tells whether that is for a mistake in the configuration.
+    /// Whether that is for a mistake in the configuration.
     std::function<bool()> isConfigurationFaulty;
     std::function<void()> onOpenServiceSettings;
     /// Tells whether the error that is being shown can be helped there; it offers the way then.

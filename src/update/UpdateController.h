@@ -76,7 +76,7 @@ private:
     Collaborators with_;
     UpdateWindow window_;
     QUrl page_; ///< of the update on offer
-    bool isQuiet_ = false; ///< nobody has asked for the check under way
+    bool isQuiet_ = false; ///< the check under way was not asked for by the user
     std::unique_ptr<QObject> request_; ///< the request under way ends with it
 };
 

@@ -220,7 +220,7 @@ void AtspiTrust::fetch(const QDBusPendingCall &call)
             adopt(std::nullopt);
         } else if (!enabled_.has_value() && !starting_) {
             // The desktop is too busy to answer. Until it does nothing can be read, and no signal
-            // tells how the switch was all along.
+            // reports a switch that does not change.
             QTimer::singleShot(busyDelay, this, &AtspiTrust::refresh);
         }
     });
@@ -263,7 +263,7 @@ void AtspiTrust::ask()
 void AtspiTrust::onAnswered(bool allowed)
 {
     if (!allowed) {
-        // An older consent stands: reading resumes when the user turns the switch on again. Until
+        // An older consent remains: reading resumes when the user turns the switch on again. Until
         // then no start turns it on by itself.
         if (hasConsent()) {
             defaults_.setValue(leftOffKey(), true);

@@ -10,8 +10,8 @@ class AtspiQuestion;
 struct ObjectReference;
 
 /// The selection of a document that has no text itself but whose pages have, as document viewers
-/// build it. Not read to
-/// its end when pages beyond those in sight may be selected.
+/// build it. Unfinished
+/// when pages beyond those in sight may be selected.
 [[nodiscard]] SelectedText readPages(const ObjectReference &document, AtspiQuestion &question);
 
 } // namespace vellumo

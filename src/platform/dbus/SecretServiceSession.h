@@ -30,7 +30,7 @@ public:
     /// The keyring that it was opened with is gone.
     void forget();
 
-    /// The path that stands for it on the bus; empty while it is not open.
+    /// Its path on the bus; empty while it is not open.
     [[nodiscard]] const QString &path() const { return path_; }
     [[nodiscard]] bool isEncrypted() const { return !key_.isEmpty(); }
 

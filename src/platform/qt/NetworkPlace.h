@@ -17,7 +17,7 @@ struct NetworkPlace {
     std::chrono::milliseconds slept{0}; ///< how long this machine has been suspended since it began
     QList<QHostAddress> addresses = {}; ///< of this machine, sorted, as far as they reach others
 
-    /// Asks the system. Takes about as long as one system call for each interface; wakes nobody.
+    /// Asks the system. Takes about as long as one system call for each interface.
     [[nodiscard]] static NetworkPlace current();
 
     /// Whether connections that were made there may have died since.

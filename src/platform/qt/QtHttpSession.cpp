@@ -48,7 +48,8 @@ QtHttpSession::QtHttpSession(ProxyLookup::System proxies, std::chrono::milliseco
 QtHttpSession::~QtHttpSession()
 {
     leaveConnections();
-    for (const auto &manager : left_) {
+    const auto left = std::exchange(left_, {}); // a completion may send again
+    for (const auto &manager : left) {
         const auto exchanges = exchangesOf(*manager);
         for (QtHttpExchange *exchange : exchanges) {
             exchange->cancel();

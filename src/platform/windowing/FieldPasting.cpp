@@ -60,15 +60,23 @@ FieldPasting::FieldPasting(ClipboardText &text, QObject *parent) : QObject(paren
 bool FieldPasting::eventFilter(QObject *watched, QEvent *event)
 {
     const auto source = pastedSource(*event);
-    if (!source || !isEditable(*watched)) {
+    if (!source) {
+        return false;
+    }
+    // A window sees a key before its field does, and its menu might paste with a wait.
+    QObject *field = watched;
+    if (event->type() == QEvent::KeyPress && watched->isWindowType()) {
+        field = QGuiApplication::focusObject();
+    }
+    if (field == nullptr || !isEditable(*field)) {
         return false;
     }
     if (event->type() == QEvent::MouseButtonRelease) {
-        QMetaObject::invokeMethod(watched, "deselect"); // that stays what the button pastes
+        QMetaObject::invokeMethod(field, "deselect"); // that stays what the button pastes
     }
-    text_.read(*source, *watched, [watched](const QString &text) {
+    text_.read(*source, *field, [field](const QString &text) {
         if (!text.isEmpty()) {
-            insert(*watched, text);
+            insert(*field, text);
         }
     });
     return true;

@@ -3,6 +3,7 @@
 
 #include "platform/x11/X11Pasteboard.h"
 
+#include "platform/Diagnostics.h"
 #include "platform/x11/ToolkitClipboard.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Problems.h"
@@ -291,7 +292,10 @@ void X11Pasteboard::write(const QList<PasteboardItem> &items)
     if (contents.isEmpty()) {
         clear();
     } else if (connection_.isUsable()) {
-        thread().own(contents);
+        if (!thread().own(contents) && !thread().own(contents)) {
+            printDiagnostic(u"the clipboard could not be put back"_s);
+            return;
+        }
         static_cast<void>(changeCount()); // what is noted from now on came later
         served_ = std::move(contents);
     }

@@ -17,6 +17,9 @@ namespace {
 /// The pointer may be elsewhere by the time that an older press is looked at.
 constexpr qint64 longestDelayMs = 150;
 
+/// Looking at what the server has reported may take this long.
+constexpr std::chrono::milliseconds longestDrain{50};
+
 /// Windows below each other between the root and the one with the pointer.
 constexpr int maxWindowDepth = 16;
 
@@ -215,8 +218,12 @@ std::optional<Publication> X11SelectionHistory::publication()
 {
     connection_.roundTrip();
     const auto any = [](const xcb_generic_event_t &) { return true; };
+    const QDeadlineTimer deadline(longestDrain);
     while (const auto event = connection_.takeEvent(any, QDeadlineTimer(0))) {
         handleEvent(*event);
+        if (deadline.hasExpired()) {
+            return std::nullopt; // a client that publishes without end
+        }
     }
     bind();
     if (!published_.process || !connection_.isUsable()) {
