@@ -8,6 +8,19 @@
 using namespace vellumo;
 using namespace vellumo::fuzzing;
 
+namespace {
+
+/// One by one: in whole texts some letters become two, and seven characters in common eight.
+QString lowered(QString text)
+{
+    for (QChar &c : text) {
+        c = c.toLower();
+    }
+    return text;
+}
+
+} // namespace
+
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     QStringList parts = text(data, size).split(QChar(u'\0'));
@@ -16,9 +29,9 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     require(excerpt.size() <= 201, "an excerpt is short");
     require(!excerpt.contains(u'\n') && !excerpt.contains(u'\r'), "an excerpt is one line");
     // what is left is compared as it is looked for: without case, white space as one blank
-    const QString left = excerpt.toLower();
+    const QString left = lowered(excerpt);
     for (const QString &part : parts) {
-        const QString value = part.simplified().toLower();
+        const QString value = lowered(part.simplified());
         for (qsizetype i = 0; i + 8 <= value.size(); ++i) {
             require(!left.contains(QStringView(value).sliced(i, 8)), "nothing sent is shown");
         }
