@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// A table's cells are read back as what the note says, and no spreadsheet calculates with one.
+// A table's cells are read back as what the note says, and no spreadsheet calculates with one,
+// whichever sign it takes between cells.
 // The source, what it means, a question, its answer and the place come one after the other,
 // between NULs.
 
@@ -70,10 +71,12 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     entry.context = {QStringLiteral("app-window:x"), parts[4], ReadingContextSource::appWindow};
     const QString row = QString::fromUtf8(CsvNotes::row(entry));
 
-    const QStringList cells = cellsOf(row, u',');
-    for (const QString &cell : cells) {
-        require(!isFormula(cell), "no cell is a formula");
+    for (const QChar separator : {u',', u';', u'\t'}) {
+        for (const QString &cell : cellsOf(row, separator)) {
+            require(!isFormula(cell), "no cell is a formula");
+        }
     }
+    const QStringList cells = cellsOf(row, u',');
     // the row's own end is read as an empty cell more
     require(cells.size() == 8, "there are as many cells as the head names");
     // marks against formulas are apostrophes, which a text may have as well
