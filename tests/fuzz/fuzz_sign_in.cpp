@@ -44,9 +44,10 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     FakeHttpSession http;
     FakeSecretItems secrets;
     const BilingualText texts{[] { return u"English"_s; }};
+    FakeDefaultsStore defaults;
     KeychainStore keychain{secrets};
     GoogleOAuth browser{workspace, u"https://site.example"_s};
-    AuthService auth({keychain, browser, http, clock, texts, [](const QString &key) {
+    AuthService auth({keychain, browser, http, clock, texts, defaults, [](const QString &key) {
                           return key == "FIREBASE_API_KEY"_L1 ? std::optional(u"key"_s)
                                                               : std::nullopt;
                       }});
