@@ -261,7 +261,7 @@ void TestProgram::keepsTheNoteWhenItIsEnded()
 void TestProgram::refusesASecondWriterOfTheSameNotes()
 {
     // on another bus, where it cannot reach the first
-    const auto second = vellumo_->another();
+    const auto second = vellumo_->another(Program::inBackground());
     second->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
     QVERIFY(second->launch());
     QVERIFY(second->waitForEnd(10s));
