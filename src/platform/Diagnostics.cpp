@@ -3,6 +3,7 @@
 
 #include "platform/Diagnostics.h"
 
+#include <QList>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
