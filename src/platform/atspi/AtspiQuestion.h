@@ -50,7 +50,7 @@ private:
     friend class AtspiQuestion;
     PendingAnswer(AtspiQuestion &question, QString service, const QDBusPendingCall &call);
 
-    template <typename T> std::optional<T> convert(const QVariant &value) const
+    template <typename T> [[nodiscard]] std::optional<T> convert(const QVariant &value) const
     {
         if (value.metaType() == QMetaType::fromType<T>()) {
             return value.value<T>();
