@@ -105,13 +105,11 @@ bool AtspiTrust::requestTrust()
     if (isTrusted()) {
         return true;
     }
-    if (!hasConsent() || wasEnabled_) {
+    if (!hasConsent() || wasEnabled_ || (enabled_.has_value() && isLeftOff())) {
         ask();
     } else if (!enabled_.has_value()) {
         switchOnWanted_ = true;
         refresh();
-    } else if (isLeftOff()) {
-        ask();
     } else {
         switchOn();
     }

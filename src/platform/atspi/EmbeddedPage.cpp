@@ -58,7 +58,7 @@ ObjectReference plugIn(const ObjectReference &frame, AtspiQuestion &question)
         for (qsizetype i = 0; i < children.size(); ++i) {
             const auto state = states[static_cast<size_t>(i)].value<Atspi::StateSet>();
             if (state == Atspi::StateSet{0, 0}) {
-                if (const auto plug = pluggedInto(children.at(i), question); !plug.isNull()) {
+                if (auto plug = pluggedInto(children.at(i), question); !plug.isNull()) {
                     return plug;
                 }
             } else if (state && Atspi::hasState(*state, Atspi::State::Showing)) {
