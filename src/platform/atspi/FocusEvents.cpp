@@ -3,6 +3,7 @@
 #include "platform/atspi/FocusEvents.h"
 
 #include <QDeadlineTimer>
+#include <algorithm>
 
 namespace vellumo {
 namespace {
@@ -125,13 +126,10 @@ FocusEvents::sinceSelectionChange(const QString &service, std::chrono::milliseco
 {
     const QList<qint64> times = selectionChanges_.value(service);
     const qint64 now = QDeadlineTimer::current().deadline();
-    for (auto time = times.crbegin(); time != times.crend(); ++time) {
-        const std::chrono::milliseconds age(now - *time);
-        if (age >= atLeast) {
-            return age;
-        }
-    }
-    return std::nullopt;
+    const auto change = std::find_if(times.crbegin(), times.crend(),
+                                     [&](qint64 time) { return now - time >= atLeast.count(); });
+    return change == times.crend() ? std::nullopt
+                                   : std::optional(std::chrono::milliseconds(now - *change));
 }
 
 void FocusEvents::forget(const QString &service)
