@@ -51,6 +51,7 @@ QList<ObjectReference> PendingAnswer::objectsIn(const QDBusArgument &argument) c
             objects.append(std::move(object));
         }
     }
+    argument.endArray(); // frees the array's reader, and with it the message
     return objects;
 }
 
