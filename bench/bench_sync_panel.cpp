@@ -36,6 +36,7 @@ bool measureOnce(const Desktop &desktop, const QStringList &programs, int count,
     Program vellumo(desktop, programs.last(), u"bench-sync"_s);
     for (const auto &[name, value] : backend.environment())
         vellumo.setEnvironment(name, value);
+    vellumo.setSetting(u"notesOwner"_s, backend.uid()); // or the upload is asked about first
     QDir().mkpath(QFileInfo(vellumo.notesFile()).path());
     writePendingNotes(vellumo.notesFile(), count);
 

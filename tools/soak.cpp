@@ -66,6 +66,19 @@ public:
     [[nodiscard]] QString round();
     [[nodiscard]] QString end();
 
+    /// What is in front, for a round that went wrong.
+    [[nodiscard]] QString scene() const
+    {
+        const WindowId window = desktop_.activeWindow();
+        const QRect place = desktop_.geometry(window);
+        return u"in front is \"%1\" at %2,%3 (%4x%5)%6"_s.arg(desktop_.title(window))
+            .arg(place.x())
+            .arg(place.y())
+            .arg(place.width())
+            .arg(place.height())
+            .arg(vellumo_.panel() ? u", and the panel is shown"_s : QString());
+    }
+
     [[nodiscard]] HeldResources held()
     {
         return heldResources(vellumo_.process().processIdentifier());
@@ -285,7 +298,10 @@ void Soak::scroll()
 {
     const auto panel = vellumo_.panel();
     for (int count = panel ? pick(6) : 0; count > 0; --count) {
-        desktop_.click(desktop_.geometry(*panel).center(), 1, pick(2) == 0 ? 4 : 5);
+        // at its top: a short panel does not fill its window, and below it the wheel would reach
+        // the root window, where it changes the desktop
+        const QRect place = desktop_.geometry(*panel);
+        desktop_.click({place.center().x(), place.top() + 40}, 1, pick(2) == 0 ? 4 : 5);
     }
 }
 
@@ -410,6 +426,9 @@ int main(int argc, char **argv)
     }
     const HeldResources last = soak.held();
     const qsizetype inFile = soak.notesInFile();
+    if (!fault.isEmpty()) {
+        say(soak.scene());
+    }
     if (fault.isEmpty()) {
         fault = soak.end();
     }

@@ -28,6 +28,13 @@ public:
     /// Absent while signed out.
     [[nodiscard]] virtual std::optional<User> user() const = 0;
 
+    /// Whose session it is, which an address that changes leaves as it was; empty while signed out.
+    [[nodiscard]] QString uid() const
+    {
+        const auto current = user();
+        return current ? current->uid : QString();
+    }
+
     /// A token for requests in the user's name, valid for a minute at least; nothing when signed
     /// out. Secret: never logged or stored. The completion runs exactly once, on the main thread
     /// and never before the call returns; when `context` is destroyed first, it never runs.

@@ -345,6 +345,11 @@ void AppDelegate::buildCapturePipeline()
         *selectionReader_, *contextTracker_, *aiService_, *notesStore_, *resultPanel_,
         *notesEntrance_, foundation_->preferences, *triggerManager_, platform.workspace(),
         platform.accessibility(), foundation_->clock, platform.screenLock()});
+    unsavedNotes_->onNotice = [coordinator = QPointer(coordinator_.get())](const auto &notice) {
+        if (coordinator) {
+            coordinator->showNotice(notice);
+        }
+    };
 }
 
 void AppDelegate::wireSync()

@@ -15,15 +15,9 @@ const QString ownerKey = DefaultsKey::notesOwner.toString();
 const QString declinedKey = DefaultsKey::notesDeclinedFor.toString();
 } // namespace
 
-QString NotesOwnership::uid() const
-{
-    const auto user = with_.auth.user();
-    return user ? user->uid : QString();
-}
-
 bool NotesOwnership::allowsSync()
 {
-    const QString account = uid();
+    const QString account = with_.auth.uid();
     if (account.isEmpty()) {
         return false;
     }
@@ -41,7 +35,7 @@ bool NotesOwnership::allowsSync()
 
 bool NotesOwnership::isWithheld() const
 {
-    return withheld_ && *withheld_ == uid();
+    return withheld_ && *withheld_ == with_.auth.uid();
 }
 
 bool NotesOwnership::isUnanswered() const
@@ -51,7 +45,7 @@ bool NotesOwnership::isUnanswered() const
 
 void NotesOwnership::agree()
 {
-    if (const QString account = uid(); !account.isEmpty()) {
+    if (const QString account = with_.auth.uid(); !account.isEmpty()) {
         with_.defaults.setValue(ownerKey, account);
         with_.defaults.setValue(declinedKey, {});
         withhold({});

@@ -47,7 +47,6 @@ Q_SIGNALS:
     void changed();
 
 private:
-    [[nodiscard]] QString uid() const;
     void withhold(const std::optional<QString> &uid);
 
     Collaborators with_;

@@ -37,11 +37,10 @@ void UnsavedNotes::look()
 void UnsavedNotes::say()
 {
     const auto failure = with_.store.saveFailure();
-    if (failure && !isSaid_ && !with_.panel.isOnScreen()) {
+    if (failure && !isSaid_ && onNotice && !with_.panel.isOnScreen()) {
         isSaid_ = true;
-        with_.panel.present(
-            IslandContent::notice(NotesFileState::unsavedText(*failure, with_.texts.isEnglish())),
-            {}, {});
+        onNotice(
+            IslandContent::notice(NotesFileState::unsavedText(*failure, with_.texts.isEnglish())));
     }
 }
 

@@ -4,10 +4,12 @@
 
 #include <QFileSystemWatcher>
 #include <QObject>
+#include <functional>
 
 namespace vellumo {
 
 class BilingualText;
+struct IslandContent;
 class NotesStoring;
 class ResultPanelControlling;
 
@@ -21,12 +23,15 @@ public:
     /// All must outlive this object.
     struct Collaborators {
         NotesStoring &store;
-        ResultPanelControlling &panel;
+        const ResultPanelControlling &panel;
         const BilingualText &texts;
     };
 
     /// `folder` is where the notes are kept; it need not exist.
     UnsavedNotes(const Collaborators &collaborators, QString folder, QObject *parent = nullptr);
+
+    /// Shows the notice in the panel. Nothing is said while it is not set.
+    std::function<void(const IslandContent &)> onNotice;
 
     /// To be called when the panel has left the screen.
     void panelClosed();

@@ -22,11 +22,9 @@ constexpr auto optionReleaseTime = 250ms;
 // A browser takes its focus back from the menu bar within some milliseconds of the second press.
 constexpr auto focusReturnTime = 40ms;
 constexpr auto focusReturnStep = 6ms;
-// After Option is released, applications need a moment to take their focus back from a menu bar.
-constexpr auto menuSettleTime = 30ms;
 constexpr auto publishedSelectionTime = 150ms;
 constexpr auto copyTime = 350ms;
-// Where accessibility says that nothing is selected, the user hears of it before this is over.
+// Where it is likely that nothing is selected, the user learns of it before this is over.
 constexpr auto nothingTime = 240ms;
 constexpr auto shortestCopyTime = 100ms;
 
@@ -120,8 +118,8 @@ AccessibilitySelectionReader::accessibilitySelectedText()
     }
     desktop_.events.waitForRelease(ModifierFlag::Option,
                                    budget_.selectionDeadline(optionReleaseTime));
-    QThread::msleep(
-        static_cast<unsigned long>(std::min(menuSettleTime, budget_.leftForSelection()).count()));
+    QThread::msleep(static_cast<unsigned long>(
+        std::min(ReadingBudget::menuSettleTime, budget_.leftForSelection()).count()));
     AccessibilityAnswer second = ask(reserveForOtherRoads);
     // Without an answer now, an ordinary element's "nothing" still holds.
     const bool firstHolds = second.selected.kind == SelectedText::Kind::Unknown
@@ -183,25 +181,27 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
         return std::nullopt;
     }
     const bool isSelected = answer.selected.kind == SelectedText::Kind::Unfinished;
-    const bool isNothing = answer.selected.kind == SelectedText::Kind::Nothing;
-    const auto time = isNothing ? std::clamp<std::chrono::milliseconds>(
+    const bool isPublisher = publishes(*application);
+    const bool isProbablyNothing =
+        !isSelected && (isPublisher || answer.selected.kind == SelectedText::Kind::Nothing);
+    const auto time = isProbablyNothing ? std::clamp<std::chrono::milliseconds>(
                           nothingTime - budget_.elapsed(), shortestCopyTime, copyTime)
-                                : copyTime;
+                                        : copyTime;
     const auto copied = copy_.textFrom(*application, time);
-    if (copied && !isSelected && isLineOfCaret(*copied) && mayCopyCaretLine(*application)) {
+    // An editor may copy the line of the caret when nothing is selected.
+    const bool mayBeLine = application->isTextEditor || isPublisher;
+    if (copied && !isSelected && mayBeLine && isLineOfCaret(*copied)) {
         return std::nullopt;
     }
     return readable(copied);
 }
 
-/// Whether the application copies the line of the caret when nothing is selected, as far as that
-/// can be known: an editor may, and one that publishes what is selected has nothing selected where
-/// it gets this far.
-bool AccessibilitySelectionReader::mayCopyCaretLine(const RunningApplication &application)
+/// Whether the application publishes what is selected. What it has selected now would have been
+/// found there.
+bool AccessibilitySelectionReader::publishes(const RunningApplication &application)
 {
-    return application.isTextEditor
-        || (desktop_.primary != nullptr
-            && desktop_.primary->publishes(application.processIdentifier));
+    return desktop_.primary != nullptr
+        && desktop_.primary->publishes(application.processIdentifier);
 }
 
 std::optional<QString>

@@ -62,7 +62,7 @@ private:
     /// A copy that the application is made to make.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
     [[nodiscard]] std::optional<QString> publishedSelection(const AccessibilityAnswer &answer);
-    [[nodiscard]] bool mayCopyCaretLine(const RunningApplication &application);
+    [[nodiscard]] bool publishes(const RunningApplication &application);
 
     Desktop desktop_;
     ReadingBudget &budget_;

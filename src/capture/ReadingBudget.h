@@ -15,6 +15,8 @@ public:
     static constexpr std::chrono::milliseconds total{600};
     static constexpr std::chrono::milliseconds contextReserve{60};
     static constexpr std::chrono::milliseconds contextAlone{250};
+    /// After Option is released, applications need this to take their focus back from a menu bar.
+    static constexpr std::chrono::milliseconds menuSettleTime{30};
 
     void start()
     {

@@ -19,8 +19,6 @@ namespace vellumo {
 
 namespace {
 
-// After Option is released, applications need a moment to take their focus back from a menu bar.
-constexpr auto menuSettleTime = 30ms;
 constexpr auto snapshotTime = 150ms;
 constexpr auto shortestCopyTime = 100ms; // with less, the copy would come after the wait for it
 constexpr auto lateTime = 5s; // a copy that comes later than this is not put right
@@ -85,11 +83,11 @@ bool SyntheticCopy::isAllowedIn(const RunningApplication &application) const
 /// second tap closes it; copy keys in between would go to the menu.
 bool SyntheticCopy::waitForMenusToClose()
 {
-    const auto time = budget_.leftForSelection() - menuSettleTime - shortestCopyTime;
+    const auto time = budget_.leftForSelection() - ReadingBudget::menuSettleTime - shortestCopyTime;
     if (time < 0ms || !desktop_.events.waitForRelease(ModifierFlag::Option, QDeadlineTimer(time))) {
         return false;
     }
-    QThread::msleep(static_cast<unsigned long>(menuSettleTime.count()));
+    QThread::msleep(static_cast<unsigned long>(ReadingBudget::menuSettleTime.count()));
     return true;
 }
 

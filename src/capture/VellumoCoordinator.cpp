@@ -147,6 +147,11 @@ void VellumoCoordinator::showError(const QString &message)
     with_.resultPanelController.showError(message);
 }
 
+void VellumoCoordinator::showNotice(const IslandContent &notice)
+{
+    present(notice, {}, {});
+}
+
 void VellumoCoordinator::beginPresentation(const Place &place)
 {
     shownPlace_ = place;
@@ -313,8 +318,12 @@ void VellumoCoordinator::handleReopenedNoteDismissed(Conversation &conversation,
     conversation.isOver = true;
     const QList<FollowUpExchange> followUps = conversation.followUps();
     if (followUps.size() > baselineFollowUps) {
-        note.followUps = followUps;
-        with_.notesStore.update(note, context);
+        // While it was open, another device may have added to the note or moved it.
+        const auto stored = findNote(with_.notesStore.allNotesWithContexts(), note.id);
+        note.followUps = stored && stored->note.followUps.size() > baselineFollowUps
+            ? stored->note.followUps + followUps.sliced(baselineFollowUps)
+            : followUps;
+        with_.notesStore.update(note, stored ? stored->context : context);
         noteSaved(note);
     }
     updateNotesEntrance();

@@ -74,6 +74,9 @@ public:
     /// Brings a note back on screen with its thread, to ask further. Nothing when it is not stored.
     void reopenNote(const QUuid &id);
 
+    /// Shows what belongs to no selection and leaves no note.
+    void showNotice(const IslandContent &notice);
+
     /// Shows the demonstration's answer.
     void triggerDemo();
 

@@ -151,9 +151,12 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
     for (const auto &[name, value] : operation.variables) {
         sent.append(value.value_or(QString()));
     }
-    const auto authorize = [request, context, read, completion, sent,
-                            &session = with_.session](const auto &token) {
-        if (!token.isOk()) {
+    const auto authorize = [request, context, read, completion, sent, uid = with_.auth.uid(),
+                            &auth = with_.auth, &session = with_.session](const auto &token) {
+        if (!uid.isEmpty() && auth.uid() != uid) {
+            const QString why = u"another account has signed in meanwhile"_s;
+            completion(Failure{Kind::signedOut, false, why});
+        } else if (!token.isOk()) {
             const QString why = summary(token.error());
             completion(Failure{kindOf(token.error()), false, logExcerpt(why, sent)});
         } else if (!token.value()) {

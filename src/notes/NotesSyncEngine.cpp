@@ -21,7 +21,7 @@ public:
         : store_(engine.store_)
         , history_(engine.history_)
         , auth_(engine.auth_)
-        , user_(engine.auth_.user())
+        , uid_(engine.auth_.uid())
         , tooLarge_(engine.tooLarge_)
         , pending_(engine.store_.pendingSync())
         , onEnded_(std::move(onEnded))
@@ -32,8 +32,8 @@ public:
 
     void takeNext()
     {
-        // Whoever signs in next has a pass of their own.
-        if (pending_.isEmpty() || auth_.user() != user_) {
+        // Another account has a pass of its own.
+        if (pending_.isEmpty() || auth_.uid() != uid_) {
             QMetaObject::invokeMethod(this, onEnded_, Qt::QueuedConnection);
             return;
         }
@@ -106,7 +106,7 @@ private:
     NotesStoring &store_;
     const DataConnectHistory &history_;
     Authenticating &auth_;
-    std::optional<User> user_;
+    QString uid_;
     QSet<QUuid> &tooLarge_;
     QList<PendingNote> pending_;
     PendingNote current_;
@@ -167,15 +167,14 @@ void NotesSyncEngine::pullAndMerge(QObject *context, Done completion)
             completion();
         }
     };
-    const std::optional<User> user = auth_.user();
     if (!mayTravel()) {
         QMetaObject::invokeMethod(this, complete, Qt::QueuedConnection);
         return;
     }
-    history_.list(this, [this, user, complete](const QList<ReadingNote> &notes) {
-        const auto merge = [this, user, complete, notes] {
-            // Notes of somebody who has signed out meanwhile are nobody's here.
-            if (!notes.isEmpty() && auth_.user() == user) {
+    history_.list(this, [this, uid = auth_.uid(), complete](const QList<ReadingNote> &notes) {
+        const auto merge = [this, uid, complete, notes] {
+            // Notes of an account that has signed out meanwhile do not belong here.
+            if (!notes.isEmpty() && auth_.uid() == uid) {
                 store_.mergeRemote(notes);
             }
             complete();

@@ -381,6 +381,18 @@ void TestCoordinator::reopenedNote()
     QCOMPARE(questions(with_->store.notes[0].note),
              (QStringList{u"Q1=A1"_s, u"Q2=A2"_s, u"Q3=A3"_s}));
     QCOMPARE(with_->saved.size(), 1);
+
+    // another device asks something and files the note elsewhere while it is open
+    with_->entrance.onSelectNote(note);
+    ask(u"Q5"_s);
+    with_->explainer.followUps[1].answer(u"A5"_s);
+    with_->store.notes[0].context = page;
+    with_->store.notes[0].note.followUps.append({QUuid::createUuid(), u"Q4"_s, u"A4"_s});
+    with_->panel.dismiss();
+    QCOMPARE(with_->store.notes.size(), 1);
+    QCOMPARE(with_->store.notes[0].context, page);
+    QCOMPARE(questions(with_->store.notes[0].note).sliced(2),
+             (QStringList{u"Q3=A3"_s, u"Q4=A4"_s, u"Q5=A5"_s}));
 }
 
 void TestCoordinator::demoModeReadsNothing()

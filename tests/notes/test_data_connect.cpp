@@ -49,6 +49,7 @@ private Q_SLOTS:
     void sendsWhatIsAgreed();
     void failsWithoutARequest_data();
     void failsWithoutARequest();
+    void sendsNothingWithAnothersToken();
     void answers_data();
     void answers();
     void followUpsAreSentInOrderUntilOneFails();
@@ -182,6 +183,16 @@ void TestDataConnect::failsWithoutARequest()
     history.addFollowUps(QUuid::createUuid(), {}, this, done_);
     QVERIFY(waitUntil([&] { return result_.has_value(); }));
     QVERIFY(*result_);
+    QVERIFY(session_.requests.isEmpty());
+}
+
+void TestDataConnect::sendsNothingWithAnothersToken()
+{
+    const DataConnectHistory history = this->history();
+    history.saveProfile({}, {}, {}, this, done_);
+    auth_.signedIn = User{u"another"_s, u"another@example.org"_s}; // while the token is fetched
+    QVERIFY(waitUntil([&] { return result_.has_value(); }));
+    QVERIFY(!*result_);
     QVERIFY(session_.requests.isEmpty());
 }
 

@@ -249,15 +249,19 @@ void TestSyncEngine::signingOutEndsAPass()
     Home home;
     home.store.add(makeNote(u"a"_s), page);
     home.store.add(makeNote(u"b"_s), page);
+    home.store.add(makeNote(u"c"_s), page);
     home.push();
     home.pull();
     QVERIFY(waitUntil([&] { return home.session.requests.size() == 2; }));
-    home.auth.signedIn->uid = u"somebody else"_s;
+    home.auth.signedIn->email = u"new@example.org"_s; // of the same account
     QCOMPARE(home.serve(created), u"C"_s);
+    QVERIFY(waitUntil([&] { return home.session.requests.size() == 3; }));
+    home.auth.signedIn->uid = u"another"_s;
     QCOMPARE(home.serve(listOf(u"of the first one"_s)), u"L"_s);
+    QCOMPARE(home.serve(created), u"C"_s);
     QVERIFY(waitUntil([&] { return home.completions == 2; }));
     QVERIFY(home.isQuiet());
-    QCOMPARE(home.store.noteCount(), 2);
+    QCOMPARE(home.store.noteCount(), 3);
     QCOMPARE(home.store.pendingSync().size(), 1); // what the server took is not sent again
 }
 

@@ -60,4 +60,9 @@ bool isTerminalClass(QByteArrayView windowClass)
         != terminals.end();
 }
 
+bool mistakesCopyKeys(QByteArrayView windowClass)
+{
+    return isTerminalClass(windowClass) || windowClass.compare("emacs", Qt::CaseInsensitive) == 0;
+}
+
 } // namespace vellumo

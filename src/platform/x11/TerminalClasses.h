@@ -10,4 +10,8 @@ namespace vellumo {
 /// copy keys of ordinary applications may interrupt or feed the program that runs inside.
 [[nodiscard]] bool isTerminalClass(QByteArrayView windowClass);
 
+/// Whether the copy keys do something else in a window of this class: in a terminal, and in Emacs,
+/// where they copy the region also when it is not marked.
+[[nodiscard]] bool mistakesCopyKeys(QByteArrayView windowClass);
+
 } // namespace vellumo

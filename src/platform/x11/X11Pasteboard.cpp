@@ -26,6 +26,7 @@ constexpr auto handOverTime = 900ms; // within the second that a call to the thr
 /// Changes of the owner that are remembered; more than this come between two questions only when
 /// programs fight over the clipboard.
 constexpr qsizetype maxChanges = 32;
+constexpr int maxChangesAtOnce = 1000;
 
 } // namespace
 
@@ -109,7 +110,8 @@ bool X11Pasteboard::takeOwnerChange(QDeadlineTimer deadline)
 quint64 X11Pasteboard::changeCount()
 {
     connection_.roundTrip();
-    while (takeOwnerChange(QDeadlineTimer(0))) { }
+    // Programs that fight over the clipboard may go on for ever.
+    for (int i = 0; i < maxChangesAtOnce && takeOwnerChange(QDeadlineTimer(0)); ++i) { }
     return changeCount_;
 }
 
@@ -134,7 +136,7 @@ std::optional<quint32> X11Pasteboard::waitForOwner(qint64 process, quint64 count
                 return change.time;
             }
         }
-    } while (takeOwnerChange(deadline));
+    } while (!deadline.hasExpired() && takeOwnerChange(deadline));
     return std::nullopt;
 }
 

@@ -225,7 +225,9 @@ void TestX11Rules::knowsTerminals()
     }
     for (const auto *name : {"firefox-esr", "gedit", "Steam", "libreoffice-writer", ""}) {
         QVERIFY2(!isTerminalClass(name), name);
+        QVERIFY2(!mistakesCopyKeys(name), name);
     }
+    QVERIFY(mistakesCopyKeys("Emacs") && mistakesCopyKeys("XTerm"));
 }
 
 void TestX11Rules::doesLessWithoutExtensions()
