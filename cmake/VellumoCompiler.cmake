@@ -45,6 +45,10 @@ if(VELLUMO_SANITIZE)
     add_compile_options(-fsanitize=${VELLUMO_SANITIZE} -fno-omit-frame-pointer
                         -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${VELLUMO_SANITIZE})
+    if(VELLUMO_SANITIZE MATCHES "thread" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # the standard library has fences, which the sanitizer does not understand
+        add_compile_options(-Wno-tsan)
+    endif()
     if(VELLUMO_SANITIZE MATCHES "undefined" AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
         # RapidJSON's stack begins as a null pointer, to which it adds
         add_compile_options(-fno-sanitize=pointer-overflow)

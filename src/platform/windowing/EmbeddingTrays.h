@@ -7,8 +7,8 @@
 
 namespace vellumo {
 
-/// Watches whether the display has a tray of the older kind, which embeds icons as windows, and when
-/// one comes. There is none without an X server. Main thread only.
+/// Watches whether the display has a tray of the older kind, which embeds icons as windows, and
+/// when one comes. There is none without an X server. Main thread only.
 class EmbeddingTrays final : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
