@@ -16,7 +16,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr auto settleTime = 400ms; // longer than any animation
+constexpr auto cardSettleTime = 400ms; // longer than any animation
 constexpr std::array names{u"signin", u"privacy",   u"permission", u"keytest", u"select",
                            u"notes",  u"hearabout", u"role",       u"industry"};
 
@@ -52,7 +52,7 @@ void OnboardingPreview::writeCard(int number, const QString &folder, std::functi
     texts_.refresh();
     const QString name = QString::fromUtf16(names[static_cast<size_t>(number % count)]);
     cards_.present(name);
-    clock_.after(settleTime, this, [this, number, name, folder, done = std::move(done)] {
+    clock_.after(cardSettleTime, this, [this, number, name, folder, done = std::move(done)] {
         const QString path =
             u"%1/onboarding-%2-%3.png"_s.arg(folder, name, english_ ? u"en" : u"zh");
         if (cards_.window() == nullptr || !cards_.window()->grabWindow().save(path)) {

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 namespace vellumo {
 
 namespace {
-constexpr auto settleTime = 500ms; // the desktop speaks before it has finished changing
+constexpr auto desktopSettleTime = 500ms; // the desktop speaks before it has finished changing
 constexpr auto pollInterval = 3s;
 // The state that is polled follows the desktop's own signals. Asking the desktop itself wakes two
 // processes, and only finds what a lost signal would have said.
@@ -34,7 +34,7 @@ PermissionManager::PermissionManager(Accessibility &accessibility, Workspace &wo
 void PermissionManager::startMonitoring()
 {
     connect(&accessibility_, &Accessibility::trustChanged, this,
-            [this] { clock_.after(settleTime, this, [this] { recheck(); }); });
+            [this] { clock_.after(desktopSettleTime, this, [this] { recheck(); }); });
 
     connect(&pollTimer_, &QTimer::timeout, this, [this, polls = 0]() mutable {
         recheck();

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 namespace vellumo {
 
 namespace {
-constexpr auto settleTime = 400ms; // longer than any animation
+constexpr auto viewSettleTime = 400ms; // longer than any animation
 }
 
 SignInPreview::SignInPreview(QQmlEngine &engine,
@@ -42,7 +42,7 @@ void SignInPreview::writeView(bool english, const QString &folder, std::function
     if (window_) {
         window_->show();
     }
-    QTimer::singleShot(settleTime, this, [this, english, folder, done = std::move(done)] {
+    QTimer::singleShot(viewSettleTime, this, [this, english, folder, done = std::move(done)] {
         const QString path = u"%1/sign-in-%2.png"_s.arg(folder, english ? u"en"_s : u"zh"_s);
         if (!window_ || !window_->grabWindow().save(path)) {
             printDiagnostic(u"could not write a picture"_s);

@@ -26,7 +26,6 @@ constexpr auto publishedSelectionTime = 150ms;
 constexpr auto copyTime = 350ms;
 // Where it is likely that nothing is selected, the user learns of it before this is over.
 constexpr auto nothingTime = 240ms;
-constexpr auto shortestCopyTime = 100ms;
 
 bool isBlank(const QString &text)
 {
@@ -185,7 +184,7 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     const bool isProbablyNothing =
         !isSelected && (isPublisher || answer.selected.kind == SelectedText::Kind::Nothing);
     const auto time = isProbablyNothing ? std::clamp<std::chrono::milliseconds>(
-                          nothingTime - budget_.elapsed(), shortestCopyTime, copyTime)
+                          nothingTime - budget_.elapsed(), SyntheticCopy::shortestTime, copyTime)
                                         : copyTime;
     const auto copied = copy_.textFrom(*application, time);
     // An editor may copy the line of the caret when nothing is selected.

@@ -20,7 +20,6 @@ namespace vellumo {
 namespace {
 
 constexpr auto snapshotTime = 150ms;
-constexpr auto shortestCopyTime = 100ms; // with less, the copy would come after the wait for it
 constexpr auto lateTime = 5s; // a copy that comes later than this is not put right
 
 } // namespace
@@ -51,7 +50,7 @@ std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &applica
     // The clipboard is worth more than the answer: what cannot be put back is not replaced.
     const quint64 changeCount = pasteboard.changeCount();
     const auto before = pasteboard.items(budget_.selectionDeadline(snapshotTime));
-    if (!before || budget_.leftForSelection() < shortestCopyTime) {
+    if (!before || budget_.leftForSelection() < shortestTime) {
         return std::nullopt;
     }
     if (!desktop_.keys.postCopy(process)
@@ -83,7 +82,7 @@ bool SyntheticCopy::isAllowedIn(const RunningApplication &application) const
 /// second tap closes it; copy keys in between would go to the menu.
 bool SyntheticCopy::waitForMenusToClose()
 {
-    const auto time = budget_.leftForSelection() - ReadingBudget::menuSettleTime - shortestCopyTime;
+    const auto time = budget_.leftForSelection() - ReadingBudget::menuSettleTime - shortestTime;
     if (time < 0ms || !desktop_.events.waitForRelease(ModifierFlag::Option, QDeadlineTimer(time))) {
         return false;
     }

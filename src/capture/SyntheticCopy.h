@@ -22,6 +22,9 @@ struct RunningApplication;
 /// the copy comes seconds later. Main thread only.
 class SyntheticCopy {
 public:
+    /// With less, the copy would come after the wait for it.
+    static constexpr std::chrono::milliseconds shortestTime{100};
+
     /// Everything must outlive this object. Without `settings` copying is always allowed.
     struct Desktop {
         Accessibility &accessibility;

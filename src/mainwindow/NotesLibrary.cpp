@@ -21,7 +21,7 @@ namespace {
 constexpr qsizetype latestCount = 5;
 /// What a search may take of one turn of the event loop.
 constexpr auto slice = 25ms;
-constexpr qsizetype notesPerLook = 64; ///< between two looks at the time
+constexpr qsizetype searchedPerLook = 64; ///< between two looks at the time
 
 QList<int> upTo(qsizetype count)
 {
@@ -157,7 +157,7 @@ void NotesLibrary::searchSlice()
     QElapsedTimer timer;
     timer.start();
     while (searched_ < candidates_.size()) {
-        const qsizetype end = std::min(searched_ + notesPerLook, candidates_.size());
+        const qsizetype end = std::min(searched_ + searchedPerLook, candidates_.size());
         for (; searched_ < end; ++searched_) {
             if (fits(notes_[candidates_[searched_]])) {
                 hits_.append(candidates_[searched_]);

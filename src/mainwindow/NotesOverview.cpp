@@ -20,7 +20,7 @@ namespace {
 
 constexpr int shownDays = 14;
 constexpr int placesOverDays = 30;
-constexpr qsizetype shownPlaces = 3;
+constexpr qsizetype recentPlaces = 3;
 
 } // namespace
 
@@ -105,7 +105,7 @@ void NotesOverview::compute()
     todayPlace_ = isMostly ? placeOf(*first[0].context, texts_.isEnglish()) : QString();
     placeNames_.clear();
     placeCounts_.clear();
-    for (const PlaceCount::Entry &entry : ofLate.top(shownPlaces)) {
+    for (const PlaceCount::Entry &entry : ofLate.top(recentPlaces)) {
         placeNames_.append(placeOf(*entry.context, texts_.isEnglish()));
         placeCounts_.append(entry.count);
     }

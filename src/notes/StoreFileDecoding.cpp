@@ -3,18 +3,14 @@
 
 #include "notes/StoreFile.h"
 
+#include "notes/ExactJson.h"
 #include "notes/StrictUuid.h"
 
 #include <QSet>
-#include <rapidjson/document.h>
 
 namespace vellumo {
 
 namespace {
-
-// Iterative: hostile nesting must not exhaust the stack.
-constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag
-    | rapidjson::kParseValidateEncodingFlag;
 
 using Value = rapidjson::Value;
 
@@ -139,19 +135,13 @@ bool read(const Value *value, NoteSyncStates &states)
     return true;
 }
 
-bool parse(const QByteArray &json, rapidjson::Document &document)
-{
-    document.Parse<parseFlags>(json.constData(), static_cast<size_t>(json.size()));
-    return !document.HasParseError();
-}
-
 } // namespace
 
 std::optional<StoreFile> StoreFile::fromJson(const QByteArray &json)
 {
     rapidjson::Document document;
     StoreFile file;
-    if (!parse(json, document) || !document.IsObject()
+    if (!parseExactly(json, document) || !document.IsObject()
         || !read(member(document, "buckets"), file.buckets)) {
         return std::nullopt;
     }
@@ -195,7 +185,7 @@ std::optional<QList<StoredNotesBucket>> StoreFile::bucketsFromOlderLayout(const 
 {
     rapidjson::Document document;
     QList<StoredNotesBucket> buckets;
-    if (!parse(json, document) || !read(&document, buckets)) {
+    if (!parseExactly(json, document) || !read(&document, buckets)) {
         return std::nullopt;
     }
     return buckets;

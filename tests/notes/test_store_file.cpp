@@ -138,6 +138,7 @@ void TestStoreFile::rejects_data()
     QTest::newRow("trailing bytes") << QByteArray(validFile + "x");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("number") << QByteArray("1");
+    QTest::newRow("number of many zeros") << QByteArray("0." + QByteArray(700, '0'));
 }
 
 void TestStoreFile::rejects()

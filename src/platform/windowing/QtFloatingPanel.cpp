@@ -25,12 +25,6 @@ constexpr quint32 opaqueBlackPixel = 0xFF000000;
 /// Where the content of a window that has no frame yet is drawn for the first time.
 constexpr QSize firstSize(520, 420);
 
-QRect mainGeometry()
-{
-    const QScreen *primary = QGuiApplication::primaryScreen();
-    return primary ? primary->geometry() : QRect();
-}
-
 QRect screenAround(const QRect &rect)
 {
     const QScreen *screen = QGuiApplication::screenAt(rect.center());

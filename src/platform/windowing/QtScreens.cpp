@@ -12,12 +12,6 @@ namespace vellumo {
 
 namespace {
 
-QRect mainGeometry()
-{
-    const QScreen *primary = QGuiApplication::primaryScreen();
-    return primary ? primary->geometry() : QRect();
-}
-
 Screen described(const QScreen &screen, const StrutWatch &struts)
 {
     const QRect main = mainGeometry();

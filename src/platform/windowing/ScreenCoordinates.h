@@ -3,16 +3,25 @@
 #pragma once
 
 #include "platform/Geometry.h"
+#include <QGuiApplication>
 #include <QPoint>
 #include <QRect>
 #include <QRectF>
+#include <QScreen>
 #include <cmath>
 
 namespace vellumo {
 
 /// Desktop coordinates to and from Qt's: there the origin is somewhere at the top left and y grows
-/// downwards. `main` is always the main screen's geometry as Qt tells it. Both sides count in
+/// downwards. `main` is always mainGeometry(). Both sides count in
 /// device-independent units, and Qt alone scales them, per screen.
+
+/// Empty while no screen is connected.
+[[nodiscard]] inline QRect mainGeometry()
+{
+    const QScreen *primary = QGuiApplication::primaryScreen();
+    return primary ? primary->geometry() : QRect();
+}
 
 [[nodiscard]] inline Rect toDesktop(const QRectF &rect, const QRect &main)
 {

@@ -25,7 +25,7 @@ constexpr EventMask mouseMask = maskOf(EventType::LeftMouseDown) | maskOf(EventT
     | maskOf(EventType::ScrollWheel);
 
 /// Windows below each other between the root and one of ours: the manager's frame has few.
-constexpr int maxWindowDepth = 8;
+constexpr int maxPointerDepth = 8;
 
 /// Whether request number `a` comes before `b`; they wrap.
 bool isBefore(quint32 a, quint32 b)
@@ -257,7 +257,7 @@ void X11EventMonitors::handleRawButton(const xcb_generic_event_t &event)
 bool X11EventMonitors::isPointerOverOwnWindow()
 {
     xcb_window_t window = connection_.root();
-    for (int depth = 0; depth < maxWindowDepth; ++depth) {
+    for (int depth = 0; depth < maxPointerDepth; ++depth) {
         const auto pointer = connection_.reply<xcb_query_pointer_reply_t>(
             xcb_query_pointer(connection_.xcb(), window));
         if (!pointer || pointer->child == XCB_WINDOW_NONE) {
