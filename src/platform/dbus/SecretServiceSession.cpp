@@ -55,7 +55,7 @@ SecretServiceSession::~SecretServiceSession()
     wipe(key_);
 }
 
-void SecretServiceSession::open(std::function<void(bool)> then)
+void SecretServiceSession::open(const std::function<void(bool)> &then)
 {
     if (!path_.isEmpty()) {
         then(true);

@@ -26,7 +26,7 @@ public:
     Q_DISABLE_COPY_MOVE(SecretServiceSession)
 
     /// Runs `then` with whether there is a session; at once if it is open already.
-    void open(std::function<void(bool isOpen)> then);
+    void open(const std::function<void(bool isOpen)> &then);
     /// The keyring that it was opened with is gone.
     void forget();
 
