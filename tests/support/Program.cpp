@@ -145,13 +145,16 @@ QString Program::panelText() const
 
 bool Program::ask(const QString &question) const
 {
-    const auto items = accessibleItems(process_->processIdentifier());
-    const auto field = std::find_if(items.begin(), items.end(), isFollowUpField);
-    if (field == items.end())
-        return false;
-    desktop_.click(field->extents.center());
     const auto hasKeyboard = [this] { return desktop_.activeWindow() == panel(); };
-    if (!waitUntil(hasKeyboard))
+    const bool isReady = waitUntil([&] {
+        const auto items = accessibleItems(process_->processIdentifier());
+        const auto field = std::find_if(items.begin(), items.end(), isFollowUpField);
+        if (field == items.end())
+            return false;
+        desktop_.click(field->extents.center()); // in vain while the panel still grows
+        return waitUntil(hasKeyboard, 1s);
+    });
+    if (!isReady)
         return false;
     desktop_.type(question);
     desktop_.tap(Key::Return);
