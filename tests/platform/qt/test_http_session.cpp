@@ -203,12 +203,12 @@ void TestHttpSession::sendsWhatItIsGivenAndLittleElse()
     QCOMPARE(request.body, R"({"a":1})");
     QByteArrayList names;
     for (const auto &[name, value] : request.headers)
-        names.append(name);
+        names.append(name.toLower()); // as newer versions of Qt write it
     std::sort(names.begin(), names.end());
     // no cookie, and no wish for another protocol
     QCOMPARE(names.join(' '),
-             "Accept-Encoding Accept-Language Authorization Connection Content-Length "
-             "Content-Type Host User-Agent");
+             "accept-encoding accept-language authorization connection content-length "
+             "content-type host user-agent");
     QVERIFY(request.header("User-Agent").constFirst().startsWith("vellumo/"));
 }
 
