@@ -14,6 +14,7 @@
 #include "support/QuickItems.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
+#include <QPointer>
 #include <QQmlEngine>
 #include <QTest>
 
@@ -41,18 +42,28 @@ struct OnboardingDesk {
     std::optional<QString> key = QStringLiteral("k");
     AuthService auth{
         {keychain, browser, http, clock, texts, defaults, [this](const QString &) { return key; }}};
-    QQmlEngine engine;
+    QQmlEngine &engine = sharedEngine();
     OnboardingWindowController flow{{defaults, auth, accessibility, events, clock, engine, texts}};
 
     explicit OnboardingDesk(bool isTrusted = false,
                             const QString &language = QStringLiteral("English"))
     {
-        prepareEngine(engine);
         defaults.setValue(languageKey, language);
         texts.refresh();
         texts.follow(defaults);
         accessibility.trusted = isTrusted;
         QCoreApplication::processEvents(); // the keyring has nothing
+    }
+
+    /// One for all, as in the program: Qt 6.8 takes a card of a second engine for another type.
+    static QQmlEngine &sharedEngine()
+    {
+        static QPointer<QQmlEngine> engine;
+        if (!engine) {
+            engine = new QQmlEngine(QCoreApplication::instance());
+            prepareEngine(*engine);
+        }
+        return *engine;
     }
 
     /// The visible item of this name; null when there is none.

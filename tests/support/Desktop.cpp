@@ -85,7 +85,9 @@ struct Desktop::Private {
     void collectClients(xcb_window_t window, int depth, QList<WindowId> &found) const
     {
         for (const xcb_window_t child : children(window)) {
-            if (!property(child, "WM_CLASS").isEmpty())
+            // newer versions of Mutter have frames with a class of their own
+            const bool isFrame = !property(child, "_MUTTER_FRAME_FOR").isEmpty();
+            if (!isFrame && !property(child, "WM_CLASS").isEmpty())
                 found.append(child);
             else if (depth > 0)
                 collectClients(child, depth - 1, found);

@@ -21,7 +21,7 @@ constexpr qint64 longestDelayMs = 150;
 constexpr std::chrono::milliseconds longestDrain{50};
 
 /// Windows below each other between the root and the one with the pointer.
-constexpr int maxAncestors = 16;
+constexpr int maxNesting = 16;
 
 /// More than run at once; a forgotten one costs a little trust in what it copies.
 constexpr qsizetype maxPublishers = 256;
@@ -145,7 +145,7 @@ bool X11SelectionHistory::isPressInside(qint64 time)
         return true;
     }
     xcb_window_t window = connection_.root();
-    for (int depth = 0; depth < maxAncestors; ++depth) {
+    for (int depth = 0; depth < maxNesting; ++depth) {
         const auto pointer = connection_.reply<xcb_query_pointer_reply_t>(
             xcb_query_pointer(connection_.xcb(), window));
         if (!pointer || pointer->child == XCB_WINDOW_NONE) {

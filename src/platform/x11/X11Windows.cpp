@@ -101,7 +101,11 @@ xcb_window_t X11Windows::focusedTopLevel()
     for (int depth = 0;
          depth < maxWindowDepth && window != XCB_WINDOW_NONE && window != connection_.root();
          ++depth) {
-        if (!property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING).isEmpty()) {
+        // From version 44 on, Mutter's frames are windows of a program of their own.
+        const bool isFrame =
+            firstNumber(property(window, connection_.atom("_MUTTER_FRAME_FOR"_ba), XCB_ATOM_WINDOW))
+                .has_value();
+        if (!isFrame && !property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING).isEmpty()) {
             outermost = window;
         }
         const auto tree = connection_.reply<xcb_query_tree_reply_t>(xcb_query_tree(xcb, window));
