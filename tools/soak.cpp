@@ -85,8 +85,9 @@ public:
     }
     [[nodiscard]] QString counts() const
     {
-        return u"%1 readings and %2 where nothing was selected, %3 without an answer, "
-               "%4 follow-ups, %5 changes of the screen"_s.arg(readings_)
+        return u"%1 readings, %2 in vain and %3 where nothing was selected, %4 without an answer, "
+               "%5 follow-ups, %6 changes of the screen"_s.arg(readings_)
+                   .arg(unread_)
                    .arg(strays_)
                    .arg(failures_)
                    .arg(followUps_)
@@ -125,6 +126,7 @@ private:
     bool wasAsked_ = false; ///< in the panel that is shown, which then has the keyboard
     qsizetype made_ = 0;
     qsizetype readings_ = 0;
+    qsizetype unread_ = 0; ///< something was selected and not read in its time
     qsizetype strays_ = 0; ///< something was explained although nothing was selected
     qsizetype failures_ = 0;
     qsizetype followUps_ = 0;
@@ -255,9 +257,6 @@ QString Soak::explain(bool isSelected)
     if (!isOver) {
         return u"neither an answer nor an error: "_s + vellumo_.panelText();
     }
-    if (isSelected && isRefused) {
-        return u"what is selected was not read"_s;
-    }
     wasAsked_ = false;
     if (isAnswered) {
         if (const QString fault = askFollowUps(); !fault.isEmpty()) {
@@ -268,7 +267,9 @@ QString Soak::explain(bool isSelected)
     if (const QString fault = close(); !fault.isEmpty()) {
         return fault;
     }
-    if (!isRefused) {
+    if (isRefused) {
+        unread_ += isSelected ? 1 : 0;
+    } else {
         (isSelected ? readings_ : strays_) += 1;
         (isAnswered ? made_ : failures_) += 1;
     }

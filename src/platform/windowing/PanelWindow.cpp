@@ -55,9 +55,8 @@ QQuickItem *makePanelContent(QQmlEngine &engine, const FloatingPanelContent &con
     return item;
 }
 
-void FullScreenLift::apply(QQuickWindow &panel, WindowLevel level)
+void FullScreenLift::apply(QQuickWindow &panel, WindowLevel level, WId active)
 {
-    const WId active = x11::activeWindow();
     // tied to another window it shares that one's fate, which is right for a passing panel only
     const bool isNeeded = level == WindowLevel::Status && active != 0 && active != panel.winId()
         && x11::isFullScreen(active);

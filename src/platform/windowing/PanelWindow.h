@@ -4,6 +4,7 @@
 
 #include "platform/FloatingWindows.h"
 #include <memory>
+#include <qwindowdefs.h>
 
 class QQmlEngine;
 class QQuickItem;
@@ -23,8 +24,8 @@ QQuickItem *makePanelContent(QQmlEngine &engine, const FloatingPanelContent &con
 class FullScreenLift {
 public:
     /// Ties the mapped panel to a full-screen window that has the keyboard, and unties it from one
-    /// that is so no more.
-    void apply(QQuickWindow &panel, WindowLevel level);
+    /// that is so no more. `active` is the active window of the desktop; 0 for none.
+    void apply(QQuickWindow &panel, WindowLevel level, WId active);
     void undo(QQuickWindow &panel);
 
 private:

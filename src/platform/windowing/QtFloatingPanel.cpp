@@ -12,6 +12,7 @@
 #include <QPointerEvent>
 #include <QQuickItem>
 #include <QScreen>
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +20,7 @@ namespace vellumo {
 
 namespace {
 
+constexpr std::chrono::milliseconds keyboardReturnTime(100); // for the window manager
 constexpr quint32 transparentPixel = 0;
 constexpr quint32 opaqueBlackPixel = 0xFF000000;
 
@@ -283,7 +285,11 @@ void QtFloatingPanel::orderFrontRegardless()
         window_->show();
         x11::floatEverywhere(window_->winId());
     }
-    lift_.apply(*window_, style_.level);
+    const WId active = x11::isAvailable() ? x11::activeWindow() : 0;
+    if (active != window_->winId()) {
+        activeBefore_ = active;
+    }
+    lift_.apply(*window_, style_.level, active);
     window_->raise();
     windows_.restackAbove(*this);
 }
@@ -295,6 +301,7 @@ void QtFloatingPanel::orderOut()
     fade_.stop();
     drag_.cancel();
     window_->hide();
+    returnKeyboardSoon();
     windows_.refreshCompositor(); // now, since showing must be quick
     lift_.undo(*window_);
 }
@@ -308,6 +315,19 @@ void QtFloatingPanel::makeKey()
         x11::activate(window_->winId());
     } else {
         window_->requestActivate();
+    }
+}
+
+/// The window manager gives the keyboard to the window that had it before, or to one that was
+/// clicked. Some, such as xfwm4 4.20, may leave it to no window at all.
+void QtFloatingPanel::returnKeyboardSoon()
+{
+    if (const WId window = std::exchange(activeBefore_, 0)) {
+        QTimer::singleShot(keyboardReturnTime, this, [this, window] {
+            if (!isVisible() && x11::activeWindow() == 0) {
+                x11::activate(window);
+            }
+        });
     }
 }
 

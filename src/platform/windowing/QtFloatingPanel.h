@@ -62,6 +62,7 @@ private:
     void handlePointer(const QPointerEvent &event);
     void noticeMove();
     void takeOverPosition();
+    void returnKeyboardSoon();
     void shapeVisiblePart();
     void shapeInput();
     [[nodiscard]] bool hasBlendedEdges() const;
@@ -83,6 +84,7 @@ private:
     PanelFade fade_;
     PanelDrag drag_; ///< of the picture
     QTimer settling_; ///< after the window manager has moved the window
+    WId activeBefore_ = 0; ///< the window that was active when this one came; 0 for none
     bool isMovedByHand_ = false; ///< since it settled last, through the window manager
     bool isShapePending_ = false;
     bool isNewlyMapped_ = false;
