@@ -23,9 +23,6 @@ constexpr auto optionReleaseTime = 250ms;
 constexpr auto focusReturnTime = 40ms;
 constexpr auto focusReturnStep = 6ms;
 constexpr auto publishedSelectionTime = 150ms;
-constexpr auto copyTime = 350ms;
-// Where it is likely that nothing is selected, the user learns of it before this is over.
-constexpr auto nothingTime = 240ms;
 
 bool isBlank(const QString &text)
 {
@@ -74,7 +71,7 @@ std::optional<QString> AccessibilitySelectionReader::currentSelectedText()
         return std::nullopt;
     }
     if (auto text = readable(answer.selected.text)) {
-        return text;
+        return answer.kind == ElementKind::Terminal ? withoutSurplus(*text) : text;
     }
     if (auto text = publishedSelection(answer)) {
         return text;
@@ -115,10 +112,11 @@ AccessibilitySelectionReader::accessibilitySelectedText()
     if (!mayBeInMenu) {
         return answer;
     }
-    desktop_.events.waitForRelease(ModifierFlag::Option,
-                                   budget_.selectionDeadline(optionReleaseTime));
+    const bool isReleased = desktop_.events.waitForRelease(
+        ModifierFlag::Option, budget_.selectionDeadline(optionReleaseTime));
     QThread::msleep(static_cast<unsigned long>(
         std::min(ReadingBudget::menuSettleTime, budget_.leftForSelection()).count()));
+    budget_.areMenusClosed = isReleased;
     AccessibilityAnswer second = ask(reserveForOtherRoads);
     // Without an answer now, an ordinary element's "nothing" still holds.
     const bool firstHolds = second.selected.kind == SelectedText::Kind::Unknown
@@ -183,16 +181,25 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     const bool isPublisher = publishes(*application);
     const bool isProbablyNothing =
         !isSelected && (isPublisher || answer.selected.kind == SelectedText::Kind::Nothing);
-    const auto time = isProbablyNothing ? std::clamp<std::chrono::milliseconds>(
-                          nothingTime - budget_.elapsed(), SyntheticCopy::shortestTime, copyTime)
-                                        : copyTime;
-    const auto copied = copy_.textFrom(*application, time);
+    const auto copied = copy_.textFrom(*application,
+                                       isProbablyNothing ? SyntheticCopy::Hope::Unlikely
+                                                         : SyntheticCopy::Hope::Likely);
     // An editor may copy the line of the caret when nothing is selected.
     const bool mayBeLine = application->isTextEditor || isPublisher;
     if (copied && !isSelected && mayBeLine && isLineOfCaret(*copied)) {
         return std::nullopt;
     }
     return readable(copied);
+}
+
+/// VTE counts a wide character as two where it says how far the selection goes, so that its text
+/// goes on behind it. What it publishes ends where it should.
+QString AccessibilitySelectionReader::withoutSurplus(const QString &text)
+{
+    AccessibilityAnswer answer;
+    answer.selected.kind = SelectedText::Kind::Unfinished;
+    const auto published = publishedSelection(answer);
+    return published && text.startsWith(*published) ? *published : text;
 }
 
 /// Whether the application publishes what is selected. What it has selected now would have been

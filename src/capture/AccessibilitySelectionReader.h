@@ -62,6 +62,7 @@ private:
     /// A copy that the application is made to make.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
     [[nodiscard]] std::optional<QString> publishedSelection(const AccessibilityAnswer &answer);
+    [[nodiscard]] QString withoutSurplus(const QString &text);
     [[nodiscard]] bool publishes(const RunningApplication &application);
 
     Desktop desktop_;

@@ -22,7 +22,11 @@ public:
     {
         end_ = QDeadlineTimer(total);
         sameTrigger_ = QDeadlineTimer(2 * total);
+        areMenusClosed = false;
     }
+
+    /// Whether Option is released and its menus have closed, for this trigger.
+    bool areMenusClosed = false;
 
     /// How long the trigger has been served.
     [[nodiscard]] std::chrono::milliseconds elapsed() const { return total - left(); }

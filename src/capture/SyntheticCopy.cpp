@@ -20,6 +20,10 @@ namespace vellumo {
 namespace {
 
 constexpr auto snapshotTime = 150ms;
+constexpr auto copyTime = 350ms;
+// Where it is likely that nothing is selected, the user learns of it before 250 ms are over.
+constexpr auto nothingTime = 210ms;
+constexpr auto shortestTime = 100ms; // with less, the copy would come after the wait for it
 constexpr auto lateTime = 5s; // a copy that comes later than this is not put right
 
 } // namespace
@@ -37,8 +41,7 @@ SyntheticCopy::~SyntheticCopy()
     forgetLate();
 }
 
-std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &application,
-                                               std::chrono::milliseconds atMost)
+std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &application, Hope hope)
 {
     const qint64 process = application.processIdentifier;
     Pasteboard &pasteboard = desktop_.pasteboard;
@@ -53,8 +56,12 @@ std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &applica
     if (!before || budget_.leftForSelection() < shortestTime) {
         return std::nullopt;
     }
+    const auto time = hope == Hope::Likely
+        ? copyTime
+        : std::clamp<std::chrono::milliseconds>(nothingTime - budget_.elapsed(), shortestTime,
+                                                copyTime);
     if (!desktop_.keys.postCopy(process)
-        || !pasteboard.waitForOwner(process, changeCount, budget_.selectionDeadline(atMost))) {
+        || !pasteboard.waitForOwner(process, changeCount, budget_.selectionDeadline(time))) {
         expectLate(process, changeCount, *before);
         return std::nullopt;
     }
@@ -82,6 +89,9 @@ bool SyntheticCopy::isAllowedIn(const RunningApplication &application) const
 /// second tap closes it; copy keys in between would go to the menu.
 bool SyntheticCopy::waitForMenusToClose()
 {
+    if (budget_.areMenusClosed) {
+        return true;
+    }
     const auto time = budget_.leftForSelection() - ReadingBudget::menuSettleTime - shortestTime;
     if (time < 0ms || !desktop_.events.waitForRelease(ModifierFlag::Option, QDeadlineTimer(time))) {
         return false;
@@ -92,8 +102,9 @@ bool SyntheticCopy::waitForMenusToClose()
 
 void SyntheticCopy::restore(const QList<PasteboardItem> &items)
 {
-    desktop_.pasteboard.clear();
-    if (!items.isEmpty()) {
+    if (items.isEmpty()) {
+        desktop_.pasteboard.clear();
+    } else {
         desktop_.pasteboard.write(items);
     }
     if (late_) {

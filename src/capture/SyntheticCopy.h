@@ -22,8 +22,8 @@ struct RunningApplication;
 /// the copy comes seconds later. Main thread only.
 class SyntheticCopy {
 public:
-    /// With less, the copy would come after the wait for it.
-    static constexpr std::chrono::milliseconds shortestTime{100};
+    /// Whether something is likely to be selected, which decides how long a copy is waited for.
+    enum class Hope : quint8 { Likely, Unlikely };
 
     /// Everything must outlive this object. Without `settings` copying is always allowed.
     struct Desktop {
@@ -38,12 +38,11 @@ public:
     ~SyntheticCopy();
     Q_DISABLE_COPY_MOVE(SyntheticCopy)
 
-    /// What the application in front, which must be this one, copies within `atMost` and the
-    /// budget, counted from the keys. Absent when nothing comes, and, without keys being sent, when
-    /// copying is switched off, the application has just left a question unanswered, Option stays
-    /// down or the clipboard could not be put back as it is.
-    [[nodiscard]] std::optional<QString> textFrom(const RunningApplication &application,
-                                                  std::chrono::milliseconds atMost);
+    /// What the application in front, which must be this one, copies in time. Absent when nothing
+    /// comes, and, without keys being sent, when copying is switched off, the application has just
+    /// left a question unanswered, Option stays down or the clipboard could not be put back as it
+    /// is.
+    [[nodiscard]] std::optional<QString> textFrom(const RunningApplication &application, Hope hope);
 
 private:
     /// A copy that was asked for and did not come in time.

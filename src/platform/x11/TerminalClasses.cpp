@@ -62,7 +62,8 @@ bool isTerminalClass(QByteArrayView windowClass)
 
 bool mistakesCopyKeys(QByteArrayView windowClass)
 {
-    return isTerminalClass(windowClass) || windowClass.compare("emacs", Qt::CaseInsensitive) == 0;
+    return isTerminalClass(windowClass) || windowClass.compare("emacs", Qt::CaseInsensitive) == 0
+        || windowClass.compare("libreoffice-calc", Qt::CaseInsensitive) == 0;
 }
 
 } // namespace vellumo

@@ -10,8 +10,9 @@ namespace vellumo {
 /// copy keys of ordinary applications may interrupt or feed the program that runs inside.
 [[nodiscard]] bool isTerminalClass(QByteArrayView windowClass);
 
-/// Whether the copy keys do something else in a window of this class: in a terminal, and in Emacs,
-/// where they copy the region also when it is not marked.
+/// Whether the copy keys do something else in a window of this class: in a terminal, in Emacs,
+/// where they copy the region also when it is not marked, and in Calc, where they copy the cell of
+/// the cursor and leave a frame around it.
 [[nodiscard]] bool mistakesCopyKeys(QByteArrayView windowClass);
 
 } // namespace vellumo

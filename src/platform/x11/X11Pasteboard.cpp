@@ -231,7 +231,8 @@ std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadlin
     if (changeCount() != countBefore) {
         return std::nullopt; // parts of two contents
     }
-    return item.isEmpty() ? QList<PasteboardItem>() : QList<PasteboardItem>{item};
+    // An owner that gives nothing of what it has is not an empty clipboard.
+    return item.isEmpty() ? std::nullopt : std::optional(QList<PasteboardItem>{item});
 }
 
 std::optional<QString> X11Pasteboard::string(QDeadlineTimer deadline)

@@ -152,6 +152,9 @@ void TestX11Pasteboard::givesUpOnABadOwner()
         const PeerProcess next({u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "next")});
         QCOMPARE(pasteboard_->string(QDeadlineTimer(2000)), u"next"_s);
     }
+    const PeerProcess owner({u"own"_s, spec("PIXMAP", "PIXMAP", 32, randomBytes(4))});
+    QVERIFY(owner.isReady());
+    QVERIFY(!pasteboard_->items(QDeadlineTimer(1000))); // what it has is not nothing
 }
 
 void TestX11Pasteboard::tellsWhichProcessTookItOver()
