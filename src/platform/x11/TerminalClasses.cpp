@@ -60,9 +60,14 @@ bool isTerminalClass(QByteArrayView windowClass)
         != terminals.end();
 }
 
+bool publishesItsEnd(QByteArrayView windowClass)
+{
+    return windowClass.compare("emacs", Qt::CaseInsensitive) == 0;
+}
+
 bool mistakesCopyKeys(QByteArrayView windowClass)
 {
-    return isTerminalClass(windowClass) || windowClass.compare("emacs", Qt::CaseInsensitive) == 0
+    return isTerminalClass(windowClass) || publishesItsEnd(windowClass)
         || windowClass.compare("libreoffice-calc", Qt::CaseInsensitive) == 0;
 }
 

@@ -15,4 +15,8 @@ namespace vellumo {
 /// the cursor and leave a frame around it.
 [[nodiscard]] bool mistakesCopyKeys(QByteArrayView windowClass);
 
+/// Whether an application of this window class publishes what was selected once more when a click
+/// ends the selection, as Emacs does.
+[[nodiscard]] bool publishesItsEnd(QByteArrayView windowClass);
+
 } // namespace vellumo

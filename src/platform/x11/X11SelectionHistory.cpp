@@ -17,6 +17,12 @@ namespace {
 /// The pointer may be elsewhere by the time that an older press is looked at.
 constexpr qint64 longestDelayMs = 150;
 
+/// A press that is further away from the one before belongs to no double click.
+constexpr qint64 doubleClickMs = 500;
+
+/// Published sooner after a press than a selection can be dragged.
+constexpr qint64 shortestDragMs = 150;
+
 /// Looking at what the server has reported may take this long.
 constexpr std::chrono::milliseconds longestDrain{50};
 
@@ -131,6 +137,8 @@ void X11SelectionHistory::handlePropertyChange(const xcb_property_notify_event_t
 void X11SelectionHistory::handlePress(quint32 time)
 {
     const qint64 at = clock_.note(time);
+    isLonePress_ = !pressedAt_ || at - *pressedAt_ > doubleClickMs;
+    pressedAt_ = at;
     if (published_.process && !published_.isOver && isPressInside(at)) {
         published_.isOver = true;
         setTitleWatched(false);
@@ -170,6 +178,7 @@ void X11SelectionHistory::publish(xcb_window_t owner, qint64 at)
     published_.owner = owner;
     published_.process = process;
     published_.at = at;
+    published_.isOfPress = isLonePress_ && at >= *pressedAt_ && at - *pressedAt_ < shortestDragMs;
     if (process) {
         if (publishers_.size() >= maxPublishers) {
             publishers_.clear();
@@ -195,6 +204,7 @@ void X11SelectionHistory::bind()
     const auto [instance, className] = windows_.windowClass(activeWindow_);
     setTitleWatched(!isTerminalClass(instance) && !isTerminalClass(className));
     published_.title = windows_.title(activeWindow_);
+    published_.isOver = published_.isOfPress && publishesItsEnd(className);
 }
 
 void X11SelectionHistory::setTitleWatched(bool watched)

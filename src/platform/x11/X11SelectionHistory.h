@@ -42,6 +42,7 @@ private:
         QString title;
         bool isTitleWatched = false;
         bool isOver = false;
+        bool isOfPress = false; ///< published right after a single press
         std::optional<qint64> readAt;
     };
 
@@ -62,6 +63,8 @@ private:
     quint8 xinputOpcode_ = 0;
     xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
     std::optional<qint64> activeProcess_;
+    std::optional<qint64> pressedAt_; ///< the last press
+    bool isLonePress_ = false; ///< the last press is no part of a double click
     Published published_;
     QSet<qint64> publishers_;
 };

@@ -292,6 +292,17 @@ void TestX11Workspace::aPublicationIsOverWithItsSelection()
         desktop_.click(desktop_.geometry(window).center(), 1, button);
         desktop_.sync();
     };
+    PeerProcess editor({u"window"_s, u"emacs"_s, u"Emacs"_s, u"400"_s});
+    QVERIFY(desktop_.activate(editor.window()));
+    clickOn(editor.window()); // which publishes once more what it ends
+    desktop_.tap(Key::A);
+    std::optional<Publication> last;
+    QVERIFY(waitUntil([&] {
+        last = history.publication();
+        return last && last->processIdentifier == editor.processId();
+    }));
+    QVERIFY(last->isOver);
+
     QVERIFY(desktop_.activate(peer.window()));
     QCOMPARE(isOver(), std::nullopt);
     QVERIFY(!history.publishes(peer.processId()));
