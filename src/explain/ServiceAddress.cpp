@@ -55,10 +55,11 @@ ServiceAddress ServiceAddress::fromInput(const QString &text)
         return wrong(Problem::query);
     }
     QString path = withoutSlashes(url.path(QUrl::FullyEncoded));
-    if (const QString method = u"/chat/completions"_s; path.endsWith(method)) {
-        path = withoutSlashes(path.chopped(method.size()));
-    } else if (path.isEmpty()) {
+    if (path.isEmpty()) {
         path = u"/v1"_s;
+    }
+    for (const QString method = u"/chat/completions"_s; path.endsWith(method);) {
+        path = withoutSlashes(path.chopped(method.size()));
     }
     url.setPath(path, QUrl::StrictMode);
     return {url.toString(QUrl::FullyEncoded), Problem::none};
