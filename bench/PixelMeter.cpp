@@ -106,13 +106,19 @@ struct PixelMeter::Private {
         while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) { }
     }
 
-    /// False when the time is over.
-    [[nodiscard]] bool waitForEvent(double until) const
+    /// Null when the time is over. Asks xcb first: what arrived with the reply to a request is in
+    /// its queue and no longer in the socket.
+    [[nodiscard]] Reply<xcb_generic_event_t> nextEvent(double until) const
     {
         xcb_flush(connection);
         pollfd descriptor{xcb_get_file_descriptor(connection), POLLIN, 0};
-        const int left = static_cast<int>(until - now()) + 1;
-        return left > 0 && ::poll(&descriptor, 1, left) > 0;
+        for (;;) {
+            if (Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)})
+                return event;
+            const int left = static_cast<int>(until - now()) + 1;
+            if (left <= 0 || ::poll(&descriptor, 1, left) <= 0)
+                return nullptr;
+        }
     }
 };
 
@@ -156,10 +162,10 @@ std::optional<PixelMeter::Sighting> PixelMeter::watch(const QString &part,
     const double zero = d_->now();
     const double until = zero + static_cast<double>(time.count());
     trigger();
-    while (d_->waitForEvent(until)) {
+    while (auto event = d_->nextEvent(until)) {
         const double began = d_->now();
         bool changed = false;
-        while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(d_->connection)}) {
+        for (; event; event.reset(xcb_poll_for_event(d_->connection))) {
             const int type = event->response_type & 0x7f;
             changed = changed || type == d_->damageEvent;
             if (type != XCB_MAP_NOTIFY || window != XCB_WINDOW_NONE)
@@ -188,7 +194,7 @@ bool PixelMeter::waitForRest(std::chrono::milliseconds quiet, std::chrono::milli
     const double end = d_->now() + static_cast<double>(time.count());
     do {
         d_->drain();
-        if (!d_->waitForEvent(d_->now() + static_cast<double>(quiet.count())))
+        if (!d_->nextEvent(d_->now() + static_cast<double>(quiet.count())))
             return true;
     } while (d_->now() < end);
     return false;

@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <cstdio>
 
 using namespace vellumo::bench;
 using namespace vellumo::test;
@@ -36,7 +37,7 @@ struct Bench {
         NoteMaker maker;
         writeStore(vellumo.notesFile(), count, maker);
         if (!vellumo.start())
-            return false;
+            return fails("the program did not start");
         const qint64 process = vellumo.process().processIdentifier();
         PixelMeter meter;
         meter.waitForRest(300ms, 5s);
@@ -47,8 +48,10 @@ struct Bench {
         for (int run = 0; run < runs.of(9); ++run) {
             const auto other = vellumo.another();
             const auto seen = meter.watch(ours, [&] { other->launch(); });
-            if (!seen || !close(meter, run + 1 < runs.of(9)))
-                return false;
+            if (!seen)
+                return fails("no window was seen");
+            if (!close(meter, run + 1 < runs.of(9)))
+                return fails("the window did not close");
             (run == 0 ? first : again).append(seen->content);
         }
         printRow(label + u"start of another to the window's pixels, first time"_s, first, "ms");
@@ -57,16 +60,23 @@ struct Bench {
         scroll(label, process);
         const Memory open = memoryOf(process);
         if (!close(meter, true))
-            return false;
+            return fails("the window did not close at the end");
         meter.waitForRest(1s, 5s);
         const Memory after = memoryOf(process);
         printRow(label + u"private dirty memory before"_s, {before.privateDirty}, "MB");
         printRow(label + u"private dirty memory, shown and scrolled"_s, {open.privateDirty}, "MB");
         printRow(label + u"private dirty memory, closed"_s, {after.privateDirty}, "MB");
-        return vellumo.process().isRunning();
+        return vellumo.process().isRunning() || fails("the program ended");
     }
 
 private:
+    /// Always false.
+    static bool fails(const char *reason)
+    {
+        std::fprintf(stderr, "bench_window: %s\n", reason);
+        return false;
+    }
+
     /// The dashboard; the pill is narrower.
     [[nodiscard]] std::optional<WindowId> window() const
     {
