@@ -226,13 +226,16 @@ bool Soak::turnTo(size_t editor)
 QString Soak::read()
 {
     const auto editor = static_cast<size_t>(pick(2));
-    if (!turnTo(editor)) {
-        return u"the editor did not come to the front"_s;
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        if (!turnTo(editor)) {
+            return u"the editor did not come to the front"_s;
+        }
+        if (editors_[editor].selectAll()) {
+            return explain(true);
+        }
+        say(u"not selected, "_s + scene());
     }
-    if (!editors_[editor].selectAll()) {
-        return u"nothing could be selected"_s;
-    }
-    return explain(true);
+    return u"nothing could be selected"_s;
 }
 
 QString Soak::readNothing()

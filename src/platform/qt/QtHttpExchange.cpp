@@ -176,7 +176,14 @@ void QtHttpExchange::takeBody()
     if (!reply_) {
         return;
     }
-    response_.body += reply_->read(request_.bodyLimit - response_.body.size() + 1);
+    // In pieces: Qt allocates all that a read asks for, and counts compressed bytes as one.
+    constexpr qint64 piece = 64 * 1024;
+    QByteArray part;
+    do {
+        const qint64 room = request_.bodyLimit + 1 - response_.body.size();
+        part = reply_->read(std::min(room, std::max(piece, reply_->bytesAvailable())));
+        response_.body += part;
+    } while (!part.isEmpty());
     if (response_.body.size() > request_.bodyLimit) {
         fail(HttpError::Kind::tooLarge, u"received"_s);
     }
