@@ -3,8 +3,8 @@
 //
 // vellumo_soak PROGRAM MINUTES SEED: a person who reads for so long, in a hurry and with a bad
 // service: selects, double-taps, asks, scrolls, closes, switches applications and screens. What
-// happens is chosen by the seed. Ends with what vellumo holds at the beginning and at the end, and
-// with the notes in its file against those that were made.
+// happens is chosen by the seed. Ends with what vellumo holds at the beginning, half-way and at the
+// end, and with the notes in its file against those that were made.
 #include "HeldResources.h"
 #include "support/Desktop.h"
 #include "support/Editor.h"
@@ -19,6 +19,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <random>
 
 using namespace vellumo::test;
@@ -383,22 +384,32 @@ QString Soak::end()
     return status == 0 ? QString() : u"vellumo did not end well"_s;
 }
 
-void printFigures(const HeldResources &first, const HeldResources &last)
+/// What vellumo holds, and how many notes it has made.
+struct Held {
+    HeldResources resources;
+    qsizetype notes = 0;
+};
+
+void printFigures(const std::array<Held, 3> &all)
 {
-    const auto row = [](const QString &name, double before, double after, int decimals) {
-        say(u"| %1 | %2 | %3 |"_s.arg(name, QString::number(before, 'f', decimals),
-                                      QString::number(after, 'f', decimals)));
+    const auto row = [&all](const QString &name, int decimals, auto valueOf) {
+        QStringList cells{name};
+        for (const Held &held : all) {
+            cells.append(QString::number(static_cast<double>(valueOf(held)), 'f', decimals));
+        }
+        say(u"| %1 |"_s.arg(cells.join(u" | "_s)));
     };
-    const auto count = [&row](const QString &name, qsizetype before, qsizetype after) {
-        row(name, static_cast<double>(before), static_cast<double>(after), 0);
-    };
-    say(u"| what | at the beginning | at the end |\n|---|---|---|"_s);
-    row(u"resident memory, MB"_s, first.residentMegabytes, last.residentMegabytes, 1);
-    row(u"private dirty memory, MB"_s, first.privateDirtyMegabytes, last.privateDirtyMegabytes, 1);
-    count(u"threads"_s, first.threads, last.threads);
-    count(u"file descriptors"_s, first.fileDescriptors, last.fileDescriptors);
-    count(u"X resources"_s, first.xResources, last.xResources);
-    row(u"pixmaps in the X server, MB"_s, first.xPixmapMegabytes, last.xPixmapMegabytes, 1);
+    say(u"| what | at the beginning | half-way | at the end |\n|---|---|---|---|"_s);
+    row(u"notes made"_s, 0, [](const Held &held) { return held.notes; });
+    row(u"resident memory, MB"_s, 1,
+        [](const Held &held) { return held.resources.residentMegabytes; });
+    row(u"private dirty memory, MB"_s, 1,
+        [](const Held &held) { return held.resources.privateDirtyMegabytes; });
+    row(u"threads"_s, 0, [](const Held &held) { return held.resources.threads; });
+    row(u"file descriptors"_s, 0, [](const Held &held) { return held.resources.fileDescriptors; });
+    row(u"X resources"_s, 0, [](const Held &held) { return held.resources.xResources; });
+    row(u"pixmaps in the X server, MB"_s, 1,
+        [](const Held &held) { return held.resources.xPixmapMegabytes; });
 }
 
 } // namespace
@@ -411,34 +422,39 @@ int main(int argc, char **argv)
         say(u"vellumo_soak PROGRAM MINUTES SEED"_s);
         return EXIT_FAILURE;
     }
-    const QDeadlineTimer deadline(std::chrono::seconds(std::lround(arguments[2].toDouble() * 60)));
+    const std::chrono::seconds time(std::lround(arguments[2].toDouble() * 60));
+    const QDeadlineTimer halfTime(time / 2);
+    const QDeadlineTimer deadline(time);
     Soak soak(arguments[1], arguments[3].toUInt());
     if (!soak.start()) {
         say(u"vellumo or the editors did not start"_s);
         return EXIT_FAILURE;
     }
-    // what is made once, such as windows, is there after a few rounds
-    constexpr int warmUp = 12;
-    HeldResources first;
+    const auto held = [&soak] { return Held{soak.held(), soak.notesMade()}; };
+    std::array<Held, 3> figures;
     QString fault;
     int rounds = 0;
-    while (fault.isEmpty() && (rounds < warmUp || !deadline.hasExpired())) {
-        fault = soak.round();
-        if (++rounds == warmUp) {
-            first = soak.held();
+    const auto readUntil = [&](int most, const QDeadlineTimer &end) {
+        while (fault.isEmpty() && rounds < most && !end.hasExpired()) {
+            fault = soak.round();
+            ++rounds;
         }
-    }
-    const HeldResources last = soak.held();
+        return held();
+    };
+    // what is made once, such as windows, is there after some rounds of each kind
+    constexpr int warmUp = 80;
+    constexpr int unlimited = std::numeric_limits<int>::max();
+    figures = {readUntil(warmUp, deadline), readUntil(unlimited, halfTime),
+               readUntil(unlimited, deadline)};
     const qsizetype inFile = soak.notesInFile();
     if (!fault.isEmpty()) {
         say(soak.scene());
-    }
-    if (fault.isEmpty()) {
+    } else {
         fault = soak.end();
     }
     say(u"%1 rounds with the seed %2: "_s.arg(QString::number(rounds), arguments[3])
         + soak.counts());
-    printFigures(first, last);
+    printFigures(figures);
     say(u"notes in the file: %1, made: %2"_s.arg(QString::number(inFile),
                                                  QString::number(soak.notesMade())));
     if (!fault.isEmpty()) {
