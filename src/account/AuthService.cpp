@@ -8,6 +8,7 @@
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
 #include "platform/Wiping.h"
+#include "settings/SettingsKeys.h"
 #include "ui/BilingualText.h"
 
 #include <QJsonDocument>
@@ -210,7 +211,7 @@ void AuthService::startSession(const QString &refreshToken, const User &user)
 void AuthService::endSession()
 {
     beginOtherSession(std::nullopt);
-    with_.defaults.setValue(signedOutKey.toString(), true);
+    settings::signedOut.set(with_.defaults, true);
     removeStoredSession();
     confirmStoredSession();
     setUser(std::nullopt);
@@ -276,7 +277,7 @@ void AuthService::removeStoredSession()
 
 bool AuthService::isSignOutOwed() const
 {
-    return with_.defaults.value(signedOutKey.toString()).toBool();
+    return settings::signedOut.value(with_.defaults);
 }
 
 void AuthService::confirmStoredSession()
@@ -286,7 +287,7 @@ void AuthService::confirmStoredSession()
     }
     const auto confirm = [this, session = sessionNumber_](bool isConfirmed) {
         if (isConfirmed && session == sessionNumber_) {
-            with_.defaults.setValue(signedOutKey.toString(), {});
+            settings::signedOut.remove(with_.defaults);
         }
     };
     if (refreshToken_) {

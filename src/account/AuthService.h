@@ -39,7 +39,6 @@ public:
 
     /// The setting that says, as a boolean, that the session in the keyring has been ended but may
     /// still be there.
-    static constexpr QStringView signedOutKey = u"signedOut";
 
     /// All must outlive the service. FIREBASE_API_KEY and VELLUMO_SECURETOKEN_URL are looked up
     /// whenever they are needed.

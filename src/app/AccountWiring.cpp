@@ -3,8 +3,8 @@
 
 #include "app/AccountWiring.h"
 
-#include "app/AppConfig.h"
 #include "platform/Diagnostics.h"
+#include "settings/AppConfig.h"
 
 #include <QPointer>
 
@@ -16,13 +16,11 @@ namespace {
 const QString defaultSite = u"https://vellumo.app"_s;
 }
 
-AccountWiring::AccountWiring(const Foundation &foundation)
-    : keychain_(foundation.secrets)
-    , browser_(foundation.workspace,
-               foundation.config.value(u"VELLUMO_SITE_URL"_s).value_or(defaultSite))
-    , auth_({keychain_, browser_, foundation.http, foundation.clock, foundation.texts,
-             foundation.defaults,
-             [&config = foundation.config](const QString &key) { return config.value(key); }})
+AccountWiring::AccountWiring(const Collaborators &with)
+    : keychain_(with.secrets)
+    , browser_(with.workspace, with.config.value(u"VELLUMO_SITE_URL"_s).value_or(defaultSite))
+    , auth_({keychain_, browser_, with.http, with.clock, with.texts, with.defaults,
+             [&config = with.config](const QString &key) { return config.value(key); }})
 {
 }
 

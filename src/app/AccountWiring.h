@@ -17,7 +17,7 @@ class SecretItems;
 class AccountWiring {
 public:
     /// All must outlive this object.
-    struct Foundation {
+    struct Collaborators {
         const AppConfig &config;
         SecretItems &secrets;
         Workspace &workspace;
@@ -27,7 +27,7 @@ public:
         DefaultsStore &defaults;
     };
 
-    explicit AccountWiring(const Foundation &foundation);
+    explicit AccountWiring(const Collaborators &with);
 
     [[nodiscard]] AuthService &auth() { return auth_; }
 

@@ -290,7 +290,7 @@ void AppDelegate::sayUnusable(const QString &file)
 
 void AppDelegate::createAccount()
 {
-    account_ = std::make_unique<AccountWiring>(AccountWiring::Foundation{
+    account_ = std::make_unique<AccountWiring>(AccountWiring::Collaborators{
         foundation_->config, foundation_->platform.secrets(), foundation_->platform.workspace(),
         foundation_->http, foundation_->clock, foundation_->texts, foundation_->defaults});
     onOpenURL = [this](const QString &url) {
@@ -355,8 +355,8 @@ void AppDelegate::buildCapturePipeline()
 void AppDelegate::wireSync()
 {
     sync_ = std::make_unique<SyncWiring>(
-        SyncWiring::Foundation{foundation_->config, account_->auth(), *notesStore_,
-                               foundation_->http, foundation_->clock, foundation_->defaults});
+        SyncWiring::Collaborators{foundation_->config, account_->auth(), *notesStore_,
+                                  foundation_->http, foundation_->clock, foundation_->defaults});
     coordinator_->onNoteSaved = [sync = QPointer(sync_.get())](const ReadingNote & /*note*/) {
         if (sync) {
             sync->noteSaved();
@@ -388,7 +388,7 @@ void AppDelegate::wireExplainer()
 
 void AppDelegate::wirePermission()
 {
-    permission_ = std::make_unique<PermissionWiring>(PermissionWiring::Foundation{
+    permission_ = std::make_unique<PermissionWiring>(PermissionWiring::Collaborators{
         *permissionManager_, foundation_->platform.accessibility(), foundation_->consent,
         *triggerManager_, *resultPanel_, foundation_->texts});
 }
@@ -396,15 +396,15 @@ void AppDelegate::wirePermission()
 void AppDelegate::createMainWindow()
 {
     Foundation &with = *foundation_;
-    computer_ = std::make_unique<ComputerWiring>(
-        ComputerWiring::Foundation{{with.platform, statusItem_->hosts(), with.windows.compositor()},
-                                   *permissionManager_,
-                                   *serviceSetup_,
-                                   *aiService_,
-                                   with.clock,
-                                   with.texts,
-                                   with.defaults});
-    mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Foundation{
+    computer_ = std::make_unique<ComputerWiring>(ComputerWiring::Collaborators{
+        {with.platform, statusItem_->hosts(), with.windows.compositor()},
+        *permissionManager_,
+        *serviceSetup_,
+        *aiService_,
+        with.clock,
+        with.texts,
+        with.defaults});
+    mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Collaborators{
         with.engine,
         {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,
          [this] { return computer_->makeModel(); }, [this] { updaterManager_->checkForUpdates(); },
@@ -422,7 +422,7 @@ void AppDelegate::createMainWindow()
 void AppDelegate::prepareOnboarding()
 {
     Foundation &with = *foundation_;
-    onboarding_ = std::make_unique<OnboardingWiring>(OnboardingWiring::Foundation{
+    onboarding_ = std::make_unique<OnboardingWiring>(OnboardingWiring::Collaborators{
         {with.defaults, account_->auth(), with.platform.accessibility(), with.platform.events(),
          with.clock, with.engine, with.texts},
         *coordinator_,

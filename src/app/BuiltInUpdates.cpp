@@ -3,9 +3,9 @@
 
 #include "app/BuiltInUpdates.h"
 
-#include "app/AppConfig.h"
 #include "app/ModuleFile.h"
 #include "platform/Diagnostics.h"
+#include "settings/AppConfig.h"
 
 using namespace Qt::StringLiterals;
 

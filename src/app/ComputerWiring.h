@@ -18,8 +18,8 @@ class PermissionManager;
 class ComputerWiring {
 public:
     /// All must outlive this object.
-    struct Foundation {
-        DesktopReport::Sources desktop;
+    struct Collaborators {
+        DesktopReport::Collaborators desktop;
         PermissionManager &permission;
         ServiceSetup &service;
         const ForwardingExplainer &explainer;
@@ -28,13 +28,13 @@ public:
         DefaultsStore &defaults;
     };
 
-    explicit ComputerWiring(const Foundation &foundation) : with_(foundation) { }
+    explicit ComputerWiring(const Collaborators &with) : with_(with) { }
 
     /// The model must not outlive this object.
     [[nodiscard]] std::unique_ptr<ComputerModel> makeModel();
 
 private:
-    Foundation with_;
+    Collaborators with_;
     std::unique_ptr<DesktopReport> desktop_;
     std::unique_ptr<AutostartEntry> login_;
 };

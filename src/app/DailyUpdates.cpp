@@ -3,9 +3,8 @@
 
 #include "app/DailyUpdates.h"
 
-#include "app/UserPreferences.h"
 #include "platform/Clock.h"
-#include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
 
 using namespace std::chrono_literals;
 
@@ -17,9 +16,6 @@ constexpr auto afterStart = 1min;
 constexpr auto betweenLooks = 1h; // whether a day has passed, also while the computer slept
 constexpr double secondsOfADay = 86400;
 
-const QString agreedKey = DefaultsKey::looksForUpdates.toString();
-const QString lastKey = DefaultsKey::lookedForUpdates.toString();
-
 } // namespace
 
 DailyUpdates::DailyUpdates(UpdateControlling &controller, DefaultsStore &defaults, Clock &clock,
@@ -30,7 +26,7 @@ DailyUpdates::DailyUpdates(UpdateControlling &controller, DefaultsStore &default
     , clock_(clock)
 {
     connect(&defaults_, &DefaultsStore::changed, this, [this](const QString &key) {
-        if (key == agreedKey) {
+        if (key == settings::looksForUpdates.name) {
             follow();
         }
     });
@@ -39,7 +35,7 @@ DailyUpdates::DailyUpdates(UpdateControlling &controller, DefaultsStore &default
 
 bool DailyUpdates::isAgreed() const
 {
-    return defaults_.value(agreedKey).toBool();
+    return settings::looksForUpdates.value(defaults_);
 }
 
 void DailyUpdates::follow()
@@ -56,9 +52,9 @@ void DailyUpdates::look()
         return;
     }
     const double now = clock_.secondsSinceReferenceDate();
-    const double last = defaults_.value(lastKey).toDouble();
+    const double last = settings::lookedForUpdates.value(defaults_);
     if (last > now || now - last >= secondsOfADay) { // a clock may have been put back
-        defaults_.setValue(lastKey, now);
+        settings::lookedForUpdates.set(defaults_, now);
         controller_.lookQuietly();
     }
     clock_.after(betweenLooks, this, [this] { look(); });

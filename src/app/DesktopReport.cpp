@@ -34,8 +34,8 @@ bool followsAccessibility(const QString &id)
 
 } // namespace
 
-DesktopReport::DesktopReport(const Sources &sources)
-    : with_(sources)
+DesktopReport::DesktopReport(const Collaborators &with)
+    : with_(with)
     , isWayland_(isWaylandSession(QProcessEnvironment::systemEnvironment()))
 {
     connect(&with_.tray, &TrayHosts::changed, this, &DesktopReport::changed);

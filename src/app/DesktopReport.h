@@ -16,13 +16,13 @@ class DesktopReport final : public DesktopReporting {
 
 public:
     /// All must outlive this object.
-    struct Sources {
+    struct Collaborators {
         LinuxPlatform &platform;
         const TrayHosts &tray;
         const CompositorWatch &compositor;
     };
 
-    explicit DesktopReport(const Sources &sources);
+    explicit DesktopReport(const Collaborators &with);
 
     [[nodiscard]] bool isWayland() const override { return isWayland_; }
     [[nodiscard]] bool hasTray() const override;
@@ -42,7 +42,7 @@ private:
     void askKeyring();
     void lookForBrowsers();
 
-    Sources with_;
+    Collaborators with_;
     bool isWayland_;
     Keyring keyring_ = Keyring::Asking;
     QStringList browsers_;

@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/AppConfig.h"
 #include "app/LinuxPlatform.h"
-#include "app/UserPreferences.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/QtScreens.h"
+#include "settings/AppConfig.h"
+#include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 #include "ui/ConsentDialog.h"
 #include "ui/QmlEngine.h"

@@ -4,28 +4,34 @@
 #include "app/LinuxPlatform.h"
 
 #include "app/ModuleFile.h"
+#include "settings/SettingsKeys.h"
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
 LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
-    : accessibility_(defaults, consent,
-                     [this](qint64 pid) { return x11_.workspace().windowTitle(pid); })
-    , secrets_(sessionBus(), moduleFile(u"secretcipher.so"_s))
+    : accessibility_(
+        {.session = sessionBus_,
+         .defaults = defaults,
+         .settings = {.consent = settings::accessibilityConsent.name.toString(),
+                      .leftOff = settings::accessibilityLeftOff.name.toString()},
+         .prompting = consent,
+         .windowTitle = [this](qint64 pid) { return x11_.workspace().windowTitle(pid); }})
+    , secrets_(sessionBus_, moduleFile(u"secretcipher.so"_s))
 {
     screenLock_.followLogins();
-    if (sessionBus().connection()) {
+    if (sessionBus_.connection()) {
         followSession();
     } else {
-        QObject::connect(&sessionBus(), &SessionBus::opened, &appearance_,
+        QObject::connect(&sessionBus_, &SessionBus::opened, &appearance_,
                          [this] { followSession(); });
     }
 }
 
 void LinuxPlatform::followSession()
 {
-    if (const auto bus = sessionBus().connection()) {
+    if (const auto bus = sessionBus_.connection()) {
         appearance_.follow(*bus);
         screenLock_.followSession(*bus);
     }

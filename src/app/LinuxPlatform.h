@@ -6,6 +6,7 @@
 #include "platform/dbus/PortalAppearance.h"
 #include "platform/dbus/ScreenLockWatch.h"
 #include "platform/dbus/SecretServiceItems.h"
+#include "platform/dbus/SessionBus.h"
 #include "platform/windowing/FieldPasting.h"
 #include "platform/x11/X11Backend.h"
 #include "platform/x11/X11ClipboardText.h"
@@ -31,12 +32,13 @@ public:
     [[nodiscard]] DesktopAppearance &appearance() { return appearance_; }
     [[nodiscard]] const ScreenLock &screenLock() const { return screenLock_; }
     [[nodiscard]] SecretItems &secrets() { return secrets_; }
-    [[nodiscard]] SessionBus &sessionBus() { return accessibility_.sessionBus(); }
+    [[nodiscard]] SessionBus &sessionBus() { return sessionBus_; }
 
 private:
     void followSession();
 
     X11Backend x11_;
+    SessionBus sessionBus_;
     AtspiAccessibility accessibility_;
     PortalAppearance appearance_;
     ScreenLockWatch screenLock_;

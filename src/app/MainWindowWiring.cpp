@@ -16,39 +16,37 @@
 
 namespace vellumo {
 
-MainWindowWiring::MainWindowWiring(const Foundation &foundation)
-    : auth_(foundation.window.auth)
-    , saving_(foundation.window.texts)
-    , controller_(foundation.engine, foundation.window)
-    , uploadQuestion_({foundation.engine, foundation.ownership, *foundation.window.sync,
-                       foundation.window.auth, foundation.window.texts})
-    , guard_(activation_, foundation.panels, foundation.screens, controller_)
-    , with_(foundation)
+MainWindowWiring::MainWindowWiring(const Collaborators &with)
+    : auth_(with.window.auth)
+    , saving_(with.window.texts)
+    , controller_(with.engine, with.window)
+    , uploadQuestion_(
+          {with.engine, with.ownership, *with.window.sync, with.window.auth, with.window.texts})
+    , guard_(activation_, with.panels, with.screens, controller_)
+    , with_(with)
 {
-    controller_.onWindowMade = [&menu = foundation.menu](QWindow &window) {
-        menu.attachTo(window);
-    };
+    controller_.onWindowMade = [&menu = with.menu](QWindow &window) { menu.attachTo(window); };
     controller_.onShown = [this] { uploadQuestion_.update(); };
     uploadQuestion_.window = [this]() -> QWindow * {
         QWindow *const window = controller_.window();
         return window != nullptr && window->isVisible() ? window : nullptr;
     };
     uploadQuestion_.setOnWindowMade(
-        [&menu = foundation.menu](QWindow &window) { menu.attachTo(window); });
+        [&menu = with.menu](QWindow &window) { menu.attachTo(window); });
     controller_.onActivate = [](const QWindow &window) { x11::activate(window.winId()); };
-    controller_.onOpenPage = [&workspace = foundation.workspace](const QUrl &page) {
+    controller_.onOpenPage = [&workspace = with.workspace](const QUrl &page) {
         return workspace.openUrl(page);
     };
     controller_.onChooseFile = [this](const NotesExporter::FileQuestion &question) {
         saving_.ask(controller_.window(), question);
     };
     controller_.onForgetFile = [this] { saving_.withdraw(); };
-    controller_.onOpenFolder = [&workspace = foundation.workspace](const QString &folder) {
+    controller_.onOpenFolder = [&workspace = with.workspace](const QString &folder) {
         return workspace.openFolder(folder);
     };
     controller_.onCopy = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
-    controller_.onAskFurther = [&coordinator = foundation.coordinator,
-                                &panel = foundation.resultPanel](const QUuid &id) {
+    controller_.onAskFurther = [&coordinator = with.coordinator,
+                                &panel = with.resultPanel](const QUuid &id) {
         coordinator.reopenNote(id);
         panel.focusPanel();
     };

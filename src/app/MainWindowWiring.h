@@ -22,7 +22,7 @@ class MainWindowWiring : public QObject {
 
 public:
     /// All must outlive this object.
-    struct Foundation {
+    struct Collaborators {
         QQmlEngine &engine;
         MainWindowModel::Collaborators window; ///< with sync
         NotesOwnership &ownership;
@@ -34,7 +34,7 @@ public:
         MainMenu &menu;
     };
 
-    explicit MainWindowWiring(const Foundation &foundation);
+    explicit MainWindowWiring(const Collaborators &with);
     ~MainWindowWiring() override;
     Q_DISABLE_COPY_MOVE(MainWindowWiring)
 
@@ -69,7 +69,7 @@ private:
     ActivationGuard guard_;
     bool isWanted_ = false;
     bool isLaunchDone_ = false;
-    Foundation with_;
+    Collaborators with_;
     std::unique_ptr<SignInPreview> preview_; ///< only when a developer asks for it
 };
 

@@ -4,16 +4,10 @@
 #include "app/NotesOwnership.h"
 
 #include "account/Authenticating.h"
-#include "app/UserPreferences.h"
 #include "notes/NotesStoring.h"
-#include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
 
 namespace vellumo {
-
-namespace {
-const QString ownerKey = DefaultsKey::notesOwner.toString();
-const QString declinedKey = DefaultsKey::notesDeclinedFor.toString();
-} // namespace
 
 bool NotesOwnership::allowsSync()
 {
@@ -21,7 +15,7 @@ bool NotesOwnership::allowsSync()
     if (account.isEmpty()) {
         return false;
     }
-    if (with_.defaults.value(ownerKey).toString() == account) {
+    if (settings::notesOwner.value(with_.defaults) == account) {
         withhold({});
         return true;
     }
@@ -40,14 +34,14 @@ bool NotesOwnership::isWithheld() const
 
 bool NotesOwnership::isUnanswered() const
 {
-    return isWithheld() && with_.defaults.value(declinedKey).toString() != *withheld_;
+    return isWithheld() && settings::notesDeclinedFor.value(with_.defaults) != *withheld_;
 }
 
 void NotesOwnership::agree()
 {
     if (const QString account = with_.auth.uid(); !account.isEmpty()) {
-        with_.defaults.setValue(ownerKey, account);
-        with_.defaults.setValue(declinedKey, {});
+        settings::notesOwner.set(with_.defaults, account);
+        settings::notesDeclinedFor.remove(with_.defaults);
         withhold({});
     }
 }
@@ -55,7 +49,7 @@ void NotesOwnership::agree()
 void NotesOwnership::decline()
 {
     if (isWithheld()) {
-        with_.defaults.setValue(declinedKey, *withheld_);
+        settings::notesDeclinedFor.set(with_.defaults, *withheld_);
         Q_EMIT changed();
     }
 }

@@ -7,13 +7,13 @@
 #include "app/MainMenu.h"
 #include "app/OnboardingPreview.h"
 #include "app/PermissionManager.h"
-#include "app/UserPreferences.h"
 #include "capture/VellumoCoordinator.h"
 #include "notes/DataConnectHistory.h"
 #include "panel/ResultPanelControlling.h"
 #include "pill/NotesEntranceControlling.h"
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
 #include "ui/ConsentDialog.h"
 
 using namespace std::chrono_literals;
@@ -24,9 +24,9 @@ namespace {
 constexpr auto untilPictures = 800ms;
 }
 
-OnboardingWiring::OnboardingWiring(const Foundation &foundation)
-    : with_(foundation)
-    , keepsQuestion_(isNeeded(foundation.window.defaults))
+OnboardingWiring::OnboardingWiring(const Collaborators &with)
+    : with_(with)
+    , keepsQuestion_(isNeeded(with.window.defaults))
 {
 }
 
@@ -35,7 +35,7 @@ OnboardingWiring::~OnboardingWiring() = default;
 bool OnboardingWiring::isNeeded(const DefaultsStore &defaults)
 {
     return qEnvironmentVariableIsSet("VELLUMO_ONBOARDING")
-        || !defaults.value(DefaultsKey::hasCompletedOnboarding.toString()).toBool();
+        || !settings::hasCompletedOnboarding.value(defaults);
 }
 
 void OnboardingWiring::keepQuestion(const DefaultsStore &defaults, ConsentDialog &consent)

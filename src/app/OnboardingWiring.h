@@ -21,7 +21,7 @@ class OnboardingWiring : public QObject {
 
 public:
     /// All must outlive the wiring, which takes the coordinator's callbacks for demonstrations.
-    struct Foundation {
+    struct Collaborators {
         OnboardingWindowController::Collaborators window;
         VellumoCoordinator &coordinator;
         ResultPanelControlling &resultPanel;
@@ -32,7 +32,7 @@ public:
         MainMenu &menu;
     };
 
-    explicit OnboardingWiring(const Foundation &foundation);
+    explicit OnboardingWiring(const Collaborators &with);
     ~OnboardingWiring() override;
     Q_DISABLE_COPY_MOVE(OnboardingWiring)
 
@@ -63,7 +63,7 @@ private:
     void giveQuestionBack(bool isStillWanted);
     void writePreviewSnapshots(const QString &folder);
 
-    Foundation with_;
+    Collaborators with_;
     std::unique_ptr<OnboardingWindowController> onboardingController_; ///< since it was needed
     std::unique_ptr<OnboardingPreview> preview_; ///< only when a developer asks for it
     bool keepsQuestion_;

@@ -11,9 +11,7 @@
 
 namespace vellumo {
 
-PermissionWiring::PermissionWiring(const Foundation &foundation)
-    : with_(foundation)
-    , alert_(foundation.texts)
+PermissionWiring::PermissionWiring(const Collaborators &with) : with_(with), alert_(with.texts)
 {
     with_.manager.onChange = [this](bool isTrusted) { isTrusted ? granted() : revoked(); };
     alert_.onClosed = [this](bool opensSettings) {

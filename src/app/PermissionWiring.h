@@ -17,7 +17,7 @@ class TriggerManager;
 class PermissionWiring {
 public:
     /// All must outlive this object, which takes the manager's callback and the panel's.
-    struct Foundation {
+    struct Collaborators {
         PermissionManager &manager;
         Accessibility &accessibility;
         ConsentDialog &consent;
@@ -26,7 +26,7 @@ public:
         const BilingualText &texts;
     };
 
-    explicit PermissionWiring(const Foundation &foundation);
+    explicit PermissionWiring(const Collaborators &with);
     Q_DISABLE_COPY_MOVE(PermissionWiring)
     ~PermissionWiring() = default;
 
@@ -34,7 +34,7 @@ private:
     void granted();
     void revoked();
 
-    Foundation with_;
+    Collaborators with_;
     RevokedAlert alert_;
 };
 

@@ -3,8 +3,6 @@
 
 #include "app/Startup.h"
 
-#include "app/AppConfig.h"
-#include "app/UserPreferences.h"
 #include "app/WindowSystem.h"
 #include "notes/NotesStore.h"
 #include "platform/Diagnostics.h"
@@ -13,6 +11,8 @@
 #include "platform/dbus/BusProbe.h"
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/windowing/QtFloatingWindows.h"
+#include "settings/AppConfig.h"
+#include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 #include "ui/ProgramIcon.h"
 #include "ui/QtTranslation.h"

@@ -19,7 +19,7 @@ class SyncWiring : public QObject {
 
 public:
     /// All must outlive the wiring, which takes the service's callbacks.
-    struct Foundation {
+    struct Collaborators {
         const AppConfig &config;
         AuthService &auth;
         NotesStoring &store;
@@ -28,7 +28,7 @@ public:
         DefaultsStore &defaults;
     };
 
-    explicit SyncWiring(const Foundation &foundation);
+    explicit SyncWiring(const Collaborators &with);
 
     [[nodiscard]] const DataConnectHistory &history() const { return history_; }
     [[nodiscard]] NotesSyncEngine &engine() { return engine_; }

@@ -14,9 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-UploadQuestion::UploadQuestion(const Foundation &foundation)
-    : with_(foundation)
-    , alert_(foundation.engine)
+UploadQuestion::UploadQuestion(const Collaborators &with) : with_(with), alert_(with.engine)
 {
     alert_.onAnswered = [this](bool isAgreed) {
         const auto user = with_.auth.user();

@@ -18,7 +18,7 @@ class UploadQuestion final : public QObject {
 
 public:
     /// All must outlive the question.
-    struct Foundation {
+    struct Collaborators {
         QQmlEngine &engine;
         NotesOwnership &ownership;
         SyncReporting &sync;
@@ -26,7 +26,7 @@ public:
         const BilingualText &texts;
     };
 
-    explicit UploadQuestion(const Foundation &foundation);
+    explicit UploadQuestion(const Collaborators &with);
 
     /// Returns the window to ask over; null while none is shown.
     std::function<QWindow *()> window;
@@ -43,7 +43,7 @@ public:
 private:
     void ask();
 
-    Foundation with_;
+    Collaborators with_;
     Alert alert_;
     QString askedFor_; ///< uid, while the question is shown
 };

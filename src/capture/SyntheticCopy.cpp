@@ -3,12 +3,12 @@
 
 #include "capture/SyntheticCopy.h"
 
-#include "app/UserPreferences.h"
 #include "capture/ReadingBudget.h"
 #include "platform/Accessibility.h"
 #include "platform/EventMonitoring.h"
 #include "platform/KeyPosting.h"
 #include "platform/Workspace.h"
+#include "settings/UserPreferences.h"
 
 #include <QStringList>
 #include <QThread>

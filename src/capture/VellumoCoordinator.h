@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/UserPreferences.h"
 #include "explain/AIExplaining.h"
 #include "notes/ReadingNote.h"
 #include "panel/IslandContent.h"
+#include "settings/UserPreferences.h"
 #include <QList>
 #include <QObject>
 #include <functional>

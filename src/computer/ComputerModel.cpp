@@ -3,12 +3,13 @@
 
 #include "computer/ComputerModel.h"
 
-#include "app/UserPreferences.h"
 #include "computer/FailureText.h"
 #include "explain/ForwardingExplainer.h"
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
 #include "platform/ReferenceDate.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 
 using namespace Qt::StringLiterals;
@@ -51,7 +52,7 @@ bool ComputerModel::readsByCopying() const
 
 void ComputerModel::setReadsByCopying(bool copies)
 {
-    with_.defaults.setValue(DefaultsKey::readsByCopying.toString(), copies);
+    settings::readsByCopying.set(with_.defaults, copies);
 }
 
 QString ComputerModel::noCopyingIn() const

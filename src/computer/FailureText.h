@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/ConfigurationFault.h"
 #include "explain/ExplanationError.h"
+#include "settings/ConfigurationFault.h"
 
 namespace vellumo {
 

@@ -5,6 +5,7 @@
 
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
 
 #include <QStringList>
 
@@ -16,8 +17,6 @@ namespace vellumo {
 namespace {
 
 // Settings, both lists of origins.
-const QString keysName = u"serviceKeysFor"_s;
-const QString removalsName = u"serviceKeysToRemove"_s;
 
 /// How long a question waits for a keyring that does not answer.
 constexpr auto keyPatience = 5s;
@@ -50,7 +49,7 @@ ServiceKeys::ServiceKeys(DefaultsStore &defaults, SecretItems &secrets, Clock &c
 
 bool ServiceKeys::has(const QString &origin) const
 {
-    return listed(keysName).contains(origin);
+    return settings::serviceKeysFor.value(defaults_).contains(origin);
 }
 
 ServiceKeys::Place ServiceKeys::placeOf(const QString &origin) const
@@ -60,9 +59,9 @@ ServiceKeys::Place ServiceKeys::placeOf(const QString &origin) const
 
 ServiceKeys::Removal ServiceKeys::removalOf(const QString &origin) const
 {
-    return !listed(removalsName).contains(origin) ? Removal::done
-        : unremoved_.contains(origin)             ? Removal::owed
-                                                  : Removal::asked;
+    return !settings::serviceKeysToRemove.value(defaults_).contains(origin) ? Removal::done
+        : unremoved_.contains(origin)                                       ? Removal::owed
+                                                                            : Removal::asked;
 }
 
 Result<QString, KeyError> ServiceKeys::keyFor(const QString &origin) const
@@ -84,8 +83,8 @@ Result<QString, KeyError> ServiceKeys::keyFor(const QString &origin) const
 
 void ServiceKeys::enter(const QString &origin, const QString &key)
 {
-    setListed(removalsName, origin, false);
-    setListed(keysName, origin, true);
+    setListed(settings::serviceKeysToRemove, origin, false);
+    setListed(settings::serviceKeysFor, origin, true);
     held_.insert(origin, {key, Place::storing});
     secrets_.set(accountOf(origin), key.toUtf8());
     secrets_.unlock();
@@ -96,8 +95,8 @@ void ServiceKeys::enter(const QString &origin, const QString &key)
 
 void ServiceKeys::remove(const QString &origin)
 {
-    setListed(keysName, origin, false);
-    setListed(removalsName, origin, true);
+    setListed(settings::serviceKeysFor, origin, false);
+    setListed(settings::serviceKeysToRemove, origin, true);
     held_.remove(origin);
     unremoved_.remove(origin);
     secrets_.remove(accountOf(origin));
@@ -130,19 +129,14 @@ void ServiceKeys::whenKnown(const QString &origin, QObject *context,
     }
 }
 
-QStringList ServiceKeys::listed(const QString &name) const
+void ServiceKeys::setListed(const Setting<QStringList> &list, const QString &origin, bool isListed)
 {
-    return defaults_.value(name).toStringList();
-}
-
-void ServiceKeys::setListed(const QString &name, const QString &origin, bool isListed)
-{
-    QStringList origins = listed(name);
+    QStringList origins = list.value(defaults_);
     origins.removeAll(origin);
     if (isListed) {
         origins.append(origin);
     }
-    defaults_.setValue(name, origins.isEmpty() ? QVariant() : QVariant(origins));
+    origins.isEmpty() ? list.remove(defaults_) : list.set(defaults_, origins);
 }
 
 void ServiceKeys::ask(const QString &origin, const std::function<void(const SecretAnswer &)> &then)
@@ -187,7 +181,7 @@ void ServiceKeys::checkRemoval(const QString &origin)
     ask(origin, [this, origin](const SecretAnswer &answer) {
         if (answer.kind == SecretAnswer::Kind::missing) {
             unremoved_.remove(origin);
-            setListed(removalsName, origin, false);
+            setListed(settings::serviceKeysToRemove, origin, false);
         } else {
             unremoved_.insert(origin);
         }
@@ -197,7 +191,7 @@ void ServiceKeys::checkRemoval(const QString &origin)
 
 void ServiceKeys::removeOwed()
 {
-    const QStringList origins = listed(removalsName);
+    const QStringList origins = settings::serviceKeysToRemove.value(defaults_);
     for (const QString &origin : origins) {
         secrets_.remove(accountOf(origin));
         checkRemoval(origin);

@@ -5,6 +5,7 @@
 #include "explain/ExplanationError.h"
 #include "platform/Result.h"
 #include "platform/SecretItems.h"
+#include "settings/Setting.h"
 #include <QHash>
 #include <QList>
 #include <QPointer>
@@ -79,8 +80,7 @@ private:
         std::function<void()> completion;
     };
 
-    [[nodiscard]] QStringList listed(const QString &name) const;
-    void setListed(const QString &name, const QString &origin, bool isListed);
+    void setListed(const Setting<QStringList> &list, const QString &origin, bool isListed);
     /// What an older question about this origin finds out is void.
     void ask(const QString &origin, const std::function<void(const SecretAnswer &)> &then);
     void read(const QString &origin);

@@ -8,6 +8,7 @@
 #include "platform/DefaultsStore.h"
 #include "platform/Diagnostics.h"
 #include "platform/WebAddress.h"
+#include "settings/SettingsKeys.h"
 
 #include <QPointer>
 
@@ -22,12 +23,9 @@ const QString modelName = u"VELLUMO_MODEL"_s;
 const QString keyName = u"OPENAI_API_KEY"_s;
 const QString proxyName = u"VELLUMO_PROXY_URL"_s;
 
-// Settings.
-const QString choiceKey = u"explanationService"_s;
+// Values of settings::explanationService.
 const QString samplesChoice = u"samples"_s;
 const QString ownChoice = u"own"_s;
-const QString ownBaseKey = u"ownServiceBase"_s;
-const QString ownModelKey = u"ownServiceModel"_s;
 
 const QString noKey = u"none"_s; ///< what servers that need none are sent
 
@@ -75,7 +73,7 @@ std::unique_ptr<AIExplaining> ServiceSetup::makeService()
         printDiagnostic(u"using OpenAI explanation service"_s);
         return service;
     }
-    const bool isChosen = with_.defaults.value(choiceKey).toString() == samplesChoice;
+    const bool isChosen = settings::explanationService.value(with_.defaults) == samplesChoice;
     printDiagnostic(isChosen         ? u"using sample answers, as chosen"_s
                         : isFaulty() ? u"no usable service is configured — using MockAIService"_s
                                      : u"OPENAI_API_KEY not set — using MockAIService"_s);
@@ -100,7 +98,7 @@ ServiceSetup::Use ServiceSetup::use() const
     if (AppConfig::isInEnvironment(proxyName) || AppConfig::isInEnvironment(keyName)) {
         return Use::environment;
     }
-    const QString choice = with_.defaults.value(choiceKey).toString();
+    const QString choice = settings::explanationService.value(with_.defaults);
     if (choice == ownChoice) {
         return hasOwn() ? Use::own : Use::samples;
     }
@@ -131,13 +129,13 @@ bool ServiceSetup::isModelFixed()
 QString ServiceSetup::base() const
 {
     return isBaseFixed() ? *with_.config.value(baseName)
-                         : with_.defaults.value(ownBaseKey).toString();
+                         : settings::ownServiceBase.value(with_.defaults);
 }
 
 QString ServiceSetup::model() const
 {
     return isModelFixed() ? *with_.config.value(modelName)
-                          : with_.defaults.value(ownModelKey).toString();
+                          : settings::ownServiceModel.value(with_.defaults);
 }
 
 ServiceKeys::Place ServiceSetup::keyPlace(const QString &base) const
@@ -168,7 +166,7 @@ std::optional<ConfigurationFault> ServiceSetup::configurationFault() const
 
 bool ServiceSetup::isFaulty() const
 {
-    const bool isChosen = with_.defaults.value(choiceKey).toString() == samplesChoice;
+    const bool isChosen = settings::explanationService.value(with_.defaults) == samplesChoice;
     if (isChosen || use() == Use::own || !configurationFault()) {
         return false;
     }
@@ -235,28 +233,28 @@ void ServiceSetup::whenReady(const Entry &entry, QObject *context,
 
 void ServiceSetup::useSamples()
 {
-    with_.defaults.setValue(choiceKey, samplesChoice);
+    settings::explanationService.set(with_.defaults, samplesChoice);
     apply();
 }
 
 void ServiceSetup::useConfigured()
 {
-    with_.defaults.setValue(choiceKey, {});
+    settings::explanationService.remove(with_.defaults);
     apply();
 }
 
 void ServiceSetup::useOwn(const Entry &entry)
 {
-    const auto store = [this](const QString &name, const QString &value) {
-        with_.defaults.setValue(name, value.isEmpty() ? QVariant() : QVariant(value));
+    const auto store = [this](const Setting<QString> &setting, const QString &value) {
+        value.isEmpty() ? setting.remove(with_.defaults) : setting.set(with_.defaults, value);
     };
     if (!isBaseFixed()) {
-        store(ownBaseKey, entry.base);
+        store(settings::ownServiceBase, entry.base);
     }
     if (!isModelFixed()) {
-        store(ownModelKey, entry.model.trimmed());
+        store(settings::ownServiceModel, entry.model.trimmed());
     }
-    with_.defaults.setValue(choiceKey, ownChoice);
+    settings::explanationService.set(with_.defaults, ownChoice);
     if (const QString key = entry.key.trimmed(); !key.isEmpty()) {
         keys_.enter(originOfBase(base()), key);
     }
@@ -268,7 +266,7 @@ bool ServiceSetup::resumeOwn()
     if (!hasOwn()) {
         return false;
     }
-    with_.defaults.setValue(choiceKey, ownChoice);
+    settings::explanationService.set(with_.defaults, ownChoice);
     apply();
     return true;
 }

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/AppConfig.h"
 #include "explain/KeyedService.h"
 #include "explain/ServiceKeys.h"
+#include "settings/AppConfig.h"
 #include <QObject>
 #include <memory>
 

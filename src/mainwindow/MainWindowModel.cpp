@@ -3,6 +3,7 @@
 #include "mainwindow/MainWindowModel.h"
 
 #include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
 #include "ui/BilingualText.h"
 
 #include <utility>
@@ -12,7 +13,6 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-const QString withoutAccountKey = DefaultsKey::usesWithoutAccount.toString();
 }
 
 MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *parent)
@@ -34,9 +34,9 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
         }
     });
     connect(&with_.defaults, &DefaultsStore::changed, this, [this](const QString &key) {
-        if (key == DefaultsKey::preferredOutputLanguage) {
+        if (key == settings::preferredOutputLanguage.name) {
             Q_EMIT languageChanged();
-        } else if (key == DefaultsKey::looksForUpdates) {
+        } else if (key == settings::looksForUpdates.name) {
             Q_EMIT updatesChanged();
         }
     });
@@ -60,18 +60,17 @@ void MainWindowModel::acknowledgeUnsavedSettings()
 
 bool MainWindowModel::asksForUpdates() const
 {
-    return with_.canLookForUpdates
-        && !with_.defaults.value(DefaultsKey::looksForUpdates.toString()).isValid();
+    return with_.canLookForUpdates && !settings::looksForUpdates.isSet(with_.defaults);
 }
 
 bool MainWindowModel::looksForUpdates() const
 {
-    return with_.defaults.value(DefaultsKey::looksForUpdates.toString()).toBool();
+    return settings::looksForUpdates.value(with_.defaults);
 }
 
 void MainWindowModel::setLooksForUpdates(bool looks)
 {
-    with_.defaults.setValue(DefaultsKey::looksForUpdates.toString(), looks);
+    settings::looksForUpdates.set(with_.defaults, looks);
 }
 
 void MainWindowModel::checkForUpdates()
@@ -91,14 +90,14 @@ void MainWindowModel::quit()
 bool MainWindowModel::showsDashboard() const
 {
     return with_.auth.isSignedIn()
-        || (!isAskedToSignIn_ && with_.defaults.value(withoutAccountKey).toBool());
+        || (!isAskedToSignIn_ && settings::usesWithoutAccount.value(with_.defaults));
 }
 
 void MainWindowModel::useWithoutAccount()
 {
     isAskedToSignIn_ = false;
     with_.auth.cancelSignIn();
-    with_.defaults.setValue(withoutAccountKey, true);
+    settings::usesWithoutAccount.set(with_.defaults, true);
     Q_EMIT faceChanged();
 }
 
@@ -138,8 +137,8 @@ void MainWindowModel::userChanged()
     setShowsSettings(false);
     exporter_.setOpen(false);
     isAskedToSignIn_ = false;
-    if (with_.defaults.value(withoutAccountKey).isValid()) {
-        with_.defaults.setValue(withoutAccountKey, {});
+    if (settings::usesWithoutAccount.isSet(with_.defaults)) {
+        settings::usesWithoutAccount.remove(with_.defaults);
     }
     if (!with_.auth.isSignedIn()) {
         leaveEverything();
@@ -210,7 +209,7 @@ QString MainWindowModel::language() const
 
 void MainWindowModel::setLanguage(const QString &language)
 {
-    with_.defaults.setValue(DefaultsKey::preferredOutputLanguage.toString(), language);
+    settings::preferredOutputLanguage.set(with_.defaults, language);
 }
 
 void MainWindowModel::openRow(int row)

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "account/AuthService.h"
-#include "app/UserPreferences.h"
 #include "computer/ComputerModel.h"
 #include "mainwindow/NotesExporter.h"
 #include "mainwindow/NotesFileState.h"
@@ -12,6 +11,7 @@
 #include "mainwindow/NotesOverview.h"
 #include "mainwindow/OpenedNote.h"
 #include "mainwindow/SyncReporting.h"
+#include "settings/UserPreferences.h"
 #include <QObject>
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/NotesFileState.h"
 
-#include "app/UserPreferences.h"
 #include "notes/NotesStoring.h"
-#include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,9 +14,6 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-
-const QString nameKey = DefaultsKey::acknowledgedNotesFile.toString();
-const QString timeKey = DefaultsKey::acknowledgedNotesTime.toString();
 
 QString readable(const QString &path)
 {
@@ -77,11 +73,12 @@ bool NotesFileState::isSetAside() const
 
 bool NotesFileState::isKnown(const QString &file) const
 {
-    if (hasNameOfItsOwn(file) && nameOf(file) <= defaults_.value(nameKey).toString()) {
+    if (hasNameOfItsOwn(file) && nameOf(file) <= settings::acknowledgedNotesFile.value(defaults_)) {
         return true;
     }
     const QString time = timeOf(file);
-    return file == knownFile_ || (!time.isEmpty() && time == defaults_.value(timeKey).toString());
+    return file == knownFile_
+        || (!time.isEmpty() && time == settings::acknowledgedNotesTime.value(defaults_));
 }
 
 void NotesFileState::look()
@@ -96,10 +93,10 @@ void NotesFileState::look()
 void NotesFileState::acknowledge()
 {
     if (isSetAside()) {
-        defaults_.setValue(nameKey, nameOf(unreadableFile_));
+        settings::acknowledgedNotesFile.set(defaults_, nameOf(unreadableFile_));
     } else {
         knownFile_ = unreadableFile_;
-        defaults_.setValue(timeKey, timeOf(unreadableFile_));
+        settings::acknowledgedNotesTime.set(defaults_, timeOf(unreadableFile_));
     }
     look();
 }

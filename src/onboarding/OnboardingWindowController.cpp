@@ -3,11 +3,12 @@
 #include "onboarding/OnboardingWindowController.h"
 
 #include "account/AuthService.h"
-#include "app/UserPreferences.h"
 #include "platform/Accessibility.h"
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
 #include "platform/EventMonitoring.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 #include "ui/OrdinaryWindow.h"
 
@@ -179,7 +180,7 @@ void OnboardingWindowController::leaveCard()
 
 void OnboardingWindowController::finish()
 {
-    with_.defaults.setValue(DefaultsKey::hasCompletedOnboarding.toString(), true);
+    settings::hasCompletedOnboarding.set(with_.defaults, true);
     leaveCard();
     closeForGood(window_);
     completed_ = true;
@@ -264,7 +265,7 @@ void OnboardingWindowController::userChanged()
 void OnboardingWindowController::useWithoutAccount()
 {
     if (!isSignedIn()) {
-        with_.defaults.setValue(DefaultsKey::usesWithoutAccount.toString(), true);
+        settings::usesWithoutAccount.set(with_.defaults, true);
         with_.auth.cancelSignIn();
     }
     advance();
@@ -362,8 +363,8 @@ void OnboardingWindowController::introduceNotes()
 
 void OnboardingWindowController::switchLanguage()
 {
-    with_.defaults.setValue(DefaultsKey::preferredOutputLanguage.toString(),
-                            with_.texts.pick(u"Chinese"_s, u"English"_s));
+    settings::preferredOutputLanguage.set(with_.defaults,
+                                          with_.texts.pick(u"Chinese"_s, u"English"_s));
 }
 
 } // namespace vellumo

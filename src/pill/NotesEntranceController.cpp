@@ -5,6 +5,7 @@
 #include "pill/PillGeometry.h"
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
 #include "ui/BilingualText.h"
 #include <QPointer>
 
@@ -14,8 +15,6 @@ using namespace std::chrono_literals;
 namespace vellumo {
 
 namespace {
-
-constexpr auto originKey = "notesPillOrigin"_L1;
 
 constexpr EventMask motionMask = maskOf(EventType::MouseMoved);
 
@@ -126,7 +125,8 @@ void NotesEntranceController::ensurePanel()
 Point NotesEntranceController::restoredPillOrigin() const
 {
     const Rect visible = pillGeometry::visibleFrame(with_.screens.mainScreen());
-    if (const auto stored = pillGeometry::storedOrigin(with_.defaults.value(originKey))) {
+    if (const auto stored =
+            pillGeometry::storedOrigin(settings::notesPillOrigin.value(with_.defaults))) {
         const Rect pill = pillGeometry::clamped(pillGeometry::pillAt(*stored), visible);
         return {pill.x, pill.y};
     }
@@ -138,7 +138,8 @@ void NotesEntranceController::savePillOrigin()
     // The container has the form of a list until the pill is back in its place.
     if (!model_->isExpanded() && container_->mode() == PillContainerView::Mode::Pill) {
         const Rect frame = panel_->frame();
-        with_.defaults.setValue(originKey, pillGeometry::storableOrigin({frame.x, frame.y}));
+        settings::notesPillOrigin.set(with_.defaults,
+                                      pillGeometry::storableOrigin({frame.x, frame.y}));
     }
 }
 
@@ -149,7 +150,7 @@ void NotesEntranceController::adaptToScreens()
     if (!panel_) {
         return;
     }
-    const auto stored = pillGeometry::storedOrigin(with_.defaults.value(originKey));
+    const auto stored = pillGeometry::storedOrigin(settings::notesPillOrigin.value(with_.defaults));
     const bool canStay =
         stored && pillGeometry::isReachable(pillGeometry::pillAt(*stored), with_.screens.screens());
     const Rect pill = pillGeometry::pillAt(canStay ? *stored : restoredPillOrigin());

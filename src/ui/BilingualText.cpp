@@ -2,28 +2,24 @@
 // SPDX-License-Identifier: MIT
 #include "ui/BilingualText.h"
 
-#include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserPreferences.h"
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-bool isEnglishInterface(const QString &outputLanguage)
-{
-    return outputLanguage.toLower().startsWith(u"en"_s);
-}
-
 BilingualText::BilingualText(std::function<QString()> outputLanguage, QObject *parent)
     : QObject(parent)
     , outputLanguage_(std::move(outputLanguage))
-    , english_(isEnglishInterface(outputLanguage_()))
+    , english_(UserPreferences::isEnglish(outputLanguage_()))
 {
 }
 
 void BilingualText::follow(DefaultsStore &store)
 {
     connect(&store, &DefaultsStore::changed, this, [this](const QString &key) {
-        if (key == "preferredOutputLanguage"_L1) {
+        if (key == settings::preferredOutputLanguage.name) {
             refresh();
         }
     });
@@ -36,7 +32,7 @@ QString BilingualText::pick(const QString &english, const QString &chinese) cons
 
 void BilingualText::refresh()
 {
-    const bool english = isEnglishInterface(outputLanguage_());
+    const bool english = UserPreferences::isEnglish(outputLanguage_());
     if (english != english_) {
         english_ = english;
         Q_EMIT languageChanged();

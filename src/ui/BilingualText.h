@@ -11,10 +11,6 @@ namespace vellumo {
 
 class DefaultsStore;
 
-/// The rule for interface texts: English when the lower-cased output language begins with "en",
-/// otherwise Chinese.
-[[nodiscard]] bool isEnglishInterface(const QString &outputLanguage);
-
 /// Chooses between the two texts that every visible sentence has. Views bind to `english`, so that
 /// a changed preference shows everywhere at once. Main thread only.
 class BilingualText : public QObject {

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/AppConfig.h"
 #include "app/CommandLine.h"
 #include "app/DailyUpdates.h"
 #include "app/DataFolderLock.h"
@@ -10,6 +9,7 @@
 #include "platform/ProgramEnvironment.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
+#include "settings/AppConfig.h"
 
 #include <QDir>
 #include <QFile>

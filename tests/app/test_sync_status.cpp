@@ -3,13 +3,13 @@
 
 #include "app/NotesOwnership.h"
 #include "app/SyncStatus.h"
-#include "app/UserPreferences.h"
 #include "notes/NotesStore.h"
 #include "notes/NotesSyncEngine.h"
 #include "notes/SyncFakes.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
+#include "settings/SettingsKeys.h"
 #include "support/Waiting.h"
 
 #include <QTemporaryDir>
@@ -51,11 +51,8 @@ struct Home {
         own(u"u"_s);
     }
 
-    void own(const QString &uid) { defaults.setValue(DefaultsKey::notesOwner.toString(), uid); }
-    [[nodiscard]] QString owner() const
-    {
-        return defaults.value(DefaultsKey::notesOwner.toString()).toString();
-    }
+    void own(const QString &uid) { settings::notesOwner.set(defaults, uid); }
+    [[nodiscard]] QString owner() const { return settings::notesOwner.value(defaults); }
     bool serve(const Result<HttpResponse, HttpError> &answer)
     {
         ++served;

@@ -7,6 +7,7 @@
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/x11/X11Backend.h"
+#include "settings/SettingsKeys.h"
 #include "support/Waiting.h"
 #include <QElapsedTimer>
 #include <QFile>
@@ -28,8 +29,14 @@ struct ReadingDesk::Platform {
     SettingsDefaultsStore defaults{SettingsDefaultsStore::defaultPath()};
     NoPrompt prompt;
     X11Backend x11;
+    SessionBus session;
     AtspiAccessibility accessibility{
-        defaults, prompt, [this](qint64 pid) { return x11.workspace().windowTitle(pid); }};
+        {.session = session,
+         .defaults = defaults,
+         .settings = {.consent = settings::accessibilityConsent.name.toString(),
+                      .leftOff = settings::accessibilityLeftOff.name.toString()},
+         .prompting = prompt,
+         .windowTitle = [this](qint64 pid) { return x11.workspace().windowTitle(pid); }}};
     ReadingBudget budget;
     AccessibilitySelectionReader reader{{x11.workspace(), accessibility, x11.pasteboard(),
                                          &x11.primarySelection(), x11.keyPosting(),

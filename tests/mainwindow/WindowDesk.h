@@ -10,6 +10,7 @@
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/fake/FakeSecretItems.h"
+#include "settings/SettingsKeys.h"
 #include "support/QuickItems.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
@@ -106,7 +107,7 @@ struct WindowDesk {
 
     void setLanguage(const QString &language)
     {
-        defaults.setValue(DefaultsKey::preferredOutputLanguage.toString(), language);
+        settings::preferredOutputLanguage.set(defaults, language);
     }
     void useWithoutAccount() { defaults.setValue(QStringLiteral("usesWithoutAccount"), true); }
     void storeSession()

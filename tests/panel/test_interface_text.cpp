@@ -4,6 +4,7 @@
 
 #include "platform/dbus/PortalAppearance.h"
 #include "platform/fake/FakeDesktop.h"
+#include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 #include "ui/ConsentDialog.h"
 #include "ui/PlainText.h"
@@ -44,10 +45,10 @@ private Q_SLOTS:
 void InterfaceTextTest::picksTheLanguage()
 {
     for (const auto language : {"English"_L1, "en"_L1, "en-GB"_L1, "EN_us"_L1}) {
-        QVERIFY2(isEnglishInterface(language), language.data());
+        QVERIFY2(UserPreferences::isEnglish(language), language.data());
     }
     for (const auto language : {"Chinese"_L1, "zh"_L1, "french"_L1, ""_L1}) {
-        QVERIFY2(!isEnglishInterface(language), language.data());
+        QVERIFY2(!UserPreferences::isEnglish(language), language.data());
     }
 }
 

@@ -31,12 +31,11 @@ ObjectReference objectOf(const AccessibleElement &element)
 
 } // namespace
 
-AtspiAccessibility::AtspiAccessibility(DefaultsStore &defaults, ConsentPrompting &prompting,
-                                       WindowTitle windowTitle, QObject *parent)
+AtspiAccessibility::AtspiAccessibility(const Collaborators &with, QObject *parent)
     : Accessibility(parent)
-    , windowTitle_(std::move(windowTitle))
-    , bus_(session_)
-    , trust_(session_, defaults, prompting)
+    , windowTitle_(with.windowTitle)
+    , bus_(with.session)
+    , trust_(with.session, with.defaults, with.settings, with.prompting)
     , applications_(windowTitle_)
     , focusSearch_(applications_, focusEvents_)
 {

@@ -24,10 +24,16 @@ class AtspiAccessibility : public Accessibility {
 public:
     using WindowTitle = std::function<std::optional<QString>(qint64 processIdentifier)>;
 
-    /// `windowTitle` answers the title of a process's window in front, from the window system.
-    /// Keeps references to the store and the prompt.
-    AtspiAccessibility(DefaultsStore &defaults, ConsentPrompting &prompting,
-                       WindowTitle windowTitle, QObject *parent = nullptr);
+    struct Collaborators {
+        SessionBus &session; ///< opened by the constructor
+        DefaultsStore &defaults;
+        TrustSettings settings;
+        ConsentPrompting &prompting;
+        /// The title of the process's window in front, from the window system.
+        WindowTitle windowTitle;
+    };
+
+    explicit AtspiAccessibility(const Collaborators &with, QObject *parent = nullptr);
 
     [[nodiscard]] bool isProcessTrusted() const override;
     bool isProcessTrustedWithPrompt() override;
@@ -55,9 +61,6 @@ public:
     [[nodiscard]] std::optional<QString> pageAddress(qint64 processIdentifier,
                                                      QDeadlineTimer deadline) override;
 
-    /// The session bus, opened in the background, for whoever else needs it.
-    [[nodiscard]] SessionBus &sessionBus() { return session_; }
-
 private:
     [[nodiscard]] std::optional<AtspiQuestion> questionTo(qint64 processIdentifier,
                                                           QDeadlineTimer deadline);
@@ -71,7 +74,6 @@ private:
     WindowTitle windowTitle_;
     std::pair<qint64, QString> focusedService_; ///< of the last focused element, by its process
     QString uncertainObject_; ///< service and path; its selection could not be told for certain
-    SessionBus session_;
     AtspiBus bus_;
     AtspiTrust trust_;
     UnresponsiveServices unresponsive_;

@@ -44,16 +44,6 @@ QString switchName()
     return QStringLiteral("IsEnabled");
 }
 
-QString consentKey()
-{
-    return QStringLiteral("accessibilityConsent");
-}
-
-QString leftOffKey()
-{
-    return QStringLiteral("accessibilityLeftOff");
-}
-
 QDBusMessage propertyCall(const char *method, const QVariantList &arguments)
 {
     QDBusMessage message = QDBusMessage::createMethodCall(launcherService(), launcherPath(),
@@ -70,15 +60,16 @@ QDBusMessage getSwitch()
 
 } // namespace
 
-AtspiTrust::AtspiTrust(SessionBus &session, DefaultsStore &defaults, ConsentPrompting &prompting,
-                       QObject *parent)
+AtspiTrust::AtspiTrust(SessionBus &session, DefaultsStore &defaults, TrustSettings settings,
+                       ConsentPrompting &prompting, QObject *parent)
     : QObject(parent)
     , session_(session)
     , defaults_(defaults)
+    , settings_(std::move(settings))
     , prompting_(prompting)
 {
     connect(&defaults_, &DefaultsStore::changed, this, [this](const QString &key) {
-        if (key == consentKey()) {
+        if (key == settings_.consent) {
             Q_EMIT changed();
         }
     });
@@ -92,7 +83,7 @@ AtspiTrust::AtspiTrust(SessionBus &session, DefaultsStore &defaults, ConsentProm
 
 bool AtspiTrust::isLeftOff() const
 {
-    return defaults_.value(leftOffKey()).toBool();
+    return defaults_.value(settings_.leftOff).toBool();
 }
 
 bool AtspiTrust::isTrusted() const
@@ -127,13 +118,13 @@ void AtspiTrust::refresh()
 void AtspiTrust::withdrawConsent()
 {
     switchOnWanted_ = false;
-    defaults_.setValue(consentKey(), QVariant());
-    defaults_.setValue(leftOffKey(), QVariant());
+    defaults_.setValue(settings_.consent, QVariant());
+    defaults_.setValue(settings_.leftOff, QVariant());
 }
 
 bool AtspiTrust::hasConsent() const
 {
-    return defaults_.value(consentKey()).toBool();
+    return defaults_.value(settings_.consent).toBool();
 }
 
 void AtspiTrust::watchSwitch()
@@ -194,7 +185,7 @@ void AtspiTrust::adopt(std::optional<bool> enabled)
     enabled_ = enabled;
     wasEnabled_ = wasEnabled_ || enabled.value_or(false);
     if (enabled.value_or(false) && isLeftOff()) {
-        defaults_.setValue(leftOffKey(), QVariant());
+        defaults_.setValue(settings_.leftOff, QVariant());
     }
     if (enabled.has_value() && std::exchange(switchOnWanted_, false) && !*enabled) {
         requestTrust();
@@ -264,13 +255,13 @@ void AtspiTrust::onAnswered(bool allowed)
         // An older consent remains: reading resumes when the user turns the switch on again. Until
         // then no start turns it on by itself.
         if (hasConsent()) {
-            defaults_.setValue(leftOffKey(), true);
+            defaults_.setValue(settings_.leftOff, true);
         }
         return;
     }
     const bool isNews = !hasConsent();
-    defaults_.setValue(consentKey(), true);
-    defaults_.setValue(leftOffKey(), QVariant());
+    defaults_.setValue(settings_.consent, true);
+    defaults_.setValue(settings_.leftOff, QVariant());
     if (!isNews) {
         Q_EMIT changed();
     }

@@ -14,17 +14,22 @@ class ConsentPrompting;
 class DefaultsStore;
 class SessionBus;
 
-/// Whether this program may read other applications: the user has consented, which the settings
-/// keep under "accessibilityConsent", and the desktop's accessibility switch
-/// (org.a11y.Status.IsEnabled on the session bus) is on. Main thread only.
+/// The names under which the settings keep what the user has decided.
+struct TrustSettings {
+    QString consent; ///< true: the user has consented
+    QString leftOff; ///< true: the user declined to turn the desktop's switch back on
+};
+
+/// Whether this program may read other applications: the user has consented, and the desktop's
+/// accessibility switch (org.a11y.Status.IsEnabled on the session bus) is on. Main thread only.
 class AtspiTrust : public QObject {
     Q_OBJECT
 
 public:
     /// Opens the session bus. With consent it waits a moment for the switch's state, so that the
     /// first answer is usually the right one.
-    AtspiTrust(SessionBus &session, DefaultsStore &defaults, ConsentPrompting &prompting,
-               QObject *parent = nullptr);
+    AtspiTrust(SessionBus &session, DefaultsStore &defaults, TrustSettings settings,
+               ConsentPrompting &prompting, QObject *parent = nullptr);
 
     [[nodiscard]] bool isTrusted() const;
 
@@ -61,6 +66,7 @@ private:
 
     SessionBus &session_;
     DefaultsStore &defaults_;
+    TrustSettings settings_;
     ConsentPrompting &prompting_;
     std::optional<bool> enabled_; ///< absent while the switch cannot be read
     bool wasEnabled_ = false; ///< the switch was on at some time during this run

@@ -4,6 +4,7 @@
 
 #include "platform/ConsentPrompting.h"
 #include "platform/atspi/AtspiAccessibility.h"
+#include "platform/dbus/SessionBus.h"
 #include "platform/fake/FakeDesktop.h"
 #include "support/Application.h"
 #include "support/Waiting.h"
@@ -31,8 +32,13 @@ struct Reader {
         if (consented) {
             defaults.setValue(QStringLiteral("accessibilityConsent"), true);
         }
-        accessibility = std::make_unique<AtspiAccessibility>(
-            defaults, prompt, [](qint64) { return std::optional(QStringLiteral("Peer")); });
+        accessibility = std::make_unique<AtspiAccessibility>(AtspiAccessibility::Collaborators{
+            .session = session,
+            .defaults = defaults,
+            .settings = {.consent = QStringLiteral("accessibilityConsent"),
+                         .leftOff = QStringLiteral("accessibilityLeftOff")},
+            .prompting = prompt,
+            .windowTitle = [](qint64) { return std::optional(QStringLiteral("Peer")); }});
     }
     [[nodiscard]] bool connect() const
     {
@@ -41,6 +47,7 @@ struct Reader {
 
     FakeDefaultsStore defaults;
     RecordingPrompt prompt;
+    SessionBus session;
     std::unique_ptr<AtspiAccessibility> accessibility;
 };
 

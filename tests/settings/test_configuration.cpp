@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/AppConfig.h"
-#include "app/UserPreferences.h"
 #include "platform/fake/FakeDesktop.h"
+#include "settings/AppConfig.h"
+#include "settings/UserPreferences.h"
 
 #include <QTest>
 

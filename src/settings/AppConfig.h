@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/ConfigurationFault.h"
+#include "settings/ConfigurationFault.h"
 #include <QJsonObject>
 #include <QList>
 #include <QString>

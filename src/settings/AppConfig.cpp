@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/AppConfig.h"
+#include "settings/AppConfig.h"
 
 #include "platform/Diagnostics.h"
 #include "platform/ProgramEnvironment.h"

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/UserPreferences.h"
+#include "settings/UserPreferences.h"
 
-#include "platform/DefaultsStore.h"
+#include "settings/SettingsKeys.h"
 
 #include <QLocale>
 
@@ -15,8 +15,7 @@ UserPreferences::UserPreferences(const DefaultsStore &defaults) : defaults_(&def
 
 QString UserPreferences::preferredOutputLanguage() const
 {
-    const QVariant stored = defaults_->value(DefaultsKey::preferredOutputLanguage.toString());
-    const QString language = stored.toString().trimmed();
+    const QString language = settings::preferredOutputLanguage.value(*defaults_).trimmed();
     return language.isEmpty() ? systemDefaultLanguage() : language;
 }
 
@@ -33,18 +32,22 @@ QString UserPreferences::defaultLanguage(const QStringList &preferredLanguages)
 
 bool UserPreferences::readsByCopying() const
 {
-    const QVariant stored = defaults_->value(DefaultsKey::readsByCopying.toString());
-    return !stored.isValid() || stored.toBool();
+    return settings::readsByCopying.value(*defaults_);
 }
 
 QStringList UserPreferences::noCopyingIn() const
 {
-    return defaults_->value(DefaultsKey::noCopyingIn.toString()).toStringList();
+    return settings::noCopyingIn.value(*defaults_);
 }
 
 bool UserPreferences::prefersEnglishTexts() const
 {
-    return preferredOutputLanguage().toLower().startsWith(u"en");
+    return isEnglish(preferredOutputLanguage());
+}
+
+bool UserPreferences::isEnglish(const QString &outputLanguage)
+{
+    return outputLanguage.toLower().startsWith(u"en");
 }
 
 } // namespace vellumo

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/ConfigurationFault.h"
+#include "settings/ConfigurationFault.h"
 
 using namespace Qt::StringLiterals;
 
