@@ -6,10 +6,10 @@
 #include "BackendProcess.h"
 #include "Report.h"
 #include "notes/NotesStore.h"
-#include "notes/NotesSyncEngine.h"
-#include "notes/SyncFakes.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SystemClock.h"
+#include "sync/NotesSyncEngine.h"
+#include "sync/SyncFakes.h"
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFile>

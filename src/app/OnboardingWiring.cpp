@@ -8,12 +8,12 @@
 #include "app/OnboardingPreview.h"
 #include "app/PermissionManager.h"
 #include "capture/VellumoCoordinator.h"
-#include "notes/DataConnectHistory.h"
 #include "panel/ResultPanelControlling.h"
 #include "pill/NotesEntranceControlling.h"
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
 #include "settings/SettingsKeys.h"
+#include "sync/DataConnectHistory.h"
 #include "ui/ConsentDialog.h"
 
 using namespace std::chrono_literals;

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/NotesOwnership.h"
-#include "app/SyncStatus.h"
-#include "notes/DataConnectHistory.h"
-#include "notes/NotesSyncEngine.h"
+#include "sync/DataConnectHistory.h"
+#include "sync/NotesOwnership.h"
+#include "sync/NotesSyncEngine.h"
+#include "sync/SyncStatus.h"
 
 namespace vellumo {
 

@@ -4,8 +4,8 @@
 #include "app/UploadQuestion.h"
 
 #include "account/Authenticating.h"
-#include "app/NotesOwnership.h"
-#include "mainwindow/SyncReporting.h"
+#include "sync/NotesOwnership.h"
+#include "sync/SyncReporting.h"
 #include "ui/BilingualText.h"
 
 #include <utility>

@@ -3,6 +3,7 @@
 import QtQuick
 import Vellumo.Account
 import Vellumo.MainWindow
+import Vellumo.Sync
 import Vellumo.Ui
 
 /// Who is signed in and how the notes travel; or that they stay here, and the way to sign in.

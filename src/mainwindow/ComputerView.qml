@@ -3,6 +3,7 @@
 import QtQuick
 import Vellumo.Computer
 import Vellumo.MainWindow
+import Vellumo.Sync
 import Vellumo.Ui
 
 /// The page of this computer, with what the window knows of the notes' way to the account.

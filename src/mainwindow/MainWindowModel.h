@@ -10,8 +10,8 @@
 #include "mainwindow/NotesLibrary.h"
 #include "mainwindow/NotesOverview.h"
 #include "mainwindow/OpenedNote.h"
-#include "mainwindow/SyncReporting.h"
 #include "settings/UserPreferences.h"
+#include "sync/SyncReporting.h"
 #include <QObject>
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>

@@ -3,8 +3,8 @@
 // Instants as services write them, and days and times of any note.
 
 #include "fuzz/Fuzzing.h"
-#include "notes/InternetDateTime.h"
 #include "notes/NoteDates.h"
+#include "sync/InternetDateTime.h"
 #include <QDateTime>
 #include <cmath>
 #include <cstring>

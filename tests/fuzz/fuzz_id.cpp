@@ -3,9 +3,9 @@
 // Ids of notes, in the file's form and in the service's.
 
 #include "fuzz/Fuzzing.h"
-#include "notes/DataConnectWire.h"
 #include "notes/StoreFile.h"
 #include "notes/StrictUuid.h"
+#include "sync/DataConnectWire.h"
 
 using namespace vellumo;
 using namespace vellumo::fuzzing;

@@ -3,7 +3,7 @@
 // A server's message, and after a NUL each value that was sent.
 
 #include "fuzz/Fuzzing.h"
-#include "notes/LogExcerpt.h"
+#include "sync/LogExcerpt.h"
 
 using namespace vellumo;
 using namespace vellumo::fuzzing;

@@ -3,8 +3,8 @@
 // Answers of the notes service.
 
 #include "fuzz/Fuzzing.h"
-#include "notes/DataConnectWire.h"
 #include "notes/StoreFile.h"
+#include "sync/DataConnectWire.h"
 
 using namespace vellumo;
 using namespace vellumo::fuzzing;

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "notes/NotesSyncEngine.h"
+#include "sync/NotesSyncEngine.h"
 
 #include "account/Authenticating.h"
-#include "notes/DataConnectHistory.h"
 #include "notes/NotesStoring.h"
+#include "sync/DataConnectHistory.h"
 
 #include <QPointer>
 #include <algorithm>

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "notes/DataConnectHistory.h"
+#include "sync/DataConnectHistory.h"
 
 #include "account/Authenticating.h"
-#include "notes/LogExcerpt.h"
 #include "platform/Clock.h"
 #include "platform/Diagnostics.h"
+#include "sync/LogExcerpt.h"
 
 #include <memory>
 #include <thread>

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/SyncStatus.h"
+#include "sync/SyncStatus.h"
 
-#include "app/NotesOwnership.h"
 #include "notes/NoteDates.h"
 #include "notes/NotesStoring.h"
-#include "notes/NotesSyncEngine.h"
 #include "platform/Clock.h"
+#include "sync/NotesOwnership.h"
+#include "sync/NotesSyncEngine.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "notes/LogExcerpt.h"
+#include "sync/LogExcerpt.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "notes/InternetDateTime.h"
+#include "sync/InternetDateTime.h"
 
 #include <chrono>
 

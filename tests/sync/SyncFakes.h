@@ -3,8 +3,8 @@
 #pragma once
 
 #include "account/Authenticating.h"
-#include "notes/DataConnectHistory.h"
 #include "notes/ReadingNote.h"
+#include "sync/DataConnectHistory.h"
 
 namespace vellumo::test {
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "mainwindow/SyncReporting.h"
-#include "notes/DataConnectHistory.h"
+#include "sync/DataConnectHistory.h"
+#include "sync/SyncReporting.h"
 #include <optional>
 
 namespace vellumo {

@@ -4,12 +4,12 @@
 // Notes travel between homes and a backend that both may end, fail or be unreachable at any moment.
 
 #include "notes/NotesStore.h"
-#include "notes/NotesSyncEngine.h"
-#include "notes/SyncFakes.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SystemClock.h"
 #include "support/Backend.h"
 #include "support/Waiting.h"
+#include "sync/NotesSyncEngine.h"
+#include "sync/SyncFakes.h"
 
 #include <QProcess>
 #include <QRandomGenerator>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "notes/DataConnectWire.h"
+#include "sync/DataConnectWire.h"
 
-#include "notes/DataConnectAnswer.h"
 #include "notes/StrictUuid.h"
+#include "sync/DataConnectAnswer.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

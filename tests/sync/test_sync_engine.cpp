@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 #include "notes/NotesStore.h"
-#include "notes/NotesSyncEngine.h"
-#include "notes/SyncFakes.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "support/Waiting.h"
+#include "sync/NotesSyncEngine.h"
+#include "sync/SyncFakes.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

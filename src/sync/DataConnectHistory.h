@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "notes/DataConnectWire.h"
 #include "notes/ReadingNote.h"
+#include "sync/DataConnectWire.h"
 #include <QObject>
 #include <functional>
 #include <optional>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "notes/DataConnectAnswer.h"
+#include "sync/DataConnectAnswer.h"
 
-#include "notes/DataConnectWire.h"
-#include "notes/InternetDateTime.h"
+#include "sync/DataConnectWire.h"
+#include "sync/InternetDateTime.h"
 
 #include <array>
 #include <rapidjson/encodedstream.h>

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "notes/DataConnectHistory.h"
-#include "notes/InternetDateTime.h"
-#include "notes/LogExcerpt.h"
-#include "notes/SyncFakes.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "support/Waiting.h"
+#include "sync/DataConnectHistory.h"
+#include "sync/InternetDateTime.h"
+#include "sync/LogExcerpt.h"
+#include "sync/SyncFakes.h"
 
 #include <QElapsedTimer>
 #include <QJsonDocument>

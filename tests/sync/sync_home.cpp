@@ -5,10 +5,10 @@
 // follow-ups, asks one more about the note before, pushes, pulls, and ends. Says what it has saved
 // as soon as it has.
 #include "notes/NotesStore.h"
-#include "notes/NotesSyncEngine.h"
-#include "notes/SyncFakes.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SystemClock.h"
+#include "sync/NotesSyncEngine.h"
+#include "sync/SyncFakes.h"
 
 #include <QCoreApplication>
 #include <cstdio>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/NotesOwnership.h"
+#include "sync/NotesOwnership.h"
 
 #include "account/Authenticating.h"
 #include "notes/NotesStoring.h"

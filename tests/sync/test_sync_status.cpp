@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "app/NotesOwnership.h"
-#include "app/SyncStatus.h"
 #include "notes/NotesStore.h"
-#include "notes/NotesSyncEngine.h"
-#include "notes/SyncFakes.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "settings/SettingsKeys.h"
 #include "support/Waiting.h"
+#include "sync/NotesOwnership.h"
+#include "sync/NotesSyncEngine.h"
+#include "sync/SyncFakes.h"
+#include "sync/SyncStatus.h"
 
 #include <QTemporaryDir>
 #include <QTest>
