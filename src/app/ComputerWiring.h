@@ -4,7 +4,7 @@
 
 #include "app/DesktopReport.h"
 #include "computer/ComputerModel.h"
-#include "platform/qt/AutostartEntry.h"
+#include "platform/xdg/AutostartEntry.h"
 #include <memory>
 
 namespace vellumo {

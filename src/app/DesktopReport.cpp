@@ -7,7 +7,7 @@
 #include "app/WindowSystem.h"
 #include "capture/BrowserContextResolver.h"
 #include "platform/dbus/TrayHosts.h"
-#include "platform/x11/DesktopEntries.h"
+#include "platform/xdg/DesktopEntries.h"
 
 #include <QFile>
 #include <QProcessEnvironment>

@@ -3,7 +3,7 @@
 // Files that describe applications to the desktop.
 
 #include "fuzz/Fuzzing.h"
-#include "platform/x11/DesktopEntry.h"
+#include "platform/xdg/DesktopEntry.h"
 
 using namespace vellumo;
 using namespace vellumo::fuzzing;

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "platform/Workspace.h"
-#include "platform/x11/DesktopEntries.h"
 #include "platform/x11/X11Windows.h"
+#include "platform/xdg/DesktopEntries.h"
 #include <QTimer>
 #include <optional>
 #include <xcb/xcb.h>

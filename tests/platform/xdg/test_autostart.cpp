@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/qt/AutostartEntry.h"
+#include "platform/xdg/AutostartEntry.h"
 
 #include <QDir>
 #include <QFile>

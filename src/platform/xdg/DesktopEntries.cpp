@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/x11/DesktopEntries.h"
+#include "platform/xdg/DesktopEntries.h"
 
 #include <QDir>
 #include <QDirIterator>

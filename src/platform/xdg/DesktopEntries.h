@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/x11/DesktopEntry.h"
+#include "platform/xdg/DesktopEntry.h"
 #include <QDateTime>
 #include <QHash>
 #include <QList>

@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
-#include "platform/x11/DesktopEntry.h"
+#include "platform/xdg/DesktopEntry.h"
 
-#include <QProcess>
+#include "platform/xdg/DesktopFile.h"
+#include "platform/xdg/ExecLine.h"
+
 #include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
@@ -23,7 +25,7 @@ bool isLauncher(const QString &program)
 
 QString executableIn(const QString &exec)
 {
-    for (const QString &word : QProcess::splitCommand(exec)) {
+    for (const QString &word : execLine::words(exec)) {
         const QString program = word.section(u'/', -1);
         if (program == "env"_L1 || program.contains(u'=')) {
             continue; // "env NAME=value program"
@@ -33,20 +35,9 @@ QString executableIn(const QString &exec)
     return {};
 }
 
-QString unescaped(const QByteArray &value)
-{
-    QString text = QString::fromUtf8(value);
-    if (text.contains(u'\\')) {
-        text.replace(R"(\s)"_L1, " "_L1)
-            .replace(R"(\t)"_L1, "\t"_L1)
-            .replace(R"(\\)"_L1, R"(\)"_L1);
-    }
-    return text;
-}
-
 /// Position in `languages` of the language of a key such as "Name[de]"; the plain key comes after
 /// all of them, a language that is not wanted after that.
-qsizetype nameRank(const QByteArray &key, const QStringList &languages)
+qsizetype nameRank(QByteArrayView key, const QStringList &languages)
 {
     if (key == "Name") {
         return languages.size();
@@ -78,42 +69,25 @@ void addLanguage(QStringList &languages, const QString &locale)
 std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &contents,
                                               const QStringList &languages)
 {
+    const DesktopFile file(contents);
     DesktopEntry entry;
-    bool inGroup = false;
     bool isApplication = false;
     qsizetype bestRank = languages.size() + 1;
-    for (qsizetype start = 0; start < contents.size();) {
-        auto end = contents.indexOf('\n', start);
-        end = end < 0 ? contents.size() : end;
-        const QByteArray line =
-            QByteArray::fromRawData(contents.constData() + start, end - start).trimmed();
-        start = end + 1;
-        if (line.startsWith('[')) {
-            if (inGroup) {
-                break; // actions follow, with names of their own
-            }
-            inGroup = line == "[Desktop Entry]";
-            continue;
-        }
-        const auto equals = line.indexOf('=');
-        if (!inGroup || equals <= 0 || line.startsWith('#')) {
-            continue;
-        }
-        const QByteArray key = line.first(equals).trimmed();
-        const QByteArray value = line.sliced(equals + 1).trimmed();
+    for (auto line = file.entryFrom(0); line; line = file.entryFrom(line->end + 1)) {
+        const auto [key, value, start, end] = *line;
         if (key == "Name" || (key.startsWith("Name[") && key.endsWith(']'))) {
             if (const auto rank = nameRank(key, languages); rank < bestRank) {
                 bestRank = rank;
-                entry.name = unescaped(value);
+                entry.name = DesktopFile::unescaped(value);
             }
         } else if (key == "Type") {
             isApplication = value == "Application";
         } else if (key == "StartupWMClass") {
-            entry.startupWmClass = unescaped(value);
+            entry.startupWmClass = DesktopFile::unescaped(value);
         } else if (key == "Exec") {
-            entry.executable = executableIn(unescaped(value));
+            entry.executable = executableIn(DesktopFile::unescaped(value));
         } else if (key == "Categories") {
-            const auto categories = value.split(';');
+            const auto categories = value.toByteArray().split(';');
             entry.isTextEditor = categories.contains("TextEditor") || categories.contains("IDE");
         } else if (key == "NoDisplay") {
             entry.isShown = value != "true";
