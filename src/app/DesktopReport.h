@@ -3,7 +3,7 @@
 #pragma once
 
 #include "computer/DesktopReporting.h"
-#include "platform/windowing/CompositorWatch.h"
+#include "platform/windowing/x11/CompositorWatch.h"
 
 namespace vellumo {
 

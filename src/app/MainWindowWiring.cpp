@@ -9,7 +9,7 @@
 #include "capture/VellumoCoordinator.h"
 #include "panel/ResultPanelController.h"
 #include "platform/Workspace.h"
-#include "platform/windowing/X11Hints.h"
+#include "platform/windowing/x11/X11Hints.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

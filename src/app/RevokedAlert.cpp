@@ -3,7 +3,7 @@
 
 #include "app/RevokedAlert.h"
 
-#include "platform/windowing/X11Hints.h"
+#include "platform/windowing/x11/X11Hints.h"
 #include "ui/BilingualText.h"
 #include "ui/ProgramIcon.h"
 

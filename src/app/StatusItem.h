@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/dbus/TrayHosts.h"
-#include "platform/windowing/EmbeddingTrays.h"
+#include "platform/windowing/x11/EmbeddingTrays.h"
 #include <QAction>
 #include <QMenu>
 #include <QObject>

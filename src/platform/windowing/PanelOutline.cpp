@@ -3,7 +3,7 @@
 #include "platform/windowing/PanelOutline.h"
 
 #include "platform/windowing/PanelShape.h"
-#include "platform/windowing/X11Hints.h"
+#include "platform/windowing/x11/X11Hints.h"
 #include <QBitmap>
 #include <QQuickWindow>
 

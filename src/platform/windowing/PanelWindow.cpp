@@ -3,7 +3,7 @@
 #include "platform/windowing/PanelWindow.h"
 
 #include "platform/Diagnostics.h"
-#include "platform/windowing/X11Hints.h"
+#include "platform/windowing/x11/X11Hints.h"
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>

@@ -7,7 +7,7 @@
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/ShadowItem.h"
-#include "platform/windowing/X11Hints.h"
+#include "platform/windowing/x11/X11Hints.h"
 #include <QGuiApplication>
 #include <QPointerEvent>
 #include <QQuickItem>

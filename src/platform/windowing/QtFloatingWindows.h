@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/FloatingWindows.h"
-#include "platform/windowing/CompositorWatch.h"
+#include "platform/windowing/x11/CompositorWatch.h"
 #include <QList>
 
 class QQmlEngine;

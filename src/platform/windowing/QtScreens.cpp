@@ -3,7 +3,7 @@
 #include "platform/windowing/QtScreens.h"
 
 #include "platform/windowing/ScreenCoordinates.h"
-#include "platform/windowing/X11Hints.h"
+#include "platform/windowing/x11/X11Hints.h"
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "platform/Screens.h"
-#include "platform/windowing/StrutWatch.h"
+#include "platform/windowing/x11/StrutWatch.h"
 #include <QTimer>
 
 class QScreen;

@@ -3,7 +3,7 @@
 // Two screens on a private desktop, with a desktop panel on one of them.
 
 #include "platform/windowing/QtScreens.h"
-#include "platform/windowing/XcbAccess.h"
+#include "platform/windowing/x11/XcbAccess.h"
 #include <QGuiApplication>
 #include <QProcess>
 #include <QScreen>

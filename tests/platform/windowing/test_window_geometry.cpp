@@ -3,7 +3,7 @@
 #include "platform/windowing/PanelShape.h"
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/ShadowImage.h"
-#include "platform/windowing/WorkArea.h"
+#include "platform/windowing/x11/WorkArea.h"
 #include <QTest>
 
 using namespace vellumo;

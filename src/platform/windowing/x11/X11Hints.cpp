@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "platform/windowing/X11Hints.h"
+#include "platform/windowing/x11/X11Hints.h"
 
-#include "platform/windowing/XcbAccess.h"
+#include "platform/windowing/x11/XcbAccess.h"
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -37,7 +37,7 @@ std::vector<quint32> property(xcb_connection_t *c, xcb_window_t window, const ch
                               xcb_atom_t type)
 {
     constexpr quint32 mostValues = 64;
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+    const XcbPtr<xcb_get_property_reply_t> reply(xcb_get_property_reply(
         c, xcb_get_property(c, 0, window, atom(c, name), type, 0, mostValues), nullptr));
     if (!reply || reply->format != 32) {
         return {};
@@ -115,7 +115,7 @@ bool isButtonHeld()
         return false;
     }
     constexpr quint16 buttons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
-    const Owned<xcb_query_pointer_reply_t> pointer(
+    const XcbPtr<xcb_query_pointer_reply_t> pointer(
         xcb_query_pointer_reply(c, xcb_query_pointer(c, rootWindow(c)), nullptr));
     return pointer && (pointer->mask & buttons) != 0;
 }

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "platform/windowing/EmbeddingTrays.h"
+#include "platform/windowing/x11/EmbeddingTrays.h"
 
-#include "platform/windowing/XcbAccess.h"
+#include "platform/windowing/x11/XcbAccess.h"
 #include <QCoreApplication>
 
 namespace vellumo {
@@ -26,7 +26,7 @@ bool EmbeddingTrays::isPresent() const
     if (!c) {
         return false;
     }
-    const x11::Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
+    const XcbPtr<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
         c, xcb_get_selection_owner(c, x11::atom(c, traySelection)), nullptr));
     return owner && owner->owner != XCB_WINDOW_NONE;
 }

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "platform/windowing/CompositorWatch.h"
+#include "platform/windowing/x11/CompositorWatch.h"
 
-#include "platform/windowing/XcbAccess.h"
+#include "platform/windowing/x11/XcbAccess.h"
 #include <QCoreApplication>
 #include <array>
 #include <sys/uio.h>
@@ -37,7 +37,7 @@ bool hasOffScreenPixmap(xcb_connection_t *c, xcb_window_t window)
     std::array<iovec, 3> parts{};
     parts[2] = {&request, sizeof request}; // two parts before it belong to the library
     const xcb_void_cookie_t cookie{xcb_send_request(c, XCB_REQUEST_CHECKED, &parts[2], &protocol)};
-    const x11::Owned<xcb_generic_error_t> error(xcb_request_check(c, cookie));
+    const XcbPtr<xcb_generic_error_t> error(xcb_request_check(c, cookie));
     if (!error) {
         xcb_free_pixmap(c, request.pixmap);
     }
@@ -87,7 +87,7 @@ void CompositorWatch::watch()
 {
     xcb_connection_t *c = x11::connection();
     selection_ = x11::atom(c, "_NET_WM_CM_S0");
-    const x11::Owned<xcb_get_selection_owner_reply_t> owner(
+    const XcbPtr<xcb_get_selection_owner_reply_t> owner(
         xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, selection_), nullptr));
     isOwned_ = owner && owner->owner != XCB_WINDOW_NONE;
 
@@ -96,7 +96,7 @@ void CompositorWatch::watch()
         return;
     }
     // the server answers XFixes requests only after this one
-    const x11::Owned<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
+    const XcbPtr<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
         c, xcb_xfixes_query_version(c, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
         nullptr));
     firstEvent_ = extension->first_event;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/windowing/WorkArea.h"
+#include "platform/windowing/x11/WorkArea.h"
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 #include <QTimer>

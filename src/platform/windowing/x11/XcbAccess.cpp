@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "platform/windowing/XcbAccess.h"
+#include "platform/windowing/x11/XcbAccess.h"
 
 #include <QByteArray>
 #include <QGuiApplication>
@@ -29,7 +29,7 @@ xcb_atom_t atom(xcb_connection_t *connection, const char *name)
     if (found != known.cend()) {
         return *found;
     }
-    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+    const XcbPtr<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
         connection, xcb_intern_atom(connection, 0, static_cast<uint16_t>(key.size()), name),
         nullptr));
     const xcb_atom_t value = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};

@@ -2,18 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstdlib>
-#include <memory>
-#include <xcb/xcb.h>
+#include "platform/x11/XcbPtr.h"
 
 namespace vellumo::x11 {
-
-struct FreeDeleter {
-    void operator()(void *memory) const { std::free(memory); }
-};
-
-/// A reply or event that xcb allocated.
-template <typename T> using Owned = std::unique_ptr<T, FreeDeleter>;
 
 /// Qt's connection, or null where Qt does not use X11.
 [[nodiscard]] xcb_connection_t *connection();

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "platform/windowing/StrutWatch.h"
+#include "platform/windowing/x11/StrutWatch.h"
 
-#include "platform/windowing/XcbAccess.h"
+#include "platform/windowing/x11/XcbAccess.h"
 #include <QGuiApplication>
 #include <algorithm>
 #include <iterator>
@@ -16,7 +16,7 @@ constexpr quint32 maxNumbers = 12;
 
 QList<quint32> numbersOf(xcb_connection_t *c, xcb_get_property_cookie_t question)
 {
-    const x11::Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, question, nullptr));
+    const XcbPtr<xcb_get_property_reply_t> reply(xcb_get_property_reply(c, question, nullptr));
     if (!reply || reply->format != 32) {
         return {};
     }
@@ -71,7 +71,7 @@ QMargins StrutWatch::margins(const QRect &screen) const
         return {};
     }
     // as it is now: the size in the connection's setup is that of its start
-    const x11::Owned<xcb_get_geometry_reply_t> desktop(
+    const XcbPtr<xcb_get_geometry_reply_t> desktop(
         xcb_get_geometry_reply(c, xcb_get_geometry(c, x11::rootWindow(c)), nullptr));
     return desktop ? reservedMargins(screen, {desktop->width, desktop->height}, struts_)
                    : QMargins();

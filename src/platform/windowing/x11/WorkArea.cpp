@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "platform/windowing/WorkArea.h"
+#include "platform/windowing/x11/WorkArea.h"
 
 #include <algorithm>
 
