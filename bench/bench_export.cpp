@@ -6,7 +6,7 @@
 #include "NoteMaker.h"
 #include "Report.h"
 #include "export/NotesExport.h"
-#include "mainwindow/NotesInsights.h"
+#include "insights/NotesInsights.h"
 #include "mainwindow/WindowDesk.h"
 #include <QCoreApplication>
 #include <QTemporaryDir>

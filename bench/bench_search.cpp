@@ -5,7 +5,7 @@
 // display.
 #include "Report.h"
 #include "StoreWriter.h"
-#include "mainwindow/NotesLibrary.h"
+#include "library/NotesLibrary.h"
 #include "notes/NotesStore.h"
 #include "platform/qt/SystemClock.h"
 #include "ui/BilingualText.h"

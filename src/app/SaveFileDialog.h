@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "mainwindow/NotesExporter.h"
+#include "library/NotesExporter.h"
 #include <QFileDialog>
 #include <QPointer>
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
+import Vellumo.Library
 import Vellumo.MainWindow
 import Vellumo.Ui
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
+import Vellumo.Insights
+import Vellumo.Library
 import Vellumo.MainWindow
 import Vellumo.Ui
 

@@ -4,12 +4,12 @@
 
 #include "account/AuthService.h"
 #include "computer/ComputerModel.h"
-#include "mainwindow/NotesExporter.h"
+#include "insights/NotesInsights.h"
+#include "insights/NotesOverview.h"
+#include "library/NotesExporter.h"
+#include "library/NotesLibrary.h"
+#include "library/OpenedNote.h"
 #include "mainwindow/NotesFileState.h"
-#include "mainwindow/NotesInsights.h"
-#include "mainwindow/NotesLibrary.h"
-#include "mainwindow/NotesOverview.h"
-#include "mainwindow/OpenedNote.h"
 #include "settings/UserPreferences.h"
 #include "sync/SyncReporting.h"
 #include <QObject>

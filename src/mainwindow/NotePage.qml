@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
+import Vellumo.Library
 import Vellumo.MainWindow
 import Vellumo.Ui
 

@@ -3,8 +3,8 @@
 // What the main window knows of the notes: days and places in words, search, grouping, numbers.
 
 #include "WindowDesk.h"
-#include "mainwindow/NotePlace.h"
-#include "mainwindow/NotesInsights.h"
+#include "insights/NotesInsights.h"
+#include "library/NotePlace.h"
 #include "notes/NoteDates.h"
 #include "notes/PageAddress.h"
 #include "support/Waiting.h"

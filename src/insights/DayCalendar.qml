@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
-import Vellumo.MainWindow
+import Vellumo.Insights
 import Vellumo.Ui
 
 /// Notes per day, a column for each week, as many weeks as there is room for. The arrow keys and the

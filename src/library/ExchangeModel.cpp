@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/ExchangeModel.h"
+#include "library/ExchangeModel.h"
 
 #include "ui/PlainText.h"
 

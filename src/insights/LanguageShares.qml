@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
-import Vellumo.MainWindow
+import Vellumo.Insights
 import Vellumo.Ui
 
 /// The languages of what was read, as parts of one bar and as a list with their figures.

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "mainwindow/ExchangeModel.h"
+#include "library/ExchangeModel.h"
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 #include <functional>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/NotesExporter.h"
+#include "library/NotesExporter.h"
 
-#include "mainwindow/NotesLibrary.h"
+#include "library/NotesLibrary.h"
 #include "ui/BilingualText.h"
 #include "ui/PlainText.h"
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/NoteRowsModel.h"
+#include "library/NoteRowsModel.h"
 
-#include "mainwindow/NotePlace.h"
+#include "library/NotePlace.h"
 #include "notes/NoteDates.h"
 #include "notes/PageAddress.h"
 #include "ui/PlainText.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/NotePlace.h"
+#include "library/NotePlace.h"
 
 #include "ui/PlainText.h"
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "mainwindow/NoteRowsModel.h"
-#include "mainwindow/NoteSearch.h"
-#include "mainwindow/NoteSelection.h"
+#include "library/NoteRowsModel.h"
+#include "library/NoteSearch.h"
+#include "library/NoteSelection.h"
 #include "notes/NotesStoring.h"
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>

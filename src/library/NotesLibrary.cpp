@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/NotesLibrary.h"
+#include "library/NotesLibrary.h"
 
-#include "mainwindow/NotePlace.h"
+#include "library/NotePlace.h"
 #include "notes/NoteDates.h"
 #include "platform/Clock.h"
 #include "ui/BilingualText.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "mainwindow/LanguageCount.h"
-#include "mainwindow/PlaceCount.h"
+#include "insights/LanguageCount.h"
+#include "insights/PlaceCount.h"
 #include <QDate>
 #include <QObject>
 #include <QTimer>

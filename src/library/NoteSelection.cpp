@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/NoteSelection.h"
+#include "library/NoteSelection.h"
 
-#include "mainwindow/NoteRowsModel.h"
+#include "library/NoteRowsModel.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "mainwindow/ReadingLanguage.h"
+#include "insights/ReadingLanguage.h"
 #include <array>
 #include <vector>
 

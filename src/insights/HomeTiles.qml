@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
-import Vellumo.MainWindow
+import Vellumo.Insights
 import Vellumo.Ui
 
 /// The month in numbers, where it was read, and the last two weeks day by day.

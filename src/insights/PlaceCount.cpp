@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/PlaceCount.h"
+#include "insights/PlaceCount.h"
 
-#include "mainwindow/NotePlace.h"
+#include "library/NotePlace.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
-import Vellumo.MainWindow
+import Vellumo.Insights
 import Vellumo.Ui
 
 /// Where most was read. Each place leads to its notes.

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/ReadingLanguage.h"
+#include "insights/ReadingLanguage.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 pragma ComponentBehavior: Bound
 import QtQuick
-import Vellumo.MainWindow
+import Vellumo.Insights
 import Vellumo.Ui
 
 /// Notes per month, each bar with its figure above and its month below.

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/OpenedNote.h"
+#include "library/OpenedNote.h"
 
-#include "mainwindow/NotePlace.h"
-#include "mainwindow/NotesLibrary.h"
+#include "library/NotePlace.h"
+#include "library/NotesLibrary.h"
 #include "notes/NoteDates.h"
 #include "notes/PageAddress.h"
 #include "ui/BilingualText.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/LanguageCount.h"
+#include "insights/LanguageCount.h"
 
 #include <algorithm>
 #include <initializer_list>

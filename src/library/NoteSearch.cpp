@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/NoteSearch.h"
+#include "library/NoteSearch.h"
 
 #include <algorithm>
 

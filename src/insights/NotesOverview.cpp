@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "mainwindow/NotesOverview.h"
+#include "insights/NotesOverview.h"
 
-#include "mainwindow/NotePlace.h"
-#include "mainwindow/NotesLibrary.h"
-#include "mainwindow/PlaceCount.h"
+#include "insights/PlaceCount.h"
+#include "library/NotePlace.h"
+#include "library/NotesLibrary.h"
 #include "notes/NoteDates.h"
 #include "platform/Clock.h"
 #include "ui/BilingualText.h"
