@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/BackendTables.h"
+#include "backend/BackendTables.h"
 #include <QProcess>
 #include <memory>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
+#include "backend/Backend.h"
 #include "support/Application.h"
-#include "support/Backend.h"
 #include "support/Desktop.h"
 #include "support/Program.h"
 #include "support/Waiting.h"

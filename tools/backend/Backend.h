@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/BackendTables.h"
+#include "backend/BackendTables.h"
 #include "support/HttpServer.h"
 #include <QStringList>
 

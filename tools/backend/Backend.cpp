@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "support/Backend.h"
+#include "backend/Backend.h"
 
 #include <QJsonDocument>
 #include <QUrlQuery>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "support/BackendTables.h"
+#include "backend/BackendTables.h"
 
 #include "support/IdToken.h"
 #include <QDateTime>

@@ -4,7 +4,7 @@
 // vellumo_backend [--data FILE] [--port PORT] [-- COMMAND [ARGUMENT...]]
 // Runs the stand-in backend. With a command it runs that beside it, configured to use it, and ends
 // with its exit status; otherwise it prints the configuration and serves until it is ended.
-#include "support/Backend.h"
+#include "backend/Backend.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
