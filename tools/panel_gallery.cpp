@@ -79,16 +79,13 @@ public:
             present(IslandContent::result({repeated(answer.translation, 8), answer.explanation},
                                           repeated(selection + u" "_s, 6), {}));
         } else if (state == "error"_L1) {
-            panel_.showError(u"Select text first."_s);
+            panel_.showError(u"Select text first."_s, ErrorHelp::none);
         } else if (state == "untrusted"_L1) {
-            isTrusted = false;
             panel_.showError(u"vellumo needs Accessibility permission — enable it in System "
-                             "Settings → Privacy & Security → Accessibility."_s);
-            isTrusted = true;
+                             "Settings → Privacy & Security → Accessibility."_s,
+                             ErrorHelp::permission);
         } else if (state == "sample"_L1) {
-            isSample = true;
-            present(IslandContent::result(answer, selection, {}));
-            isSample = false;
+            present(IslandContent::result(answer, selection, {}, SampleAnswers::unconfigured));
         } else if (state == "demo"_L1) {
             present(IslandContent::demo(answer));
         } else if (state == "hostile"_L1) {
@@ -115,9 +112,6 @@ public:
             QCoreApplication::quit();
         }
     }
-
-    bool isTrusted = true;
-    bool isSample = false;
 
 private:
     ResultPanelController &panel_;
@@ -170,8 +164,6 @@ int main(int argc, char **argv)
     ResultPanelController panel(windows, screens, monitors, texts);
     ConsentDialog dialog(engine, texts);
     Gallery gallery(panel, dialog);
-    panel.isTrusted = [&gallery] { return gallery.isTrusted; };
-    panel.answersAreSamples = [&gallery] { return gallery.isSample; };
     panel.onOpenServiceSettings = [] {};
 
     QElapsedTimer timer;

@@ -366,12 +366,6 @@ void AppDelegate::wireSync()
 
 void AppDelegate::wireExplainer()
 {
-    resultPanel_->answersAreSamples = [this] { return aiService_->answersAreSamples(); };
-    resultPanel_->isConfigurationFaulty = [this] { return serviceSetup_->isFaulty(); };
-    resultPanel_->isErrorOfService = [this] {
-        const auto &failure = aiService_->failureBeingReported();
-        return failure && isMatterOfSettings(*failure);
-    };
     resultPanel_->onOpenServiceSettings = [this] { mainWindow_->showService(); };
     connect(aiService_.get(), &ForwardingExplainer::lastFailureChanged, this, [this] {
         if (const auto &failure = aiService_->lastFailure()) {

@@ -21,7 +21,6 @@ PermissionWiring::PermissionWiring(const Collaborators &with) : with_(with), ale
         with_.consent.release(!with_.accessibility.isProcessTrusted());
     };
     Accessibility &accessibility = with_.accessibility;
-    with_.resultPanel.isTrusted = [&accessibility] { return accessibility.isProcessTrusted(); };
     with_.resultPanel.onAllowAccessibility = [&accessibility] {
         accessibility.isProcessTrustedWithPrompt();
     };

@@ -141,10 +141,10 @@ void VellumoCoordinator::present(const IslandContent &content, const Place &plac
                                         std::move(onDismiss));
 }
 
-void VellumoCoordinator::showError(const QString &message)
+void VellumoCoordinator::showError(const QString &message, ErrorHelp help)
 {
     beginPresentation({});
-    with_.resultPanelController.showError(message);
+    with_.resultPanelController.showError(message, help);
 }
 
 void VellumoCoordinator::showNotice(const IslandContent &notice)
@@ -164,23 +164,28 @@ void VellumoCoordinator::beginPresentation(const Place &place)
 void VellumoCoordinator::explain(const QString &selection, const Place &place)
 {
     const ExplanationRequest request{selection, with_.userPreferences.preferredOutputLanguage()};
-    with_.aiService.explain(
-        request, this,
-        [this, selection, place](const Result<ExplanationResult, ExplanationError> &answer) {
-            if (answer.isOk()) {
-                showExplanation(answer.value(), selection, place);
-            } else {
-                showError(u"vellumo could not explain this yet."_s);
-            }
-        });
+    // The service may change until it answers.
+    const SampleAnswers samples = with_.aiService.samples();
+    with_.aiService.explain(request, this,
+                            [this, selection, place,
+                             samples](const Result<ExplanationResult, ExplanationError> &answer) {
+                                if (answer.isOk()) {
+                                    showExplanation(answer.value(), samples, selection, place);
+                                } else {
+                                    showError(u"vellumo could not explain this yet."_s,
+                                              isMatterOfSettings(answer.error())
+                                                  ? ErrorHelp::service
+                                                  : ErrorHelp::none);
+                                }
+                            });
 }
 
-void VellumoCoordinator::showExplanation(const ExplanationResult &result, const QString &selection,
-                                         const Place &place)
+void VellumoCoordinator::showExplanation(const ExplanationResult &result, SampleAnswers samples,
+                                         const QString &selection, const Place &place)
 {
     seedTranscript(selection, result);
     const QPointer<VellumoCoordinator> self(this);
-    present(IslandContent::result(result, selection, {}), place,
+    present(IslandContent::result(result, selection, {}, samples), place,
             [self, conversation = conversation_, result, selection, place] {
                 if (self) {
                     self->handleResultDismissed(*conversation, result, selection, *place);
@@ -193,10 +198,13 @@ void VellumoCoordinator::showExplanation(const ExplanationResult &result, const 
 
 void VellumoCoordinator::showEmptySelection()
 {
-    showError(with_.accessibility.isProcessTrusted()
-                  ? u"Select text first."_s
-                  : u"vellumo needs Accessibility permission — enable it in System Settings → "
-                    "Privacy & Security → Accessibility."_s);
+    if (with_.accessibility.isProcessTrusted()) {
+        showError(u"Select text first."_s);
+    } else {
+        showError(u"vellumo needs Accessibility permission — enable it in System Settings → "
+                  "Privacy & Security → Accessibility."_s,
+                  ErrorHelp::permission);
+    }
 }
 
 void VellumoCoordinator::seedTranscript(const QString &selectedText,
@@ -302,7 +310,7 @@ void VellumoCoordinator::reopenNote(const ReadingNote &note, const ReadingContex
         thread.append({exchange.question, exchange.answer});
     }
     const QPointer<VellumoCoordinator> self(this);
-    present(IslandContent::reopened(result, note.sourceText, thread),
+    present(IslandContent::result(result, note.sourceText, thread),
             std::make_shared<std::optional<ReadingContext>>(context),
             [self, conversation = conversation_, note, context, baseline = note.followUps.size()] {
                 if (self) {

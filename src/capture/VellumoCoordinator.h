@@ -97,11 +97,11 @@ private:
 
     [[nodiscard]] Place findPlace();
     void present(const IslandContent &content, const Place &place, std::function<void()> onDismiss);
-    void showError(const QString &message);
+    void showError(const QString &message, ErrorHelp help = ErrorHelp::none);
     void beginPresentation(const Place &place);
     void explain(const QString &selection, const Place &place);
-    void showExplanation(const ExplanationResult &result, const QString &selection,
-                         const Place &place);
+    void showExplanation(const ExplanationResult &result, SampleAnswers samples,
+                         const QString &selection, const Place &place);
     void showEmptySelection();
 
     void seedTranscript(const QString &selectedText, const ExplanationResult &result);

@@ -29,8 +29,9 @@ public:
     virtual void followUp(const QList<ChatTurn> &transcript, const QString &language,
                           QObject *context, ExplanationCompletion<QString> completion) = 0;
 
-    /// Whether answers are made up to show how it works, and must be marked as such.
-    [[nodiscard]] virtual bool answersAreSamples() const { return false; }
+    /// What the answers to questions from now on are. Samples must be marked as such.
+    [[nodiscard]] virtual SampleAnswers samples() const { return SampleAnswers::none; }
+    [[nodiscard]] bool answersAreSamples() const { return samples() != SampleAnswers::none; }
 };
 
 } // namespace vellumo

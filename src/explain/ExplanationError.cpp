@@ -63,8 +63,9 @@ ExplanationFailure summary(const ExplanationError &error, double at)
     return {.kind = DecodingError{}, .at = at};
 }
 
-bool isMatterOfSettings(const ExplanationFailure &failure)
+bool isMatterOfSettings(const ExplanationError &error)
 {
+    const ExplanationFailure failure = summary(error, 0);
     if (const auto *service = std::get_if<ServiceError::Kind>(&failure.kind)) {
         constexpr int firstServerError = 500;
         constexpr int tooManyRequests = 429;

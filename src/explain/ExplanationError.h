@@ -61,7 +61,7 @@ struct ExplanationFailure {
 [[nodiscard]] ExplanationFailure summary(const ExplanationError &error, double at);
 
 /// Whether another address, model or key may help, rather than time.
-[[nodiscard]] bool isMatterOfSettings(const ExplanationFailure &failure);
+[[nodiscard]] bool isMatterOfSettings(const ExplanationError &error);
 
 /// "status 429", "timed out" and the like, for a log.
 [[nodiscard]] QString describe(const ExplanationFailure &failure);

@@ -27,6 +27,13 @@ struct ExplanationResult {
     friend bool operator==(const ExplanationResult &, const ExplanationResult &) = default;
 };
 
+/// Whether answers are made up to show how the program works, and why.
+enum class SampleAnswers : quint8 {
+    none, ///< a service answers
+    unconfigured, ///< there is no service, or the user prefers samples
+    misconfigured, ///< the configuration of the service has a mistake
+};
+
 /// One turn of a conversation about a selection. A transcript is a list of turns, oldest first.
 struct ChatTurn {
     enum class Role : quint8 { user, assistant };

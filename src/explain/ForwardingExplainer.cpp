@@ -42,17 +42,10 @@ ExplanationCompletion<T> ForwardingExplainer::watched(ExplanationCompletion<T> c
     // keeps the service until it has answered
     return [self = QPointer(this), service = service_,
             completion = std::move(completion)](const Result<T, ExplanationError> &answer) {
-        if (self && !answer.isOk()) {
-            const auto failure = summary(answer.error(), self->clock_.secondsSinceReferenceDate());
-            if (service == self->service_) {
-                self->setLastFailure(failure);
-            }
-            self->reported_ = failure;
+        if (self && !answer.isOk() && service == self->service_) {
+            self->setLastFailure(summary(answer.error(), self->clock_.secondsSinceReferenceDate()));
         }
         completion(answer);
-        if (self) {
-            self->reported_.reset();
-        }
     };
 }
 

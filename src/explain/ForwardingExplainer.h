@@ -31,17 +31,11 @@ public:
         return lastFailure_;
     }
 
-    /// The failure that somebody is being told of at this moment, while a completion runs.
-    [[nodiscard]] const std::optional<ExplanationFailure> &failureBeingReported() const
-    {
-        return reported_;
-    }
-
     void explain(const ExplanationRequest &request, QObject *context,
                  ExplanationCompletion<ExplanationResult> completion) override;
     void followUp(const QList<ChatTurn> &transcript, const QString &language, QObject *context,
                   ExplanationCompletion<QString> completion) override;
-    [[nodiscard]] bool answersAreSamples() const override { return service_->answersAreSamples(); }
+    [[nodiscard]] SampleAnswers samples() const override { return service_->samples(); }
 
 Q_SIGNALS:
     /// Emitted before the failed question completes, and when the failure is forgotten.
@@ -55,7 +49,6 @@ private:
     std::shared_ptr<AIExplaining> service_;
     Clock &clock_;
     std::optional<ExplanationFailure> lastFailure_;
-    std::optional<ExplanationFailure> reported_;
 };
 
 } // namespace vellumo

@@ -51,7 +51,9 @@ QByteArray sampleReply(SelectedTextKind kind)
 
 } // namespace
 
-MockAIService::MockAIService(Clock &clock) : clock_(clock) { }
+MockAIService::MockAIService(Clock &clock, SampleAnswers reason)
+    : clock_(clock)
+    , reason_(reason) { }
 
 void MockAIService::explain(const ExplanationRequest &request, QObject *context,
                             ExplanationCompletion<ExplanationResult> completion)

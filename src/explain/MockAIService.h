@@ -13,16 +13,17 @@ class Clock;
 class MockAIService : public AIExplaining {
 public:
     /// The clock must outlive this object.
-    explicit MockAIService(Clock &clock);
+    explicit MockAIService(Clock &clock, SampleAnswers reason = SampleAnswers::unconfigured);
 
     void explain(const ExplanationRequest &request, QObject *context,
                  ExplanationCompletion<ExplanationResult> completion) override;
     void followUp(const QList<ChatTurn> &transcript, const QString &language, QObject *context,
                   ExplanationCompletion<QString> completion) override;
-    [[nodiscard]] bool answersAreSamples() const override { return true; }
+    [[nodiscard]] SampleAnswers samples() const override { return reason_; }
 
 private:
     Clock &clock_;
+    SampleAnswers reason_;
 };
 
 } // namespace vellumo

@@ -74,10 +74,12 @@ std::unique_ptr<AIExplaining> ServiceSetup::makeService()
         return service;
     }
     const bool isChosen = settings::explanationService.value(with_.defaults) == samplesChoice;
-    printDiagnostic(isChosen         ? u"using sample answers, as chosen"_s
-                        : isFaulty() ? u"no usable service is configured — using MockAIService"_s
-                                     : u"OPENAI_API_KEY not set — using MockAIService"_s);
-    return std::make_unique<MockAIService>(with_.clock);
+    const bool isFault = isFaulty();
+    printDiagnostic(isChosen      ? u"using sample answers, as chosen"_s
+                        : isFault ? u"no usable service is configured — using MockAIService"_s
+                                  : u"OPENAI_API_KEY not set — using MockAIService"_s);
+    return std::make_unique<MockAIService>(
+        with_.clock, isFault ? SampleAnswers::misconfigured : SampleAnswers::unconfigured);
 }
 
 std::unique_ptr<AIExplaining> ServiceSetup::configuredService()

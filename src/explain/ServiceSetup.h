@@ -72,8 +72,6 @@ public:
     [[nodiscard]] const AppConfig &config() const { return with_.config; }
     /// What is wrong with the configuration, as far as a service needs it.
     [[nodiscard]] std::optional<ConfigurationFault> configurationFault() const;
-    /// Whether answers are samples because of that.
-    [[nodiscard]] bool isFaulty() const;
     /// Where selections go now; empty for samples.
     [[nodiscard]] QString host() const;
     /// Whether tokenProvider is asked now.
@@ -99,6 +97,8 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// Whether answers are samples because of the configuration.
+    [[nodiscard]] bool isFaulty() const;
     [[nodiscard]] bool hasOwn() const;
     [[nodiscard]] Entry own() const { return {base(), model(), {}}; }
     [[nodiscard]] std::unique_ptr<AIExplaining> configuredService();

@@ -18,6 +18,13 @@ struct ThreadItem {
     friend bool operator==(const ThreadItem &, const ThreadItem &) = default;
 };
 
+/// What the panel offers beside an error.
+enum class ErrorHelp : quint8 {
+    none,
+    permission, ///< to allow the use of accessibility
+    service, ///< to look after the explanation service
+};
+
 /// What the result panel shows.
 struct IslandContent {
     struct Loading {
@@ -26,9 +33,10 @@ struct IslandContent {
     };
     struct Result {
         ExplanationResult result;
-        std::optional<QString> sourceText; ///< absent for errors, which take no follow-ups
-        QList<ThreadItem> thread;
-        bool isFresh = true; ///< has just come from the explainer, and not from a note
+        std::optional<QString> sourceText = {}; ///< absent for errors, which take no follow-ups
+        QList<ThreadItem> thread = {};
+        SampleAnswers samples = SampleAnswers::none; ///< marked, unless none
+        ErrorHelp help = ErrorHelp::none; ///< beside an error
         friend bool operator==(const Result &, const Result &) = default;
     };
     struct Demo {
@@ -40,14 +48,15 @@ struct IslandContent {
 
     static IslandContent loading(QString sourceText) { return {Loading{std::move(sourceText)}}; }
     static IslandContent result(ExplanationResult result, std::optional<QString> sourceText,
-                                QList<ThreadItem> thread)
+                                QList<ThreadItem> thread,
+                                SampleAnswers samples = SampleAnswers::none)
     {
-        return {Result{std::move(result), std::move(sourceText), std::move(thread)}};
+        return {Result{std::move(result), std::move(sourceText), std::move(thread), samples}};
     }
-    static IslandContent reopened(ExplanationResult result, QString sourceText,
-                                  QList<ThreadItem> thread)
+    /// A message without source text, context or thread.
+    static IslandContent error(QString message, ErrorHelp help)
     {
-        return {Result{std::move(result), std::move(sourceText), std::move(thread), false}};
+        return {Result{.result = {{}, std::move(message)}, .help = help}};
     }
     static IslandContent demo(ExplanationResult result) { return {Demo{std::move(result)}}; }
     /// A message that has nothing to do with a selection; takes no follow-ups.

@@ -140,9 +140,9 @@ void ResultPanelController::endPresentation(Leaving leaving)
     }
 }
 
-void ResultPanelController::showError(const QString &message)
+void ResultPanelController::showError(const QString &message, ErrorHelp help)
 {
-    present(IslandContent::result({{}, message}, {}, {}), {}, [] {});
+    present(IslandContent::error(message, help), {}, [] {});
 }
 
 void ResultPanelController::showContext(const ReadingContext &context)
@@ -169,12 +169,13 @@ void ResultPanelController::rememberConversation(const IslandContent &content)
 void ResultPanelController::describe(const IslandContent &content)
 {
     const auto *result = std::get_if<IslandContent::Result>(&content.value);
-    view_->setOffersPermission(result && !result->sourceText && isTrusted && !isTrusted());
-    view_->setOffersService(result && !result->sourceText && onOpenServiceSettings
-                            && isErrorOfService && isErrorOfService());
-    view_->setIsSample(
-        result && result->sourceText && result->isFresh && answersAreSamples && answersAreSamples(),
-        static_cast<bool>(onOpenServiceSettings), isConfigurationFaulty && isConfigurationFaulty());
+    const ErrorHelp help = result ? result->help : ErrorHelp::none;
+    const SampleAnswers samples = result ? result->samples : SampleAnswers::none;
+    const bool leadsToService = static_cast<bool>(onOpenServiceSettings);
+    view_->setOffersPermission(help == ErrorHelp::permission);
+    view_->setOffersService(help == ErrorHelp::service && leadsToService);
+    view_->setIsSample(samples != SampleAnswers::none, leadsToService,
+                       samples == SampleAnswers::misconfigured);
 }
 
 void ResultPanelController::showFollowUpThinking(const QString &question)

@@ -30,18 +30,10 @@ public:
                           QObject *parent = nullptr);
     ~ResultPanelController() override;
 
-    /// Tells whether accessibility is trusted; without it an error offers `onAllowAccessibility`.
-    std::function<bool()> isTrusted;
+    /// What ErrorHelp::permission leads to.
     std::function<void()> onAllowAccessibility;
-
-    /// Tells whether answers are samples for want of a service; fresh ones are marked, with a way
-    /// to `onOpenServiceSettings`.
-    std::function<bool()> answersAreSamples;
-    /// Whether that is for a mistake in the configuration.
-    std::function<bool()> isConfigurationFaulty;
+    /// What ErrorHelp::service and the mark of a sample lead to; without it they offer nothing.
     std::function<void()> onOpenServiceSettings;
-    /// Tells whether the error that is being shown can be helped there; it offers the way then.
-    std::function<bool()> isErrorOfService;
 
     /// Called when the panel has left the screen and what its dismissal brings about is done.
     std::function<void()> onClosed;
@@ -57,7 +49,7 @@ public:
     void present(IslandContent content, std::optional<ReadingContext> context,
                  std::function<void()> onDismiss) override;
     void dismiss() override;
-    void showError(const QString &message) override;
+    void showError(const QString &message, ErrorHelp help) override;
     void showContext(const ReadingContext &context) override;
     void showFollowUpThinking(const QString &question) override;
     void showFollowUpAnswer(const QString &answer) override;

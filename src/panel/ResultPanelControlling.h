@@ -27,8 +27,8 @@ public:
     /// Closes the panel, if any, and runs the stored dismiss callback.
     virtual void dismiss() = 0;
 
-    /// Presents a message without source text, context or thread.
-    virtual void showError(const QString &message) = 0;
+    /// Presents a message without source text, context or thread, and what may help beside it.
+    virtual void showError(const QString &message, ErrorHelp help) = 0;
 
     /// Names the place of what is shown otherwise; everything else stays. Nothing while hidden.
     virtual void showContext(const ReadingContext &context) = 0;

@@ -109,6 +109,7 @@ public:
     std::optional<IslandContent> shown; ///< absent while no panel is on screen
     std::optional<ReadingContext> context;
     QString error; ///< of the last showError()
+    ErrorHelp help = ErrorHelp::none; ///< likewise
     QStringList thread; ///< what the follow-up operations were told
 
     bool isOnScreen() const override { return shown.has_value(); }
@@ -130,10 +131,11 @@ public:
             callback();
         }
     }
-    void showError(const QString &message) override
+    void showError(const QString &message, ErrorHelp errorHelp) override
     {
         error = message;
-        present(IslandContent::result({{}, message}, std::nullopt, {}), std::nullopt, [] {});
+        help = errorHelp;
+        present(IslandContent::error(message, help), std::nullopt, [] {});
     }
     void showContext(const ReadingContext &newContext) override { context = newContext; }
     void showFollowUpThinking(const QString &question) override { thread.append(question); }

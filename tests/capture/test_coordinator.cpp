@@ -183,6 +183,7 @@ void TestCoordinator::unusableSelection()
     with_->accessibility.trusted = trusted;
     doubleTap();
     QCOMPARE(with_->panel.error, message);
+    QCOMPARE(with_->panel.help, trusted ? ErrorHelp::none : ErrorHelp::permission);
     QVERIFY(with_->explainer.explanations.isEmpty());
     with_->panel.dismiss();
     QVERIFY(with_->store.notes.isEmpty());
@@ -193,10 +194,15 @@ void TestCoordinator::failedExplanationSavesNothing()
     doubleTap();
     with_->explainer.explanations[0].answer(failure);
     QCOMPARE(with_->panel.error, u"vellumo could not explain this yet."_s);
+    QCOMPARE(with_->panel.help, ErrorHelp::service);
     QVERIFY(with_->coordinator.followUpTranscript().isEmpty());
     QCOMPARE(with_->shownCount, 0);
     with_->panel.dismiss();
     QVERIFY(with_->store.notes.isEmpty());
+
+    doubleTap();
+    with_->explainer.explanations[1].answer(withoutKey({KeyError::Kind::late}));
+    QCOMPARE(with_->panel.help, ErrorHelp::none); // time helps
 }
 
 void TestCoordinator::explanationWithoutContextIsNotStored()

@@ -253,7 +253,7 @@ void ResultPanelControllerTest::survivesPresentingFromOnDismiss()
         order << u"old"_s;
         desk.presentLoading([&] { order << u"nested"_s; });
     });
-    desk.panel.showError(u"last"_s);
+    desk.panel.showError(u"last"_s, ErrorHelp::none);
     QCOMPARE(order, (QStringList{u"old"_s, u"nested"_s}));
     QCOMPARE(desk.view().state(), ResultPanelView::State::Error);
     QCOMPARE(desk.monitors.localMasks().size(), 1);
@@ -337,20 +337,19 @@ void ResultPanelControllerTest::growsDownwardsOnThePanelsOwnScreen()
 void ResultPanelControllerTest::errorsTakeNoQuestionAndMayOfferPermission()
 {
     Desk desk;
-    bool trusted = false;
-    desk.panel.isTrusted = [&] { return trusted; };
     desk.panel.onFollowUp = [](const QString &) { QFAIL("asked"); };
-    desk.panel.showError(u"no permission"_s);
+    desk.panel.showError(u"no permission"_s, ErrorHelp::permission);
     QCOMPARE(desk.view().state(), ResultPanelView::State::Error);
     QCOMPARE(desk.view().explanation(), u"no permission"_s);
     QVERIFY(!desk.view().submitFollowUp(u"why?"_s));
     QVERIFY(desk.view().offersPermission());
-    trusted = true;
-    desk.panel.showError(u"nothing selected"_s);
-    QVERIFY(!desk.view().offersPermission());
-    trusted = false;
+    desk.panel.showError(u"no key"_s, ErrorHelp::service);
+    QVERIFY(!desk.view().offersPermission() && !desk.view().offersService()); // leads nowhere
+    desk.panel.onOpenServiceSettings = [] {};
+    desk.panel.showError(u"no key"_s, ErrorHelp::service);
+    QVERIFY(desk.view().offersService());
     desk.presentResult();
-    QVERIFY(!desk.view().offersPermission());
+    QVERIFY(!desk.view().offersPermission() && !desk.view().offersService());
 }
 
 QTEST_GUILESS_MAIN(ResultPanelControllerTest)

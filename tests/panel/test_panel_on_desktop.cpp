@@ -123,7 +123,7 @@ void PanelOnDesktopTest::staysMappedFromLoadingToResult()
     desk.presentResult();
     QVERIFY(waitUntil([&] { return desk.window->height() > before; }));
     desk.panel.showFollowUpThinking(u"why?"_s);
-    desk.panel.showError(u"no"_s);
+    desk.panel.showError(u"no"_s, ErrorHelp::none);
     QVERIFY(waitUntil(
         [&] { return desk.window->height() < before + 40; })); // the last animation has arrived
     desk.outside.roundTrip();
