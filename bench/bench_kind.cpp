@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// What it costs to tell a word from a paragraph when somebody selects five megabytes.
+// The cost of classifying a selection of five megabytes as word, sentence or paragraph.
 #include "Report.h"
 #include "explain/ExplanationTypes.h"
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// bench_process PROGRAM: what the program costs while nobody uses it: its start, its memory, its
+// bench_process PROGRAM: what the program costs at rest: its start, its memory, its
 // processor time.
 #include "PixelMeter.h"
 #include "ProcessUsage.h"

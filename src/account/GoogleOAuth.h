@@ -23,9 +23,9 @@ public:
     /// `site` is the web site's base address. The workspace must outlive this object.
     GoogleOAuth(Workspace &workspace, const QString &site);
 
-    /// Opens the login page in the browser and waits for its callback, without limit. Whoever
-    /// already waits gets an error. The completion runs once, on the main thread and never before
-    /// the call returns; not when `context` is destroyed first.
+    /// Opens the login page in the browser and waits for its callback, without limit. A
+    /// pending sign-in completes with an error. The completion runs once, on the main thread and
+    /// never before the call returns; not when `context` is destroyed first.
     void run(QObject *context, Completion completion);
 
     /// Opens the login page once more for a sign-in that waits, of which the page may be closed.

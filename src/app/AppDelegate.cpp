@@ -78,7 +78,7 @@ int AppDelegate::run(LaunchRequest request)
 
 void AppDelegate::terminate()
 {
-    // Not quit(), which first closes windows: a question that stands would count as answered.
+    // Not quit(), which first closes windows: an open question would count as answered.
     QApplication::exit();
 }
 

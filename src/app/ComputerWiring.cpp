@@ -20,7 +20,7 @@ std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
         ComputerModel::Collaborators{accessibility, with_.service, with_.explainer, *desktop_,
                                      *login_, with_.clock, with_.texts, with_.defaults});
     model->onWithdrawConsent = [&permission = with_.permission, &accessibility] {
-        permission.setTrusted(false); // nobody has to be warned of what they have just done
+        permission.setTrusted(false); // no alert about what the user has just done
         accessibility.withdrawConsent();
     };
     return model;

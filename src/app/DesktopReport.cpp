@@ -104,7 +104,7 @@ void DesktopReport::lookForBrowsers()
             if (entry && !entry->isDeleted && !list.contains(entry->name)) {
                 list.append(entry->name);
             }
-            break; // it stands before those of later folders
+            break; // it overrides those of later folders
         }
     }
 }

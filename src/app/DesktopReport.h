@@ -10,7 +10,7 @@ namespace vellumo {
 class LinuxPlatform;
 class TrayHosts;
 
-/// Tells what this desktop offers, from what watches it anyway.
+/// Reports what this desktop offers, from state that is watched anyway.
 class DesktopReport final : public DesktopReporting {
     Q_OBJECT
 

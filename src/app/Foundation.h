@@ -19,7 +19,7 @@
 
 namespace vellumo {
 
-/// What everything else stands on: settings, time, languages, windows and the platform.
+/// What everything else depends on: settings, time, languages, windows and the platform.
 struct Foundation {
     AppConfig config = AppConfig::load();
     SettingsDefaultsStore defaults{SettingsDefaultsStore::defaultPath()};

@@ -114,7 +114,7 @@ void OnboardingWiring::connectDemonstrations()
     onboarding.onNotesPillHighlight = [this](bool isHighlighted) {
         with_.notesEntrance.setHighlighted(isHighlighted);
         if (!isHighlighted) {
-            with_.notesEntrance.endOnboardingDemo(); // nobody looks any more
+            with_.notesEntrance.endOnboardingDemo(); // the cards are closed
         }
     };
     onboarding.onPlayNotesDemo = [this](std::function<void()> done) {

@@ -35,7 +35,7 @@ void PermissionWiring::granted()
 
 void PermissionWiring::revoked()
 {
-    // The question is put when the alert has been read: one of the two stands at a time.
+    // The question follows when the alert is closed: only one of the two is shown at a time.
     with_.consent.hold();
     with_.accessibility.isProcessTrustedWithPrompt();
     with_.manager.setTrusted(with_.accessibility.isProcessTrusted());

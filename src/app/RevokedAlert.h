@@ -10,7 +10,7 @@ namespace vellumo {
 
 class BilingualText;
 
-/// Tells the user that other applications can no longer be read: a modal alert above all windows,
+/// Informs the user that other applications can no longer be read: a modal alert above all windows,
 /// with the keyboard, whatever the window manager thinks of windows that come by themselves. It
 /// exists only while it is shown.
 class RevokedAlert {

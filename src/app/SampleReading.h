@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-/// What somebody might have read, for pictures of the program.
+/// A sample selection, place and answer for screenshots.
 struct SampleReading {
     ReadingContext context;
     QString selection;

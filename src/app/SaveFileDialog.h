@@ -10,9 +10,8 @@ class QWindow;
 
 namespace vellumo {
 
-/// Asks where an export is to be written, in the desktop's dialog for files. One dialog at a time;
-/// whoever asks goes on at once, but the window below waits. Whether a file may be replaced is
-/// asked afterwards, by the window.
+/// Asks where to write an export, in the desktop's file dialog. One dialog at a time; window-modal
+/// and asynchronous. The window asks afterwards whether an existing file may be replaced.
 class SaveFileDialog {
 public:
     /// The texts must outlive the dialog.

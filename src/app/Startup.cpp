@@ -71,7 +71,7 @@ Startup::Startup(int argc, char **argv)
     const WindowSystem windows = chooseWindowSystem(QProcessEnvironment::systemEnvironment());
     remark_ = windows.remark;
     if (!windows.isUsable) {
-        // Another vellumo, on a display, can still be told.
+        // Another vellumo, on a display, can still be reached.
         const QCoreApplication application(argc, argv);
         exitStatus_ = becomeTheOnlyInstance().value_or(EXIT_FAILURE);
         return;
@@ -85,7 +85,7 @@ Startup::Startup(int argc, char **argv)
 
 void Startup::avoidHungBus()
 {
-    // Whoever runs already has shown that the bus works, so that there it only needs time.
+    // Another running instance shows that the bus works and only needs time.
     if (!isSessionBusResponsive(busPatience)
         && (lock_.tryLock() || !isSessionBusResponsive(instancePatience))) {
         printDiagnostic(u"the session bus does not answer; going on without it"_s);

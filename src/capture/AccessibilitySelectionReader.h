@@ -54,7 +54,7 @@ private:
                                                         QDeadlineTimer deadline);
     [[nodiscard]] std::optional<AccessibleElement> focusedUIElement(qint64 processIdentifier,
                                                                     QDeadlineTimer deadline);
-    /// The selected text as the element itself tells it.
+    /// The selected text by the element itself.
     [[nodiscard]] SelectedText stringAttribute(const AccessibleElement &element,
                                                QDeadlineTimer deadline);
     [[nodiscard]] std::optional<QString> selectedTextViaRange(const AccessibleElement &element,

@@ -35,7 +35,7 @@ public:
                                                     QDeadlineTimer deadline) const;
 
 private:
-    /// Browsers run no scripts for others here; the accessibility tree tells the address of the tab
+    /// Browsers run no scripts for others here; the accessibility tree has the address of the tab
     /// in front instead.
     [[nodiscard]] std::optional<PageUrl> runURLScript(qint64 processIdentifier,
                                                       QDeadlineTimer deadline) const;

@@ -10,7 +10,7 @@
 
 namespace vellumo {
 
-/// Remembers when Option was pressed the last two times, so that a reader of selections can tell
+/// Remembers when Option was pressed the last two times, so that a reader of selections knows
 /// what the taps themselves have changed. Main thread only.
 class OptionTaps {
 public:

@@ -4,13 +4,13 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// How vellumo stands on this computer: what it may do, who explains, what works.
+/// The state of vellumo on this computer: permission, service, and what works.
 ScrollPage {
     id: page
 
     required property ComputerModel computer
     required property BilingualText texts
-    property bool syncsNotes: false ///< somebody is signed in
+    property bool syncsNotes: false ///< the user is signed in
     property string syncProblem: ""
     property date syncTime
 

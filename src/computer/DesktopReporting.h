@@ -38,9 +38,9 @@ public:
     /// It is being opened, and nothing has gone wrong so far.
     [[nodiscard]] virtual bool isConnecting() const = 0;
     [[nodiscard]] virtual Keyring keyring() const = 0;
-    /// Names of the installed browsers that tell the address of a page.
+    /// Names of the installed browsers that expose the address of a page.
     [[nodiscard]] virtual QStringList browsers() const = 0;
-    /// Names of those that tell it only if accessibility was on when they started.
+    /// Names of those that expose it only if accessibility was on when they started.
     [[nodiscard]] virtual QStringList browsersDecidingAtStart() const = 0;
 
     /// Looks again at what does not report its changes.

@@ -41,8 +41,7 @@ struct KeyError {
     friend bool operator==(const KeyError &, const KeyError &) = default;
 };
 
-/// Why an explanation could not be had. Has no text for the user; whoever shows the failure chooses
-/// the words.
+/// Why there is no explanation. Carries no text for the user; the view chooses the words.
 using ExplanationError = std::variant<ServiceError, DecodingError, HttpError, KeyError>;
 
 // Made inline, gcc 12 sees uninitialised members of the other kinds.

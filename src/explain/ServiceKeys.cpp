@@ -88,7 +88,7 @@ void ServiceKeys::enter(const QString &origin, const QString &key)
     held_.insert(origin, {key, Place::storing});
     secrets_.set(accountOf(origin), key.toUtf8());
     secrets_.unlock();
-    read(origin); // tells what has become of it
+    read(origin); // to learn the result
     answerAll(origin);
     Q_EMIT changed();
 }

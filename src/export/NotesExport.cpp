@@ -26,7 +26,7 @@ QString writeProblem(const QSaveFile &file)
     return isExplained ? file.errorString() : qt_error_string(errno);
 }
 
-/// What a failure means to whoever chose the file.
+/// Explains a failure to the user who chose the file.
 NotesExport::Result failure(const QSaveFile &file, const QString &words)
 {
     const auto isOneOf = [&words](std::initializer_list<int> errors) {

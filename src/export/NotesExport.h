@@ -23,7 +23,7 @@ public:
         QList<int> chosen; ///< which of the notes, by index, in the order in which they are written
         ExportFormat format = ExportFormat::Markdown;
         bool isEnglish = true;
-        QDateTime at; ///< local time that the file tells
+        QDateTime at; ///< local time written into the file
         QString path;
     };
 
@@ -54,7 +54,7 @@ public:
     [[nodiscard]] bool isRunning() const { return worker_.joinable(); }
     /// Nothing may be running.
     void start(Order order);
-    /// onDone tells when it has stopped, or that the file was finished before.
+    /// onDone reports when it has stopped, or that the file was finished before.
     void cancel() { isCancelled_ = true; }
 
 private:

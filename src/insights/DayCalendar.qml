@@ -6,7 +6,7 @@ import Vellumo.Insights
 import Vellumo.Ui
 
 /// Notes per day, a column for each week, as many weeks as there is room for. The arrow keys and the
-/// pointer choose a day, whose figure is told.
+/// pointer choose a day and show its figure.
 FocusScope {
     id: calendar
 

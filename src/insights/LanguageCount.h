@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-/// Counts notes by what they are written in. A word or two that does not tell its language is taken
+/// Counts notes by what they are written in. A word or two without a recognizable language is taken
 /// for what most of the others from the same place are in.
 class LanguageCount {
 public:

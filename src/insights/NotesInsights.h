@@ -17,7 +17,7 @@ class BilingualText;
 class NotesLibrary;
 
 /// When, where and in which languages was read, over all notes. Follows the library while it is
-/// shown; many notes are counted in slices, and what is told changes when the last is done.
+/// shown; many notes are counted in slices, and the figures change after the last one.
 class NotesInsights : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -72,7 +72,7 @@ public:
     [[nodiscard]] QList<int> languageCounts() const;
     /// Rounded so that together they are 100.
     [[nodiscard]] QList<int> languagePercents() const;
-    /// Whether one of them is named by its letters, since a word or two does not tell its language.
+    /// Whether one of them is named by its letters, since a word or two may fit several languages.
     [[nodiscard]] bool namesLetters() const;
 
     /// The places with most notes.

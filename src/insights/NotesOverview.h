@@ -12,7 +12,7 @@ class BilingualText;
 class Clock;
 class NotesLibrary;
 
-/// What the home page tells about the notes: how many, when and where.
+/// The figures of the home page: how many notes, when and where.
 class NotesOverview : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -6,7 +6,7 @@
 
 namespace vellumo {
 
-/// What a text is written in, as far as its letters and its most common words tell. Letters that
+/// The language of a text, judged by its letters and its most common words. Letters that
 /// several languages share are named by themselves unless the words say more.
 enum class ReadingLanguage : quint8 {
     Chinese,

@@ -9,7 +9,7 @@ namespace vellumo {
 /// Where a note was read, in a few plain words: the site, the file or the window.
 [[nodiscard]] QString placeOf(const ReadingContext &context, bool english);
 
-/// Whether notes have come from another computer, which does not tell where they were read.
+/// Whether notes came from another computer, whose context is not known here.
 [[nodiscard]] bool isPulled(const ReadingContext &context);
 
 /// Notes of one such name belong together where places are counted; for a hash.

@@ -36,7 +36,7 @@ public:
     /// Marks everything from the row that was toggled last up to this one; what an earlier call
     /// has marked beyond goes again. Begins selecting.
     Q_INVOKABLE void extendTo(int row);
-    /// The next row that is extended to begins anew.
+    /// The next extension starts a new range.
     Q_INVOKABLE void dropAnchor() { anchor_ = -1; }
     /// Marks every note of the list. Begins selecting.
     Q_INVOKABLE void selectAll();

@@ -46,7 +46,7 @@ public:
     };
     Q_ENUM(State)
 
-    /// What is asked of whoever shows a dialog for files.
+    /// A request for a file dialog.
     struct FileQuestion {
         QString suggestedName;
         QString suffix; ///< "md", "csv" or "json"
@@ -59,7 +59,7 @@ public:
 
     /// Shows a dialog, in place of one that is shown already. Returns at once.
     std::function<void(const FileQuestion &question)> onChooseFile;
-    /// The answer is not wanted any more: takes the dialog away, if it still stands.
+    /// The answer is no longer needed: closes the dialog if it is open.
     std::function<void()> onForgetFile;
     /// Answers whether the folder could be shown.
     std::function<bool(const QString &folder)> onOpenFolder;
@@ -116,7 +116,7 @@ private:
     QString scope_ = QStringLiteral("all");
     ExportFormat format_ = ExportFormat::Markdown;
     Plan plan_;
-    int question_ = 0; ///< tells the answer to the last one from others
+    int question_ = 0; ///< the last one; answers to earlier ones are ignored
     QString path_;
     std::optional<QSet<QUuid>> writtenMarks_; ///< of the plan that is being written
     bool isOpen_ = false;

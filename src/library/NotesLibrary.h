@@ -99,7 +99,7 @@ Q_SIGNALS:
     void changed();
     /// Another place is shown, or all are again.
     void placeChanged();
-    /// The notes themselves have changed, or the day that they are told from.
+    /// The notes have changed, or the day that their dates are relative to.
     void notesChanged();
     /// The rows are about to be replaced by those of the same filters, and have been.
     void rowsAboutToRefresh();

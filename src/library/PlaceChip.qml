@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// Tells that the notes of one place alone are shown; a click shows all again.
+/// Names the place that the list is filtered by; a click removes the filter.
 ButtonArea {
     id: chip
 

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// Something that the user is told or asked above the pages, until it is answered. Takes no room
+/// A notice or question above the pages, until it is answered. Takes no room
 /// otherwise.
 FocusScope {
     id: notice

@@ -73,12 +73,12 @@ public:
     /// Goes to the dashboard without an account, now and in later runs, until someone signs in or
     /// out.
     Q_INVOKABLE void useWithoutAccount();
-    /// Signs in through the browser, and tells then how many notes are on their way.
+    /// Signs in through the browser, then reports how many notes are about to arrive.
     Q_INVOKABLE void signIn();
     /// Shows the sign-in view to a user without an account.
     Q_INVOKABLE void askForSignIn();
 
-    /// The window comes or goes. Notes are fetched for whoever looks at them.
+    /// The window is shown or hidden. Showing it fetches notes.
     void setShown(bool shown);
 
     /// "home", "notes", "insights" or "computer". Going to a page leaves the note that is open.
@@ -89,7 +89,7 @@ public:
     /// Goes to the notes, with the keyboard in the search field.
     Q_INVOKABLE void goToSearch();
 
-    /// Goes to where a service is entered; whoever has not signed in goes on without an account.
+    /// Opens the service settings. A user who is not signed in continues without an account.
     void goToService();
 
     /// The preference as it is stored, or its default.
@@ -108,7 +108,7 @@ public:
     /// Made when it is asked for first.
     [[nodiscard]] ComputerModel *computer();
 
-    /// The settings cannot be written, and the user has not yet been told in this run.
+    /// The settings cannot be written, and this run has not shown the notice yet.
     [[nodiscard]] bool hasUnsavedSettings() const;
     Q_INVOKABLE void acknowledgeUnsavedSettings();
 
@@ -138,7 +138,7 @@ Q_SIGNALS:
 
 private:
     void userChanged();
-    /// Whoever comes next begins anew.
+    /// Resets all view state for the next user.
     void leaveEverything();
     void pull();
 

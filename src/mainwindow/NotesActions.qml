@@ -13,7 +13,7 @@ Flow {
     required property bool english
 
     readonly property NoteSelection selection: actions.main.library.selection
-    /// The width at which all stand in one line.
+    /// The width at which all fit in one line.
     readonly property int oneLine: all.implicitWidth * (all.visible ? 1 : 0) + select.implicitWidth
         + save.implicitWidth + (all.visible ? 2 : 1) * actions.spacing
 

@@ -26,7 +26,7 @@ public:
 
     /// Why notes cannot be saved, in the system's words; empty when they can.
     [[nodiscard]] QString saveFailure() const;
-    /// What the user is told of such a failure, wherever that is.
+    /// The text for such a failure, wherever it is shown.
     [[nodiscard]] Q_INVOKABLE static QString unsavedText(const QString &failure, bool english);
     /// The newest file that could not be read and is kept, as the user would write it; empty when
     /// the user knows of it.

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.MainWindow
 import Vellumo.Ui
 
-/// For developers: the sign-in view whoever is signed in.
+/// For developers: the sign-in view, also for a signed-in user.
 Window {
     id: window
 

@@ -30,7 +30,7 @@ struct FileIdentity {
 [[nodiscard]] std::optional<FileIdentity> fileIdentity(const QString &path);
 
 /// Replaces the file's content, given in pieces, so that at every moment either the old or the new
-/// bytes stand under its name. The file is readable by the user alone (0600). A symbolic link is
+/// bytes are under its name. The file is readable by the user alone (0600). A symbolic link is
 /// followed, not replaced. One writer at a time. Answers what went wrong, or nothing. `written` is
 /// set as soon as the new bytes have the name.
 [[nodiscard]] std::optional<QString> replaceFile(const QString &path,

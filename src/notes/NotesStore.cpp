@@ -194,7 +194,7 @@ QStringList NotesStore::unreadableFiles() const
     if (hasUnreadableFile_) {
         found.append(storeURL_);
     }
-    // Their names tell the time.
+    // Their names contain the time.
     const QStringList names = file.dir().entryList({file.fileName() + unreadableSuffix + u'*'},
                                                    QDir::Files, QDir::Name | QDir::Reversed);
     for (const QString &name : names) {

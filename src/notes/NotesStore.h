@@ -70,7 +70,7 @@ private:
     bool hasTakenOver_ = false; ///< notes from outside, which has not been announced
     QTimer bookkeepingTimer_; ///< runs while there is bookkeeping to be saved
     std::optional<QString> saveFailure_;
-    bool hasUnreadableFile_ = false; ///< what stands under storeURL_ is not ours to overwrite
+    bool hasUnreadableFile_ = false; ///< what is under storeURL_ must not be overwritten
 };
 
 } // namespace vellumo

@@ -29,7 +29,7 @@ using NoteSyncStates = QMap<QString, NoteSyncState>;
 /// Canonical 36-character text of an id, in upper case.
 [[nodiscard]] QString noteIdText(const QUuid &id);
 
-/// A bucket as it stands in the notes file, with the file's indentation but not that of its first
+/// A bucket as encoded in the notes file, with the file's indentation but not that of its first
 /// line. Worth keeping while the bucket does not change: encoding is most of what a save costs.
 [[nodiscard]] QByteArray encodedBucket(const StoredNotesBucket &bucket);
 

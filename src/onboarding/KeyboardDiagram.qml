@@ -4,7 +4,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Ui
 
-/// The lowest rows of a keyboard, with the names that Option has on both kinds. It cannot be told
+/// The lowest rows of a keyboard, with the names that Option has on both kinds. It is not known
 /// which of the two was pressed, so both light up.
 Item {
     id: keyboard

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// Tells where notes are kept, while the real pill draws attention.
+/// Explains where notes are kept, while the real pill draws attention.
 CardFrame {
     id: card
 

@@ -32,7 +32,7 @@ public:
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] int columns() const;
-    /// The English labels, which stand for the options.
+    /// The English labels, which identify the options.
     [[nodiscard]] QStringList options() const;
     /// The option that is chosen; empty when there is none.
     [[nodiscard]] QString answer() const { return surveyAnswers_.value(phase_); }

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Panel
 import Vellumo.Ui
 
-/// Lines that stand for the answer while it is awaited; a light passes over them slowly.
+/// Placeholder lines while the answer is awaited; a light passes over them slowly.
 Item {
     id: lines
 

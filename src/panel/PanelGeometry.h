@@ -7,14 +7,14 @@
 #include <algorithm>
 #include <optional>
 
-/// Where the result panel stands, as pure rules in desktop coordinates.
+/// The geometry of the result panel, as pure functions in desktop coordinates.
 namespace vellumo::panelGeometry {
 
 constexpr double width = 520;
 constexpr double minimumHeight = 96;
 constexpr double bottomCornerRadius = 22;
 
-/// Stands in for a screen when there is none.
+/// Used when there is no screen.
 constexpr Rect fallbackScreen{0, 0, 1200, 800};
 
 /// The first screen that holds the point, otherwise the main screen.
@@ -63,7 +63,7 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
     return {frame.x, frame.maxY() - height, frame.width, height};
 }
 
-/// A point inside the panel's top edge, which tells the screen that it hangs from.
+/// A point inside the panel's top edge, by which its screen is found.
 [[nodiscard]] inline Point anchor(const Rect &frame)
 {
     return {frame.midX(), frame.maxY() - 1};

@@ -17,7 +17,7 @@ namespace vellumo::panelText {
 {
     return presentableLine(text, 200);
 }
-/// A longer follow-up question is not sent; the user is told to shorten it.
+/// A longer follow-up question is not sent; the panel asks to shorten it.
 constexpr qsizetype longestQuestion = 20000;
 
 [[nodiscard]] inline QString question(const QString &text)

@@ -165,7 +165,7 @@ void ResultPanelController::rememberConversation(const IslandContent &content)
     }
 }
 
-/// What stands beside the content: the way to the permission, the mark of a sample.
+/// What is shown beside the content: the way to the permission, the mark of a sample.
 void ResultPanelController::describe(const IslandContent &content)
 {
     const auto *result = std::get_if<IslandContent::Result>(&content.value);

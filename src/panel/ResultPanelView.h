@@ -54,7 +54,7 @@ public:
     // for the controller
 
     enum class Drawing : quint8 {
-        Fresh, ///< another presentation: draft, scroll and focus start anew
+        Fresh, ///< another presentation: draft, scroll and focus are reset
         Redraw, ///< the same one goes on: they stay
     };
     void show(const IslandContent &content, const std::optional<ReadingContext> &context,
@@ -73,7 +73,7 @@ public:
     [[nodiscard]] qreal fittingHeight();
     void scrollToBottom() { Q_EMIT scrollToBottomRequested(); }
     void focusFollowUpField() { Q_EMIT focusRequested(); }
-    /// Tells screen readers the explanation or answer that has come last.
+    /// Announces the latest explanation or answer to screen readers.
     void announceLatest() { Q_EMIT announcementRequested(); }
 
     /// Whether the follow-up field holds text, in composition or not, that was not submitted.
@@ -87,7 +87,7 @@ public:
     [[nodiscard]] QString translation() const { return translation_; }
     [[nodiscard]] QString explanation() const { return explanation_; }
     [[nodiscard]] QAbstractListModel *thread() { return &thread_; }
-    /// What a screen reader is to say: the last answer, or what stands instead of one.
+    /// The announcement for screen readers: the last answer or its replacement.
     [[nodiscard]] QString latestText() const;
     [[nodiscard]] bool awaitsAnswer() const { return thread_.hasPendingRow(); }
     [[nodiscard]] bool offersPermission() const { return offersPermission_; }

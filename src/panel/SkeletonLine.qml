@@ -8,7 +8,7 @@ import Vellumo.Ui
 Rectangle {
     id: line
 
-    /// Where the light stands, in widths of the line.
+    /// The position of the light, in widths of the line.
     required property real light
 
     readonly property real reach: 0.3

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Ui
 
 /// A value that follows `shown` between 0 and 1 like a critically damped spring: without overshoot,
-/// and from where it stands when it is turned back.
+/// and from its current state when reversed.
 QtObject {
     id: fade
 

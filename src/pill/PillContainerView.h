@@ -10,8 +10,9 @@
 
 namespace vellumo {
 
-/// Tells a click from a drag on the collapsed pill. The drawing hands it what the left button and
-/// the pointer do; in list form everything but leaving goes to the list instead. Main thread only.
+/// Distinguishes a click from a drag on the collapsed pill. The drawing hands it what the left
+/// button and the pointer do; in list form everything but leaving goes to the list instead. Main
+/// thread only.
 class PillContainerView : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -6,7 +6,7 @@
 #include <QVariant>
 #include <optional>
 
-/// Where the notes pill and its list stand, as pure rules in desktop coordinates.
+/// The geometry of the notes pill and its list, as pure functions in desktop coordinates.
 namespace vellumo::pillGeometry {
 
 constexpr double pillWidth = 118;
@@ -15,7 +15,7 @@ constexpr double cornerRadius = 22;
 constexpr double listWidth = 340;
 constexpr double dragThreshold = 4;
 
-/// Stands in for the main screen's visible frame when there is none.
+/// Used as the main screen's visible frame when there is none.
 constexpr Rect fallbackScreen{0, 0, 1200, 800};
 
 [[nodiscard]] inline Rect visibleFrame(const std::optional<Screen> &mainScreen)

@@ -6,7 +6,7 @@
 
 namespace vellumo {
 
-/// Tells when a click on one of our windows brings all of them to the front, on desktops that
+/// Reports when a click on one of our windows brings all of them to the front, on desktops that
 /// treat an application's windows as one. Where only the clicked window is raised, as under X11,
 /// nothing is ever said. Main thread only.
 class ApplicationActivation : public QObject {

@@ -12,7 +12,7 @@ public:
     virtual ~ConsentPrompting() = default;
 
     /// Shows the question and returns at once. `answered` runs once on the main thread, with
-    /// false when the question is closed. While one question stands, it is raised and the new
+    /// false when the question is closed. While a question is open, it is raised and the new
     /// callback replaces the old one.
     virtual void ask(std::function<void(bool allowed)> answered) = 0;
 };

@@ -14,7 +14,7 @@ class DesktopAppearance : public QObject {
 public:
     using QObject::QObject;
 
-    /// Absent while the desktop has no opinion, or has not told it yet.
+    /// Absent while the desktop has no preference or has not answered yet.
     [[nodiscard]] virtual std::optional<bool> isDark() const = 0;
 
     [[nodiscard]] virtual bool isMotionReduced() const = 0;

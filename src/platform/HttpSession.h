@@ -18,7 +18,7 @@ using HttpHeaders = QList<std::pair<QByteArray, QByteArray>>;
 struct HttpRequest {
     QByteArray method = "GET"; ///< GET or POST
     QUrl url; ///< https; or http to this machine or to an address of a private network
-    HttpHeaders headers = {}; ///< sent as they stand, in place of what the session would send
+    HttpHeaders headers = {}; ///< sent verbatim, in place of what the session would send
     QByteArray body = {}; ///< of a POST
 
     /// How long nothing may arrive or be taken, from resolving the name to the last byte.
@@ -44,7 +44,7 @@ struct HttpError {
     enum class Kind : quint8 {
         timedOut, ///< one of the request's two times is over
         cannotResolve, ///< the host's or the proxy's name leads nowhere
-        refused, ///< nobody listens at the address
+        refused, ///< the connection
         untrusted, ///< no TLS connection, or the certificate is not to be trusted
         cutShort, ///< the connection ended before the answer did
         tooLarge, ///< the body exceeds its limit
@@ -67,7 +67,7 @@ using HttpCompletion = std::function<void(Result<HttpResponse, HttpError>)>;
 /// Sends HTTP requests, any number at a time, over connections that are kept for the next one.
 ///
 /// Certificates are verified and the system's proxies are used; when the system takes too long to
-/// tell them, those that it told last, else none. Nothing is sent over http but to this machine and
+/// answer, its last answer, else none. Nothing is sent over http but to this machine and
 /// to addresses of private networks. A POST follows no redirect and is
 /// not repeated, unless a kept connection turns out to be dead. A GET follows redirects within its
 /// origin (scheme, host and port), so that its headers reach no other host; one without headers of

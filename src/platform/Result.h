@@ -7,7 +7,7 @@
 
 namespace vellumo {
 
-/// A value, or the error that stands in its place.
+/// A value or an error.
 template <typename T, typename E> class Result {
 public:
     Result(T value) : state_(std::in_place_index<0>, std::move(value)) { }

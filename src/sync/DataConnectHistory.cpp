@@ -186,7 +186,7 @@ void DataConnectHistory::finish(const std::optional<DataConnectError> &error,
         return;
     }
     const QString excerpt = logExcerpt(error->description, sent);
-    // a body without a word is a description, but tells a reader of the log nothing
+    // an empty body is a description too, but says nothing in a log
     completion(Failure{error->kind, error->isDuplicate,
                        excerpt.isEmpty() ? u"HTTP %1"_s.arg(error->code) : excerpt});
 }

@@ -8,8 +8,8 @@
 namespace vellumo {
 
 /// The beginning of a server's message on one line, for a log. Servers like to repeat what they
-/// could not take: wherever eight characters in a row also stand in one of the values that were
-/// sent, or a whole shorter value does, an ellipsis stands in their place.
+/// could not take: an ellipsis replaces every run of eight characters that also occurs in one of
+/// the values that were sent, and every shorter value that occurs whole.
 [[nodiscard]] QString logExcerpt(const QString &message, const QStringList &sent);
 
 } // namespace vellumo

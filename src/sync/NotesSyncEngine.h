@@ -14,9 +14,9 @@ class Authenticating;
 class DataConnectHistory;
 class NotesStoring;
 
-/// Keeps the signed-in user's notes on the backend in step with those in the store. Works when it
-/// is asked to; what cannot be sent stays pending until it is asked again. While nobody is signed
-/// in it touches neither store nor network.
+/// Synchronizes the store with the signed-in user's notes on the backend. Runs on request; notes
+/// that cannot be sent stay pending until the next one. Touches neither store nor network while
+/// signed out.
 ///
 /// Completions run exactly once, on the main thread and never before the call returns, whether the
 /// work succeeded or not; never after `context` or the engine is destroyed.

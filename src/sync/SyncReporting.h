@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-/// How the notes of a signed-in user travel, for those who show it.
+/// The progress of a signed-in user's sync, for the views.
 class SyncReporting : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -47,11 +47,11 @@ public:
     [[nodiscard]] virtual bool isWithheld() const = 0;
     /// How many notes are known to be on their way here; see announceArrivals().
     [[nodiscard]] virtual int arriving() const = 0;
-    /// Stands until the same has worked.
+    /// Kept until the same operation succeeds.
     [[nodiscard]] virtual Problem problem() const = 0;
     /// Invalid without a problem.
     [[nodiscard]] virtual QDateTime problemTime() const = 0;
-    /// When the backend last told what it has; invalid before it first did.
+    /// When the backend last listed its notes; invalid before that.
     [[nodiscard]] virtual QDateTime lastFetched() const = 0;
 
     /// Sends what the backend lacks, then takes over what is new there.
@@ -60,7 +60,7 @@ public:
     Q_INVOKABLE virtual void uploadWithheld() = 0;
     /// Takes over what is new at the backend.
     Q_INVOKABLE virtual void pull() = 0;
-    /// Asks the backend what it has, to tell how many notes the next pull will bring.
+    /// Lists the backend's notes to count those that the next pull will bring.
     virtual void announceArrivals() = 0;
 
 Q_SIGNALS:

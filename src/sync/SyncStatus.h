@@ -12,7 +12,7 @@ class NotesOwnership;
 class NotesStoring;
 class NotesSyncEngine;
 
-/// Lets notes travel and tells how far they are.
+/// Runs sync passes and reports their progress.
 class SyncStatus final : public SyncReporting {
     Q_OBJECT
 
@@ -43,7 +43,7 @@ public:
     void announceArrivals() override;
     /// Sends what the backend lacks.
     void push();
-    /// What went wrong for somebody who has signed out is nobody's any more.
+    /// Drops the errors of the previous session.
     void forget();
 
 private:

@@ -3,7 +3,7 @@
 import QtQuick
 
 /// What every button does, without a look of its own. A click leaves the keyboard where it is, so
-/// whoever sees the focus ring has come with the keyboard.
+/// the focus ring appears only after keyboard navigation.
 Item {
     id: area
 

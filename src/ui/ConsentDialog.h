@@ -14,7 +14,7 @@ namespace vellumo {
 class BilingualText;
 
 /// Asks in plain words whether vellumo may read selected text: a small ordinary window that blocks
-/// nothing. Its window exists only while the question stands.
+/// nothing. Its window exists only while the question is open.
 class ConsentDialog final : public QObject, public ConsentPrompting {
     Q_OBJECT
 
@@ -29,12 +29,12 @@ public:
 
     void ask(std::function<void(bool allowed)> answered) override;
 
-    /// Keeps the question off the screen, so that another one can stand there alone.
+    /// Keeps the question off the screen while another dialog is shown.
     void hold();
     /// What was asked is shown after all, or is dropped without an answer.
     void release(bool isStillWanted);
 
-    /// The window while the question stands, otherwise null.
+    /// The window while the question is open, otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_; }
 
 private Q_SLOTS:

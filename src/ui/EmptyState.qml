@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// What stands where there is nothing to list yet: what it is, and what to do.
+/// The placeholder of an empty list: a title and what to do.
 Column {
     id: empty
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-/// Scrolls upright, and brings what has the keyboard in it on screen. Whoever hears the keys hands
-/// them on; a Flickable hears none while something in it has the keyboard.
+/// Scrolls vertically and brings the focused item on screen. The parent forwards its keys: a
+/// Flickable receives none while a child has focus.
 Flickable {
     id: flickable
 

@@ -6,7 +6,7 @@
 
 namespace vellumo {
 
-/// The program's icon for title bars and lists of windows. Drawn anew with each call, so that
+/// The program's icon for title bars and lists of windows. Drawn at each call, so that
 /// nothing of it is kept while there is no window.
 [[nodiscard]] QIcon programIcon();
 

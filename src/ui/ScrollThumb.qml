@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-/// Shows where a Flickable stands and can be dragged; absent while everything fits. A child of the
+/// Shows a Flickable's position and can be dragged; absent while everything fits. A child of the
 /// Flickable's parent, or of the Flickable itself with its parent set to it.
 Item {
     id: bar

@@ -7,7 +7,7 @@ import QtQuick
 FocusScope {
     id: picker
 
-    /// What each segment says, and what it stands for.
+    /// The label and the value of each segment.
     required property list<string> labels
     required property list<string> values
     required property string accessibleName

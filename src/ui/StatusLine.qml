@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-/// How one thing stands: a dot in the colour of its state, what it is, and what that means.
+/// One state: a dot in its colour, a title and what it means.
 Item {
     id: line
 

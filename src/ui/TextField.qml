@@ -61,8 +61,8 @@ FocusScope {
             font: input.font
             Accessible.ignored: true
         }
-        // What screen readers meet: dots where there are dots. The input itself would tell them, and
-        // whoever else listens, what is typed. (Marked as a password it would lose its name.)
+        // Exposed to accessibility instead of the input, which would reveal what is typed to every
+        // client. Shows dots where the field does. (Marked as a password it would lose its name.)
         FocusScope {
             id: spoken
 

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// Something is under way and nobody knows how long. Stands still under reduced motion.
+/// Indeterminate progress. Does not move under reduced motion.
 Rectangle {
     id: track
 

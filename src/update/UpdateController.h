@@ -31,7 +31,7 @@ struct UpdateSource {
     [[nodiscard]] static std::optional<UpdateSource> from(const QString &feed, const QString &key);
 };
 
-/// Looks for updates when asked, and tells what it learned in a window of its own. Downloads and
+/// Looks for updates on request and shows the result in its own window. Downloads and
 /// installs nothing: it opens the page of a release. Does nothing at all before it is called.
 class UpdateController final : public QObject, public UpdateControlling {
     Q_OBJECT

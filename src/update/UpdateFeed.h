@@ -16,7 +16,7 @@ class SignatureCheck;
 
 enum class FeedFault : quint8 {
     Unverifiable, ///< a part of this installation that checks signatures is missing
-    Unsigned, ///< not of the signed form, or signed by nobody whom we know
+    Unsigned, ///< not of the signed form, or signed with an unknown key
     Foreign, ///< signed, but not for this program
     Malformed, ///< signed, but not what a feed is
     Expired, ///< signed, but too old to be believed

@@ -16,7 +16,8 @@ namespace vellumo {
 
 class BilingualText;
 
-/// Tells how a check for updates goes: a small ordinary window that exists only while it is shown.
+/// Shows the progress of a check for updates in a small ordinary window, created when shown and
+/// deleted when closed.
 /// The QML file of the same name draws it. Everything it shows is plain text of bounded length.
 class UpdateWindow final : public QObject {
     Q_OBJECT
@@ -36,7 +37,7 @@ public:
     Q_ENUM(State)
 
     enum class Failure : quint8 {
-        Unreachable, ///< no network, no such host, nobody there
+        Unreachable, ///< no network, no such host, connection refused
         Insecure, ///< the host could not prove who it is
         TimedOut,
         Refused, ///< the host answered, but not with a feed

@@ -405,7 +405,7 @@ void TestSelectionReader::hangingRoadsShareOneBudget()
     with_->pasteboard.isSlow = true;
     with_->pasteboard.copied = u"copied"_s;
     QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
-    QCOMPARE(with_->calls.last(), u"snapshot"_s); // a copy would come when nobody waits for it
+    QCOMPARE(with_->calls.last(), u"snapshot"_s); // a copy would come after the reading
     QCOMPARE_LE(with_->budget.contextDeadline().remainingTime(),
                 ReadingBudget::contextReserve.count());
 }

@@ -63,7 +63,7 @@ void TestComputerPage::takesAServiceFromTheKeyboard()
         QAccessible::queryAccessibleInterface(desk.item("keyInput")->parentItem());
     QVERIFY(field->state().focused);
     QCOMPARE(field->text(QAccessible::Name), u"Key"_s);
-    QVERIFY(!field->text(QAccessible::Value).contains(u's')); // to whoever listens, too
+    QVERIFY(!field->text(QAccessible::Value).contains(u's')); // nor to accessibility clients
     desk.key(Qt::Key_Return);
     QVERIFY(desk.outcome().startsWith("Saved"_L1));
     QCOMPARE(desk.text("addressInput"), u"https://a.test/v1"_s);
@@ -177,7 +177,7 @@ void TestComputerPage::saysWhyItCannotSave()
     type(desk, "http://a.test");
     desk.key(Qt::Key_Return);
     QVERIFY(desk.text("addressNote").contains("https"_L1));
-    type(desk, "x"); // it is being mended
+    type(desk, "x"); // while it is being corrected
     QVERIFY(!desk.text("addressNote").contains("must begin"_L1));
     QVERIFY(desk.computer.explainer->answersAreSamples());
 }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// The card that signs in: what fails, what waits, and what comes back when nobody expects it.
+// The card that signs in: failures, waiting, and unexpected callbacks.
 
 #include "OnboardingDesk.h"
 #include "support/Waiting.h"

@@ -3,7 +3,7 @@
 //
 // vellumo_test_clipboard [TYPE=FILE...]: owns the clipboard with these types until another program
 // takes it; without types it clears the clipboard. Says "ready" when it is so. With --silent first
-// it owns the clipboard and answers nobody. With --selected first it owns the selection of the
+// it owns the clipboard and never answers. With --selected first it owns the selection of the
 // middle button instead, as an application does that shows a window in which this is selected.
 #include <QClipboard>
 #include <QFile>

@@ -68,7 +68,7 @@ private:
     std::unique_ptr<Application> process_;
 };
 
-/// Puts a session into the desktop's keyring, as if somebody had signed in earlier.
+/// Puts a session into the desktop's keyring, as after an earlier sign-in.
 void keepSession(const QString &refreshToken, const QString &uid, const QString &email);
 
 } // namespace vellumo::test

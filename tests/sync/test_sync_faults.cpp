@@ -260,7 +260,7 @@ void TestSyncFaults::aBackendThatWasAwayGetsEverything()
     }
     QVERIFY(home.sync());
     backend_ = std::make_unique<Backend>(file(u"backend.sqlite"_s), port);
-    // a pass that still found nobody may be under way
+    // a pass that found no backend may still be running
     QVERIFY(waitUntil([&home] { return home.sync() && home.store.pendingSync().isEmpty(); }, 60s));
     QCOMPARE(home.followUps().size(), 21);
     QCOMPARE(difference(onServer(*backend_, uid_), home.followUps()), QStringList());

@@ -314,7 +314,7 @@ void TestUpdateWindow::looksQuietly()
     desk.answer(desk.feed("0.1.0"));
     QVERIFY(!desk.controller.window());
     desk.controller.lookQuietly();
-    desk.controller.checkForUpdates(); // now somebody waits
+    desk.controller.checkForUpdates(); // now the user waits
     QVERIFY(desk.controller.window());
     desk.answer(desk.feed("0.1.0"));
     QVERIFY(desk.controller.window());

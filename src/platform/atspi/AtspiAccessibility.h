@@ -73,7 +73,7 @@ private:
 
     WindowTitle windowTitle_;
     std::pair<qint64, QString> focusedService_; ///< of the last focused element, by its process
-    QString uncertainObject_; ///< service and path; its selection could not be told for certain
+    QString uncertainObject_; ///< service and path; its selection is uncertain
     AtspiBus bus_;
     AtspiTrust trust_;
     UnresponsiveServices unresponsive_;

@@ -19,7 +19,7 @@ constexpr int firstRetryMs = 250;
 constexpr int longestRetryMs = 30'000;
 constexpr int addressTimeoutMs = 5000;
 
-/// Ends the connection, which is then opened anew, when an application answers with more than any
+/// Ends the connection, which is then reopened, when an application answers with more than any
 /// question of ours can need. Without this such an answer fills the memory before it can be looked
 /// at. QtDBus does not offer the setting of the library that it is built on.
 void limitMessages(const QDBusConnection &bus)
@@ -54,7 +54,7 @@ AtspiBus::AtspiBus(SessionBus &session, QObject *parent)
 
 AtspiBus::~AtspiBus()
 {
-    blockSignals(true); // whoever listens may be half destroyed
+    blockSignals(true); // receivers may be half destroyed
     close();
 }
 

@@ -12,7 +12,7 @@ namespace vellumo {
 
 class SessionBus;
 
-/// The accessibility bus: a bus of its own, whose address the session bus tells. Found and opened
+/// The accessibility bus: a separate bus, whose address the session bus knows. Found and opened
 /// in the background; found again when it restarts. Main thread only.
 class AtspiBus : public QObject {
     Q_OBJECT

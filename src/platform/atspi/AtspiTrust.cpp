@@ -156,7 +156,7 @@ void AtspiTrust::watchSwitch()
 
 void AtspiTrust::onServiceOwnerChanged(const QString & /*service*/)
 {
-    // A restarted service has forgotten the switch; that is nobody's decision.
+    // A restarted service has lost the switch's state; the user has not turned it off.
     if (isTrusted()) {
         switchOn();
     } else {

@@ -18,7 +18,7 @@ constexpr size_t mostObjects = 4096;
 
 /// How much of a text its surroundings ask for.
 enum class Extent : quint8 {
-    Selected, ///< the object's own selection only: it stands at an end of the range
+    Selected, ///< the object's own selection only: it is at an end of the range
     Whole, ///< all of it unless it has a selection: it lies strictly inside
 };
 
@@ -159,7 +159,7 @@ void Assembly::takeRanges(Piece &piece, const SelectedRanges &selected)
         piece.slices.push_back({range, {}, {}});
     }
     if (selected.hasEmpty && offsets_ == OffsetQuality::WrongAfterAstral) {
-        piece.slices.push_back({{0, 0}, {}, {}}); // empty or not, its text will tell
+        piece.slices.push_back({{0, 0}, {}, {}}); // its text shows whether it is empty
     }
 }
 

@@ -16,9 +16,9 @@ enum class OffsetQuality : quint8 {
 
 /// The text of selected ranges with everything embedded in them. In web pages a text holds U+FFFC
 /// for each paragraph, link or list item in it, which is an object with a text of its own and may
-/// itself be selected in part. Line breaks stand between blocks; fillers are removed.
+/// itself be selected in part. Blocks are separated by line breaks; fillers are removed.
 /// A text of more than maxSelectionLength characters comes back cut, but longer than that.
-/// Absent when the question was aborted or the text cannot be told for certain.
+/// Absent when the question was aborted or the text is uncertain.
 [[nodiscard]] std::optional<QString> embeddedText(const ObjectReference &object,
                                                   const QList<OffsetRange> &ranges,
                                                   OffsetQuality offsets, AtspiQuestion &question);

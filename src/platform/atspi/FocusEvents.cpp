@@ -25,9 +25,9 @@ void registerEvent(const QDBusConnection &bus, const QString &event)
     bus.send(message);
 }
 
-/// Asks what a reader will ask, without waiting and without reading: the range of text is empty.
-/// Browsers gather the texts of a page only when somebody asks for one, which takes tens of
-/// milliseconds; this way they are not those after a double tap.
+/// Sends the questions of a reading ahead, for an empty range of text, without waiting for answers.
+/// Browsers gather the texts of a page only at the first request, which takes tens of milliseconds;
+/// this moves them out of the time after a double tap.
 void awaken(const QDBusConnection &bus, const ObjectReference &object)
 {
     const auto ask = [&](const ObjectReference &whom, const char *interface, const char *method,

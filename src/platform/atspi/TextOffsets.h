@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-/// Stands in a text for an object that is embedded there.
+/// The placeholder in a text for an embedded object.
 inline constexpr char16_t objectReplacement = u'\uFFFC';
 
 struct ObjectOffsets {

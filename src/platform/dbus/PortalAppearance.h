@@ -9,8 +9,8 @@
 
 namespace vellumo {
 
-/// Looks as the settings portal (org.freedesktop.portal.Settings) tells them. Without a portal
-/// nothing is ever told.
+/// The appearance by the settings portal (org.freedesktop.portal.Settings). Without a portal all
+/// values stay absent.
 class PortalAppearance : public DesktopAppearance {
     Q_OBJECT
 

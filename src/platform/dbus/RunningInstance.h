@@ -20,7 +20,7 @@ struct InstanceRequest {
 class RunningInstance {
 public:
     /// Connects to the session bus on a connection of its own, which is closed with this object.
-    /// Without a bus there is nobody to find.
+    /// Finds no instance without a bus.
     RunningInstance();
     ~RunningInstance();
     RunningInstance(const RunningInstance &) = delete;

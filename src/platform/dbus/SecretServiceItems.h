@@ -18,7 +18,7 @@ namespace vellumo {
 class SessionBus;
 
 /// Secrets in the desktop's keyring, over the bus (org.freedesktop.secrets). Every item carries the
-/// attributes "service", the program's id, and "account". Items of one account may stand in several
+/// attributes "service", the program's id, and "account". Items of one account may be in several
 /// collections: the one that was written by this program into the default collection counts, and
 /// writing removes the others. Without a session bus or a keyring there are no secrets.
 class SecretServiceItems final : public SecretItems {

@@ -50,7 +50,7 @@ void call(const QDBusConnection &bus, QObject *context, const QString &path, con
           const char *method, const Arguments &arguments, const char *signature, Reply then);
 
 [[nodiscard]] QStringList pathsIn(const QVariant &value);
-/// Empty for the path that stands for none.
+/// Empty for the path "/", which means none.
 [[nodiscard]] QString pathIn(const QVariant &value);
 
 } // namespace vellumo::secretservice

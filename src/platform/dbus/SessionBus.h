@@ -32,7 +32,7 @@ public:
     [[nodiscard]] bool hasOpened() const { return finished_; }
 
 Q_SIGNALS:
-    /// Opening has come to an end; connection() tells with what. Emitted once.
+    /// Opening has ended; connection() has the result. Emitted once.
     void opened();
 
 private:

@@ -8,8 +8,8 @@
 
 namespace vellumo {
 
-/// Tells whether something on the desktop shows tray icons, from its start until it ends, and again
-/// when it comes back. Event-driven; a host that does not answer counts as none.
+/// Reports whether something on the desktop shows tray icons, from its start until it ends, and
+/// again when it comes back. Event-driven; a host that does not answer counts as none.
 class TrayHosts : public QObject {
     Q_OBJECT
 

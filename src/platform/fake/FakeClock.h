@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-/// Time that passes only when told to.
+/// Time that passes only in advance().
 class FakeClock : public Clock {
 public:
     double now = 800000000.5;

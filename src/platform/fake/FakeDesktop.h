@@ -12,7 +12,7 @@
 
 namespace vellumo {
 
-/// What was asked of the fakes below, in order, so that a test can tell what was done and what not.
+/// Records the calls to the fakes below, in order.
 using FakeCalls = QStringList;
 
 class FakeDefaultsStore : public DefaultsStore {

@@ -34,7 +34,7 @@ void neverWaitAtTheEnd()
 
 } // namespace
 
-/// Where the other thread leaves its answer, whether or not somebody still waits for it.
+/// Receives the other thread's answer; outlives a lookup that was abandoned.
 struct ProxyLookup::Mailbox {
     std::mutex mutex;
     ProxyLookup *owner;
@@ -106,7 +106,7 @@ void ProxyLookup::take(const QString &origin, const QList<QNetworkProxy> &proxie
     patience_.stop();
     found_.insert(origin, proxies);
     if (std::exchange(isOverdue_, false)) {
-        return; // nobody waits any more
+        return; // abandoned
     }
     const Question question = questions_.takeFirst();
     if (!questions_.isEmpty()) {

@@ -197,10 +197,10 @@ void QtHttpExchange::finish()
     }
     const QNetworkReply::NetworkError error = reply_->error();
     response_.status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    // Qt makes ready to send a POST once more as it is told to go elsewhere, which is not followed.
+    // Qt prepares to resend a POST at a redirect, which is not followed.
     const bool isRedirect = error == QNetworkReply::ContentReSendError
         && (response_.status == 307 || response_.status == 308) && isWhole();
-    // Qt flags an answer of a status from 400 on as an error, of a kind that tells the status.
+    // Qt reports a status of 400 and above as an error whose kind depends on it.
     const bool isAnswer = error == QNetworkReply::NoError || isRedirect
         || (response_.status >= 400 && error > QNetworkReply::UnknownProxyError
             && error != QNetworkReply::ContentReSendError

@@ -15,7 +15,7 @@ namespace vellumo {
 
 /// HTTP/1.1 over a QNetworkAccessManager, which is made when it is first needed. Its connections
 /// are left, each request on its way with the one that it has, when a request has met with silence
-/// and when the machine has slept or changed its addresses: the next request begins anew.
+/// and when the machine has slept or changed its addresses: the next request opens a new one.
 class QtHttpSession : public HttpSession {
 public:
     explicit QtHttpSession(ProxyLookup::System proxies = &ProxyLookup::ofSystem,

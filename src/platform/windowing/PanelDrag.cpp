@@ -40,7 +40,7 @@ PanelDrag::Step PanelDrag::handle(const QPointerEvent &event, QPoint origin)
     cancel();
     const bool isReleased =
         event.type() == QEvent::MouseButtonRelease || event.type() == QEvent::TouchEnd;
-    // a motion without the button comes too late to tell where it was let go
+    // a motion without the button comes too late to know where it was released
     return {isReleased ? std::optional(pointer - *grabbedAt) : std::nullopt, true};
 }
 

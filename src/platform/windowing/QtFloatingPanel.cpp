@@ -334,7 +334,7 @@ void QtFloatingPanel::returnKeyboardSoon()
 bool QtFloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == window_.get() && event->type() == QEvent::Close) {
-        event->ignore(); // whoever shows the panel decides when it goes
+        event->ignore(); // the panel's owner decides when to hide it
         Q_EMIT closeRequested();
         return true;
     }

@@ -9,7 +9,8 @@
 namespace vellumo {
 
 /// One form of a selection's contents as it travels: the bytes alone are not enough to give it
-/// back, since a target's name does not tell the type and unit of the property that carries it.
+/// back, since a target's name does not determine the type and unit of the property that carries
+/// it.
 struct SelectionValue {
     xcb_atom_t type = XCB_ATOM_NONE;
     quint8 format = 8; ///< bits of a unit: 8, 16 or 32, in the byte order of this machine

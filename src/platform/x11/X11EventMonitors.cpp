@@ -190,7 +190,8 @@ bool X11EventMonitors::waitForRelease(quint32 flags, QDeadlineTimer deadline)
 bool X11EventMonitors::withoutMonitors(const std::function<void(X11Connection &)> &post)
 {
     // The server works off the input that a request made before it reads the next request, and an
-    // event carries the number of the last request: so the numbers tell our keys from the user's.
+    // event carries the number of the last request: so the numbers distinguish our keys from the
+    // user's.
     const auto first = xcb_no_operation(connection_.xcb()).sequence;
     post(connection_);
     const auto last = xcb_get_input_focus(connection_.xcb());

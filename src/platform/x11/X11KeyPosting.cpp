@@ -39,7 +39,7 @@ bool X11KeyPosting::canPostCopy(qint64 process)
 
 bool X11KeyPosting::mayReceiveKeys(xcb_window_t window, qint64 process)
 {
-    // As the server knows it: what is copied is later told from others' by that.
+    // The server's own id of the client: identifies the owner of what is copied later.
     if (windows_.clientProcess(window) != process) {
         return false;
     }

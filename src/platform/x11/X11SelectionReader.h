@@ -39,7 +39,7 @@ public:
     /// The owner when the reading began; XCB_WINDOW_NONE for an empty selection.
     [[nodiscard]] xcb_window_t owner() const { return owner_; }
 
-    /// False when the server did not say in time who the owner is: it need not be nobody.
+    /// False when the server did not name the owner in time; there may be one.
     [[nodiscard]] bool isOwnerKnown() const { return isOwnerKnown_; }
 
     [[nodiscard]] Answer convert(xcb_atom_t target);

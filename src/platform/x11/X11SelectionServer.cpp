@@ -60,7 +60,7 @@ X11SelectionServer::~X11SelectionServer()
     }
 }
 
-/// The server tells its time only with an event: here that of an empty change to our own window.
+/// The server sends its time only with events: here with that of an empty change to our own window.
 xcb_timestamp_t X11SelectionServer::serverTime()
 {
     const auto property = connection_.atom("VELLUMO_SELECTION"_ba);

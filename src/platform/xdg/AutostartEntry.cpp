@@ -88,7 +88,7 @@ AutostartEntry::AutostartEntry(QStringList folders, QString program, QObject *pa
     const auto look = [this] {
         for (const QString &path : {folders_.constFirst(), userFile()}) {
             if (QFileInfo::exists(path)) {
-                watcher_.addPath(path); // replaced files are watched anew
+                watcher_.addPath(path); // a replaced file must be added again
             }
         }
         Q_EMIT changed();

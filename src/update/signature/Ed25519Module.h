@@ -8,7 +8,7 @@
 /// checks one loads the cryptographic library.
 namespace vellumo::ed25519Module {
 
-/// Name of the one function. It tells that its signature is this one: when it changes, so does it.
+/// Name of the one function. Changes with its signature, so that a mismatch is not found.
 inline constexpr const char *function = "vellumo_ed25519_verify_1";
 
 /// 1 when the 64 bytes of `signature` were made over exactly this message with the secret half of

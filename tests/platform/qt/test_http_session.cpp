@@ -455,7 +455,7 @@ void TestHttpSession::doesNotWaitForProxiesForEver()
     QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
     mayAnswer->acquire();
 
-    // now nobody tells: what was known is used, and this machine is never asked about
+    // without an answer the last one is used, and this machine is never asked about
     QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
     QElapsedTimer timer;
     timer.start();

@@ -288,7 +288,7 @@ void TestX11Input::copyKeysHideNoTapOfTheUser()
     using ModifierFlag::Option;
     PeerProcess peer({u"window"_s, u"other"_s, u"Other"_s});
     QVERIFY(giveKeyboardTo(peer));
-    play({Key::AltLeft}); // seen by nobody yet
+    play({Key::AltLeft}); // not seen yet
     QVERIFY(with_->keyPosting.postCopy(peer.processId()));
     play({-Key::AltLeft, Key::AltLeft, -Key::AltLeft}); // nothing was handled in between
     QVERIFY(hasFlags({Option, Option, 0}));

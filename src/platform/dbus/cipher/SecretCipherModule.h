@@ -31,8 +31,8 @@ struct Functions {
                    const unsigned char *sealed, int size, unsigned char *plain);
 };
 
-/// Name of the one function that is looked up: a Find. It tells that Functions is this one: when
-/// that changes, so does the name.
+/// Name of the one function that is looked up: a Find. It identifies this version of Functions:
+/// when that changes, so does the name.
 inline constexpr const char *function = "vellumo_secret_cipher_1";
 
 using Find = const Functions *(*)();

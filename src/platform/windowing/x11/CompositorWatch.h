@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-/// Tells whether a compositor blends windows, and when one starts or stops. The owner of the
+/// Reports whether a compositor blends windows, and when one starts or stops. The owner of the
 /// screen's compositing-manager selection says that one runs; but one that could not start
 /// rendering may still own it, so a window is asked as well whether it is drawn off screen.
 /// Without an X server everything is taken to blend.

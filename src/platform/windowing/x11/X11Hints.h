@@ -6,8 +6,8 @@
 #include <QRect>
 #include <QtGui/qwindowdefs.h>
 
-/// What a panel tells the X server and the window manager beyond what Qt does. Windows are named by
-/// their X id. Requests go over Qt's own connection, so they keep their order with its drawing.
+/// What a panel sends to the X server and the window manager beyond what Qt does. Windows are named
+/// by their X id. Requests go over Qt's own connection, so they keep their order with its drawing.
 /// Everything is ignored where there is no X server.
 namespace vellumo::x11 {
 
@@ -37,10 +37,10 @@ void withdraw(WId window);
 /// What the server fills new areas of a window with before they are painted: a 32-bit ARGB pixel.
 void setBackground(WId window, quint32 pixel);
 
-/// When the window is resized, what is painted stays at its bottom right until it is painted anew.
+/// When the window is resized, the content stays at its bottom right until it is repainted.
 void keepContentAtBottomRight(WId window);
 
-/// The visible part of a window, in its own pixels; an empty list stands for all of it.
+/// The visible part of a window, in its own pixels; an empty list means all of it.
 void setBoundingShape(WId window, const QList<QRect> &rects);
 
 /// The part of a window that takes clicks, in its own pixels; an empty list lets all through.
