@@ -3,11 +3,13 @@
 
 #include "app/AppDelegate.h"
 #include "app/Startup.h"
+#include "platform/FreedMemory.h"
 
 #include <QApplication>
 
 int main(int argc, char *argv[])
 {
+    vellumo::returnFreedMemory();
     vellumo::Startup startup(argc, argv);
     if (const auto status = startup.exitStatus()) {
         return *status;
