@@ -18,7 +18,7 @@ from graphql import build_ast_schema, parse, validate
 from graphql.language import ast
 
 HERE = Path(__file__).parent
-CLIENT = HERE.parent.parent / "src/notes/DataConnectHistory.cpp"
+CLIENT = HERE.parent.parent / "src/sync/DataConnectHistory.cpp"
 SCALARS = ("Boolean", "Int", "String", "Timestamp", "UUID")
 READ = {
     "CreateNote": {"note_insert"},

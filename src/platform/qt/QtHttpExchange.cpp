@@ -177,7 +177,7 @@ void QtHttpExchange::takeBody()
         return;
     }
     // In pieces: Qt allocates all that a read asks for, and counts compressed bytes as one.
-    constexpr qint64 piece = 64 * 1024;
+    constexpr qint64 piece = qint64{64} * 1024;
     QByteArray part;
     do {
         const qint64 room = request_.bodyLimit + 1 - response_.body.size();
