@@ -21,8 +21,8 @@ struct ThreadItem {
 /// What the panel offers beside an error.
 enum class ErrorHelp : quint8 {
     none,
-    permission, ///< to allow the use of accessibility
-    service, ///< to look after the explanation service
+    permission, ///< to allow accessibility
+    service, ///< to open the settings of the explanation service
 };
 
 /// What the result panel shows.

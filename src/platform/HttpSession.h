@@ -44,7 +44,7 @@ struct HttpError {
     enum class Kind : quint8 {
         timedOut, ///< one of the request's two times is over
         cannotResolve, ///< the host's or the proxy's name leads nowhere
-        refused, ///< the connection
+        refused, ///< the host refused the connection
         untrusted, ///< no TLS connection, or the certificate is not to be trusted
         cutShort, ///< the connection ended before the answer did
         tooLarge, ///< the body exceeds its limit

@@ -32,7 +32,7 @@ public:
 
     void takeNext()
     {
-        // Another account has a pass of its own.
+        // Another account gets its own pass.
         if (pending_.isEmpty() || auth_.uid() != uid_) {
             QMetaObject::invokeMethod(this, onEnded_, Qt::QueuedConnection);
             return;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/xdg/DesktopFile.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;

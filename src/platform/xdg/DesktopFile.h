@@ -36,7 +36,7 @@ public:
     void set(QByteArrayView key, QByteArrayView value);
     void remove(QByteArrayView key);
 
-    /// The text that a value stands for, by the escapes \s, \n, \t, \r and \\.
+    /// Replaces the escapes \s, \n, \t, \r and \\ in a value.
     [[nodiscard]] static QString unescaped(QByteArrayView value);
 
 private:

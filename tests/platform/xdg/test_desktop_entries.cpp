@@ -73,7 +73,7 @@ void TestDesktopEntries::findsDesktopEntry()
                  {"id before class", {}, u"painter"_s, u"painter"_s, u"painter"_s},
                  {"last part of the id", {}, u"editor"_s, u"Editor"_s, u"org.example.Editor"_s},
                  {"program", {}, u"paintprog"_s, {}, u"painter"_s},
-                 {"launchers are nobody", {}, u"flatpak"_s, u"env"_s, {}},
+                 {"launchers match nothing", {}, u"flatpak"_s, u"env"_s, {}},
                  {"shown before hidden", {}, {}, u"suite"_s, u"suite-z"_s},
                  {"file in a folder", {}, u"vendor-tool"_s, {}, u"vendor-tool"_s},
                  {"deleted by the user", {}, u"removed"_s, {}, {}},
