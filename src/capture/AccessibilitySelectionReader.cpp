@@ -178,14 +178,11 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
         return std::nullopt;
     }
     const bool isSelected = answer.selected.kind == SelectedText::Kind::Unfinished;
-    const bool isPublisher = publishes(*application);
-    const bool isProbablyNothing =
-        !isSelected && (isPublisher || answer.selected.kind == SelectedText::Kind::Nothing);
     const auto copied = copy_.textFrom(*application,
-                                       isProbablyNothing ? SyntheticCopy::Hope::Unlikely
-                                                         : SyntheticCopy::Hope::Likely);
+                                       isSelected ? SyntheticCopy::Selection::Known
+                                                  : SyntheticCopy::Selection::Unknown);
     // An editor may copy the line of the caret when nothing is selected.
-    const bool mayBeLine = application->isTextEditor || isPublisher;
+    const bool mayBeLine = application->isTextEditor || publishes(*application);
     if (copied && !isSelected && mayBeLine && isLineOfCaret(*copied)) {
         return std::nullopt;
     }
@@ -202,8 +199,8 @@ QString AccessibilitySelectionReader::withoutSurplus(const QString &text)
     return published && text.startsWith(*published) ? *published : text;
 }
 
-/// Whether the application publishes what is selected. What it has selected now would have been
-/// found there.
+/// Whether the application publishes what is selected, so that its current selection would have been
+/// found in PRIMARY.
 bool AccessibilitySelectionReader::publishes(const RunningApplication &application)
 {
     return desktop_.primary != nullptr

@@ -21,7 +21,7 @@ namespace {
 
 constexpr auto snapshotTime = 150ms;
 constexpr auto copyTime = 350ms;
-// Where it is likely that nothing is selected, the user learns of it before 250 ms are over.
+// Where perhaps nothing is selected, the user learns of it within 250 ms.
 constexpr auto nothingTime = 210ms;
 constexpr auto shortestTime = 100ms; // with less, the copy would come after the wait for it
 constexpr auto lateTime = 5s; // a copy that comes later than this is not put right
@@ -41,7 +41,8 @@ SyntheticCopy::~SyntheticCopy()
     forgetLate();
 }
 
-std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &application, Hope hope)
+std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &application,
+                                               Selection selection)
 {
     const qint64 process = application.processIdentifier;
     Pasteboard &pasteboard = desktop_.pasteboard;
@@ -56,7 +57,9 @@ std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &applica
     if (!before || budget_.leftForSelection() < shortestTime) {
         return std::nullopt;
     }
-    const auto time = hope == Hope::Likely
+    const bool isWorthWaiting =
+        selection == Selection::Known || slowProcesses_.contains(process);
+    const auto time = isWorthWaiting
         ? copyTime
         : std::clamp<std::chrono::milliseconds>(nothingTime - budget_.elapsed(), shortestTime,
                                                 copyTime);
@@ -146,6 +149,7 @@ void SyntheticCopy::undoLate()
     const bool isUsers =
         taken && late_->userActed && static_cast<qint32>(*taken - *late_->userActed) >= 0;
     if (isTheirs && !isUsers) {
+        slowProcesses_.insert(late_->process);
         restore(late_->before);
     } else {
         forgetLate();

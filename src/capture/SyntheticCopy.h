@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/Pasteboard.h"
+#include <QSet>
 #include <QTimer>
 #include <chrono>
 #include <memory>
@@ -22,8 +23,9 @@ struct RunningApplication;
 /// the copy comes seconds later. Main thread only.
 class SyntheticCopy {
 public:
-    /// Whether something is likely to be selected, which decides how long a copy is waited for.
-    enum class Hope : quint8 { Likely, Unlikely };
+    /// Whether the application is known to have something selected, which decides how long a copy
+    /// is waited for.
+    enum class Selection : quint8 { Unknown, Known };
 
     /// Everything must outlive this object. Without `settings` copying is always allowed.
     struct Desktop {
@@ -42,7 +44,8 @@ public:
     /// comes, and, without keys being sent, when copying is switched off, the application has just
     /// left a question unanswered, Option stays down or the clipboard could not be put back as it
     /// is.
-    [[nodiscard]] std::optional<QString> textFrom(const RunningApplication &application, Hope hope);
+    [[nodiscard]] std::optional<QString> textFrom(const RunningApplication &application,
+                                                  Selection selection);
 
 private:
     /// A copy that was asked for and did not come in time.
@@ -64,6 +67,7 @@ private:
     Desktop desktop_;
     ReadingBudget &budget_;
     std::optional<Late> late_;
+    QSet<qint64> slowProcesses_; ///< whose copies came late before
     QTimer lateTimer_;
 };
 

@@ -63,6 +63,7 @@ private Q_SLOTS:
     void copyOfAnotherProcessIsNotTaken();
     void undoesALateCopy_data();
     void undoesALateCopy();
+    void waitsLongerForASlowApplication();
     void hangingRoadsShareOneBudget();
     void withoutTrustNothingIsTried();
     void ownWindowAnswersForItself();
@@ -395,6 +396,17 @@ void TestSelectionReader::undoesALateCopy()
         with_->pasteboard.put(late, process, 100);
         QCOMPARE(with_->pasteboard.contents, isUndone ? usersClipboard : late);
     }
+}
+
+void TestSelectionReader::waitsLongerForASlowApplication()
+{
+    with_->accessibility.focusedKind.reset();
+    with_->pasteboard.copied = u"copied"_s;
+    with_->pasteboard.copyingTime = std::chrono::milliseconds(250);
+    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
+    with_->pasteboard.put({{{u"UTF8_STRING"_s, "copied"}}}, applicationPid, 100); // late
+    QCOMPARE(with_->reader.currentSelectedText(), u"copied"_s);
+    QCOMPARE(with_->pasteboard.contents, usersClipboard);
 }
 
 void TestSelectionReader::hangingRoadsShareOneBudget()

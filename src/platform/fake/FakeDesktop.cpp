@@ -122,7 +122,7 @@ std::optional<quint32> FakePasteboard::waitForOwner(qint64 process, quint64 coun
     if (isWait) {
         calls_.append(u"wait for copy"_s);
     }
-    if (isWait && copied) {
+    if (isWait && copied && deadline.remainingTimeAsDuration() > copyingTime) {
         put({{{u"UTF8_STRING"_s, copied->toUtf8()}}}, copier, 0);
     }
     return owner_ == process && ownedSince_ > count ? std::optional(time_) : std::nullopt;

@@ -117,6 +117,7 @@ public:
     bool isSlow = false; ///< whether a snapshot takes all of its time
     std::optional<QList<PasteboardItem>> contents = QList<PasteboardItem>();
     std::optional<QString> copied; ///< what the application puts here when made to copy
+    std::chrono::milliseconds copyingTime{0}; ///< how long the application takes
     qint64 copier = 4711; ///< the process that does
     std::optional<qint64> successor; ///< a process that takes the pasteboard over after it
 
