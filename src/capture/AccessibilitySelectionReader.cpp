@@ -199,8 +199,8 @@ QString AccessibilitySelectionReader::withoutSurplus(const QString &text)
     return published && text.startsWith(*published) ? *published : text;
 }
 
-/// Whether the application publishes what is selected, so that its current selection would have been
-/// found in PRIMARY.
+/// Whether the application publishes what is selected, so that its current selection would have
+/// been found in PRIMARY.
 bool AccessibilitySelectionReader::publishes(const RunningApplication &application)
 {
     return desktop_.primary != nullptr

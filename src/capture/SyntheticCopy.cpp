@@ -57,12 +57,10 @@ std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &applica
     if (!before || budget_.leftForSelection() < shortestTime) {
         return std::nullopt;
     }
-    const bool isWorthWaiting =
-        selection == Selection::Known || slowProcesses_.contains(process);
-    const auto time = isWorthWaiting
-        ? copyTime
-        : std::clamp<std::chrono::milliseconds>(nothingTime - budget_.elapsed(), shortestTime,
-                                                copyTime);
+    const bool isWorthWaiting = selection == Selection::Known || slowProcesses_.contains(process);
+    const auto time = isWorthWaiting ? copyTime
+                                     : std::clamp<std::chrono::milliseconds>(
+                                         nothingTime - budget_.elapsed(), shortestTime, copyTime);
     if (!desktop_.keys.postCopy(process)
         || !pasteboard.waitForOwner(process, changeCount, budget_.selectionDeadline(time))) {
         expectLate(process, changeCount, *before);
