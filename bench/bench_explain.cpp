@@ -95,15 +95,9 @@ void measure(HttpServer::Security security, const QString &kind, int runs)
     const ServerThread server(security);
     QtHttpSession session;
     SystemClock clock;
-    const QHash<QString, QString> values{{u"OPENAI_API_KEY"_s, u"k"_s},
-                                         {u"OPENAI_BASE_URL"_s, server.base().toString()}};
-    OpenAIService service =
-        OpenAIService::make(
-            [&](const QString &key) {
-                return values.contains(key) ? std::optional(values.value(key)) : std::nullopt;
-            },
-            u"model"_s, session, clock)
-            .value();
+    OpenAIService service(
+        ServiceEndpoint::entered(server.base().toString(), u"model"_s).withKey(u"k"_s), session,
+        clock);
     const ExplanationRequest question{u"The tide turns twice a day."_s, u"English"_s};
 
     QNetworkAccessManager manager;

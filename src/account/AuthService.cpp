@@ -8,6 +8,7 @@
 #include "platform/Clock.h"
 #include "platform/DefaultsStore.h"
 #include "platform/Wiping.h"
+#include "settings/ConfigurationKeys.h"
 #include "settings/SettingsKeys.h"
 #include "ui/BilingualText.h"
 
@@ -341,7 +342,7 @@ void AuthService::signInWithGoogle(QObject *context, SignInCompletion completion
             completion(error);
         }
     };
-    if (!with_.lookup(u"FIREBASE_API_KEY"_s)) {
+    if (!with_.lookup(configuration::firebaseKey)) {
         QMetaObject::invokeMethod(
             this, [complete] { complete(AuthError{.kind = AuthError::Kind::notConfigured}); },
             Qt::QueuedConnection);
@@ -489,7 +490,7 @@ void AuthService::refreshIDToken(SignInCompletion completion)
 
 void AuthService::requestTokens(const QString &refreshToken, TokensCompletion completion)
 {
-    const auto key = with_.lookup(u"FIREBASE_API_KEY"_s);
+    const auto key = with_.lookup(configuration::firebaseKey);
     if (!key) {
         QMetaObject::invokeMethod(
             this,
@@ -499,7 +500,7 @@ void AuthService::requestTokens(const QString &refreshToken, TokensCompletion co
             Qt::QueuedConnection);
         return;
     }
-    const QString host = with_.lookup(u"VELLUMO_SECURETOKEN_URL"_s).value_or(defaultTokenHost);
+    const QString host = with_.lookup(configuration::secureTokenUrl).value_or(defaultTokenHost);
     with_.session.send(
         refreshRequest(host, *key, refreshToken), this,
         [completion = std::move(completion)](const auto &answer) { completion(tokensIn(answer)); });

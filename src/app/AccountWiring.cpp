@@ -5,6 +5,7 @@
 
 #include "platform/Diagnostics.h"
 #include "settings/AppConfig.h"
+#include "settings/ConfigurationKeys.h"
 
 #include <QPointer>
 
@@ -18,7 +19,7 @@ const QString defaultSite = u"https://vellumo.app"_s;
 
 AccountWiring::AccountWiring(const Collaborators &with)
     : keychain_(with.secrets)
-    , browser_(with.workspace, with.config.value(u"VELLUMO_SITE_URL"_s).value_or(defaultSite))
+    , browser_(with.workspace, with.config.value(configuration::siteUrl).value_or(defaultSite))
     , auth_({keychain_, browser_, with.http, with.clock, with.texts, with.defaults,
              [&config = with.config](const QString &key) { return config.value(key); }})
 {

@@ -6,6 +6,7 @@
 #include "app/ModuleFile.h"
 #include "platform/Diagnostics.h"
 #include "settings/AppConfig.h"
+#include "settings/ConfigurationKeys.h"
 
 using namespace Qt::StringLiterals;
 
@@ -15,7 +16,7 @@ std::unique_ptr<UpdateController>
 makeUpdateController(const AppConfig &config, const UpdateController::Collaborators &collaborators)
 {
     const QString feed =
-        config.value(u"VELLUMO_UPDATE_FEED_URL"_s).value_or(u"" VELLUMO_UPDATE_FEED_URL ""_s);
+        config.value(configuration::updateFeedUrl).value_or(u"" VELLUMO_UPDATE_FEED_URL ""_s);
     const QString key = u"" VELLUMO_UPDATE_PUBLIC_KEY ""_s;
     if (feed.isEmpty() || key.isEmpty()) {
         return nullptr;

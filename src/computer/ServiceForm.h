@@ -56,8 +56,8 @@ public:
     [[nodiscard]] QString host() const { return setup_.host(); }
     [[nodiscard]] QString base() const { return setup_.base(); }
     [[nodiscard]] QString model() const { return setup_.model(); }
-    [[nodiscard]] QString usualBase() const { return OpenAIService::usualBase; }
-    [[nodiscard]] QString usualModel() const { return ServiceSetup::usualModel; }
+    [[nodiscard]] QString usualBase() const { return ServiceEndpoint::defaultBase; }
+    [[nodiscard]] QString usualModel() const { return ServiceEndpoint::defaultModel; }
     /// Whether the environment says it.
     [[nodiscard]] bool isBaseFixed() const { return ServiceSetup::isBaseFixed(); }
     [[nodiscard]] bool isModelFixed() const { return ServiceSetup::isModelFixed(); }

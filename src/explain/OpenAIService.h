@@ -3,41 +3,28 @@
 #pragma once
 
 #include "explain/AIExplaining.h"
-#include <QUrl>
+#include "explain/ServiceEndpoint.h"
 #include <optional>
 
 namespace vellumo {
 
 class Clock;
 
-/// There is no service to ask: neither a proxy nor a key.
-struct MissingKeyError { };
-
-/// Asks a chat-completions service, one request for each explanation and follow-up: a proxy of
-/// vellumo's, a service with the user's own key, or a model server of the user's.
+/// Asks a chat-completions service, one request for each explanation and follow-up.
 ///
 /// No retries: every failure ends the operation. Silence ends it after 60 seconds.
 class OpenAIService : public AIExplaining {
 public:
-    /// Answers a configuration value, trimmed; absent when it is blank.
-    using Lookup = std::function<std::optional<QString>(const QString &key)>;
-
     using TokenCompletion = std::function<void(const std::optional<QString> &)>;
     /// Answers a Firebase ID token, or nothing when there is none, at any time; not after
     /// `context` is gone.
     using TokenProvider = std::function<void(QObject *context, TokenCompletion)>;
 
-    /// The base address without any other.
-    static const QString usualBase;
-
-    /// Reads VELLUMO_PROXY_URL and VELLUMO_CLIENT_TOKEN, else OPENAI_API_KEY and OPENAI_BASE_URL.
-    /// With a base that is no address each question fails as HttpError::Kind::noAddress.
     /// Session and clock must outlive the service and its requests.
-    [[nodiscard]] static Result<OpenAIService, MissingKeyError>
-    make(const Lookup &lookup, const QString &model, HttpSession &session, Clock &clock);
+    OpenAIService(ServiceEndpoint endpoint, HttpSession &session, Clock &clock);
 
-    /// If set, asked before each request for a token to send along. A token that takes too long is
-    /// not waited for. Never asked on the way to the server of OPENAI_BASE_URL.
+    /// If set, asked before each request for a token to send along, where the endpoint accepts one.
+    /// The request goes out without a token that takes more than five seconds.
     TokenProvider firebaseTokenProvider;
 
     void explain(const ExplanationRequest &request, QObject *context,
@@ -46,19 +33,9 @@ public:
                   ExplanationCompletion<QString> completion) override;
 
 private:
-    struct Endpoint {
-        QUrl url;
-        QByteArray authorization; ///< value of the header; "Bearer " when there is no token
-        bool acceptsFirebaseToken = true;
-    };
-
-    OpenAIService(Endpoint endpoint, QString model, HttpSession &session, Clock &clock);
-
-    [[nodiscard]] static std::optional<Endpoint> endpoint(const Lookup &lookup);
     void post(const QByteArray &body, QObject *context, const HttpCompletion &completion);
 
-    Endpoint endpoint_;
-    QString model_;
+    ServiceEndpoint endpoint_;
     HttpSession &session_;
     Clock &clock_;
 };

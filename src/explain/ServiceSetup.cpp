@@ -8,6 +8,7 @@
 #include "platform/DefaultsStore.h"
 #include "platform/Diagnostics.h"
 #include "platform/WebAddress.h"
+#include "settings/ConfigurationKeys.h"
 #include "settings/SettingsKeys.h"
 
 #include <QPointer>
@@ -18,30 +19,16 @@ namespace vellumo {
 
 namespace {
 
-const QString baseName = u"OPENAI_BASE_URL"_s;
-const QString modelName = u"VELLUMO_MODEL"_s;
-const QString keyName = u"OPENAI_API_KEY"_s;
-const QString proxyName = u"VELLUMO_PROXY_URL"_s;
-
 // Values of settings::explanationService.
 const QString samplesChoice = u"samples"_s;
 const QString ownChoice = u"own"_s;
 
-const QString noKey = u"none"_s; ///< what servers that need none are sent
-
-QString addressOf(const QString &base)
-{
-    return base.isEmpty() ? OpenAIService::usualBase : base;
-}
-
 QString originOfBase(const QString &base)
 {
-    return originOf(QUrl(addressOf(base)));
+    return ServiceEndpoint::entered(base, {}).origin();
 }
 
 } // namespace
-
-const QString ServiceSetup::usualModel = u"gpt-5.4-nano-2026-03-17"_s;
 
 ServiceSetup::ServiceSetup(const Collaborators &collaborators, QObject *parent)
     : QObject(parent)
@@ -84,20 +71,19 @@ std::unique_ptr<AIExplaining> ServiceSetup::makeService()
 
 std::unique_ptr<AIExplaining> ServiceSetup::configuredService()
 {
-    const auto service = OpenAIService::make(
-        [this](const QString &key) { return with_.config.value(key); },
-        with_.config.value(modelName).value_or(usualModel), with_.http, with_.clock);
-    if (!service.isOk()) {
+    const auto endpoint = ServiceEndpoint::configured(with_.config);
+    if (!endpoint.isOk()) {
         return nullptr;
     }
-    auto client = std::make_unique<OpenAIService>(service.value());
+    auto client = std::make_unique<OpenAIService>(endpoint.value(), with_.http, with_.clock);
     client->firebaseTokenProvider = tokenProvider;
     return client;
 }
 
 ServiceSetup::Use ServiceSetup::use() const
 {
-    if (AppConfig::isInEnvironment(proxyName) || AppConfig::isInEnvironment(keyName)) {
+    if (AppConfig::isInEnvironment(configuration::proxyUrl)
+        || AppConfig::isInEnvironment(configuration::openAIKey)) {
         return Use::environment;
     }
     const QString choice = settings::explanationService.value(with_.defaults);
@@ -109,7 +95,8 @@ ServiceSetup::Use ServiceSetup::use() const
 
 bool ServiceSetup::hasConfigured() const
 {
-    return with_.config.value(proxyName) || with_.config.value(keyName);
+    return with_.config.value(configuration::proxyUrl)
+        || with_.config.value(configuration::openAIKey);
 }
 
 /// The usual service is of no use without a key.
@@ -120,23 +107,23 @@ bool ServiceSetup::hasOwn() const
 
 bool ServiceSetup::isBaseFixed()
 {
-    return AppConfig::isInEnvironment(baseName);
+    return AppConfig::isInEnvironment(configuration::openAIBaseUrl);
 }
 
 bool ServiceSetup::isModelFixed()
 {
-    return AppConfig::isInEnvironment(modelName);
+    return AppConfig::isInEnvironment(configuration::model);
 }
 
 QString ServiceSetup::base() const
 {
-    return isBaseFixed() ? *with_.config.value(baseName)
+    return isBaseFixed() ? *with_.config.value(configuration::openAIBaseUrl)
                          : settings::ownServiceBase.value(with_.defaults);
 }
 
 QString ServiceSetup::model() const
 {
-    return isModelFixed() ? *with_.config.value(modelName)
+    return isModelFixed() ? *with_.config.value(configuration::model)
                           : settings::ownServiceModel.value(with_.defaults);
 }
 
@@ -155,7 +142,7 @@ std::optional<ConfigurationFault> ServiceSetup::configurationFault() const
     if (const auto &fault = with_.config.fault()) {
         return fault;
     }
-    for (const QString &name : {proxyName, baseName}) {
+    for (const QString &name : {configuration::proxyUrl, configuration::openAIBaseUrl}) {
         const auto address = with_.config.value(name);
         const auto refusal =
             address ? refusalOf(QUrl(*address, QUrl::StrictMode)) : std::optional<HttpError>();
@@ -169,60 +156,51 @@ std::optional<ConfigurationFault> ServiceSetup::configurationFault() const
 bool ServiceSetup::isFaulty() const
 {
     const bool isChosen = settings::explanationService.value(with_.defaults) == samplesChoice;
-    if (isChosen || use() == Use::own || !configurationFault()) {
-        return false;
+    return !isChosen && use() != Use::own && configurationFault()
+        && !ServiceEndpoint::configured(with_.config).isOk();
+}
+
+std::optional<ServiceEndpoint> ServiceSetup::endpoint() const
+{
+    switch (use()) {
+    case Use::samples:
+        return std::nullopt;
+    case Use::own:
+        return ServiceEndpoint::entered(base(), model());
+    case Use::configured:
+    case Use::environment:
+        break;
     }
-    const auto lookup = [this](const QString &key) { return with_.config.value(key); };
-    return !OpenAIService::make(lookup, usualModel, with_.http, with_.clock).isOk();
+    const auto endpoint = ServiceEndpoint::configured(with_.config);
+    return endpoint.isOk() ? std::optional(endpoint.value()) : std::nullopt;
 }
 
 QString ServiceSetup::host() const
 {
-    const Use used = use();
-    if (used == Use::samples) {
-        return {};
-    }
-    const auto configured = [this] {
-        return with_.config.value(proxyName).value_or(
-            with_.config.value(baseName).value_or(QString()));
-    };
-    QUrl url(addressOf(used == Use::own ? base() : configured()));
-    url.setUserInfo({});
-    return url.authority();
+    const auto used = endpoint();
+    return used ? used->host() : QString();
 }
 
 bool ServiceSetup::sendsToken() const
 {
-    const Use used = use();
-    return (used == Use::configured || used == Use::environment)
-        && (with_.config.value(proxyName) || !with_.config.value(baseName));
+    const auto used = endpoint();
+    return used && used->acceptsFirebaseToken();
 }
 
 KeyedService::Ready ServiceSetup::serviceOf(const Entry &entry) const
 {
-    QString key = entry.key.trimmed();
-    const QString origin = originOfBase(entry.base);
-    if (key.isEmpty() && (keys_.has(origin) || entry.base.isEmpty())) {
+    auto endpoint = ServiceEndpoint::entered(entry.base, entry.model.trimmed());
+    const QString origin = endpoint.origin();
+    if (const QString typed = entry.key.trimmed(); !typed.isEmpty()) {
+        endpoint = endpoint.withKey(typed);
+    } else if (keys_.has(origin) || entry.base.isEmpty()) {
         const auto kept = keys_.keyFor(origin);
         if (!kept.isOk()) {
             return kept.error();
         }
-        key = kept.value();
+        endpoint = endpoint.withKey(kept.value());
     }
-    const auto lookup = [&](const QString &name) -> std::optional<QString> {
-        if (name == keyName) {
-            return key.isEmpty() ? noKey : key;
-        }
-        const bool isBase = name == baseName && !entry.base.isEmpty();
-        return isBase ? std::optional(entry.base) : std::nullopt; // no proxy
-    };
-    const QString model = entry.model.trimmed();
-    const auto service =
-        OpenAIService::make(lookup, model.isEmpty() ? usualModel : model, with_.http, with_.clock);
-    if (service.isOk()) {
-        return service.value();
-    }
-    return KeyError{KeyError::Kind::missing};
+    return OpenAIService(endpoint, with_.http, with_.clock);
 }
 
 void ServiceSetup::whenReady(const Entry &entry, QObject *context,

@@ -44,8 +44,6 @@ public:
         Clock &clock;
     };
 
-    static const QString usualModel;
-
     explicit ServiceSetup(const Collaborators &collaborators, QObject *parent = nullptr);
 
     /// For services that were not entered by the user.
@@ -74,7 +72,7 @@ public:
     [[nodiscard]] std::optional<ConfigurationFault> configurationFault() const;
     /// Where selections go now; empty for samples.
     [[nodiscard]] QString host() const;
-    /// Whether tokenProvider is asked now.
+    /// Whether the service in use is told who is signed in.
     [[nodiscard]] bool sendsToken() const;
 
     void useSamples();
@@ -103,6 +101,8 @@ private:
     [[nodiscard]] Entry own() const { return {base(), model(), {}}; }
     [[nodiscard]] std::unique_ptr<AIExplaining> configuredService();
     [[nodiscard]] KeyedService::Ready serviceOf(const Entry &entry) const;
+    /// Where questions go now; absent for samples.
+    [[nodiscard]] std::optional<ServiceEndpoint> endpoint() const;
     void apply();
 
     Collaborators with_;

@@ -5,6 +5,7 @@
 
 #include "platform/Diagnostics.h"
 #include "platform/ProgramEnvironment.h"
+#include "settings/ConfigurationKeys.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -20,9 +21,6 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-
-/// What is to be kept to oneself, in a file.
-const std::array secretKeys{u"OPENAI_API_KEY"_s, u"VELLUMO_CLIENT_TOKEN"_s};
 
 std::optional<ConfigurationFault> faultOfEntries(const QJsonObject &dictionary, const QString &path)
 {
@@ -88,11 +86,7 @@ AppConfig AppConfig::load()
 
 void AppConfig::takeFromEnvironment()
 {
-    programEnvironment::takeOwn({u"FIREBASE_API_KEY"_s, u"OPENAI_API_KEY"_s, u"OPENAI_BASE_URL"_s,
-                                 u"VELLUMO_CLIENT_TOKEN"_s, u"VELLUMO_DATACONNECT_URL"_s,
-                                 u"VELLUMO_MODEL"_s, u"VELLUMO_PROXY_URL"_s,
-                                 u"VELLUMO_SECURETOKEN_URL"_s, u"VELLUMO_SITE_URL"_s,
-                                 u"VELLUMO_UPDATE_FEED_URL"_s});
+    programEnvironment::takeOwn(configuration::all);
 }
 
 QString AppConfig::exposureOf(const QString &userFile)
@@ -100,10 +94,10 @@ QString AppConfig::exposureOf(const QString &userFile)
     constexpr QFile::Permissions others = QFile::ReadGroup | QFile::ReadOther;
     std::optional<ConfigurationFault> fault;
     const QJsonObject dictionary = readDictionary(userFile, fault);
-    const bool hasSecret =
-        std::any_of(secretKeys.begin(), secretKeys.end(), [&dictionary](const QString &key) {
-            return !dictionary.value(key).toString().trimmed().isEmpty();
-        });
+    const auto has = [&dictionary](const QString &key) {
+        return !dictionary.value(key).toString().trimmed().isEmpty();
+    };
+    const bool hasSecret = has(configuration::openAIKey) || has(configuration::clientToken);
     return hasSecret && (QFile::permissions(userFile) & others)
         ? u"other users can read the key in %1; chmod 600 keeps it from them"_s.arg(userFile)
         : QString();

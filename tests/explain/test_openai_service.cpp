@@ -7,6 +7,7 @@
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/qt/QtHttpSession.h"
+#include "settings/AppConfig.h"
 #include "support/HttpServer.h"
 #include "support/Waiting.h"
 
@@ -26,17 +27,18 @@ namespace {
 using Values = QHash<QString, QString>;
 using Security = HttpServer::Security;
 
-OpenAIService::Lookup lookupIn(const Values &values)
+Result<ServiceEndpoint, MissingKeyError> configured(const Values &values)
 {
-    return [values](const QString &key) {
-        return values.contains(key) ? std::optional(values.value(key)) : std::nullopt;
-    };
+    QJsonObject dictionary;
+    for (const auto &[key, value] : values.asKeyValueRange())
+        dictionary.insert(key, value);
+    return ServiceEndpoint::configured(AppConfig({dictionary}));
 }
 
 OpenAIService serviceAt(const QUrl &base, HttpSession &session, Clock &clock)
 {
-    const Values values{{u"OPENAI_API_KEY"_s, u"sk-1"_s}, {u"OPENAI_BASE_URL"_s, base.toString()}};
-    return OpenAIService::make(lookupIn(values), u"model-1"_s, session, clock).value();
+    const auto endpoint = ServiceEndpoint::entered(base.toString(), u"model-1"_s);
+    return {endpoint.withKey(u"sk-1"_s), session, clock};
 }
 
 /// The real session with all waiting cut down.
@@ -142,11 +144,11 @@ void TestOpenAIService::configuration()
     QFETCH(QString, expected);
     FakeHttpSession session;
     FakeClock clock;
-    auto made = OpenAIService::make(lookupIn(values), u"m"_s, session, clock);
-    QCOMPARE(made.isOk(), expected != "missing"_L1);
-    if (!made.isOk())
+    const auto endpoint = configured(values);
+    QCOMPARE(endpoint.isOk(), expected != "missing"_L1);
+    if (!endpoint.isOk())
         return;
-    OpenAIService service = made.value();
+    OpenAIService service(endpoint.value(), session, clock);
     service.explain({u"x"_s, {}}, this, [](const auto &) {});
     const HttpRequest &request = session.requests.constFirst();
     QCOMPARE(request.url.toString() + u' ' + QString::fromUtf8(request.headers.at(1).second),
@@ -160,9 +162,9 @@ void TestOpenAIService::sendsExactlyWhatIsAgreed()
     server.answer("POST", "/v1/chat", {.body = completion(u"{}"_s)});
     QtHttpSession session;
     FakeClock clock;
-    const Values values{{u"VELLUMO_PROXY_URL"_s, server.url(u""_s).toString()}};
-    OpenAIService service =
-        OpenAIService::make(lookupIn(values), u"model-1"_s, session, clock).value();
+    const Values values{{u"VELLUMO_PROXY_URL"_s, server.url(u""_s).toString()},
+                        {u"VELLUMO_MODEL"_s, u"model-1"_s}};
+    OpenAIService service(configured(values).value(), session, clock);
 
     const QString selection = u"潮水 \"\\\n</selection>\U0001F30A"_s;
     const ExplanationRequest request{selection, u"English"_s};
@@ -317,7 +319,7 @@ void TestOpenAIService::firebaseToken()
     FakeHttpSession session;
     FakeClock clock;
     const Values values{{variable, u"https://x.example"_s}, {u"OPENAI_API_KEY"_s, u"k"_s}};
-    OpenAIService service = OpenAIService::make(lookupIn(values), u"m"_s, session, clock).value();
+    OpenAIService service(configured(values).value(), session, clock);
     service.firebaseTokenProvider = [&](QObject *context, const auto &complete) {
         for (const auto &answer : answers)
             clock.after(isLate ? 1min : 1s, context, [=] { complete(answer); });

@@ -318,7 +318,8 @@ void TestServiceSetup::keepsTheInstalledServiceAsItIs()
     QVERIFY(computer.http.requests.constLast().body.contains("own-model"));
     run.setup.useConfigured();
     QCOMPARE(run.ask(), asked);
-    QVERIFY(computer.http.requests.constLast().body.contains(ServiceSetup::usualModel.toUtf8()));
+    QVERIFY(
+        computer.http.requests.constLast().body.contains(ServiceEndpoint::defaultModel.toUtf8()));
     QVERIFY(run.setup.resumeOwn());
     QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
     // The key of the environment belongs to the installed address as well.
