@@ -95,7 +95,8 @@ void OnboardingWiring::create()
     onboarding.onSubmitProfile = [this](const auto &hearAbout, const auto &role,
                                         const auto &industry) {
         // Its failures are its own: the first run ends all the same.
-        with_.history.saveProfile(hearAbout, role, industry, this, [](bool /*isDone*/) {});
+        with_.history.saveProfile(hearAbout, role, industry, this,
+                                  [](SyncError::Kind /*error*/) {});
     };
     onboarding.onFinish = [this] {
         end();

@@ -15,7 +15,7 @@ SyncWiring::SyncWiring(const Collaborators &with)
     , history_({with.auth, with.http, with.clock,
                 [&config = with.config](const QString &key) { return config.value(key); }})
     , engine_(with.store, history_, with.auth, [this] { return ownership_.allowsSync(); })
-    , status_({engine_, history_, with.store, with.clock, ownership_})
+    , status_({engine_, with.store, with.clock, ownership_})
 {
     // The session of an earlier run comes from a keyring that may be slow, or locked for a while.
     // Without one there is nothing to do at launch.

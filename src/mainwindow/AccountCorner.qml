@@ -44,27 +44,27 @@ Item {
     }
     function problemText(): string {
         switch (corner.sync.problem) {
-        case SyncReporting.None:
+        case SyncError.None:
             return ""
-        case SyncReporting.NotConfigured:
+        case SyncError.NotConfigured:
             return corner.english ? "No sync service is set up here" : "这里没有设置同步服务"
-        case SyncReporting.SignedOut:
+        case SyncError.SignedOut:
             return corner.english ? "Could not sync. Please sign in again"
                                   : "同步失败,请重新登录"
-        case SyncReporting.Unreachable:
+        case SyncError.Unreachable:
             return corner.english ? "Could not sync. No connection" : "同步失败,无法连接"
-        case SyncReporting.Refused:
+        case SyncError.Refused:
             return corner.english ? "Could not sync. The service refused" : "同步失败,服务拒绝了请求"
-        case SyncReporting.Untrusted:
+        case SyncError.Untrusted:
             return corner.english ? "Could not sync. The connection is not trusted"
                                   : "同步失败,连接不可信"
-        case SyncReporting.AddressNotAllowed:
+        case SyncError.AddressNotAllowed:
             return corner.english ? "Could not sync. The service's address is not allowed"
                                   : "同步失败,服务地址不可用"
-        case SyncReporting.ListTooLarge:
+        case SyncError.ListTooLarge:
             return corner.english ? "Could not sync. The account has too much to fetch"
                                   : "同步失败,账号里的内容太多"
-        case SyncReporting.NoteTooLarge:
+        case SyncError.NoteTooLarge:
             return corner.english ? "Could not sync. A note is too large" : "同步失败,有一条笔记太大"
         default:
             return corner.english ? "Could not sync. The answer was unreadable"
@@ -113,7 +113,7 @@ Item {
                 radius: width / 2
                 color: !corner.showsSync || corner.sync.isSyncing
                     ? Theme.thirdInk
-                    : corner.sync.pending > 0 || corner.sync.problem !== SyncReporting.None
+                    : corner.sync.pending > 0 || corner.sync.problem !== SyncError.None
                         || corner.auth.problem.length > 0
                     ? Theme.amber : Theme.good
             }

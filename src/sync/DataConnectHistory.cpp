@@ -6,6 +6,7 @@
 #include "account/Authenticating.h"
 #include "platform/Clock.h"
 #include "platform/Diagnostics.h"
+#include "settings/ConfigurationKeys.h"
 #include "sync/LogExcerpt.h"
 
 #include <memory>
@@ -35,30 +36,30 @@ QString sentId(const QUuid &id)
 }
 
 /// What it means for an operation that there is no token.
-DataConnectError::Kind kindOf(const AuthError &error)
+SyncError::Kind kindOf(const AuthError &error)
 {
-    using Kind = DataConnectError::Kind;
+    using Kind = SyncError::Kind;
     switch (error.kind) {
     case AuthError::Kind::network:
         return DataConnectWire::kindOf(error.network);
     case AuthError::Kind::notConfigured:
-        return Kind::notConfigured;
+        return Kind::NotConfigured;
     case AuthError::Kind::unreadable:
-        return Kind::unreadable;
+        return Kind::Unreadable;
     case AuthError::Kind::server:
-        return error.endsSession() ? Kind::signedOut : Kind::refused;
+        return error.endsSession() ? Kind::SignedOut : Kind::Refused;
     case AuthError::Kind::noBrowser:
     case AuthError::Kind::superseded:
     case AuthError::Kind::unfinished:
     case AuthError::Kind::otherAccount:
     case AuthError::Kind::cancelled:
-        return Kind::signedOut;
+        return Kind::SignedOut;
     }
     Q_UNREACHABLE();
 }
 
 /// Runs the action from the event loop, unless the context is gone by then.
-void soon(QObject *context, const std::function<void()> &action)
+void post(QObject *context, const std::function<void()> &action)
 {
     QMetaObject::invokeMethod(context, action, Qt::QueuedConnection);
 }
@@ -69,10 +70,10 @@ void soon(QObject *context, const std::function<void()> &action)
 /// it.
 class DataConnectHistory::ListReading : public QObject {
 public:
-    using Listed = Result<QList<ReadingNote>, DataConnectError>;
+    using Notes = Result<QList<ReadingNote>, DataConnectError>;
 
     ListReading(const Answer &answer, double now, QObject *context,
-                std::function<void(const Listed &)> completion)
+                std::function<void(const Notes &)> completion)
         : QObject(context)
         , completion_(std::move(completion))
         , worker_([this, answer, now] {
@@ -91,7 +92,7 @@ public:
     Q_DISABLE_COPY_MOVE(ListReading)
 
 private:
-    std::function<void(const Listed &)> completion_;
+    std::function<void(const Notes &)> completion_;
     std::thread worker_; ///< the last member: it uses the others
 };
 
@@ -118,14 +119,14 @@ DataConnectHistory::DataConnectHistory(Collaborators collaborators)
 
 bool DataConnectHistory::isConfigured() const
 {
-    return with_.configuration(u"VELLUMO_DATACONNECT_URL"_s)
-        && with_.configuration(u"FIREBASE_API_KEY"_s);
+    return with_.configuration(configuration::dataConnectUrl)
+        && with_.configuration(configuration::firebaseKey);
 }
 
 QUrl DataConnectHistory::url(const QString &kind) const
 {
-    const QString base = with_.configuration(u"VELLUMO_DATACONNECT_URL"_s).value_or(QString());
-    const QString key = with_.configuration(u"FIREBASE_API_KEY"_s).value_or(QString());
+    const QString base = with_.configuration(configuration::dataConnectUrl).value_or(QString());
+    const QString key = with_.configuration(configuration::firebaseKey).value_or(QString());
     return QUrl(base + u':' + kind + u"?key="_s + key, QUrl::StrictMode);
 }
 
@@ -133,10 +134,10 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
                                  const Completion &completion) const
 {
     const QUrl address = url(operation.kind);
-    using Kind = DataConnectError::Kind;
+    using Kind = SyncError::Kind;
     if (!address.isValid() || address.host().isEmpty()) {
-        const Failure failure{Kind::badAddress, false, u"bad URL"_s};
-        soon(context, [completion, failure] { completion(failure); });
+        const Failure failure{Kind::AddressNotAllowed, false, u"bad URL"_s};
+        post(context, [completion, failure] { completion(failure); });
         return;
     }
     HttpRequest request;
@@ -155,13 +156,13 @@ void DataConnectHistory::execute(const Operation &operation, QObject *context, c
                             &auth = with_.auth, &session = with_.session](const auto &token) {
         if (!uid.isEmpty() && auth.uid() != uid) {
             const QString why = u"another account has signed in meanwhile"_s;
-            completion(Failure{Kind::signedOut, false, why});
+            completion(Failure{Kind::SignedOut, false, why});
         } else if (!token.isOk()) {
             const QString why = summary(token.error());
             completion(Failure{kindOf(token.error()), false, logExcerpt(why, sent)});
         } else if (!token.value()) {
             const QString why = u"user authentication required"_s;
-            completion(Failure{Kind::signedOut, false, why});
+            completion(Failure{Kind::SignedOut, false, why});
         } else {
             HttpRequest authorized = request;
             authorized.headers = {{"Content-Type", "application/json"},
@@ -197,7 +198,7 @@ void DataConnectHistory::saveProfile(const std::optional<QString> &hearAbout,
                                      const Done &completion) const
 {
     if (!isConfigured()) {
-        soon(context, [completion] { completion(false); });
+        post(context, [completion] { completion(SyncError::Kind::NotConfigured); });
         return;
     }
     const Operation operation{
@@ -208,18 +209,15 @@ void DataConnectHistory::saveProfile(const std::optional<QString> &hearAbout,
         if (failure) {
             printDiagnostic(u"profile save failed — "_s + failure->excerpt);
         }
-        completion(!failure);
+        completion(failure ? failure->kind : SyncError::Kind::None);
     });
 }
 
 void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
-                                    const Uploaded &completion) const
+                                    const Done &completion) const
 {
     if (!isConfigured()) {
-        soon(context, [this, completion] {
-            tell(Direction::Up, DataConnectError::Kind::notConfigured);
-            completion({DataConnectError::Kind::notConfigured});
-        });
+        post(context, [completion] { completion(SyncError::Kind::NotConfigured); });
         return;
     }
     const Operation operation{mutation,
@@ -228,16 +226,14 @@ void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
                                {u"sourceText"_s, note.sourceText},
                                {u"translation"_s, note.translation},
                                {u"explanation"_s, note.explanation}}};
-    const auto end = [this, completion](const auto &failure) {
+    const auto end = [completion](const auto &failure) {
         const bool isThere = !failure || failure->isDuplicate;
         if (!isThere) {
             printDiagnostic(u"history create failed — "_s + failure->excerpt);
         } else if (failure) {
             printDiagnostic(u"history create refused, taken as done — "_s + failure->excerpt);
         }
-        const Outcome outcome = isThere ? Outcome() : failure->kind;
-        tell(Direction::Up, outcome);
-        completion({outcome});
+        completion(isThere ? SyncError::Kind::None : failure->kind);
     };
     execute(operation, context, atOnce(DataConnectWire::noteInserted), end);
 }
@@ -246,7 +242,7 @@ void DataConnectHistory::createNote(const ReadingNote &note, QObject *context,
 class DataConnectHistory::FollowUpUpload : public QObject {
 public:
     FollowUpUpload(const DataConnectHistory &history, const QUuid &noteId,
-                   QList<FollowUpExchange> exchanges, QObject *context, Uploaded completion)
+                   QList<FollowUpExchange> exchanges, QObject *context, Done completion)
         : QObject(context)
         , history_(history)
         , noteId_(noteId)
@@ -258,14 +254,13 @@ public:
     void sendNext()
     {
         if (next_ == exchanges_.size()) {
-            finish({});
+            finish(SyncError::Kind::None);
             return;
         }
         history_.addFollowUp(noteId_, exchanges_.at(next_), this, [this](const auto &failure) {
             if (failure) {
                 printDiagnostic(u"follow-up upload failed — "_s + failure->excerpt);
-                history_.tell(Direction::Up, failure->kind);
-                finish({failure->kind});
+                finish(failure->kind);
                 return;
             }
             ++next_;
@@ -274,30 +269,27 @@ public:
     }
 
 private:
-    void finish(Upload upload)
+    void finish(SyncError::Kind error)
     {
         deleteLater();
-        const Uploaded completion = std::exchange(completion_, {}); // which may end the context
-        completion(upload);
+        const Done completion = std::exchange(completion_, {}); // which may end the context
+        completion(error);
     }
 
     const DataConnectHistory &history_;
     QUuid noteId_;
     QList<FollowUpExchange> exchanges_;
     qsizetype next_ = 0;
-    Uploaded completion_;
+    Done completion_;
 };
 
 void DataConnectHistory::addFollowUps(const QUuid &noteId, const QList<FollowUpExchange> &exchanges,
-                                      QObject *context, const Uploaded &completion) const
+                                      QObject *context, const Done &completion) const
 {
     if (exchanges.isEmpty() || !isConfigured()) {
-        soon(context, [this, completion, isDone = exchanges.isEmpty()] {
-            if (!isDone) {
-                tell(Direction::Up, DataConnectError::Kind::notConfigured);
-            }
-            completion({isDone ? Outcome() : DataConnectError::Kind::notConfigured});
-        });
+        const auto error =
+            exchanges.isEmpty() ? SyncError::Kind::None : SyncError::Kind::NotConfigured;
+        post(context, [completion, error] { completion(error); });
         return;
     }
     (new FollowUpUpload(*this, noteId, exchanges, context, completion))->sendNext();
@@ -314,19 +306,16 @@ void DataConnectHistory::addFollowUp(const QUuid &noteId, const FollowUpExchange
     execute(operation, context, atOnce(DataConnectWire::done), completion);
 }
 
-void DataConnectHistory::list(QObject *context, const ListCompletion &completion) const
+void DataConnectHistory::list(QObject *context, const Listed &completion) const
 {
     if (!isConfigured()) {
-        soon(context, [this, completion] {
-            tell(Direction::Down, DataConnectError::Kind::notConfigured);
-            completion({});
-        });
+        post(context, [completion] { completion(SyncError::Kind::NotConfigured); });
         return;
     }
     const auto notes = std::make_shared<QList<ReadingNote>>();
     const auto read = [notes, &clock = with_.clock](const Answer &answer, QObject *waiting,
                                                     const Verdict &verdict) {
-        const auto take = [notes, verdict](const ListReading::Listed &listed) {
+        const auto take = [notes, verdict](const ListReading::Notes &listed) {
             if (listed.isOk()) {
                 *notes = listed.value();
             }
@@ -340,20 +329,14 @@ void DataConnectHistory::list(QObject *context, const ListCompletion &completion
         }
     };
     const Operation operation{query, u"ListNotes"_s, {}, listTotalTimeout, listBodyLimit};
-    execute(operation, context, read, [this, completion, notes](const auto &failure) {
+    execute(operation, context, read, [completion, notes](const auto &failure) {
         if (failure) {
             printDiagnostic(u"history list failed — "_s + failure->excerpt);
+            completion(failure->kind);
+        } else {
+            completion(*notes);
         }
-        tell(Direction::Down, failure ? Outcome(failure->kind) : Outcome());
-        completion(*notes);
     });
-}
-
-void DataConnectHistory::tell(Direction direction, Outcome outcome) const
-{
-    if (onEnded) {
-        onEnded(direction, outcome);
-    }
 }
 
 std::optional<QUuid> DataConnectHistory::uuid(const QString &from)

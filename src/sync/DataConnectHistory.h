@@ -16,15 +16,17 @@ class Clock;
 /// The backend that keeps a signed-in user's notes and profile, with four operations that it knows
 /// by name.
 ///
-/// Nothing fails towards the caller: a failure is false or an empty list, and one diagnostic line.
-/// Nothing is retried. Without a configured backend every operation fails at once and silently.
+/// A failure completes its operation with an error and prints one diagnostic line. Nothing is
+/// retried. Without a configured backend every operation fails at once and prints nothing.
 /// Completions run exactly once, on the main thread and never before the call returns; when
 /// `context` is destroyed first, they never run and what is left of the operation is not sent.
 class DataConnectHistory {
 public:
     /// Answers a configuration value, trimmed; absent when it is blank. Asked at every call.
     using Lookup = std::function<std::optional<QString>(const QString &key)>;
-    using Done = std::function<void(bool isDone)>;
+    /// Gets SyncError::Kind::None when the operation succeeded.
+    using Done = std::function<void(SyncError::Kind error)>;
+    using Listed = std::function<void(const Result<QList<ReadingNote>, SyncError::Kind> &)>;
 
     /// What is needed must outlive every operation.
     struct Collaborators {
@@ -36,35 +38,20 @@ public:
 
     explicit DataConnectHistory(Collaborators collaborators);
 
-    enum class Direction : quint8 { Up, Down };
-    using Outcome = std::optional<DataConnectError::Kind>; ///< nothing when it is done
-    /// Told how each sending of a note or follow-up and each listing went, before its completion
-    /// runs. For those who show it; not told of an operation whose context is gone.
-    std::function<void(Direction direction, Outcome outcome)> onEnded;
-
-    /// How an upload ended: true when it is done.
-    struct Upload {
-        Outcome failure;
-        operator bool() const { return !failure; } // NOLINT(google-explicit-constructor)
-    };
-    using Uploaded = std::function<void(Upload upload)>;
-
     /// What the user said about themselves when they first ran the program; absent is not sent.
     void saveProfile(const std::optional<QString> &hearAbout, const std::optional<QString> &role,
                      const std::optional<QString> &industry, QObject *context,
                      const Done &completion) const;
 
     /// Done also when the backend has the note already. Follow-ups and the time are not sent.
-    void createNote(const ReadingNote &note, QObject *context, const Uploaded &completion) const;
+    void createNote(const ReadingNote &note, QObject *context, const Done &completion) const;
 
     /// Adds the exchanges one after the other. After a failure the backend may have the first ones.
     void addFollowUps(const QUuid &noteId, const QList<FollowUpExchange> &exchanges,
-                      QObject *context, const Uploaded &completion) const;
-
-    using ListCompletion = std::function<void(const QList<ReadingNote> &notes)>;
+                      QObject *context, const Done &completion) const;
 
     /// All notes of the user, in the backend's order.
-    void list(QObject *context, const ListCompletion &completion) const;
+    void list(QObject *context, const Listed &completion) const;
 
     /// The id in what the backend sends for one, with or without hyphens.
     [[nodiscard]] static std::optional<QUuid> uuid(const QString &from);
@@ -74,7 +61,7 @@ private:
     class ListReading;
     struct Operation;
     struct Failure {
-        DataConnectError::Kind kind = DataConnectError::Kind::unreadable;
+        SyncError::Kind kind = SyncError::Kind::Unreadable;
         bool isDuplicate = false; ///< the backend has what was sent
         QString excerpt; ///< for a log
     };
@@ -92,7 +79,6 @@ private:
                  const Completion &completion) const;
     static void finish(const std::optional<DataConnectError> &error, const QStringList &sent,
                        const Completion &completion);
-    void tell(Direction direction, Outcome outcome) const;
     void addFollowUp(const QUuid &noteId, const FollowUpExchange &exchange, QObject *context,
                      const Completion &completion) const;
 

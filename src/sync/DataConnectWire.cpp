@@ -63,15 +63,15 @@ QStringList errorMessages(const QByteArray &body)
     return found;
 }
 
-DataConnectError::Kind kindOfStatus(int status)
+SyncError::Kind kindOfStatus(int status)
 {
     switch (status) {
     case 401:
-        return DataConnectError::Kind::signedOut;
+        return SyncError::Kind::SignedOut;
     case 413:
-        return DataConnectError::Kind::tooLarge;
+        return SyncError::Kind::NoteTooLarge;
     default:
-        return DataConnectError::Kind::refused;
+        return SyncError::Kind::Refused;
     }
 }
 
@@ -101,7 +101,7 @@ Result<DataConnectAnswer, DataConnectError> read(const Answer &answer, double no
         return undecodable();
     }
     if (!said->errors.isEmpty()) {
-        return DataConnectError{.kind = DataConnectError::Kind::refused,
+        return DataConnectError{.kind = SyncError::Kind::Refused,
                                 .isDuplicate = saysDuplicate(said->errors),
                                 .description = said->errors.join(u"; "_s)};
     }
@@ -129,18 +129,18 @@ QByteArray requestBody(const QString &operationName, const DataConnectVariables 
         .toJson(QJsonDocument::Compact);
 }
 
-DataConnectError::Kind kindOf(HttpError::Kind kind)
+SyncError::Kind kindOf(HttpError::Kind kind)
 {
     switch (kind) {
     case HttpError::Kind::untrusted:
-        return DataConnectError::Kind::untrusted;
+        return SyncError::Kind::Untrusted;
     case HttpError::Kind::tooLarge:
-        return DataConnectError::Kind::tooLarge;
+        return SyncError::Kind::NoteTooLarge;
     case HttpError::Kind::insecure:
     case HttpError::Kind::noAddress:
-        return DataConnectError::Kind::badAddress;
+        return SyncError::Kind::AddressNotAllowed;
     default:
-        return DataConnectError::Kind::unreachable;
+        return SyncError::Kind::Unreachable;
     }
 }
 
@@ -163,7 +163,11 @@ Result<QList<ReadingNote>, DataConnectError> listedNotes(const Answer &answer, d
 {
     const auto said = read(answer, now);
     if (!said.isOk()) {
-        return said.error();
+        DataConnectError error = said.error();
+        if (error.kind == SyncError::Kind::NoteTooLarge) {
+            error.kind = SyncError::Kind::ListTooLarge;
+        }
+        return error;
     }
     if (!said.value().notes) {
         return undecodable();

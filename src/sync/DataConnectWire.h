@@ -4,6 +4,7 @@
 
 #include "notes/ReadingNote.h"
 #include "platform/HttpSession.h"
+#include "sync/SyncError.h"
 #include <QByteArray>
 #include <optional>
 #include <utility>
@@ -12,17 +13,7 @@ namespace vellumo {
 
 /// Why an operation has no result.
 struct DataConnectError {
-    enum class Kind : quint8 {
-        notConfigured, ///< this installation knows no backend
-        signedOut, ///< there is no session, or it is not accepted any more
-        unreachable, ///< no answer came
-        untrusted, ///< no TLS connection, or the certificate is not to be trusted
-        badAddress, ///< not sent: no web address, or http to a public host
-        tooLarge, ///< the service takes no such request, or its answer exceeds the limit
-        refused, ///< the backend said no, or the token service for a moment
-        unreadable, ///< an answer came that is not one
-    };
-    Kind kind = Kind::unreadable;
+    SyncError::Kind kind = SyncError::Kind::Unreadable;
     int code = -1; ///< the status, if it was one that says no
     bool isDuplicate = false; ///< the service refuses what it already has
     QString description = {}; ///< whole; a server's may repeat what was sent: not for a log
@@ -40,8 +31,8 @@ namespace DataConnectWire {
 
 using Answer = Result<HttpResponse, HttpError>;
 
-/// What it means for an operation that no whole answer came.
-[[nodiscard]] DataConnectError::Kind kindOf(HttpError::Kind kind);
+/// What it means for an operation that no complete answer came.
+[[nodiscard]] SyncError::Kind kindOf(HttpError::Kind kind);
 
 /// The error of an operation without a result; nothing when it is done.
 [[nodiscard]] std::optional<DataConnectError> done(const Answer &answer);

@@ -18,7 +18,8 @@ class NotesSyncEngine::PushPass : public QObject {
 public:
     /// onEnded runs from the event loop, since a pass with nothing to send ends at once.
     PushPass(NotesSyncEngine &engine, Done onEnded)
-        : store_(engine.store_)
+        : engine_(engine)
+        , store_(engine.store_)
         , history_(engine.history_)
         , auth_(engine.auth_)
         , uid_(engine.auth_.uid())
@@ -46,15 +47,13 @@ public:
     }
 
 private:
-    using Upload = DataConnectHistory::Upload;
-
     void create()
     {
-        history_.createNote(current_.note, this, [this](const Upload &upload) {
-            if (upload) {
+        history_.createNote(current_.note, this, [this](SyncError::Kind error) {
+            report(error);
+            if (error == SyncError::Kind::None) {
                 sendFollowUps(0);
             } else {
-                learnFrom(*upload.failure);
                 takeNext();
             }
         });
@@ -69,30 +68,33 @@ private:
             return;
         }
         history_.addFollowUps(current_.note.id, current_.note.followUps.mid(first), this,
-                              [this, first, count](const Upload &upload) {
-                                  if (!upload) {
-                                      learnFrom(*upload.failure);
-                                  }
-                                  record(upload ? count : first);
+                              [this, first, count](SyncError::Kind error) {
+                                  report(error);
+                                  record(error == SyncError::Kind::None ? count : first);
                               });
     }
 
-    void learnFrom(DataConnectError::Kind failure)
+    void report(SyncError::Kind error)
     {
-        using Kind = DataConnectError::Kind;
-        switch (failure) {
-        case Kind::notConfigured:
-        case Kind::signedOut:
-        case Kind::unreachable:
-        case Kind::untrusted:
-        case Kind::badAddress:
-            pending_.clear(); // the others would meet the same, each after a minute perhaps
+        if (auth_.uid() == uid_) {
+            Q_EMIT engine_.uploadEnded(error);
+        }
+        using Kind = SyncError::Kind;
+        switch (error) {
+        case Kind::NotConfigured:
+        case Kind::SignedOut:
+        case Kind::Unreachable:
+        case Kind::Untrusted:
+        case Kind::AddressNotAllowed:
+            pending_.clear(); // every other note would fail the same way, each after up to a minute
             break;
-        case Kind::tooLarge:
+        case Kind::NoteTooLarge:
             tooLarge_.insert(current_.note.id);
             break;
-        case Kind::refused:
-        case Kind::unreadable:
+        case Kind::None:
+        case Kind::ListTooLarge:
+        case Kind::Refused:
+        case Kind::Unreadable:
             break;
         }
     }
@@ -103,6 +105,7 @@ private:
         takeNext();
     }
 
+    NotesSyncEngine &engine_;
     NotesStoring &store_;
     const DataConnectHistory &history_;
     Authenticating &auth_;
@@ -171,7 +174,7 @@ void NotesSyncEngine::pullAndMerge(QObject *context, Done completion)
         QMetaObject::invokeMethod(this, complete, Qt::QueuedConnection);
         return;
     }
-    history_.list(this, [this, uid = auth_.uid(), complete](const QList<ReadingNote> &notes) {
+    list([this, uid = auth_.uid(), complete](const Notes &notes) {
         const auto merge = [this, uid, complete, notes] {
             // Notes of an account that has signed out meanwhile do not belong here.
             if (!notes.isEmpty() && auth_.uid() == uid) {
@@ -179,8 +182,29 @@ void NotesSyncEngine::pullAndMerge(QObject *context, Done completion)
             }
             complete();
         };
-        // Reading a long list takes as long as merging it: what waits may come in between.
+        // Reading a long list takes as long as merging it: let pending events in between.
         QMetaObject::invokeMethod(this, merge, Qt::QueuedConnection);
+    });
+}
+
+void NotesSyncEngine::countUnknown(QObject *context,
+                                   const std::function<void(qsizetype count)> &completion)
+{
+    list([this, context = QPointer(context), completion](const Notes &notes) {
+        if (context) {
+            completion(store_.unknownCount(notes));
+        }
+    });
+}
+
+/// Lists the backend's notes; none after a failure.
+void NotesSyncEngine::list(const std::function<void(const Notes &notes)> &then)
+{
+    history_.list(this, [this, uid = auth_.uid(), then](const auto &listed) {
+        if (auth_.uid() == uid) {
+            Q_EMIT listingEnded(listed.isOk() ? SyncError::Kind::None : listed.error());
+        }
+        then(listed.isOk() ? listed.value() : Notes());
     });
 }
 

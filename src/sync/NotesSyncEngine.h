@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "notes/ReadingNote.h"
+#include "sync/SyncError.h"
 #include <QObject>
 #include <QSet>
 #include <QUuid>
@@ -46,10 +48,23 @@ public:
     void pullAndMerge(QObject *context, Done completion);
     void pullAndMerge() { pullAndMerge(this, {}); }
 
+    /// Lists the backend's notes and completes with how many of them the store does not know; zero
+    /// after a failure.
+    void countUnknown(QObject *context, const std::function<void(qsizetype count)> &completion);
+
+Q_SIGNALS:
+    /// The result of each sent note or follow-up and of each listing, before the completion it
+    /// belongs to. Not emitted once another account has signed in.
+    void uploadEnded(vellumo::SyncError::Kind error);
+    void listingEnded(vellumo::SyncError::Kind error);
+
 private:
     class PushPass;
 
+    using Notes = QList<ReadingNote>;
+
     void passEnded();
+    void list(const std::function<void(const Notes &notes)> &then);
     [[nodiscard]] bool mayTravel() const;
 
     NotesStoring &store_;

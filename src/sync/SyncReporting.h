@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "sync/SyncError.h"
 #include <QDateTime>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
@@ -17,27 +18,12 @@ class SyncReporting : public QObject {
     Q_PROPERTY(int pending READ pending NOTIFY changed)
     Q_PROPERTY(bool isWithheld READ isWithheld NOTIFY changed)
     Q_PROPERTY(int arriving READ arriving NOTIFY changed)
-    Q_PROPERTY(Problem problem READ problem NOTIFY changed)
+    Q_PROPERTY(vellumo::SyncError::Kind problem READ problem NOTIFY changed)
     Q_PROPERTY(QDateTime problemTime READ problemTime NOTIFY changed)
     Q_PROPERTY(QDateTime lastFetched READ lastFetched NOTIFY changed)
 
 public:
     using QObject::QObject;
-
-    /// Why notes could not travel when they last tried to.
-    enum class Problem : quint8 {
-        None,
-        NotConfigured, ///< this installation knows no backend
-        SignedOut, ///< the session is not accepted any more
-        Unreachable, ///< no answer came
-        Refused, ///< the backend said no
-        Unreadable, ///< an answer came that is not one
-        Untrusted, ///< the backend's certificate is not to be trusted
-        AddressNotAllowed, ///< the backend's address is none, or not https
-        ListTooLarge, ///< the backend has more than is read
-        NoteTooLarge, ///< the backend takes no note of that size
-    };
-    Q_ENUM(Problem)
 
     [[nodiscard]] virtual bool isSyncing() const = 0;
     /// How many notes the backend does not have, or not with all their follow-ups.
@@ -47,8 +33,8 @@ public:
     [[nodiscard]] virtual bool isWithheld() const = 0;
     /// How many notes are known to be on their way here; see announceArrivals().
     [[nodiscard]] virtual int arriving() const = 0;
-    /// Kept until the same operation succeeds.
-    [[nodiscard]] virtual Problem problem() const = 0;
+    /// Why the last push or pull failed. Kept until the same operation succeeds.
+    [[nodiscard]] virtual SyncError::Kind problem() const = 0;
     /// Invalid without a problem.
     [[nodiscard]] virtual QDateTime problemTime() const = 0;
     /// When the backend last listed its notes; invalid before that.

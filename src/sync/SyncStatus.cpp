@@ -13,34 +13,6 @@
 
 namespace vellumo {
 
-namespace {
-
-SyncReporting::Problem problemOf(DataConnectError::Kind kind, bool isUp)
-{
-    using Kind = DataConnectError::Kind;
-    switch (kind) {
-    case Kind::notConfigured:
-        return SyncReporting::Problem::NotConfigured;
-    case Kind::signedOut:
-        return SyncReporting::Problem::SignedOut;
-    case Kind::unreachable:
-        return SyncReporting::Problem::Unreachable;
-    case Kind::refused:
-        return SyncReporting::Problem::Refused;
-    case Kind::untrusted:
-        return SyncReporting::Problem::Untrusted;
-    case Kind::badAddress:
-        return SyncReporting::Problem::AddressNotAllowed;
-    case Kind::tooLarge:
-        return isUp ? SyncReporting::Problem::NoteTooLarge : SyncReporting::Problem::ListTooLarge;
-    case Kind::unreadable:
-        break;
-    }
-    return SyncReporting::Problem::Unreadable;
-}
-
-} // namespace
-
 SyncStatus::SyncStatus(const Collaborators &collaborators) : with_(collaborators)
 {
     connect(&with_.store, &NotesStoring::vellumoNotesDidChange, this, [this] {
@@ -48,7 +20,17 @@ SyncStatus::SyncStatus(const Collaborators &collaborators) : with_(collaborators
         Q_EMIT changed();
     });
     connect(&with_.ownership, &NotesOwnership::changed, this, &SyncReporting::changed);
-    with_.history.onEnded = [this](auto direction, auto outcome) { ended(direction, outcome); };
+    connect(&with_.engine, &NotesSyncEngine::uploadEnded, this, [this](SyncError::Kind error) {
+        if (error != SyncError::Kind::None) {
+            sending_ = failureNow(error);
+        }
+    });
+    connect(&with_.engine, &NotesSyncEngine::listingEnded, this, [this](SyncError::Kind error) {
+        fetching_ = failureNow(error);
+        if (error == SyncError::Kind::None) {
+            lastFetched_ = std::exchange(fetching_, {}).time;
+        }
+    });
 }
 
 int SyncStatus::pending() const
@@ -108,47 +90,38 @@ void SyncStatus::push()
 void SyncStatus::announceArrivals()
 {
     begin();
-    with_.history.list(this, [this](const QList<ReadingNote> &notes) {
+    with_.engine.countUnknown(this, [this](qsizetype count) {
         // On its own, or after a pull that failed, this brings nothing.
         const bool isFollowed = passes_ > 1;
-        arriving_ = isFollowed ? static_cast<int>(with_.store.unknownCount(notes)) : 0;
+        arriving_ = isFollowed ? static_cast<int>(count) : 0;
         end();
     });
 }
 
-void SyncStatus::ended(DataConnectHistory::Direction direction, DataConnectHistory::Outcome outcome)
+SyncStatus::Failure SyncStatus::failureNow(SyncError::Kind error) const
 {
-    const bool isUp = direction == DataConnectHistory::Direction::Up;
-    const QDateTime now = NoteDates::localTime(with_.clock.secondsSinceReferenceDate());
-    if (outcome) {
-        (isUp ? sending_ : fetching_) = Trouble{problemOf(*outcome, isUp), now};
-    } else if (!isUp) {
-        fetching_.reset();
-        lastFetched_ = now;
-    }
+    return {error, NoteDates::localTime(with_.clock.secondsSinceReferenceDate())};
 }
 
-std::optional<SyncStatus::Trouble> SyncStatus::trouble() const
+const SyncStatus::Failure &SyncStatus::failure() const
 {
-    return sending_ && pending() > 0 ? sending_ : fetching_;
+    return sending_.error != SyncError::Kind::None && pending() > 0 ? sending_ : fetching_;
 }
 
-SyncReporting::Problem SyncStatus::problem() const
+SyncError::Kind SyncStatus::problem() const
 {
-    const auto found = trouble();
-    return found ? found->problem : Problem::None;
+    return failure().error;
 }
 
 QDateTime SyncStatus::problemTime() const
 {
-    const auto found = trouble();
-    return found ? found->time : QDateTime();
+    return failure().time;
 }
 
 void SyncStatus::forget()
 {
-    sending_.reset();
-    fetching_.reset();
+    sending_ = {};
+    fetching_ = {};
     lastFetched_ = {};
     arriving_ = 0;
     Q_EMIT changed();
@@ -164,8 +137,8 @@ void SyncStatus::end()
 {
     --passes_;
     pending_.reset();
-    if (sending_ && pending() == 0) {
-        sending_.reset(); // it has worked, and says nothing about the next note
+    if (pending() == 0) {
+        sending_ = {}; // overcome; the next note starts without it
     }
     Q_EMIT changed();
 }

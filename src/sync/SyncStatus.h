@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "sync/DataConnectHistory.h"
 #include "sync/SyncReporting.h"
 #include <optional>
 
 namespace vellumo {
 
+class Clock;
 class NotesOwnership;
 class NotesStoring;
 class NotesSyncEngine;
@@ -17,10 +17,9 @@ class SyncStatus final : public SyncReporting {
     Q_OBJECT
 
 public:
-    /// All must outlive this object, which takes the history's callback.
+    /// All must outlive this object.
     struct Collaborators {
         NotesSyncEngine &engine;
-        DataConnectHistory &history;
         const NotesStoring &store;
         const Clock &clock;
         NotesOwnership &ownership;
@@ -32,7 +31,7 @@ public:
     [[nodiscard]] int pending() const override;
     [[nodiscard]] bool isWithheld() const override;
     [[nodiscard]] int arriving() const override { return arriving_; }
-    [[nodiscard]] Problem problem() const override;
+    [[nodiscard]] SyncError::Kind problem() const override;
     [[nodiscard]] QDateTime problemTime() const override;
     [[nodiscard]] QDateTime lastFetched() const override { return lastFetched_; }
 
@@ -47,13 +46,14 @@ public:
     void forget();
 
 private:
-    struct Trouble {
-        Problem problem;
+    struct Failure {
+        SyncError::Kind error = SyncError::Kind::None;
         QDateTime time;
     };
 
-    void ended(DataConnectHistory::Direction direction, DataConnectHistory::Outcome outcome);
-    [[nodiscard]] std::optional<Trouble> trouble() const;
+    [[nodiscard]] Failure failureNow(SyncError::Kind error) const;
+    /// The one to show.
+    [[nodiscard]] const Failure &failure() const;
     void begin();
     void end();
     void pullEnded();
@@ -64,8 +64,8 @@ private:
     int arriving_ = 0;
     bool pulling_ = false;
     bool pullQueued_ = false; ///< another pull was asked for while one was running
-    std::optional<Trouble> sending_; ///< counts while something is left to be sent
-    std::optional<Trouble> fetching_;
+    Failure sending_; ///< shown while notes are pending
+    Failure fetching_;
     QDateTime lastFetched_;
 };
 

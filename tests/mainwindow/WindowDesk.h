@@ -53,7 +53,7 @@ public:
 class SampleSync : public SyncReporting {
 public:
     QStringList asked; ///< what the window has asked for
-    Problem trouble = Problem::None;
+    SyncError::Kind trouble = SyncError::Kind::None;
     int left = 0;
     bool withheld = false;
     int onTheirWay = 0;
@@ -63,7 +63,7 @@ public:
     [[nodiscard]] int pending() const override { return left; }
     [[nodiscard]] bool isWithheld() const override { return withheld; }
     [[nodiscard]] int arriving() const override { return onTheirWay; }
-    [[nodiscard]] Problem problem() const override { return trouble; }
+    [[nodiscard]] SyncError::Kind problem() const override { return trouble; }
     [[nodiscard]] QDateTime problemTime() const override { return {}; }
     [[nodiscard]] QDateTime lastFetched() const override { return fetched; }
     void syncNow() override { asked.append(QStringLiteral("sync")); }

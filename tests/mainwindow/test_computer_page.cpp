@@ -264,17 +264,17 @@ void TestComputerPage::tellsTheLastProblem()
     desk.useWithoutAccount();
     desk.storeSession();
     desk.computer.enterService();
-    desk.sync.trouble = SyncReporting::Problem::Unreachable;
+    desk.sync.trouble = SyncError::Kind::Unreachable;
     QVERIFY(waitUntil([&] { return desk.auth.isSignedIn(); }));
     desk.show();
     desk.click("computer");
     QCoreApplication::processEvents();
-    const std::pair<SyncReporting::Problem, QLatin1StringView> words[] = {
-        {SyncReporting::Problem::Unreachable, "Sync now"_L1},
-        {SyncReporting::Problem::Untrusted, "certificate"_L1},
-        {SyncReporting::Problem::AddressNotAllowed, "must be a web address"_L1},
-        {SyncReporting::Problem::ListTooLarge, "32 MiB"_L1},
-        {SyncReporting::Problem::NoteTooLarge, "stays on this computer"_L1},
+    const std::pair<SyncError::Kind, QLatin1StringView> words[] = {
+        {SyncError::Kind::Unreachable, "Sync now"_L1},
+        {SyncError::Kind::Untrusted, "certificate"_L1},
+        {SyncError::Kind::AddressNotAllowed, "must be a web address"_L1},
+        {SyncError::Kind::ListTooLarge, "32 MiB"_L1},
+        {SyncError::Kind::NoteTooLarge, "stays on this computer"_L1},
     };
     for (const auto &[trouble, word] : words) {
         desk.sync.trouble = trouble;

@@ -78,7 +78,9 @@ private:
     FakeHttpSession session_;
     FakeClock clock_;
     std::optional<bool> result_;
-    DataConnectHistory::Done done_ = [this](bool isDone) { result_ = isDone; };
+    DataConnectHistory::Done done_ = [this](SyncError::Kind error) {
+        result_ = error == SyncError::Kind::None;
+    };
 };
 
 void TestDataConnect::init()
@@ -98,14 +100,14 @@ void TestDataConnect::sendsWhatIsAgreed_data()
     const QUuid id(u"AAAAAAAA-BBBB-CCCC-DDDD-EEEEEEEEEEEE"_s);
     QTest::newRow("profile, absent variables left out")
         << Call([](const DataConnectHistory &history, QObject *context) {
-               history.saveProfile(std::nullopt, u"role"_s, u""_s, context, [](bool) {});
+               history.saveProfile(std::nullopt, u"role"_s, u""_s, context, [](auto) {});
            })
         << mutation
         << uR"({"operationName":"UpsertProfile","variables":{"industry":"","role":"role"}})"_s;
     QTest::newRow("note, half a surrogate pair made sound")
         << Call([id](const DataConnectHistory &history, QObject *context) {
                history.createNote({id, u"s\xD83D"_s, {}, u"e"_s, 5, {{id, u"q"_s, u"a"_s}}},
-                                  context, [](bool) {});
+                                  context, [](auto) {});
            })
         << mutation
         << u"{\"operationName\":\"CreateNote\",\"variables\":{\"explanation\":\"e\","
@@ -113,7 +115,7 @@ void TestDataConnect::sendsWhatIsAgreed_data()
            "\"translation\":\"\"}}"_s;
     QTest::newRow("follow-up")
         << Call([id](const DataConnectHistory &history, QObject *context) {
-               history.addFollowUps(id, {{id, u"q"_s, u"a"_s}}, context, [](bool) {});
+               history.addFollowUps(id, {{id, u"q"_s, u"a"_s}}, context, [](auto) {});
            })
         << mutation
         << u"{\"operationName\":\"AddFollowUp\",\"variables\":{\"answer\":\"a\","
@@ -169,12 +171,15 @@ void TestDataConnect::failsWithoutARequest()
         auth_.token = AuthError{AuthError::Kind::network};
     const DataConnectHistory history = this->history(values);
     QList<bool> results;
-    const auto note = [&results](bool isDone) { results.append(isDone); };
+    const auto note = [&results](SyncError::Kind error) {
+        results.append(error == SyncError::Kind::None);
+    };
     history.createNote(makeNote(u"x"_s), this, note);
     history.saveProfile({}, {}, {}, this, note);
     history.addFollowUps(QUuid::createUuid(), {{}}, this, note);
     std::optional<qsizetype> listed;
-    history.list(this, [&listed](const auto &notes) { listed = notes.size(); });
+    history.list(
+        this, [&listed](const auto &notes) { listed = notes.isOk() ? notes.value().size() : 0; });
     QVERIFY(results.isEmpty() && !listed); // never before the call returns
     QVERIFY(waitUntil([&] { return results.size() == 3 && listed; }));
     QCOMPARE(results, (QList<bool>{false, false, false}));
@@ -295,7 +300,7 @@ void TestDataConnect::followUpsAreSentInOrderUntilOneFails()
 
     // what is not wanted any more is not sent
     auto context = std::make_unique<QObject>();
-    history.addFollowUps(note.id, note.followUps, context.get(), [](bool) { QFAIL("completed"); });
+    history.addFollowUps(note.id, note.followUps, context.get(), [](auto) { QFAIL("completed"); });
     QVERIFY(waitUntil([&] { return session_.requests.size() == 4; }));
     context.reset();
     session_.answer(ok(R"({"data":{}})"));
@@ -318,7 +323,7 @@ void TestDataConnect::readsAList()
          "createdAt":"","followUps_on_note":[]}]}})");
     QList<QList<ReadingNote>> lists;
     for (int i = 0; i < 2; ++i) {
-        history.list(this, [&lists](const auto &notes) { lists.append(notes); });
+        history.list(this, [&lists](const auto &notes) { lists.append(notes.value()); });
         answerNext(answer);
     }
     const QList<ReadingNote> &notes = lists.first();
@@ -372,7 +377,7 @@ void TestDataConnect::readsOffTheMainThread()
     const HttpResponse answer = ok(R"({"data":{"notes":)" + notes + "}}");
     std::optional<qsizetype> count;
     QElapsedTimer timer;
-    history.list(this, [&count](const auto &listed) { count = listed.size(); });
+    history.list(this, [&count](const auto &listed) { count = listed.value().size(); });
     QVERIFY(waitUntil([this] { return !session_.requests.isEmpty(); }));
     QCOMPARE(session_.requests.constLast().bodyLimit, qint64{32} << 20);
     timer.start();

@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Problem = SyncReporting::Problem;
+using Problem = SyncError::Kind;
 
 const ReadingContext page{u"web-url:https://a.test/"_s, u"a.test"_s, ReadingContextSource::webURL};
 const QByteArray oneListed = R"({"data":{"notes":[{"id":"6f0d5c1e5b0a4f0e9a3d1c2b4a5f6e7d",
@@ -40,7 +40,7 @@ struct Home {
     FakeDefaultsStore defaults;
     NotesOwnership ownership{{defaults, auth, store}};
     NotesSyncEngine engine{store, history, auth, [this] { return ownership.allowsSync(); }};
-    SyncStatus status{{engine, history, store, clock, ownership}};
+    SyncStatus status{{engine, store, clock, ownership}};
     qsizetype served = 0;
 
     explicit Home(const QString &url = u"https://d.example/c"_s)
