@@ -56,7 +56,8 @@ void measureExport(const QList<NoteWithContext> &notes, ExportFormat format, int
     for (int run = 0; run < runs; ++run) {
         NotesExport exporting;
         std::optional<NotesExport::Result> result;
-        exporting.onDone = [&](const NotesExport::Result &r) { result = r; };
+        QObject::connect(&exporting, &NotesExport::finished, &exporting,
+                         [&](const NotesExport::Result &r) { result = r; });
         const LongestTurn longest;
         whole.append(timed([&] {
             exporting.start({notes, all, format, true, QDateTime::currentDateTime(),

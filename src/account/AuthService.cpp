@@ -175,8 +175,8 @@ void AuthService::adoptRestored(const Parameters &items)
         startSession(refreshToken, {uid, items.value(emailAccount)});
     }
     settle();
-    if (isSession && onRestored) {
-        onRestored();
+    if (isSession) {
+        Q_EMIT restored();
     }
 }
 

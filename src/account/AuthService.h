@@ -58,9 +58,6 @@ public:
 
     /// Called after a successful sign-in.
     std::function<void()> onSignedIn;
-    /// Called when a session of an earlier run has been restored: soon after the start, or when a
-    /// keyring that was closed or slow is readable at last.
-    std::function<void()> onRestored;
 
     /// Runs `action` once, when it is known whether there is a session to restore, or half a second
     /// after the start if the keyring takes longer. Never before the call returns, and not when
@@ -94,6 +91,9 @@ public:
     void idToken(QObject *context, IdTokenCompletion completion) override;
 
 Q_SIGNALS:
+    /// A session of an earlier run has been restored: soon after the start, or when a keyring that
+    /// was closed or slow has become readable.
+    void restored();
     void userChanged();
     void isWorkingChanged();
     void problemChanged();

@@ -34,6 +34,7 @@
 #include "platform/Wiping.h"
 #include "platform/dbus/ApplicationInterface.h"
 #include "ui/ApplicationFonts.h"
+#include "ui/OrdinaryWindow.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -138,13 +139,15 @@ void AppDelegate::configureMainMenu()
                                 edit(u"Copy"_s, Qt::CTRL | Qt::Key_C, "copy"),
                                 edit(u"Paste"_s, Qt::CTRL | Qt::Key_V, "paste"),
                                 edit(u"Select All"_s, Qt::CTRL | Qt::Key_A, "selectAll")}}});
-    foundation_->consent.onWindowMade = [this](QWindow &window) { mainMenu_->attachTo(window); };
+    connect(&OrdinaryWindows::of(foundation_->engine), &OrdinaryWindows::made, mainMenu_.get(),
+            &MainMenu::attachTo);
 }
 
 void AppDelegate::configureStatusItem()
 {
     statusItem_ = std::make_unique<StatusItem>();
-    statusItem_->onActivated = [this] { applicationShouldHandleReopen(); };
+    connect(statusItem_.get(), &StatusItem::activated, this,
+            &AppDelegate::applicationShouldHandleReopen);
     QMenu &menu = statusItem_->menu();
     menu.addAction(u"vellumo is running"_s)->setEnabled(false);
     menu.addSeparator();
@@ -156,13 +159,11 @@ void AppDelegate::configureStatusItem()
 void AppDelegate::createUpdaterManager()
 {
     updaterManager_ = std::make_unique<UpdaterManager>(foundation_->engine);
-    updaterManager_->setOnAlertMade([this](QWindow &window) { mainMenu_->attachTo(window); });
     auto controller =
         makeUpdateController(foundation_->config,
                              {foundation_->http, foundation_->platform.workspace(),
                               foundation_->clock, foundation_->engine, foundation_->texts});
     if (controller) {
-        controller->setOnWindowMade([this](QWindow &window) { mainMenu_->attachTo(window); });
         dailyUpdates_ =
             std::make_unique<DailyUpdates>(*controller, foundation_->defaults, foundation_->clock);
         updaterManager_->controller = std::move(controller);
@@ -172,18 +173,20 @@ void AppDelegate::createUpdaterManager()
 void AppDelegate::configureApplicationInterface()
 {
     applicationInterface_ = std::make_unique<ApplicationInterface>();
-    applicationInterface_->onActivate = [this] { applicationShouldHandleReopen(); };
-    applicationInterface_->onOpen = [this](const QStringList &urls) { applicationOpen(urls); };
+    connect(applicationInterface_.get(), &ApplicationInterface::activationRequested, this,
+            &AppDelegate::applicationShouldHandleReopen);
+    connect(applicationInterface_.get(), &ApplicationInterface::openRequested, this,
+            &AppDelegate::applicationOpen);
     applicationInterface_->actions = {
         {u"explain"_s, [this] { coordinator_->handleTrigger(); }},
         {u"notes"_s, [this] { coordinator_->showNotesSummary(); }},
         {u"focus"_s, [this] { resultPanel_->focusPanel(); }},
         {u"quit"_s, [this] { terminate(); }},
     };
-    applicationInterface_->onNameTaken = [this] {
+    connect(applicationInterface_.get(), &ApplicationInterface::nameTaken, this, [this] {
         printDiagnostic(u"another vellumo has just taken the name on the session bus"_s);
         terminate();
-    };
+    });
 }
 
 void AppDelegate::showPreviewHUD()
@@ -231,8 +234,13 @@ void AppDelegate::perform(const LaunchRequest &request)
 void AppDelegate::applicationOpen(const QStringList &urls)
 {
     for (const QString &url : urls) {
-        if (CommandLine::isOwnUrl(url) && onOpenURL) {
-            onOpenURL(url);
+        if (!CommandLine::isOwnUrl(url)) {
+            continue;
+        }
+        const bool isAwaited = account_->auth().isWorking();
+        account_->handleCallback(url);
+        if (isAwaited) {
+            applicationShouldHandleReopen(); // the user is looking at the browser
         }
     }
 }
@@ -293,13 +301,6 @@ void AppDelegate::createAccount()
     account_ = std::make_unique<AccountWiring>(AccountWiring::Collaborators{
         foundation_->config, foundation_->platform.secrets(), foundation_->platform.workspace(),
         foundation_->http, foundation_->clock, foundation_->texts, foundation_->defaults});
-    onOpenURL = [this](const QString &url) {
-        const bool isAwaited = account_->auth().isWorking();
-        account_->handleCallback(url);
-        if (isAwaited) {
-            applicationShouldHandleReopen(); // the browser has the person's attention
-        }
-    };
 }
 
 std::unique_ptr<AIExplaining> AppDelegate::makeAIService()
@@ -308,9 +309,8 @@ std::unique_ptr<AIExplaining> AppDelegate::makeAIService()
         foundation_->config, foundation_->defaults, foundation_->platform.secrets(),
         foundation_->http, foundation_->clock});
     serviceSetup_->tokenProvider = account_->tokenProvider();
-    serviceSetup_->onServiceChanged = [this](std::unique_ptr<AIExplaining> service) {
-        aiService_->setService(std::move(service));
-    };
+    connect(serviceSetup_.get(), &ServiceSetup::serviceChanged, this,
+            [this] { aiService_->setService(serviceSetup_->makeService()); });
     return serviceSetup_->makeService();
 }
 
@@ -322,11 +322,8 @@ void AppDelegate::buildCapturePipeline()
     unsavedNotes_ = std::make_unique<UnsavedNotes>(
         UnsavedNotes::Collaborators{*notesStore_, *resultPanel_, foundation_->texts},
         QFileInfo(NotesStore::defaultStorePath()).absolutePath());
-    resultPanel_->onClosed = [unsaved = QPointer(unsavedNotes_.get())] {
-        if (unsaved) {
-            unsaved->panelClosed();
-        }
-    };
+    connect(resultPanel_.get(), &ResultPanelController::closed, unsavedNotes_.get(),
+            &UnsavedNotes::panelClosed);
     notesEntrance_ =
         std::make_unique<NotesEntranceController>(NotesEntranceController::Collaborators{
             foundation_->windows, foundation_->screens, platform.events(), foundation_->defaults,
@@ -345,11 +342,8 @@ void AppDelegate::buildCapturePipeline()
         *selectionReader_, *contextTracker_, *aiService_, *notesStore_, *resultPanel_,
         *notesEntrance_, foundation_->preferences, *triggerManager_, platform.workspace(),
         platform.accessibility(), foundation_->clock, platform.screenLock()});
-    unsavedNotes_->onNotice = [coordinator = QPointer(coordinator_.get())](const auto &notice) {
-        if (coordinator) {
-            coordinator->showNotice(notice);
-        }
-    };
+    connect(unsavedNotes_.get(), &UnsavedNotes::noticed, coordinator_.get(),
+            &VellumoCoordinator::showNotice);
 }
 
 void AppDelegate::wireSync()
@@ -366,7 +360,8 @@ void AppDelegate::wireSync()
 
 void AppDelegate::wireExplainer()
 {
-    resultPanel_->onOpenServiceSettings = [this] { mainWindow_->showService(); };
+    connect(resultPanel_.get(), &ResultPanelController::serviceSettingsRequested, this,
+            [this] { mainWindow_->showService(); });
     connect(aiService_.get(), &ForwardingExplainer::lastFailureChanged, this, [this] {
         if (const auto &failure = aiService_->lastFailure()) {
             printDiagnostic(u"no answer from the explanation service: "_s + describe(*failure));
@@ -408,8 +403,7 @@ void AppDelegate::createMainWindow()
         with.windows,
         with.screens,
         *resultPanel_,
-        *coordinator_,
-        *mainMenu_});
+        *coordinator_});
     contextTracker_->openNoteContext = [this] { return mainWindow_->openNoteContext(); };
 }
 
@@ -424,10 +418,9 @@ void AppDelegate::prepareOnboarding()
         *notesEntrance_,
         sync_->history(),
         *permissionManager_,
-        with.consent,
-        *mainMenu_});
+        with.consent});
     onboarding_->onFinish = [this] { mainWindow_->show(); };
-    onboarding_->onPicturesWritten = [this] { terminate(); };
+    connect(onboarding_.get(), &OnboardingWiring::picturesWritten, this, &AppDelegate::terminate);
 }
 
 void AppDelegate::finishLaunchingWhenIdle()
@@ -437,7 +430,8 @@ void AppDelegate::finishLaunchingWhenIdle()
         resultPanel_->prepare();
         mainWindow_->launchIsDone();
     };
-    notesEntrance_->onAppeared = [this, prepare] { QTimer::singleShot(0, this, prepare); };
+    connect(notesEntrance_.get(), &NotesEntranceController::appeared, this, prepare,
+            Qt::QueuedConnection);
     QTimer::singleShot(500, this, prepare);
     QTimer::singleShot(0, this, [this] {
         SessionBus &bus = foundation_->platform.sessionBus();

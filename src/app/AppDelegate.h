@@ -4,7 +4,6 @@
 
 #include <QObject>
 #include <QStringList>
-#include <functional>
 #include <memory>
 
 class QApplication;
@@ -51,10 +50,6 @@ public:
     /// Launches and runs until the program ends; answers its exit status.
     [[nodiscard]] int run(LaunchRequest request);
 
-    /// Receives each address with the program's own scheme that the desktop hands over, exactly as
-    /// it was written. It is the caller's claim: anyone on the session bus can send one.
-    std::function<void(const QString &url)> onOpenURL;
-
 private:
     void applicationDidFinishLaunching();
     void configureMainMenu();
@@ -79,6 +74,8 @@ private:
     void configureApplicationInterface();
     void perform(const LaunchRequest &request);
     void applicationShouldHandleReopen();
+    /// Takes the addresses with the program's own scheme, exactly as they were written. They are
+    /// the caller's claim: any process on the session bus can send one.
     void applicationOpen(const QStringList &urls);
     void terminate();
 

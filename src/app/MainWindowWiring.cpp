@@ -4,7 +4,6 @@
 #include "app/MainWindowWiring.h"
 
 #include "account/AuthService.h"
-#include "app/MainMenu.h"
 #include "app/SignInPreview.h"
 #include "capture/VellumoCoordinator.h"
 #include "panel/ResultPanelController.h"
@@ -25,14 +24,11 @@ MainWindowWiring::MainWindowWiring(const Collaborators &with)
     , guard_(activation_, with.panels, with.screens, controller_)
     , with_(with)
 {
-    controller_.onWindowMade = [&menu = with.menu](QWindow &window) { menu.attachTo(window); };
     controller_.onShown = [this] { uploadQuestion_.update(); };
     uploadQuestion_.window = [this]() -> QWindow * {
         QWindow *const window = controller_.window();
         return window != nullptr && window->isVisible() ? window : nullptr;
     };
-    uploadQuestion_.setOnWindowMade(
-        [&menu = with.menu](QWindow &window) { menu.attachTo(window); });
     controller_.onActivate = [](const QWindow &window) { x11::activate(window.winId()); };
     controller_.onOpenPage = [&workspace = with.workspace](const QUrl &page) {
         return workspace.openUrl(page);

@@ -10,7 +10,6 @@
 
 namespace vellumo {
 
-class MainMenu;
 class ResultPanelController;
 class SignInPreview;
 class VellumoCoordinator;
@@ -31,7 +30,6 @@ public:
         const Screens &screens;
         ResultPanelController &resultPanel;
         VellumoCoordinator &coordinator;
-        MainMenu &menu;
     };
 
     explicit MainWindowWiring(const Collaborators &with);

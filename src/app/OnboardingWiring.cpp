@@ -4,7 +4,6 @@
 #include "app/OnboardingWiring.h"
 
 #include "account/AuthService.h"
-#include "app/MainMenu.h"
 #include "app/OnboardingPreview.h"
 #include "app/PermissionManager.h"
 #include "capture/VellumoCoordinator.h"
@@ -86,12 +85,13 @@ void OnboardingWiring::create()
 {
     onboardingController_ = std::make_unique<OnboardingWindowController>(with_.window);
     OnboardingWindowController &onboarding = *onboardingController_;
-    onboarding.onWindowMade = [this](QWindow &window) { with_.menu.attachTo(window); };
-    onboarding.onTrustPrompt = [this] { giveQuestionBack(true); };
-    onboarding.onOpenAccessibilitySettings = [this] {
+    using Controller = OnboardingWindowController;
+    connect(&onboarding, &Controller::trustPromptRequested, this,
+            [this] { giveQuestionBack(true); });
+    connect(&onboarding, &Controller::accessibilitySettingsRequested, this, [this] {
         giveQuestionBack(true);
         with_.permission.openAccessibilitySettings();
-    };
+    });
     onboarding.onSubmitProfile = [this](const auto &hearAbout, const auto &role,
                                         const auto &industry) {
         // Its failures are its own: the first run ends all the same.
@@ -104,14 +104,15 @@ void OnboardingWiring::create()
             onFinish();
         }
     };
-    onboarding.onClosed = [this] { end(); };
+    connect(&onboarding, &Controller::closed, this, &OnboardingWiring::end);
 }
 
 void OnboardingWiring::connectDemonstrations()
 {
     OnboardingWindowController &onboarding = *onboardingController_;
     // Left by keyboard, the card would leave the panel over the next ones.
-    onboarding.onSelectTestLeft = [this] { with_.resultPanel.dismiss(); };
+    connect(&onboarding, &OnboardingWindowController::selectTestLeft, this,
+            [this] { with_.resultPanel.dismiss(); });
     onboarding.onNotesPillHighlight = [this](bool isHighlighted) {
         with_.notesEntrance.setHighlighted(isHighlighted);
         if (!isHighlighted) {
@@ -145,11 +146,7 @@ void OnboardingWiring::end()
 void OnboardingWiring::writePreviewSnapshots(const QString &folder)
 {
     preview_ = std::make_unique<OnboardingPreview>(with_.window);
-    preview_->writeSnapshots(folder, [this] {
-        if (onPicturesWritten) {
-            onPicturesWritten();
-        }
-    });
+    preview_->writeSnapshots(folder, [this] { Q_EMIT picturesWritten(); });
 }
 
 } // namespace vellumo

@@ -8,7 +8,6 @@ namespace vellumo {
 
 class ConsentDialog;
 class DataConnectHistory;
-class MainMenu;
 class NotesEntranceControlling;
 class OnboardingPreview;
 class PermissionManager;
@@ -29,7 +28,6 @@ public:
         const DataConnectHistory &history;
         PermissionManager &permission;
         ConsentDialog &consent;
-        MainMenu &menu;
     };
 
     explicit OnboardingWiring(const Collaborators &with);
@@ -38,8 +36,6 @@ public:
 
     /// The user is through.
     std::function<void()> onFinish;
-    /// The pictures that a developer asked for are written.
-    std::function<void()> onPicturesWritten;
 
     /// Whether a launch begins with the first run.
     [[nodiscard]] static bool isNeeded(const DefaultsStore &defaults);
@@ -55,6 +51,10 @@ public:
     /// The program was started for something else, or to be there silently: the first run waits
     /// for the next time that it is opened.
     void postpone(bool isSilent);
+
+Q_SIGNALS:
+    /// The pictures that a developer asked for are written.
+    void picturesWritten();
 
 private:
     void create();

@@ -14,16 +14,14 @@ namespace vellumo {
 PermissionWiring::PermissionWiring(const Collaborators &with) : with_(with), alert_(with.texts)
 {
     with_.manager.onChange = [this](bool isTrusted) { isTrusted ? granted() : revoked(); };
-    alert_.onClosed = [this](bool opensSettings) {
+    connect(&alert_, &RevokedAlert::closed, this, [this](bool opensSettings) {
         if (opensSettings) {
             with_.manager.openAccessibilitySettings();
         }
         with_.consent.release(!with_.accessibility.isProcessTrusted());
-    };
-    Accessibility &accessibility = with_.accessibility;
-    with_.resultPanel.onAllowAccessibility = [&accessibility] {
-        accessibility.isProcessTrustedWithPrompt();
-    };
+    });
+    connect(&with_.resultPanel, &ResultPanelController::accessibilityRequested, this,
+            [this] { with_.accessibility.isProcessTrustedWithPrompt(); });
 }
 
 void PermissionWiring::granted()

@@ -14,9 +14,11 @@ class TriggerManager;
 
 /// What follows when the user lets this program read other applications, and when they no longer
 /// do.
-class PermissionWiring {
+class PermissionWiring : public QObject {
+    Q_OBJECT
+
 public:
-    /// All must outlive this object, which takes the manager's callback and the panel's.
+    /// All must outlive this object, which takes the manager's callback.
     struct Collaborators {
         PermissionManager &manager;
         Accessibility &accessibility;
@@ -27,8 +29,6 @@ public:
     };
 
     explicit PermissionWiring(const Collaborators &with);
-    Q_DISABLE_COPY_MOVE(PermissionWiring)
-    ~PermissionWiring() = default;
 
 private:
     void granted();

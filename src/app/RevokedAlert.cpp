@@ -43,12 +43,8 @@ void RevokedAlert::show()
         box_->setAttribute(Qt::WA_DeleteOnClose);
         box_->setWindowModality(Qt::ApplicationModal);
         box_->setWindowFlag(Qt::WindowStaysOnTopHint);
-        QObject::connect(box_, &QMessageBox::finished, box_, [this, settings] {
-            const bool opensSettings = box_->clickedButton() == settings;
-            if (onClosed) {
-                onClosed(opensSettings);
-            }
-        });
+        connect(box_, &QMessageBox::finished, this,
+                [this, settings] { Q_EMIT closed(box_->clickedButton() == settings); });
         box_->show();
     }
     box_->raise();

@@ -4,7 +4,6 @@
 
 #include <QMessageBox>
 #include <QPointer>
-#include <functional>
 
 namespace vellumo {
 
@@ -13,19 +12,22 @@ class BilingualText;
 /// Informs the user that other applications can no longer be read: a modal alert above all windows,
 /// with the keyboard, whatever the window manager thinks of windows that come by themselves. It
 /// exists only while it is shown.
-class RevokedAlert {
+class RevokedAlert : public QObject {
+    Q_OBJECT
+
 public:
     /// The texts must outlive the alert.
     explicit RevokedAlert(const BilingualText &texts) : texts_(texts) { }
-    ~RevokedAlert();
+    ~RevokedAlert() override;
     Q_DISABLE_COPY_MOVE(RevokedAlert)
-
-    /// Called when an alert has gone from the screen.
-    std::function<void(bool opensSettings)> onClosed;
 
     /// Returns at once. One that is shown already is raised.
     void show();
     void close();
+
+Q_SIGNALS:
+    /// The alert has left the screen.
+    void closed(bool opensSettings);
 
 private:
     const BilingualText &texts_;

@@ -52,8 +52,8 @@ void StatusItem::show()
     icon_->setContextMenu(&menu_);
     connect(icon_.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger && onActivated) {
-                    onActivated();
+                if (reason == QSystemTrayIcon::Trigger) {
+                    Q_EMIT activated();
                 }
             });
     icon_->show();

@@ -9,7 +9,6 @@
 #include <QObject>
 #include <QSystemTrayIcon>
 #include <QTimer>
-#include <functional>
 #include <memory>
 
 namespace vellumo {
@@ -24,8 +23,7 @@ public:
     explicit StatusItem(QObject *parent = nullptr);
     ~StatusItem() override;
 
-    /// To be set, with the menu filled, before a host is looked for.
-    std::function<void()> onActivated;
+    /// To be filled before a host is looked for.
     [[nodiscard]] QMenu &menu() { return menu_; }
 
     /// Watches for tray hosts on this bus, which is open. Once.
@@ -35,6 +33,10 @@ public:
 
     /// Whether panels are dark, for hosts that do not colour the icon themselves.
     void setDark(bool dark);
+
+Q_SIGNALS:
+    /// The user clicked the icon.
+    void activated();
 
 private:
     void showOrHide(bool hasHost);

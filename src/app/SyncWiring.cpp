@@ -19,12 +19,12 @@ SyncWiring::SyncWiring(const Collaborators &with)
 {
     // The session of an earlier run comes from a keyring that may be slow, or locked for a while.
     // Without one there is nothing to do at launch.
-    with.auth.onRestored = [self = QPointer(this)] {
-        if (self) {
-            self->status_.syncNow();
+    connect(&with.auth, &AuthService::restored, &status_, &SyncStatus::syncNow);
+    with.auth.onSignedIn = [status = QPointer(&status_)] {
+        if (status) {
+            status->syncNow();
         }
     };
-    with.auth.onSignedIn = with.auth.onRestored;
     connect(&with.auth, &AuthService::userChanged, this, [this] { status_.forget(); });
     connect(&with.auth, &AuthService::userChanged, &ownership_, &NotesOwnership::changed);
 }

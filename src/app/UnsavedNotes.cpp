@@ -37,9 +37,9 @@ void UnsavedNotes::look()
 void UnsavedNotes::say()
 {
     const auto failure = with_.store.saveFailure();
-    if (failure && !isSaid_ && onNotice && !with_.panel.isOnScreen()) {
+    if (failure && !isSaid_ && !with_.panel.isOnScreen()) {
         isSaid_ = true;
-        onNotice(
+        Q_EMIT noticed(
             IslandContent::notice(NotesFileState::unsavedText(*failure, with_.texts.isEnglish())));
     }
 }

@@ -4,7 +4,6 @@
 
 #include <QFileSystemWatcher>
 #include <QObject>
-#include <functional>
 
 namespace vellumo {
 
@@ -30,11 +29,12 @@ public:
     /// `folder` is where the notes are kept; it need not exist.
     UnsavedNotes(const Collaborators &collaborators, QString folder, QObject *parent = nullptr);
 
-    /// Shows the notice in the panel. Nothing is said while it is not set.
-    std::function<void(const IslandContent &)> onNotice;
-
     /// To be called when the panel has left the screen.
     void panelClosed();
+
+Q_SIGNALS:
+    /// Carries what the panel is to show.
+    void noticed(const vellumo::IslandContent &notice);
 
 private:
     void look();

@@ -21,9 +21,4 @@ void UpdaterManager::checkForUpdates()
                  .informativeText = u"Automatic updates are disabled in development builds."_s});
 }
 
-void UpdaterManager::setOnAlertMade(std::function<void(QWindow &)> onAlertMade)
-{
-    alert_.onWindowMade = std::move(onAlertMade);
-}
-
 } // namespace vellumo

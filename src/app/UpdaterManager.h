@@ -22,9 +22,6 @@ public:
 
     void checkForUpdates();
 
-    /// Receives the alert's window before it is shown.
-    void setOnAlertMade(std::function<void(QWindow &window)> onAlertMade);
-
 private:
     Alert alert_;
 };

@@ -16,25 +16,23 @@ namespace vellumo {
 
 UploadQuestion::UploadQuestion(const Collaborators &with) : with_(with), alert_(with.engine)
 {
-    alert_.onAnswered = [this](bool isAgreed) {
-        const auto user = with_.auth.user();
-        if (!user || user->uid != std::exchange(askedFor_, {})) {
-            return;
-        }
-        if (isAgreed) {
-            with_.sync.uploadWithheld();
-        } else {
-            with_.ownership.decline();
-        }
-    };
+    connect(&alert_, &Alert::answered, this, &UploadQuestion::takeAnswer);
     // Queued: the window may be about to be shown, and a pass asks for more than one reason.
     connect(&with_.ownership, &NotesOwnership::changed, this, &UploadQuestion::update,
             Qt::QueuedConnection);
 }
 
-void UploadQuestion::setOnWindowMade(std::function<void(QWindow &)> onWindowMade)
+void UploadQuestion::takeAnswer(bool isAgreed)
 {
-    alert_.onWindowMade = std::move(onWindowMade);
+    const auto user = with_.auth.user();
+    if (!user || user->uid != std::exchange(askedFor_, {})) {
+        return;
+    }
+    if (isAgreed) {
+        with_.sync.uploadWithheld();
+    } else {
+        with_.ownership.decline();
+    }
 }
 
 void UploadQuestion::update()

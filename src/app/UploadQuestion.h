@@ -30,8 +30,6 @@ public:
 
     /// Returns the window to ask over; null while none is shown.
     std::function<QWindow *()> window;
-    /// Called with the question's window before it is shown.
-    void setOnWindowMade(std::function<void(QWindow &window)> onWindowMade);
 
     /// Asks if there is something to ask, and withdraws a question that no longer applies. To be
     /// called when the window is shown.
@@ -42,6 +40,7 @@ public:
 
 private:
     void ask();
+    void takeAnswer(bool isAgreed);
 
     Collaborators with_;
     Alert alert_;

@@ -34,6 +34,8 @@ SyntheticCopy::SyntheticCopy(const Desktop &desktop, ReadingBudget &budget)
 {
     lateTimer_.setSingleShot(true);
     lateTimer_.callOnTimeout([this] { forgetLate(); });
+    QObject::connect(&desktop_.pasteboard, &Pasteboard::ownerChanged, &lateTimer_,
+                     [this] { undoLate(); });
 }
 
 SyntheticCopy::~SyntheticCopy()
@@ -128,7 +130,6 @@ void SyntheticCopy::expectLate(qint64 process, quint64 changeCount,
                 late_->userActed = static_cast<quint32>(event.timestampMs);
             }
         });
-    desktop_.pasteboard.onOwnerChanged = [this] { undoLate(); };
     lateTimer_.start(lateTime);
 }
 
@@ -156,10 +157,7 @@ void SyntheticCopy::undoLate()
 
 void SyntheticCopy::forgetLate()
 {
-    if (late_) {
-        desktop_.pasteboard.onOwnerChanged = nullptr;
-        late_.reset();
-    }
+    late_.reset();
 }
 
 } // namespace vellumo

@@ -269,10 +269,7 @@ void ServiceSetup::unlockKeyring()
 
 void ServiceSetup::apply()
 {
-    auto service = makeService();
-    if (onServiceChanged) {
-        onServiceChanged(std::move(service));
-    }
+    Q_EMIT serviceChanged();
     Q_EMIT changed();
 }
 

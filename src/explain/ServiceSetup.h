@@ -48,10 +48,7 @@ public:
 
     /// For services that were not entered by the user.
     OpenAIService::TokenProvider tokenProvider;
-    /// Called with what explains from now on.
-    std::function<void(std::unique_ptr<AIExplaining>)> onServiceChanged;
-
-    /// What explains now.
+    /// What explains now; another one from each serviceChanged() on.
     [[nodiscard]] std::unique_ptr<AIExplaining> makeService();
 
     [[nodiscard]] Use use() const;
@@ -92,6 +89,7 @@ public:
                    const KeyedService::Completion &completion);
 
 Q_SIGNALS:
+    void serviceChanged();
     void changed();
 
 private:

@@ -63,26 +63,24 @@ void NotesExport::start(Order order)
     worker_ = std::thread([this, order = std::move(order)] {
         const Result result = write(order);
         QMetaObject::invokeMethod(
-            this, [this, result] { done(result); }, Qt::QueuedConnection);
+            this, [this, result] { finish(result); }, Qt::QueuedConnection);
     });
 }
 
-void NotesExport::done(const Result &result)
+void NotesExport::finish(const Result &result)
 {
     worker_.join();
-    if (onDone) {
-        onDone(result);
-    }
+    Q_EMIT finished(result);
 }
 
 void NotesExport::report(qsizetype written)
 {
-    const auto tell = [this, written] {
-        if (isRunning() && onProgress) {
-            onProgress(written);
+    const auto emitProgress = [this, written] {
+        if (isRunning()) {
+            Q_EMIT progressed(written);
         }
     };
-    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, emitProgress, Qt::QueuedConnection);
 }
 
 NotesExport::Result NotesExport::write(const Order &order)

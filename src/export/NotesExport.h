@@ -5,7 +5,6 @@
 #include "export/NotesFormat.h"
 #include <QObject>
 #include <atomic>
-#include <functional>
 #include <memory>
 #include <thread>
 
@@ -46,21 +45,23 @@ public:
     ~NotesExport() override;
     Q_DISABLE_COPY_MOVE(NotesExport)
 
-    /// How many notes are written, now and then.
-    std::function<void(qsizetype written)> onProgress;
-    /// Called once for each start(), on the thread that has started it.
-    std::function<void(const Result &result)> onDone;
-
     [[nodiscard]] bool isRunning() const { return worker_.joinable(); }
     /// Nothing may be running.
     void start(Order order);
-    /// onDone reports when it has stopped, or that the file was finished before.
+    /// finished() reports when it has stopped, or that the file was complete before.
     void cancel() { isCancelled_ = true; }
+
+Q_SIGNALS:
+    // Both are emitted on the thread of this object.
+    /// Carries how many notes are written; at most twenty times a second.
+    void progressed(qsizetype written);
+    /// Emitted once for each start().
+    void finished(const vellumo::NotesExport::Result &result);
 
 private:
     [[nodiscard]] Result write(const Order &order);
     void report(qsizetype written);
-    void done(const Result &result);
+    void finish(const Result &result);
 
     std::thread worker_;
     std::atomic_bool isCancelled_ = false;

@@ -49,11 +49,11 @@ NotesExporter::NotesExporter(NotesLibrary &library, BilingualText &texts, QObjec
     , library_(library)
     , texts_(texts)
 {
-    job_.onProgress = [this](qsizetype written) {
+    connect(&job_, &NotesExport::progressed, this, [this](qsizetype written) {
         written_ = static_cast<int>(written);
         Q_EMIT changed();
-    };
-    job_.onDone = [this](const NotesExport::Result &result) { done(result); };
+    });
+    connect(&job_, &NotesExport::finished, this, &NotesExporter::done);
 }
 
 void NotesExporter::setOpen(bool open)

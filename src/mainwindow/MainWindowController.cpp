@@ -92,9 +92,6 @@ bool MainWindowController::create()
     }
     window_->installEventFilter(this);
     centreOnScreen(*window_);
-    if (onWindowMade) {
-        onWindowMade(*window_);
-    }
     return true;
 }
 

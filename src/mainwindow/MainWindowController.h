@@ -25,8 +25,6 @@ public:
     ~MainWindowController() override;
     Q_DISABLE_COPY_MOVE(MainWindowController)
 
-    /// Called with the window once it is made, before it is shown.
-    std::function<void(QWindow &window)> onWindowMade;
     /// Called when show() has shown the window.
     std::function<void()> onShown;
     /// Gives the shown window the keyboard whatever other application has it.

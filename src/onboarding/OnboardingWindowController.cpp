@@ -57,8 +57,8 @@ void OnboardingWindowController::present(const std::optional<QString> &phase)
     show(phaseNamed(phase.value_or(QString())).value_or(first));
     if (window_ || createWindow()) {
         raise();
-    } else if (const auto callback = onClosed) {
-        callback();
+    } else {
+        Q_EMIT closed();
     }
 }
 
@@ -77,9 +77,6 @@ bool OnboardingWindowController::createWindow()
             setOptionDown(false); // its release goes to another window
         }
     });
-    if (onWindowMade) {
-        onWindowMade(*window_);
-    }
     return true;
 }
 
@@ -170,8 +167,8 @@ void OnboardingWindowController::leaveCard()
     permissionTimer_.reset();
     optionTapMonitor_.reset();
     isOptionDown_ = false;
-    if (visit_ > 0 && phase_ == Phase::selectTest && onSelectTestLeft) {
-        onSelectTestLeft();
+    if (visit_ > 0 && phase_ == Phase::selectTest) {
+        Q_EMIT selectTestLeft();
     }
     if (visit_ > 0 && phase_ == Phase::notesIntro && onNotesPillHighlight) {
         onNotesPillHighlight(false);
@@ -196,9 +193,7 @@ void OnboardingWindowController::userClosed()
     }
     leaveCard();
     closeForGood(window_);
-    if (const auto callback = onClosed) {
-        callback();
-    }
+    Q_EMIT closed();
 }
 
 bool OnboardingWindowController::isSignedIn() const
@@ -290,18 +285,14 @@ void OnboardingWindowController::refreshPermission()
 
 void OnboardingWindowController::allow()
 {
-    if (onTrustPrompt) {
-        onTrustPrompt();
-    }
+    Q_EMIT trustPromptRequested();
     with_.accessibility.isProcessTrustedWithPrompt();
     refreshPermission();
 }
 
 void OnboardingWindowController::openAccessibilitySettings()
 {
-    if (onOpenAccessibilitySettings) {
-        onOpenAccessibilitySettings();
-    }
+    Q_EMIT accessibilitySettingsRequested();
 }
 
 void OnboardingWindowController::watchOption()

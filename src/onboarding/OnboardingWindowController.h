@@ -63,10 +63,6 @@ public:
 
     /// The last card has been left. The window is gone already.
     std::function<void()> onFinish;
-    /// The user closed the window before that. It is gone already, and nothing is stored.
-    std::function<void()> onClosed;
-    /// The card where the panel demonstrates is no longer shown.
-    std::function<void()> onSelectTestLeft;
     /// The pill is to draw attention, or no longer.
     std::function<void(bool isHighlighted)> onNotesPillHighlight;
     /// The pill's demonstration is to be played; to be answered with `done` when it has ended.
@@ -75,11 +71,6 @@ public:
     std::function<void(const std::optional<QString> &hearAbout, const std::optional<QString> &role,
                        const std::optional<QString> &industry)>
         onSubmitProfile;
-    /// The platform is about to be asked for trust because the user wants that.
-    std::function<void()> onTrustPrompt;
-    std::function<void()> onOpenAccessibilitySettings;
-    /// Called with the window once it is made, before it is shown.
-    std::function<void(QWindow &window)> onWindowMade;
 
     /// Opens the window at the card of this name; without one, or with one that no card has, at the
     /// first.
@@ -146,6 +137,14 @@ Q_SIGNALS:
     void changed();
     /// Another card is shown, or the same one afresh.
     void cardShown();
+    /// The user closed the window before the last card. It is deleted already, and nothing is
+    /// stored.
+    void closed();
+    /// The card where the panel demonstrates is no longer shown.
+    void selectTestLeft();
+    /// The platform is about to be asked for trust because the user wants that.
+    void trustPromptRequested();
+    void accessibilitySettingsRequested();
 
 private:
     [[nodiscard]] FirstRunState state() const;

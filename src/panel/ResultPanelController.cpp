@@ -6,6 +6,8 @@
 #include "panel/PanelGeometry.h"
 #include "ui/BilingualText.h"
 
+#include <QMetaMethod>
+
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
@@ -42,18 +44,15 @@ ResultPanelController::ResultPanelController(FloatingWindows &windows, const Scr
             onFollowUp(question);
         }
     };
-    view_->onAllowAccessibility = [this] {
-        dismiss(); // makes room for the question that follows
-        if (onAllowAccessibility) {
-            onAllowAccessibility();
-        }
-    };
-    view_->onOpenServiceSettings = [this] {
-        dismiss(); // makes room for the window that follows
-        if (onOpenServiceSettings) {
-            onOpenServiceSettings();
-        }
-    };
+    // The panel makes room for the window that follows.
+    connect(view_.get(), &ResultPanelView::accessibilityRequested, this, [this] {
+        dismiss();
+        Q_EMIT accessibilityRequested();
+    });
+    connect(view_.get(), &ResultPanelView::serviceSettingsRequested, this, [this] {
+        dismiss();
+        Q_EMIT serviceSettingsRequested();
+    });
 }
 
 ResultPanelController::~ResultPanelController() = default;
@@ -119,9 +118,7 @@ void ResultPanelController::dismiss()
 {
     if (panel_) {
         endPresentation(Leaving::Hide);
-        if (onClosed) {
-            onClosed();
-        }
+        Q_EMIT closed();
     }
 }
 
@@ -171,7 +168,9 @@ void ResultPanelController::describe(const IslandContent &content)
     const auto *result = std::get_if<IslandContent::Result>(&content.value);
     const ErrorHelp help = result ? result->help : ErrorHelp::none;
     const SampleAnswers samples = result ? result->samples : SampleAnswers::none;
-    const bool leadsToService = static_cast<bool>(onOpenServiceSettings);
+    static const QMetaMethod request =
+        QMetaMethod::fromSignal(&ResultPanelController::serviceSettingsRequested);
+    const bool leadsToService = isSignalConnected(request);
     view_->setOffersPermission(help == ErrorHelp::permission);
     view_->setOffersService(help == ErrorHelp::service && leadsToService);
     view_->setIsSample(samples != SampleAnswers::none, leadsToService,

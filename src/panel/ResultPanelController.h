@@ -30,14 +30,6 @@ public:
                           QObject *parent = nullptr);
     ~ResultPanelController() override;
 
-    /// What ErrorHelp::permission leads to.
-    std::function<void()> onAllowAccessibility;
-    /// What ErrorHelp::service and the mark of a sample lead to; without it they offer nothing.
-    std::function<void()> onOpenServiceSettings;
-
-    /// Called when the panel has left the screen and what its dismissal brings about is done.
-    std::function<void()> onClosed;
-
     /// Makes the window, hidden, so that the first presentation is quick. Costs some ten
     /// milliseconds: call it when the program is idle. Presenting does it if needed.
     void prepare();
@@ -55,6 +47,15 @@ public:
     void showFollowUpAnswer(const QString &answer) override;
     void showUnkeptFollowUpAnswer(const QString &answer) override;
     void showFollowUpFailure(const QString &message) override;
+
+Q_SIGNALS:
+    /// What ErrorHelp::permission leads to.
+    void accessibilityRequested();
+    /// What ErrorHelp::service and the mark of a sample lead to. They offer it only while something
+    /// is connected.
+    void serviceSettingsRequested();
+    /// The panel has left the screen, and its onDismiss has run.
+    void closed();
 
 private:
     enum class Leaving : quint8 { Hide, MakeRoom };

@@ -124,16 +124,12 @@ void ResultPanelView::close()
 
 void ResultPanelView::allowAccessibility()
 {
-    if (onAllowAccessibility) {
-        onAllowAccessibility();
-    }
+    Q_EMIT accessibilityRequested();
 }
 
 void ResultPanelView::openServiceSettings()
 {
-    if (onOpenServiceSettings) {
-        onOpenServiceSettings();
-    }
+    Q_EMIT serviceSettingsRequested();
 }
 
 bool ResultPanelView::isTooLong(const QString &draft) const

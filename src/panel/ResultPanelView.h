@@ -48,8 +48,6 @@ public:
     std::function<void()> onClose;
     /// Receives a question that is not blank, while no other is awaited.
     std::function<void(const QString &question)> onSubmitFollowUp;
-    std::function<void()> onAllowAccessibility;
-    std::function<void()> onOpenServiceSettings;
 
     // for the controller
 
@@ -110,6 +108,8 @@ public:
     Q_INVOKABLE bool submitFollowUp(const QString &draft);
 
 Q_SIGNALS:
+    void accessibilityRequested();
+    void serviceSettingsRequested();
     void contentChanged();
     void limitsChanged();
     void shownChanged();

@@ -64,8 +64,10 @@ NotesEntranceController::NotesEntranceController(const Collaborators &collaborat
         }
     };
     container_->onHover = [this](bool isInside) { model_->setPillHovered(isInside); };
-    container_->onDrag = [this] { panel_->performDrag(); };
-    container_->onCursor = [this](bool isHand) { setHandCursor(isHand); };
+    connect(container_.get(), &PillContainerView::dragStarted, this,
+            [this] { panel_->performDrag(); });
+    connect(container_.get(), &PillContainerView::cursorChanged, this,
+            &NotesEntranceController::setHandCursor);
     connect(&with_.screens, &Screens::changed, this, &NotesEntranceController::adaptToScreens);
 }
 
@@ -114,11 +116,7 @@ void NotesEntranceController::ensurePanel()
     panel_->orderFrontRegardless();
     connect(panel_.get(), &FloatingPanel::movedByUser, this,
             &NotesEntranceController::savePillOrigin);
-    connect(panel_.get(), &FloatingPanel::appeared, this, [this] {
-        if (onAppeared) {
-            onAppeared();
-        }
-    });
+    connect(panel_.get(), &FloatingPanel::appeared, this, &NotesEntranceController::appeared);
     installCursorWatcher();
 }
 

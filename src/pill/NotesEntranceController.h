@@ -37,9 +37,6 @@ public:
     explicit NotesEntranceController(const Collaborators &collaborators, QObject *parent = nullptr);
     ~NotesEntranceController() override;
 
-    /// Runs when the pill has been painted for the first time.
-    std::function<void()> onAppeared;
-
     void show(int count, std::function<void()> onOpen) override;
     void setHighlighted(bool highlighted) override;
     void showNotesList(const QList<ReadingNote> &notes,
@@ -53,6 +50,10 @@ public:
     void expand();
 
     [[nodiscard]] const NotesPillModel &model() const { return *model_; }
+
+Q_SIGNALS:
+    /// The pill has been painted for the first time.
+    void appeared();
 
 private:
     void ensurePanel();

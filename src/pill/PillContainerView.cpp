@@ -30,9 +30,7 @@ void PillContainerView::mouseDragged(QPointF point)
     const QPointF way = point - *pressStart_;
     if (std::hypot(way.x(), way.y()) > pillGeometry::dragThreshold) {
         dragging_ = true;
-        if (onDrag) {
-            onDrag();
-        }
+        Q_EMIT dragStarted();
     }
 }
 
@@ -59,9 +57,7 @@ void PillContainerView::mouseEntered()
     if (onHover) {
         onHover(true);
     }
-    if (onCursor) {
-        onCursor(true);
-    }
+    Q_EMIT cursorChanged(true);
 }
 
 void PillContainerView::mouseExited()
@@ -69,8 +65,8 @@ void PillContainerView::mouseExited()
     if (onHover) {
         onHover(false);
     }
-    if (mode_ == Mode::Pill && onCursor) {
-        onCursor(false);
+    if (mode_ == Mode::Pill) {
+        Q_EMIT cursorChanged(false);
     }
 }
 

@@ -27,9 +27,6 @@ public:
 
     std::function<void()> onClick;
     std::function<void(bool isInside)> onHover;
-    /// The press has become a drag of the window.
-    std::function<void()> onDrag;
-    std::function<void(bool isHand)> onCursor;
 
     [[nodiscard]] Mode mode() const { return mode_; }
     void setMode(Mode mode);
@@ -47,6 +44,9 @@ public:
 
 Q_SIGNALS:
     void modeChanged();
+    /// The press has become a drag of the window.
+    void dragStarted();
+    void cursorChanged(bool isHand);
 
 private:
     Mode mode_ = Mode::Pill;

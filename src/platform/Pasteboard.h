@@ -5,9 +5,9 @@
 #include <QByteArray>
 #include <QDeadlineTimer>
 #include <QList>
+#include <QObject>
 #include <QString>
 #include <chrono>
-#include <functional>
 #include <optional>
 #include <utility>
 
@@ -19,15 +19,12 @@ using PasteboardItem = QList<std::pair<QString, QByteArray>>;
 
 /// The clipboard. Contents belong to other processes, which may be slow, huge or hostile: every
 /// read has a deadline and a size limit. Main thread only.
-class Pasteboard {
-public:
-    virtual ~Pasteboard() = default;
+class Pasteboard : public QObject {
+    Q_OBJECT
 
+public:
     /// Grows each time the owner of the contents changes.
     [[nodiscard]] virtual quint64 changeCount() = 0;
-
-    /// Runs from the event loop after the owner has changed, once for several changes.
-    std::function<void()> onOwnerChanged;
 
     /// The process that owns the contents now; absent for an empty pasteboard and when it is not
     /// known, such as a process of another computer.
@@ -51,6 +48,10 @@ public:
     /// Takes the pasteboard over with these items and serves them until another owner comes; at
     /// exit they are handed to the desktop's clipboard manager, if there is one.
     virtual void write(const QList<PasteboardItem> &items) = 0;
+
+Q_SIGNALS:
+    /// Emitted from the event loop, once for several changes.
+    void ownerChanged();
 };
 
 /// What is known of the text that was published last.

@@ -30,9 +30,6 @@ void Alert::show(const Text &text, QWindow *over)
             window_->setTransientParent(over);
             window_->setModality(Qt::WindowModal);
         }
-        if (onWindowMade) {
-            onWindowMade(*window_);
-        }
     }
     bringToFront(*window_);
 }
@@ -53,9 +50,7 @@ void Alert::answer(bool isAgreed)
         return;
     }
     close();
-    if (onAnswered) {
-        onAnswered(isAgreed);
-    }
+    Q_EMIT answered(isAgreed);
 }
 
 void Alert::close()

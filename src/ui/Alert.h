@@ -5,7 +5,6 @@
 #include <QObject>
 #include <QPointer>
 #include <QQuickWindow>
-#include <functional>
 
 class QQmlEngine;
 
@@ -29,13 +28,6 @@ public:
     explicit Alert(QQmlEngine &engine, QObject *parent = nullptr);
     ~Alert() override;
 
-    /// Called with each new window before it is shown.
-    std::function<void(QWindow &window)> onWindowMade;
-
-    /// Called when the user has closed the alert; true for the first button. Escape and the
-    /// window's close button refuse a question.
-    std::function<void(bool isAgreed)> onAnswered;
-
     /// Returns at once. One that is shown already comes to the front as it is. `over` stays
     /// blocked by it; without, all windows of the program are.
     void show(const Text &text, QWindow *over = nullptr);
@@ -45,6 +37,11 @@ public:
 
     /// The window while the alert is shown, otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_; }
+
+Q_SIGNALS:
+    /// Emitted when the user has closed the alert; true for the first button. Escape and the
+    /// window's close button refuse a question.
+    void answered(bool isAgreed);
 
 private Q_SLOTS:
     void onDismissed();

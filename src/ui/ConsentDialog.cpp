@@ -55,9 +55,6 @@ void ConsentDialog::show()
             return;
         }
         connect(window_, SIGNAL(answered(bool)), this, SLOT(onAnswered(bool)));
-        if (onWindowMade) {
-            onWindowMade(*window_);
-        }
     }
     bringToFront(*window_);
 }

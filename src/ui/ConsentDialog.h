@@ -24,9 +24,6 @@ public:
     ConsentDialog(QQmlEngine &engine, BilingualText &texts, QObject *parent = nullptr);
     ~ConsentDialog() override;
 
-    /// Called with each new window before it is shown.
-    std::function<void(QWindow &window)> onWindowMade;
-
     void ask(std::function<void(bool allowed)> answered) override;
 
     /// Keeps the question off the screen while another dialog is shown.

@@ -18,6 +18,12 @@ namespace {
 constexpr QSize frameAllowance(16, 48);
 } // namespace
 
+OrdinaryWindows &OrdinaryWindows::of(QQmlEngine &engine)
+{
+    auto *found = engine.findChild<OrdinaryWindows *>(QString(), Qt::FindDirectChildrenOnly);
+    return found != nullptr ? *found : *new OrdinaryWindows(&engine);
+}
+
 QQuickWindow *makeOrdinaryWindow(QQmlEngine &engine, const QString &file,
                                  const QVariantMap &properties, QObject *owner)
 {
@@ -33,6 +39,7 @@ QQuickWindow *makeOrdinaryWindow(QQmlEngine &engine, const QString &file,
     QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
     object->setParent(owner);
     window->setIcon(programIcon());
+    Q_EMIT OrdinaryWindows::of(engine).made(*window);
     return window;
 }
 

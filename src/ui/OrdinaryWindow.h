@@ -11,6 +11,23 @@ class QQmlEngine;
 /// What the program's ordinary windows have in common; its floating panels are made elsewhere.
 namespace vellumo {
 
+/// Announces the ordinary windows of an engine, so that what applies to all of them, such as the
+/// keys of the menus, is in one place.
+class OrdinaryWindows final : public QObject {
+    Q_OBJECT
+
+public:
+    /// The one of this engine, which owns it.
+    [[nodiscard]] static OrdinaryWindows &of(QQmlEngine &engine);
+
+Q_SIGNALS:
+    /// Emitted once with each new window, while it is hidden.
+    void made(QWindow &window);
+
+private:
+    using QObject::QObject;
+};
+
 /// Makes the hidden window that a QML file describes, such as "Update/UpdateWindow", with the
 /// program's icon. Null, with a diagnostic line, when that fails. C++ owns the window; with an
 /// owner it goes with that at the latest. The engine needs the import path of prepareEngine().

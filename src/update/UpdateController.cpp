@@ -82,9 +82,9 @@ UpdateController::UpdateController(UpdateSource source, DebianVersion running,
     , with_(collaborators)
     , window_(collaborators.engine, collaborators.texts, running_.toString())
 {
-    window_.onTryAgain = [this] { check(); };
-    window_.onDownload = [this] { openPage(); };
-    window_.onClose = [this] { request_.reset(); };
+    connect(&window_, &UpdateWindow::retryRequested, this, &UpdateController::check);
+    connect(&window_, &UpdateWindow::downloadRequested, this, &UpdateController::openPage);
+    connect(&window_, &UpdateWindow::closedByUser, this, [this] { request_.reset(); });
 }
 
 UpdateController::~UpdateController() = default;
@@ -96,11 +96,6 @@ void UpdateController::checkForUpdates()
     if (!window_.raise() || !isBusy) {
         check();
     }
-}
-
-void UpdateController::setOnWindowMade(std::function<void(QWindow &)> onWindowMade)
-{
-    window_.onWindowMade = std::move(onWindowMade);
 }
 
 void UpdateController::lookQuietly()

@@ -56,9 +56,6 @@ public:
     void checkForUpdates() override;
     void lookQuietly() override;
 
-    /// Receives each window before it is shown.
-    void setOnWindowMade(std::function<void(QWindow &window)> onWindowMade);
-
     /// Its window while it is shown, otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_.window(); }
 

@@ -77,9 +77,6 @@ bool UpdateWindow::create()
         engine_, u"Update/UpdateWindow"_s,
         {{u"texts"_s, QVariant::fromValue(&texts_)}, {u"report"_s, QVariant::fromValue(this)}},
         this);
-    if (window_ && onWindowMade) {
-        onWindowMade(*window_);
-    }
     return window_;
 }
 
@@ -135,15 +132,15 @@ QString UpdateWindow::site() const
 
 void UpdateWindow::download()
 {
-    if (onDownload && state_ == State::SomethingNew) {
-        onDownload();
+    if (state_ == State::SomethingNew) {
+        Q_EMIT downloadRequested();
     }
 }
 
 void UpdateWindow::tryAgain()
 {
-    if (onTryAgain && state_ == State::Failed) {
-        onTryAgain();
+    if (state_ == State::Failed) {
+        Q_EMIT retryRequested();
     }
 }
 
@@ -153,9 +150,7 @@ void UpdateWindow::userClosed()
         return;
     }
     close();
-    if (onClose) {
-        onClose();
-    }
+    Q_EMIT closedByUser();
 }
 
 } // namespace vellumo

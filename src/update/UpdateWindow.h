@@ -7,7 +7,6 @@
 #include <QPointer>
 #include <QQuickWindow>
 #include <QtQml/qqmlregistration.h>
-#include <functional>
 #include <optional>
 
 class QQmlEngine;
@@ -54,13 +53,6 @@ public:
                  QObject *parent = nullptr);
     ~UpdateWindow() override;
 
-    /// Called with each new window before it is shown.
-    std::function<void(QWindow &window)> onWindowMade;
-    std::function<void()> onDownload;
-    std::function<void()> onTryAgain;
-    /// The user closed the window. It is gone already.
-    std::function<void()> onClose;
-
     // Each opens the window in front, or changes the open one where it lies.
     void showChecking();
     void showNothingNew();
@@ -71,7 +63,7 @@ public:
     bool raise();
     /// Changes the open window only: the page of the offer could not be opened.
     void showUnopenedPage();
-    /// Closes it without a callback.
+    /// Closes it without a signal.
     void close();
 
     /// The window while it is shown, otherwise null.
@@ -98,6 +90,11 @@ Q_SIGNALS:
     void changed();
     /// The open window shows something else now.
     void stateShown();
+
+    void downloadRequested();
+    void retryRequested();
+    /// The user closed the window. It is deleted already.
+    void closedByUser();
 
 private:
     void show(State state);

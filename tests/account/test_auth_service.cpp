@@ -61,7 +61,8 @@ struct Desk {
                 return values.contains(key) ? std::optional(values.value(key)) : std::nullopt;
             }});
         auth->onSignedIn = [this] { log.append(u"onSignedIn"_s); };
-        auth->onRestored = [this] { log.append(u"onRestored"_s); };
+        QObject::connect(auth.get(), &AuthService::restored, auth.get(),
+                         [this] { log.append(u"restored"_s); });
         if (!isHung)
             QCoreApplication::processEvents();
         log.clear();
@@ -201,7 +202,7 @@ void TestAuthService::waitsForTheKeyringButNotLong()
     QCOMPARE(desk.state(), u"nobody"_s);
     desk.secrets.isLocked = false;
     Q_EMIT desk.secrets.becameReadable();
-    QCOMPARE(desk.said(), QStringList{u"onRestored"_s});
+    QCOMPARE(desk.said(), QStringList{u"restored"_s});
     QCOMPARE(desk.state(), u"u0 a@b.org"_s);
 }
 
@@ -220,7 +221,7 @@ void TestAuthService::whatTheUserDidCountsMoreThanALateKeyring()
     Desk restored(someone, true);
     restored.signIn();
     restored.secrets.answerAll();
-    QCOMPARE(restored.said(), (QStringList{u"sign-in: Sign-in was cancelled."_s, u"onRestored"_s}));
+    QCOMPARE(restored.said(), (QStringList{u"sign-in: Sign-in was cancelled."_s, u"restored"_s}));
     restored.browser.handleCallback(callback); // too late
     QCOMPARE(restored.said(), QStringList());
     QCOMPARE(restored.state(), u"u0 a@b.org"_s);

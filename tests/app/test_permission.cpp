@@ -79,7 +79,8 @@ void TestPermission::failedSaveIsSaidOnceAndTriedAgain()
     FakeResultPanel panel;
     const BilingualText texts([] { return u"English"_s; });
     UnsavedNotes unsaved({store, panel, texts}, folder);
-    unsaved.onNotice = [&panel](const IslandContent &notice) { panel.present(notice, {}, {}); };
+    connect(&unsaved, &UnsavedNotes::noticed, this,
+            [&panel](const IslandContent &notice) { panel.present(notice, {}, {}); });
     const auto saveOneMore = [&store] {
         store.add({QUuid::createUuid(), u"s"_s, {}, u"e"_s, 1, {}}, {u"k"_s, u"d"_s, {}});
     };

@@ -55,7 +55,8 @@ struct Run {
 
     explicit Run(Computer &with) : computer(with)
     {
-        setup.onServiceChanged = [this](auto service) { explainer.setService(std::move(service)); };
+        QObject::connect(&setup, &ServiceSetup::serviceChanged, &explainer,
+                         [this] { explainer.setService(setup.makeService()); });
         QCoreApplication::processEvents();
     }
 

@@ -49,8 +49,10 @@ struct Job {
 
     Job()
     {
-        exporting.onDone = [this](const NotesExport::Result &r) { result = r; };
-        exporting.onProgress = [this](qsizetype count) { written = count; };
+        QObject::connect(&exporting, &NotesExport::finished, &exporting,
+                         [this](const NotesExport::Result &r) { result = r; });
+        QObject::connect(&exporting, &NotesExport::progressed, &exporting,
+                         [this](qsizetype count) { written = count; });
     }
     void start(const QList<NoteWithContext> &notes, const QString &path)
     {

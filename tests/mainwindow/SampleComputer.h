@@ -82,9 +82,8 @@ struct SampleComputer {
         setup = std::make_unique<ServiceSetup>(
             ServiceSetup::Collaborators{config, defaults, secrets, http, clock});
         explainer = std::make_unique<ForwardingExplainer>(setup->makeService(), clock);
-        setup->onServiceChanged = [this](auto service) {
-            explainer->setService(std::move(service));
-        };
+        QObject::connect(setup.get(), &ServiceSetup::serviceChanged, explainer.get(),
+                         [this] { explainer->setService(setup->makeService()); });
         auto model = std::make_unique<ComputerModel>(ComputerModel::Collaborators{
             accessibility, *setup, *explainer, desktop, login, clock, texts, defaults});
         model->onWithdrawConsent = [this] { accessibility.withdrawConsent(); };

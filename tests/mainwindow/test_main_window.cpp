@@ -10,6 +10,7 @@
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "support/IdToken.h"
 #include "support/Waiting.h"
+#include "ui/OrdinaryWindow.h"
 #include <QRegularExpression>
 #include <QSet>
 #include <QTemporaryDir>
@@ -46,7 +47,7 @@ void TestMainWindow::isOneWindowThatIsKept()
 {
     WindowDesk desk;
     int made = 0;
-    desk.window.onWindowMade = [&made](QWindow &) { ++made; };
+    connect(&OrdinaryWindows::of(desk.engine), &OrdinaryWindows::made, this, [&made] { ++made; });
     QCOMPARE(desk.window.window(), nullptr);
     desk.show();
     QQuickWindow *window = desk.window.window();

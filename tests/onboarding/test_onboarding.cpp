@@ -22,14 +22,16 @@ struct Desk : OnboardingDesk {
         flow.onFinish = [this] {
             log << (flow.isCompleted() && !flow.window() && isOnboarded() ? u"finish"_s : u"?"_s);
         };
-        flow.onClosed = [this] { log << u"closed"_s; };
-        flow.onSelectTestLeft = [this] { log << u"panel closed"_s; };
+        using Flow = OnboardingWindowController;
+        QObject::connect(&flow, &Flow::closed, &flow, [this] { log << u"closed"_s; });
+        QObject::connect(&flow, &Flow::selectTestLeft, &flow, [this] { log << u"panel closed"_s; });
         flow.onNotesPillHighlight = [this](bool on) { log << (on ? u"lit"_s : u"unlit"_s); };
         flow.onPlayNotesDemo = [this](auto done) {
             log << u"demo"_s;
             endDemo = done;
         };
-        flow.onTrustPrompt = [this] { calls << u"show it"_s; };
+        QObject::connect(&flow, &Flow::trustPromptRequested, &flow,
+                         [this] { calls << u"show it"_s; });
         flow.onSubmitProfile = [this](const auto &...answers) {
             log << QStringList{answers.value_or(u"-"_s)...}.join(u',');
         };

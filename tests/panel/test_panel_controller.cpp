@@ -345,7 +345,7 @@ void ResultPanelControllerTest::errorsTakeNoQuestionAndMayOfferPermission()
     QVERIFY(desk.view().offersPermission());
     desk.panel.showError(u"no key"_s, ErrorHelp::service);
     QVERIFY(!desk.view().offersPermission() && !desk.view().offersService()); // leads nowhere
-    desk.panel.onOpenServiceSettings = [] {};
+    connect(&desk.panel, &ResultPanelController::serviceSettingsRequested, this, [] {});
     desk.panel.showError(u"no key"_s, ErrorHelp::service);
     QVERIFY(desk.view().offersService());
     desk.presentResult();

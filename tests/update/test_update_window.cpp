@@ -329,10 +329,7 @@ void TestUpdateWindow::looksQuietly()
 void TestUpdateWindow::keysReachEverything()
 {
     Desk desk;
-    QStringList made;
-    desk.controller.setOnWindowMade([&made](QWindow &window) { made << window.title(); });
     desk.controller.checkForUpdates();
-    QCOMPARE(made, QStringList{u"vellumo"_s});
     desk.answer(desk.maintainer.signedFeed(
         QByteArray(sampleFeed).replace("And more.", QByteArray("And more.\\n").repeated(40))));
     QVERIFY(QTest::qWaitForWindowActive(desk.controller.window()));

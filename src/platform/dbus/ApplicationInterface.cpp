@@ -71,9 +71,8 @@ void ApplicationInterface::offerOn(QDBusConnection bus)
     connect(call, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *done) {
         done->deleteLater();
         const QDBusPendingReply<uint> answer = *done;
-        if (answer.isValid() && answer.value() != primaryOwner && answer.value() != alreadyOwner
-            && onNameTaken) {
-            onNameTaken();
+        if (answer.isValid() && answer.value() != primaryOwner && answer.value() != alreadyOwner) {
+            Q_EMIT nameTaken();
         }
     });
 }
@@ -92,7 +91,7 @@ void ApplicationInterface::refuse(const QString &why) const
 
 void ApplicationInterface::activate()
 {
-    schedule(onActivate);
+    schedule([this] { Q_EMIT activationRequested(); });
 }
 
 void ApplicationInterface::open(const QStringList &urls)
@@ -103,7 +102,7 @@ void ApplicationInterface::open(const QStringList &urls)
     if (isTooMuch) {
         refuse(u"More than can be opened at once"_s);
     } else {
-        schedule([this, urls] { onOpen(urls); });
+        schedule([this, urls] { Q_EMIT openRequested(urls); });
     }
 }
 

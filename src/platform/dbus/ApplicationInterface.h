@@ -23,13 +23,9 @@ public:
 
     explicit ApplicationInterface(QObject *parent = nullptr);
 
-    // All to be set before offerOn(). They run from the event loop, after the caller has been
-    // answered.
-    std::function<void()> onActivate;
-    std::function<void(const QStringList &urls)> onOpen;
+    /// By name; to be set before offerOn(). They run from the event loop, after the caller has been
+    /// answered.
     QHash<QString, std::function<void()>> actions;
-    /// The name belongs to another process.
-    std::function<void()> onNameTaken;
 
     /// Takes calls on this bus, which is open, and asks for the program's name. Never blocks.
     void offerOn(QDBusConnection bus);
@@ -38,6 +34,13 @@ public:
     void activate();
     void open(const QStringList &urls);
     void activateAction(const QString &name, bool hasParameter);
+
+Q_SIGNALS:
+    // The first two are emitted from the event loop, after the caller has been answered.
+    void activationRequested();
+    void openRequested(const QStringList &urls);
+    /// The name belongs to another process.
+    void nameTaken();
 
 private:
     void schedule(std::function<void()> work);

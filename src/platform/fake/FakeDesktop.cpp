@@ -134,10 +134,7 @@ void FakePasteboard::put(const QList<PasteboardItem> &items, qint64 process, qui
     owner_ = process;
     time_ = time;
     ownedSince_ = ++changeCount_;
-    if (onOwnerChanged) {
-        const auto listener = onOwnerChanged;
-        listener();
-    }
+    Q_EMIT ownerChanged();
 }
 
 std::optional<QList<PasteboardItem>> FakePasteboard::items(QDeadlineTimer deadline)

@@ -82,7 +82,7 @@ void X11Pasteboard::note(const xcb_xfixes_selection_notify_event_t &change)
     if (changes_.size() > maxChanges) {
         changes_.removeFirst();
     }
-    if (!onOwnerChanged || isNewsPending_) {
+    if (isNewsPending_) {
         return;
     }
     isNewsPending_ = true;
@@ -90,9 +90,7 @@ void X11Pasteboard::note(const xcb_xfixes_selection_notify_event_t &change)
         &context_,
         [this] {
             isNewsPending_ = false;
-            if (const auto listener = onOwnerChanged) { // it may go while it runs
-                listener();
-            }
+            Q_EMIT ownerChanged();
         },
         Qt::QueuedConnection);
 }

@@ -160,7 +160,7 @@ void TestX11Pasteboard::givesUpOnABadOwner()
 void TestX11Pasteboard::tellsWhichProcessTookItOver()
 {
     int news = 0;
-    pasteboard_->onOwnerChanged = [&] { ++news; };
+    connect(pasteboard_.get(), &Pasteboard::ownerChanged, this, [&] { ++news; });
     const quint64 before = pasteboard_->changeCount();
     const PeerProcess first({u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "first")});
     QVERIFY(first.isReady());
