@@ -33,12 +33,12 @@
 #include "platform/Diagnostics.h"
 #include "platform/Wiping.h"
 #include "platform/dbus/ApplicationInterface.h"
+#include "ui/Alert.h"
 #include "ui/ApplicationFonts.h"
 #include "ui/OrdinaryWindow.h"
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QTimer>
 #include <QWindow>
 #include <utility>
@@ -282,18 +282,17 @@ void AppDelegate::startPermissionManager()
 void AppDelegate::sayUnusable(const QString &file)
 {
     const BilingualText &texts = foundation_->texts;
-    QMessageBox box(QMessageBox::Critical, u"vellumo"_s,
-                    texts.pick(u"Your notes cannot be opened"_s, u"无法打开你的笔记"_s));
-    box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(
+    const QString detail =
         texts
             .pick(
                 u"Two places in %1 have the same key. Nothing has been changed. Restore an "
                 "earlier copy of the file, or move it elsewhere to begin a new one."_s,
                 u"%1 中有两处使用同一个标识。文件没有改动。请恢复较早的副本，或把文件移到别处，重新开始。"_s)
-            .arg(file));
-    box.addButton(texts.pick(u"Quit"_s, u"退出"_s), QMessageBox::AcceptRole);
-    box.exec(); // the application's own event loop has not begun
+            .arg(file);
+    Alert(foundation_->engine)
+        .ask({.message = texts.pick(u"Your notes cannot be opened"_s, u"无法打开你的笔记"_s),
+              .informativeText = detail,
+              .button = texts.pick(u"Quit"_s, u"退出"_s)});
 }
 
 void AppDelegate::createAccount()
@@ -379,7 +378,7 @@ void AppDelegate::wirePermission()
 {
     permission_ = std::make_unique<PermissionWiring>(PermissionWiring::Collaborators{
         *permissionManager_, foundation_->platform.accessibility(), foundation_->consent,
-        *triggerManager_, *resultPanel_, foundation_->texts});
+        *triggerManager_, *resultPanel_, foundation_->engine, foundation_->texts});
 }
 
 void AppDelegate::createMainWindow()

@@ -11,7 +11,9 @@
 
 namespace vellumo {
 
-PermissionWiring::PermissionWiring(const Collaborators &with) : with_(with), alert_(with.texts)
+PermissionWiring::PermissionWiring(const Collaborators &with)
+    : with_(with)
+    , alert_(with.engine, with.texts)
 {
     with_.manager.onChange = [this](bool isTrusted) { isTrusted ? granted() : revoked(); };
     connect(&alert_, &RevokedAlert::closed, this, [this](bool opensSettings) {

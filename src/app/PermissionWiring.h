@@ -25,6 +25,7 @@ public:
         ConsentDialog &consent;
         TriggerManager &trigger;
         ResultPanelController &resultPanel;
+        QQmlEngine &engine;
         const BilingualText &texts;
     };
 

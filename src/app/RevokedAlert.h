@@ -2,27 +2,25 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QMessageBox>
-#include <QPointer>
+#include "ui/Alert.h"
 
 namespace vellumo {
 
 class BilingualText;
 
 /// Informs the user that other applications can no longer be read: a modal alert above all windows,
-/// with the keyboard, whatever the window manager thinks of windows that come by themselves. It
-/// exists only while it is shown.
+/// with the keyboard, also where the window manager gives none to windows that open by themselves.
+/// It exists only while it is shown.
 class RevokedAlert : public QObject {
     Q_OBJECT
 
 public:
-    /// The texts must outlive the alert.
-    explicit RevokedAlert(const BilingualText &texts) : texts_(texts) { }
-    ~RevokedAlert() override;
-    Q_DISABLE_COPY_MOVE(RevokedAlert)
+    /// Both must outlive the alert. The engine needs the import path of prepareEngine().
+    RevokedAlert(QQmlEngine &engine, const BilingualText &texts);
 
     /// Returns at once. One that is shown already is raised.
     void show();
+    /// Counts as "Later".
     void close();
 
 Q_SIGNALS:
@@ -31,7 +29,7 @@ Q_SIGNALS:
 
 private:
     const BilingualText &texts_;
-    QPointer<QMessageBox> box_;
+    Alert alert_;
 };
 
 } // namespace vellumo

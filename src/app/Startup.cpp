@@ -13,14 +13,15 @@
 #include "platform/windowing/QtFloatingWindows.h"
 #include "settings/AppConfig.h"
 #include "settings/UserPreferences.h"
+#include "ui/Alert.h"
+#include "ui/ApplicationFonts.h"
 #include "ui/BilingualText.h"
-#include "ui/ProgramIcon.h"
-#include "ui/QtTranslation.h"
+#include "ui/QmlEngine.h"
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QProcessEnvironment>
+#include <QQmlEngine>
 #include <cstdlib>
 #include <cstring>
 
@@ -138,11 +139,12 @@ int Startup::refuse(const QString &english, const QString &chinese)
         const SettingsDefaultsStore defaults(SettingsDefaultsStore::defaultPath());
         const BilingualText texts(
             [&] { return UserPreferences(defaults).preferredOutputLanguage(); });
-        const QtTranslation qtTexts(texts);
-        QMessageBox box(QMessageBox::Warning, u"vellumo"_s, texts.pick(english, chinese));
-        box.setWindowIcon(programIcon());
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
+        installApplicationFonts();
+        QQmlEngine engine;
+        prepareEngine(engine);
+        Alert(engine).ask({.message = texts.pick(u"vellumo cannot start"_s, u"vellumo 无法启动"_s),
+                           .informativeText = texts.pick(english, chinese),
+                           .button = texts.pick(u"OK"_s, u"好"_s)});
     }
     return EXIT_FAILURE;
 }

@@ -4,6 +4,8 @@
 
 #include "ui/OrdinaryWindow.h"
 
+#include <QEventLoop>
+
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
@@ -15,23 +17,58 @@ Alert::~Alert() = default;
 void Alert::show(const Text &text, QWindow *over)
 {
     if (!window_) {
-        window_ = makeOrdinaryWindow(engine_, u"Ui/Alert"_s,
-                                     {{u"message"_s, text.message},
-                                      {u"informativeText"_s, text.informativeText},
-                                      {u"button"_s, text.button},
-                                      {u"refusal"_s, text.refusal}},
-                                     this);
-        if (!window_) {
+        if (!create(text)) {
             return;
         }
-        connect(window_, SIGNAL(dismissed()), this, SLOT(onDismissed()));
-        connect(window_, SIGNAL(agreed()), this, SLOT(onAgreed()));
         if (over != nullptr) {
             window_->setTransientParent(over);
             window_->setModality(Qt::WindowModal);
         }
     }
     bringToFront(*window_);
+}
+
+void Alert::showAboveAll(const Text &text)
+{
+    if (!window_) {
+        if (!create(text)) {
+            return;
+        }
+        window_->setFlag(Qt::WindowStaysOnTopHint);
+    }
+    bringToFront(*window_);
+}
+
+bool Alert::ask(const Text &text)
+{
+    bool isAgreed = false;
+    QEventLoop loop;
+    connect(this, &Alert::answered, &loop, [&](bool answer) {
+        isAgreed = answer;
+        loop.quit();
+    });
+    show(text);
+    if (window_) {
+        loop.exec();
+    }
+    return isAgreed;
+}
+
+bool Alert::create(const Text &text)
+{
+    window_ = makeOrdinaryWindow(engine_, u"Ui/Alert"_s,
+                                 {{u"message"_s, text.message},
+                                  {u"informativeText"_s, text.informativeText},
+                                  {u"button"_s, text.button},
+                                  {u"refusal"_s, text.refusal},
+                                  {u"returnAgrees"_s, text.returnAgrees}},
+                                 this);
+    if (!window_) {
+        return false;
+    }
+    connect(window_, SIGNAL(dismissed()), this, SLOT(onDismissed()));
+    connect(window_, SIGNAL(agreed()), this, SLOT(onAgreed()));
+    return true;
 }
 
 void Alert::onDismissed()

@@ -22,6 +22,7 @@ public:
         QString informativeText;
         QString button = QStringLiteral("OK");
         QString refusal = {}; ///< second button; empty: none
+        bool returnAgrees = false; ///< to a question; otherwise only the focused button does
     };
 
     /// The engine must outlive the alert and needs the import path of prepareEngine().
@@ -31,6 +32,13 @@ public:
     /// Returns at once. One that is shown already comes to the front as it is. `over` stays
     /// blocked by it; without, all windows of the program are.
     void show(const Text &text, QWindow *over = nullptr);
+
+    /// As show(), above the windows of all programs.
+    void showAboveAll(const Text &text);
+
+    /// Shows it in an event loop of its own and returns the answer; false as well if it could not
+    /// be shown. For a start that cannot go on.
+    bool ask(const Text &text);
 
     /// Closes it without an answer.
     void close();
@@ -48,6 +56,7 @@ private Q_SLOTS:
     void onAgreed();
 
 private:
+    [[nodiscard]] bool create(const Text &text);
     void answer(bool isAgreed);
 
     QQmlEngine &engine_;

@@ -13,6 +13,7 @@ Window {
     required property string informativeText
     required property string button
     required property string refusal ///< empty: there is nothing to decide
+    required property bool returnAgrees ///< wherever the focus is
 
     readonly property bool asks: dialog.refusal.length > 0
 
@@ -50,8 +51,8 @@ Window {
         Keys.onEnterPressed: event => content.confirm(event)
 
         function confirm(event: KeyEvent) {
-            event.accepted = !dialog.asks
-            if (!dialog.asks)
+            event.accepted = !dialog.asks || dialog.returnAgrees
+            if (event.accepted)
                 dialog.agreed()
         }
 
