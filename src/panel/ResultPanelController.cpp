@@ -34,9 +34,9 @@ ResultPanelController::ResultPanelController(FloatingWindows &windows, const Scr
     : QObject(parent)
     , windows_(windows)
     , screens_(screens)
-    , monitors_(monitors)
     , texts_(texts)
     , view_(std::make_unique<ResultPanelView>())
+    , dismissalMonitors_(monitors)
 {
     view_->onClose = [this] { dismiss(); };
     view_->onSubmitFollowUp = [this](const QString &question) {
@@ -124,8 +124,7 @@ void ResultPanelController::dismiss()
 
 void ResultPanelController::endPresentation(Leaving leaving)
 {
-    localEventMonitor_.reset();
-    globalEventMonitors_.clear();
+    dismissalMonitors_.stop();
     panel_.clear();
     panelView_.clear();
     if (leaving == Leaving::Hide) {
@@ -262,35 +261,13 @@ void ResultPanelController::focusPanel()
 
 void ResultPanelController::installMonitors()
 {
-    localEventMonitor_.reset();
-    globalEventMonitors_.clear();
-
-    const QPointer<ResultPanelController> self(this);
-    localEventMonitor_ = monitors_.addLocalMonitor(PanelEvents::local, [self](const Event &event) {
-        return !self || self->handleLocalEvent(event);
-    });
-    for (const EventMask mask : {PanelEvents::mouseDown, PanelEvents::scroll}) {
-        globalEventMonitors_.push_back(
-            monitors_.addGlobalMonitor(mask, [self](const Event & /*event*/) {
-                if (self) {
-                    self->dismissIfPointerIsOutsidePanel();
-                }
-            }));
-    }
-}
-
-/// Answers whether the event is passed on.
-bool ResultPanelController::handleLocalEvent(const Event &event)
-{
-    if (event.type == EventType::KeyDown) {
-        if (event.keyCode != KeyCode::Escape) {
-            return true;
-        }
-        dismiss();
-        return false;
-    }
-    dismissIfPointerIsOutsidePanel();
-    return true;
+    dismissalMonitors_.start({.escaped = [this] { dismiss(); },
+                              .acted =
+                                  [this](EventType type) {
+                                      if (type != EventType::KeyDown) {
+                                          dismissIfPointerIsOutsidePanel();
+                                      }
+                                  }});
 }
 
 void ResultPanelController::dismissIfPointerIsOutsidePanel()

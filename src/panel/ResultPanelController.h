@@ -4,13 +4,12 @@
 
 #include "panel/ResultPanelControlling.h"
 #include "panel/ResultPanelView.h"
-#include "platform/EventMonitoring.h"
+#include "platform/DismissalMonitors.h"
 #include "platform/FloatingWindows.h"
 #include "platform/Screens.h"
 #include <QObject>
 #include <QPointer>
 #include <memory>
-#include <vector>
 
 namespace vellumo {
 
@@ -68,13 +67,11 @@ private:
     void redrawThread();
     void applyLimits(const std::optional<Screen> &screen);
     void installMonitors();
-    bool handleLocalEvent(const Event &event);
     void dismissIfPointerIsOutsidePanel();
     [[nodiscard]] std::optional<Screen> activeScreen() const;
 
     FloatingWindows &windows_;
     const Screens &screens_;
-    EventMonitoring &monitors_;
     BilingualText &texts_;
 
     std::unique_ptr<ResultPanelView> view_; ///< outlives the window, which shows it
@@ -83,8 +80,7 @@ private:
     QPointer<FloatingPanel> panel_; ///< the window while it is on screen, otherwise null
     QPointer<ResultPanelView> panelView_; ///< the view while it is on screen, otherwise null
     std::function<void()> onDismiss_;
-    std::unique_ptr<EventMonitorHandle> localEventMonitor_;
-    std::vector<std::unique_ptr<EventMonitorHandle>> globalEventMonitors_;
+    DismissalMonitors dismissalMonitors_; ///< while it is on screen
     std::optional<ReadingContext> currentContext_;
     std::optional<ExplanationResult> baseResult_;
     std::optional<QString> baseSourceText_;

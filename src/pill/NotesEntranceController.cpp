@@ -56,6 +56,7 @@ NotesEntranceController::NotesEntranceController(const Collaborators &collaborat
     , with_(collaborators)
     , model_(std::make_unique<NotesPillModel>())
     , container_(std::make_unique<PillContainerView>())
+    , collapseMonitors_(with_.monitors)
 {
     model_->onSelect = [this](const ReadingNote &note) { selectNote(note); };
     container_->onClick = [this] {
@@ -170,7 +171,8 @@ void NotesEntranceController::expand()
     container_->setMode(PillContainerView::Mode::List);
     model_->setExpanded(true);
     panel_->animateFrame(target, expansion, {});
-    installCollapseMonitors();
+    collapseMonitors_.start({.escaped = [this] { collapse(); },
+                             .acted = [this](EventType) { collapseIfPointerIsOutside(); }});
 }
 
 void NotesEntranceController::collapse()
@@ -183,7 +185,7 @@ void NotesEntranceController::collapse()
 /// Also where the list is folding already, into another place.
 void NotesEntranceController::fold(const Rect &pill)
 {
-    removeCollapseMonitors();
+    collapseMonitors_.stop();
     model_->setExpanded(false);
     panel_->animateFrame(pill, collapsing, [this] { finishCollapse(); });
 }
@@ -195,41 +197,6 @@ void NotesEntranceController::finishCollapse()
     }
     container_->setMode(PillContainerView::Mode::Pill);
     synchronizeCursor();
-}
-
-void NotesEntranceController::installCollapseMonitors()
-{
-    removeCollapseMonitors();
-    const QPointer<NotesEntranceController> self(this);
-    localEventMonitor_ =
-        with_.monitors.addLocalMonitor(PanelEvents::local, [self](const Event &event) {
-            return !self || self->handleLocalEvent(event);
-        });
-    for (const EventMask mask : {PanelEvents::mouseDown, PanelEvents::scroll}) {
-        globalEventMonitors_.push_back(
-            with_.monitors.addGlobalMonitor(mask, [self](const Event & /*event*/) {
-                if (self) {
-                    self->collapseIfPointerIsOutside();
-                }
-            }));
-    }
-}
-
-void NotesEntranceController::removeCollapseMonitors()
-{
-    localEventMonitor_.reset();
-    globalEventMonitors_.clear();
-}
-
-/// Answers whether the event is passed on.
-bool NotesEntranceController::handleLocalEvent(const Event &event)
-{
-    if (event.type == EventType::KeyDown && event.keyCode == KeyCode::Escape) {
-        collapse();
-        return false;
-    }
-    collapseIfPointerIsOutside();
-    return true;
 }
 
 void NotesEntranceController::collapseIfPointerIsOutside()

@@ -5,7 +5,7 @@
 #include "pill/NotesEntranceControlling.h"
 #include "pill/NotesPillModel.h"
 #include "pill/PillContainerView.h"
-#include "platform/EventMonitoring.h"
+#include "platform/DismissalMonitors.h"
 #include "platform/FloatingWindows.h"
 #include "platform/Screens.h"
 #include <QObject>
@@ -62,9 +62,6 @@ private:
     void adaptToScreens();
     void selectNote(const ReadingNote &note);
 
-    void installCollapseMonitors();
-    void removeCollapseMonitors();
-    bool handleLocalEvent(const Event &event);
     void collapseIfPointerIsOutside();
     void fold(const Rect &pill);
     void finishCollapse();
@@ -83,8 +80,7 @@ private:
     std::unique_ptr<FloatingPanel> panel_; ///< absent until first shown
     std::function<void()> onOpen_;
     std::function<void(const ReadingNote &)> onSelectNote_;
-    std::unique_ptr<EventMonitorHandle> localEventMonitor_;
-    std::vector<std::unique_ptr<EventMonitorHandle>> globalEventMonitors_;
+    DismissalMonitors collapseMonitors_; ///< while the list is open
     std::vector<std::unique_ptr<EventMonitorHandle>> cursorMonitors_;
     bool cursorIsHand_ = false;
     std::unique_ptr<FloatingPanel> fingerPanel_; ///< during the demonstration
