@@ -3,20 +3,17 @@
 
 #include "app/OnboardingPreview.h"
 
+#include "app/Snapshot.h"
 #include "platform/Clock.h"
-#include "platform/Diagnostics.h"
 
-#include <QDir>
 #include <array>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace vellumo {
 
 namespace {
 
-constexpr auto cardSettleTime = 400ms; // longer than any animation
 constexpr std::array names{u"signin", u"privacy",   u"permission", u"keytest", u"select",
                            u"notes",  u"hearabout", u"role",       u"industry"};
 
@@ -37,7 +34,6 @@ OnboardingPreview::OnboardingPreview(const OnboardingWindowController::Collabora
 
 void OnboardingPreview::writeSnapshots(const QString &folder, std::function<void()> done)
 {
-    QDir().mkpath(folder);
     writeCard(0, folder, std::move(done));
 }
 
@@ -52,12 +48,8 @@ void OnboardingPreview::writeCard(int number, const QString &folder, std::functi
     texts_.refresh();
     const QString name = QString::fromUtf16(names[static_cast<size_t>(number % count)]);
     cards_.present(name);
-    clock_.after(cardSettleTime, this, [this, number, name, folder, done = std::move(done)] {
-        const QString path =
-            u"%1/onboarding-%2-%3.png"_s.arg(folder, name, english_ ? u"en" : u"zh");
-        if (cards_.window() == nullptr || !cards_.window()->grabWindow().save(path)) {
-            printDiagnostic(u"could not write a picture"_s);
-        }
+    clock_.after(snapshotDelay, this, [this, number, name, folder, done = std::move(done)] {
+        writeSnapshot(cards_.window(), folder, u"onboarding-"_s + name, english_);
         writeCard(number + 1, folder, done);
     });
 }

@@ -4,33 +4,22 @@
 #include "app/Preview.h"
 
 #include "app/SampleReading.h"
-#include "platform/Diagnostics.h"
+#include "app/Snapshot.h"
 
-#include <QDir>
 #include <QGuiApplication>
 #include <QTimer>
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace vellumo {
 
 namespace {
 
-constexpr auto settleTime = 800ms; // longer than any animation
-
 NotesEntranceController::Collaborators withTexts(NotesEntranceController::Collaborators with,
                                                  BilingualText &texts)
 {
     return {with.windows, with.screens, with.monitors, with.defaults, with.clock, texts};
-}
-
-void save(QQuickWindow *window, const QString &path)
-{
-    if (!window || !window->grabWindow().save(path)) {
-        printDiagnostic(u"could not write a picture"_s);
-    }
 }
 
 } // namespace
@@ -85,23 +74,19 @@ void Preview::showNotesList()
 
 void Preview::writeSnapshots(const QString &folder, std::function<void()> done)
 {
-    QDir().mkpath(folder);
-    const auto path = [this, folder](const QString &name) {
-        return folder + u'/' + name + (english_ ? u"-en.png"_s : u"-zh.png"_s);
-    };
-    QTimer::singleShot(settleTime, this, [this, folder, path, done = std::move(done)] {
-        save(panel_, path(u"panel"_s));
-        save(pill_, path(u"pill"_s));
+    QTimer::singleShot(snapshotDelay, this, [this, folder, done = std::move(done)] {
+        writeSnapshot(panel_, folder, u"panel"_s, english_);
+        writeSnapshot(pill_, folder, u"pill"_s, english_);
         showNotesList();
-        QTimer::singleShot(settleTime, this, [this, folder, path, done] {
-            save(pill_, path(u"list"_s));
+        QTimer::singleShot(snapshotDelay, this, [this, folder, done] {
+            writeSnapshot(pill_, folder, u"list"_s, english_);
             previewNotesEntrance_.collapse();
             previewResultPanel_.dismiss();
             if (!english_) {
                 done();
                 return;
             }
-            QTimer::singleShot(settleTime, this, [this, folder, done] {
+            QTimer::singleShot(snapshotDelay, this, [this, folder, done] {
                 show(false);
                 writeSnapshots(folder, done);
             });

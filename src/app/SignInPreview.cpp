@@ -3,20 +3,14 @@
 
 #include "app/SignInPreview.h"
 
-#include "platform/Diagnostics.h"
+#include "app/Snapshot.h"
 #include "ui/OrdinaryWindow.h"
 
-#include <QDir>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace vellumo {
-
-namespace {
-constexpr auto viewSettleTime = 400ms; // longer than any animation
-}
 
 SignInPreview::SignInPreview(QQmlEngine &engine,
                              const MainWindowModel::Collaborators &collaborators)
@@ -31,7 +25,6 @@ SignInPreview::~SignInPreview() = default;
 
 void SignInPreview::writeSnapshots(const QString &folder, std::function<void()> done)
 {
-    QDir().mkpath(folder);
     writeView(true, folder, std::move(done));
 }
 
@@ -42,11 +35,8 @@ void SignInPreview::writeView(bool english, const QString &folder, std::function
     if (window_) {
         window_->show();
     }
-    QTimer::singleShot(viewSettleTime, this, [this, english, folder, done = std::move(done)] {
-        const QString path = u"%1/sign-in-%2.png"_s.arg(folder, english ? u"en"_s : u"zh"_s);
-        if (!window_ || !window_->grabWindow().save(path)) {
-            printDiagnostic(u"could not write a picture"_s);
-        }
+    QTimer::singleShot(snapshotDelay, this, [this, english, folder, done = std::move(done)] {
+        writeSnapshot(window_.get(), folder, u"sign-in"_s, english);
         if (english) {
             writeView(false, folder, done);
         } else {

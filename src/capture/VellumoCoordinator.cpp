@@ -32,14 +32,6 @@ bool isBlank(const QString &text)
     return QStringView(text).trimmed().isEmpty();
 }
 
-std::optional<NoteWithContext> findNote(const QList<NoteWithContext> &pairs, const QUuid &id)
-{
-    const auto pair =
-        std::find_if(pairs.begin(), pairs.end(),
-                     [&id](const NoteWithContext &candidate) { return candidate.note.id == id; });
-    return pair != pairs.end() ? std::optional(*pair) : std::nullopt;
-}
-
 } // namespace
 
 VellumoCoordinator::VellumoCoordinator(const Collaborators &collaborators, QObject *parent)
@@ -277,8 +269,9 @@ void VellumoCoordinator::showNotesSummary()
     }
     const QPointer<VellumoCoordinator> self(this);
     with_.notesEntranceController.showNotesList(notes, [self, pairs](const ReadingNote &chosen) {
-        const auto pair = findNote(pairs, chosen.id);
-        if (self && pair) {
+        const auto pair = std::ranges::find(
+            pairs, chosen.id, [](const NoteWithContext &candidate) { return candidate.note.id; });
+        if (self && pair != pairs.end()) {
             self->reopenLatest(*pair);
         }
     });
@@ -286,7 +279,7 @@ void VellumoCoordinator::showNotesSummary()
 
 void VellumoCoordinator::reopenNote(const QUuid &id)
 {
-    if (const auto pair = findNote(with_.notesStore.allNotesWithContexts(), id)) {
+    if (const auto pair = with_.notesStore.find(id)) {
         reopenLatest(*pair);
     }
 }
@@ -295,7 +288,7 @@ void VellumoCoordinator::reopenLatest(const NoteWithContext &pair)
 {
     // What is on screen is saved first: it may be this very note with new follow-ups.
     with_.resultPanelController.dismiss();
-    const auto latest = findNote(with_.notesStore.allNotesWithContexts(), pair.note.id);
+    const auto latest = with_.notesStore.find(pair.note.id);
     reopenNote(latest ? latest->note : pair.note, pair.context);
 }
 
@@ -327,7 +320,7 @@ void VellumoCoordinator::handleReopenedNoteDismissed(Conversation &conversation,
     const QList<FollowUpExchange> followUps = conversation.followUps();
     if (followUps.size() > baselineFollowUps) {
         // While it was open, another device may have added to the note or moved it.
-        const auto stored = findNote(with_.notesStore.allNotesWithContexts(), note.id);
+        const auto stored = with_.notesStore.find(note.id);
         note.followUps = stored && stored->note.followUps.size() > baselineFollowUps
             ? stored->note.followUps + followUps.sliced(baselineFollowUps)
             : followUps;

@@ -298,6 +298,22 @@ QList<NoteWithContext> NotesStore::allNotesWithContexts() const
     return notes;
 }
 
+std::optional<NoteWithContext> NotesStore::find(const QUuid &id) const
+{
+    Place found{};
+    for (const StoredNotesBucket &bucket : bucketsByContextKey_) {
+        for (const ReadingNote &note : bucket.notes) {
+            if (note.id == id
+                && (found.note == nullptr || note.createdAt > found.note->createdAt)) {
+                found = {&bucket, &note};
+            }
+        }
+    }
+    return found.note != nullptr
+        ? std::optional(NoteWithContext{*found.note, found.bucket->context})
+        : std::nullopt;
+}
+
 QList<PendingNote> NotesStore::pendingSync() const
 {
     QList<PendingNote> pending;

@@ -34,6 +34,7 @@ public:
     [[nodiscard]] qsizetype noteCount() const override;
     [[nodiscard]] QList<ReadingNote> allNotes() const override;
     [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override;
+    [[nodiscard]] std::optional<NoteWithContext> find(const QUuid &id) const override;
     [[nodiscard]] QList<PendingNote> pendingSync() const override;
     [[nodiscard]] qsizetype unknownCount(const QList<ReadingNote> &notes) const override;
     void mergeRemote(const QList<ReadingNote> &notes) override;

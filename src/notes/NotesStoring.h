@@ -38,6 +38,9 @@ public:
     /// All notes, newest first, each with the context stored in its bucket.
     [[nodiscard]] virtual QList<NoteWithContext> allNotesWithContexts() const = 0;
 
+    /// The note with this id, the newest if there are several.
+    [[nodiscard]] virtual std::optional<NoteWithContext> find(const QUuid &id) const = 0;
+
     /// The notes that the server does not have, or not with all their follow-ups. Unordered.
     [[nodiscard]] virtual QList<PendingNote> pendingSync() const = 0;
 

@@ -11,6 +11,7 @@
 #include "platform/ScreenLock.h"
 
 #include <QPointer>
+#include <algorithm>
 
 namespace vellumo {
 
@@ -97,6 +98,12 @@ public:
         return all;
     }
     QList<NoteWithContext> allNotesWithContexts() const override { return notes; }
+    std::optional<NoteWithContext> find(const QUuid &id) const override
+    {
+        const auto found =
+            std::ranges::find(notes, id, [](const auto &pair) { return pair.note.id; });
+        return found != notes.end() ? std::optional(*found) : std::nullopt;
+    }
     QList<PendingNote> pendingSync() const override { return {}; }
     qsizetype unknownCount(const QList<ReadingNote> &) const override { return 0; }
     void mergeRemote(const QList<ReadingNote> &) override { }

@@ -17,6 +17,7 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QTest>
+#include <algorithm>
 
 namespace vellumo::test {
 
@@ -39,6 +40,12 @@ public:
     [[nodiscard]] qsizetype noteCount() const override { return notes.size(); }
     [[nodiscard]] QList<ReadingNote> allNotes() const override { return {}; }
     [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override { return notes; }
+    [[nodiscard]] std::optional<NoteWithContext> find(const QUuid &id) const override
+    {
+        const auto found =
+            std::ranges::find(notes, id, [](const auto &pair) { return pair.note.id; });
+        return found != notes.end() ? std::optional(*found) : std::nullopt;
+    }
     [[nodiscard]] QList<PendingNote> pendingSync() const override { return {}; }
     [[nodiscard]] qsizetype unknownCount(const QList<ReadingNote> & /*notes*/) const override
     {
