@@ -34,10 +34,20 @@ function(vellumo_qml_library name)
         QML_FILES ${arg_QML_FILES}
         RESOURCES ${arg_RESOURCES}
         IMPORTS ${arg_IMPORTS})
-    # what the QML compiler writes does not follow our warnings
+    # What is generated does not follow our warnings. What the QML compiler writes is compiled as one:
+    # most of the time goes into Qt's headers, which each of its files includes.
     get_target_property(sources ${name} SOURCES)
-    list(FILTER sources INCLUDE REGEX "/qmlcache/|_qmltyperegistrations")
-    set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "-w")
+    set(registrations ${sources})
+    list(FILTER registrations INCLUDE REGEX "_qmltyperegistrations")
+    set_source_files_properties(${registrations} PROPERTIES COMPILE_OPTIONS "-w")
+    list(FILTER sources INCLUDE REGEX "/qmlcache/")
+    set_source_files_properties(${sources} PROPERTIES HEADER_FILE_ONLY ON)
+    list(TRANSFORM sources REPLACE "${CMAKE_CURRENT_BINARY_DIR}/(.+)" "#include \"\\1\"\n")
+    string(JOIN "" includes ${sources})
+    set(combined ${CMAKE_CURRENT_BINARY_DIR}/${name}_qmlcache.cpp)
+    file(CONFIGURE OUTPUT ${combined} CONTENT "@includes@" @ONLY)
+    set_source_files_properties(${combined} PROPERTIES COMPILE_OPTIONS "-w" SKIP_AUTOGEN ON)
+    target_sources(${name} PRIVATE ${combined})
     # the generated type registration includes the headers by their bare names
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     # Nothing calls the registration by name; without this the linker would leave it out.

@@ -1,10 +1,10 @@
 # vellumo_test(NAME SOURCES file... [LINK target...] [DESKTOP [WM name]] [OPTIONS desktop-option...]
-#              [TIMEOUT seconds] [LABELS label...] [SERIAL] [QUICK])
+#              [TIMEOUT seconds] [LABELS label...] [SERIAL] [QUICK] [WIDGETS])
 # A Qt Test executable. Without DESKTOP it runs offscreen and needs no display; with it, it runs on
 # a private headless desktop: X server, session bus, accessibility bus, window manager. SERIAL is for
 # tests whose figures are wrong when something else runs beside them, QUICK for tests that show Qt
-# Quick windows, themselves or in a program that they start. What has threads of its own has the label
-# `threads`, and runs under the thread sanitizer as well.
+# Quick windows, themselves or in a program that they start, WIDGETS for those that link Qt Widgets.
+# What has threads of its own has the label `threads`, and runs under the thread sanitizer as well.
 
 # Qt's software renderer never deletes the textures of images, which reads as a leak at exit.
 set(vellumo_quick_environment ASAN_OPTIONS=detect_leaks=0)
@@ -13,15 +13,29 @@ set(vellumo_quick_environment ASAN_OPTIONS=detect_leaks=0)
 add_custom_target(vellumo_threads)
 
 add_library(vellumo_test_options INTERFACE)
+target_link_libraries(vellumo_test_options INTERFACE Qt6::Gui Qt6::Network Qt6::Test)
+# These name the folder of each test, so that none could use the precompiled header of another.
+target_compile_options(vellumo_test_options INTERFACE
+    -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
     # its QTRY_ macros convert times to shorter integers, in the code that uses them
     target_compile_options(vellumo_test_options INTERFACE -Wno-conversion)
 endif()
 
+# Half of the time that a test takes to compile goes into these headers.
+add_library(vellumo_test_pch STATIC support/pch.cpp)
+target_link_libraries(vellumo_test_pch PUBLIC vellumo_options vellumo_test_options)
+target_precompile_headers(vellumo_test_pch PRIVATE
+    <QFile> <QJsonDocument> <QJsonObject> <QSignalSpy> <QTemporaryDir> <QTest>
+    <functional> <memory> <optional> <utility> <variant>)
+
 function(vellumo_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;SERIAL;QUICK" "WM;TIMEOUT" "SOURCES;LINK;OPTIONS;LABELS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;SERIAL;QUICK;WIDGETS" "WM;TIMEOUT" "SOURCES;LINK;OPTIONS;LABELS")
     add_executable(${name} ${arg_SOURCES})
-    target_link_libraries(${name} PRIVATE vellumo_options vellumo_test_options Qt6::Test ${arg_LINK})
+    target_link_libraries(${name} PRIVATE vellumo_options vellumo_test_options ${arg_LINK})
+    if(NOT arg_WIDGETS) # Qt's test headers read otherwise with them
+        target_precompile_headers(${name} REUSE_FROM vellumo_test_pch)
+    endif()
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
