@@ -20,8 +20,13 @@ const QString defaultSite = u"https://vellumo.app"_s;
 AccountWiring::AccountWiring(const Collaborators &with)
     : keychain_(with.secrets)
     , browser_(with.workspace, with.config.value(configuration::siteUrl).value_or(defaultSite))
-    , auth_({keychain_, browser_, with.http, with.clock, with.texts, with.defaults,
-             [&config = with.config](const QString &key) { return config.value(key); }})
+    , auth_({.keychain = keychain_,
+             .browser = browser_,
+             .session = with.http,
+             .clock = with.clock,
+             .texts = with.texts,
+             .defaults = with.defaults,
+             .lookup = [&config = with.config](const QString &key) { return config.value(key); }})
 {
 }
 

@@ -4,43 +4,30 @@
 #include "app/AppDelegate.h"
 
 #include "app/AccountWiring.h"
-#include "app/BuiltInUpdates.h"
+#include "app/CaptureWiring.h"
 #include "app/CommandLine.h"
 #include "app/ComputerWiring.h"
-#include "app/DailyUpdates.h"
 #include "app/Foundation.h"
-#include "app/MainMenu.h"
 #include "app/MainWindowWiring.h"
+#include "app/MenuWiring.h"
 #include "app/OnboardingWiring.h"
 #include "app/PermissionManager.h"
 #include "app/PermissionWiring.h"
 #include "app/Preview.h"
-#include "app/StatusItem.h"
 #include "app/SyncWiring.h"
 #include "app/TerminationSignals.h"
-#include "app/UnsavedNotes.h"
-#include "app/UpdaterManager.h"
-#include "capture/AccessibilitySelectionReader.h"
-#include "capture/ContextTracker.h"
-#include "capture/ReadingBudget.h"
-#include "capture/TriggerManager.h"
-#include "capture/VellumoCoordinator.h"
 #include "explain/ForwardingExplainer.h"
 #include "explain/ServiceSetup.h"
 #include "notes/NotesStore.h"
-#include "panel/ResultPanelController.h"
-#include "pill/NotesEntranceController.h"
 #include "platform/Diagnostics.h"
 #include "platform/Wiping.h"
 #include "platform/dbus/ApplicationInterface.h"
 #include "ui/Alert.h"
 #include "ui/ApplicationFonts.h"
-#include "ui/OrdinaryWindow.h"
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QTimer>
-#include <QWindow>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -73,7 +60,7 @@ int AppDelegate::run(LaunchRequest request)
         Qt::QueuedConnection);
     const int status = QApplication::exec();
     // What is on screen becomes a note, as whenever the panel closes.
-    resultPanel_->dismiss();
+    capture_->panel().dismiss();
     return status;
 }
 
@@ -86,9 +73,7 @@ void AppDelegate::terminate()
 void AppDelegate::applicationDidFinishLaunching()
 {
     foundation_ = std::make_unique<Foundation>();
-    configureMainMenu();
-    configureStatusItem();
-    createUpdaterManager();
+    createMenus();
     startPermissionManager();
     notesStore_ = std::make_unique<NotesStore>(NotesStore::defaultStorePath(),
                                                [this](const QString &file) { sayUnusable(file); });
@@ -100,74 +85,19 @@ void AppDelegate::applicationDidFinishLaunching()
     wirePermission();
     createMainWindow();
     prepareOnboarding();
-    coordinator_->start();
+    capture_->coordinator().start();
     configureApplicationInterface();
     showPreviewHUD();
     finishLaunchingWhenIdle();
     printDiagnostic(u"ready — select text and double-tap Option (Alt)"_s);
 }
 
-void AppDelegate::configureMainMenu()
+void AppDelegate::createMenus()
 {
-    const auto hide = [] {
-        const auto windows = QGuiApplication::topLevelWindows();
-        for (QWindow *window : windows) {
-            if (window->isVisible() && !window->flags().testFlag(Qt::FramelessWindowHint)) {
-                window->showMinimized();
-            }
-        }
-        return true;
-    };
-    const auto checkForUpdates = [this] {
-        updaterManager_->checkForUpdates();
-        return true;
-    };
-    const auto quit = [this] {
-        terminate();
-        return true;
-    };
-    const auto edit = MainMenu::editItem;
-    mainMenu_ = std::make_unique<MainMenu>(
-        QList<MainMenu::Menu>{{u"vellumo"_s,
-                               {{u"Check for Updates…"_s, {}, checkForUpdates},
-                                {u"Hide vellumo"_s, Qt::CTRL | Qt::Key_H, hide},
-                                {u"Quit vellumo"_s, Qt::CTRL | Qt::Key_Q, quit}}},
-                              {u"Edit"_s,
-                               {edit(u"Undo"_s, Qt::CTRL | Qt::Key_Z, "undo"),
-                                edit(u"Redo"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_Z, "redo"),
-                                edit(u"Cut"_s, Qt::CTRL | Qt::Key_X, "cut"),
-                                edit(u"Copy"_s, Qt::CTRL | Qt::Key_C, "copy"),
-                                edit(u"Paste"_s, Qt::CTRL | Qt::Key_V, "paste"),
-                                edit(u"Select All"_s, Qt::CTRL | Qt::Key_A, "selectAll")}}});
-    connect(&OrdinaryWindows::of(foundation_->engine), &OrdinaryWindows::made, mainMenu_.get(),
-            &MainMenu::attachTo);
-}
-
-void AppDelegate::configureStatusItem()
-{
-    statusItem_ = std::make_unique<StatusItem>();
-    connect(statusItem_.get(), &StatusItem::activated, this,
+    menus_ = std::make_unique<MenuWiring>(*foundation_);
+    connect(menus_.get(), &MenuWiring::openRequested, this,
             &AppDelegate::applicationShouldHandleReopen);
-    QMenu &menu = statusItem_->menu();
-    menu.addAction(u"vellumo is running"_s)->setEnabled(false);
-    menu.addSeparator();
-    menu.addAction(u"Check for Updates…"_s, this, [this] { updaterManager_->checkForUpdates(); });
-    menu.addSeparator();
-    menu.addAction(u"Quit vellumo"_s, Qt::CTRL | Qt::Key_Q, this, &AppDelegate::terminate);
-}
-
-void AppDelegate::createUpdaterManager()
-{
-    updaterManager_ = std::make_unique<UpdaterManager>(foundation_->engine);
-    auto controller =
-        makeUpdateController(foundation_->config,
-                             {foundation_->http, foundation_->platform.workspace(),
-                              foundation_->clock, foundation_->engine, foundation_->texts});
-    if (controller) {
-        dailyUpdates_ =
-            std::make_unique<DailyUpdates>(*controller, foundation_->defaults, foundation_->clock);
-        updaterManager_->controller = std::move(controller);
-    }
+    connect(menus_.get(), &MenuWiring::quitRequested, this, &AppDelegate::terminate);
 }
 
 void AppDelegate::configureApplicationInterface()
@@ -178,9 +108,9 @@ void AppDelegate::configureApplicationInterface()
     connect(applicationInterface_.get(), &ApplicationInterface::openRequested, this,
             &AppDelegate::applicationOpen);
     applicationInterface_->actions = {
-        {u"explain"_s, [this] { coordinator_->handleTrigger(); }},
-        {u"notes"_s, [this] { coordinator_->showNotesSummary(); }},
-        {u"focus"_s, [this] { resultPanel_->focusPanel(); }},
+        {u"explain"_s, [this] { capture_->coordinator().handleTrigger(); }},
+        {u"notes"_s, [this] { capture_->coordinator().showNotesSummary(); }},
+        {u"focus"_s, [this] { capture_->panel().focusPanel(); }},
         {u"quit"_s, [this] { terminate(); }},
     };
     connect(applicationInterface_.get(), &ApplicationInterface::nameTaken, this, [this] {
@@ -206,9 +136,13 @@ void AppDelegate::showPreviewHUD()
     if (!isPreview && !isSnapshot) {
         return;
     }
-    preview_ = std::make_unique<Preview>(NotesEntranceController::Collaborators{
-        foundation_->windows, foundation_->screens, foundation_->platform.events(),
-        foundation_->defaults, foundation_->clock, foundation_->texts});
+    preview_ = std::make_unique<Preview>(
+        NotesEntranceController::Collaborators{.windows = foundation_->windows,
+                                               .screens = foundation_->screens,
+                                               .monitors = foundation_->platform.events(),
+                                               .defaults = foundation_->defaults,
+                                               .clock = foundation_->clock,
+                                               .texts = foundation_->texts});
     preview_->show(isSnapshot || foundation_->texts.isEnglish());
     if (isSnapshot || !previewFolder.isEmpty()) {
         preview_->writeSnapshots(isSnapshot ? folder : previewFolder, [this] { terminate(); });
@@ -297,16 +231,24 @@ void AppDelegate::sayUnusable(const QString &file)
 
 void AppDelegate::createAccount()
 {
-    account_ = std::make_unique<AccountWiring>(AccountWiring::Collaborators{
-        foundation_->config, foundation_->platform.secrets(), foundation_->platform.workspace(),
-        foundation_->http, foundation_->clock, foundation_->texts, foundation_->defaults});
+    account_ = std::make_unique<AccountWiring>(
+        AccountWiring::Collaborators{.config = foundation_->config,
+                                     .secrets = foundation_->platform.secrets(),
+                                     .workspace = foundation_->platform.workspace(),
+                                     .http = foundation_->http,
+                                     .clock = foundation_->clock,
+                                     .texts = foundation_->texts,
+                                     .defaults = foundation_->defaults});
 }
 
 std::unique_ptr<AIExplaining> AppDelegate::makeAIService()
 {
-    serviceSetup_ = std::make_unique<ServiceSetup>(ServiceSetup::Collaborators{
-        foundation_->config, foundation_->defaults, foundation_->platform.secrets(),
-        foundation_->http, foundation_->clock});
+    serviceSetup_ = std::make_unique<ServiceSetup>(
+        ServiceSetup::Collaborators{.config = foundation_->config,
+                                    .defaults = foundation_->defaults,
+                                    .secrets = foundation_->platform.secrets(),
+                                    .http = foundation_->http,
+                                    .clock = foundation_->clock});
     serviceSetup_->tokenProvider = account_->tokenProvider();
     connect(serviceSetup_.get(), &ServiceSetup::serviceChanged, this,
             [this] { aiService_->setService(serviceSetup_->makeService()); });
@@ -315,51 +257,31 @@ std::unique_ptr<AIExplaining> AppDelegate::makeAIService()
 
 void AppDelegate::buildCapturePipeline()
 {
-    LinuxPlatform &platform = foundation_->platform;
-    resultPanel_ = std::make_unique<ResultPanelController>(
-        foundation_->windows, foundation_->screens, platform.events(), foundation_->texts);
-    unsavedNotes_ = std::make_unique<UnsavedNotes>(
-        UnsavedNotes::Collaborators{*notesStore_, *resultPanel_, foundation_->texts},
-        QFileInfo(NotesStore::defaultStorePath()).absolutePath());
-    connect(resultPanel_.get(), &ResultPanelController::closed, unsavedNotes_.get(),
-            &UnsavedNotes::panelClosed);
-    notesEntrance_ =
-        std::make_unique<NotesEntranceController>(NotesEntranceController::Collaborators{
-            foundation_->windows, foundation_->screens, platform.events(), foundation_->defaults,
-            foundation_->clock, foundation_->texts});
-    readingBudget_ = std::make_unique<ReadingBudget>();
-    selectionReader_ = std::make_unique<AccessibilitySelectionReader>(
-        AccessibilitySelectionReader::Desktop{platform.workspace(), platform.accessibility(),
-                                              platform.pasteboard(), platform.primarySelection(),
-                                              platform.keys(), platform.events(),
-                                              &foundation_->defaults},
-        *readingBudget_);
-    contextTracker_ = std::make_unique<ContextTracker>(
-        platform.workspace(), platform.accessibility(), *readingBudget_, foundation_->clock);
-    triggerManager_ = std::make_unique<TriggerManager>(platform.events());
-    coordinator_ = std::make_unique<VellumoCoordinator>(VellumoCoordinator::Collaborators{
-        *selectionReader_, *contextTracker_, *aiService_, *notesStore_, *resultPanel_,
-        *notesEntrance_, foundation_->preferences, *triggerManager_, platform.workspace(),
-        platform.accessibility(), foundation_->clock, platform.screenLock()});
-    connect(unsavedNotes_.get(), &UnsavedNotes::noticed, coordinator_.get(),
-            &VellumoCoordinator::showNotice);
+    capture_ =
+        std::make_unique<CaptureWiring>(*foundation_, *aiService_, *notesStore_,
+                                        QFileInfo(NotesStore::defaultStorePath()).absolutePath());
 }
 
 void AppDelegate::wireSync()
 {
-    sync_ = std::make_unique<SyncWiring>(
-        SyncWiring::Collaborators{foundation_->config, account_->auth(), *notesStore_,
-                                  foundation_->http, foundation_->clock, foundation_->defaults});
-    coordinator_->onNoteSaved = [sync = QPointer(sync_.get())](const ReadingNote & /*note*/) {
-        if (sync) {
-            sync->noteSaved();
-        }
-    };
+    sync_ =
+        std::make_unique<SyncWiring>(SyncWiring::Collaborators{.config = foundation_->config,
+                                                               .auth = account_->auth(),
+                                                               .store = *notesStore_,
+                                                               .http = foundation_->http,
+                                                               .clock = foundation_->clock,
+                                                               .defaults = foundation_->defaults});
+    capture_->coordinator().onNoteSaved =
+        [sync = QPointer(sync_.get())](const ReadingNote & /*note*/) {
+            if (sync) {
+                sync->noteSaved();
+            }
+        };
 }
 
 void AppDelegate::wireExplainer()
 {
-    connect(resultPanel_.get(), &ResultPanelController::serviceSettingsRequested, this,
+    connect(&capture_->panel(), &ResultPanelController::serviceSettingsRequested, this,
             [this] { mainWindow_->showService(); });
     connect(aiService_.get(), &ForwardingExplainer::lastFailureChanged, this, [this] {
         if (const auto &failure = aiService_->lastFailure()) {
@@ -376,48 +298,67 @@ void AppDelegate::wireExplainer()
 
 void AppDelegate::wirePermission()
 {
-    permission_ = std::make_unique<PermissionWiring>(PermissionWiring::Collaborators{
-        *permissionManager_, foundation_->platform.accessibility(), foundation_->consent,
-        *triggerManager_, *resultPanel_, foundation_->engine, foundation_->texts});
+    permission_ = std::make_unique<PermissionWiring>(
+        PermissionWiring::Collaborators{.manager = *permissionManager_,
+                                        .accessibility = foundation_->platform.accessibility(),
+                                        .consent = foundation_->consent,
+                                        .trigger = capture_->trigger(),
+                                        .resultPanel = capture_->panel(),
+                                        .engine = foundation_->engine,
+                                        .texts = foundation_->texts});
 }
 
 void AppDelegate::createMainWindow()
 {
     Foundation &with = *foundation_;
-    computer_ = std::make_unique<ComputerWiring>(ComputerWiring::Collaborators{
-        {with.platform, statusItem_->hosts(), with.windows.compositor()},
-        *permissionManager_,
-        *serviceSetup_,
-        *aiService_,
-        with.clock,
-        with.texts,
-        with.defaults});
+    computer_ = std::make_unique<ComputerWiring>(
+        ComputerWiring::Collaborators{.desktop = {.platform = with.platform,
+                                                  .tray = menus_->statusItem().hosts(),
+                                                  .compositor = with.windows.compositor()},
+                                      .permission = *permissionManager_,
+                                      .service = *serviceSetup_,
+                                      .explainer = *aiService_,
+                                      .clock = with.clock,
+                                      .texts = with.texts,
+                                      .defaults = with.defaults});
     mainWindow_ = std::make_unique<MainWindowWiring>(MainWindowWiring::Collaborators{
-        with.engine,
-        {*notesStore_, account_->auth(), &sync_->status(), with.defaults, with.clock, with.texts,
-         [this] { return computer_->makeModel(); }, [this] { updaterManager_->checkForUpdates(); },
-         [this] { terminate(); }, updaterManager_->controller != nullptr},
-        sync_->ownership(),
-        with.platform.workspace(),
-        with.windows,
-        with.screens,
-        *resultPanel_,
-        *coordinator_});
-    contextTracker_->openNoteContext = [this] { return mainWindow_->openNoteContext(); };
+        .engine = with.engine,
+        .window = {.notesStore = *notesStore_,
+                   .auth = account_->auth(),
+                   .sync = &sync_->status(),
+                   .defaults = with.defaults,
+                   .clock = with.clock,
+                   .texts = with.texts,
+                   .makeComputer = [this] { return computer_->makeModel(); },
+                   .onCheckForUpdates = [this] { menus_->updaterManager().checkForUpdates(); },
+                   .onQuit = [this] { terminate(); },
+                   .canLookForUpdates = menus_->updaterManager().controller != nullptr},
+        .ownership = sync_->ownership(),
+        .workspace = with.platform.workspace(),
+        .panels = with.windows,
+        .screens = with.screens,
+        .resultPanel = capture_->panel(),
+        .coordinator = capture_->coordinator()});
+    capture_->tracker().openNoteContext = [this] { return mainWindow_->openNoteContext(); };
 }
 
 void AppDelegate::prepareOnboarding()
 {
     Foundation &with = *foundation_;
-    onboarding_ = std::make_unique<OnboardingWiring>(OnboardingWiring::Collaborators{
-        {with.defaults, account_->auth(), with.platform.accessibility(), with.platform.events(),
-         with.clock, with.engine, with.texts},
-        *coordinator_,
-        *resultPanel_,
-        *notesEntrance_,
-        sync_->history(),
-        *permissionManager_,
-        with.consent});
+    onboarding_ = std::make_unique<OnboardingWiring>(
+        OnboardingWiring::Collaborators{.window = {.defaults = with.defaults,
+                                                   .auth = account_->auth(),
+                                                   .accessibility = with.platform.accessibility(),
+                                                   .events = with.platform.events(),
+                                                   .clock = with.clock,
+                                                   .engine = with.engine,
+                                                   .texts = with.texts},
+                                        .coordinator = capture_->coordinator(),
+                                        .resultPanel = capture_->panel(),
+                                        .notesEntrance = capture_->entrance(),
+                                        .history = sync_->history(),
+                                        .permission = *permissionManager_,
+                                        .consent = with.consent});
     onboarding_->onFinish = [this] { mainWindow_->show(); };
     connect(onboarding_.get(), &OnboardingWiring::picturesWritten, this, &AppDelegate::terminate);
 }
@@ -426,10 +367,10 @@ void AppDelegate::finishLaunchingWhenIdle()
 {
     // The pill comes first. What the first panel needs is made once it is there, or soon anyway.
     const auto prepare = [this] {
-        resultPanel_->prepare();
+        capture_->panel().prepare();
         mainWindow_->launchIsDone();
     };
-    connect(notesEntrance_.get(), &NotesEntranceController::appeared, this, prepare,
+    connect(&capture_->entrance(), &NotesEntranceController::appeared, this, prepare,
             Qt::QueuedConnection);
     QTimer::singleShot(500, this, prepare);
     QTimer::singleShot(0, this, [this] {
@@ -449,12 +390,12 @@ void AppDelegate::followSessionBus()
         return;
     }
     SystemLook &look = foundation_->look();
-    const auto followLook = [this, &look] { statusItem_->setDark(look.isDark()); };
-    connect(&look, &SystemLook::changed, statusItem_.get(), followLook);
+    const auto followLook = [this, &look] { menus_->statusItem().setDark(look.isDark()); };
+    connect(&look, &SystemLook::changed, &menus_->statusItem(), followLook);
     followLook();
     look.follow(foundation_->platform.appearance());
     applicationInterface_->offerOn(*bus);
-    statusItem_->appearOn(*bus);
+    menus_->statusItem().appearOn(*bus);
 }
 
 } // namespace vellumo

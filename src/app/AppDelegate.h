@@ -10,33 +10,23 @@ class QApplication;
 
 namespace vellumo {
 
-class AccessibilitySelectionReader;
 class AccountWiring;
 class AIExplaining;
 class ApplicationInterface;
+class CaptureWiring;
 class ComputerWiring;
-class ContextTracker;
-class DailyUpdates;
 struct Foundation;
 class ForwardingExplainer;
-class MainMenu;
 class MainWindowWiring;
-class NotesEntranceController;
+class MenuWiring;
 class NotesStore;
 class OnboardingWiring;
 class PermissionManager;
 class PermissionWiring;
 class Preview;
-class ReadingBudget;
-class ResultPanelController;
 class ServiceSetup;
-class StatusItem;
 class SyncWiring;
-class TriggerManager;
-class UnsavedNotes;
 struct LaunchRequest;
-class UpdaterManager;
-class VellumoCoordinator;
 
 /// Builds every long-lived object once, wires them, and owns them until the process ends.
 class AppDelegate : public QObject {
@@ -52,9 +42,7 @@ public:
 
 private:
     void applicationDidFinishLaunching();
-    void configureMainMenu();
-    void configureStatusItem();
-    void createUpdaterManager();
+    void createMenus();
     void startPermissionManager();
     /// Shows that the file of notes cannot be used, until the window is closed.
     void sayUnusable(const QString &file);
@@ -82,24 +70,14 @@ private:
     // In the order in which they are built; each may use those above it.
     QApplication &application_;
     std::unique_ptr<Foundation> foundation_;
-    std::unique_ptr<MainMenu> mainMenu_;
-    std::unique_ptr<StatusItem> statusItem_;
-    std::unique_ptr<UpdaterManager> updaterManager_;
-    std::unique_ptr<DailyUpdates> dailyUpdates_; ///< where this build can check for updates
+    std::unique_ptr<MenuWiring> menus_;
     std::unique_ptr<PermissionManager> permissionManager_;
     std::unique_ptr<NotesStore> notesStore_;
     std::unique_ptr<AccountWiring> account_;
     std::unique_ptr<ServiceSetup> serviceSetup_;
     std::unique_ptr<ForwardingExplainer> aiService_;
-    std::unique_ptr<ResultPanelController> resultPanel_;
-    std::unique_ptr<UnsavedNotes> unsavedNotes_;
-    std::unique_ptr<NotesEntranceController> notesEntrance_;
-    std::unique_ptr<ReadingBudget> readingBudget_;
-    std::unique_ptr<AccessibilitySelectionReader> selectionReader_;
-    std::unique_ptr<ContextTracker> contextTracker_;
-    std::unique_ptr<TriggerManager> triggerManager_;
+    std::unique_ptr<CaptureWiring> capture_;
     std::unique_ptr<SyncWiring> sync_;
-    std::unique_ptr<VellumoCoordinator> coordinator_;
     std::unique_ptr<PermissionWiring> permission_;
     std::unique_ptr<ComputerWiring> computer_;
     std::unique_ptr<MainWindowWiring> mainWindow_;

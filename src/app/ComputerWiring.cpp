@@ -16,9 +16,15 @@ std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
                                                   AutostartEntry::ownProgram());
     }
     Accessibility &accessibility = with_.desktop.platform.accessibility();
-    auto model = std::make_unique<ComputerModel>(
-        ComputerModel::Collaborators{accessibility, with_.service, with_.explainer, *desktop_,
-                                     *login_, with_.clock, with_.texts, with_.defaults});
+    auto model =
+        std::make_unique<ComputerModel>(ComputerModel::Collaborators{.accessibility = accessibility,
+                                                                     .service = with_.service,
+                                                                     .explainer = with_.explainer,
+                                                                     .desktop = *desktop_,
+                                                                     .login = *login_,
+                                                                     .clock = with_.clock,
+                                                                     .texts = with_.texts,
+                                                                     .defaults = with_.defaults});
     model->onWithdrawConsent = [&permission = with_.permission, &accessibility] {
         permission.setTrusted(false); // no alert about what the user has just done
         accessibility.withdrawConsent();

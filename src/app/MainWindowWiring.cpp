@@ -19,8 +19,11 @@ MainWindowWiring::MainWindowWiring(const Collaborators &with)
     : auth_(with.window.auth)
     , saving_(with.window.texts)
     , controller_(with.engine, with.window)
-    , uploadQuestion_(
-          {with.engine, with.ownership, *with.window.sync, with.window.auth, with.window.texts})
+    , uploadQuestion_({.engine = with.engine,
+                       .ownership = with.ownership,
+                       .sync = *with.window.sync,
+                       .auth = with.window.auth,
+                       .texts = with.window.texts})
     , guard_(activation_, with.panels, with.screens, controller_)
     , with_(with)
 {

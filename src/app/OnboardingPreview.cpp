@@ -20,8 +20,13 @@ constexpr std::array names{u"signin", u"privacy",   u"permission", u"keytest", u
 OnboardingWindowController::Collaborators
 withTexts(const OnboardingWindowController::Collaborators &with, BilingualText &texts)
 {
-    return {with.defaults, with.auth, with.accessibility, with.events, with.clock,
-            with.engine,   texts};
+    return {.defaults = with.defaults,
+            .auth = with.auth,
+            .accessibility = with.accessibility,
+            .events = with.events,
+            .clock = with.clock,
+            .engine = with.engine,
+            .texts = texts};
 }
 
 } // namespace

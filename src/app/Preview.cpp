@@ -19,7 +19,12 @@ namespace {
 NotesEntranceController::Collaborators withTexts(NotesEntranceController::Collaborators with,
                                                  BilingualText &texts)
 {
-    return {with.windows, with.screens, with.monitors, with.defaults, with.clock, texts};
+    return {.windows = with.windows,
+            .screens = with.screens,
+            .monitors = with.monitors,
+            .defaults = with.defaults,
+            .clock = with.clock,
+            .texts = texts};
 }
 
 } // namespace

@@ -11,11 +11,15 @@
 namespace vellumo {
 
 SyncWiring::SyncWiring(const Collaborators &with)
-    : ownership_({with.defaults, with.auth, with.store})
-    , history_({with.auth, with.http, with.clock,
-                [&config = with.config](const QString &key) { return config.value(key); }})
+    : ownership_({.defaults = with.defaults, .auth = with.auth, .store = with.store})
+    , history_({.auth = with.auth,
+                .session = with.http,
+                .clock = with.clock,
+                .configuration =
+                    [&config = with.config](const QString &key) { return config.value(key); }})
     , engine_(with.store, history_, with.auth, [this] { return ownership_.allowsSync(); })
-    , status_({engine_, with.store, with.clock, ownership_})
+    , status_(
+          {.engine = engine_, .store = with.store, .clock = with.clock, .ownership = ownership_})
 {
     // The session of an earlier run comes from a keyring that may be slow, or locked for a while.
     // Without one there is nothing to do at launch.

@@ -51,8 +51,11 @@ AccessibilitySelectionReader::AccessibilitySelectionReader(const Desktop &deskto
     : desktop_(desktop)
     , budget_(budget)
     , taps_(desktop.events)
-    , copy_({desktop.accessibility, desktop.pasteboard, desktop.keys, desktop.events,
-             desktop.settings},
+    , copy_({.accessibility = desktop.accessibility,
+             .pasteboard = desktop.pasteboard,
+             .keys = desktop.keys,
+             .events = desktop.events,
+             .settings = desktop.settings},
             budget)
 {
 }
