@@ -10,16 +10,16 @@
 
 namespace vellumo {
 
-/// What the selection reader must know of a focused element before it goes on.
+/// Kinds of focused elements that the selection reader distinguishes.
 enum class ElementKind : quint8 {
     Ordinary,
-    Menu, ///< a menu, menu item or menu bar: the selection is elsewhere for the moment
+    Menu, ///< a menu, menu item or menu bar; the selection is in another element
     Password, ///< must never be read
     Terminal, ///< must never receive copy keys
 };
 
-/// The address of one element of another process's interface. Valid only for a moment: the element
-/// may be gone at any time, and questions about it then have no answer.
+/// Address of one element of another process's interface. The element may disappear at any time;
+/// questions about it then have no answer.
 struct AccessibleElement {
     qint64 processIdentifier = 0;
     QString service;
@@ -28,7 +28,7 @@ struct AccessibleElement {
     bool isEditable = false; ///< whether the user can type into it
 };
 
-/// The longest selection, in UTF-16 units, that anything here works with.
+/// Maximum length of a selection, in UTF-16 units.
 constexpr qsizetype maxSelectionLength = 20'000;
 
 struct TextRange {
@@ -41,70 +41,71 @@ struct TextRange {
 struct SelectedText {
     enum class Kind : quint8 {
         Text,
-        Nothing, ///< positively nothing
-        Unfinished, ///< something, which could not be read to its end in time
+        Nothing, ///< the application reports that nothing is selected
+        Unfinished, ///< something is selected but could not be read in time
         Unknown, ///< no answer
     };
     Kind kind = Kind::Unknown;
     QString text; ///< not empty if and only if kind is Text
 };
 
-/// Questions to other applications through the desktop's accessibility service.
+/// Queries other applications through the desktop's accessibility service.
 ///
 /// Every question blocks at most until its deadline and never runs an event loop. A process that
-/// let one question run into its time-out is not asked again for a short while, so that several
-/// questions in a row cost one time-out. The own process is never asked. Main thread only.
+/// let a question time out is skipped for a short while, so that several questions in a row cost
+/// one timeout. This process is never asked. Main thread only.
 class Accessibility : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// Whether the user lets this process read other applications. Never blocks.
+    /// Returns whether the user has allowed this process to read other applications. Never blocks.
     [[nodiscard]] virtual bool isProcessTrusted() const = 0;
 
-    /// As isProcessTrusted(), but when it is not, asks the user. Returns at once with the present
-    /// state; an answer arrives as trustChanged().
+    /// As isProcessTrusted(), and asks the user if it is not. Returns the current state at once; an
+    /// answer is reported by trustChanged().
     virtual bool isProcessTrustedWithPrompt() = 0;
 
-    /// Takes back what the user has allowed; questions have no answers from now on.
+    /// Withdraws the user's consent. Questions have no answers from then on.
     virtual void withdrawConsent() = 0;
 
-    /// Looks the trust up afresh without blocking; a difference arrives as trustChanged().
+    /// Queries the trust again without blocking; a change is reported by trustChanged().
     virtual void refreshTrust() = 0;
 
-    /// Whether other applications can be asked at this moment.
+    /// Returns whether other applications can be queried now.
     [[nodiscard]] virtual bool isConnected() const { return isProcessTrusted(); }
 
-    /// Whether the way to them is being opened, and has not failed since it was last open or
-    /// wanted.
+    /// Returns whether the connection to them is being opened and has not failed since it was last
+    /// open or requested.
     [[nodiscard]] virtual bool isConnecting() const { return false; }
 
-    /// Asks an application that builds its accessibility tree lazily to build it now. Has no
-    /// effect where there is no such request.
+    /// Asks an application that builds its accessibility tree lazily to build it now. Does nothing
+    /// where no such request exists.
     virtual void requestManualAccessibility(qint64 processIdentifier)
     {
         Q_UNUSED(processIdentifier)
     }
 
-    /// Whether the process has left a question unanswered a moment ago.
+    /// Returns whether the process recently let a question time out.
     [[nodiscard]] virtual bool isUnresponsive(qint64 processIdentifier) const
     {
         Q_UNUSED(processIdentifier)
         return false;
     }
 
-    /// The element with the keyboard focus, if the process says so.
+    /// Returns the element with the keyboard focus; absent if the process reports none.
     [[nodiscard]] virtual std::optional<AccessibleElement>
     focusedElement(qint64 processIdentifier, QDeadlineTimer deadline) = 0;
 
-    /// The text selected in the element, embedded objects included, with line breaks between
-    /// blocks. More than maxSelectionLength characters may come back cut, but longer than that.
+    /// Returns the text selected in the element, embedded objects included, with line breaks
+    /// between blocks. A text of more than maxSelectionLength characters may be truncated, but
+    /// stays longer than that.
     [[nodiscard]] virtual SelectedText selectedText(const AccessibleElement &element,
                                                     QDeadlineTimer deadline) = 0;
 
-    /// How long ago the process last announced that a selection in it had changed, leaving out
-    /// announcements of the last `atLeast`. Absent when it announced none. Never blocks.
+    /// Returns how long ago the process last announced a change of a selection, ignoring
+    /// announcements within the last `atLeast`. Absent when there was none. Never blocks.
     [[nodiscard]] virtual std::optional<std::chrono::milliseconds>
     sinceSelectionChange(qint64 processIdentifier, std::chrono::milliseconds atLeast)
     {
@@ -119,19 +120,20 @@ public:
     [[nodiscard]] virtual std::optional<QString>
     stringForRange(const AccessibleElement &element, TextRange range, QDeadlineTimer deadline) = 0;
 
-    /// Title of the process's focused window; absent without trust, may be empty.
+    /// Returns the title of the process's focused window, which may be empty; absent without trust.
     [[nodiscard]] virtual std::optional<QString> focusedWindowTitle(qint64 processIdentifier) = 0;
 
-    /// Address of the document that the process's active window shows, as the process spells it.
+    /// Returns the address of the document in the process's active window, as the process spells
+    /// it.
     [[nodiscard]] virtual std::optional<QString> pageAddress(qint64 processIdentifier,
                                                              QDeadlineTimer deadline) = 0;
 
 Q_SIGNALS:
-    /// The trust may have changed; ask isProcessTrusted(). Also emitted when the user allows what
-    /// was already possible.
+    /// Emitted when isProcessTrusted() may have changed, and when the user agrees although trust
+    /// already existed.
     void trustChanged();
 
-    /// isConnected() or isConnecting() may answer something else now.
+    /// Emitted when isConnected() or isConnecting() may have changed.
     void connectionChanged();
 };
 

@@ -7,8 +7,8 @@
 namespace vellumo {
 
 /// Reports when a click on one of our windows brings all of them to the front, on desktops that
-/// treat an application's windows as one. Where only the clicked window is raised, as under X11,
-/// nothing is ever said. Main thread only.
+/// raise an application's windows together. Emits nothing where only the clicked window is raised,
+/// as under X11. Main thread only.
 class ApplicationActivation : public QObject {
     Q_OBJECT
 

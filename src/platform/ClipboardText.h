@@ -10,20 +10,20 @@ class QString;
 
 namespace vellumo {
 
-/// Text that can be pasted, read without holding the main thread: the program that owns it may be
-/// slow or hang. Main thread only.
+/// Reads text to be pasted without blocking the main thread, since its owner may be slow or hang.
+/// Main thread only.
 class ClipboardText {
 public:
     enum class Source : quint8 {
         Clipboard,
-        Published, ///< by selecting; what the middle button pastes
+        Published, ///< published by selecting; what the middle button pastes
     };
 
     virtual ~ClipboardText() = default;
 
-    /// Runs `done` once, from the event loop, with the text, or with an empty one when there is
-    /// none or it does not come in time. It does not run when `context` goes before, nor while an
-    /// earlier reading has not ended, which takes two seconds at most.
+    /// Runs `done` once, from the event loop, with the text; it is empty when there is none or the
+    /// owner does not answer in time. `done` never runs when `context` is destroyed first, or when
+    /// an earlier read, which takes at most two seconds, is still pending.
     virtual void read(Source source, QObject &context,
                       std::function<void(const QString &)> done) = 0;
 };

@@ -13,10 +13,10 @@ class Clock {
 public:
     virtual ~Clock() = default;
 
-    /// Seconds, with fraction, since 2001-01-01 00:00:00 UTC.
+    /// Returns the seconds, with fraction, since 2001-01-01 00:00:00 UTC.
     [[nodiscard]] virtual double secondsSinceReferenceDate() const = 0;
 
-    /// Runs `action` once on the main thread after `delay`, unless `context` is gone by then.
+    /// Runs `action` once on the main thread after `delay`, unless `context` is destroyed first.
     virtual void after(std::chrono::milliseconds delay, QObject *context,
                        std::function<void()> action) = 0;
 };

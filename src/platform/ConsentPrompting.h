@@ -11,9 +11,9 @@ class ConsentPrompting {
 public:
     virtual ~ConsentPrompting() = default;
 
-    /// Shows the question and returns at once. `answered` runs once on the main thread, with
-    /// false when the question is closed. While a question is open, it is raised and the new
-    /// callback replaces the old one.
+    /// Shows the question and returns at once. `answered` runs once on the main thread, with false
+    /// when the question is closed. If a question is already open, it is raised and the new
+    /// callback replaces the old one, which never runs.
     virtual void ask(std::function<void(bool allowed)> answered) = 0;
 };
 

@@ -7,7 +7,7 @@
 
 namespace vellumo {
 
-/// What the desktop says about looks beyond the application's palette and font. Main thread only.
+/// The desktop's appearance settings beyond the application's palette and font. Main thread only.
 class DesktopAppearance : public QObject {
     Q_OBJECT
 

@@ -6,18 +6,18 @@
 
 namespace vellumo {
 
-/// Prints "vellumo: " and the text as one line on standard output, at once. Never hand it what the
-/// user selected, asked or was answered, nor tokens, keys or places where something was read.
+/// Prints "vellumo: " and the text as one line on standard output and flushes it. Never pass
+/// selections, questions, answers, tokens, keys, or where something was read.
 void printDiagnostic(const QString &text);
 
-/// Prints the text as one line of its own.
+/// Prints the text as one line, without a prefix.
 void printLine(const QString &line);
 
-/// Prints text of several lines unchanged: only what the program itself says.
+/// Prints text of several lines unchanged. Only for the program's own texts.
 void printText(const QString &text);
 
-/// The text as one line of a log: each control character and end of line becomes a space, and
-/// invisible formatting, such as what changes the direction of writing, goes.
+/// Returns the text as one line for a log: control characters and line breaks become spaces, and
+/// invisible formatting, such as direction marks, is removed.
 [[nodiscard]] QString logLine(const QString &text);
 
 } // namespace vellumo

@@ -18,7 +18,7 @@ enum class EventType : quint8 {
     ScrollWheel = 22,
 };
 
-/// A set of event types: the bit (1 << type) of each.
+/// A set of event types; each type is the bit (1 << type).
 using EventMask = quint32;
 
 constexpr EventMask maskOf(EventType type)
@@ -26,8 +26,8 @@ constexpr EventMask maskOf(EventType type)
     return EventMask{1} << static_cast<unsigned>(type);
 }
 
-/// What a floating panel that is open listens to: presses and scrolling, which close it when they
-/// happen elsewhere, and among our own events also keys.
+/// The events that an open floating panel monitors: presses and scrolling, which close it when they
+/// happen elsewhere, and keys among our own events.
 namespace PanelEvents {
 constexpr EventMask mouseDown =
     maskOf(EventType::LeftMouseDown) | maskOf(EventType::RightMouseDown);
@@ -56,7 +56,7 @@ struct Event {
     EventType type = EventType::FlagsChanged;
     quint32 modifierFlags = 0; ///< for FlagsChanged: the flags after the change
     quint16 keyCode = KeyCode::Other; ///< for KeyDown
-    qint64 timestampMs = 0; ///< when the event happened, on the event source's own clock
+    qint64 timestampMs = 0; ///< when the event happened, on the clock of its source
 };
 
 /// Owns an installed monitor; destroying it removes the monitor.
@@ -79,18 +79,18 @@ class EventMonitoring {
 public:
     virtual ~EventMonitoring() = default;
 
-    /// Events that go to other applications; they cannot be changed. Only FlagsChanged, mouse and
-    /// scroll events exist globally. Null when the system offers no such monitor.
+    /// Monitors events that go to other applications, which it cannot change. Only FlagsChanged,
+    /// mouse and scroll events exist globally. Returns null when the system offers no such monitor.
     [[nodiscard]] virtual std::unique_ptr<EventMonitorHandle>
     addGlobalMonitor(EventMask mask, std::function<void(const Event &)> handler) = 0;
 
-    /// Events on their way to our own windows. The handler answers whether the event is passed
-    /// on (true) or swallowed (false). Null when it cannot be installed.
+    /// Monitors events on their way to our own windows. The handler returns true to pass the event
+    /// on, false to swallow it. Returns null when the monitor cannot be installed.
     [[nodiscard]] virtual std::unique_ptr<EventMonitorHandle>
     addLocalMonitor(EventMask mask, std::function<bool(const Event &)> handler) = 0;
 
     /// Blocks, without running an event loop, until none of `flags` is held or the deadline has
-    /// passed; answers whether they are all released. Events seen meanwhile are delivered later.
+    /// passed. Returns whether all are released. Events that arrive meanwhile are delivered later.
     virtual bool waitForRelease(quint32 flags, QDeadlineTimer deadline) = 0;
 };
 

@@ -19,11 +19,11 @@ enum class PanelCursor : quint8 { Arrow, PointingHand };
 
 struct FloatingPanelStyle {
     WindowLevel level = WindowLevel::Floating;
-    bool canBecomeKey = false; ///< a click may give it the keyboard
+    bool canBecomeKey = false; ///< a click can give it the keyboard
     bool hasShadow = true;
     bool ignoresMouseEvents = false;
-    bool isMovable = false; ///< a move through the window manager is taken over
-    bool isDrawnAhead = true; ///< once while hidden: showing is quicker, making it takes longer
+    bool isMovable = false; ///< a move by the window manager changes the frame
+    bool isDrawnAhead = true; ///< drawn once while hidden: showing is quicker, creating slower
     bool isShapedByContent = false; ///< without blending, only opaque pixels are visible
     double topCornerRadius = 0;
     double bottomCornerRadius = 0;
@@ -47,26 +47,26 @@ public:
 
     [[nodiscard]] virtual Rect frame() const = 0;
 
-    /// The frame is the new one at once, for every rule; without animation so is the picture.
+    /// Changes the frame and the picture at once.
     virtual void setFrame(const Rect &frame) = 0;
 
-    /// As setFrame(), but the picture follows with ease-in-ease-out timing. `completion`, if any,
-    /// runs once when the picture has arrived, not when another frame was set before.
+    /// Changes the frame at once; the picture follows with ease-in-ease-out timing. `completion`,
+    /// if any, runs once when the animation ends, and never when another frame is set before that.
     virtual void animateFrame(const Rect &frame, std::chrono::milliseconds duration,
                               std::function<void()> completion) = 0;
 
-    /// Lets the panel follow the pointer, by where it was pressed, until the button is let go; a
-    /// release that never arrives is made up for by the next press. The frame is always current;
-    /// moved() comes once, at the end. Only from within the delivery of a press or a drag motion,
-    /// of a mouse or of a finger.
+    /// Moves the panel with the pointer, by the point that was pressed, until the button is
+    /// released; if the release never arrives, the next press ends the drag. frame() is always
+    /// current; moved() is emitted once, at the end. To be called only during the delivery of a
+    /// press or a drag motion, of a mouse or a finger.
     virtual void performDrag() = 0;
 
     /// Fades the content to this opacity, 0 to 1, where windows are blended. `completion`, if any,
-    /// runs once after the duration, not when the panel was hidden before.
+    /// runs once after the duration, and never when the panel is hidden before that.
     virtual void animateAlpha(double alpha, std::chrono::milliseconds duration,
                               std::function<void()> completion) = 0;
 
-    /// The pointer's form while it is over the panel.
+    /// Sets the shape of the pointer over the panel.
     virtual void setCursor(PanelCursor cursor) = 0;
 
     [[nodiscard]] virtual bool isVisible() const = 0;
@@ -74,25 +74,26 @@ public:
     /// Shows and raises the panel without activating it.
     virtual void orderFrontRegardless() = 0;
 
-    /// Hides the panel; a keyboard that it had goes back to the window that had it before.
+    /// Hides the panel. If it had the keyboard, the window that had it before gets it back.
     virtual void orderOut() = 0;
 
     /// Gives a panel that can become key the keyboard.
     virtual void makeKey() = 0;
 
 Q_SIGNALS:
-    /// The frame has changed, by the program, the window manager or the user; for a drag, at its
-    /// end.
+    /// Emitted after the frame was changed by the program, the window manager or the user; for a
+    /// drag, at its end.
     void moved();
 
-    /// After moved(): it was the user who put the panel where it is, by a drag or with the window
-    /// manager's help.
+    /// Emitted after moved() when the user moved the panel, by a drag or through the window
+    /// manager.
     void movedByUser();
 
-    /// The panel has been painted for the first time since it was shown.
+    /// Emitted when the panel is painted for the first time since it was shown.
     void appeared();
 
-    /// The user asked the window manager to close the panel. It stays until orderOut().
+    /// Emitted when the user asks the window manager to close the panel. It stays visible until
+    /// orderOut().
     void closeRequested();
 };
 
@@ -100,11 +101,12 @@ class FloatingWindows {
 public:
     virtual ~FloatingWindows() = default;
 
-    /// A hidden panel. Its content is created at once, so that showing it costs little.
+    /// Returns a hidden panel, owned by the caller. Its content is created at once, so that showing
+    /// it is quick.
     [[nodiscard]] virtual std::unique_ptr<FloatingPanel>
     createPanel(const FloatingPanelStyle &style, const FloatingPanelContent &content) = 0;
 
-    /// The frames of the panels that are on screen.
+    /// Returns the frames of the panels that are on screen.
     [[nodiscard]] virtual QList<Rect> visibleFrames() const = 0;
 };
 

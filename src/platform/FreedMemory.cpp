@@ -12,8 +12,9 @@ namespace vellumo {
 void returnFreedMemory()
 {
 #if defined(__GLIBC__)
-    // Left to itself, glibc raises both thresholds to the largest block that was ever freed: after
-    // some saves of a notes file of megabytes, freed blocks of that size stay with the process.
+    // By default glibc raises both thresholds to the largest block that was ever freed: after some
+    // saves of a notes file of several megabytes, freed blocks of that size would stay in the
+    // process.
     constexpr int largeBlock = 256 * 1024;
     constexpr int arenas = 2;
     mallopt(M_MMAP_THRESHOLD, largeBlock);

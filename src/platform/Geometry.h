@@ -5,7 +5,8 @@
 namespace vellumo {
 
 /// A point in desktop coordinates: device-independent points, the origin at the bottom left of the
-/// main screen, y growing upwards. Only the windows seam knows Qt's top-left pixels.
+/// main screen, y growing upwards. Only platform/windowing uses Qt's coordinates, with the origin
+/// at the top left.
 struct Point {
     double x = 0;
     double y = 0;

@@ -14,15 +14,15 @@ public:
     enum class State : quint8 {
         off,
         on,
-        onForAll, ///< the computer's owner has set it for every user
-        switchedOff, ///< set up, but turned off, here or in the desktop's settings
-        broken, ///< set up, but what it would start is not there
+        onForAll, ///< set by the administrator for all users
+        switchedOff, ///< set up but turned off, here or in the desktop's settings
+        broken, ///< set up, but the program is missing
     };
 
     using QObject::QObject;
 
     [[nodiscard]] virtual State state() const = 0;
-    /// False when it could not be changed.
+    /// Returns false when it could not be changed.
     [[nodiscard]] virtual bool setOn(bool isOn) = 0;
 
 Q_SIGNALS:

@@ -17,7 +17,7 @@ namespace vellumo::programEnvironment {
 
 namespace {
 
-// As the environment itself, these are the process's.
+// Process-wide, like the environment itself.
 
 QHash<QString, QString> &taken()
 {
@@ -27,7 +27,7 @@ QHash<QString, QString> &taken()
 
 using Values = QHash<QByteArray, std::optional<QByteArray>>;
 
-/// What setHere() has replaced.
+/// Values that setHere() has replaced.
 Values &before()
 {
     static Values values;
@@ -126,9 +126,9 @@ void preventCoreDump()
         return;
     }
     coreLimit() = limit;
-    // One byte, not none: only a limit of one also counts where dumps go to a program, such as that
-    // of the system's journal. The process stays dumpable as such, since the desktop's portals
-    // identify their callers by /proc/PID/root, which would be closed to them.
+    // One byte, not zero: the kernel ignores other limits where dumps are piped to a program, such
+    // as the journal's. The process stays dumpable, since the desktop's portals identify their
+    // callers by /proc/PID/root, which an undumpable process hides from them.
     limit.rlim_cur = limit.rlim_max < 1 ? limit.rlim_max : 1;
     ::setrlimit(RLIMIT_CORE, &limit);
 }

@@ -11,7 +11,7 @@ namespace vellumo {
 QDateTime localTime(double secondsSinceReferenceDate)
 {
     constexpr double furthest = 253402300799.0 - referenceDate; // the end of the year 9999
-    // what a damaged file or a server says may be any number
+    // a damaged file or a server may contain any number
     const double seconds = std::isfinite(secondsSinceReferenceDate)
         ? std::clamp(secondsSinceReferenceDate, -furthest, furthest)
         : 0;

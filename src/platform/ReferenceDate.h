@@ -6,10 +6,10 @@
 
 namespace vellumo {
 
-/// 2001-01-01 00:00:00 UTC, which times are counted from here, in seconds since 1970.
+/// 2001-01-01 00:00:00 UTC in seconds since 1970. Times are counted from there.
 inline constexpr double referenceDate = 978307200;
 
-/// In the user's time zone. Any number has an answer: what is beyond year 9999 stays at its end.
+/// Returns the time in the user's time zone. Values beyond the year 9999 are clamped to its end.
 [[nodiscard]] QDateTime localTime(double secondsSinceReferenceDate);
 
 } // namespace vellumo

@@ -9,7 +9,7 @@ class ScreenLock {
 public:
     virtual ~ScreenLock() = default;
 
-    /// Never blocks. False where the desktop does not say.
+    /// Never blocks. Returns false where the desktop does not report it.
     [[nodiscard]] virtual bool isLocked() const = 0;
 };
 

@@ -28,7 +28,8 @@ public:
     [[nodiscard]] virtual Point pointerLocation() const = 0;
 
 Q_SIGNALS:
-    /// Screens have come, gone or changed their frames; once for changes that belong together.
+    /// Emitted when screens were added, removed or have changed their frames; once for changes that
+    /// belong together.
     void changed();
 };
 

@@ -23,7 +23,7 @@ bool isLoopback(const QUrl &url)
     return host == "localhost"_L1 || QHostAddress(host).isLoopback();
 }
 
-// A name may lead anywhere; only a number says by itself that it is private.
+// A name may resolve to any address; only a numeric one is known to be private.
 bool isPrivateAddress(const QString &host)
 {
     constexpr std::array networks{"10.0.0.0/8"_L1,     "172.16.0.0/12"_L1, "192.168.0.0/16"_L1,

@@ -7,17 +7,17 @@
 
 namespace vellumo {
 
-/// Scheme, host and port.
+/// Returns scheme, host and port.
 [[nodiscard]] QString originOf(const QUrl &url);
 
-/// Whether the address leads to this very machine by its own word.
+/// Returns whether the host is localhost or a loopback address.
 [[nodiscard]] bool isLoopback(const QUrl &url);
 
-/// Whether the host is an address of a private network, by number.
+/// Returns whether the host is a numeric address of a private network.
 [[nodiscard]] bool isPrivateAddress(const QString &host);
 
-/// Why nothing may be sent to this address; absent when something may. What is sent may be secret,
-/// so it goes encrypted, or no further than this machine and addresses of private networks.
+/// Returns why nothing may be sent to this address; absent when it is allowed. What is sent may be
+/// secret, so it must be encrypted or stay on this machine and private networks.
 [[nodiscard]] std::optional<HttpError> refusalOf(const QUrl &url);
 
 } // namespace vellumo

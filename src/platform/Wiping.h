@@ -8,8 +8,8 @@
 
 namespace vellumo {
 
-/// Empties the text, and overwrites what it held unless another value shares it. Copies that Qt or
-/// the system have made on the way are not reached.
+/// Clears the text and overwrites its memory, unless another value shares it. Copies made by Qt or
+/// the system are not reached.
 template <typename Text> void wipe(Text &text)
 {
     if (text.isDetached() && !text.isEmpty()) {

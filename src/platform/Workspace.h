@@ -10,15 +10,15 @@
 namespace vellumo {
 
 struct RunningApplication {
-    qint64 processIdentifier = 0; ///< 0 for a program of another machine
+    qint64 processIdentifier = 0; ///< 0 for a process of another machine
     std::optional<QString> localizedName; ///< the name the desktop shows for it
     std::optional<QString> bundleIdentifier; ///< its .desktop id without the suffix
-    /// Whether it is made to edit text or programs, as its .desktop file says.
+    /// Whether it edits text or source code, according to its .desktop file.
     bool isTextEditor = false;
     friend bool operator==(const RunningApplication &, const RunningApplication &) = default;
 };
 
-/// The applications of the session. Our own windows, and moments without an active window, never
+/// The applications of the session. Our own windows, and times without an active window, never
 /// change the frontmost application. Main thread only.
 class Workspace : public QObject {
     Q_OBJECT
@@ -28,36 +28,38 @@ public:
 
     [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() = 0;
 
-    /// Activations that have happened before this call are not announced any more, however late
-    /// the window system delivers them.
+    /// Suppresses didActivateApplication() for activations before this call, however late the
+    /// window system delivers them.
     virtual void skipPastActivations() = 0;
 
-    /// Whether a window that no window manager controls covers the whole screen, as those of simple
-    /// screen lockers do.
+    /// Returns whether an unmanaged window covers the whole screen, as that of a simple screen
+    /// locker.
     [[nodiscard]] virtual bool isScreenCovered() = 0;
 
-    /// Whether one of our own windows has the keyboard.
+    /// Returns whether one of our own windows has the keyboard.
     [[nodiscard]] virtual bool isOwnWindowActive() const = 0;
 
-    /// Selected text of our own focused text field, empty when there is none or it is a secret.
+    /// Returns the selected text of our own focused text field; empty when there is none or the
+    /// field holds a secret.
     [[nodiscard]] virtual QString ownSelectedText() const = 0;
 
-    /// Hands a web address (https, or http) to the browser; false for any other address, and when
-    /// no browser could be started.
+    /// Opens a web address (https or http) in the browser. Returns false for any other address, and
+    /// when no browser could be started.
     virtual bool openUrl(const QUrl &url) = 0;
 
-    /// Shows a folder, by its whole path, in the file manager; false when none could be started.
+    /// Opens a folder, given by its absolute path, in the file manager. Returns false when none
+    /// could be started.
     virtual bool openFolder(const QString &path) = 0;
 
-    /// Opens the desktop's own settings at their page on accessibility; false when it has none.
+    /// Opens the accessibility page of the desktop's settings. Returns false when there is none.
     virtual bool openAccessibilitySettings() = 0;
 
 Q_SIGNALS:
-    /// A process other than the last foreign one came to the front.
+    /// Emitted when another foreign process comes to the front.
     void didActivateApplication(qint64 processIdentifier);
 
-    /// The window in front has said more of its application: frontmostApplication() now answers
-    /// another name or identifier for the same process. May be emitted while it answers.
+    /// Emitted when frontmostApplication() returns another name or identifier for the same process,
+    /// since the window in front has changed its properties. May be emitted during that call.
     void didRenameFrontmostApplication();
 };
 

@@ -69,7 +69,8 @@ void AtspiAccessibility::withdrawConsent()
     trust_.withdrawConsent();
 }
 
-/// Runs `asker` with the bus name of the process; once more if a remembered name is gone.
+/// Runs `asker` with the bus name of the process, and once more if a cached name is no longer
+/// owned.
 template <typename Answer, typename Asker>
 Answer AtspiAccessibility::askApplication(qint64 processIdentifier, AtspiQuestion &question,
                                           const Asker &asker)
@@ -133,7 +134,7 @@ std::optional<std::chrono::milliseconds>
 AtspiAccessibility::sinceSelectionChange(qint64 processIdentifier,
                                          std::chrono::milliseconds atLeast)
 {
-    // what has arrived while a question was waited for
+    // process what arrived during the question
     QCoreApplication::sendPostedEvents(&focusEvents_, QEvent::MetaCall);
     const auto &[process, service] = focusedService_;
     return process == processIdentifier ? focusEvents_.sinceSelectionChange(service, atLeast)
@@ -148,7 +149,7 @@ std::optional<TextRange> AtspiAccessibility::selectedTextRange(const AccessibleE
         return std::nullopt;
     }
     const auto selected = PendingRanges(objectOf(element), *question).take();
-    // Part of a selection must not pass for all of it.
+    // Part of a selection must not be returned as the whole.
     if (element.service + element.path == uncertainObject_ || !selected || !selected->isComplete
         || selected->ranges.size() != 1) {
         return std::nullopt;
@@ -196,7 +197,7 @@ std::optional<QString> AtspiAccessibility::pageAddress(qint64 processIdentifier,
 std::optional<AtspiQuestion> AtspiAccessibility::questionTo(qint64 processIdentifier,
                                                             QDeadlineTimer deadline)
 {
-    // A call to ourselves would wait for the main thread, which waits for the call.
+    // A call to this process would deadlock: the main thread would wait for itself.
     if (processIdentifier == QCoreApplication::applicationPid() || !isProcessTrusted()) {
         return std::nullopt;
     }

@@ -15,9 +15,9 @@ namespace vellumo {
 
 class AtspiQuestion;
 
-/// Questions to other applications over the accessibility bus, which is open only while this
-/// process is trusted. Offsets of ranges are the application's own; with most they are code
-/// points, with Qt applications UTF-16 units.
+/// Queries other applications over the accessibility bus, which is open only while this process is
+/// trusted. Offsets of ranges are the application's own: code points in most, UTF-16 units in Qt
+/// applications.
 class AtspiAccessibility : public Accessibility {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ public:
         DefaultsStore &defaults;
         TrustSettings settings;
         ConsentPrompting &prompting;
-        /// The title of the process's window in front, from the window system.
+        /// Returns the title of the process's window in front, from the window system.
         WindowTitle windowTitle;
     };
 
@@ -41,7 +41,7 @@ public:
 
     void withdrawConsent() override;
 
-    /// The accessibility bus opens a moment after the trust has come.
+    /// Becomes true a moment after isProcessTrusted(), when the accessibility bus is open.
     [[nodiscard]] bool isConnected() const override { return bus_.isOpen(); }
     [[nodiscard]] bool isConnecting() const override { return bus_.isOpening(); }
 
@@ -72,7 +72,7 @@ private:
     void forgetApplications();
 
     WindowTitle windowTitle_;
-    std::pair<qint64, QString> focusedService_; ///< of the last focused element, by its process
+    std::pair<qint64, QString> focusedService_; ///< process and service of the last focused element
     QString uncertainObject_; ///< service and path; its selection is uncertain
     AtspiBus bus_;
     AtspiTrust trust_;

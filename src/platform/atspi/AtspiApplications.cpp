@@ -10,7 +10,7 @@
 namespace vellumo {
 namespace {
 
-constexpr qsizetype maxFrames = 256; ///< windows of one application
+constexpr qsizetype maxFrames = 256; ///< maximum number of windows of one application
 
 } // namespace
 
@@ -41,7 +41,7 @@ std::optional<QString> AtspiApplications::serviceOf(qint64 processIdentifier,
     if (services.isEmpty() || (!isOwn && title.isEmpty())) {
         return std::nullopt;
     }
-    // One that hangs must not use up the time of the others.
+    // A hung application must not use up the time of the others.
     services.removeIf([&](const QString &service) { return question.isSilent(service); });
     const auto frames = framesOf(services, title, question);
     if (question.hasLostService()) {
@@ -52,7 +52,7 @@ std::optional<QString> AtspiApplications::serviceOf(qint64 processIdentifier,
         }
     }
     std::optional<QString> best;
-    int bestRank = isOwn ? -1 : 2; // in a sandbox the title alone is too little
+    int bestRank = isOwn ? -1 : 2; // in a sandbox a matching title alone is not enough
     for (qsizetype i = 0; i < services.size(); ++i) {
         int rank = 0;
         for (const Frame &frame : frames.at(i)) {
@@ -66,7 +66,8 @@ std::optional<QString> AtspiApplications::serviceOf(qint64 processIdentifier,
     return best;
 }
 
-/// Those that are connected through a sandbox's proxy, whose process is not the application's.
+/// Returns the services that are connected through a sandbox's proxy, whose process is not the
+/// application's.
 QStringList AtspiApplications::sandboxedServices() const
 {
     QStringList services;
@@ -114,7 +115,8 @@ void AtspiApplications::lookUp(AtspiQuestion &question)
     processes_ = processes;
 }
 
-/// The windows of each service; all questions of a round travel together.
+/// Returns the windows of each service. All calls of a round are sent before the first reply is
+/// awaited.
 QList<QList<AtspiApplications::Frame>> AtspiApplications::framesOf(const QStringList &services,
                                                                    const QString &title,
                                                                    AtspiQuestion &question)
@@ -155,7 +157,7 @@ std::optional<ObjectReference> AtspiApplications::activeFrame(qint64 processIden
     const QList<Frame> frames =
         framesOf({service}, titleInFront(processIdentifier), question).constFirst();
     const auto active = std::ranges::count_if(frames, &Frame::isActive);
-    // Not every application marks its window as active at once.
+    // Some applications mark their window as active with a delay.
     const auto front = std::ranges::find_if(frames, [active](const Frame &frame) {
         return active == 1 ? frame.isActive : frame.isTitled && (active == 0 || frame.isActive);
     });

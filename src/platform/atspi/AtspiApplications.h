@@ -15,15 +15,16 @@ class AtspiQuestion;
 /// Finds processes and their windows on the accessibility bus.
 class AtspiApplications {
 public:
-    /// `windowTitle` answers the title of the process's window in front, from the window system.
+    /// `windowTitle` returns the title of the process's window in front, from the window system.
     explicit AtspiApplications(std::function<std::optional<QString>(qint64)> windowTitle);
 
-    /// The bus name under which the process has registered; absent for processes that have not.
-    /// Among several, and among those of sandboxes, which stand behind the process of a proxy, the
-    /// one whose window is in front. Remembered; call forget() when the name turns out to be gone.
+    /// Returns the bus name under which the process has registered; absent if it has not. Of
+    /// several names, and of those of sandboxed applications, which are behind a proxy's process,
+    /// the one whose window is in front. The result is cached; call forget() when the name is no
+    /// longer owned.
     [[nodiscard]] std::optional<QString> serviceOf(qint64 processIdentifier,
                                                    AtspiQuestion &question);
-    /// The names that are remembered of a process.
+    /// Returns the cached names of a process.
     [[nodiscard]] QStringList knownServices(qint64 processIdentifier) const
     {
         return processes_.keys(processIdentifier);
@@ -31,7 +32,7 @@ public:
     void forget(const QString &service) { processes_.remove(service); }
     void clear() { processes_.clear(); }
 
-    /// The frame of the process's window in front.
+    /// Returns the frame of the process's window in front.
     [[nodiscard]] std::optional<ObjectReference>
     activeFrame(qint64 processIdentifier, const QString &service, AtspiQuestion &question) const;
 
@@ -39,7 +40,7 @@ private:
     struct Frame {
         ObjectReference object;
         bool isActive = false;
-        bool isTitled = false; ///< as the window in front
+        bool isTitled = false; ///< has the title of the window in front
     };
 
     void lookUp(AtspiQuestion &question);

@@ -19,9 +19,9 @@ constexpr int firstRetryMs = 250;
 constexpr int longestRetryMs = 30'000;
 constexpr int addressTimeoutMs = 5000;
 
-/// Ends the connection, which is then reopened, when an application answers with more than any
-/// question of ours can need. Without this such an answer fills the memory before it can be looked
-/// at. QtDBus does not offer the setting of the library that it is built on.
+/// Limits the size of a message. A larger one closes the connection, which is then reopened.
+/// Without the limit such a message is read into memory first. QtDBus does not expose this setting
+/// of libdbus.
 void limitMessages(const QDBusConnection &bus)
 {
     constexpr long mostBytes = 8L * 1024 * 1024;
@@ -33,7 +33,7 @@ void limitMessages(const QDBusConnection &bus)
     }
 }
 
-// QtDBus knows connections by name, in the whole process.
+// QtDBus identifies connections by names that are unique in the process.
 QString freshConnectionName()
 {
     static std::atomic<int> count = 0;
@@ -130,7 +130,7 @@ void AtspiBus::adopt(const QDBusConnection &bus)
     bus_ = bus;
     retryDelayMs_ = firstRetryMs;
     hasFailed_ = false;
-    // The client library's own signal for the end of a connection.
+    // libdbus's signal for the end of a connection.
     bus_->connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                   QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
                   this, SLOT(onDisconnected()));

@@ -12,8 +12,8 @@ namespace vellumo {
 
 class SessionBus;
 
-/// The accessibility bus: a separate bus, whose address the session bus knows. Found and opened
-/// in the background; found again when it restarts. Main thread only.
+/// The accessibility bus, a separate bus whose address is queried on the session bus. Opened in the
+/// background, and again when it restarts. Main thread only.
 class AtspiBus : public QObject {
     Q_OBJECT
 
@@ -25,19 +25,20 @@ public:
     AtspiBus &operator=(AtspiBus &&) = delete;
     ~AtspiBus() override;
 
-    /// Keeps the bus open from now on, or closes it.
+    /// Keeps the bus open, or closes it.
     void setWanted(bool wanted);
 
-    /// The bus if it is open at this moment.
+    /// Returns the bus; absent while it is not open.
     [[nodiscard]] std::optional<QDBusConnection> connection();
     [[nodiscard]] bool isOpen() const { return bus_ && bus_->isConnected(); }
-    /// Whether it is wanted and not open, and no attempt has failed since it last was or became so.
+    /// Returns whether the bus is wanted but not open, and no attempt has failed since it was last
+    /// open or became wanted.
     [[nodiscard]] bool isOpening() const { return wanted_ && !bus_ && !hasFailed_; }
 
 Q_SIGNALS:
     void opened(const QDBusConnection &bus);
     void closed();
-    /// The first attempt in a row did not succeed; others follow.
+    /// Emitted when the first of several attempts fails; it is retried.
     void failed();
 
 private Q_SLOTS:
@@ -57,7 +58,7 @@ private:
     int retryDelayMs_;
     bool wanted_ = false;
     bool opening_ = false;
-    bool hasFailed_ = false; ///< since it was last open or not wanted
+    bool hasFailed_ = false; ///< an attempt failed since the bus was last open or not wanted
 };
 
 } // namespace vellumo

@@ -12,7 +12,8 @@ bool ObjectReference::isNull() const
 QDBusArgument &operator<<(QDBusArgument &argument, const ObjectReference &reference)
 {
     argument.beginStructure();
-    // QtDBus marshals an empty value once to learn its signature; an empty path is no valid one.
+    // QtDBus marshals a default value once to determine its signature; an empty path would be
+    // invalid.
     const QString path = reference.path.isEmpty() ? QStringLiteral("/") : reference.path;
     argument << reference.service << QDBusObjectPath(path);
     argument.endStructure();

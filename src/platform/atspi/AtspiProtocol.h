@@ -16,7 +16,7 @@ struct ObjectReference {
     QString service; ///< unique bus name
     QString path;
 
-    /// Applications answer a well-known path where they have no object.
+    /// Applications return a well-known path instead of no object.
     [[nodiscard]] bool isNull() const;
     friend bool operator==(const ObjectReference &, const ObjectReference &) = default;
 };
@@ -27,7 +27,7 @@ struct Relation {
     QList<ObjectReference> targets;
 };
 
-/// What Collection.GetMatches looks for; the wire type (aiia{ss}iaiiasib).
+/// The match rule of Collection.GetMatches; the wire type (aiia{ss}iaiiasib).
 struct MatchRule {
     enum MatchType : qint32 { All = 1, Any = 2 };
 
@@ -49,7 +49,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, Relation &relatio
 QDBusArgument &operator<<(QDBusArgument &argument, const MatchRule &rule);
 const QDBusArgument &operator>>(const QDBusArgument &argument, MatchRule &rule);
 
-/// Makes the types above known to QtDBus, which marshals only types that it knows.
+/// Registers the types above with QtDBus.
 void registerAtspiTypes();
 
 namespace Atspi {
@@ -64,12 +64,12 @@ inline constexpr const char *text = "org.a11y.atspi.Text";
 inline constexpr const char *registry = "org.a11y.atspi.Registry";
 inline constexpr const char *properties = "org.freedesktop.DBus.Properties";
 
-/// The object under which each application, and the registry, keeps its top-level children.
+/// Path of the root object of each application and of the registry.
 ObjectReference rootOf(const QString &service);
 
 QString registryService();
 
-/// Bits of Accessible.GetState; the numbers are the protocol's.
+/// Bits of Accessible.GetState, numbered by the protocol.
 enum class State : quint8 {
     Active = 1,
     Defunct = 6,
@@ -79,11 +79,11 @@ enum class State : quint8 {
     Visible = 30
 };
 
-/// Accessible.GetState answers two words.
+/// Accessible.GetState returns two words.
 using StateSet = QList<quint32>;
 bool hasState(const StateSet &states, State state);
 
-/// Answers of Accessible.GetRole; the numbers are the protocol's.
+/// Values of Accessible.GetRole, numbered by the protocol.
 enum class Role : quint32 {
     Invalid = 0,
     CheckBox = 7,
@@ -148,13 +148,13 @@ enum class Role : quint32 {
 bool isMenuRole(Role role);
 bool isDocumentRole(Role role);
 
-/// Whether an object of this role stands on lines of its own in a page.
+/// Returns whether an object of this role is laid out as a block of its own lines.
 bool isBlockRole(Role role);
 
-/// Form controls: what they hold is no part of the text around them.
+/// Returns whether the role is a form control, whose content is not part of the text around it.
 bool isControlRole(Role role);
 
-/// Types of relations in GetRelationSet; the numbers are the protocol's.
+/// Types of relations in GetRelationSet, numbered by the protocol.
 inline constexpr quint32 relationFlowsTo = 10; ///< from a paragraph to the next one
 inline constexpr quint32 relationFlowsFrom = 11;
 inline constexpr quint32 relationEmbeds = 13; ///< from a window's frame to the document in front

@@ -51,11 +51,11 @@ QList<ObjectReference> PendingAnswer::objectsIn(const QDBusArgument &argument) c
             objects.append(std::move(object));
         }
     }
-    argument.endArray(); // frees the array's reader, and with it the message
+    argument.endArray(); // frees the array's reader and thereby the message
     return objects;
 }
 
-/// An object of another service would have us ask a process that is not in front.
+/// Drops objects of other services, whose processes are not in front.
 ObjectReference PendingAnswer::own(ObjectReference object) const
 {
     const bool mayName = object.service == service_ || service_ == Atspi::registryService();
@@ -87,7 +87,7 @@ PendingAnswer AtspiQuestion::send(const ObjectReference &object, const char *int
     message.setArguments(arguments);
     message.setAutoStartService(false);
     ++callCount_;
-    // a deadline without end still must not hang on one call
+    // even without a deadline one call must not hang
     constexpr qint64 longestMs = 2000;
     const auto timeoutMs =
         static_cast<int>(remaining < 0 ? longestMs : std::min(remaining, longestMs));
@@ -123,7 +123,7 @@ void AtspiQuestion::examineFailure(const QString &service, const QDBusMessage &r
         lostService_ = true;
         break;
     default:
-        sinceLastReply_.restart(); // it answered, if only with a refusal
+        sinceLastReply_.restart(); // an error is an answer as well
         break;
     }
 }

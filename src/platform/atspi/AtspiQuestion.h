@@ -17,33 +17,33 @@ namespace vellumo {
 class UnresponsiveServices;
 class AtspiQuestion;
 
-/// A call on its way. Many may be sent before the first is waited for; an application answers them
-/// in order, so that independent calls cost one round trip together.
+/// A pending call. Send several before waiting for the first: an application answers in order, so
+/// that independent calls cost one round trip together.
 class PendingAnswer {
 public:
-    /// Waits for the reply. Absent if the call failed or was answered in another shape. Of a list
-    /// of objects at most mostObjects; objects of another service than the asked one are left out,
-    /// unless that is the registry.
+    /// Blocks until the reply and returns its first value; absent if the call failed or the reply
+    /// has another type. Lists of objects are limited to mostObjects, and objects of other services
+    /// are removed unless the registry was asked.
     template <typename T> [[nodiscard]] std::optional<T> value()
     {
         const QVariantList arguments = wait();
         return arguments.isEmpty() ? std::nullopt : convert<T>(arguments.constFirst());
     }
 
-    /// As value(), of whatever service the object is. Whether that may be asked is for the caller
-    /// to find out.
+    /// As value(), for an object of any service. The caller decides whether that service may be
+    /// asked.
     [[nodiscard]] std::optional<ObjectReference> objectOfAnyService();
 
     static constexpr qsizetype mostObjects = 16384;
 
-    /// The value of a call of Properties.Get.
+    /// Blocks until the reply to sendGetProperty() and returns the property; absent as for value().
     template <typename T> [[nodiscard]] std::optional<T> property()
     {
         const auto boxed = value<QDBusVariant>();
         return boxed ? convert<T>(boxed->variant()) : std::nullopt;
     }
 
-    /// All values of the reply; empty if the call failed.
+    /// Blocks until the reply and returns all its values; empty if the call failed.
     [[nodiscard]] QVariantList wait();
 
 private:
@@ -84,8 +84,8 @@ private:
     QDBusPendingCall call_;
 };
 
-/// One question to applications: any number of calls under one deadline, given up as a whole at the
-/// first call without reply. Waits in blocking calls, without an event loop. Lives on the stack.
+/// One question to applications: any number of calls with one deadline. The first call without a
+/// reply aborts the whole question. Blocks without an event loop. To be used on the stack.
 class AtspiQuestion {
 public:
     AtspiQuestion(QDBusConnection bus, UnresponsiveServices &unresponsive, QDeadlineTimer deadline);
@@ -95,17 +95,18 @@ public:
     [[nodiscard]] PendingAnswer sendGetProperty(const ObjectReference &object,
                                                 const char *interface, const char *property);
 
-    /// Whether a call ran into its time-out. From then on every call fails at once, and a missing
+    /// Returns whether a call timed out. From then on every call fails at once, and a missing
     /// answer means "unknown".
     [[nodiscard]] bool isAborted() const { return aborted_; }
 
-    /// Whether a call failed because its application has left the bus.
+    /// Returns whether a call failed because its application has left the bus.
     [[nodiscard]] bool hasLostService() const { return lostService_; }
 
-    /// Whether the application has let a call time out just now, so that one to it would abort.
+    /// Returns whether the application recently let a call time out, so that a call to it would
+    /// abort the question.
     [[nodiscard]] bool isSilent(const QString &service) const;
 
-    /// How many calls were sent.
+    /// Returns how many calls were sent.
     [[nodiscard]] int callCount() const { return callCount_; }
 
 private:

@@ -19,10 +19,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// How long the start waits for the session bus, and for the switch's state.
+// Maximum time that the start waits for the session bus, and for the switch's state.
 constexpr auto startPatience = 50ms;
 constexpr int switchTimeoutMs = 3000;
-constexpr auto busyDelay = 1s; // before a question that had no answer is asked again
+constexpr auto busyDelay = 1s; // before an unanswered query is repeated
 
 QString launcherService()
 {
@@ -133,7 +133,7 @@ void AtspiTrust::watchSwitch()
     if (!bus) {
         return;
     }
-    // An empty service: naming one would make QtDBus look its owner up in a blocking call.
+    // No service name: QtDBus would look up its owner in a blocking call.
     bus->connect(QString(), launcherPath(), QString::fromLatin1(Atspi::properties),
                  QStringLiteral("PropertiesChanged"), this,
                  SLOT(onPropertiesChanged(QDBusMessage)));
@@ -150,13 +150,13 @@ void AtspiTrust::watchSwitch()
     }
     fetch(call);
     if (starting_ && call.error().type() == QDBusError::NoReply) {
-        refresh(); // on a busy machine the answer takes longer than the start may wait
+        refresh(); // the desktop may be too busy to answer during the start
     }
 }
 
 void AtspiTrust::onServiceOwnerChanged(const QString & /*service*/)
 {
-    // A restarted service has lost the switch's state; the user has not turned it off.
+    // A restarted service has lost the switch's state; the user did not turn it off.
     if (isTrusted()) {
         switchOn();
     } else {
@@ -208,8 +208,8 @@ void AtspiTrust::fetch(const QDBusPendingCall &call)
                                     "cannot be read"));
             adopt(std::nullopt);
         } else if (!enabled_.has_value() && !starting_) {
-            // The desktop is too busy to answer. Until it does nothing can be read, and no signal
-            // reports a switch that does not change.
+            // The desktop is too busy to answer. Retry, since nothing can be read until then and no
+            // signal reports a switch that does not change.
             QTimer::singleShot(busyDelay, this, &AtspiTrust::refresh);
         }
     });
@@ -252,8 +252,8 @@ void AtspiTrust::ask()
 void AtspiTrust::onAnswered(bool allowed)
 {
     if (!allowed) {
-        // An older consent remains: reading resumes when the user turns the switch on again. Until
-        // then no start turns it on by itself.
+        // An earlier consent remains valid: reading resumes when the user turns the switch on.
+        // Until then no start turns it on by itself.
         if (hasConsent()) {
             defaults_.setValue(settings_.leftOff, true);
         }

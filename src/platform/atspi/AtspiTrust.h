@@ -14,10 +14,10 @@ class ConsentPrompting;
 class DefaultsStore;
 class SessionBus;
 
-/// The names under which the settings keep what the user has decided.
+/// Keys of the settings with the user's decisions.
 struct TrustSettings {
-    QString consent; ///< true: the user has consented
-    QString leftOff; ///< true: the user declined to turn the desktop's switch back on
+    QString consent; ///< boolean: the user has consented
+    QString leftOff; ///< boolean: the user declined to turn the desktop's switch back on
 };
 
 /// Whether this program may read other applications: the user has consented, and the desktop's
@@ -26,20 +26,20 @@ class AtspiTrust : public QObject {
     Q_OBJECT
 
 public:
-    /// Opens the session bus. With consent it waits a moment for the switch's state, so that the
-    /// first answer is usually the right one.
+    /// Opens the session bus. With consent it blocks shortly for the switch's state, so that
+    /// isTrusted() is usually right at once.
     AtspiTrust(SessionBus &session, DefaultsStore &defaults, TrustSettings settings,
                ConsentPrompting &prompting, QObject *parent = nullptr);
 
     [[nodiscard]] bool isTrusted() const;
 
-    /// Turns the switch on silently if the user has consented before and the switch was off ever
-    /// since this program started; otherwise asks the user. Answers the present state at once.
+    /// Turns the switch on without asking if the user has consented before and the switch has been
+    /// off since this program started; otherwise asks the user. Returns isTrusted() at once.
     bool requestTrust();
 
     void refresh();
 
-    /// Forgets the consent. The desktop's switch stays: other programs may need it.
+    /// Removes the consent. The desktop's switch stays on, since other programs may need it.
     void withdrawConsent();
 
 Q_SIGNALS:
@@ -50,7 +50,7 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] bool hasConsent() const;
-    /// The user did not want the switch back on when it had been turned off.
+    /// Returns whether the user declined to turn the switch back on.
     [[nodiscard]] bool isLeftOff() const;
     void watchSwitch();
     void onServiceOwnerChanged(const QString &newOwner);
@@ -58,7 +58,7 @@ private:
     void fetch(const QDBusPendingCall &call);
     void switchOn();
     void ask();
-    /// Once per run, and only to someone who has consented.
+    /// Prints the problem, once per run and only with consent.
     void complain(const QString &problem);
     void onAnswered(bool allowed);
     void whenFinished(const QDBusPendingCall &call,
@@ -72,7 +72,7 @@ private:
     bool wasEnabled_ = false; ///< the switch was on at some time during this run
     bool starting_ = true;
     bool fetching_ = false;
-    bool switchOnWanted_ = false; ///< asked for while the switch's state was not known
+    bool switchOnWanted_ = false; ///< requested while the switch's state was unknown
     bool complained_ = false;
 };
 

@@ -9,9 +9,9 @@
 namespace vellumo {
 namespace {
 
-// A browser's window has about a hundred objects around its page.
+// Browser windows have about a hundred objects around the page.
 constexpr qsizetype maxObjects = 500;
-constexpr int maxDepthOfDocument = 4; ///< below the place where the page is embedded
+constexpr int maxDepthOfDocument = 4; ///< below the socket that embeds the page
 
 bool isStartedBy(qint64 processIdentifier, const QString &service, AtspiQuestion &question)
 {
@@ -23,7 +23,7 @@ bool isStartedBy(qint64 processIdentifier, const QString &service, AtspiQuestion
     return process && isAncestor(processIdentifier, *process);
 }
 
-/// A socket has no state of its own and lists no children, but has a first one in another process.
+/// A socket has no state and lists no children, but its first child is in another process.
 ObjectReference pluggedInto(const ObjectReference &socket, AtspiQuestion &question)
 {
     const auto plug =
@@ -31,7 +31,7 @@ ObjectReference pluggedInto(const ObjectReference &socket, AtspiQuestion &questi
     return plug && plug->service != socket.service ? *plug : ObjectReference();
 }
 
-/// Looks through what is showing, so that pages in other tabs are not found.
+/// Searches visible objects only, so that pages of other tabs are not found.
 ObjectReference plugIn(const ObjectReference &frame, AtspiQuestion &question)
 {
     QList<ObjectReference> level{frame};
@@ -77,7 +77,7 @@ ObjectReference embeddedPage(const ObjectReference &frame, qint64 processIdentif
     ObjectReference object = plugIn(frame, question);
     QString trusted;
     for (int depth = 0; depth < maxDepthOfDocument && !object.isNull(); ++depth) {
-        // The page's process answers to two names.
+        // The page's process owns two bus names.
         if (object.service != trusted
             && !isStartedBy(processIdentifier, object.service, question)) {
             break;

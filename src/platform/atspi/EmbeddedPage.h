@@ -8,8 +8,8 @@ namespace vellumo {
 
 class AtspiQuestion;
 
-/// The document that a process started by this one shows inside the window, as WebKitGTK's pages
-/// are; null without one. References that lead to any other process are not followed.
+/// Returns the document in the window that belongs to a child process of `processIdentifier`, as
+/// pages of WebKitGTK do; null without one. References to any other process are not followed.
 [[nodiscard]] ObjectReference embeddedPage(const ObjectReference &frame, qint64 processIdentifier,
                                            AtspiQuestion &question);
 

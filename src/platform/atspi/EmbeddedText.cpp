@@ -13,13 +13,13 @@ namespace {
 
 constexpr char16_t byteOrderMark = u'\uFEFF'; ///< some browsers pad characters beyond the BMP
 constexpr int deepestNesting = 64;
-/// More objects than can be asked in the time there is, and fewer than fill the memory.
+/// More objects than the deadline allows to ask, few enough for the memory.
 constexpr size_t mostObjects = 4096;
 
-/// How much of a text its surroundings ask for.
+/// How much of a text the enclosing range requests.
 enum class Extent : quint8 {
-    Selected, ///< the object's own selection only: it is at an end of the range
-    Whole, ///< all of it unless it has a selection: it lies strictly inside
+    Selected, ///< only the object's own selection, at an end of the range
+    Whole, ///< the whole object unless it has a selection, strictly inside the range
 };
 
 struct Piece;
@@ -40,7 +40,7 @@ struct Piece {
 
 using Level = std::vector<Piece *>;
 
-/// List items begin with their bullet, which is on the page but in no selection.
+/// Removes the bullet at the beginning of a list item, which is never selected.
 QStringView withoutListMarker(const Piece &piece, const Slice &slice)
 {
     constexpr QStringView bullets = u"•◦▪‣";
@@ -50,8 +50,8 @@ QStringView withoutListMarker(const Piece &piece, const Slice &slice)
     return hasMarker ? text.sliced(2) : text;
 }
 
-/// Works level by level through the tree, so that the calls of a level travel together and the
-/// number of round trips depends on the depth alone.
+/// Walks the tree level by level and sends the calls of a level together, so that the number of
+/// round trips depends on the depth only.
 class Assembly {
 public:
     Assembly(OffsetQuality offsets, AtspiQuestion &question)
@@ -62,7 +62,7 @@ public:
 
     void fill(Piece &root);
 
-    /// Whether the text that was found is all of what is selected.
+    /// Whether the text is the complete selection.
     [[nodiscard]] bool isCertain() const { return isCertain_ && !question_.isAborted(); }
 
     [[nodiscard]] static QString join(const Piece &root);
@@ -100,7 +100,7 @@ private:
     AtspiQuestion &question_;
     bool isCertain_ = true;
     size_t objects_ = 0;
-    qsizetype length_ = 0; ///< of the texts that were read, without embedded objects
+    qsizetype length_ = 0; ///< length of the texts read so far, without embedded objects
 };
 
 void Assembly::fill(Piece &root)
@@ -159,7 +159,7 @@ void Assembly::takeRanges(Piece &piece, const SelectedRanges &selected)
         piece.slices.push_back({range, {}, {}});
     }
     if (selected.hasEmpty && offsets_ == OffsetQuality::WrongAfterAstral) {
-        piece.slices.push_back({{0, 0}, {}, {}}); // its text shows whether it is empty
+        piece.slices.push_back({{0, 0}, {}, {}}); // its text decides whether it is empty
     }
 }
 
@@ -173,7 +173,7 @@ void Assembly::readTexts(const Level &level)
             textAnswers.push_back(sendGetText(
                 piece->object, isAllNeeded ? OffsetRange{0, -1} : slice.range, question_));
         }
-        // Browsers call an inline box a section, too.
+        // Browsers also report inline boxes as sections.
         if (piece->role == Atspi::Role::Section && !piece->slices.empty()) {
             attributeAnswers.emplace_back(
                 piece, question_.send(piece->object, Atspi::accessible, "GetAttributes"));
@@ -198,7 +198,7 @@ void Assembly::takeText(Slice &slice, const QString &text)
         isCertain_ = isCertain_ && isBeforeAstral(slice.range, text);
         slice.text = text.mid(slice.range.start, slice.range.end - slice.range.start);
     }
-    // The bus carries a text only up to its first NUL.
+    // D-Bus strings end at the first NUL.
     isCertain_ = isCertain_ && slice.text.size() >= slice.range.end - slice.range.start;
     const qsizetype objects = slice.text.count(objectReplacement);
     length_ += slice.text.size() - objects;
@@ -238,7 +238,7 @@ Level Assembly::resolveChildren(const Level &level)
 {
     std::vector<Embedded> embedded = askForLinks(level);
     for (Embedded &entry : embedded) {
-        // No answer: a text with pictures in it, but without links.
+        // No answer: the text contains images but no links.
         const auto answer = entry.answer.value<int>();
         const int index = answer.value_or(-1);
         isCertain_ = isCertain_ && (!answer || index >= 0);

@@ -8,17 +8,17 @@
 
 namespace vellumo {
 
-/// What an application's offsets are worth.
+/// Reliability of an application's offsets.
 enum class OffsetQuality : quint8 {
     Exact,
     WrongAfterAstral, ///< Chromium's selections, in texts with characters beyond U+FFFF
 };
 
-/// The text of selected ranges with everything embedded in them. In web pages a text holds U+FFFC
-/// for each paragraph, link or list item in it, which is an object with a text of its own and may
-/// itself be selected in part. Blocks are separated by line breaks; fillers are removed.
-/// A text of more than maxSelectionLength characters comes back cut, but longer than that.
-/// Absent when the question was aborted or the text is uncertain.
+/// Returns the text of selected ranges including embedded objects. In web pages a text has U+FFFC
+/// for each paragraph, link or list item, which is an object with its own text and may be partly
+/// selected. Blocks are separated by line breaks; placeholders are removed. A text of more than
+/// maxSelectionLength characters is truncated, but stays longer than that. Absent when the question
+/// was aborted or the text is uncertain.
 [[nodiscard]] std::optional<QString> embeddedText(const ObjectReference &object,
                                                   const QList<OffsetRange> &ranges,
                                                   OffsetQuality offsets, AtspiQuestion &question);

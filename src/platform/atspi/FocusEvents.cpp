@@ -8,11 +8,11 @@
 namespace vellumo {
 namespace {
 
-// More applications than anyone has open; the oldest guesses are worth little.
+// Maximum number of applications; the oldest guesses are the least useful.
 constexpr qsizetype mostApplications = 64;
 constexpr qsizetype mostAwakened = 1024;
 
-// Changes come in dozens while the mouse is dragged; together these reach back beyond two taps.
+// Dragging the mouse causes dozens of changes; these reach back beyond a double tap.
 constexpr qint64 sameChangeMs = 20;
 constexpr qsizetype mostChanges = 32;
 
@@ -25,9 +25,9 @@ void registerEvent(const QDBusConnection &bus, const QString &event)
     bus.send(message);
 }
 
-/// Sends the questions of a reading ahead, for an empty range of text, without waiting for answers.
-/// Browsers gather the texts of a page only at the first request, which takes tens of milliseconds;
-/// this moves them out of the time after a double tap.
+/// Sends the calls of a read in advance, for an empty range, without waiting for replies. Browsers
+/// collect the texts of a page at the first request, which takes tens of milliseconds; this moves
+/// them out of the time after a double tap.
 void awaken(const QDBusConnection &bus, const ObjectReference &object)
 {
     const auto ask = [&](const ObjectReference &whom, const char *interface, const char *method,
@@ -159,7 +159,7 @@ void FocusEvents::onTextSelectionChanged(const QDBusMessage &message)
 {
     noteSelectionChange(message.service());
     wake(senderOf(message));
-    // Without a better guess: a text that the user selects in usually has the focus.
+    // Fallback: a text in which the user selects usually has the focus.
     if (focusedIn(message.service()).isNull()) {
         remember(senderOf(message));
     }
@@ -167,7 +167,7 @@ void FocusEvents::onTextSelectionChanged(const QDBusMessage &message)
 
 void FocusEvents::onWindowActivated(const QDBusMessage &message)
 {
-    // Another window of the same application: each has a focused object of its own.
+    // Another window of the same application has its own focused object.
     forget(message.service());
     before_.remove(message.service());
 }

@@ -13,9 +13,9 @@
 
 namespace vellumo {
 
-/// Listens to what applications say about their focus, for those that cannot be asked quickly.
-/// Asks for three kinds of events only; each listener makes every application send more. A
-/// remembered object is a guess: it may have lost the focus or be gone. Main thread only.
+/// Tracks focus events of applications, for those whose focus cannot be queried quickly. Subscribes
+/// to three kinds of events only, since each subscription makes every application send more. A
+/// result is a guess: the object may have lost the focus or no longer exist. Main thread only.
 class FocusEvents : public QObject {
     Q_OBJECT
 
@@ -25,18 +25,19 @@ public:
     void listenOn(const QDBusConnection &bus);
     void clear();
 
-    /// The object that last had the focus in the application's window in front; null if unknown.
+    /// Returns the object that last had the focus in the application's window in front; null if
+    /// unknown.
     [[nodiscard]] ObjectReference focusedIn(const QString &service) const;
 
-    /// The object that had the focus before that one; null if unknown.
+    /// Returns the object that had the focus before that one; null if unknown.
     [[nodiscard]] ObjectReference focusedBefore(const QString &service) const;
 
-    /// How long ago the application last announced a change of a selection, leaving out the last
-    /// `atLeast`; absent when it has announced none.
+    /// Returns how long ago the application last announced a change of a selection, ignoring the
+    /// last `atLeast`; absent when there was none.
     [[nodiscard]] std::optional<std::chrono::milliseconds>
     sinceSelectionChange(const QString &service, std::chrono::milliseconds atLeast) const;
 
-    /// What a search has found, until an event says otherwise.
+    /// Stores the result of a search until an event replaces it.
     void remember(const ObjectReference &focused);
     void forget(const QString &service);
 
@@ -49,11 +50,11 @@ private:
     void wake(const ObjectReference &object);
     void noteSelectionChange(const QString &service);
 
-    std::optional<QDBusConnection> bus_; ///< that of the events
+    std::optional<QDBusConnection> bus_; ///< the bus of the events
     QSet<QString> awakened_; ///< by service and path
     QHash<QString, ObjectReference> focused_; ///< by service
     QHash<QString, ObjectReference> before_; ///< by service
-    QHash<QString, QList<qint64>> selectionChanges_; ///< by service: in ms, the latest last
+    QHash<QString, QList<qint64>> selectionChanges_; ///< by service; times in ms, latest last
 };
 
 } // namespace vellumo

@@ -10,7 +10,7 @@
 namespace vellumo {
 namespace {
 
-// A walk costs two calls per object; past this many the deadline is near anyway.
+// A walk costs two calls for each object, so that more would exceed the deadline.
 constexpr qsizetype mostObjectsWalked = 1500;
 
 MatchRule focusedObjects()
@@ -20,7 +20,7 @@ MatchRule focusedObjects()
     return rule;
 }
 
-/// Absent if the application cannot search; null if it has searched and found nothing.
+/// Absent if the application has no search; null if it found nothing.
 std::optional<ObjectReference> askForFocused(const ObjectReference &frame, AtspiQuestion &question)
 {
     constexpr quint32 canonicalOrder = 1;
@@ -39,12 +39,12 @@ std::optional<ObjectReference> askForFocused(const ObjectReference &frame, Atspi
 
 bool isWorthEntering(const Atspi::StateSet &states)
 {
-    // Some toolkits know only one of the two.
+    // Some toolkits implement only one of the two.
     return Atspi::hasState(states, Atspi::State::Showing)
         || Atspi::hasState(states, Atspi::State::Visible);
 }
 
-/// Level by level, so that the calls of a level travel together.
+/// Walks level by level, so that the calls of a level are sent together.
 ObjectReference walkToFocused(const ObjectReference &frame, AtspiQuestion &question)
 {
     QList<ObjectReference> level{frame};

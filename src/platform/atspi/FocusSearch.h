@@ -17,10 +17,10 @@ struct FocusedObject {
     bool isEditable = false;
 };
 
-/// Finds the focused object of an application: the remembered one if it still has the focus, else
-/// what the application's own search finds, else by walking its tree. A press of Alt alone sends
-/// the focus of some applications to their menu bar: then what had it before, if that is known,
-/// since its selection is what the user sees.
+/// Finds the focused object of an application: the cached one if it still has the focus, else the
+/// result of the application's own search, else of a walk through its tree. In some applications a
+/// press of Alt moves the focus to the menu bar; then the previous object is returned if it is
+/// known, since the user sees its selection.
 class FocusSearch {
 public:
     FocusSearch(AtspiApplications &applications, FocusEvents &events);

@@ -20,7 +20,7 @@ std::optional<QString> pageAddressIn(const ObjectReference &frame, qint64 proces
     if (document.isNull()) {
         return std::nullopt;
     }
-    // Each browser engine has its own name for it.
+    // Each browser engine has its own name for the attribute.
     auto asDocUrl =
         question.send(document, Atspi::document, "GetAttributeValue", {QStringLiteral("DocURL")});
     auto asUri =

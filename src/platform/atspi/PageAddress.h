@@ -10,9 +10,9 @@ namespace vellumo {
 class AtspiQuestion;
 struct ObjectReference;
 
-/// The address of the document that the window shows in front, as its application spells it:
-/// browsers relate their frame to the front tab's document, which knows its address, or embed a
-/// document of another process.
+/// Returns the address of the document in front in the window, as its application spells it.
+/// Browsers either relate their frame to the document of the front tab, or embed a document of
+/// another process.
 [[nodiscard]] std::optional<QString>
 pageAddressIn(const ObjectReference &frame, qint64 processIdentifier, AtspiQuestion &question);
 

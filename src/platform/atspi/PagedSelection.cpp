@@ -12,7 +12,7 @@ namespace {
 
 using Kind = SelectedText::Kind;
 
-// A book has thousands of pages; the selection is near the one in sight.
+// A book has thousands of pages; the selection is near the visible one.
 constexpr qsizetype pagesEachSide = 12;
 
 } // namespace

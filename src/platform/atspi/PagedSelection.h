@@ -9,9 +9,8 @@ namespace vellumo {
 class AtspiQuestion;
 struct ObjectReference;
 
-/// The selection of a document that has no text itself but whose pages have, as document viewers
-/// build it. Unfinished
-/// when pages beyond those in sight may be selected.
+/// Returns the selection of a document without a text of its own whose pages have one, as in
+/// document viewers. Unfinished when pages beyond those examined may be selected.
 [[nodiscard]] SelectedText readPages(const ObjectReference &document, AtspiQuestion &question);
 
 } // namespace vellumo

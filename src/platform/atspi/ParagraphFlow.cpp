@@ -11,7 +11,7 @@ namespace {
 
 using Kind = SelectedText::Kind;
 
-// Empty paragraphs are never selected themselves; a selection may reach across a few.
+// Empty paragraphs report no selection; a selection may span a few of them.
 constexpr int mostEmptyParagraphs = 8;
 
 struct Flow {

@@ -8,9 +8,9 @@
 
 namespace vellumo {
 
-/// The selection around the paragraph with the caret, in word processors that relate each paragraph
-/// to the one before and after it, in sight or not. `selected` are that paragraph's own ranges.
-/// Absent if the paragraph has no such relations.
+/// Returns the selection around the paragraph with the caret, in word processors that relate each
+/// paragraph to the previous and the next one, visible or not. `selected` are that paragraph's own
+/// ranges. Absent if the paragraph has no such relations.
 [[nodiscard]] std::optional<SelectedText> readParagraphFlow(const ObjectReference &paragraph,
                                                             const SelectedRanges &selected,
                                                             AtspiQuestion &question);

@@ -8,7 +8,7 @@
 namespace vellumo {
 namespace {
 
-/// Sandboxes put two or three processes between an application and what it starts.
+/// Sandboxes insert two or three processes between an application and its children.
 constexpr int maxGenerations = 6;
 
 QByteArray contentsOf(qint64 process, const QByteArray &file)
@@ -19,7 +19,7 @@ QByteArray contentsOf(qint64 process, const QByteArray &file)
 
 qint64 parentOf(qint64 process)
 {
-    // The name, which may hold anything, is in parentheses before the state and the parent.
+    // The name, which may contain any character, is in parentheses before the state and the parent.
     const QByteArray stat = contentsOf(process, "stat");
     return stat.mid(stat.lastIndexOf(')') + 2).split(' ').value(1).toLongLong();
 }

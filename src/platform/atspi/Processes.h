@@ -7,13 +7,13 @@
 
 namespace vellumo {
 
-/// The first 15 bytes of a process's name; empty when it has gone.
+/// Returns the first 15 bytes of a process's name; empty when it has exited.
 [[nodiscard]] QByteArray processName(qint64 processIdentifier);
 
-/// Whether one process has started the other, itself or through others.
+/// Returns whether one process is an ancestor of the other.
 [[nodiscard]] bool isAncestor(qint64 ancestor, qint64 processIdentifier);
 
-/// Whether a process of this name was started by the process, itself or through a few others.
+/// Returns whether the process has a descendant of this name, within a few generations.
 [[nodiscard]] bool hasDescendant(qint64 processIdentifier, const QByteArray &name);
 
 } // namespace vellumo

@@ -6,8 +6,8 @@
 
 namespace vellumo {
 
-/// The first object to which `object` has the relation; null without one, and when that belongs to
-/// another service.
+/// Returns the first object to which `object` has the relation; null if there is none or it belongs
+/// to another service.
 [[nodiscard]] ObjectReference relatedObject(const ObjectReference &object, quint32 relation,
                                             AtspiQuestion &question);
 

@@ -34,13 +34,13 @@ SelectedText textOf(const ObjectReference &object, const SelectedRanges &selecte
         return {Kind::Nothing, {}};
     }
     const auto text = embeddedText(object, selected.ranges, offsets, question);
-    // An image alone is a selection, too, but none that can be read here.
+    // A selection may be a single image, which has no text.
     return text && !text->isEmpty() ? SelectedText{Kind::Text, *text}
                                     : SelectedText{Kind::Unfinished, {}};
 }
 
-/// Browsers change a selection piece by piece, some time after the person did. What was put
-/// together from two states was never selected, and must not be read.
+/// Browsers update a selection object by object, some time after the user. A text composed from two
+/// states was never selected and must be discarded.
 SelectedText settledTextOf(const ObjectReference &object, SelectedRanges selected,
                            OffsetQuality offsets, AtspiQuestion &question)
 {
@@ -59,7 +59,7 @@ SelectedText settledTextOf(const ObjectReference &object, SelectedRanges selecte
     return {Kind::Unfinished, {}};
 }
 
-/// The document that holds the object; null outside of one.
+/// Returns the document that contains the object; null outside of one.
 ObjectReference documentAround(const ObjectReference &object, AtspiQuestion &question)
 {
     constexpr int deepestNesting = 48;
@@ -78,7 +78,7 @@ ObjectReference documentAround(const ObjectReference &object, AtspiQuestion &que
         case Atspi::Role::Frame:
         case Atspi::Role::ScrollPane:
         case Atspi::Role::Viewport:
-            return {}; // a text of its own, in no page
+            return {}; // a text outside of any page
         case Atspi::Role::DocumentFrame:
         case Atspi::Role::DocumentWeb:
             return ancestor;
@@ -89,7 +89,7 @@ ObjectReference documentAround(const ObjectReference &object, AtspiQuestion &que
     return {};
 }
 
-/// The focus may have moved on in a page, to a link for instance, while the selection stays.
+/// Within a page the focus may move, for instance to a link, while the selection stays.
 SelectedText readDocumentAround(const ObjectReference &object, OffsetQuality offsets,
                                 AtspiQuestion &question)
 {

@@ -10,9 +10,9 @@ namespace vellumo {
 
 class AtspiQuestion;
 
-/// The selection of the focused object, wherever its application keeps it: in the object's own
-/// text, in the document around it, in pages below it, or in the paragraphs before and after it.
-/// Password fields are not read.
+/// Returns the selection of the focused object. Depending on the application it is in the object's
+/// own text, in the document around it, in pages below it, or in adjacent paragraphs. Password
+/// fields are not read.
 [[nodiscard]] SelectedText readSelection(const ObjectReference &object, AtspiQuestion &question);
 
 [[nodiscard]] OffsetQuality offsetQualityOf(const QString &service, AtspiQuestion &question);

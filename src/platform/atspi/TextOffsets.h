@@ -12,15 +12,16 @@ namespace vellumo {
 inline constexpr char16_t objectReplacement = u'\uFFFC';
 
 struct ObjectOffsets {
-    QList<int> offsets; ///< of each U+FFFC
+    QList<int> offsets; ///< offset of each U+FFFC
     int length = 0; ///< of the whole text
 };
 
-/// In code points.
+/// Offsets in code points.
 [[nodiscard]] ObjectOffsets objectOffsets(const QString &text);
 
-/// Whether wrong offsets can be taken at their word: up to the first astral character they are
-/// right, behind it they come out too small, or as an empty range.
+/// Returns whether the text has no character beyond the BMP, or the range ends before the first
+/// one. Up to there Chromium's offsets are right; after it they are too small, or the range is
+/// empty.
 [[nodiscard]] bool isBeforeAstral(const OffsetRange &range, const QString &text);
 
 } // namespace vellumo

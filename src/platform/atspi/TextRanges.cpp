@@ -18,7 +18,7 @@ void addRange(SelectedRanges &selected, const QVariantList &reply)
     const int start = reply.size() < 2 ? -1 : reply.at(0).toInt();
     const int end = reply.size() < 2 ? -1 : reply.at(1).toInt();
     if (start < 0 || end < 0) {
-        selected.isComplete = false; // such as a page that is scrolled out of sight
+        selected.isComplete = false; // such as a page that is scrolled out of view
     } else if (start == end) {
         selected.hasEmpty = true;
     } else {
@@ -38,7 +38,7 @@ PendingRanges::PendingRanges(const ObjectReference &object, AtspiQuestion &quest
 
 std::optional<SelectedRanges> PendingRanges::take()
 {
-    // Far more than anyone selects; a broken application may count to anything.
+    // Far more than a user selects; a broken application may report any number.
     constexpr int mostRanges = 64;
     const auto count = count_.value<int>();
     const QVariantList first = first_.wait();

@@ -18,18 +18,19 @@ struct OffsetRange {
 
 struct SelectedRanges {
     QList<OffsetRange> ranges; ///< none of them empty
-    bool hasEmpty = false; ///< an empty range was left out
-    bool isComplete = true; ///< false if something more is selected, but not where
+    bool hasEmpty = false; ///< an empty range was removed
+    bool isComplete = true; ///< false if more is selected at an unknown position
     friend bool operator==(const SelectedRanges &, const SelectedRanges &) = default;
 };
 
-/// The selected ranges of one object's text, asked for in one round trip when there is at most one
-/// range.
+/// A pending query of the selected ranges of one object's text, which takes one round trip when
+/// there is at most one range.
 class PendingRanges {
 public:
     PendingRanges(const ObjectReference &object, AtspiQuestion &question);
 
-    /// Absent if the object has no text or did not answer.
+    /// Blocks until the replies and returns the ranges; absent if the object has no text or did not
+    /// answer.
     [[nodiscard]] std::optional<SelectedRanges> take();
 
 private:
@@ -39,7 +40,7 @@ private:
     PendingAnswer first_;
 };
 
-/// Sends the request for a range of the object's text; an end of -1 is the text's end.
+/// Sends the request for a range of the object's text; an end of -1 means the end of the text.
 [[nodiscard]] PendingAnswer sendGetText(const ObjectReference &object, OffsetRange range,
                                         AtspiQuestion &question);
 

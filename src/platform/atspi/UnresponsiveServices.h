@@ -9,13 +9,13 @@
 
 namespace vellumo {
 
-/// Remembers for a moment which applications did not answer, so that several questions in a row to
-/// a hung one cost one time-out.
+/// Remembers for a short time which applications did not answer, so that several questions in a row
+/// to a hung one cost one timeout.
 class UnresponsiveServices {
 public:
     static constexpr std::chrono::milliseconds memory{1000};
 
-    /// A call that had less time than this says nothing about the application.
+    /// A timeout shorter than this does not mark the application as unresponsive.
     static constexpr std::chrono::milliseconds leastPatience{80};
 
     void noteTimeout(const QString &service, std::chrono::milliseconds waited);

@@ -23,7 +23,7 @@ constexpr uint primaryOwner = 1;
 constexpr uint alreadyOwner = 4;
 constexpr int requestTimeoutMs = 5000;
 
-/// Argument names are those of the interface's definition; they show in its introspection.
+/// Argument names are those of the interface's definition, since they appear in its introspection.
 class ApplicationAdaptor final : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")

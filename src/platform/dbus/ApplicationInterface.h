@@ -11,14 +11,14 @@
 
 namespace vellumo {
 
-/// The program on the session bus, as desktops start and address it: org.freedesktop.Application at
-/// a path made of its name. Callers are not trusted: what they send is bounded, and what does not
-/// fit is answered with an error that repeats none of it.
+/// The program's interface on the session bus, org.freedesktop.Application, by which desktops start
+/// and address it. Callers are not trusted: arguments are bounded, and invalid ones are answered
+/// with an error that does not repeat them.
 class ApplicationInterface : public QObject, protected QDBusContext {
     Q_OBJECT
 
 public:
-    static constexpr qsizetype mostUrls = 16; ///< in one call
+    static constexpr qsizetype mostUrls = 16; ///< per call
     static constexpr qsizetype longestUrl = 65'536;
 
     explicit ApplicationInterface(QObject *parent = nullptr);
@@ -27,10 +27,10 @@ public:
     /// answered.
     QHash<QString, std::function<void()>> actions;
 
-    /// Takes calls on this bus, which is open, and asks for the program's name. Never blocks.
+    /// Registers the interface on this open bus and requests the program's name. Never blocks.
     void offerOn(QDBusConnection bus);
 
-    // What the bus calls, and the program's own start.
+    // Called by the bus, and by the program's own start.
     void activate();
     void open(const QStringList &urls);
     void activateAction(const QString &name, bool hasParameter);
@@ -39,7 +39,7 @@ Q_SIGNALS:
     // The first two are emitted from the event loop, after the caller has been answered.
     void activationRequested();
     void openRequested(const QStringList &urls);
-    /// The name belongs to another process.
+    /// Called when the name belongs to another process.
     void nameTaken();
 
 private:

@@ -4,7 +4,7 @@
 
 #include <QLatin1StringView>
 
-/// How the desktop names the program: on the bus, and in the files of the installation.
+/// The program's id on the bus and in the installed files.
 namespace vellumo::ApplicationName {
 
 inline constexpr QLatin1StringView id("app.vellumo.Vellumo");

@@ -8,9 +8,9 @@
 
 namespace vellumo {
 
-/// Runs `work` in a thread of its own and then `done` on the thread of `context`, unless the
-/// context is gone by then. For calls that another process can hold up without limit; such a
-/// thread is left behind at exit. The thread deletes itself through the event loop.
+/// Runs `work` on a new thread and then `done` on the thread of `context`, unless the context is
+/// destroyed first. For calls that another process can block without limit; such a thread is left
+/// running at exit. The thread deletes itself through the event loop.
 inline QThread *runInBackground(QObject *context, std::function<void()> work,
                                 std::function<void()> done)
 {

@@ -17,7 +17,7 @@ namespace vellumo {
 
 namespace {
 
-/// The name of the bus's socket as the system wants it, an abstract one with a leading zero.
+/// Returns the bus's socket name for sockaddr_un; an abstract one begins with a zero.
 QByteArray socketName()
 {
     const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
@@ -67,7 +67,8 @@ bool isSessionBusResponsive(std::chrono::milliseconds patience)
         static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + static_cast<size_t>(name.size()));
     const Socket socket;
     if (::connect(socket.fd(), reinterpret_cast<const sockaddr *>(&address), length) != 0) {
-        return errno != EAGAIN; // its queue is full; any other failure is a quick one for everybody
+        // Its queue is full; any other failure is immediate for every client.
+        return errno != EAGAIN;
     }
     const QByteArray hello =
         QByteArray(1, '\0') + "AUTH EXTERNAL " + QByteArray::number(::geteuid()).toHex() + "\r\n";

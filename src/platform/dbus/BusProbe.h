@@ -6,9 +6,10 @@
 
 namespace vellumo {
 
-/// Whether the session bus, if there is one, speaks to those who connect. A bus daemon that is
-/// stopped or hangs takes connections all the same, and every D-Bus library then waits for half a
-/// minute, Qt's in the main thread. An address of an uncommon form counts as answering.
+/// Returns whether the session bus, if there is one, answers a new connection in time. A bus daemon
+/// that is stopped or hung still accepts connections, and D-Bus libraries then wait for half a
+/// minute, Qt's on the main thread. Blocks until the timeout. True without a bus and for an address
+/// of an uncommon form.
 [[nodiscard]] bool isSessionBusResponsive(std::chrono::milliseconds patience);
 
 } // namespace vellumo

@@ -26,7 +26,7 @@ constexpr auto kdeGroup = "org.kde.kdeglobals.KDE"_L1;
 
 void PortalAppearance::follow(QDBusConnection bus)
 {
-    // An empty service: naming one would make QtDBus look its owner up in a blocking call.
+    // No service name: QtDBus would look up its owner in a blocking call.
     bus.connect(QString(), portalPath, settingsInterface, u"SettingChanged"_s, this,
                 SLOT(onSettingChanged(QString, QString, QDBusVariant)));
     QDBusMessage call =
@@ -70,7 +70,7 @@ void PortalAppearance::apply(const QString &group, const QString &key, const QVa
         return;
     }
     if (group == appearanceGroup && key == "color-scheme"_L1) {
-        // 1 prefers dark, 2 light, everything else has no opinion
+        // 1 prefers dark, 2 light, any other value has no preference
         dark_ = number == 1 || number == 2 ? std::optional(number == 1) : std::nullopt;
     } else if (group == appearanceGroup && key == "reduced-motion"_L1) {
         reducedMotion_ = number == 1;

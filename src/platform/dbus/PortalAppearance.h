@@ -9,7 +9,7 @@
 
 namespace vellumo {
 
-/// The appearance by the settings portal (org.freedesktop.portal.Settings). Without a portal all
+/// Appearance from the settings portal (org.freedesktop.portal.Settings). Without a portal all
 /// values stay absent.
 class PortalAppearance : public DesktopAppearance {
     Q_OBJECT
@@ -17,14 +17,14 @@ class PortalAppearance : public DesktopAppearance {
 public:
     using DesktopAppearance::DesktopAppearance;
 
-    /// Asks the portal on this bus, which is open, and follows its changes; never blocks.
+    /// Queries the portal on this open bus and follows its changes. Never blocks.
     void follow(QDBusConnection bus);
 
     [[nodiscard]] std::optional<bool> isDark() const override { return dark_; }
     [[nodiscard]] bool isMotionReduced() const override { return reducedMotion_; }
 
-    /// One setting, as the portal's SettingChanged signal brings it. Unknown ones and values of
-    /// another type are ignored.
+    /// Adopts one setting in the form of the portal's SettingChanged signal. Ignores unknown
+    /// settings and values of another type.
     void apply(const QString &group, const QString &key, const QVariant &value);
 
 private Q_SLOTS:

@@ -20,7 +20,7 @@ namespace vellumo {
 namespace {
 
 constexpr int busTimeoutMs = 3000;
-// The instance may itself be starting, or reading a selection.
+// The instance may be starting or reading a selection.
 constexpr int instanceTimeoutMs = 15000;
 
 const QString connectionName = u"running instance"_s;
@@ -94,7 +94,7 @@ bool RunningInstance::waitUntil(const std::function<bool()> &condition,
     }
     QTimer::singleShot(std::chrono::milliseconds(deadline.remainingTime()), &loop,
                        [&] { loop.exit(condition()); });
-    // asked again after the watch began, so that nothing falls between
+    // checked again after the watch began, so that no change is missed
     return condition() || loop.exec() != 0;
 }
 

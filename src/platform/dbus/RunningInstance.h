@@ -9,18 +9,18 @@
 
 namespace vellumo {
 
-/// What a process that was started asks of the one that runs.
+/// A request of a new process to the running instance.
 struct InstanceRequest {
-    QString action; ///< empty: to be activated, or to open the URLs
+    QString action; ///< empty: activate, or open the URLs
     QStringList urls;
 };
 
-/// The vellumo that already has the program's name on the session bus, as seen from a process that
-/// has just been started. Needs an application object; every call is bounded.
+/// The running instance, which owns the program's name on the session bus, as seen from a new
+/// process. Needs an application object; every call has a timeout.
 class RunningInstance {
 public:
-    /// Connects to the session bus on a connection of its own, which is closed with this object.
-    /// Finds no instance without a bus.
+    /// Opens a connection of its own to the session bus, closed by the destructor. Without a bus
+    /// there is no instance.
     RunningInstance();
     ~RunningInstance();
     RunningInstance(const RunningInstance &) = delete;
@@ -30,15 +30,16 @@ public:
 
     [[nodiscard]] bool exists() const;
 
-    /// Waits until the condition holds, asking again whenever an instance takes the name, and once
-    /// when the descriptor that `wait` returns has become readable; false at the deadline. `wait`
-    /// is called only if there is something to wait for, and may return -1. Runs an event loop.
-    /// Without a bus it asks once.
+    /// Waits until the condition holds, and returns false at the deadline. The condition is checked
+    /// whenever an instance takes the name, and once when the descriptor returned by `wait` becomes
+    /// readable. `wait` is called only if waiting is necessary, and may return -1. Runs an event
+    /// loop. Without a bus the condition is checked once.
     [[nodiscard]] bool waitUntil(const std::function<bool()> &condition,
                                  const std::function<int()> &wait, QDeadlineTimer deadline) const;
 
     enum class Answer : quint8 { Accepted, Refused, Gone, None };
-    /// Hands the request over. Gone: the instance ended before it answered.
+    /// Hands the request over and blocks until the reply. Gone: the instance ended before it
+    /// answered.
     [[nodiscard]] Answer handOver(const InstanceRequest &request) const;
 
 private:

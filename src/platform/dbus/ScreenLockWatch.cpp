@@ -19,11 +19,11 @@ namespace {
 constexpr int askTimeoutMs = 5000;
 
 struct Saver {
-    QLatin1StringView service; ///< also the name of its interface
+    QLatin1StringView service; ///< also the interface's name
     QLatin1StringView path;
 };
 
-/// Desktops have one or two of them.
+/// A desktop has one or two of them.
 constexpr std::array savers{
     Saver{"org.freedesktop.ScreenSaver"_L1, "/org/freedesktop/ScreenSaver"_L1},
     Saver{"org.gnome.ScreenSaver"_L1, "/org/gnome/ScreenSaver"_L1},
@@ -54,7 +54,7 @@ void ScreenLockWatch::followSession(const QDBusConnection &session)
     owners->setConnection(session);
     owners->setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
     for (const auto &[service, path] : savers) {
-        // An empty service: naming one would make QtDBus look its owner up in a blocking call.
+        // No service name: QtDBus would look up its owner in a blocking call.
         session_->connect(QString(), QString(), service, u"ActiveChanged"_s, this,
                           SLOT(onSaverChanged(QDBusMessage)));
         owners->addWatchedService(service);
@@ -80,7 +80,7 @@ void ScreenLockWatch::followLogins()
 void ScreenLockWatch::listenToLogins(QDBusConnection system)
 {
     system_ = std::make_unique<QDBusConnection>(system);
-    // The signal names the session's own path, the question below the one for "ours".
+    // The signal has the session's real path; the query below uses the alias for our session.
     system.connect(QString(), QString(), properties, u"PropertiesChanged"_s, {loginSession},
                    QString(), this, SLOT(onLoginChanged(QDBusMessage)));
     askLogin();
@@ -116,7 +116,7 @@ void ScreenLockWatch::askLogin()
     ask(*system_, question, loginService);
 }
 
-/// No answer counts as "not locked": a double tap must not stay dead after a saver that crashed.
+/// No answer counts as "not locked": a screen saver that crashed must not disable double taps.
 void ScreenLockWatch::ask(const QDBusConnection &bus, QDBusMessage question, const QString &service)
 {
     question.setAutoStartService(false);

@@ -11,9 +11,9 @@
 
 namespace vellumo {
 
-/// Follows the desktop's screen savers on the session bus, and the login manager's word on whether
-/// the session is locked on the system bus. Asks again after each signal, so that what a stranger
-/// sends decides nothing, and when a service comes or goes. Main thread only.
+/// Follows the desktop's screen savers on the session bus, and the lock state of the login manager
+/// on the system bus. Signals only trigger a query, so that a forged one changes nothing; so do
+/// services that start or end. Main thread only.
 class ScreenLockWatch : public QObject, public ScreenLock {
     Q_OBJECT
 
@@ -22,9 +22,9 @@ public:
     ~ScreenLockWatch() override;
     Q_DISABLE_COPY_MOVE(ScreenLockWatch)
 
-    /// Once.
+    /// To be called once, with an open bus.
     void followSession(const QDBusConnection &session);
-    /// Opens the system bus in the background. Once.
+    /// Opens the system bus in the background. To be called once.
     void followLogins();
 
     [[nodiscard]] bool isLocked() const override { return !locked_.isEmpty(); }
@@ -41,8 +41,8 @@ private:
 
     std::unique_ptr<QDBusConnection> session_;
     std::unique_ptr<QDBusConnection> system_;
-    QSet<QString> locked_; ///< services that say so
-    QHash<QString, int> asked_; ///< by service; only the last answer counts
+    QSet<QString> locked_; ///< services that report a lock
+    QHash<QString, int> asked_; ///< queries by service; only the last reply counts
 };
 
 } // namespace vellumo

@@ -121,7 +121,7 @@ void SecretServiceItems::read()
             watch_.watchCollection(locked.constFirst().section(u'/', 0, -2));
             finish({SecretAnswer::Kind::locked});
         } else {
-            // A closed keyring may hide what it has.
+            // A closed keyring may hide its items.
             askWhetherLocked([this](std::optional<bool> isLocked) {
                 finish(!isLocked       ? SecretAnswer()
                            : *isLocked ? SecretAnswer{SecretAnswer::Kind::locked}
@@ -205,7 +205,7 @@ void SecretServiceItems::createItem()
                  removeOthers(item);
              } else if (!question.isEmpty()) {
                  prompts_.add(account, question);
-                 finish({SecretAnswer::Kind::missing}); // it is up to the user now
+                 finish({SecretAnswer::Kind::missing}); // the user decides
              } else {
                  finish({SecretAnswer::Kind::locked});
              }
@@ -257,7 +257,7 @@ void SecretServiceItems::askToUnlock()
         const auto ask = [this](const Arguments *answer) {
             prompts_.ask(answer ? pathIn(answer->at(1)) : QString());
         };
-        // What comes of it arrives as a signal, whenever the user has answered.
+        // The result arrives as a signal when the user has answered.
         if (!isLocked && isWriteOwed) {
             const QVariantMap label{{u"org.freedesktop.Secret.Collection.Label"_s, u"Default"_s}};
             call(servicePath, serviceInterface, "CreateCollection", {label, u"default"_s}, "oo",

@@ -17,16 +17,16 @@ namespace vellumo {
 
 class SessionBus;
 
-/// Secrets in the desktop's keyring, over the bus (org.freedesktop.secrets). Every item carries the
-/// attributes "service", the program's id, and "account". Items of one account may be in several
-/// collections: the one that was written by this program into the default collection counts, and
-/// writing removes the others. Without a session bus or a keyring there are no secrets.
+/// Secrets in the desktop's keyring, over the bus (org.freedesktop.secrets). Every item has the
+/// attributes "service", the program's id, and "account". If several collections have an item of an
+/// account, the one that this program wrote into the default collection counts, and writing removes
+/// the others. Without a session bus or a keyring there are no secrets.
 class SecretServiceItems final : public SecretItems {
     Q_OBJECT
 
 public:
-    /// The bus must outlive this object; it may be opened later. `cipherModule` is the full name of
-    /// the module that encrypts what is handed over; empty for none.
+    /// The bus must outlive this object and may be opened later. `cipherModule` is the path of the
+    /// module that encrypts secrets on the bus; empty for none.
     explicit SecretServiceItems(SessionBus &bus, const QString &cipherModule = {},
                                 QObject *parent = nullptr);
 
@@ -36,12 +36,12 @@ public:
     void unlock() override;
 
 private:
-    /// What is done one after another.
+    /// A queued operation.
     struct Operation {
         enum class Kind : quint8 { read, write, remove, unlock };
         Kind kind = Kind::read;
         QString account = {};
-        QByteArray value = {}; ///< of write
+        QByteArray value = {}; ///< for write
         QPointer<QObject> context = {}; ///< of read
         Completion completion = {}; ///< of read
     };
@@ -62,9 +62,9 @@ private:
     using Found = std::function<void(const QStringList &open, const QStringList &locked)>;
     void search(const Found &then);
     void search(const secretservice::Attributes &wanted, const Found &then);
-    /// Chooses the item that counts; there is one at least.
+    /// Chooses the item that counts. `items` is not empty.
     void choose(const QStringList &items, const std::function<void(const QString &item)> &then);
-    /// With nothing when there is no default collection.
+    /// Passes an absent value when there is no default collection.
     void askWhetherLocked(const std::function<void(std::optional<bool> isLocked)> &then);
 
     void onOwnerChanged(bool isThere);
@@ -73,18 +73,19 @@ private:
     void call(const QString &path, const char *interface, const char *method,
               const secretservice::Arguments &arguments, const char *signature,
               secretservice::Reply then);
-    /// Of the item that is written.
+    /// Returns the attributes of the item to be written.
     [[nodiscard]] secretservice::Attributes attributes() const;
 
     SessionBus &bus_;
     SecretServiceWatch watch_;
-    SecretServicePrompts prompts_; ///< of changes, not asked before unlock()
-    SecretServiceSession session_; ///< opened for the first secret that is handed over
-    QList<Operation> operations_; ///< the first is the one that runs
+    SecretServicePrompts prompts_; ///< pending prompts of changes, shown by unlock()
+    SecretServiceSession session_; ///< opened with the first secret
+    QList<Operation> operations_; ///< the first one is running
     bool isRunning_ = false;
-    bool isWaiting_ = false; ///< something could not be read or done
-    QString collection_; ///< path of the default one, once it has been looked for
-    QHash<QString, std::optional<QByteArray>> owed_; ///< to be written, or removed, by account
+    bool isWaiting_ = false; ///< an operation could not be completed
+    QString collection_; ///< path of the default collection, once known
+    /// Pending writes, and removals if absent, by account.
+    QHash<QString, std::optional<QByteArray>> owed_;
 };
 
 } // namespace vellumo

@@ -10,8 +10,8 @@ namespace vellumo {
 
 class SessionBus;
 
-/// What the keyring wants to ask the user before it changes an item: kept until the user may be
-/// asked. Nothing here waits for an answer. Needs an open bus.
+/// Prompts that the keyring requires before it changes an item, kept until the user may be asked.
+/// Never blocks. Needs an open bus.
 class SecretServicePrompts final : public QObject {
     Q_OBJECT
 
@@ -19,19 +19,19 @@ public:
     /// The bus must outlive this object.
     explicit SecretServicePrompts(SessionBus &bus, QObject *parent = nullptr);
 
-    /// Keeps the question at this path, about this account's item.
+    /// Keeps the prompt at this path, for this account's item.
     void add(const QString &account, const QString &path);
-    /// Withdraws what is kept about an account: another change has come.
+    /// Dismisses the prompts of an account, which a newer change replaces.
     void dismiss(const QString &account);
-    /// Lets the keyring ask everything that is kept.
+    /// Shows all pending prompts.
     void askAll();
-    /// Lets the keyring ask one question now; none when the path is empty.
+    /// Shows one prompt; does nothing when the path is empty.
     void ask(const QString &path);
-    /// The keyring that wanted to ask is gone.
+    /// Drops all prompts, when the keyring has gone.
     void forget() { questions_.clear(); }
 
 Q_SIGNALS:
-    /// The user has agreed to one of those that were kept.
+    /// Emitted when the user has agreed to a pending prompt.
     void agreed();
 
 private Q_SLOTS:

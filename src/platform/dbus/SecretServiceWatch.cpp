@@ -27,7 +27,7 @@ void SecretServiceWatch::begin()
         return;
     }
     QDBusConnection bus = *bus_.connection();
-    // An empty service: naming one would make QtDBus look its owner up in a blocking call.
+    // No service name: QtDBus would look up its owner in a blocking call.
     for (const QString &signal : {u"CollectionCreated"_s, u"CollectionChanged"_s}) {
         bus.connect(QString(), servicePath, QString::fromLatin1(serviceInterface), signal, this,
                     SLOT(onCollections()));

@@ -9,7 +9,7 @@ namespace vellumo {
 
 class SessionBus;
 
-/// Hears what becomes of the keyring without being asked. Needs an open bus.
+/// Reports changes of the keyring. Needs an open bus.
 class SecretServiceWatch final : public QObject {
     Q_OBJECT
 
@@ -17,15 +17,15 @@ public:
     /// The bus must outlive this object.
     explicit SecretServiceWatch(SessionBus &bus, QObject *parent = nullptr);
 
-    /// Listens to the keyring from now on; once is enough.
+    /// Starts watching; later calls do nothing.
     void begin();
-    /// Listens to whether this collection is opened, and to none before it.
+    /// Watches this collection instead of an earlier one.
     void watchCollection(const QString &path);
 
 Q_SIGNALS:
-    /// Another program, or none, is the keyring now.
+    /// Emitted when the keyring's process has changed or ended.
     void ownerChanged(bool isThere);
-    /// A collection has come, has changed or was opened.
+    /// Emitted when a collection was added, changed or unlocked.
     void collectionsChanged();
 
 private Q_SLOTS:

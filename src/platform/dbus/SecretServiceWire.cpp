@@ -14,7 +14,7 @@ namespace vellumo::secretservice {
 
 namespace {
 
-// A keyring that has just been started by the call may have to read its files first.
+// A keyring that is started by the call may have to read its files first.
 constexpr int timeoutMs = 25'000;
 
 } // namespace

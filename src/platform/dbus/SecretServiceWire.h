@@ -13,7 +13,7 @@
 
 class QDBusArgument;
 
-/// What org.freedesktop.secrets speaks on the bus.
+/// Types and calls of org.freedesktop.secrets.
 namespace vellumo::secretservice {
 
 inline const QString serviceName = QStringLiteral("org.freedesktop.secrets");
@@ -28,7 +28,7 @@ inline constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties";
 using Attributes = QMap<QString, QString>;
 using Paths = QList<QDBusObjectPath>;
 
-/// A secret: (oayays).
+/// A secret; the wire type (oayays).
 struct BusSecret {
     QDBusObjectPath session;
     QByteArray parameters;
@@ -44,13 +44,14 @@ void registerTypes();
 using Arguments = QList<QVariant>;
 using Reply = std::function<void(const Arguments *answer)>;
 
-/// Asks the keyring without blocking. Runs `then`, unless the context is gone, with what was
-/// answered, or with null when it is not of that signature, is an error or did not come in time.
+/// Calls the keyring without blocking. Runs `then` with the reply's arguments, or with null on an
+/// error, on timeout and for another signature. `then` never runs when the context is destroyed
+/// first.
 void call(const QDBusConnection &bus, QObject *context, const QString &path, const char *interface,
           const char *method, const Arguments &arguments, const char *signature, Reply then);
 
 [[nodiscard]] QStringList pathsIn(const QVariant &value);
-/// Empty for the path "/", which means none.
+/// Returns the path; empty for "/", which means none.
 [[nodiscard]] QString pathIn(const QVariant &value);
 
 } // namespace vellumo::secretservice

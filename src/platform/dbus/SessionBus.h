@@ -12,27 +12,27 @@
 
 namespace vellumo {
 
-/// The session bus, opened in the background: a bus daemon that hangs would otherwise hold the
-/// main thread for half a minute.
+/// The session bus, opened in the background, since a hung bus daemon would block the main thread
+/// for half a minute.
 class SessionBus : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// Starts opening, once.
+    /// Starts opening the bus; later calls do nothing.
     void open();
 
-    /// Blocks, without running an event loop, until opening has come to an end or the time is up.
-    /// opened() is emitted before this returns.
+    /// Blocks, without running an event loop, until the bus is open or opening has failed, at most
+    /// for the timeout. opened() is emitted before this returns.
     void waitUntilOpened(std::chrono::milliseconds patience);
 
-    /// The open bus; absent before opened() and on a desktop without one.
+    /// Returns the bus; absent before opened() and on a desktop without one.
     [[nodiscard]] std::optional<QDBusConnection> connection() const { return connection_; }
     [[nodiscard]] bool hasOpened() const { return finished_; }
 
 Q_SIGNALS:
-    /// Opening has ended; connection() has the result. Emitted once.
+    /// Emitted once, when opening has succeeded or failed.
     void opened();
 
 private:

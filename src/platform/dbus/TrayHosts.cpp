@@ -27,14 +27,15 @@ TrayHosts::~TrayHosts() = default;
 void TrayHosts::watch(QDBusConnection bus)
 {
     bus_ = std::make_unique<QDBusConnection>(bus);
-    // An empty service: naming one would make QtDBus look its owner up in a blocking call.
+    // No service name: QtDBus would look up its owner in a blocking call.
     bus.connect(QString(), watcherPath, watcherService, u"StatusNotifierHostRegistered"_s, this,
                 SLOT(onHostRegistered()));
     auto *owners = new QDBusServiceWatcher(watcherService, bus,
                                            QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(owners, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString & /*service*/, const QString & /*from*/, const QString &to) {
-                setPresent(false); // also when another took over: icons have to be given to it
+                // Also when another host took over, since icons have to be registered again.
+                setPresent(false);
                 if (!to.isEmpty()) {
                     ask();
                 }

@@ -8,8 +8,8 @@
 
 namespace vellumo {
 
-/// Reports whether something on the desktop shows tray icons, from its start until it ends, and
-/// again when it comes back. Event-driven; a host that does not answer counts as none.
+/// Reports whether a host for tray icons (StatusNotifierItem) is running. Driven by signals; a host
+/// that does not answer counts as none.
 class TrayHosts : public QObject {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
     explicit TrayHosts(QObject *parent = nullptr);
     ~TrayHosts() override;
 
-    /// Starts watching on this bus, which is open. Once. Never blocks.
+    /// Starts watching on this open bus. To be called once. Never blocks.
     void watch(QDBusConnection bus);
 
     [[nodiscard]] bool isPresent() const { return isPresent_; }
@@ -34,7 +34,7 @@ private:
 
     std::unique_ptr<QDBusConnection> bus_;
     bool isPresent_ = false;
-    int asked_ = 0; ///< questions so far; an answer to an older one is void
+    int asked_ = 0; ///< number of queries; replies to older ones are ignored
 };
 
 } // namespace vellumo

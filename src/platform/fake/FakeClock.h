@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-/// Time that passes only in advance().
+/// A clock that moves only in advance().
 class FakeClock : public Clock {
 public:
     double now = 800000000.5;
@@ -17,7 +17,7 @@ public:
     void after(std::chrono::milliseconds delay, QObject *context,
                std::function<void()> action) override;
 
-    /// Runs what falls due within the time, in order of its due times, and moves on.
+    /// Moves the time and runs the actions that become due, in order of their due times.
     void advance(std::chrono::milliseconds time);
 
 private:

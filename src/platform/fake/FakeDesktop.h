@@ -41,10 +41,10 @@ public:
     std::optional<RunningApplication> frontmost;
     bool ownWindowActive = false;
     bool screenCovered = false;
-    int skips = 0; ///< how often past activations were skipped
+    int skips = 0; ///< number of calls of skipPastActivations()
     QString ownSelection;
     QList<QUrl> openedUrls;
-    bool opensUrls = true; ///< false: as if nothing were registered for them
+    bool opensUrls = true; ///< false: as if no browser were registered
 
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override
     {
@@ -68,10 +68,10 @@ public:
 
     bool trusted = true;
     bool hangs = false; ///< whether a question takes all of its time and has no answer
-    bool unresponsive = false; ///< whether one did so a moment ago
+    bool unresponsive = false; ///< whether the process recently let a question time out
     std::optional<ElementKind> focusedKind = ElementKind::Ordinary; ///< absent: nothing focused
     bool isEditable = false;
-    QList<SelectedText> selections; ///< one per question; the last stays
+    QList<SelectedText> selections; ///< one per question; the last one is repeated
     QList<std::chrono::milliseconds> selectionChanges; ///< how long ago, the latest first
     std::optional<TextRange> range;
     QString rangeText;
@@ -116,10 +116,10 @@ public:
 
     bool isSlow = false; ///< whether a snapshot takes all of its time
     std::optional<QList<PasteboardItem>> contents = QList<PasteboardItem>();
-    std::optional<QString> copied; ///< what the application puts here when made to copy
-    std::chrono::milliseconds copyingTime{0}; ///< how long the application takes
-    qint64 copier = 4711; ///< the process that does
-    std::optional<qint64> successor; ///< a process that takes the pasteboard over after it
+    std::optional<QString> copied; ///< what the application copies on postCopy()
+    std::chrono::milliseconds copyingTime{0}; ///< delay of the copy
+    qint64 copier = 4711; ///< the process that copies
+    std::optional<qint64> successor; ///< a process that becomes the owner after the copy
 
     [[nodiscard]] quint64 changeCount() override { return changeCount_; }
     [[nodiscard]] std::optional<qint64> ownerProcess() override
@@ -128,7 +128,7 @@ public:
     }
     [[nodiscard]] std::optional<quint32> waitForOwner(qint64 process, quint64 count,
                                                       QDeadlineTimer deadline) override;
-    /// What a process puts here from now on, and when it says that it did.
+    /// Makes a process the owner with this text, at the time that it reports.
     void put(const QList<PasteboardItem> &items, qint64 process, quint32 time);
     [[nodiscard]] std::optional<QList<PasteboardItem>> items(QDeadlineTimer deadline) override;
     [[nodiscard]] std::optional<QString> string(QDeadlineTimer deadline) override;
@@ -139,7 +139,7 @@ private:
     FakeCalls &calls_;
     quint64 changeCount_ = 7;
     quint64 ownedSince_ = 0; ///< change count
-    std::optional<qint64> owner_; ///< absent for this program
+    std::optional<qint64> owner_; ///< absent: this program
     quint32 time_ = 0;
 };
 

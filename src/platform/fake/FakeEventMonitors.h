@@ -7,12 +7,12 @@
 
 namespace vellumo {
 
-/// Monitors that see the events a test sends. Handlers may add and remove monitors.
+/// Delivers events of the test to monitors. Handlers may add and remove monitors.
 class FakeEventMonitors : public EventMonitoring {
 public:
     bool canInstall = true;
-    bool isHeld = false; ///< whether the keys that are waited for stay down
-    int waitsForRelease = 0; ///< how often waitForRelease() was called
+    bool isHeld = false; ///< whether waitForRelease() fails
+    int waitsForRelease = 0; ///< number of calls of waitForRelease()
 
     [[nodiscard]] std::unique_ptr<EventMonitorHandle>
     addGlobalMonitor(EventMask mask, std::function<void(const Event &)> handler) override;
@@ -22,7 +22,7 @@ public:
 
     void sendGlobal(const Event &event);
 
-    /// Whether the event would have gone on to our window.
+    /// Returns whether the event would have been delivered to our window.
     bool sendLocal(const Event &event);
 
     [[nodiscard]] QList<EventMask> globalMasks() const { return masks(false); }

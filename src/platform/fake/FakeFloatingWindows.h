@@ -9,7 +9,7 @@
 
 namespace vellumo {
 
-/// A panel that is only remembered. Animations arrive when the test says so.
+/// A panel without a window. Animations end when the test calls arrive().
 class FakeFloatingPanel : public FloatingPanel {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ public:
 
     const FloatingPanelStyle style;
     const FloatingPanelContent content;
-    int timesShown = 0; ///< how often it went from hidden to visible
+    int timesShown = 0; ///< number of changes from hidden to visible
     int timesRaised = 0;
     bool isKey = false;
     bool lastFrameWasAnimated = false;
@@ -39,7 +39,7 @@ public:
     void orderOut() override;
     void makeKey() override;
 
-    /// Lets the animation under way arrive; answers whether there was one.
+    /// Ends the running animation. Returns whether there was one.
     bool finishAnimation();
     bool finishFading();
 
@@ -57,7 +57,7 @@ private:
 
 class FakeFloatingWindows : public FloatingWindows {
 public:
-    QList<QPointer<FakeFloatingPanel>> panels; ///< in the order they were made; null when gone
+    QList<QPointer<FakeFloatingPanel>> panels; ///< in order of creation; null after destruction
 
     [[nodiscard]] std::unique_ptr<FloatingPanel>
     createPanel(const FloatingPanelStyle &style, const FloatingPanelContent &content) override;

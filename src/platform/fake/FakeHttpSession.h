@@ -7,17 +7,17 @@
 
 namespace vellumo {
 
-/// Keeps every request until the test answers it.
+/// Records requests, which the test answers.
 class FakeHttpSession : public HttpSession {
 public:
     bool isWarm = false;
-    QList<HttpRequest> requests; ///< all that were sent, oldest first
+    QList<HttpRequest> requests; ///< all requests, oldest first
 
     void send(const HttpRequest &request, QObject *context, HttpCompletion completion) override;
     void warmUp() override { isWarm = true; }
 
-    /// Completes the oldest request that still waits; answers false when there is none. One whose
-    /// context is gone counts as answered.
+    /// Completes the oldest pending request. Returns false when there is none. A request whose
+    /// context is destroyed counts as answered.
     bool answer(const Result<HttpResponse, HttpError> &result);
 
 private:

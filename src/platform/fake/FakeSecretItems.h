@@ -9,16 +9,16 @@
 
 namespace vellumo {
 
-/// A store that can be closed, and that answers when the test says so.
+/// A store that can be closed, and that can delay its answers.
 class FakeSecretItems : public SecretItems {
     Q_OBJECT
 
 public:
     QHash<QString, QByteArray> values;
     bool isLocked = false;
-    bool isAbsent = false; ///< as without a keyring
-    bool isRefusing = false; ///< takes nothing new
-    bool isHung = false; ///< questions wait until answerAll()
+    bool isAbsent = false; ///< there is no keyring
+    bool isRefusing = false; ///< rejects writes
+    bool isHung = false; ///< queries stay pending until answerAll()
     int unlockRequests = 0;
 
     void get(const QString &account, QObject *context, Completion completion) override;
@@ -26,11 +26,11 @@ public:
     void remove(const QString &account) override;
     void unlock() override { ++unlockRequests; }
 
-    /// Opens the store, does what is owed to it and says so.
+    /// Opens the store, does pending operations and emits becameReadable().
     void open();
-    /// What happens to what is owed when the program ends.
+    /// Drops pending operations, as at the end of the program.
     void forgetOwed() { owed_.clear(); }
-    /// Answers the questions that have waited, and any later one.
+    /// Answers pending queries, and later ones at once.
     void answerAll();
 
 private:

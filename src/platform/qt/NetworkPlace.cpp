@@ -13,7 +13,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr auto shortestSleep = 1s; // the two clocks are not read at one instant
+constexpr auto shortestSleep = 1s; // the two clocks are not read at the same instant
 
 std::chrono::nanoseconds now(clockid_t clock)
 {

@@ -9,18 +9,20 @@
 
 namespace vellumo {
 
-/// What a kept connection depends on. After a suspend or in another network it may be dead without
-/// a word from the other side.
+/// The conditions under which connections were made. After a suspend or in another network they may
+/// be dead without notice from the peer.
 struct NetworkPlace {
     using Source = std::function<NetworkPlace()>;
 
-    std::chrono::milliseconds slept{0}; ///< how long this machine has been suspended since it began
-    QList<QHostAddress> addresses = {}; ///< of this machine, sorted, as far as they reach others
+    /// Time that this machine has been suspended since its start.
+    std::chrono::milliseconds slept{0};
+    /// Of this machine, sorted, without loopback and link-local ones.
+    QList<QHostAddress> addresses = {};
 
-    /// Asks the system. Takes about as long as one system call for each interface.
+    /// Queries the system; takes about one system call for each interface.
     [[nodiscard]] static NetworkPlace current();
 
-    /// Whether connections that were made there may have died since.
+    /// Returns whether connections that were made under these conditions may be dead now.
     [[nodiscard]] bool isLeft(const NetworkPlace &now) const;
 };
 

@@ -6,10 +6,10 @@
 
 namespace vellumo {
 
-/// The body of a POST. When a connection ends before the answer comes, Qt would read it again and
-/// send the request up to four times, and a service might do and charge for it as often. Here that
-/// happens once at most, and only over a connection that was kept from an earlier request, which
-/// may long have been dead.
+/// The body of a POST. When a connection ends before the answer, Qt would read the body again and
+/// send the request up to four times, and a service might execute and charge it as often. This
+/// device allows one repetition, and only if the connection was kept from an earlier request and
+/// may have been dead already.
 class PostBody final : public QIODevice {
 public:
     PostBody(QByteArray bytes, bool mayRepeat);

@@ -16,7 +16,8 @@ namespace vellumo {
 
 namespace {
 
-/// Qt's own end waits for the question that it asks of the system.
+/// Ends the process without running Qt's destructors, which would wait for the pending proxy
+/// lookup.
 void endWithoutWaiting(int status, void * /*unused*/)
 {
     static_cast<void>(std::fflush(nullptr));
@@ -26,7 +27,7 @@ void endWithoutWaiting(int status, void * /*unused*/)
 void neverWaitAtTheEnd()
 {
     static const bool isSet = [] {
-        // registered after what waits was made, so that it comes before that is destroyed
+        // registered late, so that it runs before Qt's destructors
         return ::on_exit(&endWithoutWaiting, nullptr) == 0;
     }();
     static_cast<void>(isSet);
@@ -34,7 +35,7 @@ void neverWaitAtTheEnd()
 
 } // namespace
 
-/// Receives the other thread's answer; outlives a lookup that was abandoned.
+/// Receives the worker thread's result; outlives an abandoned lookup.
 struct ProxyLookup::Mailbox {
     std::mutex mutex;
     ProxyLookup *owner;
@@ -95,7 +96,7 @@ QList<QNetworkProxy> ProxyLookup::found(const QUrl &url) const
 void ProxyLookup::ask()
 {
     patience_.start();
-    // The thread may outlive this object and, at the end, everything.
+    // The thread may outlive this object, and the main thread at exit.
     std::thread([system = system_, mailbox = mailbox_, url = questions_.constFirst().url] {
         mailbox->deliver(originOf(url), system(url));
     }).detach();

@@ -15,16 +15,16 @@
 
 namespace vellumo {
 
-/// Finds out which proxies lead to an address. The system may have to fetch and run a script for
-/// that, from a host that never answers, so it is asked on another thread, one question at a time.
+/// Looks up the proxies for an address. The system may have to download and run a script for this,
+/// from a host that never answers, so the lookup runs on another thread, one at a time.
 class ProxyLookup : public QObject {
     Q_OBJECT
 
 public:
-    /// Answers the proxies for an address, the best first. Runs on another thread, may block for
-    /// ever, and may still run when everything else is gone.
+    /// Returns the proxies for an address, the preferred one first. Runs on another thread, may
+    /// block forever, and may still run during exit.
     using System = std::function<QList<QNetworkProxy>(const QUrl &url)>;
-    /// The proxies of the environment and of the desktop's settings.
+    /// Returns the proxies of the environment and of the desktop's settings.
     [[nodiscard]] static QList<QNetworkProxy> ofSystem(const QUrl &url);
 
     explicit ProxyLookup(System system = &ofSystem,
@@ -32,12 +32,12 @@ public:
     ~ProxyLookup() override;
     Q_DISABLE_COPY_MOVE(ProxyLookup)
 
-    /// Calls `done` once found() is as good as it will be: at once on the way to this very machine,
-    /// else after the answer, or when the system has been silent for too long. While it is, later
-    /// calls do not wait. Not called once `context` is gone.
+    /// Calls `done` when found() is final: immediately for this machine, else after the answer or
+    /// the timeout. After a timeout later calls do not wait until the system has answered. `done`
+    /// is never called when `context` is destroyed first.
     void find(const QUrl &url, QObject *context, std::function<void()> done);
 
-    /// What was found out last for this address's host; no proxy before that.
+    /// Returns the last result for this address's origin; no proxy before the first one.
     [[nodiscard]] QList<QNetworkProxy> found(const QUrl &url) const;
 
 private:
@@ -54,9 +54,9 @@ private:
     static void complete(const Question &question);
 
     System system_;
-    QTimer patience_; ///< runs while the question at the front is asked
+    QTimer patience_; ///< runs during the first lookup
     bool isOverdue_ = false;
-    QList<Question> questions_; ///< the first one is being asked
+    QList<Question> questions_; ///< the first one is running
     QHash<QString, QList<QNetworkProxy>> found_; ///< by scheme, host and port
     std::shared_ptr<Mailbox> mailbox_;
 };

@@ -23,7 +23,7 @@ namespace vellumo {
 namespace {
 
 constexpr int mostRedirects = 5;
-constexpr qint64 readAhead = qint64{256} * 1024; // bytes that wait unread, at most
+constexpr qint64 readAhead = qint64{256} * 1024; // maximum number of unread bytes
 
 HttpError::Kind kindOf(QNetworkReply::NetworkError error)
 {
@@ -56,10 +56,11 @@ QNetworkRequest networkRequest(const HttpRequest &request)
     for (const auto &[name, value] : request.headers) {
         made.setRawHeader(name, value);
     }
-    // Ending one request of an HTTP/2 connection that has died leaves the connection to the next
-    // request, which hangs as long. Ending one of HTTP/1.1 closes its connection.
+    // Aborting a request on a dead HTTP/2 connection keeps the connection for the next request,
+    // which then hangs as long. Aborting one on HTTP/1.1 closes its connection.
     made.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    // The limit of the body serves the purpose, and refuses nothing that merely compresses well.
+    // The limit of the body bounds decompression, without refusing data that merely compresses
+    // well.
     made.setDecompressedSafetyCheckThreshold(-1);
     made.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                       QNetworkRequest::ManualRedirectPolicy);
@@ -107,7 +108,7 @@ void QtHttpExchange::findWay()
 void QtHttpExchange::start()
 {
     if (!completion_) {
-        return; // over before it began
+        return; // cancelled before it started
     }
     const QNetworkRequest made = networkRequest(request_);
     if (request_.method == "POST") {
@@ -135,7 +136,7 @@ void QtHttpExchange::start()
     connect(reply_, &QNetworkReply::finished, this, &QtHttpExchange::finish, Qt::QueuedConnection);
 }
 
-/// Where the answer sends a GET; empty when it does not.
+/// Returns the target if the answer redirects a GET; otherwise empty.
 QUrl QtHttpExchange::redirection() const
 {
     constexpr std::array redirects{301, 302, 303, 307, 308};
@@ -176,7 +177,8 @@ void QtHttpExchange::takeBody()
     if (!reply_) {
         return;
     }
-    // In pieces: Qt allocates all that a read asks for, and counts compressed bytes as one.
+    // Read in pieces: Qt allocates the whole requested size, and reports one available byte for any
+    // amount of compressed data.
     constexpr qint64 piece = qint64{64} * 1024;
     QByteArray part;
     do {
@@ -197,7 +199,7 @@ void QtHttpExchange::finish()
     }
     const QNetworkReply::NetworkError error = reply_->error();
     response_.status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    // Qt prepares to resend a POST at a redirect, which is not followed.
+    // Qt prepares to resend a POST on a redirect, which is not followed.
     const bool isRedirect = error == QNetworkReply::ContentReSendError
         && (response_.status == 307 || response_.status == 308) && isWhole();
     // Qt reports a status of 400 and above as an error whose kind depends on it.
@@ -222,7 +224,7 @@ void QtHttpExchange::finish()
     complete(std::move(response_));
 }
 
-/// Whether as much has come as was announced.
+/// Returns whether the body has at least the announced length.
 bool QtHttpExchange::isWhole() const
 {
     return response_.body.size()

@@ -13,25 +13,25 @@ namespace vellumo {
 
 class ProxyLookup;
 
-/// One request on its way: keeps its limits, gathers the answer, and completes once. Owned by the
-/// manager; deletes itself when it is over.
+/// A pending request: enforces its limits, collects the answer, and completes once. Owned by the
+/// manager; deletes itself after completion.
 class QtHttpExchange : public QObject {
     Q_OBJECT
 
 public:
-    /// Whether a POST may be sent again when its connection turns out to be dead.
+    /// Whether a POST may be repeated when its connection turns out to be dead.
     enum class Repetition : quint8 { forbidden, allowed };
 
     QtHttpExchange(QNetworkAccessManager &manager, ProxyLookup &proxies, const HttpRequest &request,
                    Repetition repetition, QObject *context, HttpCompletion completion);
 
-    /// Ends the transfer and completes at once.
+    /// Aborts the transfer and completes as cancelled.
     void cancel();
 
 Q_SIGNALS:
-    /// A whole answer has come, whatever its status. Emitted before the completion.
+    /// Emitted before the completion when a complete answer has arrived, with any status.
     void answered();
-    /// Nothing has come for the request's time. Emitted before the completion.
+    /// Emitted before the completion when the request's silence timeout has expired.
     void fellSilent();
 
 private:
@@ -50,11 +50,11 @@ private:
 
     QNetworkAccessManager &manager_;
     ProxyLookup &proxies_;
-    HttpRequest request_; ///< with the address that is being asked
+    HttpRequest request_; ///< with the current address after redirects
     Repetition repetition_;
-    int redirects_ = 0; ///< that were followed
+    int redirects_ = 0; ///< number of redirects that were followed
     QPointer<QObject> context_;
-    HttpCompletion completion_; ///< empty once it is over
+    HttpCompletion completion_; ///< empty after completion
     HttpResponse response_;
     QPointer<QNetworkReply> reply_;
     QTimer silence_;

@@ -17,7 +17,7 @@ namespace vellumo {
 
 namespace {
 
-/// Answers without delay what has been found out before.
+/// Returns known proxies without blocking.
 class KnownProxies : public QNetworkProxyFactory {
 public:
     explicit KnownProxies(const ProxyLookup &lookup) : lookup_(lookup) { }
@@ -48,7 +48,7 @@ QtHttpSession::QtHttpSession(ProxyLookup::System proxies, std::chrono::milliseco
 QtHttpSession::~QtHttpSession()
 {
     leaveConnections();
-    const auto left = std::exchange(left_, {}); // a completion may send again
+    const auto left = std::exchange(left_, {}); // a completion may send another request
     for (const auto &manager : left) {
         const auto exchanges = exchangesOf(*manager);
         for (QtHttpExchange *exchange : exchanges) {
@@ -69,7 +69,7 @@ void QtHttpSession::send(const HttpRequest &request, QObject *context, HttpCompl
     if (manager_ && placeOfManager_.isLeft(place_())) {
         leaveConnections();
     }
-    // Only of a server that has answered can there be a connection that was kept.
+    // Only servers that have answered can have a kept connection.
     const QString origin = originOf(request.url);
     const auto repetition = answeringOrigins_.contains(origin)
         ? QtHttpExchange::Repetition::allowed

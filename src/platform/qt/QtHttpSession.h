@@ -13,15 +13,15 @@ class QNetworkAccessManager;
 
 namespace vellumo {
 
-/// HTTP/1.1 over a QNetworkAccessManager, which is made when it is first needed. Its connections
-/// are left, each request on its way with the one that it has, when a request has met with silence
-/// and when the machine has slept or changed its addresses: the next request opens a new one.
+/// HTTP/1.1 over a QNetworkAccessManager, created when first needed. After a silent request, a
+/// suspend or a change of the machine's addresses the manager is replaced, so that the next request
+/// opens a new connection; pending requests keep theirs.
 class QtHttpSession : public HttpSession {
 public:
     explicit QtHttpSession(ProxyLookup::System proxies = &ProxyLookup::ofSystem,
                            std::chrono::milliseconds proxyPatience = std::chrono::seconds(5),
                            NetworkPlace::Source place = &NetworkPlace::current);
-    /// Completes what is still under way as cancelled.
+    /// Completes pending requests as cancelled.
     ~QtHttpSession() override;
     QtHttpSession(const QtHttpSession &) = delete;
     QtHttpSession &operator=(const QtHttpSession &) = delete;
@@ -37,11 +37,11 @@ private:
 
     ProxyLookup proxies_;
     NetworkPlace::Source place_;
-    NetworkPlace placeOfManager_; ///< where its connections were made
-    /// Scheme, host and port of servers that have answered to the present manager.
+    NetworkPlace placeOfManager_; ///< conditions of its connections
+    /// Scheme, host and port of servers that have answered on the current manager.
     QSet<QString> answeringOrigins_;
-    std::unique_ptr<QNetworkAccessManager> manager_; ///< absent until it is needed
-    /// Each goes at some request after its last exchange has ended.
+    std::unique_ptr<QNetworkAccessManager> manager_; ///< null until first needed
+    /// Former managers; each is deleted by a later request after its last exchange has ended.
     std::vector<std::unique_ptr<QNetworkAccessManager>> left_;
 };
 

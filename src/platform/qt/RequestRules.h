@@ -7,7 +7,7 @@
 
 namespace vellumo {
 
-/// Why the request as a whole, its address and its headers, may not be sent.
+/// Returns why the request may not be sent, by its address and headers; absent when it may.
 [[nodiscard]] std::optional<HttpError> refusalOf(const HttpRequest &request);
 
 } // namespace vellumo

@@ -8,15 +8,15 @@
 
 namespace vellumo {
 
-/// Keeps the user's settings in one INI file in the user's config folder. A change is written soon
-/// after it is made, and at the latest when the store goes.
+/// Keeps the user's settings in an INI file in the user's config folder. Changes are written from
+/// the event loop, and at the latest by the destructor.
 class SettingsDefaultsStore : public DefaultsStore {
     Q_OBJECT
 
 public:
     explicit SettingsDefaultsStore(const QString &path, QObject *parent = nullptr);
 
-    /// Where this user's settings live.
+    /// Returns the path of the user's settings file.
     [[nodiscard]] static QString defaultPath();
 
     [[nodiscard]] QVariant value(const QString &key) const override;
@@ -27,7 +27,7 @@ private:
     void write();
 
     QSettings settings_;
-    QTimer writing_; ///< changes that belong together are written at once
+    QTimer writing_; ///< combines changes into one write
     bool hasFailed_ = false;
 };
 

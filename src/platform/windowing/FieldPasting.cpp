@@ -39,7 +39,8 @@ bool isEditable(const QObject &object)
         && !object.property("readOnly").toBool();
 }
 
-/// As an input method does it: in place of what is marked, and within the field's limits.
+/// Inserts the text as an input method does: it replaces the selection and respects the field's
+/// limits.
 void insert(QObject &field, const QString &text)
 {
     if (!field.property("preeditText").toString().isEmpty()) {
@@ -63,7 +64,7 @@ bool FieldPasting::eventFilter(QObject *watched, QEvent *event)
     if (!source) {
         return false;
     }
-    // A window sees a key before its field does, and its menu might paste with a wait.
+    // The window gets a key before the field; its menu might paste and block.
     QObject *field = watched;
     if (event->type() == QEvent::KeyPress && watched->isWindowType()) {
         field = QGuiApplication::focusObject();
@@ -72,7 +73,7 @@ bool FieldPasting::eventFilter(QObject *watched, QEvent *event)
         return false;
     }
     if (event->type() == QEvent::MouseButtonRelease) {
-        QMetaObject::invokeMethod(field, "deselect"); // that stays what the button pastes
+        QMetaObject::invokeMethod(field, "deselect"); // the published text stays the same
     }
     text_.read(*source, *field, [field](const QString &text) {
         if (!text.isEmpty()) {

@@ -8,14 +8,14 @@ namespace vellumo {
 
 class ClipboardText;
 
-/// Pastes into the program's own text fields. The fields themselves would block for seconds when
-/// the program that owns the clipboard hangs; this reads the text beside the main thread, and
-/// inserts it when it comes.
+/// Pastes into the program's own text fields. The fields themselves would block for seconds if the
+/// clipboard's owner hangs; this class reads the text on another thread and inserts it when it
+/// arrives.
 class FieldPasting : public QObject {
     Q_OBJECT
 
 public:
-    /// Sees to every text field of the application. `text` must outlive this object.
+    /// Handles all text fields of the application. `text` must outlive this object.
     explicit FieldPasting(ClipboardText &text, QObject *parent = nullptr);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -21,13 +21,13 @@ bool isHeld(const QPointerEvent &event)
 PanelDrag::Step PanelDrag::handle(const QPointerEvent &event, QPoint origin)
 {
     const auto grabbedAt = grabbedAt_;
-    if (event.pointCount() == 0) { // the system has taken the fingers back
+    if (event.pointCount() == 0) { // the system has cancelled the touch
         cancel();
         return {std::nullopt, grabbedAt.has_value()};
     }
     const QPoint pointer = event.points().constFirst().globalPosition().toPoint();
     if (event.type() == QEvent::MouseButtonPress || event.type() == QEvent::TouchBegin) {
-        cancel(); // its release never came
+        cancel(); // its release was never delivered
         pressedAt_ = pointer - origin;
         return {std::nullopt, grabbedAt.has_value()};
     }
@@ -40,7 +40,7 @@ PanelDrag::Step PanelDrag::handle(const QPointerEvent &event, QPoint origin)
     cancel();
     const bool isReleased =
         event.type() == QEvent::MouseButtonRelease || event.type() == QEvent::TouchEnd;
-    // a motion without the button comes too late to know where it was released
+    // a motion without the button is too late for the position of the release
     return {isReleased ? std::optional(pointer - *grabbedAt) : std::nullopt, true};
 }
 

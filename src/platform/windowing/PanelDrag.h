@@ -9,26 +9,27 @@ class QPointerEvent;
 
 namespace vellumo {
 
-/// Follows the pointer from a press to its release, which may never come. In Qt's coordinates.
+/// Follows the pointer from a press to its release, which may never be delivered. In Qt's
+/// coordinates.
 class PanelDrag {
 public:
     struct Step {
-        std::optional<QPoint> origin; ///< where the dragged rectangle's top left corner belongs now
-        bool isOver = false; ///< a drag that was under way has ended
+        std::optional<QPoint> origin; ///< new top left corner of the dragged rectangle
+        bool isOver = false; ///< the drag has ended
     };
 
-    /// What an event of a mouse, or of the first finger, means while the rectangle's top left
-    /// corner is at `origin`.
+    /// Processes an event of the mouse or the first finger. `origin` is the current top left corner
+    /// of the rectangle.
     [[nodiscard]] Step handle(const QPointerEvent &event, QPoint origin);
 
-    /// From the press that came last.
+    /// Starts a drag from the last press.
     void begin() { grabbedAt_ = pressedAt_; }
     void cancel() { grabbedAt_.reset(); }
     [[nodiscard]] bool isUnderWay() const { return grabbedAt_.has_value(); }
 
 private:
-    QPoint pressedAt_; ///< where in the rectangle, last
-    std::optional<QPoint> grabbedAt_; ///< where in the rectangle, during a drag
+    QPoint pressedAt_; ///< position of the last press in the rectangle
+    std::optional<QPoint> grabbedAt_; ///< position in the rectangle during a drag
 };
 
 } // namespace vellumo

@@ -8,15 +8,16 @@
 
 namespace vellumo {
 
-/// A change of opacity over time, one at a time.
+/// Animates an opacity, one change at a time.
 class PanelFade : public QObject {
     Q_OBJECT
 
 public:
-    /// `apply` receives each opacity on the way and the last one.
+    /// `apply` receives each intermediate opacity and the final one.
     explicit PanelFade(std::function<void(double opacity)> apply);
 
-    /// Ends the change under way where it is, without its completion. `completion` may be empty.
+    /// Starts a change. A running one stops at its current value, without its completion.
+    /// `completion` may be empty.
     void start(double from, double to, std::chrono::milliseconds duration,
                std::function<void()> completion);
     void stop();

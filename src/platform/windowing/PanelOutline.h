@@ -10,17 +10,17 @@ class QQuickWindow;
 
 namespace vellumo {
 
-/// Which part of a panel's window can be seen and which takes clicks. Rectangles are in the window,
-/// in Qt's coordinates.
+/// Sets which part of a panel's window is visible and which takes clicks. Rectangles are relative
+/// to the window, in Qt's coordinates.
 class PanelOutline {
 public:
     /// Both must outlive this object.
     PanelOutline(QQuickWindow &window, const FloatingPanelStyle &style);
 
-    /// Shows all of the window where its edges are blended, else what the picture covers.
+    /// Makes the whole window visible if its edges are blended, else only what the picture covers.
     void show(const QRect &picture, bool isBlended) const;
 
-    /// Clicks outside of the frame go to the window behind.
+    /// Passes clicks outside of the frame to the window behind.
     void takeClicks(const QRect &frame) const;
 
 private:

@@ -9,7 +9,8 @@ namespace vellumo {
 
 namespace {
 
-/// How far a row is cut at each side, for a row whose centre lies `depth` below the corner's start.
+/// Returns how many pixels are cut at each side of a row whose centre is `depth` below the corner's
+/// start.
 int cutAt(double depth, double radius)
 {
     if (depth >= radius) {

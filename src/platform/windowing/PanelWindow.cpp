@@ -26,7 +26,8 @@ std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style)
         flags |= Qt::WindowDoesNotAcceptFocus;
     }
     if (style.ignoresMouseEvents) {
-        flags |= Qt::X11BypassWindowManagerHint; // an ornament: nothing in it can be managed
+        // Decoration only, which the window manager need not manage.
+        flags |= Qt::X11BypassWindowManagerHint;
     }
     window->setFlags(flags);
     window->setProperty("_q_showWithoutActivating", true);
@@ -57,7 +58,8 @@ QQuickItem *makePanelContent(QQmlEngine &engine, const FloatingPanelContent &con
 
 void FullScreenLift::apply(QQuickWindow &panel, WindowLevel level, WId active)
 {
-    // tied to another window it shares that one's fate, which is right for a passing panel only
+    // a transient window is minimized and closed with its parent, which is right for a temporary
+    // panel only
     const bool isNeeded = level == WindowLevel::Status && active != 0 && active != panel.winId()
         && x11::isFullScreen(active);
     if (isNeeded) {

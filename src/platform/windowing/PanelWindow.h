@@ -12,19 +12,19 @@ class QQuickWindow;
 
 namespace vellumo {
 
-/// A native window, created and hidden, that can hold a panel of this style.
+/// Creates a hidden native window for a panel of this style.
 [[nodiscard]] std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style);
 
-/// Makes the content inside the window, which owns it. Null, after a diagnostic line, when its
-/// component cannot be made.
+/// Creates the content inside the window, which owns it. Returns null, after a diagnostic line,
+/// when the component cannot be created.
 QQuickItem *makePanelContent(QQmlEngine &engine, const FloatingPanelContent &content,
                              QQuickWindow &window);
 
-/// Keeps a panel above a full-screen window, beneath which some window managers would put it.
+/// Keeps a panel above a full-screen window, below which some window managers would stack it.
 class FullScreenLift {
 public:
-    /// Ties the mapped panel to a full-screen window that has the keyboard, and unties it from one
-    /// that is so no more. `active` is the active window of the desktop; 0 for none.
+    /// Makes the mapped panel transient for the active window if that is full-screen, and undoes it
+    /// otherwise. `active` is the desktop's active window; 0 for none.
     void apply(QQuickWindow &panel, WindowLevel level, WId active);
     void undo(QQuickWindow &panel);
 

@@ -20,11 +20,11 @@ namespace vellumo {
 
 namespace {
 
-constexpr std::chrono::milliseconds keyboardReturnTime(100); // for the window manager
+constexpr std::chrono::milliseconds keyboardReturnTime(100); // time for the window manager to do it
 constexpr quint32 transparentPixel = 0;
 constexpr quint32 opaqueBlackPixel = 0xFF000000;
 
-/// Where the content of a window that has no frame yet is drawn for the first time.
+/// Size of the first drawing of a window that has no frame yet.
 constexpr QSize firstSize(520, 420);
 
 QRect screenAround(const QRect &rect)
@@ -53,11 +53,11 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
         shadow_ = new ShadowItem(style_.topCornerRadius, style_.bottomCornerRadius,
                                  window_->contentItem());
     }
-    content_ = makePanelContent(engine, content, *window_); // above its shadow
+    content_ = makePanelContent(engine, content, *window_); // after the shadow, to be above it
     animation_.setEasingCurve(QEasingCurve::InOutQuad);
     connect(&animation_, &QVariantAnimation::valueChanged, this, [this](const QVariant &value) {
         const QRect picture = value.toRect();
-        // a panel that only moves needs no room to grow in
+        // a panel that only moves needs no room to grow
         const bool moves = picture.size() == animation_.endValue().toRect().size()
             && picture.size() == animation_.startValue().toRect().size();
         place(picture,
@@ -88,7 +88,7 @@ QtFloatingPanel::~QtFloatingPanel()
     windows_.forget(this);
 }
 
-/// Draws the hidden window once: fonts, glyphs and pictures are ready when it is shown.
+/// Draws the hidden window once, so that fonts, glyphs and images are loaded before it is shown.
 void QtFloatingPanel::renderOnce()
 {
     place(QRect(mainGeometry().topLeft(), firstSize), QRect(mainGeometry().topLeft(), firstSize));
@@ -102,7 +102,7 @@ bool QtFloatingPanel::hasBlendedEdges() const
 
 void QtFloatingPanel::adaptToCompositor()
 {
-    // An area is filled with this before it is painted, so no rest of another window shows.
+    // Fills new areas before they are painted, so that no remains of other windows are visible.
     x11::setBackground(window_->winId(), hasBlendedEdges() ? transparentPixel : opaqueBlackPixel);
     if (shadow_) {
         shadow_->setVisible(hasBlendedEdges());
@@ -169,7 +169,7 @@ void QtFloatingPanel::place(const QRect &picture, const QRect &around)
                     : around);
     const QRect inside = picture_.translated(-native_.topLeft());
     if (isVisible() && inside == inside_) {
-        return; // it only moves
+        return; // only moved
     }
     inside_ = inside;
     if (content_) {
@@ -187,7 +187,7 @@ void QtFloatingPanel::place(const QRect &picture, const QRect &around)
     if (!isVisible()) {
         shapeVisiblePart();
     } else {
-        window_->update(); // the shape follows when the picture has been painted
+        window_->update(); // the shape is updated after painting
     }
 }
 
@@ -226,7 +226,7 @@ void QtFloatingPanel::handlePointer(const QPointerEvent &event)
         place(picture, picture);
     }
     if (step.isOver) {
-        settling_.start(); // a window manager may have kept the window somewhere else
+        settling_.start(); // the window manager may have placed the window elsewhere
         Q_EMIT moved();
         Q_EMIT movedByUser();
     }
@@ -243,8 +243,8 @@ void QtFloatingPanel::noticeMove()
     settling_.start();
 }
 
-/// The user may move the window in ways of the window manager, which may also refuse a place or
-/// choose another by itself.
+/// Handles moves that the user makes through the window manager, and positions that the window
+/// manager refuses or changes.
 void QtFloatingPanel::takeOverPosition()
 {
     const bool isByHand = std::exchange(isMovedByHand_, false);
@@ -302,7 +302,7 @@ void QtFloatingPanel::orderOut()
     drag_.cancel();
     window_->hide();
     returnKeyboardSoon();
-    windows_.refreshCompositor(); // now, since showing must be quick
+    windows_.refreshCompositor(); // here, since showing must be quick
     lift_.undo(*window_);
 }
 
@@ -318,8 +318,8 @@ void QtFloatingPanel::makeKey()
     }
 }
 
-/// The window manager gives the keyboard to the window that had it before, or to one that was
-/// clicked. Some, such as xfwm4 4.20, may leave it to no window at all.
+/// Window managers give the keyboard to the window that had it before, or to one that was clicked.
+/// Some, such as xfwm4 4.20, may leave no window with it.
 void QtFloatingPanel::returnKeyboardSoon()
 {
     if (const WId window = std::exchange(activeBefore_, 0)) {
@@ -340,10 +340,11 @@ bool QtFloatingPanel::eventFilter(QObject *watched, QEvent *event)
     }
     if (watched == window_.get() && event->type() == QEvent::Expose && window_->isExposed()) {
         if (!isVisible()) {
-            // a window manager that is behind maps what has been hidden meanwhile
+            // a slow window manager maps a window that has been hidden meanwhile
             x11::withdraw(window_->winId());
         } else if (std::exchange(isNewlyMapped_, false)) {
-            shapeInput(); // again: some miss what was set before the window was theirs
+            // Again: some window managers ignore what was set before they managed the window.
+            shapeInput();
         }
     }
     if (watched == window_.get()) {

@@ -19,9 +19,10 @@ namespace vellumo {
 class QtFloatingWindows;
 class ShadowItem;
 
-/// One floating panel. Three rectangles, the last two in Qt's coordinates: the frame that every
-/// rule sees; the picture, which follows it in an animation; and the native window, which holds the
-/// picture with the shadow's margin and is resized at most once at each end of an animation.
+/// One floating panel. It has three rectangles, the last two in Qt's coordinates: the frame, which
+/// callers see; the picture, which follows the frame during an animation; and the native window,
+/// which contains the picture with the shadow's margin and is resized at most once at each end of
+/// an animation.
 class QtFloatingPanel final : public FloatingPanel {
     Q_OBJECT
 
@@ -45,7 +46,7 @@ public:
 
     [[nodiscard]] WindowLevel level() const { return style_.level; }
     [[nodiscard]] QQuickWindow &window() const { return *window_; }
-    /// The root of the content; null when it could not be made.
+    /// Returns the root of the content; null when it could not be created.
     [[nodiscard]] QQuickItem *content() const { return content_; }
 
 protected:
@@ -55,7 +56,7 @@ private:
     void renderOnce();
     void adaptToCompositor();
 
-    /// Moves picture and native window; `around` is what the native window must be able to show.
+    /// Moves picture and native window; the native window encloses `around`.
     void place(const QRect &picture, const QRect &around);
     void placeNative(const QRect &native);
     void arrive();
@@ -83,9 +84,10 @@ private:
     FullScreenLift lift_;
     PanelFade fade_;
     PanelDrag drag_; ///< of the picture
-    QTimer settling_; ///< after the window manager has moved the window
-    WId activeBefore_ = 0; ///< the window that was active when this one came; 0 for none
-    bool isMovedByHand_ = false; ///< since it settled last, through the window manager
+    QTimer settling_; ///< waits until the window manager has finished moving the window
+    WId activeBefore_ = 0; ///< the window that was active when this one was shown; 0 for none
+    /// Moved by the user through the window manager since it last settled.
+    bool isMovedByHand_ = false;
     bool isShapePending_ = false;
     bool isNewlyMapped_ = false;
     bool isAppearing_ = false;

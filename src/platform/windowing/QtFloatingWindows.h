@@ -16,11 +16,11 @@ class QtFloatingPanel;
 /// compositor are added; elsewhere a panel is a plain frameless window that stays on top.
 class QtFloatingWindows final : public FloatingWindows {
 public:
-    /// Chooses the software renderer for every Qt Quick window of the program. To be called before
-    /// the first one is made.
+    /// Selects the software renderer for all Qt Quick windows. To be called before the first one is
+    /// created.
     static void chooseRenderer();
 
-    /// `isMotionReduced` is asked at the start of each animation. The engine must outlive this
+    /// `isMotionReduced` is called at the start of each animation. The engine must outlive this
     /// object, and this object every panel.
     QtFloatingWindows(QQmlEngine &engine, std::function<bool()> isMotionReduced);
     ~QtFloatingWindows() override;
@@ -29,13 +29,13 @@ public:
     createPanel(const FloatingPanelStyle &style, const FloatingPanelContent &content) override;
     [[nodiscard]] QList<Rect> visibleFrames() const override;
 
-    // for the panels
+    // called by the panels
 
     [[nodiscard]] const CompositorWatch &compositor() const { return compositor_; }
     void refreshCompositor() { compositor_.refresh(); }
     [[nodiscard]] bool isMotionReduced() const { return isMotionReduced_ && isMotionReduced_(); }
 
-    /// Puts visible panels of a higher level back above `panel`, which has just been raised.
+    /// Restacks visible panels of a higher level above `panel`, which has just been raised.
     void restackAbove(const QtFloatingPanel &panel);
     void forget(QtFloatingPanel *panel) { panels_.removeOne(panel); }
 

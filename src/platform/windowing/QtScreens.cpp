@@ -21,7 +21,8 @@ Screen described(const QScreen &screen, const StrutWatch &struts)
         struts.margins({frame.topLeft(), (QSizeF(frame.size()) * scale).toSize()});
     QRectF visible = QRectF(frame).marginsRemoved(QMarginsF(reserved) / scale);
     if (QGuiApplication::screens().size() == 1 || !x11::isAvailable()) {
-        visible &= QRectF(screen.availableGeometry()); // with several, wrong for some of them
+        // With several screens it is wrong for some of them.
+        visible &= QRectF(screen.availableGeometry());
     }
     return {toDesktop(QRectF(frame), main), toDesktop(visible, main), 0};
 }
@@ -33,7 +34,7 @@ QtScreens::QtScreens(QObject *parent) : Screens(parent)
     settling_.setSingleShot(true);
     settling_.setInterval(0);
     connect(&settling_, &QTimer::timeout, this, [this] {
-        struts_.refresh(); // they count with the second screen only
+        struts_.refresh(); // struts are needed only with several screens
         Q_EMIT changed();
     });
     connect(&struts_, &StrutWatch::changed, &settling_, qOverload<>(&QTimer::start));

@@ -10,7 +10,7 @@ class QScreen;
 
 namespace vellumo {
 
-/// The screens as Qt sees them; the main screen is the primary one.
+/// The screens of Qt; the main screen is the primary one.
 class QtScreens final : public Screens {
     Q_OBJECT
 
@@ -19,14 +19,14 @@ public:
 
     [[nodiscard]] QList<Screen> screens() const override;
     [[nodiscard]] std::optional<Screen> mainScreen() const override;
-    /// Asks the display server, so it is right without any watch on motion.
+    /// Queries the display server, since motion outside of our windows is not delivered.
     [[nodiscard]] Point pointerLocation() const override;
 
 private:
     void watch(const QScreen &screen);
 
     StrutWatch struts_;
-    QTimer settling_; ///< one change of the desktop's layout arrives as several
+    QTimer settling_; ///< combines the changes of one new layout
 };
 
 } // namespace vellumo

@@ -12,11 +12,11 @@
 
 namespace vellumo {
 
-/// Desktop coordinates to and from Qt's: there the origin is somewhere at the top left and y grows
-/// downwards. `main` is always mainGeometry(). Both sides count in
-/// device-independent units, and Qt alone scales them, per screen.
+/// Converts desktop coordinates to and from Qt's, whose origin is at the top left of the virtual
+/// desktop and whose y grows downwards. `main` is always mainGeometry(). Both use
+/// device-independent units; Qt scales them for each screen.
 
-/// Empty while no screen is connected.
+/// Returns the geometry of the main screen; empty while no screen is connected.
 [[nodiscard]] inline QRect mainGeometry()
 {
     const QScreen *primary = QGuiApplication::primaryScreen();
@@ -35,15 +35,15 @@ namespace vellumo {
             rect.height};
 }
 
-/// A pixel as the point of its bottom-left corner, so that a pixel inside a rectangle lies inside
-/// it here as well, at every edge.
+/// Returns the bottom-left corner of a pixel, so that a pixel inside a rectangle stays inside at
+/// every edge.
 [[nodiscard]] inline Point toDesktop(const QPoint &pixel, const QRect &main)
 {
     return {static_cast<double>(pixel.x() - main.x()),
             static_cast<double>(main.y() + main.height() - 1 - pixel.y())};
 }
 
-/// The whole units that a rectangle takes; its top-left corner is rounded, its size never shrinks.
+/// Rounds a rectangle to whole units: the top-left corner is rounded, the size never shrinks.
 [[nodiscard]] inline QRect wholeUnits(const QRectF &rect)
 {
     return {static_cast<int>(std::lround(rect.x())), static_cast<int>(std::lround(rect.y())),

@@ -13,11 +13,11 @@ namespace vellumo {
 namespace {
 
 constexpr qreal shadowOpacity = 0.4;
-constexpr qreal shadowDrop = 10; ///< how much lower than the panel it lies
-constexpr qreal blurRadius = 10; ///< of each of the three passes
-constexpr qreal stretched = 4; ///< the middle of an image
+constexpr qreal shadowDrop = 10; ///< vertical offset from the panel
+constexpr qreal blurRadius = 10; ///< radius of each of the three passes
+constexpr qreal stretched = 4; ///< size of the stretched middle
 
-/// One row or column of a box blur; `at` reaches the n values of a line with the given stride.
+/// Blurs one row or column; `at` points to its n values with the given stride.
 void blurLine(uchar *at, int n, qsizetype stride, int radius, std::vector<uchar> &copy)
 {
     copy.resize(static_cast<size_t>(n));
@@ -38,7 +38,7 @@ void blurLine(uchar *at, int n, qsizetype stride, int radius, std::vector<uchar>
     }
 }
 
-/// Three box passes come close to a Gaussian.
+/// Three box passes approximate a Gaussian.
 void blur(QImage &mask, int radius)
 {
     std::vector<uchar> copy;

@@ -7,18 +7,18 @@
 
 namespace vellumo {
 
-/// How far a shadow reaches beyond its panel on every side, device-independent.
+/// How far a shadow extends beyond its panel on every side, in device-independent units.
 constexpr int shadowMargin = 44;
 
-/// The shadow of a rounded panel, drawn as small as its corners allow: they keep their size, and
-/// its middle stretches to the size it was made for.
+/// The shadow of a rounded panel as a nine-patch, as small as its corners allow: the corners keep
+/// their size, the middle is stretched.
 struct ShadowImage {
     QImage image;
-    QSizeF padding; ///< how far the unstretched borders reach in, device-independent
+    QSizeF padding; ///< width of the unstretched borders, in device-independent units
 };
 
-/// The size, device-independent, of the image for a shadow of `size`, its margin included. Shadows
-/// with the same image size share an image.
+/// Returns the size of the image for a shadow of `size`, including its margin, in
+/// device-independent units. Shadows with the same image size can share an image.
 [[nodiscard]] QSizeF shadowImageSize(const QSizeF &size, qreal cornerRadius);
 
 [[nodiscard]] ShadowImage drawShadow(const QSizeF &imageSize, qreal topRadius, qreal bottomRadius,

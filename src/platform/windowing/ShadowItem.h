@@ -7,8 +7,8 @@
 
 namespace vellumo {
 
-/// Draws a panel's shadow as a nine-patch: effects need a GPU, which the software renderer has not.
-/// The item's rectangle is the panel's with shadowMargin around it.
+/// Draws a panel's shadow as a nine-patch, since the software renderer has no effects. The item's
+/// rectangle is the panel's with shadowMargin around it.
 class ShadowItem final : public QQuickItem {
     Q_OBJECT
 

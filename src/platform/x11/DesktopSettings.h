@@ -8,15 +8,15 @@
 
 namespace vellumo {
 
-/// The program that shows a page of a desktop's settings. It may not be installed.
+/// The command that opens a page of a desktop's settings. The program may not be installed.
 struct SettingsPage {
     QString program;
     QStringList arguments;
     friend bool operator==(const SettingsPage &, const SettingsPage &) = default;
 };
 
-/// The pages on accessibility of the desktops in a list like that of XDG_CURRENT_DESKTOP, the best
-/// first.
+/// Returns the accessibility pages of the desktops in a list in the form of XDG_CURRENT_DESKTOP,
+/// the preferred one first.
 [[nodiscard]] QList<SettingsPage> accessibilitySettings(const QString &currentDesktop);
 
 } // namespace vellumo

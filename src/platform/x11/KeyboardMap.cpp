@@ -11,7 +11,8 @@ namespace {
 
 constexpr xcb_keysym_t insertKeysym = 0xFF63;
 
-/// The first key whose unshifted meaning in the first layout is `keysym`; 0 if there is none.
+/// Returns the first key whose unshifted keysym in the first layout is `keysym`; 0 if there is
+/// none.
 xcb_keycode_t keycodeOf(const xcb_get_keyboard_mapping_reply_t &mapping, xcb_keycode_t firstKeycode,
                         xcb_keysym_t keysym)
 {

@@ -10,7 +10,8 @@ namespace vellumo {
 
 class X11Connection;
 
-/// What the copy keys are on the present keyboard, and which modifier keys the user holds.
+/// The keycodes of the copy keys on the current keyboard, and the modifier keys that the user
+/// holds.
 struct KeyboardMap {
     xcb_keycode_t insert = 0;
     xcb_keycode_t control = 0;
@@ -18,7 +19,8 @@ struct KeyboardMap {
     QList<xcb_keycode_t> heldBeforeControl; ///< Shift and level keys
     QList<xcb_keycode_t> heldAfterControl; ///< Alt and Super: see X11KeyPosting.cpp
 
-    /// Absent when the keyboard lacks one of the keys or the server does not answer.
+    /// Reads both from the server. Absent when the keyboard lacks one of the keys or the server
+    /// does not answer.
     [[nodiscard]] static std::optional<KeyboardMap> read(X11Connection &connection);
 };
 

@@ -10,10 +10,10 @@ class QWindow;
 
 namespace vellumo {
 
-/// What an event that Qt is about to give to one of our windows is for a local monitor; absent when
-/// it is none of their events, was not made by the window system, or is a mouse event outside the
-/// window that the window gets only because it holds a grab. The time is the window system's own,
-/// in 32 bits; enter and leave, reported as mouse-moved, have the time 0.
+/// Translates an event that Qt is about to deliver to one of our windows for the local monitors.
+/// Absent when it is of another type, was not sent by the window system, or is a mouse event
+/// outside the window that is delivered only because of a grab. The timestamp is the window
+/// system's, in 32 bits; enter and leave are reported as mouse-moved with the time 0.
 [[nodiscard]] std::optional<Event> localEvent(const QWindow &window, const QEvent &event);
 
 } // namespace vellumo

@@ -7,11 +7,11 @@
 
 namespace vellumo {
 
-/// Flag bits for a keyboard state as the XKB extension splits it: keys held, keys that act on the
-/// next key only, and locks. Of the locks only Caps Lock is a flag; Mod2 (Num Lock) never is.
+/// Returns the flag bits of a keyboard state in the form of the XKB extension: base, latched and
+/// locked modifiers. Of the locks only Caps Lock has a flag; Mod2 (Num Lock) never has.
 [[nodiscard]] quint32 modifierFlags(quint8 baseMods, quint8 latchedMods, quint8 lockedMods);
 
-/// The same bits for the modifiers that Qt reports with an event of our own windows.
+/// Returns the flag bits of the modifiers in a Qt event.
 [[nodiscard]] quint32 modifierFlags(Qt::KeyboardModifiers modifiers);
 
 } // namespace vellumo

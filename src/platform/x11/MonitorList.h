@@ -16,12 +16,12 @@ public:
 
     [[nodiscard]] std::unique_ptr<EventMonitorHandle> add(EventMask mask, Handler handler);
 
-    /// Gives the event to the monitors that want it and are still installed when their turn comes,
-    /// the newest first, until a handler swallows it; one added by a handler waits for the next
-    /// event. True if no handler swallowed it.
+    /// Passes the event to the monitors that are registered for it, the newest first, until a
+    /// handler swallows it. Monitors removed by a handler are skipped; monitors added by a handler
+    /// get only the next event. Returns true if no handler swallowed it.
     bool deliver(const Event &event);
 
-    /// The types that some monitor wants.
+    /// Returns the event types of all monitors.
     [[nodiscard]] EventMask wanted() const;
 
     /// Runs after a monitor was added or removed.

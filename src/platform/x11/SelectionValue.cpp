@@ -7,7 +7,8 @@ namespace vellumo {
 
 namespace {
 
-/// The surrogate encoded at this place in three bytes, from `first` on for 0x400 values; 0 without.
+/// Decodes a surrogate of the 0x400 values from `first` on at this position, three bytes long; 0 if
+/// there is none.
 char16_t surrogateAt(QByteArrayView bytes, qsizetype place, char16_t first)
 {
     if (bytes.size() - place < 3 || static_cast<quint8>(bytes[place]) != 0xED) {

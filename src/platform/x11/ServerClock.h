@@ -8,14 +8,14 @@
 
 namespace vellumo {
 
-/// Estimates what time it is on the X server from the times that its events carry. The estimate
-/// runs late by the delay of the quickest event so far, which is well below a millisecond when the
-/// event loop is idle.
+/// Estimates the X server's current time from the timestamps of its events. The estimate lags by
+/// the delay of the quickest event so far, which is well below a millisecond when the event loop is
+/// idle.
 class ServerClock {
 public:
     ServerClock() { running_.start(); }
 
-    /// The wide form of an event's time. To be called when the event is looked at.
+    /// Returns the widened timestamp of an event. Call it when the event is processed.
     qint64 note(quint32 time)
     {
         const qint64 wide = time_.widen(time);
@@ -24,7 +24,7 @@ public:
         return wide;
     }
 
-    /// 0 at first as long as no event was looked at.
+    /// Returns the estimated time; starts at 0 until an event is processed.
     [[nodiscard]] qint64 now() const { return offset_.value_or(0) + running_.elapsed(); }
 
 private:

@@ -7,11 +7,11 @@
 
 namespace vellumo {
 
-/// Makes the server's time, milliseconds in 32 bits that start over every 49 days, grow for ever.
+/// Widens the server's time, milliseconds in 32 bits that wrap around every 49 days, to 64 bits.
 class ServerTime {
 public:
-    /// The wide form of `time`, which must lie within 24 days of the one before; it may lie in the
-    /// past of it, since events of several sources interleave.
+    /// Returns the widened `time`, which must be within 24 days of the previous one. It may be
+    /// earlier, since events of several sources interleave.
     qint64 widen(quint32 time)
     {
         if (!last_) {
@@ -21,7 +21,7 @@ public:
         return *last_;
     }
 
-    /// The last widened time, 0 before the first.
+    /// Returns the last widened time, 0 before the first.
     [[nodiscard]] qint64 last() const { return last_.value_or(0); }
 
 private:

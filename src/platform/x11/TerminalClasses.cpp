@@ -12,7 +12,7 @@ namespace vellumo {
 
 namespace {
 
-/// In lower case; names that contain "terminal" or "rxvt" or end in "term" need no entry.
+/// Lower case. Names that contain "terminal" or "rxvt" or end in "term" need no entry.
 constexpr auto terminals = std::to_array<std::string_view>({
     "alacritty",
     "blackbox",

@@ -6,17 +6,17 @@
 
 namespace vellumo {
 
-/// Whether a window of this class (a part of WM_CLASS) belongs to a terminal emulator. There the
-/// copy keys of ordinary applications may interrupt or feed the program that runs inside.
+/// Returns whether a window of this class (a part of WM_CLASS) belongs to a terminal emulator.
+/// There the copy keys may interrupt the program that runs inside, or be input for it.
 [[nodiscard]] bool isTerminalClass(QByteArrayView windowClass);
 
-/// Whether the copy keys do something else in a window of this class: in a terminal, in Emacs,
-/// where they copy the region also when it is not marked, and in Calc, where they copy the cell of
-/// the cursor and leave a frame around it.
+/// Returns whether copy keys must not be sent to a window of this class: a terminal; Emacs, where
+/// they copy the region even when it is not active; Calc, where they copy the cell of the cursor
+/// and leave a frame around it.
 [[nodiscard]] bool mistakesCopyKeys(QByteArrayView windowClass);
 
-/// Whether an application of this window class publishes what was selected once more when a click
-/// ends the selection, as Emacs does.
+/// Returns whether an application of this window class publishes its selection once more when a
+/// click ends it, as Emacs does.
 [[nodiscard]] bool publishesItsEnd(QByteArrayView windowClass);
 
 } // namespace vellumo

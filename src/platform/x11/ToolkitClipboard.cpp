@@ -14,11 +14,11 @@ std::optional<QList<PasteboardItem>> toolkitClipboardItems()
 {
     const auto *clipboard = QGuiApplication::clipboard();
     if (!clipboard->ownsClipboard()) {
-        return std::nullopt; // lost between two questions
+        return std::nullopt; // lost between two calls
     }
     const auto *data = clipboard->mimeData();
     PasteboardItem item;
-    if (data->hasText()) { // the names that other programs ask for
+    if (data->hasText()) { // the target names that other programs request
         const QByteArray text = data->text().toUtf8();
         for (const auto &name : {u"UTF8_STRING"_s, u"text/plain;charset=utf-8"_s}) {
             item.append({name, text});

@@ -7,8 +7,8 @@
 
 namespace vellumo {
 
-/// Contents that one of our own text fields put there. They live in this process and thread: asking
-/// for them through the server would wait for an answer that only we can give.
+/// Returns contents that one of our own text fields owns. They are in this process and thread:
+/// requesting them through the server would wait for an answer that only this thread can give.
 [[nodiscard]] std::optional<QList<PasteboardItem>> toolkitClipboardItems();
 [[nodiscard]] std::optional<QString> toolkitClipboardText(QClipboard::Mode mode);
 

@@ -14,9 +14,9 @@
 
 namespace vellumo {
 
-/// Everything that this folder offers, built on four connections: input, windows, clipboard, and
-/// the history of PRIMARY. What the server cannot do is said in one line on standard output. Needs
-/// the application object; it is to be destroyed before that.
+/// Builds and owns the classes of this folder, on four connections: input, windows, clipboard, and
+/// the history of PRIMARY. Prints one line about what the server lacks. Needs the application
+/// object and must be destroyed before it.
 class X11Backend {
 public:
     /// An empty display means the one that the environment names.

@@ -15,7 +15,7 @@ namespace vellumo {
 
 namespace {
 
-/// The user waits for what is pasted; after this they look elsewhere.
+/// A paste that takes longer is of no use to the user.
 constexpr auto readingTime = 2s;
 
 QString readText(const QByteArray &display, const QByteArray &selection)

@@ -9,13 +9,13 @@
 
 namespace vellumo {
 
-/// Each reading has a thread with an X connection of its own, so that none waits for another and
-/// the main thread can be the owner that answers.
+/// Reads on a thread with an X connection of its own, so that the main thread stays free: it may
+/// itself be the owner that has to answer.
 class X11ClipboardText : public ClipboardText {
 public:
     /// An empty display means the one that the environment names.
     explicit X11ClipboardText(QByteArray display = {}) : display_(std::move(display)) { }
-    /// Waits for a reading to end.
+    /// Blocks until a pending read ends, two seconds at most.
     ~X11ClipboardText() override;
     Q_DISABLE_COPY_MOVE(X11ClipboardText)
 
@@ -23,7 +23,7 @@ public:
 
 private:
     QByteArray display_;
-    std::unique_ptr<QThread> thread_; ///< of the last reading
+    std::unique_ptr<QThread> thread_; ///< of the last read
 };
 
 } // namespace vellumo

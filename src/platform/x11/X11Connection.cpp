@@ -17,7 +17,7 @@
 #include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
-#define explicit explicit_ // a field's name in a header that was written for C
+#define explicit explicit_ // the header is written for C and has a field of this name
 #include <xcb/xkb.h>
 #undef explicit
 
@@ -27,7 +27,7 @@ namespace vellumo {
 
 namespace {
 
-/// Asked for together when the connection is made; any other name costs a round trip once.
+/// Interned together when the connection is opened. Any other name costs one round trip.
 constexpr auto knownAtoms = std::to_array<std::string_view>(
     {"ATOM_PAIR", "CLIPBOARD", "CLIPBOARD_MANAGER", "INCR", "MULTIPLE", "SAVE_TARGETS", "TARGETS",
      "TIMESTAMP", "UTF8_STRING", "VELLUMO_SELECTION", "_GTK_APPLICATION_ID", "_NET_ACTIVE_WINDOW",
@@ -174,7 +174,7 @@ void *X11Connection::waitForReply(unsigned int sequence, QDeadlineTimer deadline
         }
     }
     FreeDeleter()(error);
-    readEvents(); // the reply may have brought events with it
+    readEvents(); // events may have arrived with the reply
     return reply;
 }
 
@@ -201,7 +201,7 @@ void X11Connection::readEvents()
         return;
     }
     while (XcbEvent event{xcb_poll_for_event(xcb_)}) {
-        if (event->response_type != 0) { // an error concerns a window that has gone
+        if (event->response_type != 0) { // errors are about windows that no longer exist
             queue_.push_back(std::move(event));
         }
     }

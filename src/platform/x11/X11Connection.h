@@ -18,10 +18,9 @@ class X11Problems;
 
 /// One connection to the X server beside Qt's own, with waits that end at a deadline.
 ///
-/// Events are kept in one queue in their order of arrival. They are given to the event handler from
-/// the event loop, also those that arrived while something was waited for. Without a server, or
-/// after the server has gone, every question has no answer and no event comes. Belongs to the
-/// thread that makes it.
+/// Events are queued in their order of arrival and passed to the event handler from the event loop,
+/// including those that arrived during a wait. Without a server, or after the connection is lost,
+/// requests have no reply and no events arrive. Belongs to the thread that creates it.
 class X11Connection : public QObject {
     Q_OBJECT
 
@@ -36,49 +35,49 @@ public:
 
     [[nodiscard]] bool isUsable() const { return !lost_; }
 
-    /// As it was given; empty for the one that the environment names.
+    /// Returns the display as given to the constructor.
     [[nodiscard]] QByteArray display() const { return display_; }
 
-    /// Never null: requests on a connection without a server are ignored.
+    /// Never returns null: requests on a connection without a server are ignored.
     [[nodiscard]] xcb_connection_t *xcb() const { return xcb_; }
     [[nodiscard]] xcb_window_t root() const { return root_; }
 
-    /// Time that a question to the server itself may take; it answers within a millisecond unless
-    /// another client holds the server.
+    /// Returns the deadline for a reply of the server itself, which takes less than a millisecond
+    /// unless another client grabs the server.
     static QDeadlineTimer replyDeadline() { return QDeadlineTimer(500); }
 
-    /// The atom of this name, made if needed; XCB_ATOM_NONE without a server.
+    /// Returns the atom of this name, creating it if needed; XCB_ATOM_NONE without a server.
     [[nodiscard]] xcb_atom_t atom(const QByteArray &name);
 
-    /// Name of an atom that a stranger mentioned; empty when there is none.
+    /// Returns the name of an atom that another client sent; empty when there is no such atom.
     [[nodiscard]] QByteArray atomName(xcb_atom_t atom);
 
-    /// Null when the server lacks the extension.
+    /// Returns null when the server lacks the extension.
     [[nodiscard]] const xcb_query_extension_reply_t *extension(xcb_extension_t *id) const;
 
-    /// The reply to a request made with the ordinary (checked) function; null on an error, at the
-    /// deadline and without a server.
+    /// Returns the reply to a request made with the ordinary function, not the unchecked one; null
+    /// on an error, at the deadline and without a server.
     template <typename Reply, typename Cookie>
     [[nodiscard]] XcbPtr<Reply> reply(Cookie cookie, QDeadlineTimer deadline = replyDeadline())
     {
         return XcbPtr<Reply>(static_cast<Reply *>(waitForReply(cookie.sequence, deadline)));
     }
 
-    /// Blocks until the server has carried out everything sent so far, and every event that it
-    /// sent before that is in the queue.
+    /// Blocks until the server has processed all requests so far and the events that it sent before
+    /// are queued. Returns false at the deadline.
     bool roundTrip(QDeadlineTimer deadline = replyDeadline());
 
-    /// Sends what is buffered. Use this rather than xcb_flush(): that may read events, which would
-    /// then lie unnoticed until the next one comes.
+    /// Sends buffered requests. Use this instead of xcb_flush(), which may read events that would
+    /// stay unnoticed until the next one arrives.
     void flush();
 
     void setEventHandler(EventHandler handler) { handler_ = std::move(handler); }
 
-    /// Blocks until an event in the queue satisfies `wanted`, which sees each event once, in order.
-    /// The events stay in the queue. Null at the deadline.
+    /// Blocks until an event in the queue satisfies `wanted`, which is called once for each event,
+    /// in order. The events stay in the queue, which owns the result. Returns null at the deadline.
     const xcb_generic_event_t *findEvent(const EventFilter &wanted, QDeadlineTimer deadline);
 
-    /// As findEvent(), but removes the event, so that the handler does not see it.
+    /// As findEvent(), but removes the event, so that the event handler never gets it.
     XcbEvent takeEvent(const EventFilter &wanted, QDeadlineTimer deadline);
 
 private:

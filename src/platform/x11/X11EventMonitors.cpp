@@ -11,7 +11,7 @@
 #include <QGuiApplication>
 #include <QWindow>
 #include <xcb/xinput.h>
-#define explicit explicit_ // a field's name in a header that was written for C
+#define explicit explicit_ // the header is written for C and has a field of this name
 #include <xcb/xkb.h>
 #undef explicit
 
@@ -24,7 +24,8 @@ namespace {
 constexpr EventMask mouseMask = maskOf(EventType::LeftMouseDown) | maskOf(EventType::RightMouseDown)
     | maskOf(EventType::ScrollWheel);
 
-/// Windows below each other between the root and one of ours: the manager's frame has few.
+/// Maximum depth at which one of our windows is searched below the root; frames of window managers
+/// add few levels.
 constexpr int maxPointerDepth = 8;
 
 /// Whether request number `a` comes before `b`; they wrap.
@@ -105,7 +106,8 @@ void X11EventMonitors::watchKeyboard(X11Problems &problems)
 void X11EventMonitors::watchButtons(X11Problems &problems)
 {
     const auto *extension = connection_.extension(&xcb_input_id);
-    // Raw events come while another client holds a grab only to those who announce 2.1 or later.
+    // During another client's grab, raw events are sent only to clients that announce version 2.1
+    // or later.
     const auto version = extension == nullptr
         ? nullptr
         : connection_.reply<xcb_input_xi_query_version_reply_t>(
@@ -189,8 +191,8 @@ bool X11EventMonitors::waitForRelease(quint32 flags, QDeadlineTimer deadline)
 
 bool X11EventMonitors::withoutMonitors(const std::function<void(X11Connection &)> &post)
 {
-    // The server works off the input that a request made before it reads the next request, and an
-    // event carries the number of the last request: so the numbers distinguish our keys from the
+    // The server processes the input of a request before it reads the next one, and an event
+    // carries the number of the last request. The numbers therefore distinguish our keys from the
     // user's.
     const auto first = xcb_no_operation(connection_.xcb()).sequence;
     post(connection_);
@@ -225,7 +227,7 @@ void X11EventMonitors::handleState(const xcb_generic_event_t &event)
 {
     const auto &change = eventAs<xcb_xkb_state_notify_event_t>(event);
     const auto now = modifierFlags(change.baseMods, change.latchedMods, change.lockedMods);
-    const bool changed = now != flags_; // Num Lock alone is no change
+    const bool changed = now != flags_; // Num Lock alone changes no flag
     flags_ = now;
     if (isOwnDoing(event.full_sequence) || !changed) {
         return;

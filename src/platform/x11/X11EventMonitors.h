@@ -17,10 +17,10 @@ class MonitorList;
 class X11Connection;
 class X11Problems;
 
-/// Watches modifier keys through the keyboard extension's state changes, which come without focus
-/// and under grabs and say nothing about other keys, and mouse buttons through the input
-/// extension's raw events, which are asked for only while a monitor wants them. What goes to our
-/// own windows is seen in Qt's events.
+/// Monitors modifier keys through state notifications of the keyboard extension, which arrive
+/// without focus and during grabs and do not include other keys, and mouse buttons through raw
+/// events of the input extension, which are selected only while a monitor needs them. Events of our
+/// own windows are taken from Qt.
 class X11EventMonitors : public QObject, public EventMonitoring {
     Q_OBJECT
 
@@ -36,10 +36,10 @@ public:
     addLocalMonitor(EventMask mask, std::function<bool(const Event &)> handler) override;
     bool waitForRelease(quint32 flags, QDeadlineTimer deadline) override;
 
-    /// Runs `post`, which may send synthetic keys on this object's connection, and waits until the
-    /// server has carried them out. Flag changes that they cause reach no monitor, however late
-    /// they are looked at, and still count for what is a change afterwards. False when the server
-    /// did not answer.
+    /// Runs `post`, which may send synthetic keys on this object's connection, and blocks until the
+    /// server has processed them. Flag changes caused by them reach no monitor, however late they
+    /// are processed, but later changes are relative to them. Returns false when the server did not
+    /// answer.
     bool withoutMonitors(const std::function<void(X11Connection &)> &post);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -59,11 +59,11 @@ private:
     std::shared_ptr<MonitorList> global_;
     std::shared_ptr<MonitorList> local_;
     ServerTime time_;
-    quint32 flags_ = 0; ///< after the last state change that was looked at
+    quint32 flags_ = 0; ///< after the last processed state change
     quint8 xkbEvent_ = 0; ///< 0 without the extension, as xinputOpcode_
     quint8 xinputOpcode_ = 0;
     bool buttonsSelected_ = false;
-    QList<std::pair<quint32, quint32>> ownRequests_; ///< request numbers [first, end) of own keys
+    QList<std::pair<quint32, quint32>> ownRequests_; ///< request numbers [first, end) of our keys
 };
 
 } // namespace vellumo

@@ -32,14 +32,14 @@ X11KeyPosting::X11KeyPosting(X11Connection &connection, X11EventMonitors &monito
 
 bool X11KeyPosting::canPostCopy(qint64 process)
 {
-    // The keys go where the keyboard is; an active window may have gone without notice.
+    // Keys go to the focused window; the active window may have disappeared unnoticed.
     return hasTest_ && process != getpid() && mayReceiveKeys(windows_.activeWindow(), process)
         && mayReceiveKeys(windows_.focusedTopLevel(), process);
 }
 
 bool X11KeyPosting::mayReceiveKeys(xcb_window_t window, qint64 process)
 {
-    // The server's own id of the client: identifies the owner of what is copied later.
+    // The client id that the server knows, by which the owner of the copy is identified later.
     if (windows_.clientProcess(window) != process) {
         return false;
     }
@@ -68,8 +68,8 @@ bool X11KeyPosting::postCopy(qint64 process)
         };
         release(keys->heldControls);
         release(keys->heldBeforeControl);
-        // Control goes down while Alt or Super still is: released on its own, Alt would open a menu
-        // bar in the application, and the copy would go there.
+        // Press Control before Alt or Super is released: Alt released alone would open a menu bar
+        // in the application, which would then get the copy keys.
         send(XCB_KEY_PRESS, keys->control);
         release(keys->heldAfterControl);
         send(XCB_KEY_PRESS, keys->insert);

@@ -12,8 +12,8 @@ class X11EventMonitors;
 class X11Problems;
 class X11Windows;
 
-/// Presses Control+Insert through the XTEST extension: that copies in every toolkit and with every
-/// keyboard layout, where Control+C interrupts programs in terminals and needs a Latin layout.
+/// Sends Control+Insert through the XTEST extension. It copies in every toolkit and keyboard
+/// layout, whereas Control+C interrupts programs in terminals and needs a Latin layout.
 class X11KeyPosting : public KeyPosting {
 public:
     /// All must outlive this object; `connection` is the one of the monitors.

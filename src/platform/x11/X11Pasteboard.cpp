@@ -21,10 +21,10 @@ namespace vellumo {
 namespace {
 
 constexpr qsizetype maxTargets = 256;
-constexpr auto handOverTime = 900ms; // within the second that a call to the thread may take
+constexpr auto handOverTime = 900ms; // less than the timeout of a call to the thread
 
-/// Changes of the owner that are remembered; more than this come between two questions only when
-/// programs fight over the clipboard.
+/// Maximum number of owner changes that are kept. More occur between two calls only when programs
+/// compete for the clipboard.
 constexpr qsizetype maxChanges = 32;
 constexpr int maxChangesAtOnce = 1000;
 
@@ -108,7 +108,7 @@ bool X11Pasteboard::takeOwnerChange(QDeadlineTimer deadline)
 quint64 X11Pasteboard::changeCount()
 {
     connection_.roundTrip();
-    // Programs that fight over the clipboard may go on for ever.
+    // Programs that compete for the clipboard may never stop.
     for (int i = 0; i < maxChangesAtOnce && takeOwnerChange(QDeadlineTimer(0)); ++i) { }
     return changeCount_;
 }
@@ -156,8 +156,8 @@ bool X11Pasteboard::isOwnedByOwnToolkit(xcb_window_t owner)
     return !isServed(owner) && X11Windows(connection_).clientProcess(owner) == getpid();
 }
 
-/// Targets that are no contents: questions about the selection, requests to do something, numbers
-/// of objects in the owner's memory or on the server that end with it.
+/// Targets that are not contents: metadata of the selection, requests for an action, ids of objects
+/// in the owner's memory or on the server that end with the owner.
 bool X11Pasteboard::isSkipped(const QByteArray &target) const
 {
     static const QSet<QByteArray> skipped{
@@ -180,7 +180,8 @@ bool X11Pasteboard::isSkipped(const QByteArray &target) const
 
 std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadline)
 {
-    // What could not be served could not be put back, nor what changes without notice.
+    // Contents that cannot be served cannot be restored, nor contents whose changes are not
+    // reported.
     if (fixesEvent_ == 0 || thread().window() == XCB_WINDOW_NONE) {
         return std::nullopt;
     }
@@ -227,9 +228,9 @@ std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadlin
         }
     }
     if (changeCount() != countBefore) {
-        return std::nullopt; // parts of two contents
+        return std::nullopt; // the owner changed while it was read
     }
-    // An owner that gives nothing of what it has is not an empty clipboard.
+    // An owner that has targets but returns none of them is not an empty clipboard.
     return item.isEmpty() ? std::nullopt : std::optional(QList<PasteboardItem>{item});
 }
 
@@ -262,7 +263,8 @@ void X11Pasteboard::clear()
     served_.clear();
     if (connection_.isUsable()) {
         xcb_set_selection_owner(connection_.xcb(), XCB_WINDOW_NONE, clipboard_, XCB_CURRENT_TIME);
-        static_cast<void>(changeCount()); // carried out, before another connection does anything
+        // Waits until it is processed, before another connection sends requests.
+        static_cast<void>(changeCount());
     }
 }
 
@@ -297,7 +299,7 @@ void X11Pasteboard::write(const QList<PasteboardItem> &items)
             printDiagnostic(u"the clipboard could not be put back"_s);
             return;
         }
-        static_cast<void>(changeCount()); // what is noted from now on came later
+        static_cast<void>(changeCount()); // changes recorded from now on are newer
         served_ = std::move(contents);
     }
 }

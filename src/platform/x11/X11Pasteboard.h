@@ -14,17 +14,17 @@ namespace vellumo {
 class X11Connection;
 class X11Problems;
 
-/// The CLIPBOARD selection. A snapshot may have 64 MiB and 256 types; a larger one is absent. What
-/// is written is served from a thread, which starts when it is first needed.
+/// The CLIPBOARD selection. A snapshot is limited to 64 MiB and 256 types; a larger one is absent.
+/// Written contents are served by a thread, which starts with the first write.
 ///
-/// An item's types carry only names and bytes. The type and unit of the property that each name
-/// came with are remembered here from the last snapshot, so that writing it back restores them.
+/// An item has only names and bytes. Type and format of each target's property are kept from the
+/// last snapshot, so that writing it back restores them.
 class X11Pasteboard : public Pasteboard {
 public:
     /// `connection` must outlive this object and have no other event handler.
     X11Pasteboard(X11Connection &connection, X11Problems &problems);
 
-    /// Hands contents over to the clipboard manager; takes at most a second.
+    /// Hands contents over to the clipboard manager; blocks for a second at most.
     ~X11Pasteboard() override;
     Q_DISABLE_COPY_MOVE(X11Pasteboard)
 
@@ -43,7 +43,7 @@ private:
         quint8 format = 8;
     };
     struct OwnerChange {
-        quint64 count = 0; ///< the change count after it
+        quint64 count = 0; ///< the change count after this change
         xcb_window_t owner = XCB_WINDOW_NONE;
         xcb_timestamp_t time = XCB_CURRENT_TIME;
     };
@@ -59,14 +59,14 @@ private:
 
     X11Connection &connection_;
     xcb_atom_t clipboard_;
-    std::unique_ptr<X11SelectionThread> thread_; ///< null until something is to be served
-    QList<X11SelectionServer::Content> served_; ///< what was given to the thread last
+    std::unique_ptr<X11SelectionThread> thread_; ///< null until the first write
+    QList<X11SelectionServer::Content> served_; ///< last passed to the thread
     quint8 fixesEvent_ = 0; ///< 0 without the extension
     quint64 changeCount_ = 0;
     QList<OwnerChange> changes_; ///< the latest ones, in order
     bool isNewsPending_ = false;
     QHash<QString, Form> forms_;
-    QObject context_; ///< of calls that are queued
+    QObject context_; ///< context of queued calls
 };
 
 } // namespace vellumo

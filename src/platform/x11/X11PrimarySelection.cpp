@@ -26,7 +26,7 @@ bool X11PrimarySelection::publishes(qint64 processIdentifier)
 std::optional<QString> X11PrimarySelection::string(QDeadlineTimer deadline)
 {
     history_.noteRead();
-    // More is too long whatever its encoding.
+    // A longer text exceeds maxSelectionLength in any encoding.
     constexpr qsizetype mostBytes = 4 * (maxSelectionLength + 1);
     X11SelectionReader reader(connection_, XCB_ATOM_PRIMARY, deadline, mostBytes);
     if (X11Windows(connection_).clientProcess(reader.owner()) == getpid()) {

@@ -9,7 +9,7 @@ namespace vellumo {
 class X11Connection;
 class X11SelectionHistory;
 
-/// The PRIMARY selection: what was last selected, in whichever application that was.
+/// The PRIMARY selection: the text that was last selected in any application.
 class X11PrimarySelection : public PrimarySelection {
 public:
     /// Both must outlive this object.

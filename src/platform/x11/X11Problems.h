@@ -6,20 +6,21 @@
 
 namespace vellumo {
 
-/// Collects what the X server cannot do for this program, so that the user reads one line about it
-/// instead of one from every class that misses something.
+/// Collects what the X server lacks, so that one line is printed instead of one for each class that
+/// needs it.
 class X11Problems {
 public:
-    /// Notes a problem found while the classes of this folder are being built.
+    /// Adds a problem found during construction of the classes of this folder.
     void add(const QString &problem);
 
-    /// Prints the noted problems as one line; nothing when there are none.
+    /// Prints the problems as one line; nothing when there are none.
     void print() const;
 
-    /// For a connection beside another one, which reports the loss of the server for both.
+    /// Suppresses the report of a lost connection, for an additional connection whose loss another
+    /// one reports.
     void muteLoss() { lost_ = true; }
 
-    /// The server ended or threw us out. Printed at once, and only the first time.
+    /// Reports that the connection to the server is lost. Printed at once, and only the first time.
     void connectionLost();
 
 private:

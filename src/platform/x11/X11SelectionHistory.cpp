@@ -14,22 +14,22 @@ namespace vellumo {
 
 namespace {
 
-/// The pointer may be elsewhere by the time that an older press is looked at.
+/// A press that is processed later than this: the pointer may have moved since.
 constexpr qint64 longestDelayMs = 150;
 
-/// A press that is further away from the one before belongs to no double click.
+/// Maximum distance of the presses of a double click.
 constexpr qint64 doubleClickMs = 500;
 
-/// Published sooner after a press than a selection can be dragged.
+/// A selection published sooner than this after a press was not made by dragging.
 constexpr qint64 shortestDragMs = 150;
 
-/// Looking at what the server has reported may take this long.
+/// Maximum time for processing the events that the server has reported.
 constexpr std::chrono::milliseconds longestDrain{50};
 
-/// Windows below each other between the root and the one with the pointer.
+/// Maximum depth of the window with the pointer below the root.
 constexpr int maxNesting = 16;
 
-/// More than run at once; a forgotten one costs a little trust in what it copies.
+/// More applications than run at once. Forgetting one only makes its copies less trusted.
 constexpr qsizetype maxPublishers = 256;
 
 bool isWheel(quint32 button)
@@ -53,7 +53,7 @@ X11SelectionHistory::X11SelectionHistory(X11Connection &connection)
         xcb_get_selection_owner(connection_.xcb(), XCB_ATOM_PRIMARY));
     if (owner && owner->owner != XCB_WINDOW_NONE) {
         publish(owner->owner, clock_.now());
-        published_.readAt = published_.at; // nothing is known of the time before
+        published_.readAt = published_.at; // the time before is unknown
         publishers_.clear();
     }
 }
@@ -77,8 +77,8 @@ void X11SelectionHistory::selectEvents()
                 | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY
                 | XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     }
-    // Raw events come while another client holds a grab only to those who announce 2.1 or later,
-    // touches only from 2.2 on.
+    // During another client's grab, raw events are sent only to clients that announce version 2.1
+    // or later, touches from 2.2 on.
     const auto *input = connection_.extension(&xcb_input_id);
     if (input != nullptr
         && connection_.reply<xcb_input_xi_query_version_reply_t>(
@@ -145,8 +145,8 @@ void X11SelectionHistory::handlePress(quint32 time)
     }
 }
 
-/// Whether the pointer is in the application that has published. A press that was looked at late
-/// counts as one.
+/// Returns whether the pointer is in the application that published, and true for a press that was
+/// processed late.
 bool X11SelectionHistory::isPressInside(qint64 time)
 {
     if (clock_.now() - time > longestDelayMs) {
@@ -170,7 +170,7 @@ bool X11SelectionHistory::isPressInside(qint64 time)
 
 void X11SelectionHistory::publish(xcb_window_t owner, qint64 at)
 {
-    // many times in a row while the mouse is dragged
+    // repeatedly while the mouse is dragged
     const auto process =
         owner == published_.owner ? published_.process : windows_.clientProcess(owner);
     setTitleWatched(false);
@@ -188,19 +188,19 @@ void X11SelectionHistory::publish(xcb_window_t owner, qint64 at)
     }
 }
 
-/// Connects the text with the window that has it selected: the application's active one when it
-/// was published, else its next.
+/// Records the window with the selection: the application's active one when the text was published,
+/// else its next active one.
 void X11SelectionHistory::bind()
 {
     if (!windows_.isManaged()) {
-        look(); // nothing reports another active window
+        look(); // another active window is not reported
     }
     if (published_.window != XCB_WINDOW_NONE || published_.isOver || !published_.process
         || activeProcess_ != published_.process) {
         return;
     }
     published_.window = activeWindow_;
-    // A terminal renames its window for what runs in it, while its selection stays.
+    // A terminal changes its title with the program that runs in it, and keeps the selection.
     const auto [instance, className] = windows_.windowClass(activeWindow_);
     setTitleWatched(!isTerminalClass(instance) && !isTerminalClass(className));
     published_.title = windows_.title(activeWindow_);
@@ -232,7 +232,7 @@ std::optional<Publication> X11SelectionHistory::publication()
     while (const auto event = connection_.takeEvent(any, QDeadlineTimer(0))) {
         handleEvent(*event);
         if (deadline.hasExpired()) {
-            return std::nullopt; // a client that publishes without end
+            return std::nullopt; // a client that publishes without pause
         }
     }
     bind();

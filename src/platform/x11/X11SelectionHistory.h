@@ -14,16 +14,16 @@ class X11Connection;
 
 /// Follows PRIMARY and what ends a selection after it was published, in the order in which the
 /// server reports both: presses of buttons and touches, the active window, the window's title.
-/// Buttons of the wheel end nothing, and neither does a press in another application.
+/// Wheel buttons and presses in another application do not end a selection.
 class X11SelectionHistory {
 public:
-    /// `connection` must outlive this object and have no other event handler or purpose: the events
-    /// that it selects on other clients' windows are this object's.
+    /// `connection` must outlive this object and be used by no other object, since events are
+    /// selected on other clients' windows.
     explicit X11SelectionHistory(X11Connection &connection);
     ~X11SelectionHistory();
     Q_DISABLE_COPY_MOVE(X11SelectionHistory)
 
-    /// Takes into account everything that the server has reported up to now.
+    /// Processes all events that the server has sent so far.
     [[nodiscard]] std::optional<Publication> publication();
 
     [[nodiscard]] bool publishes(qint64 processIdentifier) const
@@ -37,8 +37,8 @@ private:
     struct Published {
         xcb_window_t owner = XCB_WINDOW_NONE;
         std::optional<qint64> process;
-        qint64 at = 0; ///< on the server's clock, as readAt
-        xcb_window_t window = XCB_WINDOW_NONE; ///< the one with the selection, once known
+        qint64 at = 0; ///< on the server's clock, like readAt
+        xcb_window_t window = XCB_WINDOW_NONE; ///< the window with the selection, once known
         QString title;
         bool isTitleWatched = false;
         bool isOver = false;
@@ -59,12 +59,12 @@ private:
     X11Connection &connection_;
     X11Windows windows_;
     ServerClock clock_;
-    quint8 fixesEvent_ = 0; ///< 0 without the extension, as xinputOpcode_
+    quint8 fixesEvent_ = 0; ///< 0 without the extension, like xinputOpcode_
     quint8 xinputOpcode_ = 0;
     xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
     std::optional<qint64> activeProcess_;
     std::optional<qint64> pressedAt_; ///< the last press
-    bool isLonePress_ = false; ///< the last press is no part of a double click
+    bool isLonePress_ = false; ///< the last press does not belong to a double click
     Published published_;
     QSet<qint64> publishers_;
 };

@@ -26,7 +26,7 @@ X11SelectionReader::X11SelectionReader(X11Connection &connection, xcb_atom_t sel
     if (owner_ == XCB_WINDOW_NONE) {
         return;
     }
-    // The owner's window may be one that other parts of this connection watch.
+    // Another user of this connection may have selected events on the owner's window.
     const auto attributes = connection_.reply<xcb_get_window_attributes_reply_t>(
         xcb_get_window_attributes(xcb, owner_), deadline_);
     ownerMask_ = attributes ? attributes->your_event_mask : uint32_t{XCB_EVENT_MASK_NO_EVENT};
@@ -120,8 +120,8 @@ bool X11SelectionReader::isOwnerGone(const xcb_generic_event_t &event) const
         && eventAs<xcb_destroy_notify_event_t>(event).window == owner_;
 }
 
-/// Takes the property's value away from the window, which asks the sender of increments for the
-/// next one. Absent on failure.
+/// Reads and deletes the property, which makes the sender of an incremental transfer send the next
+/// part. Absent on failure.
 std::optional<X11SelectionReader::Chunk> X11SelectionReader::readProperty()
 {
     const auto units = static_cast<uint32_t>((remaining_ / 4) + 1);
@@ -156,7 +156,7 @@ X11SelectionReader::Answer X11SelectionReader::readIncrements()
             return {};
         }
         if (!chunk->exists) {
-            continue; // the news was older than the value read last
+            continue; // the notification is older than the value read last
         }
         const auto &[type, format, bytes] = chunk->value;
         if (whole.type == XCB_ATOM_NONE) {

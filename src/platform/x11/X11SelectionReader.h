@@ -12,44 +12,43 @@ namespace vellumo {
 
 class X11Connection;
 
-/// Reads a selection from the client that owns it now. The owner may stall, die, send without end
-/// or nonsense: no wait lasts beyond the deadline and no more than the limit is kept.
+/// Reads a selection from its current owner. The owner may stall, exit, send invalid data or never
+/// stop sending: no wait exceeds the deadline, and no more than the limit is kept.
 ///
-/// Lives for one reading. It has a window of its own, so that whatever a stalled owner still sends
-/// later goes nowhere.
+/// One object serves one read. It has a window of its own, so that what a stalled owner sends later
+/// is discarded.
 class X11SelectionReader {
 public:
     enum class Outcome : quint8 {
         Value,
-        Cut, ///< the beginning of a value that is over the limit; nothing more can be read
+        Cut, ///< the beginning of a value above the limit; nothing more can be read
         Refused, ///< the owner does not have the contents in this form
-        Failed, ///< time or owner at its end; nothing more can be read
+        Failed, ///< the deadline has passed or the owner has exited; nothing more can be read
     };
     struct Answer {
         Outcome outcome = Outcome::Failed;
         SelectionValue value;
     };
 
-    /// `limit` counts the bytes of all conversions together.
+    /// `limit` is the size in bytes of all conversions together.
     X11SelectionReader(X11Connection &connection, xcb_atom_t selection, QDeadlineTimer deadline,
                        qsizetype limit = maxSelectionBytes);
     ~X11SelectionReader();
     Q_DISABLE_COPY_MOVE(X11SelectionReader)
 
-    /// The owner when the reading began; XCB_WINDOW_NONE for an empty selection.
+    /// Returns the owner at the beginning of the read; XCB_WINDOW_NONE for an empty selection.
     [[nodiscard]] xcb_window_t owner() const { return owner_; }
 
-    /// False when the server did not name the owner in time; there may be one.
+    /// Returns false when the server did not report the owner in time; there may be one.
     [[nodiscard]] bool isOwnerKnown() const { return isOwnerKnown_; }
 
     [[nodiscard]] Answer convert(xcb_atom_t target);
 
-    /// The targets that the owner says it can convert to, without duplicates. Absent when the owner
-    /// does not say.
+    /// Returns the owner's targets, without duplicates. Absent when the owner does not report them.
     [[nodiscard]] std::optional<QList<xcb_atom_t>> targets();
 
-    /// The contents as text, from the first form that the owner has; cut if they are over the
-    /// limit.
+    /// Returns the contents as text, from the first text target that the owner has, truncated at
+    /// the limit.
     [[nodiscard]] std::optional<QString> text();
 
 private:
@@ -71,7 +70,7 @@ private:
     QDeadlineTimer deadline_;
     qsizetype remaining_;
     xcb_window_t owner_ = XCB_WINDOW_NONE;
-    uint32_t ownerMask_ = XCB_EVENT_MASK_NO_EVENT; ///< what this connection had asked for before
+    uint32_t ownerMask_ = XCB_EVENT_MASK_NO_EVENT; ///< event mask of this connection before
     bool isOwnerKnown_ = false;
     xcb_window_t window_ = XCB_WINDOW_NONE;
 };

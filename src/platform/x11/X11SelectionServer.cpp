@@ -16,16 +16,16 @@ namespace vellumo {
 
 namespace {
 
-/// Largest value that is put into one property; a round number well below the server's own limit.
+/// Maximum size of a value in one property, well below the server's own limit.
 constexpr qsizetype partSize = qsizetype{256} * 1024;
 
-/// A requestor that takes no part for so long has given up.
+/// A requestor that takes no part for this long is dropped.
 constexpr auto patience = 5s;
 
-/// More values in parts at once than any desktop asks for.
+/// Maximum number of incremental transfers at once.
 constexpr size_t maxTransfers = 16;
 
-/// Of the pairs in one MULTIPLE request.
+/// Maximum number of pairs in one MULTIPLE request.
 constexpr uint32_t maxPairs = 256;
 
 template <typename Number> QByteArray bytesOf(Number number)
@@ -60,7 +60,8 @@ X11SelectionServer::~X11SelectionServer()
     }
 }
 
-/// The server sends its time only with events: here with that of an empty change to our own window.
+/// Returns the server's time, which is available only in events: appends nothing to a property of
+/// our own window and waits for the event.
 xcb_timestamp_t X11SelectionServer::serverTime()
 {
     const auto property = connection_.atom("VELLUMO_SELECTION"_ba);
@@ -134,7 +135,7 @@ void X11SelectionServer::handleEvent(const xcb_generic_event_t &event)
     case XCB_SELECTION_REQUEST:
         answer(eventAs<xcb_selection_request_event_t>(event));
         break;
-    case XCB_SELECTION_CLEAR: // may be about an earlier ownership
+    case XCB_SELECTION_CLEAR: // may refer to an earlier ownership
         if (eventAs<xcb_selection_clear_event_t>(event).selection == selection_ && !isOwner()) {
             contents_.clear();
         }
@@ -157,7 +158,7 @@ void X11SelectionServer::handleEvent(const xcb_generic_event_t &event)
 
 void X11SelectionServer::answer(const xcb_selection_request_event_t &request)
 {
-    // Old clients leave the property to us.
+    // Old clients let the owner choose the property.
     const auto property = request.property == XCB_ATOM_NONE ? request.target : request.property;
     const bool served = request.owner == window_ && request.selection == selection_
         && !contents_.isEmpty() && request.requestor != window_
@@ -220,7 +221,7 @@ bool X11SelectionServer::convertMultiple(xcb_window_t requestor, xcb_atom_t prop
 bool X11SelectionServer::send(xcb_window_t requestor, xcb_atom_t property,
                               const SelectionValue &value)
 {
-    // A new request for the same property is the end of the old one.
+    // A new request for the same property replaces the old one.
     endTransfers([&](const Transfer &transfer) {
         return transfer.requestor == requestor && transfer.property == property;
     });
@@ -266,7 +267,7 @@ void X11SelectionServer::continueTransfer(xcb_window_t requestor, xcb_atom_t pro
     setProperty(requestor, property, transfer->value, transfer->sent, length);
     transfer->sent += length;
     transfer->patience = QDeadlineTimer(patience);
-    if (length == 0) { // the empty part was the end
+    if (length == 0) { // the empty part ends the transfer
         const Transfer *done = &*transfer;
         endTransfers([done](const Transfer &candidate) { return &candidate == done; });
     }

@@ -15,9 +15,9 @@ namespace vellumo {
 
 class X11Connection;
 
-/// Owns a selection and gives its contents to the clients that ask. Nothing here waits for them: a
-/// large value goes in parts, the next one when the requestor has taken the last, and a requestor
-/// that stops taking is forgotten.
+/// Owns a selection and serves its contents. Never waits for a requestor: a large value is sent in
+/// parts, each after the requestor has taken the previous one, and a requestor that stops is
+/// dropped.
 class X11SelectionServer : public QObject {
     Q_OBJECT
 
@@ -27,18 +27,18 @@ public:
         SelectionValue value;
     };
 
-    /// `connection` must outlive this object; its events are to be given to handleEvent().
+    /// `connection` must outlive this object; the caller passes its events to handleEvent().
     X11SelectionServer(X11Connection &connection, xcb_atom_t selection);
     ~X11SelectionServer() override;
     Q_DISABLE_COPY_MOVE(X11SelectionServer)
 
-    /// The window that owns the selection while this object serves it.
+    /// Returns the window that owns the selection while this object serves it.
     [[nodiscard]] xcb_window_t window() const { return window_; }
 
-    /// Becomes the owner with these contents; false when the server does not agree.
+    /// Becomes the owner with these contents. Returns false when the server refuses.
     bool own(QList<Content> contents);
 
-    /// Asks the desktop's clipboard manager to take the contents over and serves it until it has
+    /// Asks the desktop's clipboard manager to take over the contents and serves it until it has
     /// done so. Does nothing when this object owns nothing or there is no manager.
     void handOver(QDeadlineTimer deadline);
 

@@ -15,7 +15,7 @@ namespace vellumo {
 
 namespace {
 
-/// A server that answers at all answers within milliseconds.
+/// A working server answers within milliseconds.
 constexpr auto answerTimeout = 1s;
 
 } // namespace

@@ -8,9 +8,9 @@
 
 namespace vellumo {
 
-/// Serves a selection from a thread with a connection of its own. Clients that ask for the contents
-/// never wait for the main thread: it may be busy, or be the one that asks, through the toolkit's
-/// clipboard. Values go in and out, nothing is shared; the destructor joins the thread.
+/// Serves a selection from a thread with a connection of its own. Requestors never wait for the
+/// main thread, which may be busy or be the requestor itself, through the toolkit's clipboard.
+/// Values are copied in and out; nothing is shared. The destructor joins the thread.
 ///
 /// Main thread only. Every call blocks for a second at most.
 class X11SelectionThread : private QThread {
@@ -20,29 +20,30 @@ public:
     ~X11SelectionThread() override;
     Q_DISABLE_COPY_MOVE(X11SelectionThread)
 
-    /// The window that owns the selection while it is served; XCB_WINDOW_NONE when nothing can be
-    /// served, because there is no server or it does not answer.
+    /// Returns the window that owns the selection while it is served; XCB_WINDOW_NONE when nothing
+    /// can be served, because there is no server or it does not answer.
     [[nodiscard]] xcb_window_t window();
 
-    /// Becomes the owner with these contents; false when the server does not agree in time.
+    /// Becomes the owner with these contents. Returns false when the server refuses or does not
+    /// answer in time.
     bool own(const QList<X11SelectionServer::Content> &contents);
 
-    /// Asks the desktop's clipboard manager to take the contents over and serves it until it has
+    /// Asks the desktop's clipboard manager to take over the contents and serves it until it has
     /// done so or the deadline has passed. Does nothing while another client owns the selection.
     void handOver(QDeadlineTimer deadline);
 
 private:
     void run() override;
 
-    /// Runs `question` on the thread; absent when it is not answered in time. It may then still
-    /// run later.
+    /// Runs `question` on the thread and returns its result; absent on timeout, in which case it
+    /// may still run later.
     template <typename Answer, typename Question>
     [[nodiscard]] std::optional<Answer> ask(Question question);
 
     QByteArray display_;
     QByteArray selection_;
     std::promise<X11SelectionServer *> started_;
-    std::shared_future<X11SelectionServer *> server_; ///< lives on the thread; null without X
+    std::shared_future<X11SelectionServer *> server_; ///< belongs to the thread; null without X
 };
 
 } // namespace vellumo

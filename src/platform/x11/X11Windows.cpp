@@ -18,16 +18,17 @@ namespace vellumo {
 
 namespace {
 
-/// Of a text property, in units of four bytes; window titles have no limit of their own.
+/// Maximum length of a text property in units of four bytes; X does not limit window titles.
 constexpr uint32_t maxPropertyLength = 16 * 1024;
 
-/// Windows on the screen that are looked at.
+/// Maximum number of top-level windows that are examined.
 constexpr int maxTopLevels = 200;
 
-/// Windows between the one with the keyboard and the root.
+/// Maximum depth of the focused window below the root.
 constexpr int maxWindowDepth = 32;
 
-/// Identifies the namespace that holds a process's host name; empty when it may not be read.
+/// Returns the id of the UTS namespace of a process, which determines its host name; empty when it
+/// cannot be read.
 QByteArray hostNamespace(const QByteArray &process)
 {
     std::array<char, 64> target{};
@@ -36,14 +37,14 @@ QByteArray hostNamespace(const QByteArray &process)
     return length > 0 ? QByteArray(target.data(), length) : QByteArray();
 }
 
-/// Containers have host names of their own.
+/// Containers may have their own host names.
 bool hasOwnHostName(qint64 process)
 {
     const QByteArray theirs = hostNamespace(QByteArray::number(process));
     return !theirs.isEmpty() && theirs != hostNamespace("self"_ba);
 }
 
-/// Some programs name their machine with its domain, some without.
+/// Some programs include the domain in the machine's name, some do not.
 QByteArray firstLabel(const QByteArray &machine)
 {
     return machine.split('.').constFirst().toLower();
@@ -101,7 +102,7 @@ xcb_window_t X11Windows::focusedTopLevel()
     for (int depth = 0;
          depth < maxWindowDepth && window != XCB_WINDOW_NONE && window != connection_.root();
          ++depth) {
-        // From version 44 on, Mutter's frames are windows of a program of their own.
+        // Since version 44, Mutter's frames belong to a separate process.
         const bool isFrame =
             firstNumber(property(window, connection_.atom("_MUTTER_FRAME_FOR"_ba), XCB_ATOM_WINDOW))
                 .has_value();
@@ -122,7 +123,7 @@ std::optional<qint64> X11Windows::process(xcb_window_t window)
     if (connected && named && *connected == *named) {
         return connected;
     }
-    // A forwarded window is connected through a process of this machine that is not its own.
+    // A forwarded window is connected through a local process that is not its own.
     if (isOfAnotherMachine(window) && !(connected && hasOwnHostName(*connected))) {
         return std::nullopt;
     }
@@ -164,7 +165,7 @@ bool X11Windows::isScreenCovered()
             continue;
         }
         const xcb_window_t window = *(topmost - i);
-        // The server itself owns the compositor's.
+        // The compositor's overlay window belongs to the server.
         const auto process = clientProcess(window);
         if (process && process != getpid()) {
             unmanaged = attributes->override_redirect != 0 && process != managerProcess()
@@ -179,7 +180,7 @@ bool X11Windows::isScreenCovered()
         && place->y + place->height >= root->height;
 }
 
-/// Some window managers put windows of their own, which are not managed, around the others.
+/// Some window managers place unmanaged windows of their own around the others.
 std::optional<qint64> X11Windows::managerProcess()
 {
     const auto window = firstNumber(property(
@@ -189,7 +190,7 @@ std::optional<qint64> X11Windows::managerProcess()
 
 bool X11Windows::isOfAnotherMachine(xcb_window_t window)
 {
-    // some count the end of the string in
+    // some programs include the terminating zero
     const QByteArray machine =
         property(window, XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING).split('\0').constFirst();
     return !machine.isEmpty() && firstLabel(machine) != "localhost"

@@ -18,34 +18,33 @@ struct WindowClass {
     friend bool operator==(const WindowClass &, const WindowClass &) = default;
 };
 
-/// Questions about other clients' windows. Every answer is empty when the window has gone.
+/// Queries other clients' windows. Results are empty when the window no longer exists.
 class X11Windows {
 public:
     /// `connection` must outlive this object.
     explicit X11Windows(X11Connection &connection) : connection_(connection) { }
 
-    /// The window that the window manager calls active; some leave the number of a window that has
-    /// gone. Without such a window manager, focusedTopLevel().
+    /// Returns the active window that the window manager reports, which may no longer exist.
+    /// Without such a window manager, returns focusedTopLevel().
     [[nodiscard]] xcb_window_t activeWindow();
 
-    /// Whether the last activeWindow() came from a window manager.
+    /// Returns whether the last result of activeWindow() came from a window manager.
     [[nodiscard]] bool isManaged() const { return managed_; }
 
-    /// The outermost window around the one with the keyboard that says to what application it
-    /// belongs.
+    /// Returns the outermost ancestor of the focused window that names its application.
     [[nodiscard]] xcb_window_t focusedTopLevel();
 
-    /// The process whose connection made this window; where the server does not know it, the one
-    /// that the window names. Absent for a window that another machine shows here.
+    /// Returns the process whose connection made this window; where the server does not know it,
+    /// the process that the window names. Absent for a window of another machine.
     [[nodiscard]] std::optional<qint64> process(xcb_window_t window);
 
-    /// The process whose connection made this window, as the server knows it.
+    /// Returns the process whose connection made this window, as the server knows it.
     [[nodiscard]] std::optional<qint64> clientProcess(xcb_window_t window);
 
     [[nodiscard]] bool exists(xcb_window_t window);
 
-    /// Whether the topmost window, not counting ours, the window manager's and the compositor's, is
-    /// one that covers the whole screen and is under no window manager's control.
+    /// Returns whether the topmost window, except for ours, the window manager's and the
+    /// compositor's, is unmanaged and covers the whole screen.
     [[nodiscard]] bool isScreenCovered();
 
     [[nodiscard]] WindowClass windowClass(xcb_window_t window);

@@ -21,10 +21,10 @@ namespace vellumo {
 
 namespace {
 
-/// After the start, when other things are more urgent than names of applications.
+/// Delay after the start, when other work is more urgent than names of applications.
 constexpr auto startDelay = 1s;
 
-/// Hands it to the first of the desktop's openers that is there.
+/// Opens the target with the first opener of the desktop that is installed.
 bool openWithDesktop(const QString &what)
 {
     const std::initializer_list<QStringList> openers{
@@ -57,7 +57,7 @@ X11Workspace::X11Workspace(X11Connection &connection, X11Windows &windows, Deskt
     xcb_change_window_attributes(connection_.xcb(), connection_.root(), XCB_CW_EVENT_MASK, &mask);
     connection_.setEventHandler([this](const auto &event) { handleEvent(event); });
     look();
-    announcedProcess_ = foreignProcess_; // it was in front before we were there
+    announcedProcess_ = foreignProcess_; // it was in front before this program started
     idle_.start(startDelay);
 }
 
@@ -93,7 +93,7 @@ void X11Workspace::handleEvent(const xcb_generic_event_t &event)
 
 void X11Workspace::look()
 {
-    // Both, since a window's number may come back as another client's window.
+    // Compare both, since the server reuses window ids for other clients.
     const auto window = windows_.activeWindow();
     const auto process = processOf(window);
     if (window == activeWindow_ && process == activeProcess_) {
@@ -117,8 +117,8 @@ std::optional<qint64> X11Workspace::processOf(xcb_window_t window) const
     return process || !windows_.exists(window) ? process : std::optional<qint64>(0);
 }
 
-/// Hears of the window's names. Without a window manager only the window that loses the keyboard
-/// says that another one gets it.
+/// Selects changes of the window's names. Without a window manager, a change of the focus is
+/// reported only by the window that loses it.
 void X11Workspace::watch(xcb_window_t window)
 {
     const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE
@@ -133,7 +133,8 @@ void X11Workspace::watch(xcb_window_t window)
     connection_.flush();
 }
 
-/// Whether the window in front has changed what it says of its application.
+/// Returns whether the event changes the properties of the window in front that name its
+/// application.
 bool X11Workspace::isNaming(const xcb_property_notify_event_t &event)
 {
     return event.window == foreignWindow_
@@ -202,7 +203,7 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication()
     if (!foreignProcess_) {
         return std::nullopt;
     }
-    resolve(); // what it said last may not have been delivered yet
+    resolve(); // its last change may not have been delivered yet
     return resolved_;
 }
 
@@ -227,7 +228,7 @@ bool X11Workspace::openUrl(const QUrl &url)
 {
     const bool isWeb = url.scheme() == "https"_L1 || url.scheme() == "http"_L1;
     if (!url.isValid() || !isWeb || url.host().isEmpty()) {
-        return false; // a file or a program's own scheme could be made to do anything
+        return false; // files and other schemes could start any program
     }
     return openWithDesktop(QString::fromLatin1(url.toEncoded()));
 }

@@ -13,9 +13,9 @@ namespace vellumo {
 
 class X11Connection;
 
-/// Follows the active window. Names of applications are looked up when the event loop is idle after
-/// a window came to the front, so that asking for the frontmost application finds them ready, and
-/// again when the window names itself otherwise: some do so only after they are shown.
+/// Follows the active window. The application's name is looked up when the event loop is idle after
+/// an activation, so that frontmostApplication() has it ready, and again when the window changes
+/// its properties: some set them only after they are shown.
 class X11Workspace : public Workspace {
     Q_OBJECT
 
@@ -35,7 +35,7 @@ public:
     bool openFolder(const QString &path) override;
     bool openAccessibilitySettings() override;
 
-    /// Title of the active window, absent if that does not belong to the process.
+    /// Returns the title of the active window; absent if it does not belong to the process.
     [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier);
 
 private:
@@ -54,11 +54,11 @@ private:
     xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
     std::optional<qint64> activeProcess_;
     xcb_window_t foreignWindow_ = XCB_WINDOW_NONE;
-    std::optional<qint64> foreignProcess_; ///< of the last active window that was not ours
+    std::optional<qint64> foreignProcess_; ///< process of the last active foreign window
     std::optional<qint64> announcedProcess_;
     xcb_window_t watchedWindow_ = XCB_WINDOW_NONE;
     std::optional<RunningApplication> resolved_; ///< names for foreignWindow_
-    QString resolvedId_; ///< what that window said of itself then, as resolvedClass_
+    QString resolvedId_; ///< property of that window when it was resolved, like resolvedClass_
     WindowClass resolvedClass_;
 };
 

@@ -13,11 +13,11 @@ struct FreeDeleter {
     void operator()(void *memory) const { std::free(memory); } // NOLINT(*-no-malloc)
 };
 
-/// Replies and events come from malloc and belong to the caller.
+/// Owns a reply or an event, which libxcb allocates with malloc.
 template <typename T> using XcbPtr = std::unique_ptr<T, FreeDeleter>;
 using XcbEvent = XcbPtr<xcb_generic_event_t>;
 
-/// The event's own type, without the bit that marks events sent by other clients.
+/// Returns the event's type without the bit that marks events sent by other clients.
 inline quint8 eventType(const xcb_generic_event_t &event)
 {
     return event.response_type & 0x7F;

@@ -36,7 +36,7 @@ Terminal=false
 StartupNotify=false
 )";
 
-/// Hides the entry that is set for all users.
+/// Overrides and disables the entry for all users.
 constexpr auto hidingEntry = "[Desktop Entry]\nType=Application\nName=vellumo\nHidden=true\n";
 
 QByteArray command(const QString &program)
@@ -49,7 +49,7 @@ QByteArray newContents(const QString &program)
     return QByteArray(newEntry).replace("%1", command(program));
 }
 
-/// Whether all of this was written here.
+/// Returns whether the contents are exactly what this class writes.
 bool isOwn(const QByteArray &contents, const QString &program)
 {
     return contents == newContents(program) || contents == hidingEntry;
@@ -88,7 +88,7 @@ AutostartEntry::AutostartEntry(QStringList folders, QString program, QObject *pa
     const auto look = [this] {
         for (const QString &path : {folders_.constFirst(), userFile()}) {
             if (QFileInfo::exists(path)) {
-                watcher_.addPath(path); // a replaced file must be added again
+                watcher_.addPath(path); // a replaced file is no longer watched
             }
         }
         Q_EMIT changed();

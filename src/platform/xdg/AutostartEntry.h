@@ -8,19 +8,18 @@
 
 namespace vellumo {
 
-/// An entry in the desktop's folder of programs to start at login (XDG autostart), which the
-/// desktop's own settings may switch off and on as well.
+/// An XDG autostart entry, which the desktop's own settings may switch off and on as well.
 class AutostartEntry final : public LoginStart {
     Q_OBJECT
 
 public:
     /// `folders` are the "autostart" folders, the user's own first; `program` is the name or the
-    /// path of what is to be started. What others wrote into the user's entry stays there.
+    /// path of the program. Lines that others added to the user's entry are kept.
     AutostartEntry(QStringList folders, QString program, QObject *parent = nullptr);
 
-    /// Those of XDG_CONFIG_HOME and XDG_CONFIG_DIRS.
+    /// Returns the folders of XDG_CONFIG_HOME and XDG_CONFIG_DIRS.
     [[nodiscard]] static QStringList standardFolders();
-    /// This program: its name if that leads here, else its path.
+    /// Returns this program's name if PATH resolves it to this file, else its path.
     [[nodiscard]] static QString ownProgram();
 
     [[nodiscard]] State state() const override;

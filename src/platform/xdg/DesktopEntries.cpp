@@ -17,7 +17,7 @@ namespace vellumo {
 
 namespace {
 
-/// Real ones, with all their translations, have some tens of kilobytes.
+/// Real entries with all translations have some tens of kilobytes.
 constexpr qint64 maxFileSize = qint64{1024} * 1024;
 
 QDateTime timeOf(const QString &folder)
@@ -113,7 +113,7 @@ void DesktopEntries::readFolder(const QString &folder, QHash<QString, DesktopEnt
         if (found.contains(id) || !file.open(QIODevice::ReadOnly) || file.size() > maxFileSize) {
             continue;
         }
-        // not read(maxFileSize), which takes a buffer of that size for each small file
+        // not read(maxFileSize), which allocates that size for each small file
         if (auto entry = parseDesktopEntry(file.readAll(), languages_)) {
             entry->id = id;
             found.insert(id, *std::move(entry));
@@ -137,12 +137,12 @@ const DesktopEntry *DesktopEntries::find(const QString &applicationId, const QSt
     if (const auto *entry = first(applicationId, hasId)) {
         return entry;
     }
-    // A user's own entry may claim the class of an application that the desktop knows by its id.
+    // A user's own entry may claim the class of an application that is known by its id.
     if (const auto *entry = first(className, hasId)) {
         return entry;
     }
-    // The class names the application, the instance one of its windows or a user's choice; an exact
-    // match of either is better than one that differs in case.
+    // The class names the application, the instance one of its windows or a user's choice. An exact
+    // match of either is preferred to one that differs in case.
     const auto tests = std::to_array<Test>({
         [](const auto &entry, const auto &text) { return entry.startupWmClass == text; },
         [](const auto &entry, const auto &text) { return isSame(entry.startupWmClass, text); },

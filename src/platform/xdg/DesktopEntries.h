@@ -9,23 +9,23 @@
 
 namespace vellumo {
 
-/// The applications that the desktop knows, found by what their windows say of themselves. Reading
-/// their files takes some milliseconds: refresh() is for idle moments, find() reads nothing.
+/// The installed applications, found by the properties of their windows. refresh() reads files,
+/// which takes some milliseconds, and is meant for idle times; find() reads none.
 class DesktopEntries {
 public:
-    /// `folders` are the "applications" folders, the most important first; see standardFolders().
+    /// `folders` are the "applications" folders, in order of precedence; see standardFolders().
     DesktopEntries(QStringList folders, QStringList languages);
 
-    /// Those of XDG_DATA_HOME and XDG_DATA_DIRS.
+    /// Returns the folders of XDG_DATA_HOME and XDG_DATA_DIRS.
     [[nodiscard]] static QStringList standardFolders();
 
     [[nodiscard]] bool isRead() const { return read_; }
 
-    /// Reads the files if a folder has changed since the last time; true if it did.
+    /// Reads the files if a folder has changed since the last call. Returns whether it did.
     bool refresh();
 
-    /// The entry of the window with this application id and the two parts of WM_CLASS, any of which
-    /// may be empty; null if there is none. Valid until the next refresh().
+    /// Returns the entry of the window with this application id and the two parts of WM_CLASS, any
+    /// of which may be empty; null if there is none. Valid until the next refresh().
     [[nodiscard]] const DesktopEntry *find(const QString &applicationId, const QString &instance,
                                            const QString &className) const;
 
@@ -36,7 +36,7 @@ private:
     QStringList folders_;
     QStringList languages_;
     bool read_ = false;
-    QHash<QString, QDateTime> folderTimes_; ///< with the folders below, invalid where absent
+    QHash<QString, QDateTime> folderTimes_; ///< including subfolders; invalid where absent
     QList<DesktopEntry> entries_; ///< shown ones first, then by id
 };
 

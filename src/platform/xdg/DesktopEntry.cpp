@@ -14,7 +14,7 @@ namespace vellumo {
 
 namespace {
 
-/// Programs that start another one, which they name among their arguments or nowhere.
+/// Launchers, whose program is among the arguments or not named at all.
 bool isLauncher(const QString &program)
 {
     static const QStringList launchers{u"env"_s,  u"sh"_s,      u"bash"_s,    u"flatpak"_s,
@@ -35,8 +35,8 @@ QString executableIn(const QString &exec)
     return {};
 }
 
-/// Position in `languages` of the language of a key such as "Name[de]"; the plain key comes after
-/// all of them, a language that is not wanted after that.
+/// Returns the rank of a key such as "Name[de]": the position of its language in `languages`, then
+/// the plain key, then other languages.
 qsizetype nameRank(QByteArrayView key, const QStringList &languages)
 {
     if (key == "Name") {
@@ -111,7 +111,7 @@ QStringList desktopEntryLanguages()
         }
     }
     QStringList languages;
-    if (locale != "C"_L1 && locale != "POSIX"_L1) { // where LANGUAGE does not count
+    if (locale != "C"_L1 && locale != "POSIX"_L1) { // LANGUAGE is ignored there
         const auto wanted = qEnvironmentVariable("LANGUAGE").split(u':', Qt::SkipEmptyParts);
         for (const QString &language : wanted) {
             addLanguage(languages, language);

@@ -9,23 +9,23 @@
 
 namespace vellumo {
 
-/// What is of interest in the file that describes an application to the desktop.
+/// The parts of a .desktop file that are used here.
 struct DesktopEntry {
     QString id; ///< file name without suffix, folders below "applications" joined with '-'
-    QString name; ///< in the best of the wanted languages
+    QString name; ///< in the first available language
     QString startupWmClass;
     QString executable; ///< the program's file name in Exec; empty for a launcher such as env
     bool isTextEditor = false; ///< by its categories
     bool isShown = true; ///< not NoDisplay
-    bool isDeleted = false; ///< Hidden: the file only takes another one's place
+    bool isDeleted = false; ///< Hidden: the file only overrides another one
 };
 
-/// The entry in a file's contents; absent when it describes no application. `languages` are in the
-/// files' own form ("pt_BR", "pt"), the best first.
+/// Returns the entry in a file's contents; absent when it describes no application. `languages` are
+/// in the files' form ("pt_BR", "pt"), the preferred one first.
 [[nodiscard]] std::optional<DesktopEntry> parseDesktopEntry(const QByteArray &contents,
                                                             const QStringList &languages);
 
-/// The user's languages in the form that parseDesktopEntry() takes, from the environment's
+/// Returns the user's languages in the form that parseDesktopEntry() takes, from the environment's
 /// LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
 [[nodiscard]] QStringList desktopEntryLanguages();
 

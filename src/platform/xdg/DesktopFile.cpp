@@ -11,7 +11,7 @@ namespace vellumo {
 
 namespace {
 
-/// The end of the line that begins at `start`, before its newline.
+/// Returns the end of the line that begins at `start`, before its newline.
 qsizetype lineEnd(const QByteArray &contents, qsizetype start)
 {
     const qsizetype end = contents.indexOf('\n', start);

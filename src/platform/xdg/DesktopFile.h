@@ -9,8 +9,8 @@
 
 namespace vellumo {
 
-/// The main group, [Desktop Entry], of a file as the Desktop Entry Specification of freedesktop.org
-/// describes it. Changes keep the rest of the file byte for byte.
+/// The main group, [Desktop Entry], of a file in the format of freedesktop.org. Changes keep the
+/// rest of the file byte for byte.
 class DesktopFile {
 public:
     /// One `key=value` of the group, without blanks around either. Views into contents().
@@ -25,14 +25,14 @@ public:
 
     [[nodiscard]] const QByteArray &contents() const { return contents_; }
 
-    /// The first entry that starts at or after `position`.
+    /// Returns the first entry that starts at or after `position`.
     [[nodiscard]] std::optional<Entry> entryFrom(qsizetype position) const;
 
-    /// Unescaped; null without such an entry.
+    /// Returns the unescaped value; null without such an entry.
     [[nodiscard]] QString value(QByteArrayView key) const;
     [[nodiscard]] bool has(QByteArrayView key) const { return find(key).has_value(); }
 
-    /// Takes the value as it is to be written, escapes included.
+    /// `value` is written as it is; the caller escapes it.
     void set(QByteArrayView key, QByteArrayView value);
     void remove(QByteArrayView key);
 

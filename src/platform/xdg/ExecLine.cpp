@@ -10,7 +10,7 @@ namespace vellumo::execLine {
 
 namespace {
 
-/// What a backslash takes its meaning from, between double quotes.
+/// Characters that a backslash escapes between double quotes.
 constexpr QStringView escapedInQuotes = u"\\\"`$";
 
 } // namespace
@@ -60,7 +60,7 @@ QByteArray written(const QString &program)
         }
         word += c;
     }
-    // beyond the quotes: field codes, and the escapes of every value of an entry
+    // in addition to quoting: field codes, and the escapes of all values of an entry
     word += u'"';
     return word.replace(u'%', u"%%"_s).replace(u'\\', u"\\\\"_s).toUtf8();
 }

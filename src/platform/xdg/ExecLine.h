@@ -6,13 +6,13 @@
 #include <QString>
 #include <QStringList>
 
-/// The command in the Exec entry of a .desktop file, by the Desktop Entry Specification.
+/// Reads and writes the command in the Exec entry of a .desktop file.
 namespace vellumo::execLine {
 
-/// The words of an unescaped value. %% is read as %; field codes such as %U stay as they are.
+/// Splits an unescaped value into words. %% becomes %; field codes such as %U are kept.
 [[nodiscard]] QStringList words(const QString &value);
 
-/// The program as the first word, quoted and escaped as the file has it.
+/// Returns the program as the first word, quoted and escaped for the file.
 [[nodiscard]] QByteArray written(const QString &program);
 
 } // namespace vellumo::execLine

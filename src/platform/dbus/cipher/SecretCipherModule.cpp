@@ -33,7 +33,7 @@ Number prime()
     return {BN_get_rfc2409_prime_1024(nullptr), &BN_clear_free};
 }
 
-/// base to the power of the secret exponent, with leading zeros.
+/// Computes base to the power of the secret exponent, with leading zeros.
 bool power(const BIGNUM *base, BIGNUM *exponent, unsigned char *result)
 {
     const std::unique_ptr<BN_CTX, decltype(&BN_CTX_free)> context(BN_CTX_secure_new(),
@@ -60,8 +60,8 @@ int makePair(unsigned char *secretHalf, unsigned char *openHalf)
     return isMade ? 1 : 0;
 }
 
-/// Whether the number lies strictly between 1 and the prime less 1, beyond which the outcome is
-/// known.
+/// Returns whether the number is strictly between 1 and the prime less 1; other values would make
+/// the key predictable.
 bool isInRange(const BIGNUM *peer)
 {
     const Number limit = prime();

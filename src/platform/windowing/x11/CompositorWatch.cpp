@@ -15,7 +15,7 @@ namespace {
 
 xcb_extension_t compositeExtension = {"Composite", 0};
 
-/// Asks the Composite extension for the pixmap behind a window: only one drawn off screen has it.
+/// Asks the Composite extension for the pixmap of a window, which only a redirected window has.
 bool hasOffScreenPixmap(xcb_connection_t *c, xcb_window_t window)
 {
     const auto *extension = xcb_get_extension_data(c, &compositeExtension);
@@ -35,7 +35,7 @@ bool hasOffScreenPixmap(xcb_connection_t *c, xcb_window_t window)
     constexpr uint8_t nameWindowPixmap = 6;
     const xcb_protocol_request_t protocol{1, &compositeExtension, nameWindowPixmap, 1};
     std::array<iovec, 3> parts{};
-    parts[2] = {&request, sizeof request}; // two parts before it belong to the library
+    parts[2] = {&request, sizeof request}; // libxcb uses the two parts before it
     const xcb_void_cookie_t cookie{xcb_send_request(c, XCB_REQUEST_CHECKED, &parts[2], &protocol)};
     const XcbPtr<xcb_generic_error_t> error(xcb_request_check(c, cookie));
     if (!error) {
@@ -44,8 +44,8 @@ bool hasOffScreenPixmap(xcb_connection_t *c, xcb_window_t window)
     return !error;
 }
 
-/// Whether a new window on this screen would be blended. The one that is made for it lies outside
-/// the screen and goes at once.
+/// Returns whether a new window on this screen would be blended. Creates a window outside the
+/// screen for the test and destroys it at once.
 bool drawsOffScreen(xcb_connection_t *c)
 {
     const xcb_window_t window = xcb_generate_id(c);
@@ -95,7 +95,7 @@ void CompositorWatch::watch()
     if (!extension || !extension->present) {
         return;
     }
-    // the server answers XFixes requests only after this one
+    // the server accepts XFixes requests only after this one
     const XcbPtr<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
         c, xcb_xfixes_query_version(c, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
         nullptr));

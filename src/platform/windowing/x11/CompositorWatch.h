@@ -8,10 +8,9 @@
 
 namespace vellumo {
 
-/// Reports whether a compositor blends windows, and when one starts or stops. The owner of the
-/// screen's compositing-manager selection says that one runs; but one that could not start
-/// rendering may still own it, so a window is asked as well whether it is drawn off screen.
-/// Without an X server everything is taken to blend.
+/// Reports whether a compositor blends windows, and when one starts or stops. A compositor owns a
+/// selection, but one that could not start rendering may still own it; therefore a window is also
+/// tested for redirection. Without an X server windows count as blended.
 class CompositorWatch final : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
@@ -21,7 +20,7 @@ public:
 
     [[nodiscard]] bool isCompositing() const { return isCompositing_; }
 
-    /// Looks again, at the cost of a round trip; a difference arrives as changed().
+    /// Queries again, which costs a round trip; a change is reported by changed().
     void refresh();
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
@@ -37,7 +36,7 @@ private:
     quint8 firstEvent_ = 0;
     bool isOwned_ = false;
     bool isCompositing_ = true;
-    QTimer settling_; ///< a compositor takes the selection before it starts to render
+    QTimer settling_; ///< a compositor acquires the selection before it starts to render
 };
 
 } // namespace vellumo

@@ -45,7 +45,7 @@ bool EmbeddingTrays::nativeEventFilter(const QByteArray &eventType, void *messag
     const auto *news = reinterpret_cast<const xcb_client_message_event_t *>(event);
     if (news->type == x11::atom(c, "MANAGER")
         && news->data.data32[1] == x11::atom(c, traySelection)) {
-        // not from within: the toolkit looks at the same message
+        // queued, since the toolkit processes the same message
         QMetaObject::invokeMethod(this, &EmbeddingTrays::appeared, Qt::QueuedConnection);
     }
     return false;

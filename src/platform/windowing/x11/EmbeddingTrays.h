@@ -7,8 +7,8 @@
 
 namespace vellumo {
 
-/// Watches whether the display has a tray of the older kind, which embeds icons as windows, and
-/// when one comes. There is none without an X server. Main thread only.
+/// Reports whether the display has an XEmbed tray, and when one appears. There is none without an X
+/// server. Main thread only.
 class EmbeddingTrays final : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ public:
     explicit EmbeddingTrays(QObject *parent = nullptr);
     ~EmbeddingTrays() override;
 
-    /// Asks the X server.
+    /// Queries the X server.
     [[nodiscard]] bool isPresent() const;
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;

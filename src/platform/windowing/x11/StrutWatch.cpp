@@ -24,7 +24,8 @@ QList<quint32> numbersOf(xcb_connection_t *c, xcb_get_property_cookie_t question
     return {values, std::next(values, xcb_get_property_value_length(reply.get()) / 4)};
 }
 
-/// The strut of each managed window; asked all at once.
+/// Returns the struts of all managed windows. All requests are sent before the first reply is
+/// awaited.
 QList<QList<quint32>> fetchNumbers(xcb_connection_t *c)
 {
     const auto ask = [c](xcb_window_t window, const char *name, xcb_atom_t type, quint32 length) {
@@ -70,7 +71,7 @@ QMargins StrutWatch::margins(const QRect &screen) const
     if (!c || struts_.isEmpty()) {
         return {};
     }
-    // as it is now: the size in the connection's setup is that of its start
+    // the current size; the connection's setup has that of its start
     const XcbPtr<xcb_get_geometry_reply_t> desktop(
         xcb_get_geometry_reply(c, xcb_get_geometry(c, x11::rootWindow(c)), nullptr));
     return desktop ? reservedMargins(screen, {desktop->width, desktop->height}, struts_)

@@ -9,9 +9,9 @@
 
 namespace vellumo {
 
-/// What desktop panels reserve, where there are several screens: Qt knows their free parts only
-/// where there is one. Without an X server, or with one screen, nothing is asked and nothing is
-/// reserved. Main thread only.
+/// Reports the areas that desktop panels reserve on several screens; Qt's available geometry is
+/// right for a single screen only. Without an X server, or with one screen, nothing is queried and
+/// nothing is reserved. Main thread only.
 class StrutWatch final : public QObject, public QAbstractNativeEventFilter {
     Q_OBJECT
 
@@ -19,10 +19,10 @@ public:
     explicit StrutWatch(QObject *parent = nullptr);
     ~StrutWatch() override;
 
-    /// The margins of a screen with this geometry, in the X server's pixels.
+    /// Returns the margins of a screen with this geometry, in the X server's pixels.
     [[nodiscard]] QMargins margins(const QRect &screen) const;
 
-    /// Looks again, at the cost of round trips; a difference arrives as changed().
+    /// Queries again, which costs round trips; a change is reported by changed().
     void refresh();
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
@@ -31,9 +31,9 @@ Q_SIGNALS:
     void changed();
 
 private:
-    QList<QList<quint32>> numbers_; ///< of the windows that reserve something
+    QList<QList<quint32>> numbers_; ///< struts of the windows that have one
     QList<Strut> struts_;
-    QTimer settling_; ///< windows come and go in crowds
+    QTimer settling_; ///< combines changes of several windows
 };
 
 } // namespace vellumo

@@ -8,15 +8,15 @@ namespace vellumo {
 
 namespace {
 
-constexpr quint32 maxPixel = 0xFFFF; // X counts them in 16 bits
+constexpr quint32 maxPixel = 0xFFFF; // X coordinates have 16 bits
 
 int pixel(quint32 number)
 {
     return static_cast<int>(std::min(number, maxPixel));
 }
 
-/// What is left of `depth` for a screen that begins `before` pixels behind the desktop's edge and
-/// lies along it from `first` to `last`.
+/// Returns the part of `depth` that lies on a screen which begins `before` pixels behind the
+/// desktop's edge and spans it from `first` to `last`.
 int reserved(const Strut::Stretch &stretch, int before, int screenDepth, int first, int last)
 {
     const bool lies = stretch.first <= last && stretch.last >= first;

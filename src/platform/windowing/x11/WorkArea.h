@@ -8,11 +8,11 @@
 
 namespace vellumo {
 
-/// What one window reserves along the edges of the whole desktop, and over which stretch of each
-/// edge (first and last pixel). In pixels of the X server.
+/// The areas that one window reserves at the edges of the whole desktop, each with its stretch of
+/// the edge (first and last pixel). In pixels of the X server.
 struct Strut {
     struct Stretch {
-        int depth = 0; ///< 0: nothing
+        int depth = 0; ///< 0: nothing is reserved
         int first = 0;
         int last = 0;
     };
@@ -21,13 +21,13 @@ struct Strut {
     Stretch top; ///< stretches along x
     Stretch bottom;
 
-    /// From the twelve numbers of _NET_WM_STRUT_PARTIAL or the four of _NET_WM_STRUT, which reserve
-    /// whole edges; a list of another length reserves nothing.
+    /// Parses the twelve numbers of _NET_WM_STRUT_PARTIAL or the four of _NET_WM_STRUT, which
+    /// reserve whole edges. A list of another length reserves nothing.
     [[nodiscard]] static Strut fromNumbers(const QList<quint32> &numbers);
 };
 
-/// How much of `screen` is reserved at each of its edges, on a desktop of this size. What would
-/// take more than half of the screen is meant for another one beside it.
+/// Returns how much of `screen` is reserved at each of its edges, on a desktop of this size. A
+/// strut of more than half of the screen is ignored: it belongs to a neighbouring screen.
 [[nodiscard]] QMargins reservedMargins(const QRect &screen, QSize desktop,
                                        const QList<Strut> &struts);
 

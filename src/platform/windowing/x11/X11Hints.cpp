@@ -32,7 +32,7 @@ void sendToRoot(xcb_connection_t *c, xcb_window_t window, const char *type,
                    reinterpret_cast<const char *>(&event));
 }
 
-/// The 32-bit values of a property; empty when there is none.
+/// Returns the 32-bit values of a property; empty when there is none.
 std::vector<quint32> property(xcb_connection_t *c, xcb_window_t window, const char *name,
                               xcb_atom_t type)
 {
@@ -74,8 +74,9 @@ void floatEverywhere(WId window)
         return;
     }
     const auto id = static_cast<xcb_window_t>(window);
-    // Above was set before mapping, but a window manager that still forgets the window's last
-    // appearance takes it away again. Of the two for every workspace some know only the one.
+    // "Above" was set before mapping, but a window manager that is still handling the last
+    // unmapping removes it. Of the two states for all workspaces, some window managers support only
+    // one.
     sendToRoot(c, id, "_NET_WM_STATE",
                {stateAdd, atom(c, "_NET_WM_STATE_STICKY"), atom(c, "_NET_WM_STATE_ABOVE"),
                 sourceApplication, 0});
@@ -156,7 +157,7 @@ void withdraw(WId window)
     }
     const auto id = static_cast<xcb_window_t>(window);
     xcb_unmap_window(c, id);
-    // ICCCM 4.1.4: the window manager may not see the unmapping itself
+    // ICCCM 4.1.4: the window manager may miss the unmapping itself
     xcb_unmap_notify_event_t event{};
     event.response_type = XCB_UNMAP_NOTIFY;
     event.event = rootWindow(c);
