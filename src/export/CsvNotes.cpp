@@ -19,21 +19,21 @@ bool isFormulaSign(QChar c)
     return u"=+-@＝＋－＠"_s.contains(c);
 }
 
-/// Whether a cell may begin behind the character, in a program that takes it for a separator.
+/// Returns whether a program with another separator may begin a cell after the character.
 bool separatesCells(QChar c)
 {
     return c == u',' || c == u';' || c == u'\t' || c == u'\n';
 }
 
-/// What a spreadsheet may pass over before it looks for a formula. Quotes are taken for those of a
-/// cell where the cell did not begin with one.
+/// Returns whether a spreadsheet may skip the character before a formula. Quotes are skipped as
+/// those of a cell if the cell did not begin with one.
 bool isPassedOver(QChar c)
 {
     return c == u'"' || c.isSpace() || c.category() == QChar::Other_Format;
 }
 
-/// An apostrophe before each sign that a spreadsheet might calculate with, and before white space
-/// at the beginning that it takes for something else.
+/// Inserts an apostrophe before each character that may start a formula in a spreadsheet, and
+/// before a tab or line break at the beginning of a cell.
 QString markFormulas(const QString &text)
 {
     QString marked;
@@ -42,7 +42,7 @@ QString markFormulas(const QString &text)
         marked += u'\'';
     }
     bool isAtBeginning = true;
-    qsizetype beginning = 0; // of what is passed over, in what is written
+    qsizetype beginning = 0; // position in `marked` where the skipped characters begin
     for (const QChar c : text) {
         if (isAtBeginning && isFormulaSign(c)) {
             marked.insert(beginning, u'\'');

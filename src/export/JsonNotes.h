@@ -6,7 +6,7 @@
 #include <QByteArray>
 #include <QDateTime>
 
-/// One JSON object with everything that is known of the notes, see docs/export.md.
+/// One JSON object with all data of the notes, see docs/export.md.
 namespace vellumo::JsonNotes {
 
 [[nodiscard]] QByteArray head(const QDateTime &at);

@@ -18,13 +18,13 @@ namespace {
 
 constexpr qsizetype longestTitle = 80; ///< in UTF-16 units
 
-/// Signs that mean something anywhere in a line.
+/// Characters that are markup anywhere in a line.
 bool isMarkup(QChar c)
 {
     return u"\\`*_[]{}<>#|~&$^"_s.contains(c);
 }
 
-/// Whether the sign at this place begins a list, a rule or an underlined heading.
+/// Returns whether the character at this position begins a list, a rule or an underlined heading.
 bool beginsBlock(QStringView line, qsizetype at)
 {
     const QChar c = line[at];
@@ -39,7 +39,7 @@ bool beginsBlock(QStringView line, qsizetype at)
 
 void appendLine(QString &result, QStringView line)
 {
-    // white space before a line would make it code
+    // leading white space would make the line code
     qsizetype indent = 0;
     while (indent < line.size() && line[indent].isSpace()) {
         result += line[indent] == u'\t' ? QString(4, QChar::Nbsp) : QString(QChar::Nbsp);
@@ -47,7 +47,7 @@ void appendLine(QString &result, QStringView line)
     }
     line = line.sliced(indent);
     for (qsizetype i = 0; i < line.size(); ++i) {
-        // a line's own digits are few, where they matter
+        // list numbers have few digits
         const bool isMark = isMarkup(line[i]) || (i < 12 && beginsBlock(line, i));
         if (isMark) {
             result += u'\\';
@@ -56,7 +56,7 @@ void appendLine(QString &result, QStringView line)
     }
 }
 
-/// The first words of the text, in one line, and whether they are all of it.
+/// Returns the first words of the text on one line, and whether they are the whole text.
 std::pair<QString, bool> titleOf(const QString &text)
 {
     const QString trimmed =
@@ -99,7 +99,7 @@ QString escaped(const QString &text, const QString &prefix)
     QString result;
     result.reserve(text.size() + text.size() / 8);
     bool isInParagraph = false;
-    bool isGap = false; // an empty line is due before the next one
+    bool isGap = false; // an empty line is needed before the next one
     const QString writable = writableText(text);
     for (QStringView line : QStringView(writable).tokenize(u'\n')) {
         while (!line.isEmpty() && line.last().isSpace()) {

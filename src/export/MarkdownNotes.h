@@ -7,18 +7,17 @@
 #include <QDate>
 #include <QString>
 
-/// A document to read, its notes below the day on which they were made; see docs/export.md.
-/// Whatever a note says stays text: nothing in it is read as markup, save a bare address, which
-/// some readers show as a link.
+/// A document with the notes below headings for their days; see docs/export.md. Markup in a note's
+/// texts is escaped, except for plain addresses, which some readers show as links.
 namespace vellumo::MarkdownNotes {
 
 [[nodiscard]] QByteArray head(qsizetype count, QDate today, bool english);
 
-/// The note that is written before it, if there is one, decides whether a day begins.
+/// Returns one note, after a heading for its day if the previous note is of another day or null.
 [[nodiscard]] QByteArray note(const NoteWithContext &entry, const NoteWithContext *before,
                               bool english);
 
-/// Text as it reads: its markup escaped, its lines kept. Each line begins with `prefix`.
+/// Returns the text with markup escaped and line breaks kept. Each line begins with `prefix`.
 [[nodiscard]] QString escaped(const QString &text, const QString &prefix = {});
 
 } // namespace vellumo::MarkdownNotes

@@ -19,14 +19,15 @@ constexpr auto reportInterval = 50ms;
 
 using Outcome = NotesExport::Outcome;
 
-/// Why no more can be written. A write that was cut short leaves that open until the next one.
+/// Returns the reason of a failed write. A short write does not set it, so that one more byte is
+/// written.
 QString writeProblem(const QSaveFile &file)
 {
     const bool isExplained = file.handle() < 0 || ::write(file.handle(), "\n", 1) == 1;
     return isExplained ? file.errorString() : qt_error_string(errno);
 }
 
-/// Explains a failure to the user who chose the file.
+/// Classifies a failure for the user who chose the file.
 NotesExport::Result failure(const QSaveFile &file, const QString &words)
 {
     const auto isOneOf = [&words](std::initializer_list<int> errors) {
@@ -88,14 +89,14 @@ NotesExport::Result NotesExport::write(const Order &order)
     const NotesFormat format =
         notesFormat(order.format, order.chosen.size(), order.at, order.isEnglish);
     QSaveFile file(order.path);
-    // a device would be replaced by a file
+    // QSaveFile would replace a device by a file
     if (const QFileInfo existing(order.path); existing.exists() && !existing.isFile()) {
         return {Outcome::NotAFile, {}};
     }
     if (!file.open(QIODevice::WriteOnly)) {
         return failure(file, file.errorString());
     }
-    // Notes say what someone reads; on a shared machine that is theirs alone.
+    // Notes are private, also on a shared machine.
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
     file.write(format.head);
     const NoteWithContext *before = nullptr;

@@ -10,19 +10,19 @@
 
 namespace vellumo {
 
-/// Writes notes to a file on a thread of its own, whole or not at all: until the last note is
-/// written, whatever stood under the file's name stays. Only the user can read the file. One file
-/// at a time.
+/// Writes notes to a file on a worker thread. An existing file stays until the last note is
+/// written, and is then replaced atomically. The file has mode 0600. One file at a time. Main
+/// thread only.
 class NotesExport : public QObject {
     Q_OBJECT
 
 public:
     struct Order {
         QList<NoteWithContext> notes;
-        QList<int> chosen; ///< which of the notes, by index, in the order in which they are written
+        QList<int> chosen; ///< indexes into `notes`, in the order in which they are written
         ExportFormat format = ExportFormat::Markdown;
         bool isEnglish = true;
-        QDateTime at; ///< local time written into the file
+        QDateTime at; ///< local time of the export, written into the file
         QString path;
     };
 
@@ -30,23 +30,23 @@ public:
         Written,
         Cancelled,
         NoSpace,
-        NotAllowed, ///< neither the file nor its folder may be written
+        NotAllowed, ///< no permission to write the file or its folder
         NoFolder,
         NotAFile, ///< something else has the name, such as a folder
-        Failed, ///< anything else; the detail says what
+        Failed, ///< any other failure; see the detail
     };
     struct Result {
         Outcome outcome = Outcome::Failed;
-        QString detail; ///< the system's words, for a failure
+        QString detail; ///< the system's message of a failure
     };
 
     using QObject::QObject;
-    /// Gives up what is being written, and waits until it has stopped.
+    /// Cancels a running export and blocks until the worker has stopped.
     ~NotesExport() override;
     Q_DISABLE_COPY_MOVE(NotesExport)
 
     [[nodiscard]] bool isRunning() const { return worker_.joinable(); }
-    /// Nothing may be running.
+    /// Starts an export. None may be running.
     void start(Order order);
     /// finished() reports when it has stopped, or that the file was complete before.
     void cancel() { isCancelled_ = true; }

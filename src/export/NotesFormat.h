@@ -11,26 +11,26 @@ namespace vellumo {
 
 enum class ExportFormat : quint8 { Markdown, Csv, Json };
 
-/// "md", "csv" or "json".
+/// Returns "md", "csv" or "json".
 [[nodiscard]] QString fileSuffix(ExportFormat format);
 
-/// How a format is written: what comes first, each note in turn, and what comes last, all in UTF-8.
+/// The parts of an exported file: head, each note, tail. All in UTF-8.
 struct NotesFormat {
     QByteArray head;
-    /// Null is handed over as the note before the first.
+    /// `before` is the previous note, null for the first.
     std::function<QByteArray(const NoteWithContext &entry, const NoteWithContext *before)> note;
     QByteArray tail;
 };
 
-/// For so many notes, at this local time; the language is that of headings. May be used on any one
-/// thread.
+/// Returns the format for `count` notes; `at` is the local time of the export, `english` the
+/// language of headings. The result may be used on any one thread.
 [[nodiscard]] NotesFormat notesFormat(ExportFormat format, qsizetype count, const QDateTime &at,
                                       bool english);
 
-/// Where a note was read; empty where that is not known any more.
+/// Returns where a note was read; empty if it is not known.
 [[nodiscard]] QString placeName(const ReadingContext &context);
 
-/// Without control characters; line ends are "\n".
+/// Returns the text without control characters and with "\n" as line break.
 [[nodiscard]] QString writableText(const QString &text);
 
 } // namespace vellumo

@@ -49,9 +49,9 @@ QString problem(const QString &action, const QString &path)
 
 bool writeAll(int descriptor, const QList<QByteArray> &pieces)
 {
-    constexpr qsizetype most = 512; // within what every system takes at once
+    constexpr qsizetype most = 512; // below IOV_MAX of all systems
     qsizetype next = 0;
-    qsizetype written = 0; // of the next piece
+    qsizetype written = 0; // number of bytes written of the next piece
     while (next < pieces.size()) {
         std::array<iovec, most> parts{};
         int count = 0;
@@ -77,7 +77,7 @@ bool syncDirectory(const QString &path)
 {
     const FileDescriptor directory(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // Some file systems cannot sync a directory and say so with EINVAL; nothing more can be done.
+    // Some file systems cannot sync a directory and report EINVAL, which is ignored.
     return directory.isOpen() && (::fsync(directory.get()) == 0 || errno == EINVAL);
 }
 
@@ -97,7 +97,7 @@ std::optional<QString> writeBeside(const QString &temporary, const QList<QByteAr
     if (!writeAll(file.get(), pieces)) {
         return problem(u"write"_s, temporary);
     }
-    // Before the name is given away: a file system may write the name first and lose the data.
+    // Before renaming: a file system may write the new name first and lose the data.
     if (::fsync(file.get()) != 0) {
         return problem(u"sync"_s, temporary);
     }

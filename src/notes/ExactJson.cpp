@@ -14,12 +14,12 @@ namespace {
 
 using rapidjson::SizeType;
 
-// Iterative: hostile nesting must not exhaust the stack. RapidJSON's own exact numbers read beyond
-// a table when hundreds of zeros follow the point, so numbers come as text.
+// Iterative, so that deep nesting cannot exhaust the stack. Numbers are parsed as text, since
+// RapidJSON's exact conversion reads beyond a table when hundreds of zeros follow the point.
 constexpr unsigned parseFlags = rapidjson::kParseIterativeFlag
     | rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
 
-/// Passes the reader's events on to a document, with its numbers converted.
+/// Forwards the reader's events to a document and converts numbers.
 class NumbersConverted {
 public:
     explicit NumbersConverted(rapidjson::Document &document) : document_(document) { }

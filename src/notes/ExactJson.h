@@ -7,9 +7,9 @@
 
 namespace vellumo {
 
-/// Reads JSON text with every number as the nearest double, or as an integer where it is written as
-/// one. False for anything else than one whole value in valid UTF-8, and for a number that no
-/// double can hold.
+/// Parses JSON text. Numbers become the nearest double, or an integer if written as one. Returns
+/// false unless the text is exactly one value in valid UTF-8, and for a number beyond the range of
+/// a double.
 [[nodiscard]] bool parseExactly(const QByteArray &json, rapidjson::Document &document);
 
 } // namespace vellumo

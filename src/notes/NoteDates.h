@@ -5,7 +5,7 @@
 #include "platform/ReferenceDate.h"
 #include <QString>
 
-/// Days and times of notes in words, in the user's time zone. All are short and plain.
+/// Formats days and times of notes, in the user's time zone, as short plain text.
 namespace vellumo::NoteDates {
 
 using vellumo::localTime;
@@ -13,13 +13,13 @@ using vellumo::localTime;
 /// "Today", "Yesterday", "Friday, 20 November", with the year when it is another one.
 [[nodiscard]] QString day(QDate date, QDate today, bool english);
 
-/// "Friday, 20 November 2026", whatever day it is.
+/// "Friday, 20 November 2026", for any day.
 [[nodiscard]] QString fullDate(QDate date, bool english);
 
 /// "18:42" for today, then "Yesterday", "20 November", with the year when it is another one.
 [[nodiscard]] QString moment(const QDateTime &time, QDate today, bool english);
 
-/// The day and the time, both.
+/// Returns both the day and the time.
 [[nodiscard]] QString full(const QDateTime &time, QDate today, bool english);
 
 [[nodiscard]] QString clockTime(const QDateTime &time);
@@ -33,7 +33,7 @@ using vellumo::localTime;
 /// "October 2026".
 [[nodiscard]] QString monthAndYear(QDate date, bool english);
 
-/// The instant at which the day begins, in seconds since the reference date.
+/// Returns the instant at which the day begins, in seconds since the reference date.
 [[nodiscard]] double startOf(QDate date);
 
 } // namespace vellumo::NoteDates

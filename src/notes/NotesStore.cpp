@@ -24,7 +24,7 @@ namespace vellumo {
 namespace {
 
 constexpr qint64 megabyte = 1'000'000;
-// Keeps saving below a tenth of the time of a long sync.
+// Limits saving to less than a tenth of the time of a long sync.
 constexpr auto gathering = 200ms;
 constexpr auto gatheringPerMegabyte = 50ms;
 
@@ -38,7 +38,7 @@ QString contentKey(const ReadingNote &note)
     return note.sourceText + QChar(u'\u0001') + note.explanation;
 }
 
-// Renames the file to a name of its own beside it.
+// Renames the file to a unique name in the same folder.
 const QString unreadableSuffix = u".unreadable-"_s;
 
 std::optional<QString> setAside(const QString &path)
@@ -83,7 +83,7 @@ QString NotesStore::defaultStorePath()
 std::optional<StoreFile> NotesStore::read()
 {
     QFile file(storeURL_);
-    // Only a regular file is opened: a pipe would wait for a writer.
+    // Open regular files only: opening a pipe would block until there is a writer.
     if (!QFileInfo(storeURL_).isFile() || !file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
@@ -104,12 +104,12 @@ void NotesStore::load(const Farewell &farewell)
         return;
     }
     if (file->hasTwinBuckets()) {
-        // Whichever bucket were kept, the next save would lose the other's notes.
+        // Keeping either bucket would lose the other's notes with the next save.
         printDiagnostic(u"%1 holds two buckets with one key"_s.arg(storeURL_));
         if (farewell) {
             farewell(storeURL_);
         }
-        std::_Exit(EXIT_FAILURE); // at once: nothing is open that an orderly end would save
+        std::_Exit(EXIT_FAILURE); // without cleanup: there is nothing to save yet
     }
     for (const StoredNotesBucket &bucket : file->buckets) {
         bucketsByContextKey_.insert(bucket.context.key, bucket);
@@ -123,7 +123,7 @@ void NotesStore::takeOverOutsideChange()
         hasUnreadableFile_ = false;
         return;
     }
-    // One that could not be read may have been made readable, which changes nothing else about it.
+    // A file that was unreadable may have become readable without a change of its identity.
     if (!hasUnreadableFile_ && fileIdentity(storeURL_) == known_) {
         return;
     }
@@ -194,7 +194,7 @@ QStringList NotesStore::unreadableFiles() const
     if (hasUnreadableFile_) {
         found.append(storeURL_);
     }
-    // Their names contain the time.
+    // The names contain the time, so that they sort by it.
     const QStringList names = file.dir().entryList({file.fileName() + unreadableSuffix + u'*'},
                                                    QDir::Files, QDir::Name | QDir::Reversed);
     for (const QString &name : names) {
@@ -341,7 +341,8 @@ QList<ReadingNote> NotesStore::unknown(const QList<ReadingNote> &notes) const
 
     QList<ReadingNote> unknown;
     for (const ReadingNote &note : notes) {
-        // The contents are those of before the merge: two notes from the server may read the same.
+        // `knownContents` stays that of before the merge: two notes from the server may have the
+        // same content.
         if (knownIds.contains(lowerIdText(note.id)) || knownContents.contains(contentKey(note))) {
             continue;
         }
@@ -375,7 +376,7 @@ void NotesStore::mergeRemote(const QList<ReadingNote> &notes)
 void NotesStore::markSynced(const QUuid &noteId, qint64 followUpCount)
 {
     syncStates_[noteIdText(noteId)] = {true, followUpCount};
-    // Lost bookkeeping costs one more look at the server, not a note.
+    // Lost bookkeeping costs a repeated upload, not a note.
     if (!bookkeepingTimer_.isActive()) {
         bookkeepingTimer_.start(gathering + gatheringPerMegabyte * (fileSize_ / megabyte));
     }

@@ -10,23 +10,23 @@
 
 namespace vellumo {
 
-/// Keeps the notes in one JSON file, rewritten on every change. What others have written there
-/// since, such as a restored copy or a synchronised one, is merged before it is overwritten.
+/// Keeps the notes in one JSON file, rewritten on every change. Changes by other programs, such as
+/// a restored or synchronised copy, are merged before the file is overwritten.
 class NotesStore : public NotesStoring {
     Q_OBJECT
 
 public:
-    /// Shows the user that the file cannot be used; the process ends when it returns.
+    /// Tells the user that the file cannot be used. The process ends when it returns.
     using Farewell = std::function<void(const QString &file)>;
 
     /// Loads the file. A file that cannot be read or decoded leaves the store empty and is set
     /// aside before the first save. Two buckets with the same key end the process.
     explicit NotesStore(QString storeURL, const Farewell &farewell = {}, QObject *parent = nullptr);
-    /// Saves what is left of the bookkeeping, and tries again what could not be saved.
+    /// Saves pending bookkeeping, and repeats a failed save.
     ~NotesStore() override;
     Q_DISABLE_COPY_MOVE(NotesStore)
 
-    /// Where the notes of this user live.
+    /// Returns the path of the user's notes file.
     [[nodiscard]] static QString defaultStorePath();
 
     void add(const ReadingNote &note, const ReadingContext &context) override;
@@ -38,8 +38,8 @@ public:
     [[nodiscard]] QList<PendingNote> pendingSync() const override;
     [[nodiscard]] qsizetype unknownCount(const QList<ReadingNote> &notes) const override;
     void mergeRemote(const QList<ReadingNote> &notes) override;
-    /// Bookkeeping is gathered for 200 ms and 50 ms more for each megabyte of the file, since each
-    /// save writes all of it and waits for the disk. Any other save takes it along.
+    /// Bookkeeping is collected for 200 ms, and 50 ms more for each megabyte of the file, since
+    /// each save writes the whole file and waits for the disk. Any other save includes it.
     void markSynced(const QUuid &noteId, qint64 followUpCount) override;
     [[nodiscard]] QStringList unreadableFiles() const override;
     [[nodiscard]] std::optional<QString> saveFailure() const override { return saveFailure_; }
@@ -64,14 +64,14 @@ private:
 
     QHash<QString, StoredNotesBucket> bucketsByContextKey_;
     NoteSyncStates syncStates_;
-    QHash<QString, QByteArray> encodedBuckets_; ///< of the buckets unchanged since the last save
+    QHash<QString, QByteArray> encodedBuckets_; ///< buckets unchanged since the last save, by key
     QString storeURL_;
-    qint64 fileSize_ = 0; ///< in bytes, of what was last loaded or saved
-    std::optional<FileIdentity> known_; ///< of the file whose content is in memory
-    bool hasTakenOver_ = false; ///< notes from outside, which has not been announced
-    QTimer bookkeepingTimer_; ///< runs while there is bookkeeping to be saved
+    qint64 fileSize_ = 0; ///< size in bytes when last loaded or saved
+    std::optional<FileIdentity> known_; ///< identity of the file whose content is in memory
+    bool hasTakenOver_ = false; ///< notes of another program were merged but not announced yet
+    QTimer bookkeepingTimer_; ///< runs while bookkeeping is pending
     std::optional<QString> saveFailure_;
-    bool hasUnreadableFile_ = false; ///< what is under storeURL_ must not be overwritten
+    bool hasUnreadableFile_ = false; ///< the file at storeURL_ must not be overwritten
 };
 
 } // namespace vellumo

@@ -7,7 +7,7 @@
 
 namespace vellumo {
 
-/// The page that can be opened again; empty for other places.
+/// Returns the address of a page that can be opened again; empty for other places.
 [[nodiscard]] QUrl pageOf(const ReadingContext &context);
 
 } // namespace vellumo

@@ -9,14 +9,14 @@
 
 namespace vellumo {
 
-/// The kind of place a reading happened in.
+/// The kind of place where something was read.
 enum class ReadingContextSource : quint8 { webURL, filePath, appWindow, windowSession };
 
-/// The name under which a kind of place is stored.
+/// Returns the name under which a kind of place is stored.
 [[nodiscard]] QString stringValue(ReadingContextSource source);
 [[nodiscard]] std::optional<ReadingContextSource> readingContextSource(QStringView stringValue);
 
-/// Where a reading happened. Notes with the same key belong together.
+/// Where something was read. Notes with the same key belong together.
 struct ReadingContext {
     QString key; ///< compared as an exact string
     QString displayName; ///< page title, host, file name or window title
@@ -26,7 +26,7 @@ struct ReadingContext {
 
 size_t qHash(const ReadingContext &context, size_t seed = 0);
 
-/// The key of notes that came from the user's other devices: where they were read is not known.
+/// The key of notes from the user's other devices, whose place is not known.
 inline constexpr QLatin1StringView cloudKey{"cloud"};
 
 /// One question asked after an explanation, with the answer that was shown.
@@ -43,7 +43,7 @@ struct ReadingNote {
     QString sourceText;
     QString translation; ///< may be empty
     QString explanation;
-    double createdAt = 0; ///< seconds since 2001-01-01 00:00:00 UTC, fractions and negatives legal
+    double createdAt = 0; ///< seconds since 2001-01-01 00:00:00 UTC; may be fractional or negative
     QList<FollowUpExchange> followUps; ///< in the order they were asked
     friend bool operator==(const ReadingNote &, const ReadingNote &) = default;
 };

@@ -20,7 +20,7 @@ const Value *member(const Value &object, const char *name)
     return found == object.MemberEnd() ? nullptr : &found->value;
 }
 
-// Every reader below answers whether the value had the right form.
+// All readers below return whether the value has the right form.
 
 bool read(const Value *value, QString &text)
 {

@@ -21,7 +21,7 @@ void writeString(Writer &writer, const QString &text)
     writer.String(utf8.constData(), static_cast<rapidjson::SizeType>(utf8.size()));
 }
 
-// The shortest text that reads back as the same number; whole seconds carry no fraction.
+// Writes the shortest text that parses as the same number; whole seconds without a fraction.
 void writeNumber(Writer &writer, double number)
 {
     std::array<char, 32> text{};
@@ -94,7 +94,7 @@ QString noteIdText(const QUuid &id)
 
 namespace {
 
-// Canonical ids need no escaping, and there may be a hundred thousand of them.
+// Canonical ids need no escaping, which saves time with 100,000 of them.
 bool isCanonicalId(const QString &key)
 {
     return key.size() == 36 && std::all_of(key.begin(), key.end(), [](QChar character) {
@@ -138,7 +138,7 @@ QByteArray encodedBucket(const StoredNotesBucket &bucket)
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
     writer.SetIndent(' ', 2);
-    // Written inside a frame like that of the file, which gives it its indentation, then cut out.
+    // Written inside the file's frame to get its indentation, then cut out.
     writer.StartObject();
     writer.Key("buckets");
     writer.StartArray();

@@ -14,13 +14,13 @@ struct Place {
     qsizetype index = 0;
 };
 
-/// Reopening a note gives its follow-ups fresh ids.
+/// Ids alone are not enough: reopening a note gives its follow-ups new ids.
 bool isSame(const FollowUpExchange &a, const FollowUpExchange &b)
 {
     return a.id == b.id || (a.question == b.question && a.answer == b.answer);
 }
 
-/// Removes one that is the same; false when there is none.
+/// Removes an equal exchange. Returns false when there is none.
 bool take(QList<FollowUpExchange> &from, const FollowUpExchange &exchange)
 {
     const auto found = std::find_if(from.begin(), from.end(), [&exchange](const auto &candidate) {
@@ -54,7 +54,7 @@ QList<FollowUpExchange> sent(const QList<FollowUpExchange> &followUps, const Not
                          : QList<FollowUpExchange>();
 }
 
-/// How many of the merged follow-ups, from the first, at least one side has sent.
+/// Returns how many of the merged follow-ups, from the first on, were sent by at least one side.
 qint64 sentCount(const QList<FollowUpExchange> &merged, QList<FollowUpExchange> sentByOurs,
                  QList<FollowUpExchange> sentByTheirs)
 {

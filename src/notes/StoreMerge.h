@@ -7,15 +7,16 @@
 
 namespace vellumo {
 
-/// Takes over what another writer has put into the notes file, so that neither side loses anything.
+/// Merges the content that another program has written to the notes file, so that neither side
+/// loses anything.
 ///
-/// A note of theirs that is nowhere in `buckets` is appended to the bucket of its context. Of a
-/// note that both have, the side with more follow-ups leads, ours if there are as many; what only
-/// the other side has been asked comes after. A note that they have filed under a place stays
-/// there, rather than among those from other devices. A state counts no follow-up as sent that
-/// neither side has sent; what a state cannot express is sent once more.
+/// A note of theirs that is in no bucket of `buckets` is appended to the bucket of its context. If
+/// both sides have a note, the longer list of follow-ups is the base, ours if they are equal, and
+/// further follow-ups of the other side are appended. A note that they have filed under a place
+/// moves there from the bucket of other devices. A sync state never counts a follow-up that neither
+/// side has sent; what it cannot express is sent again.
 ///
-/// Returns the keys of the buckets that have changed.
+/// Returns the keys of the changed buckets.
 [[nodiscard]] QSet<QString> mergeStoreFile(QHash<QString, StoredNotesBucket> &buckets,
                                            NoteSyncStates &states, const StoreFile &theirs);
 

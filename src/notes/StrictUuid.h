@@ -8,8 +8,8 @@
 
 namespace vellumo {
 
-/// The id that exactly these 36 characters spell (8-4-4-4-12 hexadecimal digits, either case).
-/// QUuid's own parser also takes braces and trailing text.
+/// Parses an id of exactly 36 characters (8-4-4-4-12 hexadecimal digits, either case). QUuid's own
+/// parser also takes braces and trailing text.
 [[nodiscard]] std::optional<QUuid> strictUuid(std::string_view text);
 
 } // namespace vellumo

@@ -10,9 +10,9 @@ class QQmlEngine;
 
 namespace vellumo {
 
-/// A modal alert with one button, or a question with two: while it is shown, the program's other
-/// windows take no input, or only the one that it is shown over. It runs no event loop. Its window
-/// exists only while it is shown.
+/// A modal alert with one button, or a question with two. While it is shown, it blocks the window
+/// that it is shown over, or all windows of the program. Runs no event loop. Its window exists only
+/// while it is shown.
 class Alert final : public QObject {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ public:
         QString message;
         QString informativeText;
         QString button = QStringLiteral("OK");
-        QString refusal = {}; ///< second button; empty: none
+        QString refusal = {}; ///< text of the second button; empty for none
         bool returnAgrees = false; ///< to a question; otherwise only the focused button does
     };
 
@@ -29,8 +29,8 @@ public:
     explicit Alert(QQmlEngine &engine, QObject *parent = nullptr);
     ~Alert() override;
 
-    /// Returns at once. One that is shown already comes to the front as it is. `over` stays
-    /// blocked by it; without, all windows of the program are.
+    /// Shows the alert and returns at once. An alert that is already shown is raised unchanged.
+    /// Blocks `over`, or all windows of the program if it is null.
     void show(const Text &text, QWindow *over = nullptr);
 
     /// As show(), above the windows of all programs.
@@ -40,10 +40,10 @@ public:
     /// be shown. For a start that cannot go on.
     bool ask(const Text &text);
 
-    /// Closes it without an answer.
+    /// Closes the alert without an answer.
     void close();
 
-    /// The window while the alert is shown, otherwise null.
+    /// Returns the window while the alert is shown; otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_; }
 
 Q_SIGNALS:

@@ -15,7 +15,7 @@ namespace vellumo {
 QStringList readingFontFamilies(const QString &systemFamily)
 {
     const QString chinese = u"Noto Sans CJK SC"_s;
-    // Symbol fonts have outlines of some emoji, and would tear joined ones apart.
+    // Symbol fonts have outlines of some emoji, and would break joined ones apart.
     const QString emoji = u"Noto Color Emoji"_s;
     return systemFamily.isEmpty() || systemFamily == chinese
         ? QStringList{chinese, emoji}
@@ -25,7 +25,7 @@ QStringList readingFontFamilies(const QString &systemFamily)
 void installApplicationFonts()
 {
     QFont font = QGuiApplication::font();
-    // the desktop may name only a generic family, which a list of families would skip
+    // the desktop may name only a generic family, which would be skipped in a list of families
     font.setFamilies(readingFontFamilies(QFontInfo(font).family()));
     QGuiApplication::setFont(font);
     disableStemDarkening();

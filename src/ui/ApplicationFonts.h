@@ -6,12 +6,12 @@
 
 namespace vellumo {
 
-/// The families to ask for: the desktop's own first, then the one that gives Chinese text its
-/// simplified forms. Without it the forms follow the locale, and an English one gets Japanese.
+/// Returns the font families to request: the desktop's own first, then one with simplified Chinese
+/// forms. Without it the forms depend on the locale, and an English locale gets Japanese ones.
 [[nodiscard]] QStringList readingFontFamilies(const QString &systemFamily);
 
-/// Sets them on the application. To be called once, after QGuiApplication is made and before any
-/// window.
+/// Sets the families on the application. To be called once, after QGuiApplication is created and
+/// before any window.
 void installApplicationFonts();
 
 } // namespace vellumo

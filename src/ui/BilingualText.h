@@ -11,8 +11,8 @@ namespace vellumo {
 
 class DefaultsStore;
 
-/// Chooses between the two texts that every visible sentence has. Views bind to `english`, so that
-/// a changed preference shows everywhere at once. Main thread only.
+/// Chooses between the English and the Chinese text of each visible sentence. Views bind to
+/// `english`, so that a changed preference takes effect everywhere at once. Main thread only.
 class BilingualText : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -20,10 +20,11 @@ class BilingualText : public QObject {
     Q_PROPERTY(bool english READ isEnglish NOTIFY languageChanged)
 
 public:
-    /// `outputLanguage` answers the preference as it is now; it is asked again by refresh().
+    /// `outputLanguage` returns the current preference; refresh() calls it again.
     explicit BilingualText(std::function<QString()> outputLanguage, QObject *parent = nullptr);
 
-    /// Refreshes whenever the stored preference changes. The store may go before this object.
+    /// Calls refresh() whenever the stored preference changes. The store may be destroyed before
+    /// this object.
     void follow(DefaultsStore &store);
 
     [[nodiscard]] bool isEnglish() const { return english_; }

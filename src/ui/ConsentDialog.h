@@ -13,8 +13,8 @@ namespace vellumo {
 
 class BilingualText;
 
-/// Asks in plain words whether vellumo may read selected text: a small ordinary window that blocks
-/// nothing. Its window exists only while the question is open.
+/// Asks whether vellumo may read selected text, in a small modeless window that exists only while
+/// the question is open.
 class ConsentDialog final : public QObject, public ConsentPrompting {
     Q_OBJECT
 
@@ -26,12 +26,12 @@ public:
 
     void ask(std::function<void(bool allowed)> answered) override;
 
-    /// Keeps the question off the screen while another dialog is shown.
+    /// Defers the question while another dialog is shown.
     void hold();
-    /// What was asked is shown after all, or is dropped without an answer.
+    /// Ends hold(): shows a deferred question, or drops it without an answer.
     void release(bool isStillWanted);
 
-    /// The window while the question is open, otherwise null.
+    /// Returns the window while the question is open; otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_; }
 
 private Q_SLOTS:

@@ -10,7 +10,7 @@
 
 namespace vellumo {
 
-/// A drawing of one colour, in whatever colour the look of the moment asks for.
+/// A drawing of one colour, in the colour of the current theme.
 class LineIcon : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -20,7 +20,8 @@ class LineIcon : public QQuickItem {
 public:
     explicit LineIcon(QQuickItem *parent = nullptr);
 
-    /// Of a file in the folder of icons, without its suffix; or a whole path, with a colon first.
+    /// Returns the name of a file in the icons folder, without its suffix; or a path that begins
+    /// with a colon.
     [[nodiscard]] QString name() const { return name_; }
     void setName(const QString &name);
 

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-/// What the frame around a window may take of a small screen, in each direction.
+/// Space reserved for the window's frame on a small screen, in each direction.
 constexpr QSize frameAllowance(16, 48);
 } // namespace
 

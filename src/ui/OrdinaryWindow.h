@@ -8,7 +8,7 @@
 
 class QQmlEngine;
 
-/// What the program's ordinary windows have in common; its floating panels are made elsewhere.
+/// Functions for the program's ordinary windows, as opposed to floating panels.
 namespace vellumo {
 
 /// Announces the ordinary windows of an engine, so that what applies to all of them, such as the
@@ -17,7 +17,7 @@ class OrdinaryWindows final : public QObject {
     Q_OBJECT
 
 public:
-    /// The one of this engine, which owns it.
+    /// Returns the one of this engine, which owns it.
     [[nodiscard]] static OrdinaryWindows &of(QQmlEngine &engine);
 
 Q_SIGNALS:
@@ -28,22 +28,22 @@ private:
     using QObject::QObject;
 };
 
-/// Makes the hidden window that a QML file describes, such as "Update/UpdateWindow", with the
-/// program's icon. Null, with a diagnostic line, when that fails. C++ owns the window; with an
-/// owner it goes with that at the latest. The engine needs the import path of prepareEngine().
+/// Creates the hidden window of a QML file, such as "Update/UpdateWindow", with the program's icon.
+/// Returns null, after a diagnostic line, when that fails. C++ owns the window; an owner deletes it
+/// at the latest. The engine needs the import path of prepareEngine().
 [[nodiscard]] QQuickWindow *makeOrdinaryWindow(QQmlEngine &engine, const QString &file,
                                                const QVariantMap &properties,
                                                QObject *owner = nullptr);
 
-/// In the middle of its screen, no larger than what is free there; lower where more is to be free
-/// above it and the screen has room.
+/// Centres the window on its screen, no larger than the available area, and lower if more space is
+/// wanted above it and the screen has room.
 void centreOnScreen(QWindow &window, int roomAbove = 0);
 
-/// Shows the window above the others, with the keyboard.
+/// Shows and raises the window and gives it the keyboard.
 void bringToFront(QWindow &window);
 
-/// Takes the window from the screen now and deletes it when whatever runs in it has returned; the
-/// pointer is null already.
+/// Hides the window at once and deletes it from the event loop, since its own code may be running.
+/// Resets the pointer.
 void closeForGood(QPointer<QQuickWindow> &window);
 
 } // namespace vellumo

@@ -15,7 +15,7 @@ bool isUnshowable(QChar c)
         || u == 0xFEFF;
 }
 
-/// The last character boundary at or before `limit`. Looks only a little beyond it.
+/// Returns the last character boundary at or before `limit`. Examines only a little text beyond it.
 qsizetype boundaryBefore(const QString &text, qsizetype limit)
 {
     constexpr qsizetype lookAround = 64;
@@ -35,7 +35,7 @@ QString presentableText(const QString &text, qsizetype limit)
     QString result;
     result.reserve(std::min(text.size(), limit + 1));
     for (qsizetype i = 0; i < text.size(); ++i) {
-        // a little more than the limit, so that the cut can see what follows it
+        // a little more than the limit, for the boundary
         if (result.size() > limit + 64) {
             break;
         }
@@ -59,7 +59,7 @@ QString presentableText(const QString &text, qsizetype limit)
 
 QString presentableLine(const QString &text, qsizetype limit)
 {
-    // white space beyond the limit is not worth reading: four times the limit is looked at
+    // limits the work on long runs of white space to four times the limit
     return presentableText(presentableText(text, 4 * limit).simplified(), limit);
 }
 

@@ -6,12 +6,12 @@
 
 namespace vellumo {
 
-/// Text from outside made fit for a view: line ends become "\n", control characters and the
-/// fillers of embedded objects go, and more than `limit` UTF-16 units are cut at a character
-/// boundary and end in "…". Takes time for at most about `limit` units.
+/// Prepares foreign text for a view: line breaks become "\n", control characters and placeholders
+/// of embedded objects are removed, and more than `limit` UTF-16 units are truncated at a character
+/// boundary with "…". The time depends on `limit`, not on the text's length.
 [[nodiscard]] QString presentableText(const QString &text, qsizetype limit);
 
-/// As presentableText(), with every run of white space turned into one space.
+/// As presentableText(), with each run of white space replaced by one space.
 [[nodiscard]] QString presentableLine(const QString &text, qsizetype limit);
 
 } // namespace vellumo

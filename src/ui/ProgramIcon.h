@@ -6,8 +6,8 @@
 
 namespace vellumo {
 
-/// The program's icon for title bars and lists of windows. Drawn at each call, so that
-/// nothing of it is kept while there is no window.
+/// Returns the program's icon for title bars and lists of windows. Drawn at each call, so that it
+/// uses no memory while there is no window.
 [[nodiscard]] QIcon programIcon();
 
 } // namespace vellumo

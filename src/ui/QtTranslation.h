@@ -9,8 +9,8 @@ namespace vellumo {
 
 class BilingualText;
 
-/// What Qt itself says, such as in its file dialog and of files that cannot be written, in the
-/// language of the interface. English where Qt's translations are not installed.
+/// Installs the translation of Qt's own texts, such as those of its file dialog, in the language of
+/// the interface. They stay English where Qt's translations are not installed.
 class QtTranslation : public QObject {
     Q_OBJECT
 

@@ -60,7 +60,7 @@ void ReadingTextFormat::format(int position, int length)
     if (isFormatting_ || !text || lineHeight_ <= 0) {
         return;
     }
-    isFormatting_ = true; // a changed format reports itself as changed contents
+    isFormatting_ = true; // changing the format emits contentsChanged
     QTextBlockFormat block;
     block.setLineHeight(lineHeight_, QTextBlockFormat::FixedHeight);
     QTextCursor cursor(text);

@@ -11,8 +11,8 @@ class QTextDocument;
 
 namespace vellumo {
 
-/// Gives the lines of an editable or selectable text a fixed distance, which the text element
-/// itself cannot: Latin and Chinese lines keep one rhythm whatever fonts they take.
+/// Sets a fixed line height on an editable or selectable text, which the text element itself does
+/// not offer, so that Latin and Chinese lines have the same distance in any font.
 class ReadingTextFormat : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -23,11 +23,11 @@ class ReadingTextFormat : public QObject {
 public:
     using QObject::QObject;
 
-    /// The element's textDocument.
+    /// Returns the element's textDocument.
     [[nodiscard]] QObject *document() const { return document_; }
     void setDocument(QObject *document);
 
-    /// In the item's units; 0 leaves the lines alone.
+    /// In the item's units; 0 keeps the natural height.
     [[nodiscard]] qreal lineHeight() const { return lineHeight_; }
     void setLineHeight(qreal height);
 

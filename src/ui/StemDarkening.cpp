@@ -9,8 +9,8 @@ namespace vellumo {
 
 namespace {
 
-// Both are looked up in what is loaded already: Qt has no public call for it. The first is Qt's
-// "FT_Library qt_getFreetype()", the second FreeType's FT_Property_Set().
+// Both are resolved in the loaded libraries, since Qt has no public function for this. The first is
+// Qt's "FT_Library qt_getFreetype()", the second FreeType's FT_Property_Set().
 using GetLibrary = void *(*)();
 using SetProperty = int (*)(void *library, const char *module, const char *property,
                             const void *value);

@@ -4,10 +4,10 @@
 
 namespace vellumo {
 
-/// Qt makes FreeType thicken the stems of CFF fonts, which suits linear blending; with the software
-/// renderer it makes regular Chinese text look bold beside Latin text. Turns that off for the
-/// calling thread's fonts. Where the running Qt or FreeType has no such switch, nothing happens. To
-/// be called after QGuiApplication is made and before any text is drawn.
+/// Turns off stem darkening for the calling thread's fonts. Qt enables it for CFF fonts, which
+/// suits linear blending; with the software renderer it makes regular Chinese text look bold beside
+/// Latin text. Does nothing where Qt or FreeType lacks the switch. To be called after
+/// QGuiApplication is created and before any text is drawn.
 void disableStemDarkening();
 
 } // namespace vellumo

@@ -7,9 +7,9 @@
 
 namespace vellumo {
 
-/// Text items of Qt Quick ask every new owner of the clipboard what it holds, to keep their
-/// canPaste right: a question to another process that blocks, for seconds when the owner hangs,
-/// although no paste is wanted. Stops that for one item. Pasting still works.
+/// Stops a text item of Qt Quick from querying each new owner of the clipboard to update canPaste.
+/// The query blocks, for seconds if the owner hangs, although nothing is pasted. Pasting still
+/// works.
 class UnwatchedClipboard : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -12,9 +12,9 @@ namespace vellumo {
 
 class DesktopAppearance;
 
-/// What the desktop says about looks: dark or light, animations wanted or not, the size of text.
-/// Starts from the application's palette and font; what follow() is given outranks the palette.
-/// One per QML engine, which owns it.
+/// The desktop's appearance: dark or light, reduced motion, text size. Starts with the
+/// application's palette and font; the source passed to follow() overrides the palette. One per QML
+/// engine, which owns it.
 class SystemLook : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -26,14 +26,14 @@ class SystemLook : public QObject {
 public:
     explicit SystemLook(QObject *parent = nullptr);
 
-    /// The object that QML of this engine sees.
+    /// Returns the singleton of this engine.
     [[nodiscard]] static SystemLook *of(QQmlEngine &engine);
 
     void follow(const DesktopAppearance &appearance);
 
     [[nodiscard]] bool isDark() const { return dark_; }
     [[nodiscard]] bool isMotionReduced() const { return reducedMotion_; }
-    /// A factor for text sizes, 1 at the sizes that desktops come with.
+    /// Returns a factor for text sizes; 1 at the default sizes of desktops.
     [[nodiscard]] qreal textScale() const { return textScale_; }
 
 Q_SIGNALS:
@@ -52,7 +52,8 @@ private:
     qreal textScale_ = 1;
 };
 
-/// A text factor for an application font of so many points: the common default sizes count as 1.
+/// Returns the text factor for an application font of this size in points; common default sizes
+/// give 1.
 [[nodiscard]] qreal textScaleForPoints(qreal points);
 
 } // namespace vellumo
