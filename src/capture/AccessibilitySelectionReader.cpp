@@ -17,9 +17,9 @@ namespace vellumo {
 namespace {
 
 constexpr auto accessibilityTime = 250ms;
-constexpr auto reserveForOtherRoads = 100ms; // when accessibility is asked a second time
+constexpr auto reserveForOtherRoads = 100ms; // kept when accessibility is asked a second time
 constexpr auto optionReleaseTime = 250ms;
-// A browser takes its focus back from the menu bar within some milliseconds of the second press.
+// A browser takes the focus back from the menu bar some milliseconds after the second press.
 constexpr auto focusReturnTime = 40ms;
 constexpr auto focusReturnStep = 6ms;
 constexpr auto publishedSelectionTime = 150ms;
@@ -29,7 +29,7 @@ bool isBlank(const QString &text)
     return QStringView(text).trimmed().isEmpty();
 }
 
-// Applications put these in the place of images, embedded objects and marks; they are no text.
+// Removes placeholders for images, embedded objects and marks.
 QString withoutFillers(QString text)
 {
     return text.removeIf([](QChar c) { return c == u'\xFFFC' || c == u'\xFEFF' || c.isNull(); });
@@ -79,7 +79,7 @@ std::optional<QString> AccessibilitySelectionReader::currentSelectedText()
     if (auto text = publishedSelection(answer)) {
         return text;
     }
-    // An editor that says that nothing is selected may copy the line of its caret.
+    // An editor without a selection may copy the line of its caret.
     if (answer.selected.kind == SelectedText::Kind::Nothing && answer.isEditable) {
         return std::nullopt;
     }
@@ -102,8 +102,8 @@ AccessibilitySelectionReader::accessibilitySelectedText()
     };
     AccessibilityAnswer answer = ask(0ms);
 
-    // The trigger comes while Option is still down, and in some applications that alone has moved
-    // the focus to a menu bar, where nothing is selected.
+    // Option is still held during the trigger, and in some applications this has moved the focus to
+    // a menu bar, where nothing is selected.
     const QDeadlineTimer focusReturn = budget_.selectionDeadline(focusReturnTime);
     while (
         answer.kind == ElementKind::Menu && !focusReturn.hasExpired()
@@ -121,7 +121,7 @@ AccessibilitySelectionReader::accessibilitySelectedText()
         std::min(ReadingBudget::menuSettleTime, budget_.leftForSelection()).count()));
     budget_.areMenusClosed = isReleased;
     AccessibilityAnswer second = ask(reserveForOtherRoads);
-    // Without an answer now, an ordinary element's "nothing" still holds.
+    // Without a second answer, "nothing" from an ordinary element remains valid.
     const bool firstHolds = second.selected.kind == SelectedText::Kind::Unknown
         && second.kind == ElementKind::Ordinary && answer.kind != ElementKind::Menu;
     return firstHolds ? answer : second;
@@ -184,7 +184,7 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     const auto copied = copy_.textFrom(*application,
                                        isSelected ? SyntheticCopy::Selection::Known
                                                   : SyntheticCopy::Selection::Unknown);
-    // An editor may copy the line of the caret when nothing is selected.
+    // An editor without a selection may copy the line of the caret.
     const bool mayBeLine = application->isTextEditor || publishes(*application);
     if (copied && !isSelected && mayBeLine && isLineOfCaret(*copied)) {
         return std::nullopt;
@@ -192,8 +192,8 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     return readable(copied);
 }
 
-/// VTE counts a wide character as two where it says how far the selection goes, so that its text
-/// goes on behind it. What it publishes ends where it should.
+/// Removes text beyond the selection. VTE counts wide characters as two in the selection's end, so
+/// that its text is too long; the published text is right.
 QString AccessibilitySelectionReader::withoutSurplus(const QString &text)
 {
     AccessibilityAnswer answer;
@@ -202,8 +202,8 @@ QString AccessibilitySelectionReader::withoutSurplus(const QString &text)
     return published && text.startsWith(*published) ? *published : text;
 }
 
-/// Whether the application publishes what is selected, so that its current selection would have
-/// been found in PRIMARY.
+/// Returns whether the application publishes its selections, so that a current one would be in
+/// PRIMARY.
 bool AccessibilitySelectionReader::publishes(const RunningApplication &application)
 {
     return desktop_.primary != nullptr

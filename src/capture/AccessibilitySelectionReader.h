@@ -20,12 +20,12 @@ struct RunningApplication;
 
 /// Reads the selection of the application in front: through accessibility; else the text that the
 /// application published by selecting; else by making the application copy, after which the
-/// clipboard is put back as it was. Password fields are never read, terminals never receive keys,
-/// and without the user's trust nothing is tried.
+/// clipboard is restored. Password fields are never read, terminals never receive keys, and nothing
+/// is read without the user's trust.
 class AccessibilitySelectionReader : public SelectionReading {
 public:
-    /// Everything must outlive the reader. `primary` may be null; without `settings` no application
-    /// is left out.
+    /// All must outlive the reader. `primary` may be null; without `settings` no application is
+    /// excluded.
     struct Desktop {
         Workspace &workspace;
         Accessibility &accessibility;
@@ -36,7 +36,7 @@ public:
         const DefaultsStore *settings = nullptr;
     };
 
-    /// The budget is started by every reading and must outlive the reader.
+    /// Each read starts the budget, which must outlive the reader.
     AccessibilitySelectionReader(const Desktop &desktop, ReadingBudget &budget);
 
     [[nodiscard]] std::optional<QString> currentSelectedText() override;
@@ -48,18 +48,18 @@ private:
         bool isEditable = false;
     };
 
-    /// Asks again where Option, which is still held, may have moved the focus.
+    /// Asks a second time if the held Option key may have moved the focus.
     [[nodiscard]] AccessibilityAnswer accessibilitySelectedText();
     [[nodiscard]] AccessibilityAnswer askFocusedElement(qint64 processIdentifier,
                                                         QDeadlineTimer deadline);
     [[nodiscard]] std::optional<AccessibleElement> focusedUIElement(qint64 processIdentifier,
                                                                     QDeadlineTimer deadline);
-    /// The selected text by the element itself.
+    /// Returns the selected text that the element itself reports.
     [[nodiscard]] SelectedText stringAttribute(const AccessibleElement &element,
                                                QDeadlineTimer deadline);
     [[nodiscard]] std::optional<QString> selectedTextViaRange(const AccessibleElement &element,
                                                               QDeadlineTimer deadline);
-    /// A copy that the application is made to make.
+    /// Returns the text that the application copies on request.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
     [[nodiscard]] std::optional<QString> publishedSelection(const AccessibilityAnswer &answer);
     [[nodiscard]] QString withoutSurplus(const QString &text);

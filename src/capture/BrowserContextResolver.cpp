@@ -88,7 +88,8 @@ std::optional<PageUrl> BrowserContextResolver::runURLScript(qint64 processIdenti
     if (!address || address->isEmpty()) {
         return std::nullopt;
     }
-    // QUrl rewrites what it parses, so it only judges the address and finds its host.
+    // QUrl normalizes what it parses, so it is used only to validate the address and to get the
+    // host.
     const QUrl url(*address);
     if (!url.isValid()) {
         return std::nullopt;

@@ -12,7 +12,7 @@ namespace vellumo {
 
 class Accessibility;
 
-/// The address of a page, kept as the browser spells it.
+/// The address of a page, as the browser spells it.
 struct PageUrl {
     QString absoluteString;
     QString host; ///< percent-encoded; empty when the address has none
@@ -24,19 +24,19 @@ public:
     /// The accessibility must outlive this object.
     explicit BrowserContextResolver(Accessibility &accessibility);
 
-    /// Their .desktop ids.
+    /// Returns the .desktop ids of the known browsers.
     [[nodiscard]] static QStringList knownBrowsers();
 
     [[nodiscard]] static bool isKnownBrowser(const RunningApplication &application);
 
-    /// Absent for applications that are not known browsers, which are not asked, and when the
-    /// browser gives no address or one that is no URL.
+    /// Returns the address of the page in front. Absent for unknown browsers, which are not asked,
+    /// and when the browser returns no valid URL.
     [[nodiscard]] std::optional<PageUrl> currentURL(const RunningApplication &application,
                                                     QDeadlineTimer deadline) const;
 
 private:
-    /// Browsers run no scripts for others here; the accessibility tree has the address of the tab
-    /// in front instead.
+    /// Reads the address of the tab in front from the accessibility tree, since browsers run no
+    /// scripts of other programs here.
     [[nodiscard]] std::optional<PageUrl> runURLScript(qint64 processIdentifier,
                                                       QDeadlineTimer deadline) const;
 

@@ -17,13 +17,13 @@ namespace vellumo {
 
 namespace {
 
-/// A browser that is asked for the first time has the address some 100 ms later.
+/// At the first query a browser needs some 100 ms for the address.
 constexpr std::array lookAgainAfter{60ms, 200ms, 600ms, 1500ms};
-/// At the start, when other things are more urgent.
+/// Delay after the start, when other work is more urgent.
 constexpr auto wakeAfter = 1500ms;
-/// Applications have named their windows by then.
+/// Applications have set their window titles by then.
 constexpr auto longestSearch = 3s;
-/// What one more question may hold the main thread.
+/// Maximum time that a repeated query blocks the main thread.
 constexpr auto lookAgainTime = 100ms;
 
 } // namespace
@@ -128,11 +128,11 @@ void ContextTracker::lookAgain()
         endSearch();
         return;
     }
-    // Absent while one of our own windows has the keyboard: nothing has moved behind it then.
+    // Absent while one of our own windows has the keyboard, when the window behind does not change.
     const auto title = focusedWindowTitle(application->processIdentifier);
     const bool hadTitle = !place_->title.value_or(QString()).isEmpty();
     if (hadTitle && title && *title != *place_->title) {
-        endSearch(); // another document, whose address is not that of the first
+        endSearch(); // another document with another address
         return;
     }
     const ReadingContext before = contextOf(*place_);
@@ -145,12 +145,13 @@ void ContextTracker::lookAgain()
             browserContextResolver_.currentURL(*application, QDeadlineTimer(lookAgainTime));
     }
     if (const ReadingContext now = contextOf(*place_); now != before) {
-        const Refined refined = refined_; // may begin another search
+        const Refined refined = refined_; // the callback may start another search
         refined(now);
     }
 }
 
-/// Some browsers build what holds the address only after the first question.
+/// Queries the address in advance, since some browsers build their accessibility tree only after
+/// the first query.
 void ContextTracker::wakeBrowserInFront()
 {
     const auto application = workspace_.frontmostApplication();

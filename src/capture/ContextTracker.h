@@ -14,17 +14,17 @@ class Clock;
 class ReadingBudget;
 class Workspace;
 
-/// Names the place of reading: the page in a browser, else the window, else the application. What
-/// is read in our own windows belongs to the note that is open there, else to vellumo.
+/// Determines the place of reading: the page in a browser, else the window, else the application.
+/// Text in our own windows belongs to the open note's place, else to vellumo.
 class ContextTracker : public QObject, public ContextTracking {
     Q_OBJECT
 
 public:
-    /// All must outlive this object. The budget is the selection reader's.
+    /// All must outlive this object. The budget is shared with the selection reader.
     ContextTracker(Workspace &workspace, Accessibility &accessibility, const ReadingBudget &budget,
                    Clock &clock);
 
-    /// Answers the place of the note that is open in our own window in front, if there is one.
+    /// Returns the place of the note that is open in our own window in front; absent without one.
     std::function<std::optional<ReadingContext>()> openNoteContext;
 
     [[nodiscard]] std::optional<ReadingContext> currentContext() override;
@@ -39,7 +39,7 @@ private:
 
     [[nodiscard]] static ReadingContext contextOf(const Place &place);
     [[nodiscard]] ReadingContext ownContext() const;
-    /// Absent without the user's trust.
+    /// Returns the title of the focused window; absent without the user's trust.
     [[nodiscard]] std::optional<QString> focusedWindowTitle(qint64 processIdentifier);
     void lookAgain();
     void endSearch();
@@ -51,10 +51,10 @@ private:
     Clock &clock_;
     BrowserContextResolver browserContextResolver_;
 
-    std::optional<Place> place_; ///< answered last, unless it was one of our own
-    int search_ = 0; ///< counts the searches, so that timers of an older one do nothing
+    std::optional<Place> place_; ///< last result, unless it was one of our own windows
+    int search_ = 0; ///< number of the search; timers of older ones do nothing
     QPointer<QObject> receiver_;
-    Refined refined_; ///< empty while nothing is searched
+    Refined refined_; ///< empty while no search is running
 };
 
 } // namespace vellumo

@@ -8,21 +8,21 @@
 
 namespace vellumo {
 
-/// Each dismissal saves from the conversation that was on screen, which need not be the latest: the
-/// next one is seeded before the old panel goes.
+/// The transcript of one panel. A dismissed panel saves its own conversation, which need not be the
+/// latest: the next one is created before the old panel closes.
 struct Conversation {
     QList<ChatTurn> transcript;
-    bool isOver = false; ///< its panel is gone; answers that come now belong nowhere
+    bool isOver = false; ///< its panel is closed; later answers are dropped
 
-    /// The answered follow-ups. They are taken in pairs at fixed positions after the two seed
-    /// turns, so an unanswered question shifts whatever follows it out of the pairing.
+    /// Returns the answered follow-ups. Pairs are at fixed positions after the two seed turns, so
+    /// that an unanswered question excludes everything after it.
     [[nodiscard]] QList<FollowUpExchange> followUps() const;
 
-    /// Whether the follow-up that was answered last is one of them.
+    /// Returns whether followUps() includes the follow-up that was answered last.
     [[nodiscard]] bool keepsLatest() const;
 
 private:
-    /// Whether a question and its answer begin at this position.
+    /// Returns whether a question with its answer is at this position.
     [[nodiscard]] bool isPair(qsizetype position) const;
 };
 

@@ -7,10 +7,10 @@
 
 namespace vellumo {
 
-/// What the first run shows in the panel in place of a real answer.
+/// Returns the answer that the first run shows in the panel.
 [[nodiscard]] ExplanationResult demonstrationAnswer(bool english);
 
-/// The note that the first run shows in the pill's list; it is never stored.
+/// Returns the note that the first run shows in the pill's list; it is never stored.
 [[nodiscard]] ReadingNote demonstrationNote(bool english, double createdAt);
 
 } // namespace vellumo

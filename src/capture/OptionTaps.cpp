@@ -9,7 +9,7 @@ namespace vellumo {
 
 namespace {
 
-/// No double tap takes longer, nor does it take longer until it is served.
+/// Neither a double tap nor the delay before it is handled takes longer.
 constexpr auto longestGap = 500ms;
 
 } // namespace

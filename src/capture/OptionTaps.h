@@ -10,22 +10,22 @@
 
 namespace vellumo {
 
-/// Remembers when Option was pressed the last two times, so that a reader of selections knows
-/// what the taps themselves have changed. Main thread only.
+/// Records the last two presses of Option, so that a selection reader can tell what the taps
+/// themselves have changed. Main thread only.
 class OptionTaps {
 public:
     /// `events` must outlive this object.
     explicit OptionTaps(EventMonitoring &events);
 
-    /// Since the first of two taps, the second of which is being served. Absent when there was none
-    /// a moment ago.
+    /// Returns the time since the first tap of the double tap that is being handled; absent when
+    /// there was none recently.
     [[nodiscard]] std::optional<std::chrono::milliseconds> sinceFirst() const;
 
 private:
     void note(const Event &event);
 
-    std::optional<qint64> lastAt_; ///< on the clock of the events
-    std::optional<std::chrono::milliseconds> gap_; ///< before the last press
+    std::optional<qint64> lastAt_; ///< on the events' clock
+    std::optional<std::chrono::milliseconds> gap_; ///< time between the last two presses
     QElapsedTimer sinceLast_;
     std::unique_ptr<EventMonitorHandle> global_;
     std::unique_ptr<EventMonitorHandle> local_;

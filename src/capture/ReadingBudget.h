@@ -8,14 +8,14 @@
 
 namespace vellumo {
 
-/// The time that one trigger may hold the main thread while it asks other processes, shared between
-/// the selection reader and the context tracker. The reader leaves the tracker a reserve.
+/// The time for which one trigger may block the main thread with queries of other processes, shared
+/// by the selection reader and the context tracker. The reader leaves a reserve for the tracker.
 class ReadingBudget {
 public:
     static constexpr std::chrono::milliseconds total{600};
     static constexpr std::chrono::milliseconds contextReserve{60};
     static constexpr std::chrono::milliseconds contextAlone{250};
-    /// After Option is released, applications need this to take their focus back from a menu bar.
+    /// Time that applications need to take the focus back from a menu bar after Option is released.
     static constexpr std::chrono::milliseconds menuSettleTime{30};
 
     void start()
@@ -28,10 +28,10 @@ public:
     /// Whether Option is released and its menus have closed, for this trigger.
     bool areMenusClosed = false;
 
-    /// How long the trigger has been served.
+    /// Returns the time since the trigger.
     [[nodiscard]] std::chrono::milliseconds elapsed() const { return total - left(); }
 
-    /// What is left for the selection.
+    /// Returns the remaining time for the selection.
     [[nodiscard]] std::chrono::milliseconds leftForSelection() const
     {
         return std::max(left() - contextReserve, std::chrono::milliseconds::zero());
@@ -42,7 +42,8 @@ public:
         return QDeadlineTimer(std::min(atMost, leftForSelection()));
     }
 
-    /// The rest of a trigger's time, which may be none; long after a trigger a time of its own.
+    /// Returns the deadline of the remaining time, which may have expired; long after a trigger, a
+    /// separate time.
     [[nodiscard]] QDeadlineTimer contextDeadline() const
     {
         return QDeadlineTimer(sameTrigger_.hasExpired() ? contextAlone
@@ -56,7 +57,7 @@ private:
     }
 
     QDeadlineTimer end_{0};
-    QDeadlineTimer sameTrigger_{0}; ///< what asks before this belongs to the same trigger
+    QDeadlineTimer sameTrigger_{0}; ///< calls before this belong to the same trigger
 };
 
 } // namespace vellumo

@@ -11,14 +11,14 @@ namespace {
 
 using Kind = SelectedText::Kind;
 
-/// How long browsers take to announce through accessibility what they have published.
+/// Maximum delay between a browser's publication and its announcement through accessibility.
 constexpr auto announcementDelay = 1s;
 
-/// How long a text counts again that was read before and that nothing else confirms.
+/// How long a text that was read before counts again without other evidence.
 constexpr auto rereadTime = 30s;
 
-/// Whether the publication belongs to a change of the selection that was announced then, or is
-/// newer.
+/// Returns whether the publication belongs to a change of the selection announced at that time, or
+/// is newer.
 bool isOfChange(const Publication &publication, std::chrono::milliseconds sinceChange)
 {
     return publication.age <= sinceChange + announcementDelay;
@@ -32,7 +32,7 @@ bool isStillSelected(const Publication &publication, const SelectionEvidence &ev
         return false;
     }
     if (evidence.answer == Kind::Nothing) {
-        // Some viewers drop the selection when Alt is released: what was selected before counts.
+        // Some viewers drop the selection when Alt is released; the earlier selection counts.
         const bool isDroppedByTap = !evidence.isEditable && evidence.sinceFirstTap
             && evidence.sinceChange && *evidence.sinceChange < *evidence.sinceFirstTap;
         return isDroppedByTap

@@ -7,14 +7,15 @@
 
 namespace vellumo {
 
-/// Answers what text the user has selected in the application in front. Main thread only; may block
-/// it for a bounded time.
+/// Reads the text that is selected in the application in front. Main thread only; may block it for
+/// a bounded time.
 class SelectionReading {
 public:
     virtual ~SelectionReading() = default;
 
-    /// Absent when nothing is selected or nothing could be read. Not trimmed. A text of more than
-    /// maxSelectionLength characters may be cut, but is then still longer than that.
+    /// Returns the selected text, not trimmed; absent when nothing is selected or nothing could be
+    /// read. A text of more than maxSelectionLength characters may be truncated, but stays longer
+    /// than that.
     [[nodiscard]] virtual std::optional<QString> currentSelectedText() = 0;
 };
 

@@ -21,10 +21,10 @@ namespace {
 
 constexpr auto snapshotTime = 150ms;
 constexpr auto copyTime = 350ms;
-// Where perhaps nothing is selected, the user learns of it within 250 ms.
+// Without a known selection, "nothing selected" has to be reported within 250 ms.
 constexpr auto nothingTime = 210ms;
-constexpr auto shortestTime = 100ms; // with less, the copy would come after the wait for it
-constexpr auto lateTime = 5s; // a copy that comes later than this is not put right
+constexpr auto shortestTime = 100ms; // with less time the copy would arrive after the deadline
+constexpr auto lateTime = 5s; // a copy that arrives later than this is not undone
 
 } // namespace
 
@@ -48,12 +48,12 @@ std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &applica
 {
     const qint64 process = application.processIdentifier;
     Pasteboard &pasteboard = desktop_.pasteboard;
-    undoLate(); // one that has come and was not looked at yet
+    undoLate(); // a late copy that has arrived but was not processed yet
     if (!isAllowedIn(application) || desktop_.accessibility.isUnresponsive(process)
         || !desktop_.keys.canPostCopy(process) || !waitForMenusToClose()) {
         return std::nullopt;
     }
-    // The clipboard is worth more than the answer: what cannot be put back is not replaced.
+    // Contents that cannot be restored are not replaced.
     const quint64 changeCount = pasteboard.changeCount();
     const auto before = pasteboard.items(budget_.selectionDeadline(snapshotTime));
     if (!before || budget_.leftForSelection() < shortestTime) {
@@ -88,8 +88,8 @@ bool SyntheticCopy::isAllowedIn(const RunningApplication &application) const
         && !isException(application.localizedName);
 }
 
-/// A tap of Option opens the menu bar of some applications, and the release that belongs to the
-/// second tap closes it; copy keys in between would go to the menu.
+/// A tap of Option opens the menu bar of some applications, and the release of the second tap
+/// closes it; copy keys sent in between would go to the menu.
 bool SyntheticCopy::waitForMenusToClose()
 {
     if (budget_.areMenusClosed) {
@@ -133,8 +133,8 @@ void SyntheticCopy::expectLate(qint64 process, quint64 changeCount,
     lateTimer_.start(lateTime);
 }
 
-/// Puts the clipboard back if the late copy has come. More of them may follow from an application
-/// that was asked several times, so the time goes on.
+/// Restores the clipboard if the late copy has arrived. The timer keeps running, since an
+/// application that was asked several times may copy again.
 void SyntheticCopy::undoLate()
 {
     if (!late_ || desktop_.pasteboard.changeCount() == late_->changeCount) {
@@ -143,8 +143,8 @@ void SyntheticCopy::undoLate()
     const auto taken =
         desktop_.pasteboard.waitForOwner(late_->process, late_->changeCount, QDeadlineTimer(0));
     const bool isTheirs = taken && desktop_.pasteboard.ownerProcess() == late_->process;
-    // What the user has copied in the meantime is what belongs on the clipboard. The time that the
-    // application gives is that of the keys, unless it does not care.
+    // A copy that the user has made meanwhile must stay. Most applications report the time of the
+    // keys that caused the copy.
     const bool isUsers =
         taken && late_->userActed && static_cast<qint32>(*taken - *late_->userActed) >= 0;
     if (isTheirs && !isUsers) {

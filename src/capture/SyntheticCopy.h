@@ -19,15 +19,15 @@ class KeyPosting;
 class ReadingBudget;
 struct RunningApplication;
 
-/// Makes an application copy its selection, and puts the clipboard back as it was before, also when
-/// the copy comes seconds later. Main thread only.
+/// Makes an application copy its selection, and restores the clipboard, also when the copy arrives
+/// seconds later. Main thread only.
 class SyntheticCopy {
 public:
-    /// Whether the application is known to have something selected, which decides how long a copy
-    /// is waited for.
+    /// Whether the application is known to have a selection, which determines the timeout of a
+    /// copy.
     enum class Selection : quint8 { Unknown, Known };
 
-    /// Everything must outlive this object. Without `settings` copying is always allowed.
+    /// All must outlive this object. Without `settings` copying is always allowed.
     struct Desktop {
         Accessibility &accessibility;
         Pasteboard &pasteboard;
@@ -40,20 +40,20 @@ public:
     ~SyntheticCopy();
     Q_DISABLE_COPY_MOVE(SyntheticCopy)
 
-    /// What the application in front, which must be this one, copies in time. Absent when nothing
-    /// comes, and, without keys being sent, when copying is switched off, the application has just
-    /// left a question unanswered, Option stays down or the clipboard could not be put back as it
-    /// is.
+    /// Returns the text that `application`, which must be in front, copies in time; absent on
+    /// timeout. Absent without sending keys when copying is disabled, the application has just let
+    /// a question time out, Option stays pressed, or the clipboard could not be restored.
     [[nodiscard]] std::optional<QString> textFrom(const RunningApplication &application,
                                                   Selection selection);
 
 private:
-    /// A copy that was asked for and did not come in time.
+    /// A requested copy that did not arrive in time.
     struct Late {
         qint64 process = 0;
-        quint64 changeCount = 0; ///< when it had not come yet
-        QList<PasteboardItem> before; ///< what it will displace
-        std::optional<quint32> userActed; ///< when the user may first have copied
+        quint64 changeCount = 0; ///< before the copy
+        QList<PasteboardItem> before; ///< contents that the copy replaces
+        /// Time of the first input by which the user may have copied.
+        std::optional<quint32> userActed;
         std::unique_ptr<EventMonitorHandle> monitor;
     };
 
@@ -67,7 +67,7 @@ private:
     Desktop desktop_;
     ReadingBudget &budget_;
     std::optional<Late> late_;
-    QSet<qint64> slowProcesses_; ///< whose copies came late before
+    QSet<qint64> slowProcesses_; ///< processes whose copies were late before
     QTimer lateTimer_;
 };
 

@@ -11,25 +11,24 @@
 
 namespace vellumo {
 
-/// Turns two quick presses of Option, made anywhere in the session, into one call.
+/// Calls back on two quick presses of Option anywhere in the session.
 ///
-/// A press counts at the moment the modifiers become Option alone; what is typed between two
-/// presses does not matter. Times are those of the events, so that presses queued behind a busy
-/// moment keep their distance.
+/// A press counts when the modifiers become Option alone; keys typed between two presses do not
+/// matter. Times are those of the events, so that a delayed delivery does not change them.
 class TriggerManager : public QObject {
     Q_OBJECT
 
 public:
-    /// The longest gap between two presses that still makes a double tap.
+    /// Maximum time between the two presses of a double tap.
     static constexpr std::chrono::milliseconds doubleTapInterval{360};
 
     /// The monitoring must outlive this object.
     explicit TriggerManager(EventMonitoring &events, QObject *parent = nullptr);
 
-    /// Runs on the main thread, outside of the event's delivery.
+    /// Runs on the main thread, from the event loop.
     std::function<void()> onDoubleTapOption;
 
-    /// Starts listening; when listening already, starts over.
+    /// Starts listening. If it is already listening, forgets a pending press.
     void start();
 
     /// Stops listening and forgets a pending press.

@@ -58,7 +58,8 @@ void VellumoCoordinator::start()
     const QPointer<VellumoCoordinator> self(this);
     with_.resultPanelController.onFollowUp = [self](const QString &question) {
         if (self) {
-            // The question belongs to what is shown now, whatever arrives before the task runs.
+            // The question belongs to the conversation that is shown now, even if another one
+            // arrives before the task runs.
             QMetaObject::invokeMethod(
                 self,
                 [self, question, asked = self->conversation_] {
@@ -156,7 +157,7 @@ void VellumoCoordinator::beginPresentation(const Place &place)
 void VellumoCoordinator::explain(const QString &selection, const Place &place)
 {
     const ExplanationRequest request{selection, with_.userPreferences.preferredOutputLanguage()};
-    // The service may change until it answers.
+    // The service may change before the answer arrives.
     const SampleAnswers samples = with_.aiService.samples();
     with_.aiService.explain(request, this,
                             [this, selection, place,
@@ -286,7 +287,7 @@ void VellumoCoordinator::reopenNote(const QUuid &id)
 
 void VellumoCoordinator::reopenLatest(const NoteWithContext &pair)
 {
-    // What is on screen is saved first: it may be this very note with new follow-ups.
+    // Save what is on screen first: it may be this note with new follow-ups.
     with_.resultPanelController.dismiss();
     const auto latest = with_.notesStore.find(pair.note.id);
     reopenNote(latest ? latest->note : pair.note, pair.context);
@@ -319,7 +320,7 @@ void VellumoCoordinator::handleReopenedNoteDismissed(Conversation &conversation,
     conversation.isOver = true;
     const QList<FollowUpExchange> followUps = conversation.followUps();
     if (followUps.size() > baselineFollowUps) {
-        // While it was open, another device may have added to the note or moved it.
+        // Another device may have extended or moved the note while it was open.
         const auto stored = with_.notesStore.find(note.id);
         note.followUps = stored && stored->note.followUps.size() > baselineFollowUps
             ? stored->note.followUps + followUps.sliced(baselineFollowUps)
@@ -354,7 +355,7 @@ void VellumoCoordinator::observeFrontmostAppChanges()
                 if (processIdentifier == QCoreApplication::applicationPid()) {
                     return;
                 }
-                // A panel that comes before the task runs is newer than this.
+                // A panel that is shown before the task runs is newer than the activation.
                 QMetaObject::invokeMethod(
                     this,
                     [this, before = presentations_] {

@@ -26,13 +26,13 @@ class SelectionReading;
 class TriggerManager;
 class Workspace;
 
-/// The spine of the program: carries a double tap to an explanation on screen, its follow-ups, and
-/// a saved note. Main thread only; no failure leaves it other than as a text in the panel.
+/// Coordinates the way from a double tap to an explanation on screen, its follow-ups and a saved
+/// note. Failures are shown as a text in the panel. Main thread only.
 class VellumoCoordinator : public QObject {
     Q_OBJECT
 
 public:
-    /// Everything must outlive the coordinator.
+    /// All must outlive the coordinator.
     struct Collaborators {
         SelectionReading &selectionReader;
         ContextTracking &contextTracker;
@@ -51,7 +51,7 @@ public:
     explicit VellumoCoordinator(const Collaborators &collaborators, QObject *parent = nullptr);
     ~VellumoCoordinator() override;
 
-    /// Called each time an explanation, or the demonstration's answer, has been put on screen.
+    /// Called each time an explanation, or the demonstration's answer, has been shown.
     std::function<void()> onExplanationShown;
 
     /// While true a double tap reads nothing and only calls onDemoTrigger.
@@ -61,20 +61,20 @@ public:
     /// Called after a note has been added or its follow-ups updated.
     std::function<void(const ReadingNote &)> onNoteSaved;
 
-    /// Wires the trigger and the panel, starts listening and shows the pill. Once, after the
-    /// callbacks are set.
+    /// Connects the trigger and the panel, starts listening and shows the pill. To be called once,
+    /// after the callbacks are set.
     void start();
 
-    /// What a double tap does. Nothing while the screen is locked.
+    /// Handles a double tap. Does nothing while the screen is locked.
     void handleTrigger();
 
-    /// Opens the list of all notes; one that is chosen comes back on screen with its thread.
+    /// Opens the list of all notes. A chosen note is reopened with its thread.
     void showNotesSummary();
 
-    /// Brings a note back on screen with its thread, to ask further. Nothing when it is not stored.
+    /// Shows a note with its thread, to ask further questions. Does nothing when it is not stored.
     void reopenNote(const QUuid &id);
 
-    /// Shows what belongs to no selection and leaves no note.
+    /// Shows content that belongs to no selection and is not saved as a note.
     void showNotice(const IslandContent &notice);
 
     /// Shows the demonstration's answer.
@@ -85,12 +85,12 @@ public:
 
     [[nodiscard]] std::optional<ReadingContext> currentContext() const { return currentContext_; }
 
-    /// The conversation of the answer shown last: the selection, its explanation, and then a
-    /// question and, if it came, an answer each.
+    /// Returns the conversation of the answer shown last: the selection, its explanation, and each
+    /// follow-up question with its answer, if there is one.
     [[nodiscard]] QList<ChatTurn> followUpTranscript() const;
 
 private:
-    /// Where something on screen was read; better known as long as it is searched for.
+    /// The place of what is shown, shared so that a search can refine it.
     using Place = std::shared_ptr<std::optional<ReadingContext>>;
 
     [[nodiscard]] QString text(const QString &english, const QString &chinese) const;
@@ -122,9 +122,10 @@ private:
 
     Collaborators with_;
     std::optional<ReadingContext> currentContext_;
-    Place shownPlace_; ///< of what was put on screen last; null where it has none
-    int presentations_ = 0; ///< how often a panel has come where there was none
-    std::shared_ptr<Conversation> conversation_; ///< of the answer shown last; null before any
+    Place shownPlace_; ///< place of what was shown last; null if it has none
+    int presentations_ = 0; ///< number of times that a panel was shown while none was on screen
+    /// Conversation of the last answer; null before the first.
+    std::shared_ptr<Conversation> conversation_;
 };
 
 } // namespace vellumo

@@ -17,7 +17,7 @@ using ExplanationCompletion = std::function<void(Result<T, ExplanationError>)>;
 /// Explains selections and answers questions about them.
 ///
 /// A completion runs exactly once, on the main thread and never before the call returns; when
-/// `context` is destroyed first, the work is abandoned and the completion never runs.
+/// `context` is destroyed first, the operation is cancelled and the completion never runs.
 class AIExplaining {
 public:
     virtual ~AIExplaining() = default;
@@ -29,7 +29,7 @@ public:
     virtual void followUp(const QList<ChatTurn> &transcript, const QString &language,
                           QObject *context, ExplanationCompletion<QString> completion) = 0;
 
-    /// What the answers to questions from now on are. Samples must be marked as such.
+    /// Returns whether answers to later questions are samples, which must be marked as such.
     [[nodiscard]] virtual SampleAnswers samples() const { return SampleAnswers::none; }
     [[nodiscard]] bool answersAreSamples() const { return samples() != SampleAnswers::none; }
 };

@@ -20,7 +20,7 @@ using Content = Result<QString, ExplanationError>;
 
 QJsonObject message(const QString &role, const QString &content)
 {
-    // half a character, as at a cut, would be JSON that many servers reject
+    // many servers reject JSON with half a surrogate pair, as after a truncation
     const QString sound = content.isValidUtf16() ? content : QString::fromUtf8(content.toUtf8());
     return {{u"role"_s, role}, {u"content"_s, sound}};
 }
@@ -37,7 +37,7 @@ QString textOf(const QByteArray &body)
     return decoder.hasError() ? u"<no body>"_s : text;
 }
 
-/// The contents of all choices; nothing unless each has one that is text.
+/// Returns the contents of all choices; absent unless each is a string.
 std::optional<QStringList> contentsOfChoices(const QByteArray &body)
 {
     const QJsonValue choices = QJsonDocument::fromJson(body).object().value("choices"_L1);
@@ -55,7 +55,7 @@ std::optional<QStringList> contentsOfChoices(const QByteArray &body)
     return contents;
 }
 
-/// The first choice's content as it came; never blank.
+/// Returns the first choice's content unchanged; never blank.
 Content firstContent(const Result<HttpResponse, HttpError> &answer)
 {
     if (!answer.isOk()) {
@@ -105,7 +105,7 @@ explanation(const Result<HttpResponse, HttpError> &answer)
     if (!content.isOk()) {
         return content.error();
     }
-    // A fence or words around the object make it something else than what was asked for.
+    // The object must not be surrounded by a code fence or other text.
     const auto payload = ExplanationPrompt::Payload::fromJson(content.value().trimmed().toUtf8());
     if (!payload) {
         return ExplanationError(

@@ -8,13 +8,13 @@
 #include <QByteArray>
 #include <QList>
 
-/// The bodies of the chat-completions interface: what is sent and how the answer is read.
+/// Request bodies and answers of the chat-completions interface.
 namespace vellumo::ChatCompletion {
 
-/// Asks for an explanation, which is to come as one JSON object.
+/// Returns a request for an explanation in the form of one JSON object.
 [[nodiscard]] QByteArray explanationBody(const QString &model, const ExplanationRequest &request);
 
-/// Asks for the answer to the transcript's last question, as plain text.
+/// Returns a request for a plain-text answer to the transcript's last question.
 [[nodiscard]] QByteArray followUpBody(const QString &model, const QList<ChatTurn> &transcript,
                                       const QString &language);
 

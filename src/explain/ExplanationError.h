@@ -9,27 +9,27 @@
 
 namespace vellumo {
 
-/// The service answered, but not with an answer.
+/// The service answered with an error or an unusable reply.
 struct ServiceError {
     enum class Kind : quint8 {
         badStatus, ///< a status outside 200-299
         malformedPayload, ///< the model's reply is not an explanation payload
-        emptyResponse, ///< no choice, or nothing in the first
+        emptyResponse, ///< no choice, or an empty first one
     };
     Kind kind = Kind::badStatus;
     int status = 0; ///< of badStatus
-    /// The body of badStatus, "<no body>" when it is no text; the reply of malformedPayload as it
-    /// came. May repeat what was sent: never logged.
+    /// The body for badStatus, "<no body>" if it is not text; the unchanged reply for
+    /// malformedPayload. May repeat what was sent and must never be logged.
     QString text = {};
     friend bool operator==(const ServiceError &, const ServiceError &) = default;
 };
 
-/// The service's answer does not have the form of one.
+/// The service's answer cannot be decoded.
 struct DecodingError {
     friend bool operator==(const DecodingError &, const DecodingError &) = default;
 };
 
-/// The key for the service is not at hand, so that nothing was sent.
+/// The key for the service is not available, so that nothing was sent.
 struct KeyError {
     enum class Kind : quint8 {
         late, ///< the keyring has not answered yet
@@ -41,14 +41,14 @@ struct KeyError {
     friend bool operator==(const KeyError &, const KeyError &) = default;
 };
 
-/// Why there is no explanation. Carries no text for the user; the view chooses the words.
+/// Why there is no explanation. Has no text for the user; the view chooses it.
 using ExplanationError = std::variant<ServiceError, DecodingError, HttpError, KeyError>;
 
 // Made inline, gcc 12 sees uninitialised members of the other kinds.
 [[nodiscard]] ExplanationError undecodable(); ///< a DecodingError
 [[nodiscard]] ExplanationError withoutKey(const KeyError &error);
 
-/// What may be kept, shown and logged of an error: nothing that was sent or answered.
+/// The part of an error that may be kept, shown and logged. Has nothing that was sent or received.
 struct ExplanationFailure {
     std::variant<ServiceError::Kind, DecodingError, HttpError::Kind, KeyError::Kind> kind =
         HttpError::Kind::other;
@@ -59,10 +59,10 @@ struct ExplanationFailure {
 
 [[nodiscard]] ExplanationFailure summary(const ExplanationError &error, double at);
 
-/// Whether another address, model or key may help, rather than time.
+/// Returns whether changing address, model or key may help.
 [[nodiscard]] bool isMatterOfSettings(const ExplanationError &error);
 
-/// "status 429", "timed out" and the like, for a log.
+/// Returns a description such as "status 429" or "timed out", for a log.
 [[nodiscard]] QString describe(const ExplanationFailure &failure);
 
 } // namespace vellumo

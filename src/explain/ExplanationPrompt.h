@@ -6,33 +6,33 @@
 #include <QByteArray>
 #include <optional>
 
-/// Every text that is sent to the language model, and the form of its reply.
+/// All texts that are sent to the language model, and the form of its reply.
 namespace vellumo::ExplanationPrompt {
 
 enum class Language : quint8 { chinese, english };
 
-/// English for "english", "en" and "en-us" in any mix of cases, Chinese for everything else.
+/// Returns English for "english", "en" and "en-us", ignoring case, and Chinese for everything else.
 [[nodiscard]] Language language(const QString &setting);
 
 [[nodiscard]] QString englishSystem(SelectedTextKind kind);
 [[nodiscard]] QString chineseSystem(SelectedTextKind kind);
 
-/// The system prompt of an explanation, in the request's reply language and for its kind.
+/// Returns the system prompt of an explanation, in the request's reply language and for its kind.
 [[nodiscard]] QString system(const ExplanationRequest &request);
 
-/// The message that carries the selection, unchanged.
+/// Returns the message that carries the selection, unchanged.
 [[nodiscard]] QString user(const ExplanationRequest &request);
 
-/// The system prompt of a follow-up answer in the language of the setting.
+/// Returns the system prompt of a follow-up answer in the language of the setting.
 [[nodiscard]] QString followUpSystem(const QString &languageSetting);
 
-/// The object that the model replies with to an explanation request.
+/// The model's reply to an explanation request.
 struct Payload {
-    QString intent; ///< required, but not acted on
+    QString intent; ///< required, but not used
     QString translation;
     QString explanation;
 
-    /// Absent unless the bytes are one JSON object with all three keys as strings.
+    /// Parses a reply. Absent unless the bytes are one JSON object with all three keys as strings.
     [[nodiscard]] static std::optional<Payload> fromJson(const QByteArray &json);
 };
 

@@ -17,7 +17,7 @@ SelectedTextKind ExplanationRequest::kind() const
     if (hasMoreGraphemesThan(trimmed, longestSingleSentence) || trimmed.contains(u'\n')) {
         return SelectedTextKind::paragraph;
     }
-    // The full-width question and exclamation marks do not make a sentence.
+    // Full-width question and exclamation marks do not count as the end of a sentence.
     for (const char16_t mark : {u'.', u'?', u'!', u'。'}) {
         if (trimmed.contains(mark)) {
             return SelectedTextKind::sentence;

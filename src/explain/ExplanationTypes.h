@@ -17,17 +17,18 @@ struct ExplanationRequest {
     QString text;
     QString language; ///< the output language as the preference spells it, such as "English"
 
-    /// Computed afresh on every call. Looks only at the beginning of a long text.
+    /// Returns the kind of the text. Computed at each call; examines only the beginning of a long
+    /// text.
     [[nodiscard]] SelectedTextKind kind() const;
 };
 
 struct ExplanationResult {
-    QString translation; ///< empty when the selection is in the output language already
+    QString translation; ///< empty when the selection is already in the output language
     QString explanation;
     friend bool operator==(const ExplanationResult &, const ExplanationResult &) = default;
 };
 
-/// Whether answers are made up to show how the program works, and why.
+/// Whether answers are built-in samples, and why.
 enum class SampleAnswers : quint8 {
     none, ///< a service answers
     unconfigured, ///< there is no service, or the user prefers samples

@@ -39,7 +39,7 @@ void ForwardingExplainer::followUp(const QList<ChatTurn> &transcript, const QStr
 template <typename T>
 ExplanationCompletion<T> ForwardingExplainer::watched(ExplanationCompletion<T> completion)
 {
-    // keeps the service until it has answered
+    // keeps the service alive until it has answered
     return [self = QPointer(this), service = service_,
             completion = std::move(completion)](const Result<T, ExplanationError> &answer) {
         if (self && !answer.isOk() && service == self->service_) {

@@ -11,8 +11,8 @@ namespace vellumo {
 
 class Clock;
 
-/// Hands every question to the service of the moment, so that the service can be changed while the
-/// program runs, and remembers what went wrong last.
+/// Forwards questions to the current service, which can be replaced at run time, and records the
+/// last failure.
 class ForwardingExplainer final : public QObject, public AIExplaining {
     Q_OBJECT
 
@@ -22,8 +22,8 @@ public:
     ~ForwardingExplainer() override;
     Q_DISABLE_COPY_MOVE(ForwardingExplainer)
 
-    /// For questions from now on; those under way are answered by the service they were asked of.
-    /// Forgets the last failure.
+    /// Replaces the service for later questions; pending ones are answered by the previous service.
+    /// Resets the last failure.
     void setService(std::unique_ptr<AIExplaining> service);
 
     [[nodiscard]] const std::optional<ExplanationFailure> &lastFailure() const
@@ -38,7 +38,7 @@ public:
     [[nodiscard]] SampleAnswers samples() const override { return service_->samples(); }
 
 Q_SIGNALS:
-    /// Emitted before the failed question completes, and when the failure is forgotten.
+    /// Emitted before a failed question completes, and when the failure is reset.
     void lastFailureChanged();
 
 private:

@@ -9,8 +9,8 @@ namespace vellumo {
 
 bool hasMoreGraphemesThan(QStringView text, int limit)
 {
-    // The boundary finder analyses all that it is given, so it is given a prefix that doubles until
-    // the answer is certain. A cluster that the cut may have split is not counted.
+    // QTextBoundaryFinder analyses its whole text, so it gets a prefix that doubles until the
+    // result is certain. A cluster at the end of the prefix, which may be split, is not counted.
     for (qsizetype length = qsizetype{4} * (limit + 1);; length *= 2) {
         const QStringView prefix = text.left(length);
         const bool isWhole = prefix.size() == text.size();

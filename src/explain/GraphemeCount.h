@@ -6,8 +6,8 @@
 
 namespace vellumo {
 
-/// Whether the text has more than `limit` grapheme clusters. Looks only at as much of the text as
-/// the answer needs.
+/// Returns whether the text has more than `limit` grapheme clusters. Examines only as much of the
+/// text as necessary.
 [[nodiscard]] bool hasMoreGraphemesThan(QStringView text, int limit);
 
 } // namespace vellumo

@@ -6,13 +6,13 @@
 
 namespace vellumo {
 
-/// Asks a service whose key has to be fetched from the user's keyring. Each question waits until
-/// the key is there, or is known not to come.
+/// Asks a service whose key is in the user's keyring. Each question waits until the key is
+/// available or known to be unavailable.
 class KeyedService final : public AIExplaining {
 public:
     using Ready = Result<OpenAIService, KeyError>;
     using Completion = std::function<void(const Ready &)>;
-    /// Completes exactly once, never before it returns and never after `context` is gone.
+    /// Completes exactly once, never before it returns and never after `context` is destroyed.
     using Source = std::function<void(QObject *context, Completion completion)>;
 
     explicit KeyedService(Source source) : source_(std::move(source)) { }

@@ -19,7 +19,7 @@ namespace {
 constexpr auto explanationDelay = 700ms;
 constexpr auto followUpDelay = 500ms;
 
-// Sample replies in the form that the model answers in.
+// Sample replies in the form of the model's.
 constexpr char wordReply[] = R"json({
   "intent": "word_meaning",
   "translation": "中间件",
@@ -59,7 +59,7 @@ void MockAIService::explain(const ExplanationRequest &request, QObject *context,
                             ExplanationCompletion<ExplanationResult> completion)
 {
     clock_.after(explanationDelay, context, [request, completion = std::move(completion)] {
-        // Unused here, but the sample mode thereby walks the same prompt code as a live request.
+        // Unused, but sample mode runs the same prompt code as a real request.
         [[maybe_unused]] const QString system = ExplanationPrompt::system(request);
         [[maybe_unused]] const QString user = ExplanationPrompt::user(request);
 

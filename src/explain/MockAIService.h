@@ -8,8 +8,9 @@ namespace vellumo {
 
 class Clock;
 
-/// Answers from fixed Chinese samples, without a network, after a short delay: the whole road can
-/// be walked before a service is configured. The answer depends only on the kind of the selection.
+/// Answers with fixed Chinese samples after a short delay, without a network, so that the program
+/// can be tried before a service is configured. The answer depends only on the kind of the
+/// selection.
 class MockAIService : public AIExplaining {
 public:
     /// The clock must outlive this object.

@@ -20,7 +20,7 @@ constexpr auto timeout = 60s;
 constexpr auto totalTimeout = 120s;
 constexpr auto tokenTimeout = 5s;
 
-/// A token with control characters would be a request that is not sent at all.
+/// Returns whether the token has no control characters, with which the request would not be sent.
 bool isSound(const QString &token)
 {
     return std::ranges::none_of(token,
@@ -68,8 +68,8 @@ void OpenAIService::post(const QByteArray &body, QObject *context, const HttpCom
         session_.send(request, context, completion);
         return;
     }
-    // Whichever comes first, the token or the end of its time, sends the request; it does not need
-    // this object any more.
+    // The token or its timeout sends the request, whichever is first. Neither uses this object,
+    // which may be destroyed by then.
     const auto isWaiting = std::make_shared<bool>(true);
     const auto send = [isWaiting, request, context = QPointer<QObject>(context), completion,
                        &session = session_](const std::optional<QString> &token) {

@@ -12,12 +12,12 @@ class Clock;
 
 /// Asks a chat-completions service, one request for each explanation and follow-up.
 ///
-/// No retries: every failure ends the operation. Silence ends it after 60 seconds.
+/// Failures are not retried. The timeout is 60 seconds of silence and 120 seconds in all.
 class OpenAIService : public AIExplaining {
 public:
     using TokenCompletion = std::function<void(const std::optional<QString> &)>;
-    /// Answers a Firebase ID token, or nothing when there is none, at any time; not after
-    /// `context` is gone.
+    /// Completes with a Firebase ID token, absent when there is none, at any time but never after
+    /// `context` is destroyed.
     using TokenProvider = std::function<void(QObject *context, TokenCompletion)>;
 
     /// Session and clock must outlive the service and its requests.

@@ -7,21 +7,21 @@
 
 namespace vellumo {
 
-/// The base address of a service, as a person types or pastes it.
+/// The base address of a service, as typed or pasted by the user.
 struct ServiceAddress {
     enum class Problem : quint8 {
         none,
-        noAddress, ///< blanks inside, no host, or another scheme than http and https
+        noAddress, ///< contains white space, has no host, or a scheme other than http and https
         insecure, ///< http to a host beyond this machine and private networks
-        credentials, ///< a user's name or password in it
-        query, ///< something after ? or #
+        credentials, ///< contains a user name or password
+        query, ///< has a query or fragment
     };
 
-    QString base; ///< ready to be used, without a slash at its end; empty for the usual service
+    QString base; ///< normalized, without a trailing slash; empty for the default service
     Problem problem = Problem::none;
 
-    /// Adds what is missing (https, or http to this machine and private addresses; /v1 where there
-    /// is no path) and takes off what was pasted too much (/chat/completions).
+    /// Normalizes the input: adds a missing scheme (https, or http for this machine and private
+    /// addresses) and a missing path (/v1), and removes /chat/completions.
     [[nodiscard]] static ServiceAddress fromInput(const QString &text);
 
     friend bool operator==(const ServiceAddress &, const ServiceAddress &) = default;

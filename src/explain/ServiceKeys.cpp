@@ -16,9 +16,7 @@ namespace vellumo {
 
 namespace {
 
-// Settings, both lists of origins.
-
-/// How long a question waits for a keyring that does not answer.
+/// Maximum time that a question waits for the keyring.
 constexpr auto keyPatience = 5s;
 
 QString accountOf(const QString &origin)
@@ -88,7 +86,7 @@ void ServiceKeys::enter(const QString &origin, const QString &key)
     held_.insert(origin, {key, Place::storing});
     secrets_.set(accountOf(origin), key.toUtf8());
     secrets_.unlock();
-    read(origin); // to learn the result
+    read(origin); // reads it back for the result
     answerAll(origin);
     Q_EMIT changed();
 }

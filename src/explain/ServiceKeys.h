@@ -18,12 +18,12 @@ namespace vellumo {
 class Clock;
 class DefaultsStore;
 
-/// The keys of services that the user has entered: one for each scheme, host and port, which are
-/// part of its name in the keyring, so that no key can be had for another origin than its own.
-/// Keys are in the keyring, and in memory once they are read or entered, and nowhere else.
+/// The keys of services that the user has entered, one for each origin (scheme, host and port). The
+/// origin is part of the item's name in the keyring, so that a key is never used for another
+/// origin. Keys are only in the keyring, and in memory once read or entered.
 ///
-/// The settings say for which origins there are keys, and which of them the keyring has yet to give
-/// up. It is asked about no other, and is never waited for.
+/// The settings list the origins that have keys, and those whose key is still to be removed from
+/// the keyring. The keyring is asked about no others. Calls never block.
 class ServiceKeys : public QObject {
     Q_OBJECT
 
@@ -32,38 +32,38 @@ public:
         none, ///< never entered, or removed
         awaited, ///< the keyring has not answered yet
         keyring,
-        storing, ///< entered in this run, and on its way to the keyring
-        owed, ///< entered in this run, for a keyring that is closed
-        refused, ///< entered in this run; the keyring is open and does not have it
-        unkept, ///< entered in this run, and there is no keyring
-        locked, ///< in a keyring that is closed
+        storing, ///< entered in this run, write to the keyring is pending
+        owed, ///< entered in this run, the keyring is closed
+        refused, ///< entered in this run, the open keyring did not store it
+        unkept, ///< entered in this run, there is no keyring
+        locked, ///< the keyring is closed
         missing, ///< not in the keyring, although it should be
-        unavailable, ///< in a keyring that is not there
+        unavailable, ///< there is no keyring
     };
     enum class Removal : quint8 {
         done,
         asked, ///< the keyring has not answered yet
-        owed, ///< until the keyring is open, in this run or a later one
+        owed, ///< pending until the keyring is open, in this run or a later one
     };
 
     /// All must outlive this object.
     ServiceKeys(DefaultsStore &defaults, SecretItems &secrets, Clock &clock,
                 QObject *parent = nullptr);
 
-    /// Whether there should be a key.
+    /// Returns whether the settings list a key for the origin.
     [[nodiscard]] bool has(const QString &origin) const;
     [[nodiscard]] Place placeOf(const QString &origin) const;
     [[nodiscard]] Removal removalOf(const QString &origin) const;
-    /// The key, or why it is not at hand.
+    /// Returns the key, or why it is not available.
     [[nodiscard]] Result<QString, KeyError> keyFor(const QString &origin) const;
 
-    /// Both let the keyring ask the user to open it.
+    /// enter() and remove() let the keyring prompt the user.
     void enter(const QString &origin, const QString &key);
     void remove(const QString &origin);
-    /// Reads the key if there should be one and it is not at hand.
+    /// Reads the key from the keyring if it is listed but not in memory.
     void look(const QString &origin);
-    /// Calls back exactly once and never before it returns, unless `context` is gone: when the
-    /// keyring has answered, or after five seconds.
+    /// Calls back exactly once, never before it returns, when the keyring has answered or after
+    /// five seconds; never after `context` is destroyed.
     void whenKnown(const QString &origin, QObject *context, std::function<void()> completion);
 
 Q_SIGNALS:
@@ -71,7 +71,7 @@ Q_SIGNALS:
 
 private:
     struct Held {
-        QString key = {}; ///< empty when it is not at hand
+        QString key = {}; ///< empty when it is not in memory
         Place place = Place::awaited;
     };
     struct Waiter {
@@ -81,7 +81,7 @@ private:
     };
 
     void setListed(const Setting<QStringList> &list, const QString &origin, bool isListed);
-    /// What an older question about this origin finds out is void.
+    /// Queries the keyring. Results of older queries for this origin are ignored.
     void ask(const QString &origin, const std::function<void(const SecretAnswer &)> &then);
     void read(const QString &origin);
     void take(const QString &origin, const SecretAnswer &answer);
@@ -93,9 +93,9 @@ private:
     DefaultsStore &defaults_;
     SecretItems &secrets_;
     Clock &clock_;
-    QHash<QString, Held> held_; ///< by origin; what this run has to do with
-    QSet<QString> unremoved_; ///< owed removals that the keyring has not done
-    QHash<QString, int> questions_; ///< how many were asked about an origin
+    QHash<QString, Held> held_; ///< origins used in this run
+    QSet<QString> unremoved_; ///< pending removals that the keyring has not done
+    QHash<QString, int> questions_; ///< number of queries for an origin
     QList<std::shared_ptr<Waiter>> waiters_;
 };
 

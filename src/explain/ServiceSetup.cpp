@@ -99,7 +99,7 @@ bool ServiceSetup::hasConfigured() const
         || with_.config.value(configuration::openAIKey);
 }
 
-/// The usual service is of no use without a key.
+/// Returns whether an entered service can be used. The default service needs a key.
 bool ServiceSetup::hasOwn() const
 {
     return !base().isEmpty() || keys_.has(originOfBase({}));
@@ -206,7 +206,7 @@ KeyedService::Ready ServiceSetup::serviceOf(const Entry &entry) const
 void ServiceSetup::whenReady(const Entry &entry, QObject *context,
                              const KeyedService::Completion &completion)
 {
-    // a key that was typed waits for nothing
+    // a typed key needs no keyring
     const QString origin = entry.key.trimmed().isEmpty() ? originOfBase(entry.base) : QString();
     keys_.whenKnown(origin, context, [this, entry, completion] { completion(serviceOf(entry)); });
 }

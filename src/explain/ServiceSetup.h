@@ -12,14 +12,13 @@ namespace vellumo {
 
 class DefaultsStore;
 
-/// Which service explains: the one that the environment or Info.json names, one that the user has
-/// entered, or none, so that answers are samples.
+/// Chooses the explanation service: the one named by the environment, the one entered by the user,
+/// the one named by Info.json, or samples.
 ///
-/// What the user enters is kept apart from what is configured: address and model in the settings,
-/// the key with ServiceKeys. A key of the environment or of Info.json goes to the address that
-/// these name, or to the usual one, and never to an address that was entered; an entered key goes
-/// to no other scheme, host or port than it was entered for. Only an address or a model of the
-/// environment goes before what was entered.
+/// Entered values are stored apart from configured ones: address and model in the settings, the key
+/// in ServiceKeys. A key of the environment or of Info.json is sent to the address named there, or
+/// to the default one, and never to an entered address; an entered key is sent only to the origin
+/// it was entered for. Only an address or a model of the environment overrides an entered one.
 class ServiceSetup : public QObject {
     Q_OBJECT
 
@@ -27,15 +26,15 @@ public:
     enum class Use : quint8 {
         samples,
         configured, ///< by Info.json alone
-        own, ///< as the user has entered it
-        environment, ///< which goes before everything
+        own, ///< entered by the user
+        environment, ///< by the environment, which overrides the others
     };
     struct Entry {
-        QString base; ///< as ServiceAddress gives it; empty for the usual one
-        QString model; ///< blank for the usual one
-        QString key; ///< blank to keep the one for this address, if there is one
+        QString base; ///< normalized by ServiceAddress; empty for the default
+        QString model; ///< blank for the default
+        QString key; ///< blank to keep the stored one for this address
     };
-    /// All must outlive this object and the services that it makes.
+    /// All must outlive this object and the services that it creates.
     struct Collaborators {
         const AppConfig &config;
         DefaultsStore &defaults;
@@ -46,45 +45,47 @@ public:
 
     explicit ServiceSetup(const Collaborators &collaborators, QObject *parent = nullptr);
 
-    /// For services that were not entered by the user.
+    /// Used for services that were not entered by the user.
     OpenAIService::TokenProvider tokenProvider;
     /// What explains now; another one from each serviceChanged() on.
     [[nodiscard]] std::unique_ptr<AIExplaining> makeService();
 
     [[nodiscard]] Use use() const;
-    /// Whether Info.json names a service by itself.
+    /// Returns whether Info.json names a service by itself.
     [[nodiscard]] bool hasConfigured() const;
-    /// Of the own service; empty for the usual ones.
+    /// Base address and model of the entered service; empty for the defaults.
     [[nodiscard]] QString base() const;
     [[nodiscard]] QString model() const;
-    /// Whether the environment says it: it is used as it is, and never stored.
+    /// Returns whether the environment sets the value, which is then used unchanged and never
+    /// stored.
     [[nodiscard]] static bool isBaseFixed();
     [[nodiscard]] static bool isModelFixed();
-    /// Where the own service's key for this address is.
+    /// Returns where the entered service's key for this address is.
     [[nodiscard]] ServiceKeys::Place keyPlace(const QString &base) const;
-    /// What has become of the removed key of this address.
+    /// Returns the state of the removal of this address's key.
     [[nodiscard]] ServiceKeys::Removal keyRemoval(const QString &base) const;
     [[nodiscard]] const AppConfig &config() const { return with_.config; }
-    /// What is wrong with the configuration, as far as a service needs it.
+    /// Returns what is wrong with the parts of the configuration that a service needs.
     [[nodiscard]] std::optional<ConfigurationFault> configurationFault() const;
-    /// Where selections go now; empty for samples.
+    /// Returns the host and port that selections are sent to; empty for samples.
     [[nodiscard]] QString host() const;
-    /// Whether the service in use is told who is signed in.
+    /// Returns whether the service in use is told who is signed in.
     [[nodiscard]] bool sendsToken() const;
 
     void useSamples();
     void useConfigured();
     void useOwn(const Entry &entry);
-    /// Uses again what was entered earlier; false, with nothing changed, when that was nothing.
+    /// Switches to the service that was entered earlier. Returns false, without a change, if there
+    /// is none.
     bool resumeOwn();
     void forgetKey(const QString &base);
-    /// Reads the key for this address if there should be one and it is not at hand.
+    /// Reads the key for this address from the keyring if it is listed but not in memory.
     void lookForKey(const QString &base);
-    /// Lets the keyring ask the user to open it.
+    /// Lets the keyring prompt the user to open it.
     void unlockKeyring();
 
-    /// The service of an entry that need not be saved, once its key is there, or is known not to
-    /// come; as KeyedService::Source.
+    /// Creates the service of an entry, which need not be saved, once its key is available or known
+    /// to be unavailable. Completes like KeyedService::Source.
     void whenReady(const Entry &entry, QObject *context,
                    const KeyedService::Completion &completion);
 
@@ -93,7 +94,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    /// Whether answers are samples because of the configuration.
+    /// Returns whether samples are used because of a mistake in the configuration.
     [[nodiscard]] bool isFaulty() const;
     [[nodiscard]] bool hasOwn() const;
     [[nodiscard]] Entry own() const { return {base(), model(), {}}; }
