@@ -9,26 +9,28 @@ namespace vellumo {
 
 class BilingualText;
 
-/// Why there is no session, or no ID token for the one there is.
+/// Why there is no session, or no ID token for the session.
 struct AuthError {
     enum class Kind : quint8 {
-        server, ///< the token service said no; `message` is for the user
-        notConfigured, ///< this installation knows no account service
+        server, ///< the token service refused; `message` is for the user
+        notConfigured, ///< no account service is configured
         network, ///< no answer came
-        unreadable, ///< an answer came that is not one
+        unreadable, ///< the answer cannot be decoded
         noBrowser, ///< the login page could not be opened
         superseded, ///< another sign-in was started
-        unfinished, ///< the login page came back without a session, or that was ended meanwhile
+        /// The login page returned without a session, or the session was ended meanwhile.
+        unfinished,
         otherAccount, ///< the token service names another account than the login page did
-        cancelled, ///< the user gave up waiting: not to be shown
+        cancelled, ///< cancelled by the user; not shown
     };
     Kind kind = Kind::server;
-    QString message = {}; ///< of server: as it came, so that it may repeat what was sent
-    int status = 0; ///< of server: of HTTP
-    HttpError::Kind network = HttpError::Kind::other; ///< of network
+    QString message = {}; ///< for server: unchanged, so that it may repeat what was sent
+    int status = 0; ///< for server: the HTTP status
+    HttpError::Kind network = HttpError::Kind::other; ///< for network
     friend bool operator==(const AuthError &, const AuthError &) = default;
 
-    /// Whether the session itself was refused, rather than this one request for a moment.
+    /// Returns whether the session itself was refused, as opposed to a temporary failure of the
+    /// request.
     [[nodiscard]] bool endsSession() const
     {
         return kind == Kind::otherAccount
@@ -36,11 +38,11 @@ struct AuthError {
     }
 };
 
-/// For the user, in the language of the moment.
+/// Returns the text for the user, in the current language.
 [[nodiscard]] QString describe(const AuthError &error, const BilingualText &texts);
 
-/// "server said TOKEN_EXPIRED", "timed out" and the like, for a log. Of a server's message only a
-/// code or a status is repeated.
+/// Returns a description such as "server said TOKEN_EXPIRED" or "timed out", for a log. Of a
+/// server's message it includes only a code or a status.
 [[nodiscard]] QString summary(const AuthError &error);
 
 } // namespace vellumo

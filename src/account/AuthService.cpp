@@ -30,7 +30,7 @@ namespace {
 constexpr auto keychainPatience = 500ms;
 constexpr auto requestTimeout = 60s;
 constexpr qint64 answerLimit = qint64{256} * 1024;
-constexpr double margin = 60; // seconds for which a token that is handed out must still be valid
+constexpr double margin = 60; // minimum validity in seconds of a token that is returned
 constexpr double defaultLifetime = 3600;
 constexpr double longestLifetime = 24 * 3600;
 constexpr double distantPast = -std::numeric_limits<double>::infinity();
@@ -44,7 +44,7 @@ const std::array accounts{refreshTokenAccount, uidAccount, emailAccount};
 
 HttpRequest refreshRequest(const QString &host, const QString &key, const QString &refreshToken)
 {
-    // What a form reads as itself is sent as it is.
+    // Unreserved characters are sent unescaped.
     const QByteArray unchanged = "/:~!*'()@,$?";
     HttpRequest request;
     request.method = "POST";
@@ -81,8 +81,8 @@ std::optional<QString> textIn(const QJsonValue &value)
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
-/// What an ID token says, by its second part; empty when it cannot be read. The signature is not
-/// checked: the token has just come from the service itself, over TLS.
+/// Returns the claims of an ID token; empty when they cannot be decoded. The signature is not
+/// checked, since the token was received from the service itself over TLS.
 QJsonObject claimsOf(const QString &idToken)
 {
     const QStringList parts = idToken.split(u'.');
@@ -94,7 +94,7 @@ QJsonObject claimsOf(const QString &idToken)
         .object();
 }
 
-/// Whether what the token service says is this user, as far as either says anything.
+/// Returns whether the token service's answer names this user, as far as both name one.
 bool isAccount(const User &user, const std::optional<QString> &uid,
                const std::optional<QString> &email)
 {
@@ -154,7 +154,7 @@ void AuthService::restore()
             if (text) {
                 found->insert(account, *text);
             }
-            // What the user has done meanwhile counts.
+            // Ignore the result if the user has signed in or out meanwhile.
             if (--*missing == 0 && session == sessionNumber_) {
                 adoptRestored(*found);
             }
@@ -167,7 +167,7 @@ void AuthService::adoptRestored(const Parameters &items)
 {
     const QString refreshToken = items.value(refreshTokenAccount);
     const QString uid = items.value(uidAccount);
-    // A sign-in whose page has come back counts more.
+    // A sign-in whose page has returned takes precedence.
     const bool isSession = sessionNumber_ == 0 && !isSignInBack_ && !refreshToken.isEmpty()
         && !uid.isEmpty() && items.contains(emailAccount);
     if (isSession) {
@@ -228,7 +228,7 @@ void AuthService::beginOtherSession(const std::optional<QString> &refreshToken)
     isUnconfirmed_ = false;
     forgetIDToken();
     setProblem(std::nullopt);
-    // They ask again, in the name of the session that there is then.
+    // Waiting callers try again with the session of that time.
     QMetaObject::invokeMethod(
         this,
         [waiters = std::exchange(refreshWaiters_, {})] {
@@ -264,7 +264,7 @@ void AuthService::storeSession()
 {
     with_.keychain.set(*refreshToken_, refreshTokenAccount);
     with_.keychain.set(user_->uid, uidAccount);
-    // An address that only the login page has named is not shown in later runs.
+    // An address that only the login page has named is not stored.
     with_.keychain.set(isUnconfirmed_ ? QString() : user_->email, emailAccount);
     confirmStoredSession();
 }
@@ -421,7 +421,7 @@ void AuthService::endSignIn(const std::optional<AuthError> &error)
     }
     completion(error);
     if (error && wasBack && !user_ && !isSignOutOwed()) {
-        restore(); // what the keyring answered meanwhile was not taken
+        restore(); // answers of the keyring were ignored during the sign-in
     }
 }
 
@@ -465,7 +465,7 @@ void AuthService::provideIDToken(const QPointer<QObject> &context,
 bool AuthService::isIDTokenFresh() const
 {
     const double now = with_.clock.secondsSinceReferenceDate();
-    // A clock that was set back says nothing about the token.
+    // After the clock was set back, the token's age is unknown.
     return cachedIDToken_ && now >= idTokenObtained_ && idTokenExpiry_ - now > margin;
 }
 
@@ -539,7 +539,7 @@ std::optional<AuthError> AuthService::applySession(const Result<Tokens, AuthErro
         return answer.error();
     }
     const Tokens &tokens = answer.value();
-    // The address of an account may change, but not before it is known whose account it is.
+    // The address of an account may change, but only after the account is confirmed.
     const User stored{user_->uid, isUnconfirmed_ ? user_->email : QString()};
     if (!isAccount(stored, tokens.uid, tokens.email)) {
         const AuthError error{.kind = AuthError::Kind::otherAccount};
@@ -567,7 +567,7 @@ void AuthService::keepTokens(const Tokens &tokens)
     refreshToken_ = tokens.refreshToken;
     idTokenObtained_ = with_.clock.secondsSinceReferenceDate();
     idTokenExpiry_ = idTokenObtained_ + tokens.lifetime;
-    // Also when the clock is set back a little meanwhile.
+    // A timer, so that it also happens if the clock is set back.
     const auto usable = std::chrono::seconds(std::max(0LL, std::llround(tokens.lifetime - margin)));
     with_.clock.after(usable, this, [this, number = ++idTokenNumber_] {
         if (number == idTokenNumber_) {

@@ -15,9 +15,8 @@ class DefaultsStore;
 class GoogleOAuth;
 class KeychainStore;
 
-/// The user's session: who is signed in, a refresh token kept in the keyring, and a short-lived ID
-/// token kept in memory. Its operations go on when the view that asked for them is gone. Main
-/// thread only.
+/// The user's session: the account, a refresh token in the keyring, and a short-lived ID token in
+/// memory. Operations continue when the view that started them is destroyed. Main thread only.
 class AuthService : public QObject, public Authenticating {
     Q_OBJECT
     QML_ELEMENT
@@ -32,16 +31,13 @@ public:
     using User = vellumo::User;
     using AuthError = vellumo::AuthError;
 
-    /// Answers a configuration value, trimmed; absent when it is blank.
+    /// Returns a configuration value, trimmed; absent when it is blank.
     using Lookup = std::function<std::optional<QString>(const QString &key)>;
-    /// Nothing when it succeeded.
+    /// Called with the error; absent on success.
     using SignInCompletion = std::function<void(const std::optional<AuthError> &)>;
 
-    /// The setting that says, as a boolean, that the session in the keyring has been ended but may
-    /// still be there.
-
-    /// All must outlive the service. FIREBASE_API_KEY and VELLUMO_SECURETOKEN_URL are looked up
-    /// whenever they are needed.
+    /// All must outlive the service. FIREBASE_API_KEY and VELLUMO_SECURETOKEN_URL are looked up at
+    /// each use.
     struct Collaborators {
         KeychainStore &keychain;
         GoogleOAuth &browser;
@@ -52,7 +48,7 @@ public:
         Lookup lookup;
     };
 
-    /// Begins to restore the session from the keyring; or to remove it, if the user has signed out
+    /// Starts to restore the session from the keyring, or to remove it if the user has signed out
     /// while the keyring could not be written.
     explicit AuthService(Collaborators collaborators, QObject *parent = nullptr);
 
@@ -60,31 +56,30 @@ public:
     std::function<void()> onSignedIn;
 
     /// Runs `action` once, when it is known whether there is a session to restore, or half a second
-    /// after the start if the keyring takes longer. Never before the call returns, and not when
-    /// `context` is destroyed first.
+    /// after the start if the keyring takes longer. Runs it never before the call returns and never
+    /// after `context` is destroyed.
     void whenRestored(QObject *context, std::function<void()> action);
 
     [[nodiscard]] std::optional<User> user() const override { return user_; }
     [[nodiscard]] bool isSignedIn() const { return user_.has_value(); }
     [[nodiscard]] QString email() const { return user_ ? user_->email : QString(); }
     [[nodiscard]] bool isWorking() const { return static_cast<bool>(signIn_); }
-    /// Whether the sign-in that is under way waits for its page to come back.
+    /// Returns whether the running sign-in waits for the login page.
     [[nodiscard]] bool awaitsPage() const { return isWorking() && !isSignInBack_; }
-    /// For the user: why the last ID token could not be had; empty when it could.
+    /// Returns the text for the user why the last ID token could not be obtained; empty on success.
     [[nodiscard]] QString problem() const;
 
-    /// Signs in through the browser, which takes as long as the user does; a sign-in that still
-    /// waits ends with an error. Whose account it is comes from the token service; a sign-in whose
-    /// page named another account is refused. When only the first ID token cannot be had, the
-    /// session is kept and the account is checked with the next token. The completion runs once and
-    /// never before the call returns; not when `context` is destroyed first.
+    /// Signs in through the browser, without a timeout. A pending sign-in ends with an error. The
+    /// account is the one that the token service names; a sign-in whose page named another one is
+    /// refused. If only the first ID token cannot be obtained, the session is kept and the account
+    /// is checked with the next token. The completion runs once, never before the call returns and
+    /// never after `context` is destroyed.
     void signInWithGoogle(QObject *context, SignInCompletion completion);
-    /// For views: a failure arrives as signInFailed().
+    /// For views; a failure is reported by signInFailed().
     Q_INVOKABLE void signInWithGoogle();
-    /// For a user who has closed the page that a sign-in waits for.
+    /// Opens the login page of a pending sign-in once more, in case the user has closed it.
     Q_INVOKABLE void openSignInPageAgain();
-    /// Ends the sign-in that is under way, if any, as cancelled: what the page sends back later is
-    /// ignored.
+    /// Ends a pending sign-in as cancelled. A later callback of the page is ignored.
     Q_INVOKABLE void cancelSignIn();
     Q_INVOKABLE void signOut();
 
@@ -97,18 +92,18 @@ Q_SIGNALS:
     void userChanged();
     void isWorkingChanged();
     void problemChanged();
-    /// With the text for the user.
+    /// `message` is the text for the user.
     void signInFailed(const QString &message);
 
 private:
     using Parameters = QHash<QString, QString>;
 
-    /// What the token service answers.
+    /// An answer of the token service.
     struct Tokens {
         QString idToken;
         QString refreshToken;
         double lifetime = 0; ///< seconds
-        std::optional<QString> uid; ///< of the account, if the answer says it
+        std::optional<QString> uid; ///< of the account, if the answer has it
         std::optional<QString> email; ///< likewise; empty when the account has none
     };
     using TokensCompletion = std::function<void(const Result<Tokens, AuthError> &)>;
@@ -118,7 +113,7 @@ private:
     void adoptRestored(const Parameters &items);
     void settle();
 
-    /// The tokens of one session never serve another.
+    /// Tokens of one session are never used for another.
     void startSession(const QString &refreshToken, const User &user);
     void endSession();
     void beginOtherSession(const std::optional<QString> &refreshToken);
@@ -128,7 +123,7 @@ private:
 
     void storeSession();
     void removeStoredSession();
-    /// Forgets that the user has signed out, once the keyring has nothing of that session.
+    /// Clears the record of a sign-out once the keyring has nothing of that session.
     void confirmStoredSession();
     [[nodiscard]] bool isSignOutOwed() const;
 
@@ -139,7 +134,7 @@ private:
 
     void provideIDToken(const QPointer<QObject> &context, const IdTokenCompletion &completion);
     [[nodiscard]] bool isIDTokenFresh() const;
-    /// One request for all who ask meanwhile.
+    /// Callers during a refresh share its request.
     void refreshIDToken(SignInCompletion completion);
     /// The completion runs once and never before the call returns.
     void requestTokens(const QString &refreshToken, TokensCompletion completion);
@@ -150,10 +145,10 @@ private:
 
     Collaborators with_;
     std::optional<User> user_;
-    SignInCompletion signIn_; ///< of the one that is under way
-    int signInNumber_ = 0; ///< changes when one begins or ends
-    bool isSignInBack_ = false; ///< its page has come back
-    bool isUnconfirmed_ = false; ///< the token service has not said yet whose account it is
+    SignInCompletion signIn_; ///< completion of the pending sign-in
+    int signInNumber_ = 0; ///< changes when a sign-in begins or ends
+    bool isSignInBack_ = false; ///< its page has returned
+    bool isUnconfirmed_ = false; ///< the token service has not confirmed the account yet
     std::optional<AuthError> problem_;
     std::optional<QString> refreshToken_;
     std::optional<QString> cachedIDToken_;
@@ -162,7 +157,7 @@ private:
 
     int sessionNumber_ = 0; ///< changes with every sign-in and sign-out
     int idTokenNumber_ = 0;
-    QList<SignInCompletion> refreshWaiters_; ///< of the refresh that is under way
+    QList<SignInCompletion> refreshWaiters_; ///< callers of the running refresh
     bool isSettled_ = false;
     QList<std::function<void()>> waiting_; ///< until settled
 };

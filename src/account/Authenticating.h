@@ -11,7 +11,7 @@
 
 namespace vellumo {
 
-/// Who is signed in.
+/// The account that is signed in.
 struct User {
     QString uid;
     QString email; ///< empty when the account has none
@@ -20,24 +20,25 @@ struct User {
 
 using IdTokenCompletion = std::function<void(Result<std::optional<QString>, AuthError>)>;
 
-/// The session, as those see it who send requests in the user's name.
+/// The session, for classes that send requests in the user's name.
 class Authenticating {
 public:
     virtual ~Authenticating() = default;
 
-    /// Absent while signed out.
+    /// Returns the account; absent while signed out.
     [[nodiscard]] virtual std::optional<User> user() const = 0;
 
-    /// Whose session it is, which an address that changes leaves as it was; empty while signed out.
+    /// Returns the account's id, which is independent of its address; empty while signed out.
     [[nodiscard]] QString uid() const
     {
         const auto current = user();
         return current ? current->uid : QString();
     }
 
-    /// A token for requests in the user's name, valid for a minute at least; nothing when signed
-    /// out. Secret: never logged or stored. The completion runs exactly once, on the main thread
-    /// and never before the call returns; when `context` is destroyed first, it never runs.
+    /// Gets a token for requests in the user's name that is valid for at least a minute; absent
+    /// when signed out. It must never be logged or stored. The completion runs exactly once, on the
+    /// main thread and never before the call returns; when `context` is destroyed first, it never
+    /// runs.
     virtual void idToken(QObject *context, IdTokenCompletion completion) = 0;
 };
 

@@ -13,8 +13,8 @@ namespace vellumo {
 
 class Workspace;
 
-/// The browser's half of signing in: the web site's login page is opened, and comes back through an
-/// address of the program's own scheme. The user's password is never seen here.
+/// The browser's part of signing in: opens the web site's login page, which returns through a URL
+/// of the program's own scheme. The user's password never reaches this program.
 class GoogleOAuth {
 public:
     using Parameters = QHash<QString, QString>;
@@ -28,24 +28,22 @@ public:
     /// never before the call returns; not when `context` is destroyed first.
     void run(QObject *context, Completion completion);
 
-    /// Opens the login page once more for a sign-in that waits, of which the page may be closed.
+    /// Opens the login page of a pending sign-in once more, in case it was closed.
     void openPageAgain();
 
-    /// Ends the wait: the sign-in that waits, if any, completes as cancelled, and what comes back
-    /// later is ignored.
+    /// Completes a pending sign-in as cancelled. Later callbacks are ignored.
     void cancel();
 
-    /// Completes the sign-in that waits with what the address carries, or as unfinished when the
-    /// address is not one of the login page's. Ignored when none waits. The address is whatever
-    /// someone sent; its values are not checked here.
+    /// Completes the pending sign-in with the parameters of the URL, or as unfinished when the URL
+    /// is not one of the login page's. Does nothing when none is pending. The URL is untrusted; its
+    /// values are not checked here.
     void handleCallback(const QString &url);
 
-    /// Whether the address has the scheme, the authority and the path that the login page comes
-    /// back with. It need not be well-formed otherwise.
+    /// Returns whether the URL has the scheme, authority and path of the login page's callback. It
+    /// need not be well-formed otherwise.
     [[nodiscard]] static bool isCallback(const QString &url);
 
-    /// What the query of an address says: of items with the same name the last, and none without a
-    /// value.
+    /// Returns the query items of a URL: the last one of each name, and none without a value.
     [[nodiscard]] static Parameters parameters(const QString &url);
 
 private:
@@ -53,7 +51,7 @@ private:
 
     Workspace &workspace_;
     QUrl loginPage_;
-    Completion continuation_; ///< of the sign-in that waits
+    Completion continuation_; ///< of the pending sign-in
 };
 
 } // namespace vellumo

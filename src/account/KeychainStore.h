@@ -11,8 +11,7 @@ namespace vellumo {
 
 class SecretItems;
 
-/// Texts that outlive the program, by account name, in the user's keyring. A write that fails is
-/// silent.
+/// Stores texts in the user's keyring by account name. A failed write is not reported.
 class KeychainStore {
 public:
     using Completion = std::function<void(const std::optional<QString> &)>;
@@ -20,21 +19,23 @@ public:
     /// The items must outlive the store.
     explicit KeychainStore(SecretItems &items) : items_(items) { }
 
-    /// Nothing when there is no such item or it cannot be read. The completion runs once and never
-    /// before the call returns; not when `context` is destroyed first.
+    /// Reads an item; absent when there is none or it cannot be read. The completion runs once,
+    /// never before the call returns and never after `context` is destroyed.
     void get(const QString &account, QObject *context, Completion completion);
 
-    /// Whether the keyring is open and has no such item. The completion runs as that of get().
+    /// Completes with whether the keyring is open and has no such item. The completion runs as for
+    /// get().
     void whetherMissing(const QString &account, QObject *context,
                         std::function<void(bool isMissing)> completion);
 
     void set(const QString &value, const QString &account);
     void remove(const QString &account);
 
-    /// Lets the keyring ask the user to open it, if it is closed.
+    /// Lets the keyring prompt the user to open it, if it is closed.
     void unlock();
 
-    /// Runs whenever what could not be read may be readable, until `context` is destroyed.
+    /// Runs `action` whenever unreadable items may have become readable, until `context` is
+    /// destroyed.
     void onReadable(QObject *context, std::function<void()> action);
 
 private:

@@ -8,9 +8,9 @@
 
 namespace vellumo {
 
-/// Leads what an input method composes to a text field while another item of the panel has the
-/// keyboard, so that the first letter already begins a composition. The field takes the focus when
-/// the composition is over: before, that would end it. Main thread only.
+/// Routes input method composition to a text field while another item of the panel has the focus,
+/// so that the first key already starts a composition. The field takes the focus after the
+/// composition, since a change of the focus would end it. Main thread only.
 class CompositionRoute : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -20,10 +20,10 @@ class CompositionRoute : public QObject {
 public:
     using QObject::QObject;
 
-    /// Items below it are served.
+    /// The root of the items whose composition is routed.
     [[nodiscard]] QQuickItem *scope() const { return scope_; }
     void setScope(QQuickItem *scope);
-    /// Null while nothing can be typed.
+    /// The target; null while typing is not possible.
     [[nodiscard]] QQuickItem *field() const { return field_; }
     void setField(QQuickItem *field);
 
@@ -38,7 +38,7 @@ private:
 
     QPointer<QQuickItem> scope_;
     QPointer<QQuickItem> field_;
-    QPointer<QQuickItem> focused_; ///< has the keyboard and is no field
+    QPointer<QQuickItem> focused_; ///< the focused item, if it is not a text field
     QMetaObject::Connection window_;
 };
 

@@ -12,20 +12,20 @@ namespace vellumo {
 /// One row of the follow-up thread.
 struct ThreadItem {
     QString question = {};
-    std::optional<QString> answer = {}; ///< absent while the answer is awaited
-    bool failed = false; ///< the answer is an apology
-    bool kept = true; ///< goes into the note; what failed never does
+    std::optional<QString> answer = {}; ///< absent while pending
+    bool failed = false; ///< the answer is an error message
+    bool kept = true; ///< saved with the note; never true if failed
     friend bool operator==(const ThreadItem &, const ThreadItem &) = default;
 };
 
-/// What the panel offers beside an error.
+/// The action that the panel offers with an error.
 enum class ErrorHelp : quint8 {
     none,
-    permission, ///< to allow accessibility
-    service, ///< to open the settings of the explanation service
+    permission, ///< allow accessibility
+    service, ///< open the settings of the explanation service
 };
 
-/// What the result panel shows.
+/// The content of the result panel.
 struct IslandContent {
     struct Loading {
         QString sourceText;
@@ -53,13 +53,13 @@ struct IslandContent {
     {
         return {Result{std::move(result), std::move(sourceText), std::move(thread), samples}};
     }
-    /// A message without source text, context or thread.
+    /// Returns a message without source text, context or thread.
     static IslandContent error(QString message, ErrorHelp help)
     {
         return {Result{.result = {{}, std::move(message)}, .help = help}};
     }
     static IslandContent demo(ExplanationResult result) { return {Demo{std::move(result)}}; }
-    /// A message that has nothing to do with a selection; takes no follow-ups.
+    /// Returns a message that belongs to no selection and takes no follow-ups.
     static IslandContent notice(QString message) { return {Demo{{{}, std::move(message)}}}; }
 
     friend bool operator==(const IslandContent &, const IslandContent &) = default;

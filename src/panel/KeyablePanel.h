@@ -6,8 +6,8 @@
 
 namespace vellumo {
 
-/// The style of a floating panel that can become the key window: its field takes typing although
-/// showing the panel does not activate the application.
+/// The style of a floating panel that can get the keyboard by a click, although showing it does not
+/// activate the application.
 struct KeyablePanel : FloatingPanelStyle {
     KeyablePanel() { canBecomeKey = true; }
 };

@@ -17,7 +17,7 @@ constexpr double bottomCornerRadius = 22;
 /// Used when there is no screen.
 constexpr Rect fallbackScreen{0, 0, 1200, 800};
 
-/// The first screen that holds the point, otherwise the main screen.
+/// Returns the first screen that holds the point, otherwise the main screen.
 [[nodiscard]] inline std::optional<Screen> screenAt(Point point, const QList<Screen> &screens,
                                                     const std::optional<Screen> &mainScreen)
 {
@@ -27,7 +27,8 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
     return found != screens.end() ? *found : mainScreen;
 }
 
-/// How far content stays below the screen's top edge: under the camera housing or the menu bar.
+/// Returns the distance of the content from the screen's top edge: below the camera housing or the
+/// menu bar.
 [[nodiscard]] inline double topInset(const std::optional<Screen> &screen)
 {
     if (!screen) {
@@ -39,7 +40,7 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
     return std::max(0.0, screen->frame.maxY() - screen->visibleFrame.maxY());
 }
 
-/// The tallest panel: as high as the screen's visible part, and never below the minimum.
+/// Returns the maximum height: that of the screen's visible part, but at least the minimum.
 [[nodiscard]] inline double maximumHeight(const std::optional<Screen> &screen)
 {
     return std::max(minimumHeight, screen ? screen->visibleFrame.height : fallbackScreen.height);
@@ -50,20 +51,20 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
     return std::clamp(fittingHeight, minimumHeight, maximumHeight(screen));
 }
 
-/// Centred at the screen's top edge.
+/// Returns the frame centred at the screen's top edge.
 [[nodiscard]] inline Rect frameOn(const std::optional<Screen> &screen, double height)
 {
     const Rect bounds = screen ? screen->frame : fallbackScreen;
     return {bounds.midX() - (width / 2), bounds.maxY() - height, width, height};
 }
 
-/// Grown or shrunk downwards.
+/// Returns the frame with another height and the same top edge.
 [[nodiscard]] inline Rect resized(const Rect &frame, double height)
 {
     return {frame.x, frame.maxY() - height, frame.width, height};
 }
 
-/// A point inside the panel's top edge, by which its screen is found.
+/// Returns a point inside the panel's top edge, which determines its screen.
 [[nodiscard]] inline Point anchor(const Rect &frame)
 {
     return {frame.midX(), frame.maxY() - 1};

@@ -4,8 +4,7 @@
 
 #include "ui/PlainText.h"
 
-/// How much of each text reaches the view; what is longer ends in "…". Whole texts stay with the
-/// notes.
+/// Maximum length of each text in the view; longer texts end in "…". Notes keep the whole texts.
 namespace vellumo::panelText {
 
 /// Two lines of preview; the view elides what does not fit.
@@ -17,7 +16,7 @@ namespace vellumo::panelText {
 {
     return presentableLine(text, 200);
 }
-/// A longer follow-up question is not sent; the panel asks to shorten it.
+/// A longer follow-up question is rejected with a request to shorten it.
 constexpr qsizetype longestQuestion = 20000;
 
 [[nodiscard]] inline QString question(const QString &text)

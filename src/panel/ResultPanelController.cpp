@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::chrono::milliseconds growth(260);
 
-/// Letters, figures and punctuation of both scripts, drawn once while the window is hidden: each
-/// font's first use takes longer than the whole presentation may.
+/// Letters, digits and punctuation of both scripts, drawn once while the window is hidden: the
+/// first use of each font takes longer than the whole presentation may.
 IslandContent firstDrawing()
 {
     const QString sample =
@@ -44,7 +44,7 @@ ResultPanelController::ResultPanelController(FloatingWindows &windows, const Scr
             onFollowUp(question);
         }
     };
-    // The panel makes room for the window that follows.
+    // The panel so that the settings window is not covered.
     connect(view_.get(), &ResultPanelView::accessibilityRequested, this, [this] {
         dismiss();
         Q_EMIT accessibilityRequested();
@@ -83,7 +83,8 @@ bool ResultPanelController::isOnScreen() const
 void ResultPanelController::present(IslandContent content, std::optional<ReadingContext> context,
                                     std::function<void()> onDismiss)
 {
-    // What is shown stays mapped, although it is over for every rule: no flicker in between.
+    // The window stays mapped during a replacement, to avoid flicker, although the old presentation
+    // has ended.
     const bool replaces = isOnScreen();
     while (panel_) {
         endPresentation(Leaving::MakeRoom);
@@ -161,7 +162,7 @@ void ResultPanelController::rememberConversation(const IslandContent &content)
     }
 }
 
-/// What is shown beside the content: the way to the permission, the mark of a sample.
+/// Updates what is shown with the content: the offer of help, the mark of a sample.
 void ResultPanelController::describe(const IslandContent &content)
 {
     const auto *result = std::get_if<IslandContent::Result>(&content.value);
@@ -200,7 +201,7 @@ void ResultPanelController::showFollowUpFailure(const QString &message)
     fillLastRow({.answer = message, .failed = true, .kept = false});
 }
 
-/// Gives the last row everything but its question.
+/// Fills the last row and keeps its question.
 void ResultPanelController::fillLastRow(const ThreadItem &filling)
 {
     if (!baseResult_ || thread_.isEmpty()) {

@@ -15,10 +15,10 @@ namespace vellumo {
 
 class BilingualText;
 
-/// The island that hangs from the top edge of the screen: shows a loading state, a result with its
-/// follow-ups, a demonstration or an error, and closes when the user turns elsewhere.
+/// The panel at the top edge of the screen. Shows a loading state, a result with its follow-ups, a
+/// demonstration or an error, and closes when the user clicks or scrolls elsewhere.
 ///
-/// One window is made ahead and kept. While it is hidden there is no panel as far as the rules go.
+/// One window is created in advance and reused. While it is hidden, there is no panel for callers.
 class ResultPanelController final : public QObject, public ResultPanelControlling {
     Q_OBJECT
 
@@ -29,11 +29,11 @@ public:
                           QObject *parent = nullptr);
     ~ResultPanelController() override;
 
-    /// Makes the window, hidden, so that the first presentation is quick. Costs some ten
-    /// milliseconds: call it when the program is idle. Presenting does it if needed.
+    /// Creates the hidden window, so that the first presentation is quick. Takes some ten
+    /// milliseconds: call it when the program is idle. present() calls it if needed.
     void prepare();
 
-    /// Brings the keyboard into the panel on screen, to its follow-up field if it has one.
+    /// Gives the keyboard to the panel on screen, to its follow-up field if it has one.
     void focusPanel();
 
     [[nodiscard]] bool isOnScreen() const override;
@@ -48,7 +48,7 @@ public:
     void showFollowUpFailure(const QString &message) override;
 
 Q_SIGNALS:
-    /// What ErrorHelp::permission leads to.
+    /// Called for ErrorHelp::permission.
     void accessibilityRequested();
     /// What ErrorHelp::service and the mark of a sample lead to. They offer it only while something
     /// is connected.
@@ -74,7 +74,7 @@ private:
     const Screens &screens_;
     BilingualText &texts_;
 
-    std::unique_ptr<ResultPanelView> view_; ///< outlives the window, which shows it
+    std::unique_ptr<ResultPanelView> view_; ///< declared before the window, which uses it
     std::unique_ptr<FloatingPanel> window_;
 
     QPointer<FloatingPanel> panel_; ///< the window while it is on screen, otherwise null

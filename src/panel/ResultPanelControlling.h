@@ -9,40 +9,40 @@
 
 namespace vellumo {
 
-/// The top-of-screen panel as the coordinator sees it. Main thread only.
+/// The panel at the top of the screen, for the coordinator. Main thread only.
 class ResultPanelControlling {
 public:
     virtual ~ResultPanelControlling() = default;
 
     [[nodiscard]] virtual bool isOnScreen() const = 0;
 
-    /// Receives each follow-up question that the user submits.
+    /// Called with each follow-up question that the user submits.
     std::function<void(const QString &question)> onFollowUp;
 
-    /// Dismisses what is shown, running its callback, and shows `content` instead. `onDismiss`
-    /// runs once, after the panel has left the screen.
+    /// Dismisses what is shown, running its callback, and shows `content`. `onDismiss` runs once,
+    /// after this content was dismissed.
     virtual void present(IslandContent content, std::optional<ReadingContext> context,
                          std::function<void()> onDismiss) = 0;
 
     /// Closes the panel, if any, and runs the stored dismiss callback.
     virtual void dismiss() = 0;
 
-    /// Presents a message without source text, context or thread, and what may help beside it.
+    /// Presents a message without source text, context or thread, and offers `help`.
     virtual void showError(const QString &message, ErrorHelp help) = 0;
 
-    /// Names the place of what is shown otherwise; everything else stays. Nothing while hidden.
+    /// Changes the place in the header only. Does nothing while hidden.
     virtual void showContext(const ReadingContext &context) = 0;
 
-    /// Appends a row whose answer is awaited. Only while a result is shown.
+    /// Appends a row with a pending answer. Does nothing unless a result is shown.
     virtual void showFollowUpThinking(const QString &question) = 0;
 
-    /// Fills the last row. Only while a result with a thread is shown.
+    /// Fills the last row. Does nothing unless a result with a thread is shown.
     virtual void showFollowUpAnswer(const QString &answer) = 0;
 
-    /// The same, and marks the row as one that the note will not have.
+    /// As showFollowUpAnswer(), and marks the row as not saved with the note.
     virtual void showUnkeptFollowUpAnswer(const QString &answer) = 0;
 
-    /// Fills the last row with an apology and marks the row as failed.
+    /// Fills the last row with an error message and marks the row as failed.
     virtual void showFollowUpFailure(const QString &message) = 0;
 };
 

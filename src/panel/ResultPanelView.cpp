@@ -11,7 +11,7 @@ void ResultPanelView::show(const IslandContent &content,
 {
     contextName_ = context ? panelText::title(context->displayName) : QString();
     if (drawing == Drawing::Fresh) {
-        thread_.setRows({}); // rows of another conversation are never continued
+        thread_.setRows({}); // rows of another conversation must not be extended
         setHasUnsentText(false);
     }
     take(content);
@@ -144,7 +144,7 @@ bool ResultPanelView::submitFollowUp(const QString &draft)
         || !onSubmitFollowUp) {
         return false;
     }
-    // The callback redraws the panel: for the rest of the program the draft is sent by then.
+    // Before the callback, which redraws the panel: the draft counts as sent from here on.
     setHasUnsentText(false);
     onSubmitFollowUp(question);
     return true;

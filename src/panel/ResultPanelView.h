@@ -12,9 +12,9 @@
 
 namespace vellumo {
 
-/// What the panel's window shows, and what the user does in it. The QML file of the same name draws
-/// it; this object lives as long as the window, through many presentations. All texts are plain and
-/// bounded. Main thread only.
+/// View model of the panel's window: its content, and the user's actions. Drawn by the QML file of
+/// the same name. One object serves all presentations of the window. All texts are plain and of
+/// bounded length. Main thread only.
 class ResultPanelView : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(ResultPanelModel)
@@ -44,40 +44,41 @@ public:
 
     using QObject::QObject;
 
-    /// Ask for the panel to be closed.
+    /// Called when the user closes the panel.
     std::function<void()> onClose;
-    /// Receives a question that is not blank, while no other is awaited.
+    /// Called with a question that is not blank, while no answer is pending.
     std::function<void(const QString &question)> onSubmitFollowUp;
 
-    // for the controller
+    // called by the controller
 
     enum class Drawing : quint8 {
-        Fresh, ///< another presentation: draft, scroll and focus are reset
-        Redraw, ///< the same one goes on: they stay
+        Fresh, ///< a new presentation: resets draft, scroll position and focus
+        Redraw, ///< the same presentation: keeps them
     };
     void show(const IslandContent &content, const std::optional<ReadingContext> &context,
               Drawing drawing);
     void setContext(const std::optional<ReadingContext> &context);
-    /// In device-independent units, as the heights below.
+    /// In device-independent units, like the heights below.
     void setLimits(qreal topInset, qreal maximumHeight);
     void setOffersPermission(bool offers);
     void setOffersService(bool offers);
-    /// `leadsToService`: there is a place where a service can be set up. `forAFault`: a sample in
-    /// place of a service whose configuration has a mistake.
+    /// `leadsToService`: the mark opens the service settings. `forAFault`: the sample replaces a
+    /// service whose configuration has a mistake.
     void setIsSample(bool sample, bool leadsToService, bool forAFault);
     void setShown(bool shown);
 
-    /// The height that shows everything without scrolling; right as soon as show() returns.
+    /// Returns the height that shows everything without scrolling; valid when show() has returned.
     [[nodiscard]] qreal fittingHeight();
     void scrollToBottom() { Q_EMIT scrollToBottomRequested(); }
     void focusFollowUpField() { Q_EMIT focusRequested(); }
     /// Announces the latest explanation or answer to screen readers.
     void announceLatest() { Q_EMIT announcementRequested(); }
 
-    /// Whether the follow-up field holds text, in composition or not, that was not submitted.
+    /// Returns whether the follow-up field has text that was not submitted, including text in
+    /// composition.
     [[nodiscard]] bool hasUnsentText() const { return hasUnsentText_; }
 
-    // for the drawing
+    // called by the view
 
     [[nodiscard]] State state() const { return state_; }
     [[nodiscard]] QString contextName() const { return contextName_; }
@@ -85,7 +86,7 @@ public:
     [[nodiscard]] QString translation() const { return translation_; }
     [[nodiscard]] QString explanation() const { return explanation_; }
     [[nodiscard]] QAbstractListModel *thread() { return &thread_; }
-    /// The announcement for screen readers: the last answer or its replacement.
+    /// Returns the announcement for screen readers: the last answer, or what is shown instead.
     [[nodiscard]] QString latestText() const;
     [[nodiscard]] bool awaitsAnswer() const { return thread_.hasPendingRow(); }
     [[nodiscard]] bool offersPermission() const { return offersPermission_; }
@@ -102,9 +103,9 @@ public:
     Q_INVOKABLE void close();
     Q_INVOKABLE void allowAccessibility();
     Q_INVOKABLE void openServiceSettings();
-    /// Whether the draft is longer than a question may be.
+    /// Returns whether the draft is longer than a question may be.
     [[nodiscard]] Q_INVOKABLE bool isTooLong(const QString &draft) const;
-    /// Whether the draft was taken; if not, it is to be kept.
+    /// Submits the draft. Returns false if it was rejected and must be kept.
     Q_INVOKABLE bool submitFollowUp(const QString &draft);
 
 Q_SIGNALS:
@@ -115,7 +116,7 @@ Q_SIGNALS:
     void shownChanged();
     void unsentTextChanged();
     void freshlyPresented();
-    /// setFittingHeight() is to be called before this returns.
+    /// The handler must call setFittingHeight() before it returns.
     void fittingHeightRequested();
     void scrollToBottomRequested();
     void focusRequested();

@@ -7,8 +7,8 @@
 
 namespace vellumo {
 
-/// The follow-up rows as the view shows them. Setting rows that continue the present ones changes
-/// only what differs, so that the rows that stay keep their selection.
+/// The follow-up rows of the view. Setting rows that extend the current ones changes only the
+/// differences, so that unchanged rows keep their selection.
 class ThreadModel final : public QAbstractListModel {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ public:
 
     void setRows(const QList<ThreadItem> &rows);
     [[nodiscard]] bool hasPendingRow() const;
-    /// The last row's answer; empty while it is awaited.
+    /// Returns the last row's answer; empty while it is pending.
     [[nodiscard]] QString latestAnswer() const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

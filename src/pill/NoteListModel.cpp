@@ -8,7 +8,7 @@ namespace vellumo {
 
 namespace {
 
-/// More than a card's one line can show in the narrowest letters.
+/// Longer than the line of a card in the narrowest letters.
 constexpr qsizetype mostShown = 200;
 
 } // namespace

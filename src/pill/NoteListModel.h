@@ -7,8 +7,8 @@
 
 namespace vellumo {
 
-/// Notes as the list's cards show them. A card's texts are made, short and plain, when the view
-/// asks for them; the notes themselves are shared, not copied.
+/// The notes in the pill's list. A card's short plain texts are created when the view requests
+/// them; the notes themselves are shared, not copied.
 class NoteListModel final : public QAbstractListModel {
     Q_OBJECT
 

@@ -21,7 +21,7 @@ constexpr EventMask motionMask = maskOf(EventType::MouseMoved);
 constexpr auto expansion = 280ms;
 constexpr auto collapsing = 240ms;
 
-// the demonstration, each from the one before
+// steps of the demonstration, each after the previous one
 constexpr auto fingerGlide = 1000ms;
 constexpr auto fingerTouches = 1150ms;
 constexpr auto pillOpens = 300ms;
@@ -60,7 +60,7 @@ NotesEntranceController::NotesEntranceController(const Collaborators &collaborat
 {
     model_->onSelect = [this](const ReadingNote &note) { selectNote(note); };
     container_->onClick = [this] {
-        if (const auto open = onOpen_) { // it may be replaced meanwhile
+        if (const auto open = onOpen_) { // the callback may replace it
             open();
         }
     };
@@ -134,7 +134,7 @@ Point NotesEntranceController::restoredPillOrigin() const
 
 void NotesEntranceController::savePillOrigin()
 {
-    // The container has the form of a list until the pill is back in its place.
+    // The container stays a list until the pill is back in its place.
     if (!model_->isExpanded() && container_->mode() == PillContainerView::Mode::Pill) {
         const Rect frame = panel_->frame();
         settings::notesPillOrigin.set(with_.defaults,
@@ -142,8 +142,8 @@ void NotesEntranceController::savePillOrigin()
     }
 }
 
-/// A pill that no screen shows any more comes to the main screen, without that becoming the user's
-/// choice: it goes back when its screen does. A list that is open folds into that place.
+/// Moves a pill that no screen shows to the main screen, without storing the position: it moves
+/// back when its screen returns. An open list folds into that place.
 void NotesEntranceController::adaptToScreens()
 {
     if (!panel_) {
@@ -182,7 +182,7 @@ void NotesEntranceController::collapse()
     }
 }
 
-/// Also where the list is folding already, into another place.
+/// May be called while the list is already folding into another place.
 void NotesEntranceController::fold(const Rect &pill)
 {
     collapseMonitors_.stop();
@@ -193,7 +193,7 @@ void NotesEntranceController::fold(const Rect &pill)
 void NotesEntranceController::finishCollapse()
 {
     if (model_->isExpanded()) {
-        return; // opened again meanwhile
+        return; // the list was opened again
     }
     container_->setMode(PillContainerView::Mode::Pill);
     synchronizeCursor();
@@ -294,7 +294,7 @@ void NotesEntranceController::endOnboardingDemo()
 void NotesEntranceController::finishDemo()
 {
     fingerPanel_->orderOut();
-    fingerPanel_.release()->deleteLater(); // it is calling us
+    fingerPanel_.release()->deleteLater(); // it is the caller
     demoRunning_ = false;
     if (const auto completion = std::exchange(demoCompletion_, nullptr)) {
         completion();

@@ -18,13 +18,13 @@ class BilingualText;
 class Clock;
 class DefaultsStore;
 
-/// The pill that floats above other windows and grows into the list of notes. Its panel is made
-/// when it is first shown, and kept. Never takes the keyboard. Main thread only.
+/// The pill that floats above other windows and expands into the list of notes. Its panel is
+/// created when first shown, and kept. Never takes the keyboard. Main thread only.
 class NotesEntranceController final : public QObject, public NotesEntranceControlling {
     Q_OBJECT
 
 public:
-    /// Everything must outlive the controller.
+    /// All must outlive the controller.
     struct Collaborators {
         FloatingWindows &windows;
         const Screens &screens;
@@ -46,7 +46,7 @@ public:
                             std::function<void()> completion) override;
     void endOnboardingDemo() override;
 
-    /// Lets the pill grow into the list of the model's notes.
+    /// Expands the pill into the list of the model's notes.
     void expand();
 
     [[nodiscard]] const NotesPillModel &model() const { return *model_; }
@@ -75,19 +75,20 @@ private:
     void finishDemo();
 
     Collaborators with_;
-    std::unique_ptr<NotesPillModel> model_; ///< outlives the panel, which shows it; so below
+    std::unique_ptr<NotesPillModel> model_; ///< declared before the panel, which uses it
     std::unique_ptr<PillContainerView> container_;
-    std::unique_ptr<FloatingPanel> panel_; ///< absent until first shown
+    std::unique_ptr<FloatingPanel> panel_; ///< null until first shown
     std::function<void()> onOpen_;
     std::function<void(const ReadingNote &)> onSelectNote_;
     DismissalMonitors collapseMonitors_; ///< while the list is open
     std::vector<std::unique_ptr<EventMonitorHandle>> cursorMonitors_;
     bool cursorIsHand_ = false;
-    std::unique_ptr<FloatingPanel> fingerPanel_; ///< during the demonstration
+    std::unique_ptr<FloatingPanel> fingerPanel_; ///< null except during the demonstration
     bool demoRunning_ = false;
-    std::unique_ptr<QObject> demoScript_; ///< until the demonstration is to end
+    /// Null when no demonstration is running; timers stop with it.
+    std::unique_ptr<QObject> demoScript_;
     std::function<void()> demoCompletion_;
-    Rect folded_; ///< where the pill was when the list opened, and is to be again
+    Rect folded_; ///< position of the pill before the list opened
 };
 
 } // namespace vellumo

@@ -7,32 +7,32 @@
 
 namespace vellumo {
 
-/// The floating notes pill and its list as the coordinator sees them. Main thread only.
+/// The floating notes pill and its list, for the coordinator. Main thread only.
 class NotesEntranceControlling {
 public:
     virtual ~NotesEntranceControlling() = default;
 
-    /// Shows the pill with this count, or only updates it. `onOpen` replaces the earlier callback
+    /// Shows the pill with this count, or updates the count. `onOpen` replaces the earlier callback
     /// and runs when the pill is clicked.
     virtual void show(int count, std::function<void()> onOpen) = 0;
 
     /// Draws the pill in its attention state.
     virtual void setHighlighted(bool highlighted) = 0;
 
-    /// Opens the list with these notes in this order; `onSelectNote` runs when a row is chosen,
-    /// after the list has been folded.
+    /// Opens the list with these notes in this order. `onSelectNote` runs when a row is chosen,
+    /// after the list was folded.
     virtual void showNotesList(const QList<ReadingNote> &notes,
                                std::function<void(const ReadingNote &)> onSelectNote) = 0;
 
     /// Folds the list back into the pill.
     virtual void collapse() = 0;
 
-    /// Plays the scripted demonstration with a note that is not stored; `completion` runs once
-    /// when it is over.
+    /// Plays the scripted demonstration with a note that is not stored. `completion` runs once at
+    /// its end.
     virtual void playOnboardingDemo(const ReadingNote &sampleNote,
                                     std::function<void()> completion) = 0;
 
-    /// Brings a demonstration that runs to its end at once; without one, does nothing.
+    /// Ends a running demonstration at once; does nothing without one.
     virtual void endOnboardingDemo() = 0;
 };
 

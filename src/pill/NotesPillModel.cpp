@@ -49,7 +49,7 @@ qreal NotesPillModel::listHeight() const
 void NotesPillModel::select(int row)
 {
     if (onSelect && row >= 0 && row < notes().size()) {
-        const ReadingNote note = notes().at(row); // the callback may replace the notes
+        const ReadingNote note = notes().at(row); // a copy: the callback may replace the notes
         onSelect(note);
     }
 }

@@ -9,7 +9,7 @@
 
 namespace vellumo {
 
-/// What the pill and its list show. Every change is drawn at once. Main thread only.
+/// State of the pill and its list. Every change is drawn at once. Main thread only.
 class NotesPillModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -25,26 +25,26 @@ class NotesPillModel : public QObject {
 public:
     using QObject::QObject;
 
-    /// Receives the note of a row that was chosen.
+    /// Called with the note of a chosen row.
     std::function<void(const ReadingNote &note)> onSelect;
 
-    /// The number on the pill.
+    /// Returns the number on the pill.
     [[nodiscard]] int count() const { return count_; }
     void setCount(int count);
 
-    /// The list's rows, in this order.
+    /// Returns the list's rows, in this order.
     [[nodiscard]] const QList<ReadingNote> &notes() const { return rows_.notes(); }
     void setNotes(const QList<ReadingNote> &notes);
 
-    /// Whether the panel has the form of a list.
+    /// Returns whether the panel shows the list.
     [[nodiscard]] bool isExpanded() const { return expanded_; }
     void setExpanded(bool expanded);
 
-    /// Whether the pill calls for attention.
+    /// Returns whether the pill is drawn in its attention state.
     [[nodiscard]] bool isHighlighted() const { return highlighted_; }
     void setHighlighted(bool highlighted);
 
-    /// Whether the pointer is over the collapsed pill.
+    /// Returns whether the pointer is over the collapsed pill.
     [[nodiscard]] bool isPillHovered() const { return pillHovered_; }
     void setPillHovered(bool hovered);
 

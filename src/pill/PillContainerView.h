@@ -10,9 +10,9 @@
 
 namespace vellumo {
 
-/// Distinguishes a click from a drag on the collapsed pill. The drawing hands it what the left
-/// button and the pointer do; in list form everything but leaving goes to the list instead. Main
-/// thread only.
+/// Distinguishes a click from a drag on the collapsed pill. The view passes events of the left
+/// button and the pointer; while the list is open, all but leave events go to the list instead.
+/// Main thread only.
 class PillContainerView : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -31,20 +31,20 @@ public:
     [[nodiscard]] Mode mode() const { return mode_; }
     void setMode(Mode mode);
 
-    /// Points are those of the window.
+    /// Points are in window coordinates.
     Q_INVOKABLE void mouseDown(QPointF point);
     Q_INVOKABLE void mouseDragged(QPointF point);
     Q_INVOKABLE void mouseUp();
-    /// The press is over without a release.
+    /// Ends a press without a release.
     Q_INVOKABLE void mouseCanceled();
     Q_INVOKABLE void mouseEntered();
     Q_INVOKABLE void mouseExited();
-    /// A click without a mouse.
+    /// Clicks without a mouse, for assistive technologies and keys.
     Q_INVOKABLE void press();
 
 Q_SIGNALS:
     void modeChanged();
-    /// The press has become a drag of the window.
+    /// Called when a press becomes a drag of the window.
     void dragStarted();
     void cursorChanged(bool isHand);
 

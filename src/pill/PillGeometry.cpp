@@ -19,7 +19,7 @@ constexpr double emptyList = 130;
 
 constexpr double fingerSize = 52;
 constexpr Point fingerBelowPill{6, -38}; ///< from the pill's centre to the finger's
-constexpr Point fingerStart{-150, 110}; ///< from where it ends
+constexpr Point fingerStart{-150, 110}; ///< relative to its end
 
 } // namespace
 

@@ -28,26 +28,28 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
     return {origin.x, origin.y, pillWidth, pillHeight};
 }
 
-/// Moved to keep a margin inside `visible`. Where it does not fit, the upper bound wins.
+/// Returns the rectangle moved inside `visible` with a margin. If it does not fit, the upper bound
+/// takes precedence.
 [[nodiscard]] Rect clamped(const Rect &rect, const Rect &visible);
 
-/// The place of a pill that was never moved.
+/// Returns the origin of a pill that was never moved.
 [[nodiscard]] Point defaultOrigin(const Rect &visible);
 
-/// An origin as it is stored: a list of exactly two numbers. A settings file gives them back as
-/// text. Anything else is no origin.
+/// Converts an origin to and from its stored form, a list of exactly two numbers, which a settings
+/// file returns as text. Absent for anything else.
 [[nodiscard]] std::optional<Point> storedOrigin(const QVariant &value);
 [[nodiscard]] QVariant storableOrigin(Point origin);
 
-/// Whether a person could get hold of the pill on one of the screens.
+/// Returns whether enough of the pill is on one of the screens to drag it.
 [[nodiscard]] bool isReachable(const Rect &pill, const QList<Screen> &screens);
 
 [[nodiscard]] double listHeight(qsizetype notes);
 
-/// The list of so many notes that grows from `pill`, leftwards and upwards.
+/// Returns the frame of a list of this many notes, which extends from `pill` to the left and
+/// upwards.
 [[nodiscard]] Rect listFrame(const Rect &pill, qsizetype notes, const Rect &visible);
 
-/// The demonstration's finger glides from one to the other, and ends touching the pill.
+/// Start and end of the demonstration's finger; at the end it touches the pill.
 struct FingerPath {
     Rect from;
     Rect to;

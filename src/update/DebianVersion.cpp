@@ -30,7 +30,7 @@ bool consistsOf(QByteArrayView part, QByteArrayView furtherCharacters)
     });
 }
 
-/// Takes the longest beginning that is digits, or that is none.
+/// Removes and returns the longest prefix of digits, or of other characters.
 QByteArrayView takeRun(QByteArrayView &text, bool ofDigits)
 {
     const auto end =
@@ -40,7 +40,8 @@ QByteArrayView takeRun(QByteArrayView &text, bool ofDigits)
     return run;
 }
 
-/// A tilde comes before the end, the end before letters, and letters before everything else.
+/// Returns the sort rank: a tilde before the end, the end before letters, letters before other
+/// characters.
 int rank(QByteArrayView run, qsizetype index)
 {
     if (index >= run.size()) {
@@ -64,7 +65,7 @@ std::weak_ordering compareSigns(QByteArrayView left, QByteArrayView right)
     return std::weak_ordering::equivalent;
 }
 
-/// Numbers of any length.
+/// Compares numbers of any length.
 std::weak_ordering compareNumbers(QByteArrayView left, QByteArrayView right)
 {
     const auto significant = [](QByteArrayView digits) {

@@ -9,15 +9,15 @@
 
 namespace vellumo {
 
-/// A version as Debian writes and orders it: [epoch:]upstream[-revision]. Versions that differ in
-/// writing may be equivalent, such as 1.0 and 1.00.
+/// A version in Debian's format and order: [epoch:]upstream[-revision]. Different texts may be
+/// equivalent, such as 1.0 and 1.00.
 class DebianVersion {
 public:
-    /// Absent for what is no version: other characters, an empty part, no leading digit, or more
-    /// than 64 characters.
+    /// Parses a version. Absent for other characters, an empty part, no leading digit, or more than
+    /// 64 characters.
     [[nodiscard]] static std::optional<DebianVersion> fromString(QStringView text);
 
-    /// As it was written.
+    /// Returns the original text.
     [[nodiscard]] QString toString() const { return QString::fromLatin1(text_); }
 
     friend std::weak_ordering operator<=>(const DebianVersion &left, const DebianVersion &right);

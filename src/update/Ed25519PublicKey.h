@@ -8,13 +8,13 @@
 
 namespace vellumo {
 
-/// The public half of a key pair that signs. SignatureCheck checks signatures with it.
+/// A public key for SignatureCheck.
 class Ed25519PublicKey {
 public:
-    static constexpr qsizetype size = 32; ///< of a key, in bytes
+    static constexpr qsizetype size = 32; ///< bytes of a key
     static constexpr qsizetype signatureSize = 64;
 
-    /// `key` is the base64 of the key's bytes; absent for anything else.
+    /// Decodes the base64 of the key's bytes; absent for anything else.
     [[nodiscard]] static std::optional<Ed25519PublicKey> fromBase64(QByteArrayView key);
 
     [[nodiscard]] const QByteArray &bytes() const { return bytes_; }
@@ -25,7 +25,7 @@ private:
     QByteArray bytes_;
 };
 
-/// Decodes base64 that is written in the one proper way and gives exactly `size` bytes.
+/// Decodes canonical base64 of exactly `size` bytes; absent for anything else.
 [[nodiscard]] std::optional<QByteArray> strictBase64(QByteArrayView text, qsizetype size);
 
 } // namespace vellumo

@@ -25,7 +25,7 @@ SignatureCheck::Verdict SignatureCheck::verify(const Ed25519PublicKey &key, QByt
     if (signature.size() != Ed25519PublicKey::signatureSize) {
         return Verdict::Bad;
     }
-    // stays loaded, and is found again the next time
+    // QLibrary keeps it loaded and returns it at later calls
     const auto check = reinterpret_cast<ed25519Module::Verify>(
         QLibrary::resolve(module_, ed25519Module::function));
     if (check == nullptr) {

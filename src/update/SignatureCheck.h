@@ -9,20 +9,20 @@ namespace vellumo {
 
 class Ed25519PublicKey;
 
-/// Checks signatures with a module of the program's own, which is loaded for the first check and
-/// brings the cryptographic library along: most runs never need either.
+/// Checks signatures with a module that is loaded for the first check together with the
+/// cryptographic library, since most runs need neither.
 class SignatureCheck {
 public:
     enum class Verdict : quint8 {
         Good,
-        Bad, ///< any fault of the library included
+        Bad, ///< including any error of the library
         Impossible, ///< the module cannot be loaded
     };
 
-    /// `module` is the file's full name.
+    /// `module` is the path of the module.
     explicit SignatureCheck(QString module) : module_(std::move(module)) { }
 
-    /// Whether the signature was made over exactly this message with the secret half of the key.
+    /// Verifies that the signature was made over exactly this message with the secret key.
     [[nodiscard]] Verdict verify(const Ed25519PublicKey &key, QByteArrayView message,
                                  QByteArrayView signature) const;
 

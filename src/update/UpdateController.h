@@ -21,18 +21,18 @@ class BilingualText;
 class Clock;
 class Workspace;
 
-/// Where updates are announced, and whose word on them counts.
+/// The address of the feed, and the key that signs it.
 struct UpdateSource {
     QUrl feed; ///< https
     Ed25519PublicKey key;
 
-    /// Absent when either is missing or is not what it should be. The key is the base64 of its
-    /// bytes.
+    /// Parses both; absent unless the feed is an https URL and the key the base64 of an Ed25519
+    /// key.
     [[nodiscard]] static std::optional<UpdateSource> from(const QString &feed, const QString &key);
 };
 
-/// Looks for updates on request and shows the result in its own window. Downloads and
-/// installs nothing: it opens the page of a release. Does nothing at all before it is called.
+/// Checks for updates on request and shows the result in its own window. Downloads and installs
+/// nothing: it opens the page of a release. Idle until it is called.
 class UpdateController final : public QObject, public UpdateControlling {
     Q_OBJECT
 
@@ -45,18 +45,18 @@ public:
         BilingualText &texts;
     };
 
-    /// The collaborators must outlive the controller.
+    /// All must outlive the controller.
     UpdateController(UpdateSource source, DebianVersion running, SignatureCheck signatures,
                      const Collaborators &collaborators);
     ~UpdateController() override;
     Q_DISABLE_COPY_MOVE(UpdateController)
 
-    /// Starts a check and shows how it goes. While one is under way, or an update is on offer, its
-    /// window comes to the front instead.
+    /// Starts a check and shows its progress. During a check, or while an update is offered, raises
+    /// the window instead.
     void checkForUpdates() override;
     void lookQuietly() override;
 
-    /// Its window while it is shown, otherwise null.
+    /// Returns the window while it is shown; otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_.window(); }
 
 private:
@@ -72,9 +72,10 @@ private:
     SignatureCheck signatures_;
     Collaborators with_;
     UpdateWindow window_;
-    QUrl page_; ///< of the update on offer
-    bool isQuiet_ = false; ///< the check under way was not asked for by the user
-    std::unique_ptr<QObject> request_; ///< the request under way ends with it
+    QUrl page_; ///< page of the offered update
+    bool isQuiet_ = false; ///< the running check was not requested by the user
+    /// Context of the running request, which its deletion aborts.
+    std::unique_ptr<QObject> request_;
 };
 
 } // namespace vellumo

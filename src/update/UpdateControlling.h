@@ -4,15 +4,15 @@
 
 namespace vellumo {
 
-/// Looks for a newer release and shows the user what came of it, in windows of its own.
+/// Checks for a newer release and shows the result in its own windows.
 class UpdateControlling {
 public:
     virtual ~UpdateControlling() = default;
 
-    /// The user asks. May be called again while an earlier check still runs.
+    /// Checks on the user's request. May be called during an earlier check.
     virtual void checkForUpdates() = 0;
 
-    /// The program looks by itself: only a newer release opens a window. Does nothing while one is
+    /// Checks in the background: opens a window only for a newer release. Does nothing while one is
     /// open.
     virtual void lookQuietly() = 0;
 };

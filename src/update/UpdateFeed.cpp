@@ -25,7 +25,7 @@ constexpr std::string_view product("app.vellumo.Vellumo");
 constexpr qsizetype longestNotes = 16384;
 constexpr qsizetype longestAddress = 2048;
 
-// Iterative: nesting must not exhaust the stack.
+// Iterative, so that nesting cannot exhaust the stack.
 constexpr unsigned parseFlags =
     rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag;
 
@@ -36,7 +36,7 @@ std::string_view view(const Value &text)
     return {text.GetString(), text.GetStringLength()};
 }
 
-/// Two members of one name would let two readers of one feed see two things.
+/// Rejects duplicate members, which different parsers may read differently.
 bool hasDoubles(const Value &object)
 {
     std::set<std::string_view> names;
@@ -69,7 +69,7 @@ std::optional<QDate> dateMember(const Value &object, const char *name)
     constexpr auto form = "yyyy-MM-dd"_L1;
     const auto written = textMember(object, name, form.size());
     const QDate result = written ? QDate::fromString(*written, form) : QDate();
-    // what is written in another way, such as with blanks, is none
+    // reject other spellings, such as with blanks
     if (!result.isValid() || result.toString(form) != *written) {
         return std::nullopt;
     }
@@ -96,7 +96,7 @@ std::optional<QUrl> pageMember(const Value &object)
     return url;
 }
 
-/// The bytes that are signed, once the signature is known to be the key's.
+/// Returns the signed bytes after verifying the signature.
 Result<QByteArrayView, FeedFault> signedBytes(QByteArrayView document, const Ed25519PublicKey &key,
                                               const SignatureCheck &check)
 {

@@ -15,26 +15,26 @@ class Ed25519PublicKey;
 class SignatureCheck;
 
 enum class FeedFault : quint8 {
-    Unverifiable, ///< a part of this installation that checks signatures is missing
-    Unsigned, ///< not of the signed form, or signed with an unknown key
-    Foreign, ///< signed, but not for this program
-    Malformed, ///< signed, but not what a feed is
-    Expired, ///< signed, but too old to be believed
+    Unverifiable, ///< the module that checks signatures is missing
+    Unsigned, ///< not in the signed form, or signed with an unknown key
+    Foreign, ///< signed, but for another program
+    Malformed, ///< signed, but not a valid feed
+    Expired, ///< signed, but expired
 };
 
-/// The newest release, as its maintainers announce it. docs/updates.md describes the form.
+/// The newest release, as announced by the feed. docs/updates.md describes the format.
 struct UpdateFeed {
     DebianVersion version;
     QDate date;
     QString englishNotes; ///< plain text
     QString chineseNotes; ///< plain text
-    QUrl page; ///< where the release can be had; https
+    QUrl page; ///< page of the release; https
 
-    /// More than this is no feed, in bytes.
+    /// Maximum size of a feed in bytes.
     static constexpr qsizetype longest = 65536;
 
-    /// Reads what a feed's address answered. Nothing beyond the signature is looked at unless the
-    /// signature is the key's. `today` is the date in UTC.
+    /// Verifies and parses a feed. Nothing after the signature is parsed unless the signature is
+    /// valid. `today` is the date in UTC.
     [[nodiscard]] static Result<UpdateFeed, FeedFault> fromSigned(QByteArrayView document,
                                                                   const Ed25519PublicKey &key,
                                                                   const SignatureCheck &check,

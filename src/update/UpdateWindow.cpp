@@ -32,7 +32,7 @@ UpdateWindow::UpdateWindow(QQmlEngine &engine, BilingualText &texts, QString run
 
 UpdateWindow::~UpdateWindow()
 {
-    // while the bindings of what is still open or about to go find us whole
+    // delete open and pending windows while this object is still complete for their bindings
     const QObjectList windows = children();
     qDeleteAll(windows);
 }

@@ -15,9 +15,9 @@ namespace vellumo {
 
 class BilingualText;
 
-/// Shows the progress of a check for updates in a small ordinary window, created when shown and
-/// deleted when closed.
-/// The QML file of the same name draws it. Everything it shows is plain text of bounded length.
+/// Shows the progress of a check for updates in a small window, which is created when shown and
+/// deleted when closed. The QML file of the same name draws it. Everything it shows is plain text
+/// of bounded length.
 class UpdateWindow final : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(UpdateReport)
@@ -36,11 +36,11 @@ public:
     Q_ENUM(State)
 
     enum class Failure : quint8 {
-        Unreachable, ///< no network, no such host, connection refused
-        Insecure, ///< the host could not prove who it is
+        Unreachable, ///< no network, unknown host, or connection refused
+        Insecure, ///< the host's certificate is not trusted
         TimedOut,
-        Refused, ///< the host answered, but not with a feed
-        Untrusted, ///< what it answered is not signed for this program
+        Refused, ///< the host's answer is not a feed
+        Untrusted, ///< the answer is not signed for this program
         Unreadable,
         Expired,
         Incomplete, ///< this installation cannot check signatures
@@ -53,23 +53,23 @@ public:
                  QObject *parent = nullptr);
     ~UpdateWindow() override;
 
-    // Each opens the window in front, or changes the open one where it lies.
+    // Each opens the window in front, or updates an open one without raising it.
     void showChecking();
     void showNothingNew();
     void showOffer(const UpdateFeed &offer);
     void showFailure(Failure failure);
 
-    /// Brings the window to the front as it is; false when there is none.
+    /// Raises the window. Returns false when there is none.
     bool raise();
-    /// Changes the open window only: the page of the offer could not be opened.
+    /// Shows in an open window that the page of the offer could not be opened.
     void showUnopenedPage();
     /// Closes it without a signal.
     void close();
 
-    /// The window while it is shown, otherwise null.
+    /// Returns the window while it is shown; otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_; }
 
-    // for the drawing
+    // called by the view
 
     [[nodiscard]] State state() const { return state_; }
     [[nodiscard]] Failure failure() const { return failure_; }
@@ -77,9 +77,9 @@ public:
     [[nodiscard]] QString version() const;
     [[nodiscard]] QString released() const;
     [[nodiscard]] QString notes() const;
-    /// The host that the download leads to.
+    /// Returns the host of the download page.
     [[nodiscard]] QString site() const;
-    /// The whole address, once it turned out that nothing opens it; else empty.
+    /// Returns the whole address after it could not be opened; otherwise empty.
     [[nodiscard]] QString unopenedPage() const { return unopenedPage_; }
 
     Q_INVOKABLE void download();
@@ -88,7 +88,7 @@ public:
 
 Q_SIGNALS:
     void changed();
-    /// The open window shows something else now.
+    /// Emitted when the content of the window has changed.
     void stateShown();
 
     void downloadRequested();

@@ -4,15 +4,16 @@
 
 #include <cstddef>
 
-/// What the module that checks signatures offers: a shared object of its own, so that only who
-/// checks one loads the cryptographic library.
+/// Interface of the module that checks signatures. It is a shared object, so that only a check
+/// loads the cryptographic library.
 namespace vellumo::ed25519Module {
 
-/// Name of the one function. Changes with its signature, so that a mismatch is not found.
+/// Name of the only exported function. It must change with the function's type, so that another
+/// version is not resolved.
 inline constexpr const char *function = "vellumo_ed25519_verify_1";
 
-/// 1 when the 64 bytes of `signature` were made over exactly this message with the secret half of
-/// the 32 bytes of `key`, else 0, also after any fault of the library.
+/// Returns 1 if the 64 bytes of `signature` were made over exactly this message with the secret key
+/// that belongs to the 32 bytes of `key`; else 0, also on any error of the library.
 using Verify = int (*)(const unsigned char *key, const unsigned char *signature,
                        const unsigned char *message, std::size_t messageSize);
 
