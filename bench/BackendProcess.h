@@ -10,8 +10,8 @@ namespace vellumo::bench {
 
 using Environment = QList<std::pair<QString, QString>>;
 
-/// The stand-in backend as a process of its own, so that it takes none of the time of what is
-/// measured, with one account.
+/// The stand-in backend in a separate process, so that it does not affect the measured time. Has
+/// one account.
 class BackendProcess {
 public:
     BackendProcess(const QString &program, const QString &database);
@@ -23,7 +23,7 @@ public:
 
     [[nodiscard]] const Environment &environment() const { return environment_; }
     [[nodiscard]] const QString &uid() const { return uid_; }
-    /// What the backend keeps, read and written beside it.
+    /// The backend's database, read and written directly.
     [[nodiscard]] test::BackendTables &tables() const { return *tables_; }
 
 private:
@@ -33,7 +33,7 @@ private:
     Environment environment_;
 };
 
-/// A notes file with so many notes, of which the backend has none.
+/// Writes a notes file with this many notes, none of which the backend has.
 void writePendingNotes(const QString &path, int count);
 
 } // namespace vellumo::bench

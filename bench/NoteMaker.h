@@ -7,7 +7,7 @@
 
 namespace vellumo::bench {
 
-/// Reproducible notes of the size that people keep: a sentence or a paragraph, English or Chinese.
+/// Reproducible notes of realistic size: a sentence or a paragraph, English or Chinese.
 class NoteMaker {
 public:
     ReadingNote note()
@@ -18,7 +18,7 @@ public:
             : QStringLiteral("The tide turns twice a day, and nobody asks it why. ");
         ReadingNote made;
         made.id = id();
-        // no two alike: equal texts count as one note when they are merged
+        // all different: equal texts are merged into one note
         made.sourceText = sentence.repeated(random_.bounded(1, 5)) + QString::number(++made_);
         made.translation = QStringLiteral("潮水每天涨落两次。");
         made.explanation = sentence.repeated(random_.bounded(2, 6));

@@ -72,7 +72,7 @@ struct PixelMeter::Private {
         return {place->dst_x, place->dst_y, size->width, size->height};
     }
 
-    /// The window itself or, inside a frame of the window manager, the one of this class.
+    /// Returns the window itself, or the window of this class inside a window manager's frame.
     [[nodiscard]] xcb_window_t ofClass(xcb_window_t window, const QByteArray &part, int depth) const
     {
         const auto cookie =
@@ -98,7 +98,7 @@ struct PixelMeter::Private {
         return XCB_WINDOW_NONE;
     }
 
-    /// Forgets what has happened so far.
+    /// Discards pending events.
     void drain() const
     {
         xcb_damage_subtract(connection, damage, XCB_NONE, XCB_NONE);
@@ -106,8 +106,8 @@ struct PixelMeter::Private {
         while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) { }
     }
 
-    /// Null when the time is over. Asks xcb first: what arrived with the reply to a request is in
-    /// its queue and no longer in the socket.
+    /// Returns null on timeout. Checks xcb's queue first, since events that arrived with a reply
+    /// are no longer in the socket.
     [[nodiscard]] Reply<xcb_generic_event_t> nextEvent(double until) const
     {
         xcb_flush(connection);
@@ -137,7 +137,7 @@ PixelMeter::PixelMeter() : d_(std::make_unique<Private>())
 
     const quint32 mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(d_->connection, d_->screen->root, XCB_CW_EVENT_MASK, &mask);
-    // one event until it is subtracted: a program that draws much does not keep the meter busy
+    // one event until it is subtracted, so that much drawing does not keep the meter busy
     d_->damage = xcb_generate_id(d_->connection);
     xcb_damage_create(d_->connection, d_->damage, d_->screen->root,
                       XCB_DAMAGE_REPORT_LEVEL_NON_EMPTY);
@@ -175,7 +175,7 @@ std::optional<PixelMeter::Sighting> PixelMeter::watch(const QString &part,
             if (window != XCB_WINDOW_NONE)
                 sighting.mapped = began - zero;
         }
-        if (changed) // before looking: what is drawn from here on tells of itself again
+        if (changed) // before the capture: later drawing is reported again
             xcb_damage_subtract(d_->connection, d_->damage, XCB_NONE, XCB_NONE);
         if (window == XCB_WINDOW_NONE)
             continue;

@@ -12,8 +12,8 @@
 
 namespace vellumo::bench {
 
-/// Measures from outside how long a window takes to show something, by the pixels that a person
-/// would see. The server tells when the screen changes; nothing is polled.
+/// Measures how long a window takes to show something, by the pixels on the screen. The server
+/// reports changes of the screen; nothing is polled.
 class PixelMeter {
 public:
     PixelMeter();
@@ -23,20 +23,22 @@ public:
     PixelMeter(PixelMeter &&) = delete;
     PixelMeter &operator=(PixelMeter &&) = delete;
 
-    /// Milliseconds after the trigger. A change is dated when the look that finds it begins.
+    /// Milliseconds after the trigger. A change has the time at which the capture that shows it
+    /// began.
     struct Sighting {
-        double mapped = 0; ///< the window
-        double content = 0; ///< differs from the screen before, and is not of one flat colour
+        double mapped = 0; ///< the window is mapped
+        /// Its area differs from the previous screen and has more than one colour.
+        double content = 0;
     };
 
-    /// Pulls the trigger and watches for a window whose WM_CLASS contains `part`, that was not
-    /// visible before, and is at least 100 pixels wide.
+    /// Calls the trigger and waits for a window whose WM_CLASS contains `part`, that was not
+    /// visible before, and that is at least 100 pixels wide.
     [[nodiscard]] std::optional<Sighting>
     watch(const QString &part, const std::function<void()> &trigger,
           std::chrono::milliseconds time = std::chrono::seconds(5));
 
-    /// Waits until the screen has not changed for `quiet`; false when it never rests. A caret that
-    /// blinks counts.
+    /// Waits until the screen has not changed for `quiet`. Returns false when it keeps changing; a
+    /// blinking caret counts as a change.
     bool waitForRest(std::chrono::milliseconds quiet, std::chrono::milliseconds time);
 
 private:

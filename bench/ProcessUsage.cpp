@@ -17,7 +17,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The number after a name in a file such as /proc/PID/status.
+/// Returns the number after a name in a file such as /proc/PID/status.
 double valueOf(const QByteArray &text, const QByteArray &name)
 {
     const qsizetype at = text.indexOf('\n' + name + ':');

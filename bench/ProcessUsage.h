@@ -6,7 +6,7 @@
 
 namespace vellumo::bench {
 
-/// What a process has cost since it began, all threads together.
+/// Resources used by a process since its start, all threads together.
 struct Usage {
     double processorMs = 0;
     double wakeUps = 0;
@@ -14,7 +14,7 @@ struct Usage {
 
 [[nodiscard]] Usage usageOf(qint64 process);
 
-/// What a process holds at the moment, in megabytes.
+/// Returns the current memory of a process in megabytes.
 struct Memory {
     double resident = 0;
     double privateDirty = 0;

@@ -10,24 +10,24 @@
 
 namespace vellumo::bench {
 
-/// How often a bench repeats: often for figures, once to see that it still works.
+/// Number of repetitions: many for figures, one to test that the bench works.
 struct Runs {
     bool quick = false;
     [[nodiscard]] int of(int count) const { return quick ? 1 : count; }
 };
 
-/// `--quick` among the program's arguments.
+/// Returns whether `--quick` is among the program's arguments.
 [[nodiscard]] Runs runsFromArguments(const QStringList &arguments);
 
-/// Prints one row of the table: median, extremes, budget, and whether it is kept. Without values
-/// the row says that it could not be measured.
+/// Prints one row of the table: median, extremes, budget, and whether it is met. Without values the
+/// row reads "not measured".
 void printRow(const QString &what, QList<double> values, const char *unit,
               std::optional<double> budget = {});
 
-/// A row that could not be measured here, with the reason.
+/// Prints a row that could not be measured here, with the reason.
 void printSkipped(const QString &what, const QString &why);
 
-/// Milliseconds that the action takes.
+/// Returns the duration of the action in milliseconds.
 [[nodiscard]] double timed(const std::function<void()> &action);
 
 } // namespace vellumo::bench

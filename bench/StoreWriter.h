@@ -8,7 +8,7 @@
 
 namespace vellumo::bench {
 
-/// A file with this many notes of many places, all of which the backend has.
+/// Writes a file with this many notes of many places, all of which the backend has.
 inline void writeStore(const QString &path, int count, NoteMaker &maker)
 {
     constexpr int notesPerContext = 20;

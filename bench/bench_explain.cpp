@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// What the explanation client adds to a request: a whole explanation beside the same bytes through
-// a bare QNetworkAccessManager, over kept connections to a server in a thread of its own.
+// The overhead of the explanation client: an explanation compared with the same bytes through a
+// plain QNetworkAccessManager, over kept connections to a server in another thread.
 #include "Report.h"
 #include "explain/OpenAIService.h"
 #include "platform/qt/QtHttpSession.h"
@@ -25,7 +25,7 @@ const QByteArray answer =
     R"({"choices": [{"message": {"content": "{\"intent\": \"word_meaning\", )"
     R"(\"translation\": \"潮\", \"explanation\": \"The moon pulls the sea.\"}"}}]})";
 
-/// A server that does not share the client's event loop.
+/// A server with its own event loop.
 class ServerThread : public QThread {
 public:
     explicit ServerThread(HttpServer::Security security) : security_(security)
@@ -62,7 +62,7 @@ private:
     QAtomicInt isReady_;
 };
 
-/// Milliseconds until the explanation is there.
+/// Returns the milliseconds until the explanation has arrived.
 double explain(OpenAIService &service, const ExplanationRequest &request)
 {
     return timed([&] {
@@ -76,7 +76,7 @@ double explain(OpenAIService &service, const ExplanationRequest &request)
     });
 }
 
-/// Milliseconds until the same answer has been read.
+/// Returns the milliseconds until the same answer was read.
 double post(QNetworkAccessManager &manager, const QNetworkRequest &request, const QByteArray &body)
 {
     return timed([&] {
@@ -105,14 +105,14 @@ void measure(HttpServer::Security security, const QString &kind, int runs)
     bare.setRawHeader("Content-Type", "application/json");
     bare.setRawHeader("Authorization", "Bearer k");
     bare.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-    const QByteArray body(2500, 'x'); // about as long as the prompt
+    const QByteArray body(2500, 'x'); // about the length of the prompt
 
-    explain(service, question); // connections are made
+    explain(service, question); // opens the connections
     post(manager, bare, body);
     QList<double> client;
     QList<double> plain;
     QList<double> overhead;
-    for (int run = 0; run < runs; ++run) { // in turns, so that both meet the same machine
+    for (int run = 0; run < runs; ++run) { // alternating, so that both run under the same load
         client.append(explain(service, question));
         plain.append(post(manager, bare, body));
         overhead.append(client.constLast() - plain.constLast());

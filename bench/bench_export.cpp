@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// Many notes written to a file in each format, and counted for the insights: how long it takes, and
-// for how long the main thread stops at most. Needs no display.
+// Writes many notes to a file in each format and counts them for the insights. Measures the
+// duration and the longest block of the main thread. Needs no display.
 #include "NoteMaker.h"
 #include "Report.h"
 #include "export/NotesExport.h"
@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Measures how long the event loop lets a timer of a millisecond wait at most.
+/// Measures the maximum delay of a timer of one millisecond in the event loop.
 class LongestTurn {
 public:
     LongestTurn()
@@ -91,7 +91,7 @@ void measureInsights(const QList<NoteWithContext> &notes, int runs)
             insights.setShown(true);
             waitFor([&] { return insights.isReady(); });
         }));
-        QCoreApplication::processEvents(); // the last turn ends
+        QCoreApplication::processEvents(); // finishes the last iteration
         stops.append(longest.ms());
     }
     const QString label = u"insights, %1 notes: "_s.arg(notes.size());

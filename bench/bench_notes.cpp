@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// The notes store with few and many notes: what loading, adding, listing, merging and bookkeeping
-// cost. Needs no display.
+// The notes store with few and many notes: loading, adding, listing, merging and bookkeeping. Needs
+// no display.
 #include "Report.h"
 #include "StoreWriter.h"
 #include "notes/NotesStore.h"
@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Budgets are those of 10,000 notes, in proportion: saving and loading grow with the file.
+/// Scales the budgets of 10,000 notes, since saving and loading grow with the file.
 std::optional<double> inProportion(int count, double atTenThousand)
 {
     if (count < 10'000)
@@ -33,8 +33,8 @@ double processorMs()
     return (static_cast<double>(time.tv_sec) * 1e3) + (static_cast<double>(time.tv_nsec) / 1e6);
 }
 
-/// What a note's new state costs until it stands in the file. In processor time, since a large
-/// store waits a moment to gather more of them.
+/// Measures the cost of a note's new state until it is in the file. In processor time, since the
+/// store waits to collect several.
 double bookkeepingSave(NotesStore &store, const ReadingNote &note, const QString &path)
 {
     const qint64 before = QFileInfo(path).size();
@@ -62,7 +62,7 @@ void measure(int count, int runs)
     if (!QFile::rename(path, original))
         qFatal("cannot move the store");
     for (int run = 0; run < runs; ++run) {
-        // what a run adds is not there in the next one
+        // each run starts without the notes of the previous one
         QFile::remove(path);
         if (!QFile::copy(original, path))
             qFatal("cannot copy the store");

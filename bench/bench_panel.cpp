@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// bench_panel PROGRAM: how long after the second tap the panel's pixels are on the screen, in a
+// bench_panel PROGRAM: time from the second tap until the panel's pixels are on the screen, in a
 // browser and in an editor.
 #include "PixelMeter.h"
 #include "Report.h"
@@ -25,8 +25,8 @@ struct Place {
     double budget;
 };
 
-/// Double-taps again and again in the window in front, where something is selected. The first panel
-/// after the start stands by itself.
+/// Double-taps repeatedly in the window in front, which has a selection. The first panel after the
+/// start is a row of its own.
 bool measure(const Desktop &desktop, const Program &vellumo, const Place &place, int runs)
 {
     PixelMeter meter;
@@ -36,7 +36,7 @@ bool measure(const Desktop &desktop, const Program &vellumo, const Place &place,
     for (int run = 0; run <= runs; ++run) {
         meter.waitForRest(300ms, 3s);
         desktop.pressForAMoment(Key::AltLeft);
-        std::this_thread::sleep_for(140ms); // from press to press, as a person does
+        std::this_thread::sleep_for(140ms); // between presses, like a user
         const auto seen = meter.watch(u"vellumo"_s, [&] { desktop.pressForAMoment(Key::AltLeft); });
         if (!seen || !vellumo.waitForAnswer())
             return false;

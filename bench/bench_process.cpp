@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// bench_process PROGRAM: what the program costs at rest: its start, its memory, its
-// processor time.
+// bench_process PROGRAM: start time, memory and idle processor time.
 #include "PixelMeter.h"
 #include "ProcessUsage.h"
 #include "Report.h"
@@ -50,7 +49,7 @@ int main(int argc, char **argv)
     if (!vellumo.start())
         return EXIT_FAILURE;
 
-    // what is left to do after the start is done before the idle time begins
+    // work after the start is finished before the idle time begins
     const qint64 process = vellumo.process().processIdentifier();
     const std::chrono::milliseconds span = runs.quick ? 500ms : 60s;
     static_cast<void>(waitUntil([] { return false; }, runs.quick ? 100ms : 5s));

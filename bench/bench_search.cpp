@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// The dashboard's search in few and many notes: from a keystroke to the rows that fit. Needs no
+// The dashboard's search in few and many notes: from a keystroke to the matching rows. Needs no
 // display.
 #include "Report.h"
 #include "StoreWriter.h"
@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Types the query letter by letter, and answers what each took until its rows stood.
+/// Types the query letter by letter and returns the time of each until its rows were complete.
 QList<double> type(NotesLibrary &library, const QString &query)
 {
     QList<double> times;

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// bench_sync BACKEND: pushing and pulling few and many notes over loopback: how fast, with how much
-// memory, and how long the main thread is away meanwhile. Needs no display.
+// bench_sync BACKEND: pushes and pulls few and many notes over loopback. Measures duration, memory
+// and the longest block of the main thread. Needs no display.
 #include "BackendProcess.h"
 #include "Report.h"
 #include "notes/NotesStore.h"
@@ -42,8 +42,8 @@ struct Home {
     NotesSyncEngine engine{store, history, auth};
 };
 
-/// Runs an operation of the engine to its end; its milliseconds. Every 5 ms something is asked of
-/// the main thread; the delays say how long it waited.
+/// Runs an operation of the engine and returns its milliseconds. A timer of 5 ms measures the
+/// delays of the main thread.
 double run(const std::function<void(QObject *, NotesSyncEngine::Done)> &operation,
            QList<double> &delays)
 {
@@ -62,7 +62,7 @@ double run(const std::function<void(QObject *, NotesSyncEngine::Done)> &operatio
         operation(&loop, [&loop] { loop.quit(); });
         loop.exec();
     });
-    note(); // the end may have come from a long piece of work
+    note(); // the last block may have been a long one
     return time;
 }
 
@@ -85,7 +85,7 @@ double kilobytes(const QByteArray &name)
         .toDouble();
 }
 
-/// Forgets the largest size that this process has had.
+/// Resets the peak memory of this process.
 void forgetPeak()
 {
     QFile file(u"/proc/self/clear_refs"_s);
@@ -119,7 +119,7 @@ void measure(const QString &program, int count, int runs)
         const auto pull = [&there](QObject *context, NotesSyncEngine::Done done) {
             there.engine.pullAndMerge(context, std::move(done));
         };
-        ::malloc_trim(0); // what the push has freed would serve the pull unseen
+        ::malloc_trim(0); // memory freed by the push would hide that of the pull
         forgetPeak();
         const double before = kilobytes("VmRSS");
         pullRate.append(count / run(pull, pullDelays) * 1000);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// bench_sync_panel BACKEND PROGRAM: how long after the second tap the panel is on the screen while
+// bench_sync_panel BACKEND PROGRAM: time from the second tap until the panel is on the screen while
 // the program pushes many notes.
 #include "BackendProcess.h"
 #include "PixelMeter.h"
@@ -26,7 +26,7 @@ namespace {
 
 const QByteArray sentence("The tide turns twice a day.");
 
-/// Double-taps again and again for as long as notes are on their way.
+/// Double-taps repeatedly while notes are being pushed.
 bool measureOnce(const Desktop &desktop, const QStringList &programs, int count,
                  QList<double> &content)
 {
@@ -36,7 +36,8 @@ bool measureOnce(const Desktop &desktop, const QStringList &programs, int count,
     Program vellumo(desktop, programs.last(), u"bench-sync"_s);
     for (const auto &[name, value] : backend.environment())
         vellumo.setEnvironment(name, value);
-    vellumo.setSetting(u"notesOwner"_s, backend.uid()); // or the upload is asked about first
+    // Otherwise the upload needs the user's answer.
+    vellumo.setSetting(u"notesOwner"_s, backend.uid());
     QDir().mkpath(QFileInfo(vellumo.notesFile()).path());
     writePendingNotes(vellumo.notesFile(), count);
 
@@ -61,11 +62,11 @@ bool measureOnce(const Desktop &desktop, const QStringList &programs, int count,
     if (!waitUntil([&] { return backend.tables().noteCount(backend.uid()) > 0; }))
         return false;
     PixelMeter meter;
-    int missed = 0; // a busy machine may let the taps be too far apart for a pair
+    int missed = 0; // on a busy machine the taps may be too far apart for a double tap
     while (missed < 5) {
-        std::this_thread::sleep_for(450ms); // two taps more would be another pair
+        std::this_thread::sleep_for(450ms); // more taps sooner would be another double tap
         desktop.pressForAMoment(Key::AltLeft);
-        std::this_thread::sleep_for(140ms); // from press to press, as a person does
+        std::this_thread::sleep_for(140ms); // between presses, like a user
         const auto seen = meter.watch(u"vellumo"_s, [&] { desktop.pressForAMoment(Key::AltLeft); });
         if (!seen && vellumo.panel())
             return false;
@@ -76,7 +77,7 @@ bool measureOnce(const Desktop &desktop, const QStringList &programs, int count,
         if (backend.tables().noteCount(backend.uid()) >= count)
             return true;
         content.append(seen->content);
-        // one that is closed before its answer comes back with it
+        // a panel closed before its answer is shown again with the answer
         if (!vellumo.waitForAnswer())
             return false;
         desktop.doubleTap();

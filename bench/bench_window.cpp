@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// bench_window PROGRAM: the dashboard over few and many notes: from another start of the program to
-// the window's pixels, what a turn of the wheel costs, and what stays of its memory when it is
-// closed.
+// bench_window PROGRAM: the dashboard with few and many notes. Measures the time from a second
+// start of the program to the window's pixels, scrolling, and the memory that remains after closing
+// it.
 #include "PixelMeter.h"
 #include "ProcessUsage.h"
 #include "Report.h"
@@ -70,14 +70,14 @@ struct Bench {
     }
 
 private:
-    /// Always false.
+    /// Returns false always.
     static bool fails(const char *reason)
     {
         std::fprintf(stderr, "bench_window: %s\n", reason);
         return false;
     }
 
-    /// The dashboard; the pill is narrower.
+    /// Returns the dashboard, which is wider than the pill.
     [[nodiscard]] std::optional<WindowId> window() const
     {
         constexpr int leastWidth = 600;
@@ -88,7 +88,7 @@ private:
         return std::nullopt;
     }
 
-    /// Closes the window with the keyboard, unless it is to stay.
+    /// Closes the window with the keyboard, unless it should stay open.
     [[nodiscard]] bool close(PixelMeter &meter, bool closes) const
     {
         meter.waitForRest(300ms, 5s);

@@ -6,7 +6,7 @@
 
 namespace vellumo {
 
-/// For galleries, where nothing closes by itself.
+/// Monitors without events, for galleries, whose windows must stay open.
 class NoMonitors final : public EventMonitoring {
 public:
     std::unique_ptr<EventMonitorHandle>

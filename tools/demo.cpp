@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// vellumo_demo PROGRAM FOLDER [OPTION...]: what a person does with vellumo, on this display: reads
-// a page in Firefox, selects a sentence, double-taps Alt, asks a follow-up, closes the panel.
-// Prints the explanation and the note, and leaves pictures of the screen in the folder.
+// vellumo_demo PROGRAM FOLDER [OPTION...]: uses vellumo on this display: opens a page in Firefox,
+// selects a sentence, double-taps Alt, asks a follow-up, closes the panel. Prints the explanation
+// and the note, and writes pictures of the screen to the folder.
 #include "support/Desktop.h"
 #include "support/Program.h"
 #include "support/Waiting.h"
@@ -62,7 +62,7 @@ public:
         files_.append(file);
     }
 
-    /// The picture of a state that has come to rest: nothing moves for a moment.
+    /// Takes a picture when the screen has stopped changing.
     void takeAtRest(const QString &name)
     {
         QImage last;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// Shows the cards of the first run for the eye: onboarding_gallery FOLDER [TEXT-SCALE [WxH]] writes
-// one picture for each card, state, language and look.
+// Draws the cards of the first run for review: onboarding_gallery FOLDER [TEXT-SCALE [WxH]] writes
+// one picture for each card, state, language and appearance.
 
 #include "onboarding/OnboardingDesk.h"
 #include "ui/ApplicationFonts.h"

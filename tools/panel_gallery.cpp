@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// Shows the panel's states for the eye: panel_gallery STATE [--zh] [--step ms]. It stays until it
-// is ended or its input is closed; each line of input shows another state.
+// Shows the panel's states for review: panel_gallery STATE [--zh] [--step ms]. Each line of input
+// shows another state; the program ends with its input.
 
 #include "NoMonitors.h"
 #include "panel/ResultPanelController.h"
@@ -118,7 +118,7 @@ private:
     ConsentDialog &dialog_;
 };
 
-/// Prints how long it took from a command until the next frame was painted.
+/// Prints the time from a command until the next frame was painted.
 void measure(const QString &state, Gallery &gallery)
 {
     QElapsedTimer timer;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// Shows the notes pill's states for the eye: pill_gallery [--zh]. Each line of input shows another
-// state, until "quit" or the end of the input. Each frame's cost is printed.
+// Shows the pill's states for review: pill_gallery [--zh]. Each line of input shows another state,
+// until "quit" or the end of the input. Prints the cost of each frame.
 
 #include "NoMonitors.h"
 #include "pill/NotesEntranceController.h"
@@ -61,7 +61,7 @@ QList<ReadingNote> longNotes()
     return notes;
 }
 
-/// Making them takes longer than showing them: they are kept for the next time.
+/// Cached, since creating the notes takes longer than showing them.
 const QList<ReadingNote> &manyNotes(int count)
 {
     static QHash<int, QList<ReadingNote>> made;
@@ -106,7 +106,7 @@ void show(const QString &state, NotesEntranceController &entrance)
     }
 }
 
-/// Prints how long it took from a command until each following frame was painted.
+/// Prints the time from a command until each following frame was painted.
 void watchFrames(const QElapsedTimer &sinceCommand)
 {
     const auto windows = QGuiApplication::allWindows();

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// vellumo_soak PROGRAM MINUTES SEED: a person who reads for so long, in a hurry and with a bad
-// service: selects, double-taps, asks, scrolls, closes, switches applications and screens. What
-// happens is chosen by the seed. Ends with what vellumo holds at the beginning, half-way and at the
-// end, and with the notes in its file against those that were made.
+// vellumo_soak PROGRAM MINUTES SEED: simulates a hasty user with an unreliable service: selects,
+// double-taps, asks, scrolls, closes, switches applications and screens, in an order determined by
+// the seed. Ends with the resources of vellumo at the beginning, half-way and at the end, and with
+// the number of notes in its file compared with those made.
 #include "HeldResources.h"
 #include "support/Desktop.h"
 #include "support/Editor.h"
@@ -63,11 +63,11 @@ public:
     }
 
     [[nodiscard]] bool start();
-    /// One reading or one of the other things that happen; what went wrong, or nothing.
+    /// Runs one explanation or another action. Returns a description of a failure, or nothing.
     [[nodiscard]] QString round();
     [[nodiscard]] QString end();
 
-    /// What is in front, for a round that went wrong.
+    /// Returns the window in front, for the report of a failure.
     [[nodiscard]] QString scene() const
     {
         const WindowId window = desktop_.activeWindow();
@@ -103,11 +103,11 @@ private:
         return std::uniform_int_distribution<int>(0, count - 1)(chance_);
     }
     [[nodiscard]] HttpAnswer answer();
-    /// Brings the editor to the front. A tap of Alt leaves its menu bar active, a click ends that.
+    /// Activates the editor. A tap of Alt leaves its menu bar active; the click ends that.
     [[nodiscard]] bool turnTo(size_t editor);
     [[nodiscard]] QString read();
     [[nodiscard]] QString readNothing();
-    /// Double-taps and closes what comes, after some questions.
+    /// Double-taps, asks some questions and closes the panel.
     [[nodiscard]] QString explain(bool isSelected);
     [[nodiscard]] QString askFollowUps();
     [[nodiscard]] QString close();
@@ -124,11 +124,11 @@ private:
     size_t front_ = 0;
     QSize screen_{1280, 800};
     int answers_ = 0;
-    bool wasAsked_ = false; ///< in the panel that is shown, which then has the keyboard
+    bool wasAsked_ = false; ///< a question was asked in the panel, which then has the keyboard
     qsizetype made_ = 0;
     qsizetype readings_ = 0;
-    qsizetype unread_ = 0; ///< something was selected and not read in its time
-    qsizetype strays_ = 0; ///< something was explained although nothing was selected
+    qsizetype unread_ = 0; ///< selections that were not read in time
+    qsizetype strays_ = 0; ///< explanations although nothing was selected
     qsizetype failures_ = 0;
     qsizetype followUps_ = 0;
     qsizetype screens_ = 0;
@@ -155,7 +155,7 @@ bool Soak::start()
         if (!editors_[i].open()) {
             return false;
         }
-        // both have one class and one title
+        // both windows have the same class and title
         for (const WindowId window : desktop_.windows(editorClass)) {
             if (!before.contains(window)) {
                 windows_[i] = window;
@@ -212,7 +212,7 @@ QString Soak::round()
 bool Soak::turnTo(size_t editor)
 {
     front_ = editor;
-    // a window manager may be about to give the keyboard back to another window
+    // the window manager may still give the keyboard to another window
     return waitUntil(
         [&] {
             if (!desktop_.activate(windows_[editor])) {
@@ -251,7 +251,7 @@ QString Soak::explain(bool isSelected)
         return u"no panel"_s;
     }
     bool isAnswered = false;
-    bool isRefused = false; // since nothing is selected
+    bool isRefused = false; // because nothing is selected
     const bool isOver = waitUntil([&] {
         const QString shown = vellumo_.panelText();
         isAnswered = shown.contains("Answer "_L1);
@@ -303,8 +303,8 @@ void Soak::scroll()
 {
     const auto panel = vellumo_.panel();
     for (int count = panel ? pick(6) : 0; count > 0; --count) {
-        // at its top: a short panel does not fill its window, and below it the wheel would reach
-        // the root window, where it changes the desktop
+        // near its top: a short panel does not fill its window, and below it the wheel would reach
+        // the root window, where it switches desktops
         const QRect place = desktop_.geometry(*panel);
         desktop_.click({place.center().x(), place.top() + 40}, 1, pick(2) == 0 ? 4 : 5);
     }
@@ -312,7 +312,7 @@ void Soak::scroll()
 
 QString Soak::close()
 {
-    // in the editor: beside it, window managers have a use of their own for clicks
+    // in the editor: outside of it, clicks have other meanings for window managers
     const QRect editor = desktop_.geometry(windows_[front_]);
     const QPoint elsewhere(editor.left() + 8, std::min(editor.bottom(), screen_.height() - 1) - 8);
     switch (pick(4)) {
@@ -331,7 +331,7 @@ QString Soak::close()
     default:
         desktop_.doubleTap();
     }
-    // a double tap as it goes would read once more
+    // a double tap while the panel closes would read again
     return vellumo_.waitForNoPanel(5s) || vellumo_.dismissPanel() ? QString()
                                                                   : u"the panel stayed"_s;
 }
@@ -384,7 +384,7 @@ QString Soak::end()
     return status == 0 ? QString() : u"vellumo did not end well"_s;
 }
 
-/// What vellumo holds, and how many notes it has made.
+/// Prints the resources of vellumo and the number of its notes.
 struct Held {
     HeldResources resources;
     qsizetype notes = 0;
@@ -441,7 +441,7 @@ int main(int argc, char **argv)
         }
         return held();
     };
-    // what is made once, such as windows, is there after some rounds of each kind
+    // after some rounds of each kind, everything that is created once exists, such as windows
     constexpr int warmUp = 80;
     constexpr int unlimited = std::numeric_limits<int>::max();
     figures = {readUntil(warmUp, deadline), readUntil(unlimited, halfTime),

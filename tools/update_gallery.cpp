@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// Shows the states of the update window for the eye: update_gallery FOLDER writes one picture for
-// each state, language and look.
+// Draws the states of the update window for review: update_gallery FOLDER writes one picture for
+// each state, language and appearance.
 
 #include "ui/ApplicationFonts.h"
 #include "ui/BilingualText.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// Shows the main window for the eye: window_gallery FOLDER [NAME...] writes a picture of each view,
-// or of those named, in each language and look.
+// Draws the main window for review: window_gallery FOLDER [NAME...] writes a picture of each view,
+// or of those named, in each language and appearance.
 
 #include "mainwindow/WindowDesk.h"
 #include "notes/NoteDates.h"
@@ -87,10 +87,10 @@ NoteWithContext longNote()
 
 struct View {
     QString name;
-    std::function<void(WindowDesk &)> prepare; ///< before the window is made
+    std::function<void(WindowDesk &)> prepare; ///< runs before the window is created
     std::function<void(WindowDesk &)> act = [](WindowDesk &) {};
     QSize size = {};
-    qreal textPoints = 0; ///< of the application's font, for large text
+    qreal textPoints = 0; ///< point size of the application's font, for large text
 };
 
 QList<View> views()
@@ -138,7 +138,7 @@ QList<View> views()
     };
     const auto refused = [](WindowDesk &desk) {
         desk.window.showService();
-        QCoreApplication::processEvents(); // the key comes
+        QCoreApplication::processEvents(); // delivers the key
         desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window,
                                          [](const auto &) {});
         desk.item("tryOut")->forceActiveFocus();
@@ -376,7 +376,7 @@ bool draw(const View &view, const QString &language, bool dark, const QString &f
         QGuiApplication::setFont(font);
     }
     view.prepare(desk);
-    QCoreApplication::processEvents(); // the session comes back
+    QCoreApplication::processEvents(); // restores the session
     desk.window.show();
     QQuickWindow *window = desk.window.window();
     if (window == nullptr) {

@@ -18,7 +18,7 @@ const QString connector = u"/v1/projects/stand-in/locations/here/services/vellum
 
 struct Operation {
     QString kind;
-    QStringList required; ///< variables that must be there
+    QStringList required; ///< required variables
     QStringList optional = {};
     QStringList ids = {}; ///< variables that are ids
 };
@@ -60,7 +60,7 @@ HttpAnswer json(const QByteArray &status, const QJsonObject &body)
             .body = QJsonDocument(body).toJson(QJsonDocument::Compact)};
 }
 
-/// The form of errors outside GraphQL.
+/// Returns an error in the form outside of GraphQL.
 HttpAnswer refusal(const QByteArray &status, const QString &message)
 {
     const int code = status.left(3).toInt();
@@ -95,7 +95,7 @@ bool isLowerCaseId(const QString &text)
     return !id.isNull() && id.toString(QUuid::WithoutBraces) == text;
 }
 
-/// What is wrong with the variables, if anything.
+/// Returns what is wrong with the variables; empty if nothing is.
 std::optional<QString> problem(const Operation &operation, const QJsonObject &variables)
 {
     for (const QString &name : operation.required) {
@@ -149,7 +149,7 @@ QList<std::pair<QString, QString>> Backend::environment() const
 
 HttpAnswer Backend::serve(const HttpReceived &request)
 {
-    // the path alone: a query may hold a key or an address
+    // only the path: a query may have a key or an address
     label_ = QString::fromUtf8(request.target.split('?').first());
     const HttpAnswer answer = route(request);
     if (onLine)
@@ -228,7 +228,7 @@ HttpAnswer Backend::refresh(const HttpReceived &request, const QUrlQuery &query)
     const auto uid = tables_.uidOfRefreshToken(QString::fromUtf8(request.body.mid(start.size())));
     if (!uid)
         return refusal("400 Bad Request", u"INVALID_REFRESH_TOKEN"_s);
-    // The old refresh token stays good: a client may end before it has kept the new one.
+    // The old refresh token stays valid: a client may end before it has stored the new one.
     return json("200 OK",
                 {{u"id_token"_s, tables_.newIdToken(*uid, tokenLifetime)},
                  {u"refresh_token"_s, tables_.newRefreshToken(*uid)},

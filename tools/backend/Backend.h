@@ -9,8 +9,8 @@
 namespace vellumo::test {
 
 /// Stands in for everything behind an account, on one loopback port: the web site's login page, the
-/// secure-token service, and the notes service with its four operations. Strict: what a client of
-/// ours would never send is refused and remembered as a complaint.
+/// secure-token service, and the notes service with its four operations. Requests that vellumo
+/// would never send are refused and recorded as complaints.
 class Backend : public QObject {
     Q_OBJECT
 
@@ -22,36 +22,36 @@ public:
         serverError, ///< status 500
         graphqlErrors, ///< status 200 with two errors, and nothing is stored
         tokenExpired, ///< every ID token counts as expired
-        cutAfterStoring, ///< the connection ends when all is done
+        cutAfterStoring, ///< the connection ends after everything is stored
         malformed, ///< status 200 with half an answer
     };
 
-    /// How far an operation has come.
+    /// Step of an operation.
     enum class Step : quint8 { received, stored };
 
-    /// The database is made when it is missing. Port 0 is any free one.
+    /// Creates the database if it is missing. Port 0 selects any free port.
     explicit Backend(const QString &database, quint16 port = 0);
 
     [[nodiscard]] static QString apiKey();
-    /// What a vellumo must have in its environment to use this backend.
+    /// Returns the environment variables with which vellumo uses this backend.
     [[nodiscard]] QList<std::pair<QString, QString>> environment() const;
     [[nodiscard]] QString dataConnectUrl() const;
     [[nodiscard]] quint16 port() const;
 
-    /// The fault of requests from now on; of the four operations and of token refreshes.
+    /// Sets the fault of later requests: of the four operations and of token refreshes.
     void fail(Fault fault) { fault_ = fault; }
     std::chrono::milliseconds slowness{2000};
     std::chrono::seconds tokenLifetime{3600};
 
     [[nodiscard]] BackendTables &tables() { return tables_; }
-    /// One line for each request that was not as agreed; no contents.
+    /// One line for each request of an unexpected form; no contents.
     [[nodiscard]] const QStringList &complaints() const { return complaints_; }
-    /// How many requests of this operation were understood, "token" for refreshes.
+    /// Returns the number of valid requests of this operation; "token" for refreshes.
     [[nodiscard]] int count(const QString &operation) const { return counts_.value(operation); }
 
     /// Called at each step of each of the four operations.
     std::function<void(const QString &operation, Step step)> onStep;
-    /// Called with one line for each request: what it was and how it went; no contents.
+    /// Called with one line for each request and its result; no contents.
     std::function<void(const QString &line)> onLine;
 
 private:
@@ -72,7 +72,7 @@ private:
     BackendTables tables_;
     HttpServer server_;
     Fault fault_ = Fault::none;
-    QString label_; ///< of the request that is being answered, for its line
+    QString label_; ///< label of the current request, for its line
     QStringList complaints_;
     QHash<QString, int> counts_;
 };

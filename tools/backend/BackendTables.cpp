@@ -32,7 +32,7 @@ constexpr auto tables = {
     "CREATE INDEX IF NOT EXISTS follow_ups_of_note ON follow_ups (note_id, created_at)",
 };
 
-/// 32 hexadecimal digits, as the real service writes ids.
+/// 32 hexadecimal digits, the real service's form of ids.
 QString newId()
 {
     return QUuid::createUuid().toString(QUuid::Id128);
@@ -63,8 +63,8 @@ BackendTables::BackendTables(const QString &file)
     database_.setDatabaseName(file);
     if (!database_.open())
         qFatal("cannot open %s: %s", qPrintable(file), qPrintable(database_.lastError().text()));
-    // Survives the process; a crash of the machine is not its concern.
-    run(u"PRAGMA journal_mode = WAL"_s).finish(); // a row that is not taken holds a lock
+    // Survives a crash of the process, not of the machine.
+    run(u"PRAGMA journal_mode = WAL"_s).finish(); // an unread row would hold a lock
     run(u"PRAGMA synchronous = OFF"_s);
     for (const char *table : tables)
         run(QString::fromLatin1(table));

@@ -12,8 +12,8 @@
 
 namespace vellumo::test {
 
-/// What the stand-in backend keeps: accounts, tokens, profiles, notes and follow-ups, in an SQLite
-/// file that outlives the process, however it ends. A file that cannot be used ends the process.
+/// The data of the stand-in backend: accounts, tokens, profiles, notes and follow-ups, in an SQLite
+/// file that survives a crash of the process. A file that cannot be used ends the process.
 class BackendTables {
 public:
     explicit BackendTables(const QString &file);
@@ -23,22 +23,22 @@ public:
     BackendTables(BackendTables &&) = delete;
     BackendTables &operator=(BackendTables &&) = delete;
 
-    /// The account's id; one that is not known yet is made.
+    /// Returns the account's id, creating the account if it is new.
     QString uidOf(const QString &email);
     QString newRefreshToken(const QString &uid);
     QString newIdToken(const QString &uid, std::chrono::seconds lifetime);
     [[nodiscard]] std::optional<QString> uidOfRefreshToken(const QString &token);
-    /// Absent also when the token's time is over.
+    /// Absent also when the token has expired.
     [[nodiscard]] std::optional<QString> uidOfIdToken(const QString &token);
     void expireIdTokens();
 
-    // Each answers what went wrong, as the database of the real service would say it, or nothing.
+    // Each returns the error message of the real service's database, or nothing.
     std::optional<QString> upsertProfile(const QString &uid, const QJsonObject &variables);
     std::optional<QString> createNote(const QString &uid, const QJsonObject &variables);
     std::optional<QString> addFollowUp(const QString &uid, const QJsonObject &variables);
 
     [[nodiscard]] int noteCount(const QString &uid);
-    /// The user's notes as the ListNotes operation answers them, oldest first.
+    /// Returns the user's notes in the form of the ListNotes operation, oldest first.
     [[nodiscard]] QJsonArray notes(const QString &uid);
     [[nodiscard]] QJsonObject profile(const QString &uid);
 
@@ -50,7 +50,7 @@ private:
 
     QSqlDatabase database_;
     std::map<QString, QSqlQuery> prepared_; ///< by statement
-    qint64 lastTime_ = 0; ///< microseconds since 1970; no two rows get the same
+    qint64 lastTime_ = 0; ///< microseconds since 1970; unique for each row
 };
 
 } // namespace vellumo::test

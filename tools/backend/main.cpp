@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// vellumo_backend [--data FILE] [--port PORT] [-- COMMAND [ARGUMENT...]]
-// Runs the stand-in backend. With a command it runs that beside it, configured to use it, and ends
-// with its exit status; otherwise it prints the configuration and serves until it is ended.
+// vellumo_backend [--data FILE] [--port PORT] [-- COMMAND [ARGUMENT...]]: runs the stand-in
+// backend. A command is run with the environment to use it, and its exit status is returned;
+// otherwise the configuration is printed and the backend serves until it is ended.
 #include "backend/Backend.h"
 
 #include <QCommandLineParser>
@@ -24,7 +24,7 @@ void print(const QString &line)
     std::fflush(stdout);
 }
 
-/// Runs the command until it ends; it does not outlive this process.
+/// Runs the command until it ends. It is terminated with this process.
 int runBeside(const Backend &backend, const QStringList &command)
 {
     QProcess process;
