@@ -1,11 +1,11 @@
-# How everything is compiled: language level, strict Qt, warnings, sanitizers, compiler cache.
+# Compiler settings: language level, strict Qt, warnings, sanitizers, hardening, compiler cache.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_AUTOMOC ON)
-# Meta-object code needs no built library; checks can have it without compiling anything.
+# Meta-object code does not depend on built libraries, so that checks can generate it alone.
 set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
@@ -15,8 +15,8 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    # Precompiled headers are cached only with this much sloppiness. Every clone has the same paths
-    # below its own folder, so that it shares what another has compiled.
+    # ccache needs this sloppiness for precompiled headers. Paths are relative to the clone, so that
+    # clones share cached objects.
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
         CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
@@ -46,18 +46,18 @@ if(VELLUMO_SANITIZE)
                         -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${VELLUMO_SANITIZE})
     if(VELLUMO_SANITIZE MATCHES "thread" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        # the standard library has fences, which the sanitizer does not understand
+        # the sanitizer does not support the standard library's fences
         add_compile_options(-Wno-tsan)
     endif()
     if(VELLUMO_SANITIZE MATCHES "undefined" AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-        # RapidJSON's stack begins as a null pointer, to which it adds
+        # RapidJSON adds to a null pointer in its empty stack
         add_compile_options(-fno-sanitize=pointer-overflow)
     endif()
 else()
     add_compile_options(-fstack-protector-strong)
     add_link_options(-Wl,-z,relro,-z,now -Wl,--as-needed)
-    # What is released turns a slip with memory into an end of the program. scripts/check looks at
-    # the binary for it.
+    # Hardening: memory errors end the program instead of being exploitable. `scripts/check binary`
+    # verifies it.
     include(CheckCXXCompilerFlag)
     add_compile_options($<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE>)
     add_compile_definitions($<$<NOT:$<CONFIG:Debug>>:_FORTIFY_SOURCE=3>

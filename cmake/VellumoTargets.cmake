@@ -14,8 +14,8 @@ function(vellumo_library name)
 endfunction()
 
 # vellumo_qml_library(NAME URI uri SOURCES file... QML_FILES file... [RESOURCES file...]
-# [LINK target...]): a library with a face. Singletons are marked by the caller before the call.
-# Sources lie in the library's folder. The module is compiled in: no plugin is loaded, and an engine
+# [LINK target...]): a library with a QML module. Singletons are marked by the caller before the call.
+# Sources are in the library's folder. The module is compiled in: no plugin is loaded, and an engine
 # needs only the import path qrc:/qt/qml.
 function(vellumo_qml_library name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "SOURCES;QML_FILES;RESOURCES;IMPORTS;LINK")
@@ -34,8 +34,8 @@ function(vellumo_qml_library name)
         QML_FILES ${arg_QML_FILES}
         RESOURCES ${arg_RESOURCES}
         IMPORTS ${arg_IMPORTS})
-    # What is generated does not follow our warnings. What the QML compiler writes is compiled as one:
-    # most of the time goes into Qt's headers, which each of its files includes.
+    # Generated code does not follow our warnings. The QML compiler's files are compiled as one: most
+    # of the time goes into Qt's headers, which each of them includes.
     get_target_property(sources ${name} SOURCES)
     set(registrations ${sources})
     list(FILTER registrations INCLUDE REGEX "_qmltyperegistrations")
@@ -50,7 +50,7 @@ function(vellumo_qml_library name)
     target_sources(${name} PRIVATE ${combined})
     # the generated type registration includes the headers by their bare names
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
-    # Nothing calls the registration by name; without this the linker would leave it out.
+    # Nothing references the registration, so the linker would omit it.
     string(REPLACE "." "_" symbol "qml_register_types_${arg_URI}")
     string(LENGTH ${symbol} length)
     target_link_options(${name} INTERFACE "LINKER:-u,_Z${length}${symbol}v")

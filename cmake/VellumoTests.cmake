@@ -2,11 +2,11 @@
 #              [TIMEOUT seconds] [LABELS label...] [SERIAL] [QUICK] [WIDGETS])
 # A Qt Test executable. Without DESKTOP it runs offscreen and needs no display; with it, it runs on
 # a private headless desktop: X server, session bus, accessibility bus, window manager. SERIAL is for
-# tests whose figures are wrong when something else runs beside them, QUICK for tests that show Qt
-# Quick windows, themselves or in a program that they start, WIDGETS for those that link Qt Widgets.
-# What has threads of its own has the label `threads`, and runs under the thread sanitizer as well.
+# tests whose timing is disturbed by others, QUICK for tests that show Qt Quick windows, themselves or
+# in a program that they start, WIDGETS for tests that link Qt Widgets. Tests of code with threads have
+# the label `threads` and also run under the thread sanitizer.
 
-# Qt's software renderer never deletes the textures of images, which reads as a leak at exit.
+# Qt's software renderer never deletes the textures of images, which is reported as a leak at exit.
 set(vellumo_quick_environment ASAN_OPTIONS=detect_leaks=0)
 
 # All tests with threads.
@@ -18,7 +18,7 @@ target_link_libraries(vellumo_test_options INTERFACE Qt6::Gui Qt6::Network Qt6::
 target_compile_options(vellumo_test_options INTERFACE
     -UQT_TESTCASE_BUILDDIR -UQT_TESTCASE_SOURCEDIR)
 if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
-    # its QTRY_ macros convert times to shorter integers, in the code that uses them
+    # its QTRY_ macros narrow integers in the code that uses them
     target_compile_options(vellumo_test_options INTERFACE -Wno-conversion)
 endif()
 
@@ -60,7 +60,7 @@ function(vellumo_test name)
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
             "TSAN_OPTIONS=halt_on_error=1:die_after_fork=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp")
     endif()
-    # a crash ends the test at once: the dump of the stack may wait for ever for the heap's lock
+    # end at once after a crash: dumping the stack may deadlock on the heap's lock
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QTEST_DISABLE_STACK_DUMP=1)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}"
         RUN_SERIAL "${arg_SERIAL}")

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash disable=SC2034
 #
-# Sourced by the scripts beside it: the Debian packages that each task needs, and their installation.
+# Sourced by the scripts: the Debian packages that each task needs, and their installation.
 
 packages_build=(
     cmake ninja-build g++ ccache pkg-config
@@ -13,17 +13,17 @@ packages_build=(
     libxcb-res0-dev libxcb-shape0-dev libxcb-ewmh-dev libxcb-damage0-dev libxcb-shm0-dev
     libxkbcommon-dev libxkbcommon-x11-dev
 )
-# What the program needs while it runs, beyond the libraries that the development packages bring.
+# Runtime dependencies beyond the libraries of the development packages.
 packages_run=(
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-window
     qt6-translations-l10n at-spi2-core dbus xdg-utils
     fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
 )
-# A headless desktop, and a browser to read in.
+# A headless desktop with a browser.
 packages_desktop=(
     xvfb dbus-x11 openbox x11-utils x11-xserver-utils firefox-esr
 )
-# The stand-in backend keeps its tables in SQLite.
+# The stand-in backend uses SQLite.
 packages_backend=(libqt6sql6-sqlite desktop-file-utils)
 packages_test=(
     "${packages_desktop[@]}" "${packages_backend[@]}" qml6-module-qttest
@@ -31,13 +31,13 @@ packages_test=(
     chromium epiphany-browser mousepad gnome-text-editor evince xterm
     desktop-file-utils appstream libglib2.0-bin
 )
-# To make a package and to look at what is installed.
+# Building a package and checking its installation.
 packages_package=(dpkg-dev file desktop-file-utils appstream libglib2.0-bin)
-# The fuzzer itself comes with the compiler's runtime libraries.
+# libFuzzer is part of the compiler's runtime libraries.
 packages_fuzz=(clang libclang-rt-dev)
 packages_check=(clang-format clang-tidy shellcheck python3-graphql-core python3-yaml)
 
-# install_packages NAME...: installs those that are missing; quick when there are none.
+# install_packages NAME...: installs missing packages; returns quickly when there are none.
 install_packages() {
     local -A present=()
     local name status missing=() as_root=()
