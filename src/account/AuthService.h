@@ -86,13 +86,13 @@ public:
     void idToken(QObject *context, IdTokenCompletion completion) override;
 
 Q_SIGNALS:
-    /// A session of an earlier run has been restored: soon after the start, or when a keyring that
-    /// was closed or slow has become readable.
+    /// Emitted when a session of an earlier run was restored: soon after the start, or when a
+    /// closed or slow keyring has become readable.
     void restored();
     void userChanged();
     void isWorkingChanged();
     void problemChanged();
-    /// `message` is the text for the user.
+    /// Emitted when a sign-in of a view fails; `message` is the text for the user.
     void signInFailed(const QString &message);
 
 private:

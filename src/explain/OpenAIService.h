@@ -23,8 +23,8 @@ public:
     /// Session and clock must outlive the service and its requests.
     OpenAIService(ServiceEndpoint endpoint, HttpSession &session, Clock &clock);
 
-    /// If set, asked before each request for a token to send along, where the endpoint accepts one.
-    /// The request goes out without a token that takes more than five seconds.
+    /// If set, called before each request for a token to include, if the endpoint accepts one. A
+    /// token that takes longer than five seconds is omitted.
     TokenProvider firebaseTokenProvider;
 
     void explain(const ExplanationRequest &request, QObject *context,

@@ -16,7 +16,7 @@ namespace {
 /// For servers that need no key but expect the header.
 const QString placeholderKey = u"none"_s;
 
-/// The path below the base; empty if that is no URL.
+/// Returns the path appended to the base; empty if the result is not a URL.
 QUrl joined(const QString &base, const QString &path)
 {
     const QUrl url(base.endsWith(u'/') ? base + path : base + u'/' + path, QUrl::StrictMode);

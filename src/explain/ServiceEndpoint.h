@@ -9,40 +9,41 @@ namespace vellumo {
 
 class AppConfig;
 
-/// There is no service to ask: neither a proxy nor a key.
+/// Neither a proxy nor a key is configured.
 struct MissingKeyError { };
 
-/// One chat-completions service: the address that questions are posted to, what authorizes them
-/// there, and the model. A credential belongs to origin() and is sent nowhere else.
+/// A chat-completions service: the URL of its requests, their authorization, and the model. The
+/// credential belongs to origin() and is sent to no other server.
 class ServiceEndpoint {
 public:
-    /// Base address and model where nothing else is configured or entered.
+    /// Base address and model that are used where none is configured or entered.
     static const QString defaultBase;
     static const QString defaultModel;
 
-    /// The proxy of VELLUMO_PROXY_URL with VELLUMO_CLIENT_TOKEN, else OPENAI_BASE_URL with
+    /// Returns the proxy of VELLUMO_PROXY_URL with VELLUMO_CLIENT_TOKEN, else OPENAI_BASE_URL with
     /// OPENAI_API_KEY.
     [[nodiscard]] static Result<ServiceEndpoint, MissingKeyError>
     configured(const AppConfig &config);
 
-    /// The service that a user has entered, without its key: servers that need none are sent a
-    /// placeholder. Empty or blank parts stand for the defaults.
+    /// Returns a service that the user has entered, with a placeholder instead of a key, for
+    /// servers that need none. Empty or blank parts stand for the defaults.
     [[nodiscard]] static ServiceEndpoint entered(const QString &base, const QString &model);
 
-    /// The same service, asked with this key.
+    /// Returns the same service with this key.
     [[nodiscard]] ServiceEndpoint withKey(const QString &key) const;
 
-    /// Empty if the configured base is no address: each question fails as
-    /// HttpError::Kind::noAddress, and the key is not sent anywhere.
+    /// Returns the URL of requests. Empty if the configured base is not a URL: each question then
+    /// fails with HttpError::Kind::noAddress, and the key is not sent.
     [[nodiscard]] const QUrl &url() const { return url_; }
-    /// Scheme, host and port, as originOf() gives them.
+    /// Returns scheme, host and port in the form of originOf().
     [[nodiscard]] QString origin() const;
-    /// Host and port as a person reads them.
+    /// Returns host and port for display.
     [[nodiscard]] QString host() const;
-    /// Value of the Authorization header; "Bearer " where there is no token.
+    /// Returns the value of the Authorization header; "Bearer " without a token.
     [[nodiscard]] const QByteArray &authorization() const { return authorization_; }
     [[nodiscard]] const QString &model() const { return model_; }
-    /// Whether the service may be told who is signed in: the proxy and the default service only.
+    /// Returns whether the service may get the ID token of the signed-in user: the proxy and the
+    /// default service only.
     [[nodiscard]] bool acceptsFirebaseToken() const { return acceptsFirebaseToken_; }
 
 private:

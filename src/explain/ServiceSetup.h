@@ -47,7 +47,7 @@ public:
 
     /// Used for services that were not entered by the user.
     OpenAIService::TokenProvider tokenProvider;
-    /// What explains now; another one from each serviceChanged() on.
+    /// Creates the current service; serviceChanged() reports when to call it again.
     [[nodiscard]] std::unique_ptr<AIExplaining> makeService();
 
     [[nodiscard]] Use use() const;
@@ -69,7 +69,7 @@ public:
     [[nodiscard]] std::optional<ConfigurationFault> configurationFault() const;
     /// Returns the host and port that selections are sent to; empty for samples.
     [[nodiscard]] QString host() const;
-    /// Returns whether the service in use is told who is signed in.
+    /// Returns whether the current service gets the ID token of the signed-in user.
     [[nodiscard]] bool sendsToken() const;
 
     void useSamples();
@@ -100,7 +100,7 @@ private:
     [[nodiscard]] Entry own() const { return {base(), model(), {}}; }
     [[nodiscard]] std::unique_ptr<AIExplaining> configuredService();
     [[nodiscard]] KeyedService::Ready serviceOf(const Entry &entry) const;
-    /// Where questions go now; absent for samples.
+    /// Returns where questions are sent; absent for samples.
     [[nodiscard]] std::optional<ServiceEndpoint> endpoint() const;
     void apply();
 

@@ -48,12 +48,13 @@ public:
     [[nodiscard]] bool isRunning() const { return worker_.joinable(); }
     /// Starts an export. None may be running.
     void start(Order order);
-    /// finished() reports when it has stopped, or that the file was complete before.
+    /// Requests cancellation. finished() is emitted when the worker has stopped; the file may have
+    /// been complete before.
     void cancel() { isCancelled_ = true; }
 
 Q_SIGNALS:
-    // Both are emitted on the thread of this object.
-    /// Carries how many notes are written; at most twenty times a second.
+    // Both are emitted on this object's thread.
+    /// Emitted at most twenty times a second with the number of notes written so far.
     void progressed(qsizetype written);
     /// Emitted once for each start().
     void finished(const vellumo::NotesExport::Result &result);

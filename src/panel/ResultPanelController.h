@@ -48,12 +48,12 @@ public:
     void showFollowUpFailure(const QString &message) override;
 
 Q_SIGNALS:
-    /// Called for ErrorHelp::permission.
+    /// Emitted for ErrorHelp::permission.
     void accessibilityRequested();
-    /// What ErrorHelp::service and the mark of a sample lead to. They offer it only while something
-    /// is connected.
+    /// Emitted for ErrorHelp::service and the mark of a sample, which offer the action only while a
+    /// slot is connected.
     void serviceSettingsRequested();
-    /// The panel has left the screen, and its onDismiss has run.
+    /// Emitted when the panel was dismissed, after its onDismiss.
     void closed();
 
 private:

@@ -116,7 +116,7 @@ Q_SIGNALS:
     void shownChanged();
     void unsentTextChanged();
     void freshlyPresented();
-    /// The handler must call setFittingHeight() before it returns.
+    /// Emitted by fittingHeight(); the handler must call setFittingHeight().
     void fittingHeightRequested();
     void scrollToBottomRequested();
     void focusRequested();

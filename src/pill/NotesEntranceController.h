@@ -52,7 +52,7 @@ public:
     [[nodiscard]] const NotesPillModel &model() const { return *model_; }
 
 Q_SIGNALS:
-    /// The pill has been painted for the first time.
+    /// Emitted when the pill was painted for the first time.
     void appeared();
 
 private:

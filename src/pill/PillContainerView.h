@@ -44,7 +44,7 @@ public:
 
 Q_SIGNALS:
     void modeChanged();
-    /// Called when a press becomes a drag of the window.
+    /// Emitted when a press becomes a drag of the window.
     void dragStarted();
     void cursorChanged(bool isHand);
 

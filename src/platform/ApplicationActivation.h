@@ -16,7 +16,7 @@ public:
     using QObject::QObject;
 
 Q_SIGNALS:
-    /// The windows are about to come to the front.
+    /// Emitted before the windows come to the front.
     void willBecomeActive();
     void didBecomeActive();
 };

@@ -11,17 +11,17 @@ class QQmlEngine;
 /// Functions for the program's ordinary windows, as opposed to floating panels.
 namespace vellumo {
 
-/// Announces the ordinary windows of an engine, so that what applies to all of them, such as the
-/// keys of the menus, is in one place.
+/// Announces the ordinary windows of an engine, for code that applies to all of them, such as the
+/// shortcuts of the menus.
 class OrdinaryWindows final : public QObject {
     Q_OBJECT
 
 public:
-    /// Returns the one of this engine, which owns it.
+    /// Returns the object of this engine, which owns it.
     [[nodiscard]] static OrdinaryWindows &of(QQmlEngine &engine);
 
 Q_SIGNALS:
-    /// Emitted once with each new window, while it is hidden.
+    /// Emitted once for each new window, while it is hidden.
     void made(QWindow &window);
 
 private:

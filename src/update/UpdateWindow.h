@@ -63,7 +63,7 @@ public:
     bool raise();
     /// Shows in an open window that the page of the offer could not be opened.
     void showUnopenedPage();
-    /// Closes it without a signal.
+    /// Closes the window without emitting closedByUser().
     void close();
 
     /// Returns the window while it is shown; otherwise null.
@@ -93,7 +93,7 @@ Q_SIGNALS:
 
     void downloadRequested();
     void retryRequested();
-    /// The user closed the window. It is deleted already.
+    /// Emitted after the user closed the window, which is already deleted.
     void closedByUser();
 
 private:

@@ -23,8 +23,8 @@ public:
 
     explicit ApplicationInterface(QObject *parent = nullptr);
 
-    /// By name; to be set before offerOn(). They run from the event loop, after the caller has been
-    /// answered.
+    /// Actions by name, to be set before offerOn(). They run from the event loop, after the caller
+    /// has its reply.
     QHash<QString, std::function<void()>> actions;
 
     /// Registers the interface on this open bus and requests the program's name. Never blocks.
@@ -36,10 +36,10 @@ public:
     void activateAction(const QString &name, bool hasParameter);
 
 Q_SIGNALS:
-    // The first two are emitted from the event loop, after the caller has been answered.
+    // The first two are emitted from the event loop, after the caller has its reply.
     void activationRequested();
     void openRequested(const QStringList &urls);
-    /// Called when the name belongs to another process.
+    /// Emitted when the name belongs to another process.
     void nameTaken();
 
 private:
