@@ -27,7 +27,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr auto keychainPatience = 500ms;
+constexpr auto keychainTimeout = 500ms;
 constexpr auto requestTimeout = 60s;
 constexpr qint64 answerLimit = qint64{256} * 1024;
 constexpr double margin = 60; // minimum validity in seconds of a token that is returned
@@ -121,7 +121,7 @@ AuthService::AuthService(Collaborators collaborators, QObject *parent)
     , idTokenObtained_(distantPast)
 {
     with_.keychain.onReadable(this, [this] { keyringBecameReadable(); });
-    with_.clock.after(keychainPatience, this, [this] { settle(); });
+    with_.clock.after(keychainTimeout, this, [this] { settle(); });
     connect(&with_.texts, &BilingualText::languageChanged, this, &AuthService::problemChanged);
     if (isSignOutOwed()) {
         removeStoredSession();

@@ -17,7 +17,7 @@ namespace vellumo {
 namespace {
 
 /// Maximum time that a question waits for the keyring.
-constexpr auto keyPatience = 5s;
+constexpr auto keyTimeout = 5s;
 
 QString accountOf(const QString &origin)
 {
@@ -120,7 +120,7 @@ void ServiceKeys::whenKnown(const QString &origin, QObject *context,
     const auto waiter = std::make_shared<Waiter>(Waiter{origin, context, std::move(completion)});
     waiters_.append(waiter);
     if (placeOf(origin) == Place::awaited) {
-        clock_.after(keyPatience, this, [this, waiter] { answer(waiter); });
+        clock_.after(keyTimeout, this, [this, waiter] { answer(waiter); });
     } else {
         QMetaObject::invokeMethod(
             this, [this, waiter] { answer(waiter); }, Qt::QueuedConnection);

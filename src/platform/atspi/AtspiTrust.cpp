@@ -20,7 +20,7 @@ namespace {
 using namespace std::chrono_literals;
 
 // Maximum time that the start waits for the session bus, and for the switch's state.
-constexpr auto startPatience = 50ms;
+constexpr auto startTimeout = 50ms;
 constexpr int switchTimeoutMs = 3000;
 constexpr auto busyDelay = 1s; // before an unanswered query is repeated
 
@@ -76,7 +76,7 @@ AtspiTrust::AtspiTrust(SessionBus &session, DefaultsStore &defaults, TrustSettin
     connect(&session_, &SessionBus::opened, this, &AtspiTrust::watchSwitch);
     session_.open();
     if (hasConsent()) {
-        session_.waitUntilOpened(startPatience);
+        session_.waitUntilOpened(startTimeout);
     }
     starting_ = false;
 }
@@ -143,7 +143,7 @@ void AtspiTrust::watchSwitch()
             &AtspiTrust::onServiceOwnerChanged);
 
     const QDBusPendingCall call =
-        bus->asyncCall(getSwitch(), starting_ ? int(startPatience.count()) : switchTimeoutMs);
+        bus->asyncCall(getSwitch(), starting_ ? int(startTimeout.count()) : switchTimeoutMs);
     if (starting_) {
         QDBusPendingCall waiting = call;
         waiting.waitForFinished();

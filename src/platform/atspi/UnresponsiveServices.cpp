@@ -7,7 +7,7 @@ namespace vellumo {
 void UnresponsiveServices::noteTimeout(const QString &service, std::chrono::milliseconds waited)
 {
     until_.removeIf([](const auto &entry) { return entry.value().hasExpired(); });
-    if (waited >= leastPatience) {
+    if (waited >= minTimeout) {
         until_.insert(service, QDeadlineTimer(memory));
     }
 }

@@ -16,7 +16,7 @@ public:
     static constexpr std::chrono::milliseconds memory{1000};
 
     /// A timeout shorter than this does not mark the application as unresponsive.
-    static constexpr std::chrono::milliseconds leastPatience{80};
+    static constexpr std::chrono::milliseconds minTimeout{80};
 
     void noteTimeout(const QString &service, std::chrono::milliseconds waited);
     [[nodiscard]] bool contains(const QString &service) const;

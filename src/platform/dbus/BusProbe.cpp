@@ -54,7 +54,7 @@ private:
 
 } // namespace
 
-bool isSessionBusResponsive(std::chrono::milliseconds patience)
+bool isSessionBusResponsive(std::chrono::milliseconds timeout)
 {
     const QByteArray name = socketName();
     sockaddr_un address{};
@@ -76,7 +76,7 @@ bool isSessionBusResponsive(std::chrono::milliseconds patience)
         != hello.size()) {
         return true;
     }
-    const QDeadlineTimer deadline(patience);
+    const QDeadlineTimer deadline(timeout);
     pollfd waiting{socket.fd(), POLLIN, 0};
     int ready = 0;
     do {

@@ -10,6 +10,6 @@ namespace vellumo {
 /// that is stopped or hung still accepts connections, and D-Bus libraries then wait for half a
 /// minute, Qt's on the main thread. Blocks until the timeout. True without a bus and for an address
 /// of an uncommon form.
-[[nodiscard]] bool isSessionBusResponsive(std::chrono::milliseconds patience);
+[[nodiscard]] bool isSessionBusResponsive(std::chrono::milliseconds timeout);
 
 } // namespace vellumo

@@ -18,9 +18,9 @@ void SessionBus::open()
         [this] { finish(); });
 }
 
-void SessionBus::waitUntilOpened(std::chrono::milliseconds patience)
+void SessionBus::waitUntilOpened(std::chrono::milliseconds timeout)
 {
-    if (!finished_ && thread_ && thread_->wait(QDeadlineTimer(patience))) {
+    if (!finished_ && thread_ && thread_->wait(QDeadlineTimer(timeout))) {
         finish();
     }
 }

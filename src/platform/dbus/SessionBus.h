@@ -25,7 +25,7 @@ public:
 
     /// Blocks, without running an event loop, until the bus is open or opening has failed, at most
     /// for the timeout. opened() is emitted before this returns.
-    void waitUntilOpened(std::chrono::milliseconds patience);
+    void waitUntilOpened(std::chrono::milliseconds timeout);
 
     /// Returns the bus; absent before opened() and on a desktop without one.
     [[nodiscard]] std::optional<QDBusConnection> connection() const { return connection_; }

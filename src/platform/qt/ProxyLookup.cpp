@@ -56,14 +56,14 @@ QList<QNetworkProxy> ProxyLookup::ofSystem(const QUrl &url)
     return QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url));
 }
 
-ProxyLookup::ProxyLookup(System system, std::chrono::milliseconds patience)
+ProxyLookup::ProxyLookup(System system, std::chrono::milliseconds timeout)
     : system_(std::move(system))
     , mailbox_(std::make_shared<Mailbox>())
 {
     mailbox_->owner = this;
-    patience_.setSingleShot(true);
-    patience_.setInterval(patience);
-    patience_.callOnTimeout(this, &ProxyLookup::stopWaiting);
+    timeout_.setSingleShot(true);
+    timeout_.setInterval(timeout);
+    timeout_.callOnTimeout(this, &ProxyLookup::stopWaiting);
 }
 
 ProxyLookup::~ProxyLookup()
@@ -95,7 +95,7 @@ QList<QNetworkProxy> ProxyLookup::found(const QUrl &url) const
 
 void ProxyLookup::ask()
 {
-    patience_.start();
+    timeout_.start();
     // The thread may outlive this object, and the main thread at exit.
     std::thread([system = system_, mailbox = mailbox_, url = questions_.constFirst().url] {
         mailbox->deliver(originOf(url), system(url));
@@ -104,7 +104,7 @@ void ProxyLookup::ask()
 
 void ProxyLookup::take(const QString &origin, const QList<QNetworkProxy> &proxies)
 {
-    patience_.stop();
+    timeout_.stop();
     found_.insert(origin, proxies);
     if (std::exchange(isOverdue_, false)) {
         return; // abandoned

@@ -28,7 +28,7 @@ public:
     [[nodiscard]] static QList<QNetworkProxy> ofSystem(const QUrl &url);
 
     explicit ProxyLookup(System system = &ofSystem,
-                         std::chrono::milliseconds patience = std::chrono::seconds(5));
+                         std::chrono::milliseconds timeout = std::chrono::seconds(5));
     ~ProxyLookup() override;
     Q_DISABLE_COPY_MOVE(ProxyLookup)
 
@@ -54,7 +54,7 @@ private:
     static void complete(const Question &question);
 
     System system_;
-    QTimer patience_; ///< runs during the first lookup
+    QTimer timeout_; ///< runs during the first lookup
     bool isOverdue_ = false;
     QList<Question> questions_; ///< the first one is running
     QHash<QString, QList<QNetworkProxy>> found_; ///< by scheme, host and port

@@ -38,9 +38,9 @@ QList<QtHttpExchange *> exchangesOf(const QNetworkAccessManager &manager)
 
 } // namespace
 
-QtHttpSession::QtHttpSession(ProxyLookup::System proxies, std::chrono::milliseconds proxyPatience,
+QtHttpSession::QtHttpSession(ProxyLookup::System proxies, std::chrono::milliseconds proxyTimeout,
                              NetworkPlace::Source place)
-    : proxies_(std::move(proxies), proxyPatience)
+    : proxies_(std::move(proxies), proxyTimeout)
     , place_(std::move(place))
 {
 }

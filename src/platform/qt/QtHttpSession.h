@@ -19,7 +19,7 @@ namespace vellumo {
 class QtHttpSession : public HttpSession {
 public:
     explicit QtHttpSession(ProxyLookup::System proxies = &ProxyLookup::ofSystem,
-                           std::chrono::milliseconds proxyPatience = std::chrono::seconds(5),
+                           std::chrono::milliseconds proxyTimeout = std::chrono::seconds(5),
                            NetworkPlace::Source place = &NetworkPlace::current);
     /// Completes pending requests as cancelled.
     ~QtHttpSession() override;

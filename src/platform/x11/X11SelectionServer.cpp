@@ -20,7 +20,7 @@ namespace {
 constexpr qsizetype partSize = qsizetype{256} * 1024;
 
 /// A requestor that takes no part for this long is dropped.
-constexpr auto patience = 5s;
+constexpr auto transferTimeout = 5s;
 
 /// Maximum number of incremental transfers at once.
 constexpr size_t maxTransfers = 16;
@@ -46,9 +46,9 @@ X11SelectionServer::X11SelectionServer(X11Connection &connection, xcb_atom_t sel
     constexpr uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(connection_.xcb(), 0, window_, connection_.root(), 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &mask);
-    patience_.setInterval(1s);
-    connect(&patience_, &QTimer::timeout, this, [this] {
-        endTransfers([](const Transfer &transfer) { return transfer.patience.hasExpired(); });
+    expiryTimer_.setInterval(1s);
+    connect(&expiryTimer_, &QTimer::timeout, this, [this] {
+        endTransfers([](const Transfer &transfer) { return transfer.deadline.hasExpired(); });
     });
 }
 
@@ -242,8 +242,8 @@ bool X11SelectionServer::startTransfer(xcb_window_t requestor, xcb_atom_t proper
     xcb_change_window_attributes(connection_.xcb(), requestor, XCB_CW_EVENT_MASK, &mask);
     const auto size = static_cast<uint32_t>(value.bytes.size());
     setProperty(requestor, property, {connection_.atom("INCR"_ba), 32, bytesOf(size)}, 0, 4);
-    transfers_.push_back({requestor, property, value, 0, QDeadlineTimer(patience)});
-    patience_.start();
+    transfers_.push_back({requestor, property, value, 0, QDeadlineTimer(transferTimeout)});
+    expiryTimer_.start();
     return true;
 }
 
@@ -266,7 +266,7 @@ void X11SelectionServer::continueTransfer(xcb_window_t requestor, xcb_atom_t pro
     const auto length = std::min(partSize, transfer->value.bytes.size() - transfer->sent);
     setProperty(requestor, property, transfer->value, transfer->sent, length);
     transfer->sent += length;
-    transfer->patience = QDeadlineTimer(patience);
+    transfer->deadline = QDeadlineTimer(transferTimeout);
     if (length == 0) { // the empty part ends the transfer
         const Transfer *done = &*transfer;
         endTransfers([done](const Transfer &candidate) { return &candidate == done; });
@@ -289,7 +289,7 @@ void X11SelectionServer::endTransfers(const std::function<bool(const Transfer &)
         }
     }
     if (transfers_.empty()) {
-        patience_.stop();
+        expiryTimer_.stop();
     }
 }
 

@@ -50,7 +50,7 @@ private:
         xcb_atom_t property = XCB_ATOM_NONE;
         SelectionValue value;
         qsizetype sent = 0;
-        QDeadlineTimer patience;
+        QDeadlineTimer deadline;
     };
 
     [[nodiscard]] xcb_timestamp_t serverTime();
@@ -74,7 +74,7 @@ private:
     xcb_timestamp_t ownedSince_ = XCB_CURRENT_TIME;
     QList<Content> contents_;
     std::list<Transfer> transfers_;
-    QTimer patience_;
+    QTimer expiryTimer_;
 };
 
 } // namespace vellumo
