@@ -32,7 +32,7 @@ constexpr auto requestTimeout = 60s;
 constexpr qint64 answerLimit = qint64{256} * 1024;
 constexpr double margin = 60; // minimum validity in seconds of a token that is returned
 constexpr double defaultLifetime = 3600;
-constexpr double longestLifetime = 24 * 3600;
+constexpr double maxLifetime = 24 * 3600;
 constexpr double distantPast = -std::numeric_limits<double>::infinity();
 
 const QString defaultTokenHost = u"https://securetoken.googleapis.com"_s;
@@ -108,8 +108,7 @@ double lifetimeOf(const QString &text)
 {
     bool isNumber = false;
     const double seconds = text.toDouble(&isNumber);
-    return isNumber && std::isfinite(seconds) ? std::min(seconds, longestLifetime)
-                                              : defaultLifetime;
+    return isNumber && std::isfinite(seconds) ? std::min(seconds, maxLifetime) : defaultLifetime;
 }
 
 } // namespace

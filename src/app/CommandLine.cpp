@@ -107,9 +107,9 @@ std::variant<int, LaunchRequest> CommandLine::parse(const QStringList &arguments
         return EXIT_FAILURE;
     }
     const auto canBeOpened = [](const QString &url) {
-        return url.size() <= ApplicationInterface::longestUrl && isOwnUrl(url);
+        return url.size() <= ApplicationInterface::maxUrlLength && isOwnUrl(url);
     };
-    if (request.urls.size() > ApplicationInterface::mostUrls
+    if (request.urls.size() > ApplicationInterface::maxUrls
         || !std::all_of(request.urls.begin(), request.urls.end(), canBeOpened)) {
         printDiagnostic(u"only addresses that begin with vellumo: can be opened"_s);
         return EXIT_FAILURE;

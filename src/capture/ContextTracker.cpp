@@ -22,7 +22,7 @@ constexpr std::array lookAgainAfter{60ms, 200ms, 600ms, 1500ms};
 /// Delay after the start, when other work is more urgent.
 constexpr auto wakeAfter = 1500ms;
 /// Applications have set their window titles by then.
-constexpr auto longestSearch = 3s;
+constexpr auto maxSearchTime = 3s;
 /// Maximum time that a repeated query blocks the main thread.
 constexpr auto lookAgainTime = 100ms;
 
@@ -111,7 +111,7 @@ void ContextTracker::refine(QObject *receiver, Refined refined)
             clock_.after(delay, this, unlessOver(&ContextTracker::lookAgain));
         }
     }
-    clock_.after(longestSearch, this, unlessOver(&ContextTracker::endSearch));
+    clock_.after(maxSearchTime, this, unlessOver(&ContextTracker::endSearch));
 }
 
 void ContextTracker::endSearch()

@@ -10,7 +10,7 @@ namespace vellumo {
 namespace {
 
 /// Neither a double tap nor the delay before it is handled takes longer.
-constexpr auto longestGap = 500ms;
+constexpr auto maxGap = 500ms;
 
 } // namespace
 
@@ -39,7 +39,7 @@ void OptionTaps::note(const Event &event)
 
 std::optional<std::chrono::milliseconds> OptionTaps::sinceFirst() const
 {
-    if (!gap_ || *gap_ < 0ms || *gap_ > longestGap || sinceLast_.hasExpired(longestGap.count())) {
+    if (!gap_ || *gap_ < 0ms || *gap_ > maxGap || sinceLast_.hasExpired(maxGap.count())) {
         return std::nullopt;
     }
     return *gap_ + std::chrono::milliseconds(sinceLast_.elapsed());

@@ -23,7 +23,7 @@ constexpr auto snapshotTime = 150ms;
 constexpr auto copyTime = 350ms;
 // Without a known selection, "nothing selected" has to be reported within 250 ms.
 constexpr auto nothingTime = 210ms;
-constexpr auto shortestTime = 100ms; // with less time the copy would arrive after the deadline
+constexpr auto minCopyTime = 100ms; // with less time the copy would arrive after the deadline
 constexpr auto lateTime = 5s; // a copy that arrives later than this is not undone
 
 } // namespace
@@ -56,13 +56,13 @@ std::optional<QString> SyntheticCopy::textFrom(const RunningApplication &applica
     // Contents that cannot be restored are not replaced.
     const quint64 changeCount = pasteboard.changeCount();
     const auto before = pasteboard.items(budget_.selectionDeadline(snapshotTime));
-    if (!before || budget_.leftForSelection() < shortestTime) {
+    if (!before || budget_.leftForSelection() < minCopyTime) {
         return std::nullopt;
     }
     const bool isWorthWaiting = selection == Selection::Known || slowProcesses_.contains(process);
     const auto time = isWorthWaiting ? copyTime
                                      : std::clamp<std::chrono::milliseconds>(
-                                         nothingTime - budget_.elapsed(), shortestTime, copyTime);
+                                         nothingTime - budget_.elapsed(), minCopyTime, copyTime);
     if (!desktop_.keys.postCopy(process)
         || !pasteboard.waitForOwner(process, changeCount, budget_.selectionDeadline(time))) {
         expectLate(process, changeCount, *before);
@@ -95,7 +95,7 @@ bool SyntheticCopy::waitForMenusToClose()
     if (budget_.areMenusClosed) {
         return true;
     }
-    const auto time = budget_.leftForSelection() - ReadingBudget::menuSettleTime - shortestTime;
+    const auto time = budget_.leftForSelection() - ReadingBudget::menuSettleTime - minCopyTime;
     if (time < 0ms || !desktop_.events.waitForRelease(ModifierFlag::Option, QDeadlineTimer(time))) {
         return false;
     }

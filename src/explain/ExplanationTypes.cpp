@@ -8,13 +8,13 @@
 namespace vellumo {
 
 namespace {
-constexpr int longestSingleSentence = 180; // characters as the user perceives them
+constexpr int maxSentenceLength = 180; // characters as the user perceives them
 }
 
 SelectedTextKind ExplanationRequest::kind() const
 {
     const QStringView trimmed = QStringView(text).trimmed();
-    if (hasMoreGraphemesThan(trimmed, longestSingleSentence) || trimmed.contains(u'\n')) {
+    if (hasMoreGraphemesThan(trimmed, maxSentenceLength) || trimmed.contains(u'\n')) {
         return SelectedTextKind::paragraph;
     }
     // Full-width question and exclamation marks do not count as the end of a sentence.

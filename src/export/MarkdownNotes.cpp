@@ -16,7 +16,7 @@ namespace vellumo::MarkdownNotes {
 
 namespace {
 
-constexpr qsizetype longestTitle = 80; ///< in UTF-16 units
+constexpr qsizetype maxTitleLength = 80; ///< in UTF-16 units
 
 /// Characters that are markup anywhere in a line.
 bool isMarkup(QChar c)
@@ -60,13 +60,13 @@ void appendLine(QString &result, QStringView line)
 std::pair<QString, bool> titleOf(const QString &text)
 {
     const QString trimmed =
-        writableText(text.first(std::min(text.size(), 4 * longestTitle))).simplified();
-    const bool isWhole = text.size() <= longestTitle && !text.trimmed().contains(u'\n');
-    if (trimmed.size() <= longestTitle) {
+        writableText(text.first(std::min(text.size(), 4 * maxTitleLength))).simplified();
+    const bool isWhole = text.size() <= maxTitleLength && !text.trimmed().contains(u'\n');
+    if (trimmed.size() <= maxTitleLength) {
         return {trimmed, isWhole && trimmed == writableText(text).trimmed()};
     }
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, trimmed);
-    finder.setPosition(longestTitle);
+    finder.setPosition(maxTitleLength);
     const qsizetype end = finder.isAtBoundary() ? finder.position() : finder.toPreviousBoundary();
     return {trimmed.first(std::max<qsizetype>(end, 1)) + u'…', false};
 }

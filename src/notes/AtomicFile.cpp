@@ -49,13 +49,13 @@ QString problem(const QString &action, const QString &path)
 
 bool writeAll(int descriptor, const QList<QByteArray> &pieces)
 {
-    constexpr qsizetype most = 512; // below IOV_MAX of all systems
+    constexpr qsizetype maxParts = 512; // below IOV_MAX of all systems
     qsizetype next = 0;
     qsizetype written = 0; // number of bytes written of the next piece
     while (next < pieces.size()) {
-        std::array<iovec, most> parts{};
+        std::array<iovec, maxParts> parts{};
         int count = 0;
-        for (qsizetype i = next; i < pieces.size() && count < most; ++i, ++count) {
+        for (qsizetype i = next; i < pieces.size() && count < maxParts; ++i, ++count) {
             const qsizetype skipped = i == next ? written : 0;
             parts[static_cast<size_t>(count)] = {
                 const_cast<char *>(pieces.at(i).constData() + skipped),

@@ -116,9 +116,9 @@ QByteArray encodedKey(const QString &key)
 
 QByteArray encodedStates(const NoteSyncStates &states)
 {
-    constexpr qsizetype usualSize = 112;
+    constexpr qsizetype typicalSize = 112;
     QByteArray text;
-    text.reserve(states.size() * usualSize);
+    text.reserve(states.size() * typicalSize);
     text.append('{');
     const char *separator = "\n    ";
     for (auto state = states.begin(); state != states.end(); ++state) {

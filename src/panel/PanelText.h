@@ -17,11 +17,11 @@ namespace vellumo::panelText {
     return presentableLine(text, 200);
 }
 /// A longer follow-up question is rejected with a request to shorten it.
-constexpr qsizetype longestQuestion = 20000;
+constexpr qsizetype maxQuestionLength = 20000;
 
 [[nodiscard]] inline QString question(const QString &text)
 {
-    return presentableText(text, longestQuestion);
+    return presentableText(text, maxQuestionLength);
 }
 [[nodiscard]] inline QString answer(const QString &text)
 {

@@ -134,7 +134,7 @@ void ResultPanelView::openServiceSettings()
 
 bool ResultPanelView::isTooLong(const QString &draft) const
 {
-    return draft.size() > panelText::longestQuestion;
+    return draft.size() > panelText::maxQuestionLength;
 }
 
 bool ResultPanelView::submitFollowUp(const QString &draft)

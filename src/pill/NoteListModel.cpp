@@ -9,7 +9,7 @@ namespace vellumo {
 namespace {
 
 /// Longer than the line of a card in the narrowest letters.
-constexpr qsizetype mostShown = 200;
+constexpr qsizetype maxShownLength = 200;
 
 } // namespace
 
@@ -33,10 +33,10 @@ QVariant NoteListModel::data(const QModelIndex &index, int role) const
     const ReadingNote &note = notes_[index.row()];
     switch (role) {
     case SourceText:
-        return presentableLine(note.sourceText, mostShown);
+        return presentableLine(note.sourceText, maxShownLength);
     case Detail:
         return presentableLine(note.explanation.isEmpty() ? note.translation : note.explanation,
-                               mostShown);
+                               maxShownLength);
     case FollowUps:
         return static_cast<int>(note.followUps.size());
     default:

@@ -10,8 +10,8 @@ namespace vellumo {
 
 namespace {
 
-constexpr qsizetype longestVersion = 64;
-constexpr qsizetype longestEpoch = 9;
+constexpr qsizetype maxVersionLength = 64;
+constexpr qsizetype maxEpochLength = 9;
 
 bool isDigit(char c)
 {
@@ -99,7 +99,7 @@ std::weak_ordering compareParts(QByteArrayView left, QByteArrayView right)
 
 std::optional<DebianVersion> DebianVersion::fromString(QStringView text)
 {
-    if (text.size() > longestVersion) {
+    if (text.size() > maxVersionLength) {
         return std::nullopt;
     }
     DebianVersion version;
@@ -108,7 +108,7 @@ std::optional<DebianVersion> DebianVersion::fromString(QStringView text)
     if (const qsizetype colon = version.upstream_.indexOf(':'); colon >= 0) {
         version.epoch_ = version.upstream_.first(colon);
         version.upstream_ = version.upstream_.sliced(colon + 1);
-        if (version.epoch_.isEmpty() || version.epoch_.size() > longestEpoch
+        if (version.epoch_.isEmpty() || version.epoch_.size() > maxEpochLength
             || !std::ranges::all_of(version.epoch_, isDigit)) {
             return std::nullopt;
         }

@@ -119,7 +119,7 @@ void UpdateController::send()
     with_.http.send({.url = source_.feed,
                      .timeout = 15s,
                      .totalTimeout = 30s,
-                     .bodyLimit = UpdateFeed::longest},
+                     .bodyLimit = UpdateFeed::maxSize},
                     request_.get(),
                     [this](const Result<HttpResponse, HttpError> &answer) { take(answer); });
 }

@@ -22,8 +22,8 @@ constexpr qsizetype base64SignatureSize = (Ed25519PublicKey::signatureSize + 2) 
 
 constexpr int knownFormat = 1;
 constexpr std::string_view product("app.vellumo.Vellumo");
-constexpr qsizetype longestNotes = 16384;
-constexpr qsizetype longestAddress = 2048;
+constexpr qsizetype maxNotesLength = 16384;
+constexpr qsizetype maxAddressLength = 2048;
 
 // Iterative, so that nesting cannot exhaust the stack.
 constexpr unsigned parseFlags =
@@ -51,14 +51,14 @@ const Value *member(const Value &object, const char *name)
     return found == object.MemberEnd() ? nullptr : &found->value;
 }
 
-std::optional<QString> textMember(const Value &object, const char *name, qsizetype longest)
+std::optional<QString> textMember(const Value &object, const char *name, qsizetype maxLength)
 {
     const Value *value = member(object, name);
     if (value == nullptr || !value->IsString()) {
         return std::nullopt;
     }
     const QString result = QString::fromUtf8(view(*value));
-    if (result.size() > longest) {
+    if (result.size() > maxLength) {
         return std::nullopt;
     }
     return result;
@@ -78,13 +78,13 @@ std::optional<QDate> dateMember(const Value &object, const char *name)
 
 std::optional<DebianVersion> versionMember(const Value &object)
 {
-    const auto written = textMember(object, "version", longestAddress);
+    const auto written = textMember(object, "version", maxAddressLength);
     return written ? DebianVersion::fromString(*written) : std::nullopt;
 }
 
 std::optional<QUrl> pageMember(const Value &object)
 {
-    const auto written = textMember(object, "page", longestAddress);
+    const auto written = textMember(object, "page", maxAddressLength);
     if (!written) {
         return std::nullopt;
     }
@@ -101,7 +101,7 @@ Result<QByteArrayView, FeedFault> signedBytes(QByteArrayView document, const Ed2
                                               const SignatureCheck &check)
 {
     const qsizetype bodyStart = heading.size() + base64SignatureSize + 1;
-    if (document.size() > UpdateFeed::longest || document.size() <= bodyStart
+    if (document.size() > UpdateFeed::maxSize || document.size() <= bodyStart
         || !document.startsWith(heading) || document[bodyStart - 1] != '\n') {
         return FeedFault::Unsigned;
     }
@@ -150,8 +150,8 @@ Result<UpdateFeed, FeedFault> UpdateFeed::fromSigned(QByteArrayView document,
     const auto newest = versionMember(feed);
     const auto released = dateMember(feed, "date");
     const auto expires = dateMember(feed, "expires");
-    const auto english = textMember(*notes, "en", longestNotes);
-    const auto chinese = textMember(*notes, "zh", longestNotes);
+    const auto english = textMember(*notes, "en", maxNotesLength);
+    const auto chinese = textMember(*notes, "zh", maxNotesLength);
     const auto address = pageMember(feed);
     if (!newest || !released || !expires || !english || !chinese || !address) {
         return FeedFault::Malformed;

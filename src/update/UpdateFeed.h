@@ -31,7 +31,7 @@ struct UpdateFeed {
     QUrl page; ///< page of the release; https
 
     /// Maximum size of a feed in bytes.
-    static constexpr qsizetype longest = 65536;
+    static constexpr qsizetype maxSize = 65536;
 
     /// Verifies and parses a feed. Nothing after the signature is parsed unless the signature is
     /// valid. `today` is the date in UTC.

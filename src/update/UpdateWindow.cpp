@@ -15,8 +15,8 @@ namespace vellumo {
 
 namespace {
 
-constexpr qsizetype longestShownNotes = 4000;
-constexpr qsizetype longestShownSite = 80;
+constexpr qsizetype maxShownNotes = 4000;
+constexpr qsizetype maxShownSite = 80;
 
 } // namespace
 
@@ -121,12 +121,12 @@ QString UpdateWindow::notes() const
         return {};
     }
     const QString notes = texts_.pick(offer_->englishNotes, offer_->chineseNotes);
-    return presentableText(notes, longestShownNotes).trimmed();
+    return presentableText(notes, maxShownNotes).trimmed();
 }
 
 QString UpdateWindow::site() const
 {
-    return offer_ ? presentableLine(offer_->page.host(QUrl::FullyEncoded), longestShownSite)
+    return offer_ ? presentableLine(offer_->page.host(QUrl::FullyEncoded), maxShownSite)
                   : QString();
 }
 

@@ -16,7 +16,7 @@ namespace vellumo {
 namespace {
 
 constexpr int firstRetryMs = 250;
-constexpr int longestRetryMs = 30'000;
+constexpr int maxRetryMs = 30'000;
 constexpr int addressTimeoutMs = 5000;
 
 /// Limits the size of a message. A larger one closes the connection, which is then reopened.
@@ -24,12 +24,12 @@ constexpr int addressTimeoutMs = 5000;
 /// of libdbus.
 void limitMessages(const QDBusConnection &bus)
 {
-    constexpr long mostBytes = 8L * 1024 * 1024;
+    constexpr long maxMessageBytes = 8L * 1024 * 1024;
     using SetLimit = void (*)(void *connection, long bytes);
     const auto setLimit =
         reinterpret_cast<SetLimit>(dlsym(RTLD_DEFAULT, "dbus_connection_set_max_message_size"));
     if (setLimit != nullptr && bus.internalPointer() != nullptr) {
-        setLimit(bus.internalPointer(), mostBytes);
+        setLimit(bus.internalPointer(), maxMessageBytes);
     }
 }
 
@@ -165,7 +165,7 @@ void AtspiBus::retryLater()
 {
     if (wanted_ && !retry_.isActive()) {
         retry_.start(retryDelayMs_);
-        retryDelayMs_ = std::min(retryDelayMs_ * 2, longestRetryMs);
+        retryDelayMs_ = std::min(retryDelayMs_ * 2, maxRetryMs);
     }
 }
 

@@ -43,7 +43,7 @@ QList<ObjectReference> PendingAnswer::objectsIn(const QDBusArgument &argument) c
 {
     QList<ObjectReference> objects;
     argument.beginArray();
-    while (!argument.atEnd() && objects.size() < mostObjects) {
+    while (!argument.atEnd() && objects.size() < maxObjects) {
         ObjectReference object;
         argument >> object;
         object = own(std::move(object));
@@ -88,9 +88,9 @@ PendingAnswer AtspiQuestion::send(const ObjectReference &object, const char *int
     message.setAutoStartService(false);
     ++callCount_;
     // even without a deadline one call must not hang
-    constexpr qint64 longestMs = 2000;
+    constexpr qint64 maxCallMs = 2000;
     const auto timeoutMs =
-        static_cast<int>(remaining < 0 ? longestMs : std::min(remaining, longestMs));
+        static_cast<int>(remaining < 0 ? maxCallMs : std::min(remaining, maxCallMs));
     return {*this, object.service, bus_.asyncCall(message, timeoutMs)};
 }
 

@@ -22,7 +22,7 @@ class AtspiQuestion;
 class PendingAnswer {
 public:
     /// Blocks until the reply and returns its first value; absent if the call failed or the reply
-    /// has another type. Lists of objects are limited to mostObjects, and objects of other services
+    /// has another type. Lists of objects are limited to maxObjects, and objects of other services
     /// are removed unless the registry was asked.
     template <typename T> [[nodiscard]] std::optional<T> value()
     {
@@ -34,7 +34,7 @@ public:
     /// asked.
     [[nodiscard]] std::optional<ObjectReference> objectOfAnyService();
 
-    static constexpr qsizetype mostObjects = 16384;
+    static constexpr qsizetype maxObjects = 16384;
 
     /// Blocks until the reply to sendGetProperty() and returns the property; absent as for value().
     template <typename T> [[nodiscard]] std::optional<T> property()

@@ -12,9 +12,9 @@ namespace vellumo {
 namespace {
 
 constexpr char16_t byteOrderMark = u'\uFEFF'; ///< some browsers pad characters beyond the BMP
-constexpr int deepestNesting = 64;
+constexpr int maxNesting = 64;
 /// More objects than the deadline allows to ask, few enough for the memory.
-constexpr size_t mostObjects = 4096;
+constexpr size_t maxEmbeddedObjects = 4096;
 
 /// How much of a text the enclosing range requests.
 enum class Extent : quint8 {
@@ -106,7 +106,7 @@ private:
 void Assembly::fill(Piece &root)
 {
     Level level{&root};
-    for (int depth = 0; depth < deepestNesting && !level.empty(); ++depth) {
+    for (int depth = 0; depth < maxNesting && !level.empty(); ++depth) {
         if (depth > 0) {
             chooseSlices(level);
         }
@@ -203,7 +203,7 @@ void Assembly::takeText(Slice &slice, const QString &text)
     const qsizetype objects = slice.text.count(objectReplacement);
     length_ += slice.text.size() - objects;
     objects_ += static_cast<size_t>(objects);
-    if (objects_ > mostObjects) {
+    if (objects_ > maxEmbeddedObjects) {
         isCertain_ = false;
         slice.text.clear();
         return;

@@ -9,12 +9,12 @@ namespace vellumo {
 namespace {
 
 // Maximum number of applications; the oldest guesses are the least useful.
-constexpr qsizetype mostApplications = 64;
-constexpr qsizetype mostAwakened = 1024;
+constexpr qsizetype maxApplications = 64;
+constexpr qsizetype maxAwakened = 1024;
 
 // Dragging the mouse causes dozens of changes; these reach back beyond a double tap.
 constexpr qint64 sameChangeMs = 20;
-constexpr qsizetype mostChanges = 32;
+constexpr qsizetype maxChanges = 32;
 
 void registerEvent(const QDBusConnection &bus, const QString &event)
 {
@@ -88,7 +88,7 @@ ObjectReference FocusEvents::focusedBefore(const QString &service) const
 
 void FocusEvents::remember(const ObjectReference &focused)
 {
-    if (focused_.size() >= mostApplications && !focused_.contains(focused.service)) {
+    if (focused_.size() >= maxApplications && !focused_.contains(focused.service)) {
         clear();
     }
     focused_.insert(focused.service, focused);
@@ -98,7 +98,7 @@ void FocusEvents::wake(const ObjectReference &object)
 {
     const QString key = object.service + object.path;
     if (bus_ && object.service != bus_->baseService() && !awakened_.contains(key)) {
-        if (awakened_.size() >= mostAwakened) {
+        if (awakened_.size() >= maxAwakened) {
             awakened_.clear();
         }
         awakened_.insert(key);
@@ -108,14 +108,14 @@ void FocusEvents::wake(const ObjectReference &object)
 
 void FocusEvents::noteSelectionChange(const QString &service)
 {
-    if (selectionChanges_.size() >= mostApplications && !selectionChanges_.contains(service)) {
+    if (selectionChanges_.size() >= maxApplications && !selectionChanges_.contains(service)) {
         selectionChanges_.clear();
     }
     QList<qint64> &times = selectionChanges_[service];
     const qint64 now = QDeadlineTimer::current().deadline();
     if (!times.isEmpty() && now - times.constLast() < sameChangeMs) {
         times.removeLast();
-    } else if (times.size() >= mostChanges) {
+    } else if (times.size() >= maxChanges) {
         times.removeFirst();
     }
     times.append(now);

@@ -11,7 +11,7 @@ namespace vellumo {
 namespace {
 
 // A walk costs two calls for each object, so that more would exceed the deadline.
-constexpr qsizetype mostObjectsWalked = 1500;
+constexpr qsizetype maxObjectsWalked = 1500;
 
 MatchRule focusedObjects()
 {
@@ -49,7 +49,7 @@ ObjectReference walkToFocused(const ObjectReference &frame, AtspiQuestion &quest
 {
     QList<ObjectReference> level{frame};
     qsizetype walked = 0;
-    while (!level.isEmpty() && !question.isAborted() && walked < mostObjectsWalked) {
+    while (!level.isEmpty() && !question.isAborted() && walked < maxObjectsWalked) {
         std::vector<PendingAnswer> childAnswers;
         for (const ObjectReference &object : std::as_const(level)) {
             childAnswers.push_back(question.send(object, Atspi::accessible, "GetChildren"));

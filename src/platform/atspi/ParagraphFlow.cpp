@@ -12,7 +12,7 @@ namespace {
 using Kind = SelectedText::Kind;
 
 // Empty paragraphs report no selection; a selection may span a few of them.
-constexpr int mostEmptyParagraphs = 8;
+constexpr int maxEmptyParagraphs = 8;
 
 struct Flow {
     QStringList texts; ///< in the order of the walk
@@ -26,7 +26,7 @@ Flow walk(const ObjectReference &start, quint32 direction, AtspiQuestion &questi
     int emptyInARow = 0;
     ObjectReference paragraph = relatedObject(start, direction, question);
     flow.hasNeighbours = !paragraph.isNull();
-    while (!paragraph.isNull() && emptyInARow < mostEmptyParagraphs) {
+    while (!paragraph.isNull() && emptyInARow < maxEmptyParagraphs) {
         auto pendingRanges = PendingRanges(paragraph, question);
         auto countAnswer = question.sendGetProperty(paragraph, Atspi::text, "CharacterCount");
         const auto selected = pendingRanges.take();

@@ -44,8 +44,8 @@ SelectedText textOf(const ObjectReference &object, const SelectedRanges &selecte
 SelectedText settledTextOf(const ObjectReference &object, SelectedRanges selected,
                            OffsetQuality offsets, AtspiQuestion &question)
 {
-    constexpr int mostAttempts = 4;
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    constexpr int maxAttempts = 4;
+    for (int attempt = 0; attempt < maxAttempts; ++attempt) {
         SelectedText text = textOf(object, selected, offsets, question);
         if (text.kind == Kind::Nothing || question.isAborted()) {
             return text;
@@ -62,9 +62,9 @@ SelectedText settledTextOf(const ObjectReference &object, SelectedRanges selecte
 /// Returns the document that contains the object; null outside of one.
 ObjectReference documentAround(const ObjectReference &object, AtspiQuestion &question)
 {
-    constexpr int deepestNesting = 48;
+    constexpr int maxNesting = 48;
     ObjectReference ancestor = object;
-    for (int depth = 0; depth < deepestNesting; ++depth) {
+    for (int depth = 0; depth < maxNesting; ++depth) {
         ancestor = question.sendGetProperty(ancestor, Atspi::accessible, "Parent")
                        .property<ObjectReference>()
                        .value_or(ObjectReference());

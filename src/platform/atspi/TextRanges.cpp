@@ -39,7 +39,7 @@ PendingRanges::PendingRanges(const ObjectReference &object, AtspiQuestion &quest
 std::optional<SelectedRanges> PendingRanges::take()
 {
     // Far more than a user selects; a broken application may report any number.
-    constexpr int mostRanges = 64;
+    constexpr int maxRanges = 64;
     const auto count = count_.value<int>();
     const QVariantList first = first_.wait();
     if (!count) {
@@ -50,7 +50,7 @@ std::optional<SelectedRanges> PendingRanges::take()
         addRange(selected, first);
     }
     std::vector<PendingAnswer> others;
-    for (int i = 1; i < std::min(*count, mostRanges); ++i) {
+    for (int i = 1; i < std::min(*count, maxRanges); ++i) {
         others.push_back(sendGetSelection(object_, i, question_));
     }
     for (PendingAnswer &other : others) {

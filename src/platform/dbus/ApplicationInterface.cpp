@@ -96,9 +96,9 @@ void ApplicationInterface::activate()
 
 void ApplicationInterface::open(const QStringList &urls)
 {
-    const bool isTooMuch = urls.size() > mostUrls
+    const bool isTooMuch = urls.size() > maxUrls
         || std::any_of(urls.begin(), urls.end(),
-                       [](const QString &url) { return url.size() > longestUrl; });
+                       [](const QString &url) { return url.size() > maxUrlLength; });
     if (isTooMuch) {
         refuse(u"More than can be opened at once"_s);
     } else {

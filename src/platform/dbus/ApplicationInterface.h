@@ -18,8 +18,8 @@ class ApplicationInterface : public QObject, protected QDBusContext {
     Q_OBJECT
 
 public:
-    static constexpr qsizetype mostUrls = 16; ///< per call
-    static constexpr qsizetype longestUrl = 65'536;
+    static constexpr qsizetype maxUrls = 16; ///< per call
+    static constexpr qsizetype maxUrlLength = 65'536;
 
     explicit ApplicationInterface(QObject *parent = nullptr);
 

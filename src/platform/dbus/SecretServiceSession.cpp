@@ -32,8 +32,8 @@ unsigned char *bytes(QByteArray &array)
 
 bool canBeProcessed(const QByteArray &value)
 {
-    constexpr auto most = std::numeric_limits<int>::max() - static_cast<int>(cipher::blockSize);
-    return value.size() <= most;
+    constexpr auto maxSize = std::numeric_limits<int>::max() - static_cast<int>(cipher::blockSize);
+    return value.size() <= maxSize;
 }
 
 QByteArray blank(std::size_t size)

@@ -13,7 +13,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr auto shortestSleep = 1s; // the two clocks are not read at the same instant
+constexpr auto minSleep = 1s; // the two clocks are not read at the same instant
 
 std::chrono::nanoseconds now(clockid_t clock)
 {
@@ -38,7 +38,7 @@ NetworkPlace NetworkPlace::current()
 
 bool NetworkPlace::isLeft(const NetworkPlace &now) const
 {
-    return now.slept - slept >= shortestSleep || now.addresses != addresses;
+    return now.slept - slept >= minSleep || now.addresses != addresses;
 }
 
 } // namespace vellumo

@@ -22,7 +22,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr int mostRedirects = 5;
+constexpr int maxRedirects = 5;
 constexpr qint64 readAhead = qint64{256} * 1024; // maximum number of unread bytes
 
 HttpError::Kind kindOf(QNetworkReply::NetworkError error)
@@ -150,8 +150,7 @@ void QtHttpExchange::followTo(const QUrl &url)
 {
     const bool isLessSafe = request_.url.scheme() == "https"_L1 && url.scheme() != "https"_L1;
     const bool isElsewhere = originOf(url) != originOf(request_.url);
-    if (++redirects_ > mostRedirects || isLessSafe
-        || (isElsewhere && !request_.headers.isEmpty())) {
+    if (++redirects_ > maxRedirects || isLessSafe || (isElsewhere && !request_.headers.isEmpty())) {
         fail(HttpError::Kind::other, u"redirect not followed"_s);
         return;
     }

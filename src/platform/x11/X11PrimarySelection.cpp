@@ -27,8 +27,8 @@ std::optional<QString> X11PrimarySelection::string(QDeadlineTimer deadline)
 {
     history_.noteRead();
     // A longer text exceeds maxSelectionLength in any encoding.
-    constexpr qsizetype mostBytes = 4 * (maxSelectionLength + 1);
-    X11SelectionReader reader(connection_, XCB_ATOM_PRIMARY, deadline, mostBytes);
+    constexpr qsizetype maxBytes = 4 * (maxSelectionLength + 1);
+    X11SelectionReader reader(connection_, XCB_ATOM_PRIMARY, deadline, maxBytes);
     if (X11Windows(connection_).clientProcess(reader.owner()) == getpid()) {
         return toolkitClipboardText(QClipboard::Selection);
     }

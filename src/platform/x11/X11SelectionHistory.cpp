@@ -15,16 +15,16 @@ namespace vellumo {
 namespace {
 
 /// A press that is processed later than this: the pointer may have moved since.
-constexpr qint64 longestDelayMs = 150;
+constexpr qint64 maxDelayMs = 150;
 
 /// Maximum distance of the presses of a double click.
 constexpr qint64 doubleClickMs = 500;
 
 /// A selection published sooner than this after a press was not made by dragging.
-constexpr qint64 shortestDragMs = 150;
+constexpr qint64 minDragMs = 150;
 
 /// Maximum time for processing the events that the server has reported.
-constexpr std::chrono::milliseconds longestDrain{50};
+constexpr std::chrono::milliseconds maxDrainTime{50};
 
 /// Maximum depth of the window with the pointer below the root.
 constexpr int maxNesting = 16;
@@ -149,7 +149,7 @@ void X11SelectionHistory::handlePress(quint32 time)
 /// processed late.
 bool X11SelectionHistory::isPressInside(qint64 time)
 {
-    if (clock_.now() - time > longestDelayMs) {
+    if (clock_.now() - time > maxDelayMs) {
         return true;
     }
     xcb_window_t window = connection_.root();
@@ -178,7 +178,7 @@ void X11SelectionHistory::publish(xcb_window_t owner, qint64 at)
     published_.owner = owner;
     published_.process = process;
     published_.at = at;
-    published_.isOfPress = isLonePress_ && at >= *pressedAt_ && at - *pressedAt_ < shortestDragMs;
+    published_.isOfPress = isLonePress_ && at >= *pressedAt_ && at - *pressedAt_ < minDragMs;
     if (process) {
         if (publishers_.size() >= maxPublishers) {
             publishers_.clear();
@@ -228,7 +228,7 @@ std::optional<Publication> X11SelectionHistory::publication()
 {
     connection_.roundTrip();
     const auto any = [](const xcb_generic_event_t &) { return true; };
-    const QDeadlineTimer deadline(longestDrain);
+    const QDeadlineTimer deadline(maxDrainTime);
     while (const auto event = connection_.takeEvent(any, QDeadlineTimer(0))) {
         handleEvent(*event);
         if (deadline.hasExpired()) {

@@ -36,9 +36,9 @@ void sendToRoot(xcb_connection_t *c, xcb_window_t window, const char *type,
 std::vector<quint32> property(xcb_connection_t *c, xcb_window_t window, const char *name,
                               xcb_atom_t type)
 {
-    constexpr quint32 mostValues = 64;
+    constexpr quint32 maxValues = 64;
     const XcbPtr<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        c, xcb_get_property(c, 0, window, atom(c, name), type, 0, mostValues), nullptr));
+        c, xcb_get_property(c, 0, window, atom(c, name), type, 0, maxValues), nullptr));
     if (!reply || reply->format != 32) {
         return {};
     }
