@@ -297,7 +297,7 @@ void AuthService::confirmStoredSession()
     }
     const auto left = std::make_shared<size_t>(accounts.size());
     for (const QString &account : accounts) {
-        with_.keychain.whetherMissing(account, this, [left, confirm](bool isMissing) {
+        with_.keychain.checkMissing(account, this, [left, confirm](bool isMissing) {
             *left -= isMissing ? 1 : 0;
             confirm(*left == 0);
         });

@@ -30,8 +30,8 @@ void KeychainStore::get(const QString &account, QObject *context, Completion com
     });
 }
 
-void KeychainStore::whetherMissing(const QString &account, QObject *context,
-                                   std::function<void(bool)> completion)
+void KeychainStore::checkMissing(const QString &account, QObject *context,
+                                 std::function<void(bool)> completion)
 {
     items_.get(account, context, [completion = std::move(completion)](const SecretAnswer &answer) {
         completion(answer.kind == SecretAnswer::Kind::missing);

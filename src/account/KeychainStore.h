@@ -25,8 +25,8 @@ public:
 
     /// Completes with whether the keyring is open and has no such item. The completion runs as for
     /// get().
-    void whetherMissing(const QString &account, QObject *context,
-                        std::function<void(bool isMissing)> completion);
+    void checkMissing(const QString &account, QObject *context,
+                      std::function<void(bool isMissing)> completion);
 
     void set(const QString &value, const QString &account);
     void remove(const QString &account);

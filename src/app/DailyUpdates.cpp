@@ -55,7 +55,7 @@ void DailyUpdates::look()
     const double last = settings::lookedForUpdates.value(defaults_);
     if (last > now || now - last >= secondsOfADay) { // a clock may have been put back
         settings::lookedForUpdates.set(defaults_, now);
-        controller_.lookQuietly();
+        controller_.checkInBackground();
     }
     clock_.after(betweenLooks, this, [this] { look(); });
 }

@@ -320,7 +320,7 @@ void ServiceForm::edited(const QString &base)
     const ServiceAddress address = ServiceAddress::fromInput(base);
     if (!isBaseFixed() && address.problem == Problem::none && address.base != shownBase()) {
         typedBase_ = address.base;
-        setup_.lookForKey(address.base);
+        setup_.loadKey(address.base);
     }
     say(Said::nothing, false);
 }

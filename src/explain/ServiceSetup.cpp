@@ -257,7 +257,7 @@ void ServiceSetup::forgetKey(const QString &base)
     apply();
 }
 
-void ServiceSetup::lookForKey(const QString &base)
+void ServiceSetup::loadKey(const QString &base)
 {
     keys_.look(originOfBase(base));
 }

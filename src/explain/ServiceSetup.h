@@ -80,7 +80,7 @@ public:
     bool resumeOwn();
     void forgetKey(const QString &base);
     /// Reads the key for this address from the keyring if it is listed but not in memory.
-    void lookForKey(const QString &base);
+    void loadKey(const QString &base);
     /// Lets the keyring prompt the user to open it.
     void unlockKeyring();
 

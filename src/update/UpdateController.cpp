@@ -40,12 +40,12 @@ Failure failureOf(HttpError::Kind kind)
     Q_UNREACHABLE();
 }
 
-struct Told {
+struct FailureReport {
     Failure failure;
     QString reason;
 };
 
-Told tell(FeedFault fault)
+FailureReport reportOf(FeedFault fault)
 {
     switch (fault) {
     case FeedFault::Unverifiable:
@@ -98,7 +98,7 @@ void UpdateController::checkForUpdates()
     }
 }
 
-void UpdateController::lookQuietly()
+void UpdateController::checkInBackground()
 {
     if (!window_.window()) {
         isQuiet_ = true;
@@ -141,7 +141,7 @@ void UpdateController::take(const Result<HttpResponse, HttpError> &answer)
 void UpdateController::take(const Result<UpdateFeed, FeedFault> &feed)
 {
     if (!feed.isOk()) {
-        const auto [failure, reason] = tell(feed.error());
+        const auto [failure, reason] = reportOf(feed.error());
         fail(failure, reason);
     } else if (feed.value().version > running_) {
         page_ = feed.value().page;

@@ -54,7 +54,7 @@ public:
     /// Starts a check and shows its progress. During a check, or while an update is offered, raises
     /// the window instead.
     void checkForUpdates() override;
-    void lookQuietly() override;
+    void checkInBackground() override;
 
     /// Returns the window while it is shown; otherwise null.
     [[nodiscard]] QQuickWindow *window() const { return window_.window(); }

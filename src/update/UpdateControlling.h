@@ -14,7 +14,7 @@ public:
 
     /// Checks in the background: opens a window only for a newer release. Does nothing while one is
     /// open.
-    virtual void lookQuietly() = 0;
+    virtual void checkInBackground() = 0;
 };
 
 } // namespace vellumo

@@ -84,7 +84,7 @@ namespace {
 struct CountingUpdates : UpdateControlling {
     int looks = 0;
     void checkForUpdates() override { }
-    void lookQuietly() override { ++looks; }
+    void checkInBackground() override { ++looks; }
 };
 
 } // namespace

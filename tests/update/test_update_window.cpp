@@ -307,20 +307,20 @@ void TestUpdateWindow::closingEndsTheRequest()
 void TestUpdateWindow::looksQuietly()
 {
     Desk desk;
-    desk.controller.lookQuietly();
+    desk.controller.checkInBackground();
     desk.answer("not a feed");
     QVERIFY(!desk.controller.window());
-    desk.controller.lookQuietly();
+    desk.controller.checkInBackground();
     desk.answer(desk.feed("0.1.0"));
     QVERIFY(!desk.controller.window());
-    desk.controller.lookQuietly();
+    desk.controller.checkInBackground();
     desk.controller.checkForUpdates(); // now the user waits
     QVERIFY(desk.controller.window());
     desk.answer(desk.feed("0.1.0"));
     QVERIFY(desk.controller.window());
 
     Desk other;
-    other.controller.lookQuietly();
+    other.controller.checkInBackground();
     other.answer(other.feed());
     QVERIFY(other.controller.window());
     QVERIFY(other.shown().contains("0.2.0"_L1));

@@ -204,8 +204,9 @@ void AtspiTrust::fetch(const QDBusPendingCall &call)
         if (!finished.isError() && !reply.arguments().isEmpty()) {
             adopt(reply.arguments().constFirst().value<QDBusVariant>().variant().toBool());
         } else if (finished.error().type() != QDBusError::NoReply) {
-            complain(QStringLiteral("the desktop has no accessibility service; other applications "
-                                    "cannot be read"));
+            reportProblem(
+                QStringLiteral("the desktop has no accessibility service; other applications "
+                               "cannot be read"));
             adopt(std::nullopt);
         } else if (!enabled_.has_value() && !starting_) {
             // The desktop is too busy to answer. Retry, since nothing can be read until then and no
@@ -226,16 +227,16 @@ void AtspiTrust::switchOn()
         "Set", {statusInterface(), switchName(), QVariant::fromValue(QDBusVariant(true))});
     whenFinished(bus->asyncCall(call, switchTimeoutMs), [this](const QDBusPendingCall &finished) {
         if (finished.isError()) {
-            complain(QStringLiteral("the desktop's accessibility service could not be "
-                                    "switched on"));
+            reportProblem(QStringLiteral("the desktop's accessibility service could not be "
+                                         "switched on"));
         }
         refresh();
     });
 }
 
-void AtspiTrust::complain(const QString &problem)
+void AtspiTrust::reportProblem(const QString &problem)
 {
-    if (hasConsent() && !std::exchange(complained_, true)) {
+    if (hasConsent() && !std::exchange(isProblemReported_, true)) {
         printDiagnostic(problem);
     }
 }

@@ -59,7 +59,7 @@ private:
     void switchOn();
     void ask();
     /// Prints the problem, once per run and only with consent.
-    void complain(const QString &problem);
+    void reportProblem(const QString &problem);
     void onAnswered(bool allowed);
     void whenFinished(const QDBusPendingCall &call,
                       std::function<void(const QDBusPendingCall &)> handler);
@@ -73,7 +73,7 @@ private:
     bool starting_ = true;
     bool fetching_ = false;
     bool switchOnWanted_ = false; ///< requested while the switch's state was unknown
-    bool complained_ = false;
+    bool isProblemReported_ = false;
 };
 
 } // namespace vellumo

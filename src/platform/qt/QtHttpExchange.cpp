@@ -97,10 +97,10 @@ QtHttpExchange::QtHttpExchange(QNetworkAccessManager &manager, ProxyLookup &prox
     total_.callOnTimeout(this, [this] { fail(HttpError::Kind::timedOut, u"too slow"_s); });
     total_.start(request.totalTimeout);
 
-    findWay();
+    resolveProxy();
 }
 
-void QtHttpExchange::findWay()
+void QtHttpExchange::resolveProxy()
 {
     proxies_.find(request_.url, this, [this] { start(); });
 }
@@ -161,7 +161,7 @@ void QtHttpExchange::followTo(const QUrl &url)
     endTransfer();
     response_ = {};
     request_.url = url;
-    findWay();
+    resolveProxy();
 }
 
 void QtHttpExchange::checkHead()

@@ -35,7 +35,7 @@ Q_SIGNALS:
     void fellSilent();
 
 private:
-    void findWay();
+    void resolveProxy();
     void start();
     [[nodiscard]] QUrl redirection() const;
     void followTo(const QUrl &url);

@@ -301,7 +301,7 @@ void QtFloatingPanel::orderOut()
     fade_.stop();
     drag_.cancel();
     window_->hide();
-    returnKeyboardSoon();
+    scheduleKeyboardReturn();
     windows_.refreshCompositor(); // here, since showing must be quick
     lift_.undo(*window_);
 }
@@ -320,7 +320,7 @@ void QtFloatingPanel::makeKey()
 
 /// Window managers give the keyboard to the window that had it before, or to one that was clicked.
 /// Some, such as xfwm4 4.20, may leave no window with it.
-void QtFloatingPanel::returnKeyboardSoon()
+void QtFloatingPanel::scheduleKeyboardReturn()
 {
     if (const WId window = std::exchange(activeBefore_, 0)) {
         QTimer::singleShot(keyboardReturnTime, this, [this, window] {

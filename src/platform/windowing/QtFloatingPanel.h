@@ -63,7 +63,7 @@ private:
     void handlePointer(const QPointerEvent &event);
     void noticeMove();
     void takeOverPosition();
-    void returnKeyboardSoon();
+    void scheduleKeyboardReturn();
     void shapeVisiblePart();
     void shapeInput();
     [[nodiscard]] bool hasBlendedEdges() const;

@@ -60,14 +60,14 @@ bool isTerminalClass(QByteArrayView windowClass)
         != terminals.end();
 }
 
-bool publishesItsEnd(QByteArrayView windowClass)
+bool republishesEndedSelection(QByteArrayView windowClass)
 {
     return windowClass.compare("emacs", Qt::CaseInsensitive) == 0;
 }
 
-bool mistakesCopyKeys(QByteArrayView windowClass)
+bool mishandlesCopyKeys(QByteArrayView windowClass)
 {
-    return isTerminalClass(windowClass) || publishesItsEnd(windowClass)
+    return isTerminalClass(windowClass) || republishesEndedSelection(windowClass)
         || windowClass.compare("libreoffice-calc", Qt::CaseInsensitive) == 0;
 }
 

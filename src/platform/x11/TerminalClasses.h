@@ -13,10 +13,10 @@ namespace vellumo {
 /// Returns whether copy keys must not be sent to a window of this class: a terminal; Emacs, where
 /// they copy the region even when it is not active; Calc, where they copy the cell of the cursor
 /// and leave a frame around it.
-[[nodiscard]] bool mistakesCopyKeys(QByteArrayView windowClass);
+[[nodiscard]] bool mishandlesCopyKeys(QByteArrayView windowClass);
 
 /// Returns whether an application of this window class publishes its selection once more when a
 /// click ends it, as Emacs does.
-[[nodiscard]] bool publishesItsEnd(QByteArrayView windowClass);
+[[nodiscard]] bool republishesEndedSelection(QByteArrayView windowClass);
 
 } // namespace vellumo

@@ -44,7 +44,7 @@ bool X11KeyPosting::mayReceiveKeys(xcb_window_t window, qint64 process)
         return false;
     }
     const auto [instance, className] = windows_.windowClass(window);
-    return !mistakesCopyKeys(instance) && !mistakesCopyKeys(className);
+    return !mishandlesCopyKeys(instance) && !mishandlesCopyKeys(className);
 }
 
 bool X11KeyPosting::postCopy(qint64 process)

@@ -82,14 +82,14 @@ void X11Pasteboard::note(const xcb_xfixes_selection_notify_event_t &change)
     if (changes_.size() > maxChanges) {
         changes_.removeFirst();
     }
-    if (isNewsPending_) {
+    if (isChangePending_) {
         return;
     }
-    isNewsPending_ = true;
+    isChangePending_ = true;
     QMetaObject::invokeMethod(
         &context_,
         [this] {
-            isNewsPending_ = false;
+            isChangePending_ = false;
             Q_EMIT ownerChanged();
         },
         Qt::QueuedConnection);

@@ -64,7 +64,7 @@ private:
     quint8 fixesEvent_ = 0; ///< 0 without the extension
     quint64 changeCount_ = 0;
     QList<OwnerChange> changes_; ///< the latest ones, in order
-    bool isNewsPending_ = false;
+    bool isChangePending_ = false;
     QHash<QString, Form> forms_;
     QObject context_; ///< context of queued calls
 };

@@ -204,7 +204,7 @@ void X11SelectionHistory::bind()
     const auto [instance, className] = windows_.windowClass(activeWindow_);
     setTitleWatched(!isTerminalClass(instance) && !isTerminalClass(className));
     published_.title = windows_.title(activeWindow_);
-    published_.isOver = published_.isOfPress && publishesItsEnd(className);
+    published_.isOver = published_.isOfPress && republishesEndedSelection(className);
 }
 
 void X11SelectionHistory::setTitleWatched(bool watched)

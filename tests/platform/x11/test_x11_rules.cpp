@@ -119,9 +119,9 @@ void TestX11Rules::knowsTerminals()
     }
     for (const auto *name : {"firefox-esr", "gedit", "Steam", "libreoffice-writer", ""}) {
         QVERIFY2(!isTerminalClass(name), name);
-        QVERIFY2(!mistakesCopyKeys(name), name);
+        QVERIFY2(!mishandlesCopyKeys(name), name);
     }
-    QVERIFY(mistakesCopyKeys("Emacs") && mistakesCopyKeys("XTerm"));
+    QVERIFY(mishandlesCopyKeys("Emacs") && mishandlesCopyKeys("XTerm"));
 }
 
 void TestX11Rules::doesLessWithoutExtensions()
