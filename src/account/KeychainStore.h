@@ -11,7 +11,8 @@ namespace vellumo {
 
 class SecretItems;
 
-/// Stores texts in the user's keyring by account name. A failed write is not reported.
+/// Stores texts in the user's keyring by account name. A failed write is not reported. Main thread
+/// only.
 class KeychainStore {
 public:
     using Completion = std::function<void(const std::optional<QString> &)>;

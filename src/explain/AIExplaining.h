@@ -14,7 +14,7 @@ namespace vellumo {
 template <typename T>
 using ExplanationCompletion = std::function<void(Result<T, ExplanationError>)>;
 
-/// Explains selections and answers questions about them.
+/// Explains selections and answers questions about them. Main thread only.
 ///
 /// A completion runs exactly once, on the main thread and never before the call returns; when
 /// `context` is destroyed first, the operation is cancelled and the completion never runs.

@@ -114,9 +114,11 @@ public:
         return std::nullopt;
     }
 
+    /// Returns the selected range; absent if there is none or the element does not report it.
     [[nodiscard]] virtual std::optional<TextRange>
     selectedTextRange(const AccessibleElement &element, QDeadlineTimer deadline) = 0;
 
+    /// Returns the text in a range; absent without an answer.
     [[nodiscard]] virtual std::optional<QString>
     stringForRange(const AccessibleElement &element, TextRange range, QDeadlineTimer deadline) = 0;
 

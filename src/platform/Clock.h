@@ -8,7 +8,7 @@
 
 namespace vellumo {
 
-/// Wall-clock time and timers, injected so that tests decide when time passes.
+/// Wall-clock time and timers, injected so that tests control the time. Main thread only.
 class Clock {
 public:
     virtual ~Clock() = default;

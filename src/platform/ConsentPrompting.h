@@ -6,7 +6,7 @@
 
 namespace vellumo {
 
-/// Asks the user whether this program may read other applications.
+/// Asks the user whether this program may read other applications. Main thread only.
 class ConsentPrompting {
 public:
     virtual ~ConsentPrompting() = default;

@@ -97,6 +97,7 @@ Q_SIGNALS:
     void closeRequested();
 };
 
+/// Creates floating panels, which must not outlive it. Main thread only.
 class FloatingWindows {
 public:
     virtual ~FloatingWindows() = default;

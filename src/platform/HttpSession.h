@@ -64,7 +64,8 @@ struct HttpError {
 
 using HttpCompletion = std::function<void(Result<HttpResponse, HttpError>)>;
 
-/// Sends HTTP requests, any number at a time, over connections that are kept and reused.
+/// Sends HTTP requests, any number at a time, over connections that are kept and reused. Main
+/// thread only.
 ///
 /// Certificates are verified. The system's proxies are used; if the system does not answer in time,
 /// its last answer is used, else none. Plain http is limited to this machine and to addresses of

@@ -6,7 +6,7 @@
 
 namespace vellumo {
 
-/// Whether the program starts when the user logs in.
+/// Whether the program starts when the user logs in. Main thread only.
 class LoginStart : public QObject {
     Q_OBJECT
 

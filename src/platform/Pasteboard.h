@@ -80,6 +80,7 @@ public:
     /// Returns whether the process has published anything since this program started.
     [[nodiscard]] virtual bool publishes(qint64 processIdentifier) = 0;
 
+    /// Returns the published text; absent when there is none or its owner does not answer in time.
     [[nodiscard]] virtual std::optional<QString> string(QDeadlineTimer deadline) = 0;
 };
 

@@ -24,7 +24,9 @@ public:
     using QObject::QObject;
 
     [[nodiscard]] virtual QList<Screen> screens() const = 0;
+    /// Absent while no screen is connected.
     [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
+    /// Returns the position of the pointer in desktop coordinates.
     [[nodiscard]] virtual Point pointerLocation() const = 0;
 
 Q_SIGNALS:

@@ -26,6 +26,7 @@ class Workspace : public QObject {
 public:
     using QObject::QObject;
 
+    /// Returns the application in front; absent before the first activation of a foreign window.
     [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() = 0;
 
     /// Suppresses didActivateApplication() for activations before this call, however late the

@@ -4,7 +4,7 @@
 
 namespace vellumo {
 
-/// Checks for a newer release and shows the result in its own windows.
+/// Checks for a newer release and shows the result in its own windows. Main thread only.
 class UpdateControlling {
 public:
     virtual ~UpdateControlling() = default;

@@ -62,7 +62,7 @@ public:
 
     void fill(Piece &root);
 
-    /// Whether the text is the complete selection.
+    /// Returns whether the text is the complete selection.
     [[nodiscard]] bool isCertain() const { return isCertain_ && !question_.isAborted(); }
 
     [[nodiscard]] static QString join(const Piece &root);

@@ -28,7 +28,7 @@ constexpr EventMask mouseMask = maskOf(EventType::LeftMouseDown) | maskOf(EventT
 /// add few levels.
 constexpr int maxPointerDepth = 8;
 
-/// Whether request number `a` comes before `b`; they wrap.
+/// Returns whether request number `a` comes before `b`; they wrap.
 bool isBefore(quint32 a, quint32 b)
 {
     return static_cast<qint32>(a - b) < 0;
