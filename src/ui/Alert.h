@@ -11,8 +11,8 @@ class QQmlEngine;
 namespace vellumo {
 
 /// A modal alert with one button, or a question with two. While it is shown, it blocks the window
-/// that it is shown over, or all windows of the program. Runs no event loop. Its window exists only
-/// while it is shown.
+/// that it is shown over, or all windows of the program. Only ask() runs an event loop. Its window
+/// exists only while it is shown.
 class Alert final : public QObject {
     Q_OBJECT
 
@@ -36,8 +36,8 @@ public:
     /// As show(), above the windows of all programs.
     void showAboveAll(const Text &text);
 
-    /// Shows it in an event loop of its own and returns the answer; false as well if it could not
-    /// be shown. For a start that cannot go on.
+    /// Shows the alert in a nested event loop and returns the answer; false also if it could not be
+    /// shown. Only for a start that cannot continue.
     bool ask(const Text &text);
 
     /// Closes the alert without an answer.
