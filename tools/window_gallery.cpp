@@ -157,7 +157,7 @@ QList<View> views()
     const auto exportTo = [select](const QString &path) {
         return [select, path](WindowDesk &desk) {
             QFile::remove(QDir::tempPath() + u"/vellumo-gallery.md"_s);
-            desk.window.onChooseFile = [path](const NotesExporter::FileQuestion &question) {
+            desk.host.answer = [path](const PageHosting::FileQuestion &question) {
                 question.onChosen(path);
             };
             if (desk.notes.notes.size() < 1000) {

@@ -5,20 +5,14 @@
 
 #include "account/AuthService.h"
 #include "app/SignInPreview.h"
-#include "capture/VellumoCoordinator.h"
-#include "panel/ResultPanelController.h"
-#include "platform/Workspace.h"
 #include "platform/windowing/x11/X11Hints.h"
-
-#include <QClipboard>
-#include <QGuiApplication>
 
 namespace vellumo {
 
 MainWindowWiring::MainWindowWiring(const Collaborators &with)
     : auth_(with.window.auth)
-    , saving_(with.window.texts)
-    , controller_(with.engine, with.window)
+    , host_({with.workspace, with.coordinator, with.resultPanel, with.window.texts})
+    , controller_(with.engine, with.window, host_)
     , uploadQuestion_({.engine = with.engine,
                        .ownership = with.ownership,
                        .sync = *with.window.sync,
@@ -33,22 +27,7 @@ MainWindowWiring::MainWindowWiring(const Collaborators &with)
         return window != nullptr && window->isVisible() ? window : nullptr;
     };
     controller_.onActivate = [](const QWindow &window) { x11::activate(window.winId()); };
-    controller_.onOpenPage = [&workspace = with.workspace](const QUrl &page) {
-        return workspace.openUrl(page);
-    };
-    controller_.onChooseFile = [this](const NotesExporter::FileQuestion &question) {
-        saving_.ask(controller_.window(), question);
-    };
-    controller_.onForgetFile = [this] { saving_.withdraw(); };
-    controller_.onOpenFolder = [&workspace = with.workspace](const QString &folder) {
-        return workspace.openFolder(folder);
-    };
-    controller_.onCopy = [](const QString &text) { QGuiApplication::clipboard()->setText(text); };
-    controller_.onAskFurther = [&coordinator = with.coordinator,
-                                &panel = with.resultPanel](const QUuid &id) {
-        coordinator.reopenNote(id);
-        panel.focusPanel();
-    };
+    host_.window = [this]() -> QWindow * { return controller_.window(); };
 }
 
 MainWindowWiring::~MainWindowWiring() = default;
@@ -82,7 +61,7 @@ void MainWindowWiring::showWhenReady()
 
 void MainWindowWiring::writeSignInSnapshots(const QString &folder, std::function<void()> done)
 {
-    preview_ = std::make_unique<SignInPreview>(with_.engine, with_.window);
+    preview_ = std::make_unique<SignInPreview>(with_.engine, auth_);
     preview_->writeSnapshots(folder, std::move(done));
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "app/ActivationGuard.h"
-#include "app/SaveFileDialog.h"
+#include "app/PageHost.h"
 #include "app/UploadQuestion.h"
 #include "mainwindow/MainWindowController.h"
 #include "platform/ApplicationActivation.h"
@@ -60,7 +60,7 @@ private:
     void showWhenReady();
 
     AuthService &auth_;
-    SaveFileDialog saving_;
+    PageHost host_;
     MainWindowController controller_;
     UploadQuestion uploadQuestion_;
     ApplicationActivation activation_; ///< silent: only the clicked window is raised here

@@ -24,7 +24,7 @@ SaveFileDialog::~SaveFileDialog()
     withdraw();
 }
 
-void SaveFileDialog::ask(QWindow *above, const NotesExporter::FileQuestion &question)
+void SaveFileDialog::ask(QWindow *above, const PageHosting::FileQuestion &question)
 {
     withdraw(); // what was asked before counts no more
     if (!QDir(folder_).exists()) {

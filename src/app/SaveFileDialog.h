@@ -2,13 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "library/NotesExporter.h"
+#include "library/PageHosting.h"
 #include <QFileDialog>
 #include <QPointer>
 
 class QWindow;
 
 namespace vellumo {
+
+class BilingualText;
 
 /// Asks where to write an export, in the desktop's file dialog. One dialog at a time; window-modal
 /// and asynchronous. The window asks afterwards whether an existing file may be replaced.
@@ -20,7 +22,7 @@ public:
     Q_DISABLE_COPY_MOVE(SaveFileDialog)
 
     /// Above the window, which may be null.
-    void ask(QWindow *above, const NotesExporter::FileQuestion &question);
+    void ask(QWindow *above, const PageHosting::FileQuestion &question);
     /// Closes the dialog, if one is shown; nothing is answered.
     void withdraw();
 

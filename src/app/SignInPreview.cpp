@@ -3,6 +3,7 @@
 
 #include "app/SignInPreview.h"
 
+#include "account/AuthService.h"
 #include "app/Snapshot.h"
 #include "ui/OrdinaryWindow.h"
 
@@ -12,12 +13,10 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-SignInPreview::SignInPreview(QQmlEngine &engine,
-                             const MainWindowModel::Collaborators &collaborators)
-    : model_(collaborators)
-    , window_(makeOrdinaryWindow(
+SignInPreview::SignInPreview(QQmlEngine &engine, AuthService &auth)
+    : window_(makeOrdinaryWindow(
           engine, u"MainWindow/SignInPreview"_s,
-          {{u"main"_s, QVariant::fromValue(&model_)}, {u"texts"_s, QVariant::fromValue(&texts_)}}))
+          {{u"auth"_s, QVariant::fromValue(&auth)}, {u"texts"_s, QVariant::fromValue(&texts_)}}))
 {
 }
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "mainwindow/MainWindowModel.h"
 #include "ui/BilingualText.h"
 #include <QQuickWindow>
 #include <functional>
@@ -12,13 +11,15 @@ class QQmlEngine;
 
 namespace vellumo {
 
+class AuthService;
+
 /// For developers: pictures of the sign-in view in both languages, beside the real window.
 class SignInPreview : public QObject {
     Q_OBJECT
 
 public:
-    /// All must outlive the preview; `collaborators.texts` is not used for the view.
-    SignInPreview(QQmlEngine &engine, const MainWindowModel::Collaborators &collaborators);
+    /// Both must outlive the preview.
+    SignInPreview(QQmlEngine &engine, AuthService &auth);
     ~SignInPreview() override;
     Q_DISABLE_COPY_MOVE(SignInPreview)
 
@@ -31,8 +32,7 @@ private:
     bool english_ = true;
     BilingualText texts_{
         [this] { return english_ ? QStringLiteral("English") : QStringLiteral("Chinese"); }};
-    MainWindowModel model_;
-    std::unique_ptr<QQuickWindow> window_; ///< goes before the model that it shows
+    std::unique_ptr<QQuickWindow> window_;
 };
 
 } // namespace vellumo

@@ -3,6 +3,7 @@
 #include "library/NotesExporter.h"
 
 #include "library/NotesLibrary.h"
+#include "library/PageHosting.h"
 #include "ui/BilingualText.h"
 #include "ui/PlainText.h"
 
@@ -44,9 +45,11 @@ NotesExporter::State stateAfter(NotesExport::Outcome outcome)
 
 } // namespace
 
-NotesExporter::NotesExporter(NotesLibrary &library, BilingualText &texts, QObject *parent)
+NotesExporter::NotesExporter(NotesLibrary &library, PageHosting &host, BilingualText &texts,
+                             QObject *parent)
     : QObject(parent)
     , library_(library)
+    , host_(host)
     , texts_(texts)
 {
     connect(&job_, &NotesExport::progressed, this, [this](qsizetype written) {
@@ -71,9 +74,7 @@ void NotesExporter::setOpen(bool open)
     } else {
         ++question_;
         plan_ = {};
-        if (onForgetFile) {
-            onForgetFile();
-        }
+        host_.closeFileDialog();
     }
     Q_EMIT changed();
 }
@@ -98,13 +99,10 @@ void NotesExporter::chooseFile()
 {
     asksToReplace_ = false;
     Q_EMIT changed();
-    if (!onChooseFile) {
-        return;
-    }
     plan_ = plan();
     const QString name =
         u"vellumo-notes-%1.%2"_s.arg(library_.today().toString(Qt::ISODate), format());
-    onChooseFile(
+    host_.chooseFile(
         {name, format(),
          [guard = QPointer<NotesExporter>(this), question = ++question_](const QString &path) {
              if (guard && guard->question_ == question) {
@@ -194,7 +192,7 @@ void NotesExporter::dismiss()
 
 bool NotesExporter::openFolder()
 {
-    return onOpenFolder && onOpenFolder(QFileInfo(path_).absolutePath());
+    return host_.openFolder(QFileInfo(path_).absolutePath());
 }
 
 } // namespace vellumo

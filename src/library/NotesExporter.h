@@ -7,13 +7,13 @@
 #include <QSet>
 #include <QUuid>
 #include <QtQml/qqmlregistration.h>
-#include <functional>
 #include <optional>
 
 namespace vellumo {
 
 class BilingualText;
 class NotesLibrary;
+class PageHosting;
 
 /// Exporting notes as the window shows it: which notes and in which format, then a file, then how
 /// far its writing is and what came of it.
@@ -46,23 +46,9 @@ public:
     };
     Q_ENUM(State)
 
-    /// A request for a file dialog.
-    struct FileQuestion {
-        QString suggestedName;
-        QString suffix; ///< "md", "csv" or "json"
-        /// Called with the whole path, at most once; not at all when none is chosen.
-        std::function<void(const QString &path)> onChosen;
-    };
-
     /// What is handed over must outlive the exporter.
-    NotesExporter(NotesLibrary &library, BilingualText &texts, QObject *parent = nullptr);
-
-    /// Shows a dialog, in place of one that is shown already. Returns at once.
-    std::function<void(const FileQuestion &question)> onChooseFile;
-    /// The answer is no longer needed: closes the dialog if it is open.
-    std::function<void()> onForgetFile;
-    /// Answers whether the folder could be shown.
-    std::function<bool(const QString &folder)> onOpenFolder;
+    NotesExporter(NotesLibrary &library, PageHosting &host, BilingualText &texts,
+                  QObject *parent = nullptr);
 
     /// Whether it is being asked what to export. Opening proposes what is at hand: the marked
     /// notes, else those that were found, else all. Closing forgets the file that was asked for.
@@ -112,6 +98,7 @@ private:
     void done(const NotesExport::Result &result);
 
     NotesLibrary &library_;
+    PageHosting &host_;
     BilingualText &texts_;
     QString scope_ = QStringLiteral("all");
     ExportFormat format_ = ExportFormat::Markdown;

@@ -4,6 +4,7 @@
 
 #include "library/NotePlace.h"
 #include "library/NotesLibrary.h"
+#include "library/PageHosting.h"
 #include "notes/NoteDates.h"
 #include "notes/PageAddress.h"
 #include "ui/BilingualText.h"
@@ -18,19 +19,34 @@ constexpr qsizetype longestText = 20000;
 constexpr qsizetype longestAddress = 300;
 } // namespace
 
-OpenedNote::OpenedNote(NotesLibrary &library, BilingualText &texts, QObject *parent)
+OpenedNote::OpenedNote(NotesLibrary &library, PageHosting &host, BilingualText &texts,
+                       QObject *parent)
     : QObject(parent)
     , library_(library)
+    , host_(host)
     , texts_(texts)
 {
     connect(&library_, &NotesLibrary::notesChanged, this, &OpenedNote::follow);
     connect(&texts_, &BilingualText::languageChanged, this, &OpenedNote::changed);
 }
 
-void OpenedNote::open(const NoteWithContext &entry)
+void OpenedNote::openRow(int row)
 {
-    entry_ = entry;
-    exchanges_.setExchanges(entry.note.followUps);
+    open(library_.noteAt(row));
+}
+
+void OpenedNote::openLatest(int row)
+{
+    open(library_.latestAt(row));
+}
+
+void OpenedNote::open(const NoteWithContext *entry)
+{
+    if (entry == nullptr) {
+        return;
+    }
+    entry_ = *entry;
+    exchanges_.setExchanges(entry->note.followUps);
     Q_EMIT changed();
     Q_EMIT opened();
 }
@@ -99,22 +115,22 @@ bool OpenedNote::isShortened() const
 
 void OpenedNote::askFurther()
 {
-    if (entry_ && onAskFurther) {
-        onAskFurther(entry_->note.id);
+    if (entry_) {
+        host_.askFurther(entry_->note.id);
     }
 }
 
 void OpenedNote::copy()
 {
-    if (entry_ && onCopy) {
-        onCopy(asText(*entry_));
+    if (entry_) {
+        host_.copyText(asText(*entry_));
     }
 }
 
 bool OpenedNote::openPage()
 {
     const QUrl page = entry_ ? pageOf(entry_->context) : QUrl();
-    return !page.isEmpty() && onOpenPage && onOpenPage(page);
+    return !page.isEmpty() && host_.openPage(page);
 }
 
 QString OpenedNote::asText(const NoteWithContext &entry)

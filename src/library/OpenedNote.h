@@ -5,13 +5,13 @@
 #include "library/ExchangeModel.h"
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
-#include <functional>
 #include <optional>
 
 namespace vellumo {
 
 class BilingualText;
 class NotesLibrary;
+class PageHosting;
 
 /// One note as a page shows it. Follows the library, so that what is asked meanwhile appears.
 /// Everything shown is plain and of bounded length; what is copied is whole.
@@ -31,14 +31,12 @@ class OpenedNote : public QObject {
 
 public:
     /// What is handed over must outlive this object.
-    OpenedNote(NotesLibrary &library, BilingualText &texts, QObject *parent = nullptr);
+    OpenedNote(NotesLibrary &library, PageHosting &host, BilingualText &texts,
+               QObject *parent = nullptr);
 
-    std::function<void(const QUuid &id)> onAskFurther;
-    /// Answers whether a browser could be started.
-    std::function<bool(const QUrl &page)> onOpenPage;
-    std::function<void(const QString &text)> onCopy;
-
-    void open(const NoteWithContext &entry);
+    /// Opens the note in a row of the library's list, or of its latest notes.
+    Q_INVOKABLE void openRow(int row);
+    Q_INVOKABLE void openLatest(int row);
     Q_INVOKABLE void close();
 
     [[nodiscard]] bool isOpen() const { return entry_.has_value(); }
@@ -72,9 +70,11 @@ Q_SIGNALS:
     void opened();
 
 private:
+    void open(const NoteWithContext *entry);
     void follow();
 
     NotesLibrary &library_;
+    PageHosting &host_;
     BilingualText &texts_;
     std::optional<NoteWithContext> entry_;
     ExchangeModel exchanges_;

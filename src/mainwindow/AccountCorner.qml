@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Vellumo.Account
-import Vellumo.MainWindow
 import Vellumo.Sync
 import Vellumo.Ui
 
@@ -10,13 +9,13 @@ import Vellumo.Ui
 Item {
     id: corner
 
-    required property MainWindowModel main
-    required property BilingualText texts
+    required property AuthService auth
+    required property SyncReporting sync ///< null where nothing is synced
+    required property bool english
 
-    readonly property bool english: corner.texts.english
-    readonly property AuthService auth: corner.main.auth
-    readonly property SyncReporting sync: corner.main.sync
     readonly property bool showsSync: corner.auth.isSignedIn && corner.sync !== null
+
+    signal signInAsked
 
     height: column.height
 
@@ -160,7 +159,7 @@ Item {
                     if (corner.auth.isSignedIn)
                         corner.auth.signOut()
                     else
-                        corner.main.askForSignIn()
+                        corner.signInAsked()
                 }
             }
         }

@@ -2,25 +2,26 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Vellumo.Account
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// Where a user signs in, or goes on without.
 FocusScope {
     id: view
 
-    required property MainWindowModel main
+    required property AuthService auth
     required property BilingualText texts
 
     readonly property bool english: view.texts.english
-    readonly property AuthService auth: view.main.auth
     readonly property int columnWidth: Math.min(Units.signInWidth, view.width - 2 * Units.space24)
 
     property string error: ""
 
+    signal signInAsked
+    signal withoutAccountAsked
+
     function signIn(): void {
         view.error = ""
-        view.main.signIn()
+        view.signInAsked()
     }
 
     Connections {
@@ -117,7 +118,7 @@ FocusScope {
                 anchors.horizontalCenter: parent.horizontalCenter
                 quiet: true
                 text: view.english ? "Use without an account" : "不登录,直接使用"
-                onClicked: view.main.useWithoutAccount()
+                onClicked: view.withoutAccountAsked()
             }
             Label {
                 width: parent.width

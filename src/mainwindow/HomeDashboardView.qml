@@ -88,50 +88,38 @@ FocusScope {
         height: dashboard.height - y
         focus: !dashboard.showsSheet
 
-        LoadedView {
+        DashboardPage {
             anchors.fill: parent
-            visible: wanted && !dashboard.main.note.isOpen
-            focus: visible
-            kept: true
-            file: Qt.resolvedUrl("HomePage.qml")
-            wanted: dashboard.main.page === "home"
+            page: "home"
+            file: Qt.resolvedUrl("HomeView.qml")
             main: dashboard.main
             texts: dashboard.texts
         }
-        LoadedView {
+        DashboardPage {
             anchors.fill: parent
-            visible: wanted && !dashboard.main.note.isOpen
-            focus: visible
-            kept: true
-            file: Qt.resolvedUrl("NotesPage.qml")
-            wanted: dashboard.main.page === "notes"
+            page: "notes"
+            file: Qt.resolvedUrl("NotesView.qml")
             main: dashboard.main
             texts: dashboard.texts
         }
-        LoadedView {
+        DashboardPage {
             anchors.fill: parent
-            visible: wanted && !dashboard.main.note.isOpen
-            focus: visible
-            kept: true
-            file: Qt.resolvedUrl("InsightsPage.qml")
-            wanted: dashboard.main.page === "insights"
+            page: "insights"
+            file: Qt.resolvedUrl("InsightsView.qml")
             main: dashboard.main
             texts: dashboard.texts
         }
-        LoadedView {
+        DashboardPage {
             anchors.fill: parent
-            visible: wanted && !dashboard.main.note.isOpen
-            focus: visible
-            kept: true
+            page: "computer"
             file: Qt.resolvedUrl("ComputerView.qml")
-            wanted: dashboard.main.page === "computer"
             main: dashboard.main
             texts: dashboard.texts
         }
         LoadedView {
             anchors.fill: parent
             focus: wanted
-            file: Qt.resolvedUrl("NotePage.qml")
+            file: Qt.resolvedUrl("NoteView.qml")
             wanted: dashboard.main.note.isOpen
             main: dashboard.main
             texts: dashboard.texts
@@ -141,7 +129,7 @@ FocusScope {
     LoadedView {
         anchors.fill: parent
         focus: wanted
-        file: Qt.resolvedUrl("ExportSheet.qml")
+        file: Qt.resolvedUrl("ExportView.qml")
         wanted: dashboard.main.exporter.isOpen
         main: dashboard.main
         texts: dashboard.texts

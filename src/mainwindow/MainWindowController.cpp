@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/MainWindowController.h"
 
+#include "library/OpenedNote.h"
 #include "ui/BilingualText.h"
 #include "ui/OrdinaryWindow.h"
 
@@ -13,10 +14,11 @@ namespace vellumo {
 
 MainWindowController::MainWindowController(QQmlEngine &engine,
                                            MainWindowModel::Collaborators collaborators,
-                                           QObject *parent)
+                                           PageHosting &host, QObject *parent)
     : QObject(parent)
     , engine_(engine)
     , with_(std::move(collaborators))
+    , host_(host)
 {
 }
 
@@ -57,33 +59,7 @@ void MainWindowController::showService()
 
 bool MainWindowController::create()
 {
-    model_ = std::make_unique<MainWindowModel>(with_);
-    model_->note()->onAskFurther = [this](const QUuid &id) {
-        if (onAskFurther) {
-            onAskFurther(id);
-        }
-    };
-    model_->note()->onOpenPage = [this](const QUrl &page) {
-        return onOpenPage && onOpenPage(page);
-    };
-    model_->note()->onCopy = [this](const QString &text) {
-        if (onCopy) {
-            onCopy(text);
-        }
-    };
-    model_->exporter()->onChooseFile = [this](const NotesExporter::FileQuestion &question) {
-        if (onChooseFile) {
-            onChooseFile(question);
-        }
-    };
-    model_->exporter()->onForgetFile = [this] {
-        if (onForgetFile) {
-            onForgetFile();
-        }
-    };
-    model_->exporter()->onOpenFolder = [this](const QString &folder) {
-        return onOpenFolder && onOpenFolder(folder);
-    };
+    model_ = std::make_unique<MainWindowModel>(with_, host_);
     window_.reset(makeOrdinaryWindow(engine_, u"MainWindow/MainWindow"_s,
                                      {{u"texts"_s, QVariant::fromValue(&with_.texts)},
                                       {u"main"_s, QVariant::fromValue(model_.get())}}));

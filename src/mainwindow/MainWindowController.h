@@ -3,6 +3,7 @@
 #pragma once
 
 #include "mainwindow/MainWindowModel.h"
+#include "notes/ReadingNote.h"
 #include <QObject>
 #include <QQuickWindow>
 #include <functional>
@@ -19,9 +20,9 @@ class MainWindowController : public QObject {
     Q_OBJECT
 
 public:
-    /// The engine and all of the others must outlive the controller.
+    /// The engine, the host of the pages and all of the others must outlive the controller.
     MainWindowController(QQmlEngine &engine, MainWindowModel::Collaborators collaborators,
-                         QObject *parent = nullptr);
+                         PageHosting &host, QObject *parent = nullptr);
     ~MainWindowController() override;
     Q_DISABLE_COPY_MOVE(MainWindowController)
 
@@ -29,15 +30,6 @@ public:
     std::function<void()> onShown;
     /// Gives the shown window the keyboard whatever other application has it.
     std::function<void(QWindow &window)> onActivate;
-    /// What the page of a note asks for; see OpenedNote.
-    std::function<void(const QUuid &id)> onAskFurther;
-    std::function<bool(const QUrl &page)> onOpenPage;
-    std::function<void(const QString &text)> onCopy;
-
-    /// What an export asks for; see NotesExporter.
-    std::function<void(const NotesExporter::FileQuestion &question)> onChooseFile;
-    std::function<void()> onForgetFile;
-    std::function<bool(const QString &folder)> onOpenFolder;
 
     /// Brings the window to the front with the keyboard, making it on first use.
     void show();
@@ -65,6 +57,7 @@ private:
 
     QQmlEngine &engine_;
     MainWindowModel::Collaborators with_;
+    PageHosting &host_;
     std::unique_ptr<MainWindowModel> model_;
     std::unique_ptr<QQuickWindow> window_; ///< goes before the model that it shows
     std::optional<QPoint> lastPosition_; ///< while it is hidden

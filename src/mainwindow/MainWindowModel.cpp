@@ -2,8 +2,18 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow/MainWindowModel.h"
 
+#include "account/AuthService.h"
+#include "computer/ComputerModel.h"
+#include "insights/NotesInsights.h"
+#include "insights/NotesOverview.h"
+#include "library/NotesExporter.h"
+#include "library/NotesLibrary.h"
+#include "library/OpenedNote.h"
+#include "mainwindow/NotesFileState.h"
 #include "platform/DefaultsStore.h"
 #include "settings/SettingsKeys.h"
+#include "settings/UserPreferences.h"
+#include "sync/SyncReporting.h"
 #include "ui/BilingualText.h"
 
 #include <utility>
@@ -12,19 +22,32 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-namespace {
-}
+/// What the pages show.
+struct MainWindowModel::Pages {
+    Pages(const Collaborators &with, PageHosting &host)
+        : library(with.notesStore, with.clock, with.texts)
+        , notesFile(with.notesStore, with.defaults)
+        , overview(library, with.clock, with.texts)
+        , insights(library, with.texts)
+        , exporter(library, host, with.texts)
+        , note(library, host, with.texts)
+    {
+    }
 
-MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *parent)
+    NotesLibrary library;
+    NotesFileState notesFile;
+    NotesOverview overview;
+    NotesInsights insights;
+    NotesExporter exporter;
+    OpenedNote note;
+    std::unique_ptr<ComputerModel> computer;
+};
+
+MainWindowModel::MainWindowModel(const Collaborators &collaborators, PageHosting &host,
+                                 QObject *parent)
     : QObject(parent)
     , with_(collaborators)
-    , preferences_(collaborators.defaults)
-    , library_(collaborators.notesStore, collaborators.clock, collaborators.texts)
-    , notesFile_(collaborators.notesStore, collaborators.defaults)
-    , overview_(library_, collaborators.clock, collaborators.texts)
-    , insights_(library_, collaborators.texts)
-    , exporter_(library_, collaborators.texts)
-    , note_(library_, collaborators.texts)
+    , pages_(std::make_unique<Pages>(collaborators, host))
 {
     connect(&with_.auth, &AuthService::userChanged, this, &MainWindowModel::userChanged);
     connect(&with_.auth, &AuthService::isWorkingChanged, this, [this] {
@@ -45,6 +68,38 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, QObject *pa
     if (with_.auth.isSignedIn()) {
         userChanged();
     }
+}
+
+MainWindowModel::~MainWindowModel() = default;
+
+NotesLibrary *MainWindowModel::library()
+{
+    return &pages_->library;
+}
+
+NotesFileState *MainWindowModel::notesFile()
+{
+    return &pages_->notesFile;
+}
+
+NotesOverview *MainWindowModel::overview()
+{
+    return &pages_->overview;
+}
+
+NotesInsights *MainWindowModel::insights()
+{
+    return &pages_->insights;
+}
+
+NotesExporter *MainWindowModel::exporter()
+{
+    return &pages_->exporter;
+}
+
+OpenedNote *MainWindowModel::note()
+{
+    return &pages_->note;
 }
 
 bool MainWindowModel::hasUnsavedSettings() const
@@ -115,9 +170,9 @@ void MainWindowModel::signIn()
 
 void MainWindowModel::setShown(bool shown)
 {
-    library_.setShown(shown);
+    pages_->library.setShown(shown);
     if (shown) {
-        overview_.followClock();
+        pages_->overview.followClock();
     }
     if (shown && !std::exchange(isShown_, shown) && showsDashboard()) {
         pull();
@@ -135,7 +190,7 @@ void MainWindowModel::pull()
 void MainWindowModel::userChanged()
 {
     setShowsSettings(false);
-    exporter_.setOpen(false);
+    pages_->exporter.setOpen(false);
     isAskedToSignIn_ = false;
     if (settings::usesWithoutAccount.isSet(with_.defaults)) {
         settings::usesWithoutAccount.remove(with_.defaults);
@@ -149,18 +204,18 @@ void MainWindowModel::userChanged()
 void MainWindowModel::leaveEverything()
 {
     setPage(u"home"_s);
-    library_.selection()->setActive(false);
-    library_.setQuery({});
-    library_.leavePlace();
-    exporter_.dismiss();
+    pages_->library.selection()->setActive(false);
+    pages_->library.setQuery({});
+    pages_->library.leavePlace();
+    pages_->exporter.dismiss();
 }
 
 void MainWindowModel::setPage(const QString &page)
 {
-    note_.close();
+    pages_->note.close();
     if (page != page_) {
         page_ = page;
-        insights_.setShown(page == "insights"_L1);
+        pages_->insights.setShown(page == "insights"_L1);
         Q_EMIT pageChanged();
         pull();
     }
@@ -182,10 +237,10 @@ void MainWindowModel::goToSearch()
 
 ComputerModel *MainWindowModel::computer()
 {
-    if (!computer_ && with_.makeComputer) {
-        computer_ = with_.makeComputer();
+    if (!pages_->computer && with_.makeComputer) {
+        pages_->computer = with_.makeComputer();
     }
-    return computer_.get();
+    return pages_->computer.get();
 }
 
 void MainWindowModel::goToService()
@@ -197,14 +252,14 @@ void MainWindowModel::goToService()
         useWithoutAccount();
     }
     setShowsSettings(false);
-    exporter_.setOpen(false);
+    pages_->exporter.setOpen(false);
     setPage(u"computer"_s);
     computer()->askForService();
 }
 
 QString MainWindowModel::language() const
 {
-    return preferences_.preferredOutputLanguage();
+    return UserPreferences(with_.defaults).preferredOutputLanguage();
 }
 
 void MainWindowModel::setLanguage(const QString &language)
@@ -212,27 +267,19 @@ void MainWindowModel::setLanguage(const QString &language)
     settings::preferredOutputLanguage.set(with_.defaults, language);
 }
 
-void MainWindowModel::openRow(int row)
+void MainWindowModel::goToAllNotes()
 {
-    if (const NoteWithContext *entry = library_.noteAt(row)) {
-        note_.open(*entry);
-    }
-}
-
-void MainWindowModel::openLatest(int row)
-{
-    if (const NoteWithContext *entry = library_.latestAt(row)) {
-        note_.open(*entry);
-    }
-}
-
-void MainWindowModel::openPlace(int index)
-{
-    const std::optional<ReadingContext> place = insights_.placeAt(index);
+    pages_->library.leavePlace();
     setPage(u"notes"_s);
-    library_.setGrouping(u"place"_s);
-    library_.setQuery({});
-    library_.setPlace(place);
+}
+
+void MainWindowModel::goToPlace(int index)
+{
+    const std::optional<ReadingContext> place = pages_->insights.placeAt(index);
+    setPage(u"notes"_s);
+    pages_->library.setGrouping(u"place"_s);
+    pages_->library.setQuery({});
+    pages_->library.setPlace(place);
 }
 
 } // namespace vellumo

@@ -2,26 +2,40 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "account/AuthService.h"
-#include "computer/ComputerModel.h"
-#include "insights/NotesInsights.h"
-#include "insights/NotesOverview.h"
-#include "library/NotesExporter.h"
-#include "library/NotesLibrary.h"
-#include "library/OpenedNote.h"
-#include "mainwindow/NotesFileState.h"
-#include "settings/UserPreferences.h"
-#include "sync/SyncReporting.h"
 #include <QObject>
-#include <QPointer>
 #include <QtQml/qqmlregistration.h>
+#include <functional>
 #include <memory>
+
+Q_MOC_INCLUDE("account/AuthService.h")
+Q_MOC_INCLUDE("computer/ComputerModel.h")
+Q_MOC_INCLUDE("insights/NotesInsights.h")
+Q_MOC_INCLUDE("insights/NotesOverview.h")
+Q_MOC_INCLUDE("library/NotesExporter.h")
+Q_MOC_INCLUDE("library/NotesLibrary.h")
+Q_MOC_INCLUDE("library/OpenedNote.h")
+Q_MOC_INCLUDE("mainwindow/NotesFileState.h")
+Q_MOC_INCLUDE("sync/SyncReporting.h")
 
 namespace vellumo {
 
+class AuthService;
+class BilingualText;
+class Clock;
+class ComputerModel;
 class DefaultsStore;
+class NotesExporter;
+class NotesFileState;
+class NotesInsights;
+class NotesLibrary;
+class NotesOverview;
+class NotesStoring;
+class OpenedNote;
+class PageHosting;
+class SyncReporting;
 
-/// What the main window shows, and what can be done there.
+/// The main window around its pages: which one is shown, the settings, and the models that the
+/// pages are given.
 class MainWindowModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -49,7 +63,7 @@ class MainWindowModel : public QObject {
 
 public:
     /// Without sync, nothing is said about it; without what makes the page of this computer, there
-    /// is none. Everything must outlive the model.
+    /// is none. All must outlive the model.
     struct Collaborators {
         NotesStoring &notesStore;
         AuthService &auth;
@@ -65,7 +79,11 @@ public:
         bool canLookForUpdates = false;
     };
 
-    explicit MainWindowModel(const Collaborators &collaborators, QObject *parent = nullptr);
+    /// The pages ask `host`, which must outlive the model.
+    MainWindowModel(const Collaborators &collaborators, PageHosting &host,
+                    QObject *parent = nullptr);
+    ~MainWindowModel() override;
+    Q_DISABLE_COPY_MOVE(MainWindowModel)
 
     /// The dashboard, for a signed-in user and for one who goes without an account; otherwise the
     /// sign-in view.
@@ -97,12 +115,12 @@ public:
     void setLanguage(const QString &language);
 
     [[nodiscard]] AuthService *auth() const { return &with_.auth; }
-    [[nodiscard]] NotesLibrary *library() { return &library_; }
-    [[nodiscard]] NotesFileState *notesFile() { return &notesFile_; }
-    [[nodiscard]] NotesOverview *overview() { return &overview_; }
-    [[nodiscard]] NotesInsights *insights() { return &insights_; }
-    [[nodiscard]] NotesExporter *exporter() { return &exporter_; }
-    [[nodiscard]] OpenedNote *note() { return &note_; }
+    [[nodiscard]] NotesLibrary *library();
+    [[nodiscard]] NotesFileState *notesFile();
+    [[nodiscard]] NotesOverview *overview();
+    [[nodiscard]] NotesInsights *insights();
+    [[nodiscard]] NotesExporter *exporter();
+    [[nodiscard]] OpenedNote *note();
     [[nodiscard]] SyncReporting *sync() const { return with_.sync; }
     [[nodiscard]] bool hasComputer() const { return static_cast<bool>(with_.makeComputer); }
     /// Made when it is asked for first.
@@ -122,11 +140,10 @@ public:
     Q_INVOKABLE void checkForUpdates();
     Q_INVOKABLE void quit();
 
-    /// Opens the page of a note of the list, and of the latest ones.
-    Q_INVOKABLE void openRow(int row);
-    Q_INVOKABLE void openLatest(int row);
+    /// Goes to the notes of all places.
+    Q_INVOKABLE void goToAllNotes();
     /// Goes to the notes of one of the places that the insights name.
-    Q_INVOKABLE void openPlace(int index);
+    Q_INVOKABLE void goToPlace(int index);
 
 Q_SIGNALS:
     void faceChanged();
@@ -137,20 +154,15 @@ Q_SIGNALS:
     void updatesChanged();
 
 private:
+    struct Pages;
+
     void userChanged();
     /// Resets all view state for the next user.
     void leaveEverything();
     void pull();
 
     Collaborators with_;
-    UserPreferences preferences_;
-    NotesLibrary library_;
-    NotesFileState notesFile_;
-    NotesOverview overview_;
-    NotesInsights insights_;
-    NotesExporter exporter_;
-    OpenedNote note_;
-    std::unique_ptr<ComputerModel> computer_;
+    std::unique_ptr<Pages> pages_;
     QString page_ = QStringLiteral("home");
     bool showsSettings_ = false;
     bool isAskedToSignIn_ = false;

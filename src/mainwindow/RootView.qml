@@ -24,7 +24,7 @@ FocusScope {
     LoadedView {
         anchors.fill: parent
         focus: wanted
-        file: Qt.resolvedUrl("AuthView.qml")
+        file: Qt.resolvedUrl("SignInView.qml")
         wanted: !root.main.showsDashboard
         main: root.main
         texts: root.texts

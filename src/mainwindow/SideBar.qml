@@ -104,8 +104,10 @@ Rectangle {
             y: Math.max(entries.y + entries.height + Units.space12,
                         bar.height - height - Units.space16)
             width: bar.width - 2 * Units.space12
-            main: bar.main
-            texts: bar.texts
+            auth: bar.main.auth
+            sync: bar.main.sync
+            english: bar.english
+            onSignInAsked: bar.main.askForSignIn()
         }
     }
     ScrollThumb {

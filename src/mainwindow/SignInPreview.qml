@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
+import Vellumo.Account
 import Vellumo.MainWindow
 import Vellumo.Ui
 
@@ -8,7 +9,7 @@ import Vellumo.Ui
 Window {
     id: window
 
-    required property MainWindowModel main
+    required property AuthService auth
     required property BilingualText texts
 
     width: Units.windowWidth
@@ -18,7 +19,7 @@ Window {
 
     AuthView {
         anchors.fill: parent
-        main: window.main
+        auth: window.auth
         texts: window.texts
     }
 }

@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "account/AuthService.h"
 #include "account/GoogleOAuth.h"
 #include "account/KeychainStore.h"
+#include "library/NotesLibrary.h"
+#include "library/PageHosting.h"
 #include "mainwindow/MainWindowController.h"
 #include "mainwindow/SampleComputer.h"
 #include "platform/fake/FakeClock.h"
@@ -11,12 +14,16 @@
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/fake/FakeSecretItems.h"
 #include "settings/SettingsKeys.h"
+#include "settings/UserPreferences.h"
 #include "support/QuickItems.h"
+#include "sync/SyncReporting.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QTest>
+#include <QUrl>
+#include <QUuid>
 #include <algorithm>
 
 namespace vellumo::test {
@@ -79,6 +86,27 @@ public:
     void announceArrivals() override { asked.append(QStringLiteral("arrivals")); }
 };
 
+/// What the pages have asked of the program.
+class SampleHost : public PageHosting {
+public:
+    QString copied;
+    QUrl opened;
+    QUuid asked;
+    std::function<void(const FileQuestion &question)> answer = [](const auto &) {};
+    int closedDialogs = 0;
+
+    void copyText(const QString &text) override { copied = text; }
+    [[nodiscard]] bool openPage(const QUrl &page) override
+    {
+        opened = page;
+        return false;
+    }
+    void askFurther(const QUuid &note) override { asked = note; }
+    void chooseFile(const FileQuestion &question) override { answer(question); }
+    void closeFileDialog() override { ++closedDialogs; }
+    [[nodiscard]] bool openFolder(const QString & /*folder*/) override { return false; }
+};
+
 /// The main window with everything that it stands on.
 struct WindowDesk {
     QQmlEngine engine;
@@ -97,11 +125,13 @@ struct WindowDesk {
     SampleSync sync;
     SampleComputer computer{defaults, secrets, http, clock, texts};
     QStringList chosen; ///< of the program's menu
+    SampleHost host;
     MainWindowController window{engine,
                                 {notes, auth, &sync, defaults, clock, texts,
                                  [this] { return computer.make(); },
                                  [this] { chosen.append(QStringLiteral("updates")); },
-                                 [this] { chosen.append(QStringLiteral("quit")); }, true}};
+                                 [this] { chosen.append(QStringLiteral("quit")); }, true},
+                                host};
 
     explicit WindowDesk(const QString &language = QStringLiteral("English"))
     {

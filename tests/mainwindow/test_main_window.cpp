@@ -146,7 +146,8 @@ void TestMainWindow::goesOnWithoutAnAccount()
     QVERIFY(desk.item("greeting") && !desk.auth.isWorking());
 
     MainWindowController later(
-        desk.engine, {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts});
+        desk.engine, {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts},
+        desk.host);
     later.show();
     QVERIFY(later.window()->findChild<QQuickItem *>(u"greeting"_s));
 }

@@ -34,15 +34,6 @@ void TestNotePages::readsANote()
     desk.useWithoutAccount();
     desk.notes.notes = notes(3);
     desk.notes.notes[1].note.sourceText = u"<b>bold</b>"_s;
-    QString copied;
-    QUuid asked;
-    QUrl opened;
-    desk.window.onCopy = [&](const QString &text) { copied = text; };
-    desk.window.onAskFurther = [&](const QUuid &id) { asked = id; };
-    desk.window.onOpenPage = [&](const QUrl &url) {
-        opened = url;
-        return false;
-    };
     desk.show();
     QTest::keyClick(desk.window.window(), Qt::Key_F, Qt::ControlModifier);
     for (const char c : {'b', 'o', 'l', 'd'}) {
@@ -55,11 +46,11 @@ void TestNotePages::readsANote()
     QCOMPARE(desk.text("context"), u"a.test · Today, 18:00"_s);
     QCOMPARE(desk.window.openNoteContext(), desk.notes.notes[1].context);
     desk.click("askFurther");
-    QCOMPARE(asked, desk.notes.notes[1].note.id);
+    QCOMPARE(desk.host.asked, desk.notes.notes[1].note.id);
     desk.click("copy");
-    QVERIFY(copied.contains("<b>bold</b>"_L1));
+    QVERIFY(desk.host.copied.contains("<b>bold</b>"_L1));
     desk.click("openPage");
-    QCOMPARE(opened, QUrl(u"https://a.test/1"_s));
+    QCOMPARE(desk.host.opened, QUrl(u"https://a.test/1"_s));
     QVERIFY(desk.text("error").contains("https://a.test/1"_L1));
 
     // what is asked meanwhile appears
@@ -140,7 +131,8 @@ void TestNotePages::tellsOfAnUnreadableFileOnce()
 
     desk.notes.failure.reset();
     MainWindowController later(
-        desk.engine, {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts});
+        desk.engine, {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts},
+        desk.host);
     later.show();
     const auto *notice = later.window()->findChild<QQuickItem *>(u"notesFileNotice"_s);
     QVERIFY(notice && !notice->isVisible());
@@ -193,7 +185,7 @@ void TestNotePages::exportsWhatIsMarked()
     desk.useWithoutAccount();
     desk.notes.notes = notes(30); // of two days
     QString suggested;
-    desk.window.onChooseFile = [&](const NotesExporter::FileQuestion &question) {
+    desk.host.answer = [&](const PageHosting::FileQuestion &question) {
         suggested = question.suggestedName;
         question.onChosen(question.suffix == "json"_L1 ? path : folder.filePath(suggested));
     };
@@ -285,22 +277,21 @@ void TestNotePages::exportsWhatIsMarked()
     // the dialog stands while something else is chosen
     const QTemporaryDir other;
     std::function<void(const QString &)> chooseLate;
-    desk.window.onChooseFile = [&](const NotesExporter::FileQuestion &question) {
+    desk.host.answer = [&](const PageHosting::FileQuestion &question) {
         chooseLate = question.onChosen;
     };
-    int forgotten = 0;
-    desk.window.onForgetFile = [&forgotten] { ++forgotten; };
+    const int before = desk.host.closedDialogs;
     exportsBy(nullptr);
     desk.click("exportFormat"); // the second of three
     chooseLate(other.filePath(u"late.json"_s));
     QVERIFY(tells(u"3 notes are in “late.json”"_s));
     QCOMPARE(written(other.filePath(u"late.json"_s)).split(u' ').size(), 3);
     QCOMPARE(desk.text("count"), u"30"_s);
-    QCOMPARE(forgotten, 0);
+    QCOMPARE(desk.host.closedDialogs, before);
 
     // and while the sheet is dismissed
     exportsBy("exportCancel");
-    QCOMPARE(forgotten, 1);
+    QCOMPARE(desk.host.closedDialogs, before + 1);
     chooseLate(other.filePath(u"never"_s));
     QVERIFY(!desk.item("exportTitle") && !desk.item("exportOutcome"));
 }

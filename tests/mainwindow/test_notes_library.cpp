@@ -4,7 +4,9 @@
 
 #include "WindowDesk.h"
 #include "insights/NotesInsights.h"
+#include "insights/NotesOverview.h"
 #include "library/NotePlace.h"
+#include "library/OpenedNote.h"
 #include "notes/NoteDates.h"
 #include "notes/PageAddress.h"
 #include "support/Waiting.h"
@@ -403,8 +405,9 @@ void TestNotesLibrary::copiesTheWholeNote()
              entry.note.sourceText + u"\n\n"_s + entry.note.explanation
                  + u"\n\n> Why?\n\nSo.\n\nhttps://a.test/1\n"_s);
     Shelf shelf({entry});
-    OpenedNote opened(shelf.library, shelf.texts);
-    opened.open(entry);
+    SampleHost host;
+    OpenedNote opened(shelf.library, host, shelf.texts);
+    opened.openLatest(0);
     QVERIFY(opened.isShortened());
     QVERIFY(opened.sourceText().size() < 30'000);
 }

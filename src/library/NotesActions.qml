@@ -2,17 +2,16 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Vellumo.Library
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// What can be done with several notes: marking them, and writing them to a file.
 Flow {
     id: actions
 
-    required property MainWindowModel main
+    required property NoteSelection selection
+    required property NotesExporter exporter
     required property bool english
 
-    readonly property NoteSelection selection: actions.main.library.selection
     /// The width at which all fit in one line.
     readonly property int oneLine: all.implicitWidth * (all.visible ? 1 : 0) + select.implicitWidth
         + save.implicitWidth + (all.visible ? 2 : 1) * actions.spacing
@@ -56,7 +55,7 @@ Flow {
         quiet: true
         icon: "export"
         text: actions.english ? "Export…" : "导出…"
-        enabled: actions.main.exporter.state !== NotesExporter.Writing
-        onClicked: actions.main.exporter.isOpen = true
+        enabled: actions.exporter.state !== NotesExporter.Writing
+        onClicked: actions.exporter.isOpen = true
     }
 }

@@ -3,17 +3,16 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Library
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// One note: what was read and where, what it means, and everything that was asked about it.
 FocusScope {
     id: page
 
-    required property MainWindowModel main
+    required property OpenedNote note
+    required property bool isFromHome ///< it was opened there
     required property BilingualText texts
 
-    readonly property OpenedNote note: page.main.note
     readonly property bool english: page.texts.english
     readonly property int sidePadding: Math.max(Units.space24,
                                                 Math.round((page.width - Units.noteWidth) / 2))
@@ -46,7 +45,7 @@ FocusScope {
             objectName: "back"
             quiet: true
             icon: "back"
-            text: page.main.page === "home" ? (page.english ? "Home" : "首页")
+            text: page.isFromHome ? (page.english ? "Home" : "首页")
                                             : (page.english ? "Notes" : "笔记")
             onClicked: page.note.close()
         }

@@ -4,19 +4,20 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Insights
 import Vellumo.Library
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// Insights: when was read, in which languages, and where.
 ScrollPage {
     id: page
 
-    required property MainWindowModel main
+    required property NotesInsights insights
+    required property NotesLibrary library
     required property BilingualText texts
 
     readonly property bool english: page.texts.english
-    readonly property NotesInsights insights: page.main.insights
-    readonly property bool isEmpty: page.main.library.total === 0
+    readonly property bool isEmpty: page.library.total === 0
+
+    signal placeChosen(index: int)
 
     spacing: Units.space12
 
@@ -141,7 +142,7 @@ ScrollPage {
                 width: parent?.width ?? 0
                 insights: page.insights
                 english: page.english
-                onChosen: index => page.main.openPlace(index)
+                onChosen: index => page.placeChosen(index)
             }
         }
     }

@@ -2,17 +2,15 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Vellumo.Library
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// How far an export is, and what came of it, until that has been seen. Absent otherwise.
 Card {
     id: line
 
-    required property MainWindowModel main
+    required property NotesExporter exporter
     required property bool english
 
-    readonly property NotesExporter exporter: line.main.exporter
     readonly property bool isWriting: line.exporter.state === NotesExporter.Writing
     readonly property bool isWritten: line.exporter.state === NotesExporter.Written
     readonly property bool isBad: !line.isWriting && !line.isWritten

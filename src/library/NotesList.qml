@@ -3,18 +3,19 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Library
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// All notes that are found, below their headings. Only what can be seen exists.
 FocusScope {
     id: list
 
-    required property MainWindowModel main
+    required property NotesLibrary library
     required property bool english
     required property int sidePadding
 
-    readonly property NoteSelection selection: list.main.library.selection
+    readonly property NoteSelection selection: list.library.selection
+
+    signal noteChosen(row: int)
 
     property real keptY: 0
     property string keptId: ""
@@ -28,9 +29,9 @@ FocusScope {
         let next = Math.max(0, Math.min(last, rows.currentIndex + by))
         // headings are passed over, in the direction of the step or back
         const direction = by < 0 ? -1 : 1
-        if (list.main.library.isHeading(next))
+        if (list.library.isHeading(next))
             next = next + direction >= 0 && next + direction <= last ? next + direction : next + 1
-        if (next <= last && !list.main.library.isHeading(next))
+        if (next <= last && !list.library.isHeading(next))
             rows.currentIndex = next
         // the first heading belongs to the first note
         if (rows.currentIndex <= 1)
@@ -51,7 +52,7 @@ FocusScope {
     function take(row: int, modifiers: int): void {
         const marks = (modifiers & (Qt.ShiftModifier | Qt.ControlModifier)) !== 0
         if (!marks && !list.selection.isActive) {
-            list.main.openRow(row)
+            list.noteChosen(row)
             return
         }
         // from here on the keys go on with it
@@ -64,14 +65,14 @@ FocusScope {
     }
 
     Connections {
-        target: list.main.library
+        target: list.library
 
         function onRowsAboutToRefresh(): void {
             list.keptY = rows.contentY
-            list.keptId = list.main.library.idAt(rows.currentIndex)
+            list.keptId = list.library.idAt(rows.currentIndex)
         }
         function onRowsRefreshed(): void {
-            rows.currentIndex = list.main.library.rowOf(list.keptId)
+            rows.currentIndex = list.library.rowOf(list.keptId)
             rows.contentY = Math.min(list.keptY, Math.max(0, rows.contentHeight - rows.height))
         }
     }
@@ -81,7 +82,7 @@ FocusScope {
 
         objectName: "rows"
         anchors.fill: parent
-        model: list.main.library.rows
+        model: list.library.rows
         focus: true
         activeFocusOnTab: true
         boundsBehavior: Flickable.StopAtBounds
@@ -119,7 +120,7 @@ FocusScope {
                 list.selection.toggle(rows.currentIndex)
             else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter
                      || event.key === Qt.Key_Space)
-                list.main.openRow(rows.currentIndex)
+                list.noteChosen(rows.currentIndex)
             else
                 event.accepted = false
         }

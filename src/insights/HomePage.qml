@@ -4,25 +4,28 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Insights
 import Vellumo.Library
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// Home: a greeting, the month in a few numbers, and the latest notes.
 ScrollPage {
     id: page
 
-    required property MainWindowModel main
+    required property NotesOverview overview
+    required property NotesLibrary library
     required property BilingualText texts
 
     readonly property bool english: page.texts.english
-    readonly property NotesOverview overview: page.main.overview
-    readonly property bool isEmpty: page.main.library.total === 0
+    readonly property bool isEmpty: page.library.total === 0
+
+    /// One of the latest notes.
+    signal noteChosen(row: int)
+    signal allNotesAsked
 
     property int keptCard: -1
     property string keptId: ""
 
     Connections {
-        target: page.main.library
+        target: page.library
 
         function onLatestAboutToRefresh(): void {
             page.keptCard = -1
@@ -30,12 +33,12 @@ ScrollPage {
                 if (cards.itemAt(i)?.focus)
                     page.keptCard = i
             }
-            page.keptId = page.main.library.latestIdAt(page.keptCard)
+            page.keptId = page.library.latestIdAt(page.keptCard)
         }
         function onLatestRefreshed(): void {
             if (page.keptCard < 0)
                 return
-            const row = page.main.library.latestRowOf(page.keptId)
+            const row = page.library.latestRowOf(page.keptId)
             // the keyboard as well, if the page has it
             const card = cards.itemAt(row >= 0 ? row : Math.min(page.keptCard, cards.count - 1))
             if (card !== null)
@@ -131,10 +134,7 @@ ScrollPage {
             y: Units.space20
             quiet: true
             text: page.english ? "All notes" : "全部笔记"
-            onClicked: {
-                page.main.library.leavePlace()
-                page.main.page = "notes"
-            }
+            onClicked: page.allNotesAsked()
         }
     }
     Column {
@@ -150,7 +150,7 @@ ScrollPage {
         Repeater {
             id: cards
 
-            model: page.main.library.latest
+            model: page.library.latest
 
             NoteCard {
                 id: card
@@ -163,7 +163,7 @@ ScrollPage {
                 english: page.english
                 activeFocusOnTab: true
                 hasKeyboard: activeFocus
-                onAction: page.main.openLatest(card.index)
+                onAction: page.noteChosen(card.index)
                 Keys.onPressed: event => {
                     const keys = [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter]
                     event.accepted = keys.includes(event.key)

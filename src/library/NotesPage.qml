@@ -2,22 +2,27 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Vellumo.Library
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// All notes: searched, and grouped by day or by place.
 FocusScope {
     id: page
 
-    required property MainWindowModel main
+    required property NotesLibrary library
+    required property NotesExporter exporter
     required property BilingualText texts
 
     readonly property bool english: page.texts.english
-    readonly property NotesLibrary library: page.main.library
     readonly property NoteSelection selection: page.library.selection
     readonly property int sidePadding: Math.max(Units.space24,
                                                 Math.round((page.width - Units.pageWidth) / 2))
     readonly property bool isNarrow: page.width - 2 * page.sidePadding < Units.scaled(520)
+
+    signal noteChosen(row: int)
+
+    function focusSearch(): void {
+        field.focusField()
+    }
 
     function countText(): string {
         if (page.selection.isActive)
@@ -43,14 +48,6 @@ FocusScope {
             page.selection.isActive = false
         else
             page.leavePlace()
-    }
-
-    Connections {
-        target: page.main
-
-        function onSearchRequested(): void {
-            field.focusField()
-        }
     }
 
     Connections {
@@ -99,7 +96,8 @@ FocusScope {
             y: fits ? Math.round((title.height - Units.button) / 2) : title.height + Units.space4
             width: fits ? oneLine : top.width + Units.space12
             visible: page.library.total > 0
-            main: page.main
+            selection: page.selection
+            exporter: page.exporter
             english: page.english
             onSelecting: list.forceActiveFocus(Qt.OtherFocusReason)
         }
@@ -156,9 +154,10 @@ FocusScope {
         width: page.width
         height: page.height - y - (outcome.visible ? outcome.height + Units.space24 : 0)
         visible: page.library.found > 0
-        main: page.main
+        library: page.library
         english: page.english
         sidePadding: page.sidePadding
+        onNoteChosen: row => page.noteChosen(row)
     }
     ExportLine {
         id: outcome
@@ -166,7 +165,7 @@ FocusScope {
         x: page.sidePadding
         y: page.height - height - Units.space16
         width: page.width - 2 * x
-        main: page.main
+        exporter: page.exporter
         english: page.english
         onKeyboardLeft: list.forceActiveFocus(Qt.OtherFocusReason)
     }

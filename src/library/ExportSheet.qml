@@ -2,19 +2,17 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Vellumo.Library
-import Vellumo.MainWindow
 import Vellumo.Ui
 
 /// Which notes are exported, and as what. The file is chosen next.
 Sheet {
     id: sheet
 
-    required property MainWindowModel main
+    required property NotesExporter exporter
+    required property NotesLibrary library
     required property BilingualText texts
 
     readonly property bool english: sheet.texts.english
-    readonly property NotesExporter exporter: sheet.main.exporter
-    readonly property NotesLibrary library: sheet.main.library
     readonly property bool hasFound: sheet.library.hasFound
     readonly property bool asksWhich: sheet.hasFound || sheet.hasSelected
     readonly property bool asksWhat: !sheet.exporter.asksToReplace

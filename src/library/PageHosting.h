@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <functional>
+
+class QUrl;
+class QUuid;
+
+namespace vellumo {
+
+/// What a page of the main window can ask of the program around it.
+class PageHosting {
+public:
+    /// A request for a file dialog.
+    struct FileQuestion {
+        QString suggestedName;
+        QString suffix; ///< "md", "csv" or "json"
+        /// Called with the whole path, at most once; not at all when none is chosen.
+        std::function<void(const QString &path)> onChosen;
+    };
+
+    virtual ~PageHosting() = default;
+
+    /// Puts the text on the clipboard.
+    virtual void copyText(const QString &text) = 0;
+    /// Returns whether a browser could be started.
+    [[nodiscard]] virtual bool openPage(const QUrl &page) = 0;
+    /// Opens the panel of a note with the keyboard in its question field.
+    virtual void askFurther(const QUuid &note) = 0;
+    /// Shows a file dialog, in place of one that is open. Returns at once.
+    virtual void chooseFile(const FileQuestion &question) = 0;
+    /// Closes the file dialog, if one is open; nothing is answered.
+    virtual void closeFileDialog() = 0;
+    /// Returns whether the folder could be shown.
+    [[nodiscard]] virtual bool openFolder(const QString &folder) = 0;
+};
+
+} // namespace vellumo

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.MainWindow
+import Vellumo.Ui
+
+/// A page of the dashboard. It is loaded when it is first shown and hidden while a note is open.
+LoadedView {
+    id: view
+
+    required property string page
+
+    visible: view.wanted && !view.main.note.isOpen
+    focus: view.visible
+    kept: true
+    wanted: view.main.page === view.page
+}

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Library
+import Vellumo.MainWindow
+
+/// The page of one note in the main window.
+NotePage {
+    id: view
+
+    required property MainWindowModel main
+
+    note: view.main.note
+    isFromHome: view.main.page === "home"
+}
