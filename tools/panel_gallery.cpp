@@ -164,7 +164,7 @@ int main(int argc, char **argv)
     ResultPanelController panel(windows, screens, monitors, texts);
     ConsentDialog dialog(engine, texts);
     Gallery gallery(panel, dialog);
-    panel.onOpenServiceSettings = [] {};
+    QObject::connect(&panel, &ResultPanelController::serviceSettingsRequested, &panel, [] {});
 
     QElapsedTimer timer;
     timer.start();

@@ -200,7 +200,7 @@ QList<View> views()
         {u"home-sync-trouble"_s,
          [signedIn](WindowDesk &g) {
              signedIn(g);
-             g.sync.trouble = SyncReporting::Problem::Unreachable;
+             g.sync.trouble = SyncError::Kind::Unreachable;
              g.sync.left = 3;
          }},
         {u"home-unreadable-file"_s,
