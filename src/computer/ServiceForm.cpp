@@ -34,19 +34,19 @@ ServiceForm::ServiceForm(ServiceSetup &setup, Clock &clock, const BilingualText 
     connect(&texts_, &BilingualText::languageChanged, this, &ServiceForm::changed);
 }
 
-QString ServiceForm::mode() const
+ServiceForm::Mode ServiceForm::mode() const
 {
     if (showsOwn_) {
-        return u"own"_s;
+        return Mode::Own;
     }
     switch (setup_.use()) {
     case Use::samples:
-        return u"samples"_s;
+        return Mode::Samples;
     case Use::configured:
     case Use::environment:
-        return u"configured"_s;
+        return Mode::Configured;
     case Use::own:
-        return u"own"_s;
+        return Mode::Own;
     }
     Q_UNREACHABLE();
 }
@@ -213,7 +213,7 @@ QString ServiceForm::removedText() const
     Q_UNREACHABLE();
 }
 
-void ServiceForm::choose(const QString &mode)
+void ServiceForm::choose(Mode mode)
 {
     if (mode == this->mode()) {
         return;
@@ -221,9 +221,9 @@ void ServiceForm::choose(const QString &mode)
     trial_.reset();
     addressProblem_ = Problem::none;
     showsOwn_ = false;
-    if (mode == "samples"_L1) {
+    if (mode == Mode::Samples) {
         setup_.useSamples();
-    } else if (mode == "configured"_L1) {
+    } else if (mode == Mode::Configured) {
         setup_.useConfigured();
     } else {
         // What was entered earlier counts again; for the rest there is "Save".

@@ -18,7 +18,7 @@ class ServiceForm : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
-    Q_PROPERTY(QString mode READ mode NOTIFY changed)
+    Q_PROPERTY(Mode mode READ mode NOTIFY changed)
     Q_PROPERTY(bool isForced READ isForced NOTIFY changed)
     Q_PROPERTY(bool hasConfigured READ hasConfigured NOTIFY changed)
     Q_PROPERTY(bool isInUse READ isInUse NOTIFY changed)
@@ -42,12 +42,15 @@ class ServiceForm : public QObject {
     Q_PROPERTY(bool isTrying READ isTrying NOTIFY changed)
 
 public:
+    enum class Mode : quint8 { Samples, Configured, Own };
+    Q_ENUM(Mode)
+
     /// All must outlive the form.
     ServiceForm(ServiceSetup &setup, Clock &clock, const BilingualText &texts,
                 QObject *parent = nullptr);
 
-    /// "samples", "configured" or "own"; what is shown, which for "own" need not be in use yet.
-    [[nodiscard]] QString mode() const;
+    /// The choice that is shown; an own service need not be in use yet.
+    [[nodiscard]] Mode mode() const;
     [[nodiscard]] bool isForced() const { return setup_.use() == ServiceSetup::Use::environment; }
     [[nodiscard]] bool hasConfigured() const { return setup_.hasConfigured(); }
     [[nodiscard]] bool isInUse() const { return setup_.use() == ServiceSetup::Use::own; }
@@ -75,7 +78,7 @@ public:
     [[nodiscard]] bool isGood() const { return isGood_; }
     [[nodiscard]] bool isTrying() const { return trial_ != nullptr; }
 
-    Q_INVOKABLE void choose(const QString &mode);
+    Q_INVOKABLE void choose(Mode mode);
     /// Takes what was typed over, at once and for later runs; false with the reason shown.
     Q_INVOKABLE bool save(const QString &base, const QString &model, const QString &key);
     /// Sends one small real request to what was typed.

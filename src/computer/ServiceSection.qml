@@ -12,7 +12,7 @@ SectionCard {
     required property bool english
 
     readonly property ServiceForm service: section.computer.service
-    readonly property bool isOwn: section.service.mode === "own" && !section.service.isForced
+    readonly property bool isOwn: section.service.mode === ServiceForm.Own && !section.service.isForced
 
     property bool asksToRemove: false
 
@@ -24,7 +24,7 @@ SectionCard {
         if (section.service.isForced)
             return
         if (!section.isOwn)
-            section.service.choose("own")
+            section.service.choose(ServiceForm.Own)
         address.forceActiveFocus(Qt.OtherFocusReason)
     }
     function fill(): void {
@@ -92,8 +92,9 @@ SectionCard {
                                    : (named ? ["示例", "随安装设置", "自己的服务"]
                                             : ["示例回答", "自己的服务"])
         }
-        values: section.service.hasConfigured ? ["samples", "configured", "own"]
-                                              : ["samples", "own"]
+        values: section.service.hasConfigured
+            ? [ServiceForm.Samples, ServiceForm.Configured, ServiceForm.Own]
+            : [ServiceForm.Samples, ServiceForm.Own]
         value: section.service.mode
         accessibleName: section.title
         onChosen: value => section.service.choose(value)
@@ -101,7 +102,7 @@ SectionCard {
     Label {
         width: parent.width
         visible: !section.service.isForced && !section.isOwn
-        text: section.service.mode === "samples"
+        text: section.service.mode === ServiceForm.Samples
             ? (section.english ? "Every double tap is answered with one of a few samples, marked as such, so that you can see how it works."
                                : "每次双击都用几条固定的示例来回答,并注明是示例,方便你了解它怎么用。")
             : (section.english ? "%1, as Info.json names it: yours in %2, or the installation's."

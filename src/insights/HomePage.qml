@@ -48,9 +48,9 @@ ScrollPage {
 
     function greeting(): string {
         switch (page.overview.partOfDay) {
-        case "morning":
+        case NotesOverview.Morning:
             return page.english ? "Good morning" : "早上好"
-        case "afternoon":
+        case NotesOverview.Afternoon:
             return page.english ? "Good afternoon" : "下午好"
         default:
             return page.english ? "Good evening" : "晚上好"

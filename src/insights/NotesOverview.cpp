@@ -36,13 +36,13 @@ NotesOverview::NotesOverview(NotesLibrary &library, const Clock &clock, Bilingua
     connect(&texts_, &BilingualText::languageChanged, this, &NotesOverview::compute);
 }
 
-QString NotesOverview::partOfDayNow() const
+NotesOverview::PartOfDay NotesOverview::partOfDayNow() const
 {
     const int hour = NoteDates::localTime(clock_.secondsSinceReferenceDate()).time().hour();
     if (hour >= 5 && hour < 12) {
-        return u"morning"_s;
+        return PartOfDay::Morning;
     }
-    return hour >= 12 && hour < 18 ? u"afternoon"_s : u"evening"_s;
+    return hour >= 12 && hour < 18 ? PartOfDay::Afternoon : PartOfDay::Evening;
 }
 
 void NotesOverview::followClock()

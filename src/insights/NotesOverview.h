@@ -17,7 +17,7 @@ class NotesOverview : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
-    Q_PROPERTY(QString partOfDay READ partOfDay NOTIFY changed)
+    Q_PROPERTY(PartOfDay partOfDay READ partOfDay NOTIFY changed)
     Q_PROPERTY(int today READ today NOTIFY changed)
     Q_PROPERTY(QString todayPlace READ todayPlace NOTIFY changed)
     Q_PROPERTY(int thisMonth READ thisMonth NOTIFY changed)
@@ -28,12 +28,14 @@ class NotesOverview : public QObject {
     Q_PROPERTY(QList<int> days READ days NOTIFY changed)
 
 public:
+    enum class PartOfDay : quint8 { Morning, Afternoon, Evening };
+    Q_ENUM(PartOfDay)
+
     /// What is handed over must outlive the overview.
     NotesOverview(NotesLibrary &library, const Clock &clock, BilingualText &texts,
                   QObject *parent = nullptr);
 
-    /// "morning", "afternoon" or "evening".
-    [[nodiscard]] QString partOfDay() const { return partOfDay_; }
+    [[nodiscard]] PartOfDay partOfDay() const { return partOfDay_; }
     [[nodiscard]] int today() const { return today_; }
     /// Where more than half of today's notes were read; empty without such a place, and when it
     /// has no name.
@@ -55,12 +57,12 @@ Q_SIGNALS:
     void changed();
 
 private:
-    [[nodiscard]] QString partOfDayNow() const;
+    [[nodiscard]] PartOfDay partOfDayNow() const;
 
     NotesLibrary &library_;
     const Clock &clock_;
     BilingualText &texts_;
-    QString partOfDay_;
+    PartOfDay partOfDay_ = PartOfDay::Evening;
     int today_ = 0;
     QString todayPlace_;
     int thisMonth_ = 0;

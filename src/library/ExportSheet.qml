@@ -26,17 +26,17 @@ Sheet {
     onDismissed: sheet.exporter.isOpen = false
 
     function countText(): string {
-        const count = sheet.exporter.scope === "all" ? sheet.library.total
-            : sheet.exporter.scope === "found" ? sheet.library.found : sheet.library.selection.count
+        const count = sheet.exporter.scope === NotesExporter.All ? sheet.library.total
+            : sheet.exporter.scope === NotesExporter.Found ? sheet.library.found : sheet.library.selection.count
         return sheet.english ? (count === 1 ? "One note" : "%1 notes".arg(count))
                              : "%1 条笔记".arg(count)
     }
     function formatText(): string {
         switch (sheet.exporter.format) {
-        case "md":
+        case NotesExporter.Markdown:
             return sheet.english ? "A document to read and print, day by day."
                                  : "按日期排列的文档,适合阅读和打印。"
-        case "csv":
+        case NotesExporter.Csv:
             return sheet.english ? "A table for spreadsheets and flash-card programs."
                                  : "表格,可用于电子表格和记忆卡片软件。"
         default:
@@ -75,10 +75,10 @@ Sheet {
             width: parent.width
             visible: sheet.asksWhat && sheet.asksWhich
             focus: sheet.asksWhich
-            labels: sheet.hasFound && sheet.hasSelected ? [sheet.all, sheet.found, sheet.selected]
-                : sheet.hasFound ? [sheet.all, sheet.found] : [sheet.all, sheet.selected]
-            values: sheet.hasFound && sheet.hasSelected ? ["all", "found", "selected"]
-                : sheet.hasFound ? ["all", "found"] : ["all", "selected"]
+            labels: [sheet.all].concat(sheet.hasFound ? [sheet.found] : [],
+                                       sheet.hasSelected ? [sheet.selected] : [])
+            values: [NotesExporter.All].concat(sheet.hasFound ? [NotesExporter.Found] : [],
+                                               sheet.hasSelected ? [NotesExporter.Selected] : [])
             value: sheet.exporter.scope
             accessibleName: sheet.english ? "Which notes" : "导出哪些笔记"
             onChosen: value => { sheet.exporter.scope = value }
@@ -95,7 +95,7 @@ Sheet {
             visible: sheet.asksWhat
             focus: !sheet.asksWhich
             labels: ["Markdown", "CSV", "JSON"]
-            values: ["md", "csv", "json"]
+            values: [NotesExporter.Markdown, NotesExporter.Csv, NotesExporter.Json]
             value: sheet.exporter.format
             accessibleName: sheet.english ? "Format" : "格式"
             onChosen: value => { sheet.exporter.format = value }

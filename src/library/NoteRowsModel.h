@@ -5,6 +5,7 @@
 #include "notes/ReadingNote.h"
 #include <QAbstractListModel>
 #include <QDate>
+#include <QtQml/qqmlregistration.h>
 #include <functional>
 
 namespace vellumo {
@@ -13,9 +14,12 @@ namespace vellumo {
 /// plain, when the view asks for them; a row itself is two numbers.
 class NoteRowsModel final : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the application")
 
 public:
     enum class Grouping : quint8 { None, ByDay, ByPlace };
+    Q_ENUM(Grouping)
 
     enum Role { IsHeading = Qt::UserRole, Title, Detail, When, Place, FollowUps, IsSelected };
 

@@ -67,9 +67,9 @@ void NotesExporter::setOpen(bool open)
     isOpen_ = open;
     asksToReplace_ = false;
     if (open) {
-        scope_ = library_.selection()->count() > 0 ? u"selected"_s
-            : library_.hasFound()                  ? u"found"_s
-                                                   : u"all"_s;
+        scope_ = library_.selection()->count() > 0 ? Scope::Selected
+            : library_.hasFound()                  ? Scope::Found
+                                                   : Scope::All;
         state_ = State::Idle;
     } else {
         ++question_;
@@ -79,19 +79,15 @@ void NotesExporter::setOpen(bool open)
     Q_EMIT changed();
 }
 
-void NotesExporter::setScope(const QString &scope)
+void NotesExporter::setScope(Scope scope)
 {
     scope_ = scope;
     Q_EMIT changed();
 }
 
-void NotesExporter::setFormat(const QString &format)
+void NotesExporter::setFormat(Format format)
 {
-    for (const auto known : {ExportFormat::Markdown, ExportFormat::Csv, ExportFormat::Json}) {
-        if (fileSuffix(known) == format) {
-            format_ = known;
-        }
-    }
+    format_ = static_cast<ExportFormat>(format);
     Q_EMIT changed();
 }
 
@@ -100,10 +96,11 @@ void NotesExporter::chooseFile()
     asksToReplace_ = false;
     Q_EMIT changed();
     plan_ = plan();
+    const QString suffix = fileSuffix(format_);
     const QString name =
-        u"vellumo-notes-%1.%2"_s.arg(library_.today().toString(Qt::ISODate), format());
+        u"vellumo-notes-%1.%2"_s.arg(library_.today().toString(Qt::ISODate), suffix);
     host_.chooseFile(
-        {name, format(),
+        {name, suffix,
          [guard = QPointer<NotesExporter>(this), question = ++question_](const QString &path) {
              if (guard && guard->question_ == question) {
                  guard->chosen(path);
@@ -134,9 +131,9 @@ void NotesExporter::replace()
 
 NotesExporter::Plan NotesExporter::plan() const
 {
-    const bool isOfMarked = scope_ == "selected"_L1;
+    const bool isOfMarked = scope_ == Scope::Selected;
     NotesLibrary::Excerpt excerpt = isOfMarked ? library_.selectedNotes()
-        : scope_ == "found"_L1                 ? library_.foundNotes()
+        : scope_ == Scope::Found               ? library_.foundNotes()
                                                : library_.allNotes();
     Plan plan;
     plan.order.notes = std::move(excerpt.notes);

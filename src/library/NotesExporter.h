@@ -22,8 +22,8 @@ class NotesExporter : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool isOpen READ isOpen WRITE setOpen NOTIFY changed)
-    Q_PROPERTY(QString scope READ scope WRITE setScope NOTIFY changed)
-    Q_PROPERTY(QString format READ format WRITE setFormat NOTIFY changed)
+    Q_PROPERTY(Scope scope READ scope WRITE setScope NOTIFY changed)
+    Q_PROPERTY(Format format READ format WRITE setFormat NOTIFY changed)
     Q_PROPERTY(State state READ state NOTIFY changed)
     Q_PROPERTY(QString fileName READ fileName NOTIFY changed)
     Q_PROPERTY(QString path READ path NOTIFY changed)
@@ -45,6 +45,14 @@ public:
         Failed, ///< the detail says why, in the system's words
     };
     Q_ENUM(State)
+    enum class Scope : quint8 { All, Found, Selected };
+    Q_ENUM(Scope)
+    enum class Format : quint8 {
+        Markdown = static_cast<quint8>(ExportFormat::Markdown),
+        Csv = static_cast<quint8>(ExportFormat::Csv),
+        Json = static_cast<quint8>(ExportFormat::Json),
+    };
+    Q_ENUM(Format)
 
     /// What is handed over must outlive the exporter.
     NotesExporter(NotesLibrary &library, PageHosting &host, BilingualText &texts,
@@ -55,12 +63,10 @@ public:
     [[nodiscard]] bool isOpen() const { return isOpen_; }
     void setOpen(bool open);
 
-    /// "all", "found" or "selected".
-    [[nodiscard]] QString scope() const { return scope_; }
-    void setScope(const QString &scope);
-    /// The format's suffix.
-    [[nodiscard]] QString format() const { return fileSuffix(format_); }
-    void setFormat(const QString &format);
+    [[nodiscard]] Scope scope() const { return scope_; }
+    void setScope(Scope scope);
+    [[nodiscard]] Format format() const { return static_cast<Format>(format_); }
+    void setFormat(Format format);
 
     /// Asks for a file, and writes it once it is known: the notes as they are chosen now, in the
     /// format of now.
@@ -100,7 +106,7 @@ private:
     NotesLibrary &library_;
     PageHosting &host_;
     BilingualText &texts_;
-    QString scope_ = QStringLiteral("all");
+    Scope scope_ = Scope::All;
     ExportFormat format_ = ExportFormat::Markdown;
     Plan plan_;
     int question_ = 0; ///< the last one; answers to earlier ones are ignored

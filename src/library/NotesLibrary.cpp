@@ -121,16 +121,10 @@ bool NotesLibrary::fits(const NoteWithContext &entry) const
     return (!place_ || isSamePlace(*place_, entry.context)) && search_.fits(entry);
 }
 
-QString NotesLibrary::grouping() const
+void NotesLibrary::setGrouping(NoteRowsModel::Grouping grouping)
 {
-    return grouping_ == NoteRowsModel::Grouping::ByPlace ? u"place"_s : u"day"_s;
-}
-
-void NotesLibrary::setGrouping(const QString &grouping)
-{
-    if (grouping != this->grouping()) {
-        grouping_ = grouping == "place"_L1 ? NoteRowsModel::Grouping::ByPlace
-                                           : NoteRowsModel::Grouping::ByDay;
+    if (grouping != grouping_) {
+        grouping_ = grouping;
         if (!slices_.isActive()) { // otherwise what is found will be grouped so
             rows_.setNotes(searchedNotes_, shown_, grouping_);
         }

@@ -31,7 +31,7 @@ class NotesLibrary : public QObject {
     Q_PROPERTY(bool isOfOnePlace READ isOfOnePlace NOTIFY changed)
     Q_PROPERTY(QString placeName READ placeName NOTIFY changed)
     Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY changed)
-    Q_PROPERTY(QString grouping READ grouping WRITE setGrouping NOTIFY changed)
+    Q_PROPERTY(vellumo::NoteRowsModel::Grouping grouping READ grouping WRITE setGrouping NOTIFY changed)
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY changed)
 
 public:
@@ -80,9 +80,9 @@ public:
     /// Whether there is a query or a place.
     [[nodiscard]] bool isFiltered() const { return isOfOnePlace() || !search_.isEmpty(); }
 
-    /// "day" or "place".
-    [[nodiscard]] QString grouping() const;
-    void setGrouping(const QString &grouping);
+    /// By day or by place.
+    [[nodiscard]] NoteRowsModel::Grouping grouping() const { return grouping_; }
+    void setGrouping(NoteRowsModel::Grouping grouping);
 
     Q_INVOKABLE [[nodiscard]] bool isHeading(int row) const { return noteAt(row) == nullptr; }
     [[nodiscard]] const NoteWithContext *noteAt(int row) const { return rows_.noteAt(row); }

@@ -126,7 +126,7 @@ FocusScope {
             x: page.isNarrow ? 0 : parent.width - width
             y: page.isNarrow ? field.y + field.height + Units.space12 : field.y
             labels: page.english ? ["By day", "By place"] : ["按日期", "按位置"]
-            values: ["day", "place"]
+            values: [NoteRowsModel.ByDay, NoteRowsModel.ByPlace]
             value: page.library.grouping
             accessibleName: page.english ? "Grouping" : "分组"
             onChosen: value => {

@@ -8,7 +8,7 @@ import Vellumo.Ui
 LoadedView {
     id: view
 
-    required property string page
+    required property int page
 
     visible: view.wanted && !view.main.note.isOpen
     focus: view.visible

@@ -90,28 +90,28 @@ FocusScope {
 
         DashboardPage {
             anchors.fill: parent
-            page: "home"
+            page: MainWindowModel.Home
             file: Qt.resolvedUrl("HomeView.qml")
             main: dashboard.main
             texts: dashboard.texts
         }
         DashboardPage {
             anchors.fill: parent
-            page: "notes"
+            page: MainWindowModel.Notes
             file: Qt.resolvedUrl("NotesView.qml")
             main: dashboard.main
             texts: dashboard.texts
         }
         DashboardPage {
             anchors.fill: parent
-            page: "insights"
+            page: MainWindowModel.Insights
             file: Qt.resolvedUrl("InsightsView.qml")
             main: dashboard.main
             texts: dashboard.texts
         }
         DashboardPage {
             anchors.fill: parent
-            page: "computer"
+            page: MainWindowModel.Computer
             file: Qt.resolvedUrl("ComputerView.qml")
             main: dashboard.main
             texts: dashboard.texts

@@ -22,6 +22,11 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
+namespace {
+constexpr QLatin1StringView english("English");
+constexpr QLatin1StringView chinese("Chinese");
+} // namespace
+
 /// What the pages show.
 struct MainWindowModel::Pages {
     Pages(const Collaborators &with, PageHosting &host)
@@ -203,19 +208,19 @@ void MainWindowModel::userChanged()
 
 void MainWindowModel::leaveEverything()
 {
-    setPage(u"home"_s);
+    setPage(Page::Home);
     pages_->library.selection()->setActive(false);
     pages_->library.setQuery({});
     pages_->library.leavePlace();
     pages_->exporter.dismiss();
 }
 
-void MainWindowModel::setPage(const QString &page)
+void MainWindowModel::setPage(Page page)
 {
     pages_->note.close();
     if (page != page_) {
         page_ = page;
-        pages_->insights.setShown(page == "insights"_L1);
+        pages_->insights.setShown(page == Page::Insights);
         Q_EMIT pageChanged();
         pull();
     }
@@ -231,7 +236,7 @@ void MainWindowModel::setShowsSettings(bool shows)
 
 void MainWindowModel::goToSearch()
 {
-    setPage(u"notes"_s);
+    setPage(Page::Notes);
     Q_EMIT searchRequested();
 }
 
@@ -253,31 +258,37 @@ void MainWindowModel::goToService()
     }
     setShowsSettings(false);
     pages_->exporter.setOpen(false);
-    setPage(u"computer"_s);
+    setPage(Page::Computer);
     computer()->askForService();
 }
 
-QString MainWindowModel::language() const
+MainWindowModel::Language MainWindowModel::language() const
 {
-    return UserPreferences(with_.defaults).preferredOutputLanguage();
+    const QString name = UserPreferences(with_.defaults).preferredOutputLanguage();
+    return name == chinese ? Language::Chinese
+        : name == english  ? Language::English
+                           : Language::Other;
 }
 
-void MainWindowModel::setLanguage(const QString &language)
+void MainWindowModel::setLanguage(Language language)
 {
-    settings::preferredOutputLanguage.set(with_.defaults, language);
+    if (language != Language::Other) {
+        settings::preferredOutputLanguage.set(
+            with_.defaults, language == Language::English ? english : chinese);
+    }
 }
 
 void MainWindowModel::goToAllNotes()
 {
     pages_->library.leavePlace();
-    setPage(u"notes"_s);
+    setPage(Page::Notes);
 }
 
 void MainWindowModel::goToPlace(int index)
 {
     const std::optional<ReadingContext> place = pages_->insights.placeAt(index);
-    setPage(u"notes"_s);
-    pages_->library.setGrouping(u"place"_s);
+    setPage(Page::Notes);
+    pages_->library.setGrouping(NoteRowsModel::Grouping::ByPlace);
     pages_->library.setQuery({});
     pages_->library.setPlace(place);
 }

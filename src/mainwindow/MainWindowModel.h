@@ -41,9 +41,9 @@ class MainWindowModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool showsDashboard READ showsDashboard NOTIFY faceChanged)
-    Q_PROPERTY(QString page READ page WRITE setPage NOTIFY pageChanged)
+    Q_PROPERTY(Page page READ page WRITE setPage NOTIFY pageChanged)
     Q_PROPERTY(bool showsSettings READ showsSettings WRITE setShowsSettings NOTIFY pageChanged)
-    Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
+    Q_PROPERTY(Language language READ language WRITE setLanguage NOTIFY languageChanged)
     Q_PROPERTY(vellumo::AuthService *auth READ auth CONSTANT)
     Q_PROPERTY(vellumo::NotesLibrary *library READ library CONSTANT)
     Q_PROPERTY(vellumo::NotesFileState *notesFile READ notesFile CONSTANT)
@@ -62,6 +62,12 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(vellumo::ComputerModel *computer READ computer CONSTANT)
 
 public:
+    enum class Page : quint8 { Home, Notes, Insights, Computer };
+    Q_ENUM(Page)
+    /// The languages that can be chosen in the settings.
+    enum class Language : quint8 { Chinese, English, Other };
+    Q_ENUM(Language)
+
     /// Without sync, nothing is said about it; without what makes the page of this computer, there
     /// is none. All must outlive the model.
     struct Collaborators {
@@ -99,9 +105,9 @@ public:
     /// The window is shown or hidden. Showing it fetches notes.
     void setShown(bool shown);
 
-    /// "home", "notes", "insights" or "computer". Going to a page leaves the note that is open.
-    [[nodiscard]] QString page() const { return page_; }
-    void setPage(const QString &page);
+    /// Going to a page closes the note that is open.
+    [[nodiscard]] Page page() const { return page_; }
+    void setPage(Page page);
     [[nodiscard]] bool showsSettings() const { return showsSettings_; }
     void setShowsSettings(bool shows);
     /// Goes to the notes, with the keyboard in the search field.
@@ -110,9 +116,9 @@ public:
     /// Opens the service settings. A user who is not signed in continues without an account.
     void goToService();
 
-    /// The preference as it is stored, or its default.
-    [[nodiscard]] QString language() const;
-    void setLanguage(const QString &language);
+    /// The preferred language of explanations and of all texts. `Other` cannot be set.
+    [[nodiscard]] Language language() const;
+    void setLanguage(Language language);
 
     [[nodiscard]] AuthService *auth() const { return &with_.auth; }
     [[nodiscard]] NotesLibrary *library();
@@ -163,7 +169,7 @@ private:
 
     Collaborators with_;
     std::unique_ptr<Pages> pages_;
-    QString page_ = QStringLiteral("home");
+    Page page_ = Page::Home;
     bool showsSettings_ = false;
     bool isAskedToSignIn_ = false;
     bool isSigningIn_ = false; ///< from here

@@ -11,5 +11,5 @@ NotePage {
     required property MainWindowModel main
 
     note: view.main.note
-    isFromHome: view.main.page === "home"
+    isFromHome: view.main.page === MainWindowModel.Home
 }

@@ -49,7 +49,7 @@ Sheet {
             width: parent.width
             focus: true
             labels: ["中文", "English"]
-            values: ["Chinese", "English"]
+            values: [MainWindowModel.Chinese, MainWindowModel.English]
             value: settings.main.language
             accessibleName: settings.english ? "Language" : "语言"
             onChosen: value => { settings.main.language = value }

@@ -59,24 +59,24 @@ Rectangle {
                 width: parent.width
                 icon: "home"
                 text: bar.english ? "Home" : "首页"
-                chosen: bar.main.page === "home"
-                onClicked: bar.main.page = "home"
+                chosen: bar.main.page === MainWindowModel.Home
+                onClicked: bar.main.page = MainWindowModel.Home
             }
             NavigationItem {
                 objectName: "notes"
                 width: parent.width
                 icon: "notes"
                 text: bar.english ? "Notes" : "笔记"
-                chosen: bar.main.page === "notes"
-                onClicked: bar.main.page = "notes"
+                chosen: bar.main.page === MainWindowModel.Notes
+                onClicked: bar.main.page = MainWindowModel.Notes
             }
             NavigationItem {
                 objectName: "insights"
                 width: parent.width
                 icon: "insights"
                 text: bar.english ? "Insights" : "洞察"
-                chosen: bar.main.page === "insights"
-                onClicked: bar.main.page = "insights"
+                chosen: bar.main.page === MainWindowModel.Insights
+                onClicked: bar.main.page = MainWindowModel.Insights
             }
             NavigationItem {
                 objectName: "computer"
@@ -84,8 +84,8 @@ Rectangle {
                 visible: bar.main.hasComputer
                 icon: "computer"
                 text: bar.english ? "This computer" : "这台电脑"
-                chosen: bar.main.page === "computer"
-                onClicked: bar.main.page = "computer"
+                chosen: bar.main.page === MainWindowModel.Computer
+                onClicked: bar.main.page = MainWindowModel.Computer
             }
             NavigationItem {
                 objectName: "settings"

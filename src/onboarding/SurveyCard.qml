@@ -58,7 +58,7 @@ CardFrame {
                 width: (chips.width - (chips.columns - 1) * chips.spacing) / chips.columns
                 text: card.english ? modelData : card.survey.chineseLabel(index)
                 iconFile: card.survey.iconFile(index)
-                isChosen: modelData === card.survey.answer
+                isChosen: index === card.survey.choice
                 activeFocusOnTab: index === chips.current
                 onClicked: {
                     chips.moveTo(index)

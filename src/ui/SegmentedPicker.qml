@@ -9,13 +9,13 @@ FocusScope {
 
     /// The label and the value of each segment.
     required property list<string> labels
-    required property list<string> values
+    required property list<int> values
     required property string accessibleName
-    property string value: ""
+    property int value: -1
 
     readonly property int current: picker.values.indexOf(picker.value)
 
-    signal chosen(value: string)
+    signal chosen(value: int)
 
     implicitWidth: row.implicitWidth + 2 * Units.space2
     implicitHeight: Units.button

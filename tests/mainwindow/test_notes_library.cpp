@@ -171,7 +171,7 @@ void TestNotesLibrary::groups()
     shelf.language = u"Chinese"_s;
     shelf.texts.refresh();
     QCOMPARE(shelf.rows(), u"[今天 2] one two [昨天 1] three [2025年10月19日 星期日 1] four"_s);
-    shelf.library.setGrouping(u"place"_s);
+    shelf.library.setGrouping(NoteRowsModel::Grouping::ByPlace);
     QCOMPARE(shelf.rows(), u"[Paper.pdf 2] one three [a.test 1] two [a.test 1] four"_s);
     QCOMPARE(shelf.library.noteAt(2)->note.sourceText, u"three"_s);
     for (const int row : {-1, 0, 100}) {
@@ -208,7 +208,7 @@ void TestNotesLibrary::searchesManyInSlices()
     Shelf shelf(notes);
     shelf.library.setQuery(u"note 9999 zebra"_s);
     shelf.library.setQuery(u"99999"_s); // while the other still runs
-    shelf.library.setGrouping(u"place"_s);
+    shelf.library.setGrouping(NoteRowsModel::Grouping::ByPlace);
     QVERIFY(waitUntil([&] { return !shelf.library.isSearching(); }, std::chrono::minutes(1)));
     QCOMPARE(shelf.library.found(), 1);
     QVERIFY(shelf.rows().startsWith("[Paper.pdf 1] note 99999 lorem"_L1));
@@ -248,13 +248,13 @@ void TestNotesLibrary::countsDaysAndPlaces()
     QCOMPARE(seen.days(), (QList<int>{1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 3}));
     QCOMPARE(seen.placeNames(), (QStringList{u"Paper.pdf"_s, u"a.test"_s}));
     QCOMPARE(seen.placeCounts(), (QList<int>{4, 2}));
-    QCOMPARE(seen.partOfDay(), u"evening"_s);
+    QCOMPARE(seen.partOfDay(), NotesOverview::PartOfDay::Evening);
 
     QSignalSpy changes(&shelf.overview, &NotesOverview::changed);
     shelf.clock.now += 3 * 3600; // 06:00
     shelf.overview.followClock();
     shelf.overview.followClock();
-    QCOMPARE(seen.partOfDay(), u"morning"_s);
+    QCOMPARE(seen.partOfDay(), NotesOverview::PartOfDay::Morning);
     QCOMPARE(changes.size(), 1);
     shelf.store.notes = {noteOf(eveningOfTheDay, u"pulled"_s,
                                 {u"cloud"_s, u"Synced"_s, ReadingContextSource::appWindow})};
