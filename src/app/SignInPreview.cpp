@@ -15,8 +15,8 @@ namespace vellumo {
 
 SignInPreview::SignInPreview(QQmlEngine &engine, AuthService &auth)
     : window_(makeOrdinaryWindow(
-          engine, u"MainWindow/SignInPreview"_s,
-          {{u"auth"_s, QVariant::fromValue(&auth)}, {u"texts"_s, QVariant::fromValue(&texts_)}}))
+        engine, u"MainWindow/SignInPreview"_s,
+        {{u"auth"_s, QVariant::fromValue(&auth)}, {u"texts"_s, QVariant::fromValue(&texts_)}}))
 {
 }
 

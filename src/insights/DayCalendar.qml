@@ -28,7 +28,8 @@ FocusScope {
     property int pointedDay: -1
     readonly property int chosenDay: calendar.pointedDay >= 0 ? calendar.pointedDay
                                    : calendar.activeFocus ? calendar.keyDay : -1
-    readonly property string figure: calendar.dayText(calendar.chosenDay)
+    readonly property string figure: calendar.insights.dayText(
+        calendar.chosenDay, calendar.insights.days[calendar.chosenDay] ?? 0, calendar.english)
 
     implicitHeight: grid.y + 7 * calendar.pitch - calendar.gap
     activeFocusOnTab: true
@@ -63,17 +64,6 @@ FocusScope {
         for (let i = calendar.first; i <= calendar.last; ++i)
             most = Math.max(most, calendar.insights.days[i] ?? 0)
         return most
-    }
-    function dayText(day: int): string {
-        if (day < 0 || day > calendar.last)
-            return ""
-        const count = calendar.insights.days[day]
-        const name = calendar.insights.dayName(day)
-        if (count === 0)
-            return (calendar.english ? "%1: none" : "%1:没有").arg(name)
-        if (count === 1)
-            return (calendar.english ? "%1: one note" : "%1:1 条").arg(name)
-        return (calendar.english ? "%1: %2 notes" : "%1:%2 条").arg(name).arg(count)
     }
     /// From 0 to 4, small numbers apart.
     function level(count: int): int {
@@ -159,7 +149,8 @@ FocusScope {
 
                 // days without notes are passed over
                 Accessible.role: Accessible.ListItem
-                Accessible.name: cell.count > 0 ? calendar.dayText(cell.day) : ""
+                Accessible.name: cell.count === 0 ? ""
+                    : calendar.insights.dayText(cell.day, cell.count, calendar.english)
                 Accessible.ignored: cell.count === 0
             }
         }

@@ -46,39 +46,10 @@ ScrollPage {
         }
     }
 
-    function greeting(): string {
-        switch (page.overview.partOfDay) {
-        case NotesOverview.Morning:
-            return page.english ? "Good morning" : "早上好"
-        case NotesOverview.Afternoon:
-            return page.english ? "Good afternoon" : "下午好"
-        default:
-            return page.english ? "Good evening" : "晚上好"
-        }
-    }
-    function summary(): string {
-        const count = page.overview.today
-        if (page.isEmpty)
-            return page.english ? "Nothing read with vellumo yet." : "还没有用 vellumo 读过内容。"
-        if (count === 0)
-            return page.english ? "Nothing looked up yet today." : "今天还没有查过内容。"
-        const hasPlace = page.overview.todayPlace.length > 0
-        if (count === 1 && hasPlace)
-            return (page.english ? "You looked up one thing today, on %1."
-                                 : "今天查了 1 处,在 %1。").arg(page.overview.todayPlace)
-        if (count === 1)
-            return page.english ? "You looked up one thing today." : "今天查了 1 处。"
-        if (!hasPlace)
-            return (page.english ? "You looked up %1 things today." : "今天查了 %1 处。").arg(count)
-        return (page.english ? "You looked up %1 things today, mostly on %2."
-                             : "今天查了 %1 处,多数在 %2。")
-            .arg(count).arg(page.overview.todayPlace)
-    }
-
     Label {
         objectName: "greeting"
         width: parent.width
-        text: page.greeting()
+        text: page.overview.greeting
         wrapMode: Text.Wrap
         font.pixelSize: Units.type24
         font.letterSpacing: Units.tightTracking
@@ -92,7 +63,7 @@ ScrollPage {
     Label {
         objectName: "summary"
         width: parent.width
-        text: page.summary()
+        text: page.overview.summary
         wrapMode: Text.Wrap
         color: Theme.secondInk
         font.pixelSize: Units.type14

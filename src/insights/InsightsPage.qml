@@ -21,22 +21,6 @@ ScrollPage {
 
     spacing: Units.space12
 
-    function summary(): string {
-        if (page.isEmpty)
-            return page.english ? "What your reading looks like, once there is some."
-                                : "读过之后,这里会显示你的阅读轨迹。"
-        if (page.insights.total === 1)
-            return page.english ? "One note so far." : "目前有 1 条笔记。"
-        // all from a clock that runs ahead
-        if (page.insights.activeDays === 0)
-            return (page.english ? "%1 notes." : "%1 条笔记。").arg(page.insights.total)
-        if (page.insights.activeDays === 1)
-            return (page.english ? "%1 notes, all on one day." : "%1 条笔记,都在同一天。")
-                .arg(page.insights.total)
-        return (page.english ? "%1 notes on %2 days." : "%2 天里的 %1 条笔记。")
-            .arg(page.insights.total).arg(page.insights.activeDays)
-    }
-
     Column {
         width: parent.width
         spacing: Units.space4
@@ -55,7 +39,7 @@ ScrollPage {
             width: parent.width
             visible: page.isEmpty || page.insights.isReady
             bottomPadding: Units.space12
-            text: page.summary()
+            text: page.insights.summary
             wrapMode: Text.Wrap
             color: Theme.secondInk
             font.pixelSize: Units.type14
@@ -134,9 +118,7 @@ ScrollPage {
         InsightCard {
             width: parent.width
             heading: page.english ? "Where you read" : "阅读来源"
-            figure: page.insights.allPlaces <= page.insights.placeNames.length ? ""
-                : (page.english ? "The first %1 of %2 places" : "共 %2 处,显示前 %1 处")
-                    .arg(page.insights.placeNames.length).arg(page.insights.allPlaces)
+            figure: page.insights.placesNote
 
             PlaceBars {
                 width: parent?.width ?? 0

@@ -16,10 +16,6 @@ Column {
 
     spacing: Units.space8
 
-    function shareText(share: int): string {
-        return share === 0 ? (chart.english ? "under 1 %" : "不到 1%")
-                           : (chart.english ? "%1 %" : "%1%").arg(share)
-    }
     /// Every language is seen, however small its share; the others make room for it.
     function widthOf(index: int): int {
         const counts = chart.insights.languageCounts
@@ -81,8 +77,8 @@ Column {
                 height: name.height
 
                 Accessible.role: Accessible.ListItem
-                Accessible.name: (chart.english ? "%1: %2, notes: %3" : "%1:%2,%3 条")
-                    .arg(row.modelData).arg(share.text).arg(row.count)
+                Accessible.name: chart.insights.languageText(row.modelData, share.text, row.count,
+                                                             chart.english)
 
                 Rectangle {
                     anchors.verticalCenter: parent.verticalCenter
@@ -105,7 +101,7 @@ Column {
 
                     x: number.x - width - Units.space8
                     width: implicitWidth
-                    text: chart.shareText(chart.insights.languagePercents[row.index] ?? 0)
+                    text: chart.insights.shareTexts[row.index] ?? ""
                     color: Theme.ink
                     size: Units.type13
                 }

@@ -50,7 +50,8 @@ Item {
             height: chart.height
 
             Accessible.role: Accessible.ListItem
-            Accessible.name: chart.nameOf(month.index, month.modelData, chart.english)
+            Accessible.name: chart.insights.monthText(month.index, month.modelData,
+                                                       chart.english)
 
             TextLine {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -84,12 +85,5 @@ Item {
                 size: Units.type11
             }
         }
-    }
-
-    function nameOf(index: int, count: int, english: bool): string {
-        const name = chart.insights.monthName(index)
-        if (english && count === 1)
-            return "%1: one note".arg(name)
-        return (english ? "%1: %2 notes" : "%1:%2 条").arg(name).arg(count)
     }
 }

@@ -151,50 +151,6 @@ void NotesInsights::finish()
     Q_EMIT changed();
 }
 
-QString NotesInsights::dayName(int index) const
-{
-    return NoteDates::day(told_.firstDay.addDays(index), told_.today, texts_.isEnglish());
-}
-
-QStringList NotesInsights::weekdayNames() const
-{
-    const QLocale locale(texts_.isEnglish() ? QLocale::English : QLocale::Chinese);
-    const auto form = texts_.isEnglish() ? QLocale::ShortFormat : QLocale::NarrowFormat;
-    QStringList names;
-    for (int row = 0; row < daysOfAWeek; ++row) {
-        names.append(locale.standaloneDayName(told_.firstDay.addDays(row).dayOfWeek(), form));
-    }
-    return names;
-}
-
-QStringList NotesInsights::monthsBegun() const
-{
-    QStringList months;
-    for (qsizetype day = 0; day < told_.days.size(); day += daysOfAWeek) {
-        const QDate begin = told_.firstDay.addDays(day);
-        const QDate end = begin.addDays(daysOfAWeek - 1);
-        const bool begins = begin.day() == 1 || begin.month() != end.month();
-        months.append(begins ? NoteDates::shortMonth(end, texts_.isEnglish()) : QString());
-    }
-    return months;
-}
-
-QStringList NotesInsights::monthLabels() const
-{
-    QStringList labels;
-    for (qsizetype month = 1 - told_.months.size(); month <= 0; ++month) {
-        labels.append(NoteDates::shortMonth(monthOf(told_.today, static_cast<int>(month)),
-                                            texts_.isEnglish()));
-    }
-    return labels;
-}
-
-QString NotesInsights::monthName(int index) const
-{
-    return NoteDates::monthAndYear(monthOf(told_.today, index + 1 - shownMonths),
-                                   texts_.isEnglish());
-}
-
 QList<NotesInsights::LanguageShare> NotesInsights::shares() const
 {
     QList<LanguageShare> shares;
@@ -215,18 +171,6 @@ QList<NotesInsights::LanguageShare> NotesInsights::shares() const
         shares.append(rest);
     }
     return shares;
-}
-
-QStringList NotesInsights::languageNames() const
-{
-    QStringList names;
-    const QList<LanguageShare> all = shares();
-    for (const LanguageShare &share : all) {
-        names.append(share.language == ReadingLanguage::Count
-                         ? texts_.pick(u"Others"_s, u"其他"_s)
-                         : nameOf(share.language, texts_.isEnglish()));
-    }
-    return names;
 }
 
 QList<int> NotesInsights::languageCounts() const
@@ -266,15 +210,6 @@ bool NotesInsights::namesLetters() const
         return share.language == ReadingLanguage::LatinLetters
             || share.language == ReadingLanguage::ChineseCharacters;
     });
-}
-
-QStringList NotesInsights::placeNames() const
-{
-    QStringList names;
-    for (const ReadingContext &place : told_.places) {
-        names.append(placeOf(place, texts_.isEnglish()));
-    }
-    return names;
 }
 
 QList<int> NotesInsights::placeCounts() const

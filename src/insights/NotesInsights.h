@@ -24,7 +24,7 @@ class NotesInsights : public QObject {
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool isReady READ isReady NOTIFY changed)
     Q_PROPERTY(int total READ total NOTIFY changed)
-    Q_PROPERTY(int activeDays READ activeDays NOTIFY changed)
+    Q_PROPERTY(QString summary READ summary NOTIFY changed)
     Q_PROPERTY(QList<int> days READ days NOTIFY changed)
     Q_PROPERTY(QStringList weekdayNames READ weekdayNames NOTIFY changed)
     Q_PROPERTY(QStringList monthsBegun READ monthsBegun NOTIFY changed)
@@ -32,11 +32,11 @@ class NotesInsights : public QObject {
     Q_PROPERTY(QStringList monthLabels READ monthLabels NOTIFY changed)
     Q_PROPERTY(QStringList languageNames READ languageNames NOTIFY changed)
     Q_PROPERTY(QList<int> languageCounts READ languageCounts NOTIFY changed)
-    Q_PROPERTY(QList<int> languagePercents READ languagePercents NOTIFY changed)
     Q_PROPERTY(bool namesLetters READ namesLetters NOTIFY changed)
+    Q_PROPERTY(QStringList shareTexts READ shareTexts NOTIFY changed)
     Q_PROPERTY(QStringList placeNames READ placeNames NOTIFY changed)
     Q_PROPERTY(QList<int> placeCounts READ placeCounts NOTIFY changed)
-    Q_PROPERTY(int allPlaces READ allPlaces NOTIFY changed)
+    Q_PROPERTY(QString placesNote READ placesNote NOTIFY changed)
 
 public:
     /// What is handed over must outlive the insights.
@@ -48,13 +48,15 @@ public:
     /// False until notes have been counted for the first time.
     [[nodiscard]] bool isReady() const { return isReady_; }
     [[nodiscard]] int total() const { return told_.total; }
-    /// On how many days there was a note.
-    [[nodiscard]] int activeDays() const { return told_.activeDays; }
+    /// How many notes there are, on how many days.
+    [[nodiscard]] QString summary() const;
 
     /// Notes per day of a year of whole weeks, by the user's first day of the week; the last week
     /// ends with today.
     [[nodiscard]] QList<int> days() const { return told_.days; }
-    Q_INVOKABLE [[nodiscard]] QString dayName(int index) const;
+    /// A day of these with its number of notes; empty for any other index. This and the other texts
+    /// take everything that they depend on, so that bindings notice its changes.
+    Q_INVOKABLE [[nodiscard]] QString dayText(int index, int count, bool english) const;
     /// "Mon" or "一", for each row of the calendar.
     [[nodiscard]] QStringList weekdayNames() const;
     /// For each week of the calendar the month that begins in it; empty without one.
@@ -64,22 +66,30 @@ public:
     [[nodiscard]] QList<int> months() const { return told_.months; }
     /// "Nov" or "11月".
     [[nodiscard]] QStringList monthLabels() const;
-    /// "November 2026".
-    Q_INVOKABLE [[nodiscard]] QString monthName(int index) const;
+    /// A month of these by its full name, with its number of notes.
+    Q_INVOKABLE [[nodiscard]] QString monthText(int index, int count, bool english) const;
 
     /// Most read first, the rest together last.
     [[nodiscard]] QStringList languageNames() const;
     [[nodiscard]] QList<int> languageCounts() const;
     /// Rounded so that together they are 100.
     [[nodiscard]] QList<int> languagePercents() const;
+    /// "38 %", for each language.
+    [[nodiscard]] QStringList shareTexts() const;
+    /// A language with its share and its number of notes, for screen readers.
+    Q_INVOKABLE [[nodiscard]] static QString languageText(const QString &name, const QString &share,
+                                                          int count, bool english);
     /// Whether one of them is named by its letters, since a word or two may fit several languages.
     [[nodiscard]] bool namesLetters() const;
 
     /// The places with most notes.
     [[nodiscard]] QStringList placeNames() const;
     [[nodiscard]] QList<int> placeCounts() const;
-    /// How many places there are at all.
-    [[nodiscard]] int allPlaces() const { return told_.allPlaces; }
+    /// A place with its number of notes, for screen readers.
+    Q_INVOKABLE [[nodiscard]] static QString placeText(const QString &name, int count,
+                                                       bool english);
+    /// How many of all places these are; empty when they are all.
+    [[nodiscard]] QString placesNote() const;
 
     /// One of the contexts of a place; the place is where all of that name belong together.
     [[nodiscard]] std::optional<ReadingContext> placeAt(int index) const;

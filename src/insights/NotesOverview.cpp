@@ -10,6 +10,7 @@
 #include "ui/BilingualText.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -52,9 +53,77 @@ void NotesOverview::followClock()
     }
 }
 
-QString NotesOverview::lastMonthName() const
+QString NotesOverview::greeting() const
 {
-    return NoteDates::month(library_.today().addMonths(-1), texts_.isEnglish());
+    switch (partOfDay_) {
+    case PartOfDay::Morning:
+        return texts_.pick(u"Good morning"_s, u"早上好"_s);
+    case PartOfDay::Afternoon:
+        return texts_.pick(u"Good afternoon"_s, u"下午好"_s);
+    case PartOfDay::Evening:
+        break;
+    }
+    return texts_.pick(u"Good evening"_s, u"晚上好"_s);
+}
+
+QString NotesOverview::summary() const
+{
+    if (library_.total() == 0) {
+        return texts_.pick(u"Nothing read with vellumo yet."_s, u"还没有用 vellumo 读过内容。"_s);
+    }
+    if (today_ == 0) {
+        return texts_.pick(u"Nothing looked up yet today."_s, u"今天还没有查过内容。"_s);
+    }
+    if (todayPlace_.isEmpty()) {
+        return today_ == 1
+            ? texts_.pick(u"You looked up one thing today."_s, u"今天查了 1 处。"_s)
+            : texts_.pick(u"You looked up %1 things today."_s, u"今天查了 %1 处。"_s).arg(today_);
+    }
+    if (today_ == 1) {
+        return texts_.pick(u"You looked up one thing today, on %1."_s, u"今天查了 1 处,在 %1。"_s)
+            .arg(todayPlace_);
+    }
+    return texts_
+        .pick(u"You looked up %1 things today, mostly on %2."_s, u"今天查了 %1 处,多数在 %2。"_s)
+        .arg(QString::number(today_), todayPlace_);
+}
+
+QString NotesOverview::comparison() const
+{
+    const QString month = NoteDates::month(library_.today().addMonths(-1), texts_.isEnglish());
+    const int difference = thisMonth_ - lastMonth_;
+    if (lastMonth_ == 0) {
+        return texts_.pick(u"none in %1"_s, u"%1没有"_s).arg(month);
+    }
+    if (difference == 0) {
+        return texts_.pick(u"as many as in %1"_s, u"与 %1持平"_s).arg(month);
+    }
+    return (difference > 0 ? texts_.pick(u"%1 more than in %2"_s, u"比 %2多 %1"_s)
+                           : texts_.pick(u"%1 fewer than in %2"_s, u"比 %2少 %1"_s))
+        .arg(QString::number(std::abs(difference)), month);
+}
+
+QString NotesOverview::placesText() const
+{
+    QStringList parts;
+    for (qsizetype i = 0; i < placeNames_.size(); ++i) {
+        parts.append(placeNames_[i] + u' ' + QString::number(placeCounts_[i]));
+    }
+    return parts.join(u", "_s);
+}
+
+int NotesOverview::mostOfADay() const
+{
+    return std::max(1, *std::max_element(days_.cbegin(), days_.cend()));
+}
+
+QString NotesOverview::daysText() const
+{
+    QStringList parts;
+    for (const int count : days_) {
+        parts.append(QString::number(count));
+    }
+    return parts.join(u", "_s);
 }
 
 void NotesOverview::compute()

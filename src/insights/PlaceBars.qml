@@ -14,13 +14,6 @@ Column {
 
     signal chosen(index: int)
 
-    // a place may have a "%1" in its name
-    function nameOf(place: string, count: int, english: bool): string {
-        if (english && count === 1)
-            return "%1: one note".arg(place)
-        return (english ? "%2: %1 notes" : "%2:%1 条").arg(count).arg(place)
-    }
-
     Accessible.role: Accessible.List
     Accessible.name: chart.english ? "Where you read" : "阅读来源"
 
@@ -39,7 +32,8 @@ Column {
             x: -Units.space8
             width: chart.width + 2 * Units.space8
             height: words.height + Units.bar + Units.space4 + 2 * Units.space8
-            accessibleName: chart.nameOf(place.modelData, place.count, chart.english)
+            accessibleName: chart.insights.placeText(place.modelData, place.count,
+                                                     chart.english)
             onClicked: chart.chosen(place.index)
             Keys.onUpPressed: place.nextItemInFocusChain(false).forceActiveFocus()
             Keys.onDownPressed: place.nextItemInFocusChain(true).forceActiveFocus()

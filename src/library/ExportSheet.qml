@@ -25,26 +25,6 @@ Sheet {
     sheetWidth: Units.scaled(440)
     onDismissed: sheet.exporter.isOpen = false
 
-    function countText(): string {
-        const count = sheet.exporter.scope === NotesExporter.All ? sheet.library.total
-            : sheet.exporter.scope === NotesExporter.Found ? sheet.library.found : sheet.library.selection.count
-        return sheet.english ? (count === 1 ? "One note" : "%1 notes".arg(count))
-                             : "%1 条笔记".arg(count)
-    }
-    function formatText(): string {
-        switch (sheet.exporter.format) {
-        case NotesExporter.Markdown:
-            return sheet.english ? "A document to read and print, day by day."
-                                 : "按日期排列的文档,适合阅读和打印。"
-        case NotesExporter.Csv:
-            return sheet.english ? "A table for spreadsheets and flash-card programs."
-                                 : "表格,可用于电子表格和记忆卡片软件。"
-        default:
-            return sheet.english ? "Everything about each note, for other programs."
-                                 : "笔记的全部数据,供其他程序使用。"
-        }
-    }
-
     component Remark: Label {
         width: parent.width
         topPadding: Units.space8
@@ -87,7 +67,7 @@ Sheet {
             objectName: "exportCount"
             visible: sheet.asksWhat
             topPadding: sheet.asksWhich ? Units.space8 : 0
-            text: sheet.countText()
+            text: sheet.exporter.scopeText
         }
         SegmentedPicker {
             objectName: "exportFormat"
@@ -102,7 +82,7 @@ Sheet {
         }
         Remark {
             visible: sheet.asksWhat
-            text: sheet.formatText()
+            text: sheet.exporter.formatText
         }
         Label {
             id: question

@@ -16,7 +16,6 @@ FocusScope {
     readonly property bool english: page.texts.english
     readonly property int sidePadding: Math.max(Units.space24,
                                                 Math.round((page.width - Units.noteWidth) / 2))
-    property bool isUnopened: false
 
     Keys.onEscapePressed: page.note.close()
     Keys.onBackPressed: page.note.close()
@@ -26,107 +25,46 @@ FocusScope {
         target: page.note
 
         function onOpened(): void {
-            page.isUnopened = false
             reader.contentY = 0
         }
     }
 
-    Item {
+    NoteBar {
         id: bar
 
-        x: page.sidePadding - Units.space12
-        y: Units.space20
-        width: page.width - x - page.sidePadding
-        height: flow.y + flow.height
-
-        TextButton {
-            id: back
-
-            objectName: "back"
-            quiet: true
-            icon: "back"
-            text: page.isFromHome ? (page.english ? "Home" : "首页")
-                                            : (page.english ? "Notes" : "笔记")
-            onClicked: page.note.close()
-        }
-        Flow {
-            id: flow
-
-            readonly property bool fits: back.width + copy.implicitWidth + ask.implicitWidth
-                + (open.visible ? open.implicitWidth : 0) + 4 * Units.space8 <= bar.width
-
-            x: flow.fits ? bar.width - width : Units.space12
-            y: flow.fits ? 0 : back.height + Units.space8
-            width: flow.fits ? copy.width + ask.width + Units.space8
-                               + (open.visible ? open.width + Units.space8 : 0)
-                             : bar.width - Units.space12
-            spacing: Units.space8
-
-            TextButton {
-                id: open
-
-                objectName: "openPage"
-                visible: page.note.page.length > 0
-                quiet: true
-                icon: "open"
-                text: page.english ? "Open page" : "打开网页"
-                onClicked: page.isUnopened = !page.note.openPage()
-            }
-            TextButton {
-                id: copy
-
-                objectName: "copy"
-                quiet: true
-                icon: "copy"
-                text: copied.running ? (page.english ? "Copied" : "已复制")
-                                     : (page.english ? "Copy" : "复制")
-                onClicked: {
-                    page.note.copy()
-                    copied.restart()
-                    announcer.announce(page.english ? "Copied" : "已复制")
-                }
-
-                Timer {
-                    id: copied
-                    interval: Units.feedback
-                }
-            }
-            TextButton {
-                id: ask
-
-                objectName: "askFurther"
-                primary: true
-                icon: "ask"
-                text: page.english ? "Ask further" : "继续追问"
-                onClicked: page.note.askFurther()
-            }
-        }
-        Announcer {
-            id: announcer
-        }
+        anchors.top: parent.top
+        anchors.topMargin: Units.space20
+        anchors.left: parent.left
+        anchors.leftMargin: page.sidePadding - Units.space12
+        anchors.right: parent.right
+        anchors.rightMargin: page.sidePadding
+        note: page.note
+        isFromHome: page.isFromHome
+        english: page.english
     }
 
     FollowingFlickable {
         id: reader
 
         objectName: "reader"
-        y: bar.y + bar.height + Units.space16
+        anchors.top: bar.bottom
+        anchors.topMargin: Units.space16
+        anchors.bottom: parent.bottom
         width: page.width
-        height: page.height - y
         focus: true
         contentHeight: column.height + Units.space32
 
         Column {
             id: column
 
-            x: page.sidePadding
-            width: reader.width - 2 * x
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: reader.width - 2 * page.sidePadding
             spacing: Units.space16
 
             Label {
                 objectName: "context"
                 width: parent.width
-                text: (page.note.place.length > 0 ? page.note.place + " · " : "") + page.note.when
+                text: page.note.origin
                 wrapMode: Text.Wrap
                 color: Theme.secondInk
             }
@@ -135,10 +73,11 @@ FocusScope {
                 height: source.height + 2 * Units.space16
 
                 Rectangle {
-                    x: Units.space16
-                    y: Units.space16
+                    anchors.left: parent.left
+                    anchors.top: parent.top
+                    anchors.bottom: parent.bottom
+                    anchors.margins: Units.space16
                     width: Units.bar
-                    height: parent.height - 2 * y
                     radius: width / 2
                     color: Theme.accent
                 }
@@ -146,9 +85,12 @@ FocusScope {
                     id: source
 
                     objectName: "sourceText"
-                    x: Units.space32
-                    y: Units.space16
-                    width: parent.width - x - Units.space20
+                    anchors.left: parent.left
+                    anchors.leftMargin: Units.space32
+                    anchors.right: parent.right
+                    anchors.rightMargin: Units.space20
+                    anchors.top: parent.top
+                    anchors.topMargin: Units.space16
                     text: page.note.sourceText
                 }
             }
@@ -178,9 +120,7 @@ FocusScope {
             }
             ErrorLine {
                 width: parent.width
-                text: !page.isUnopened ? ""
-                    : (page.english ? "No browser could be opened. The address is %1"
-                                    : "无法打开浏览器。网址是 %1").arg(page.note.page)
+                text: page.note.pageError
             }
             Rectangle {
                 width: parent.width
@@ -200,7 +140,8 @@ FocusScope {
         }
     }
     ScrollThumb {
-        x: page.width - width - Units.space2
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space2
         y: reader.y
         flickable: reader
         color: Theme.thumb

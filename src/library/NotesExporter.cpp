@@ -10,6 +10,7 @@
 #include <QDate>
 #include <QFileInfo>
 #include <QPointer>
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -57,6 +58,8 @@ NotesExporter::NotesExporter(NotesLibrary &library, PageHosting &host, Bilingual
         Q_EMIT changed();
     });
     connect(&job_, &NotesExport::finished, this, &NotesExporter::done);
+    connect(&texts_, &BilingualText::languageChanged, this, &NotesExporter::changed);
+    connect(&library_, &NotesLibrary::changed, this, &NotesExporter::changed);
 }
 
 void NotesExporter::setOpen(bool open)
@@ -89,6 +92,31 @@ void NotesExporter::setFormat(Format format)
 {
     format_ = static_cast<ExportFormat>(format);
     Q_EMIT changed();
+}
+
+QString NotesExporter::scopeText() const
+{
+    const int count = scope_ == Scope::Selected ? library_.selection()->count()
+        : scope_ == Scope::Found                ? library_.found()
+                                                : library_.total();
+    return texts_.pick(count == 1 ? u"One note"_s : u"%1 notes"_s, u"%1 条笔记"_s)
+        .replace(u"%1"_s, QString::number(count));
+}
+
+QString NotesExporter::formatText() const
+{
+    switch (format_) {
+    case ExportFormat::Markdown:
+        return texts_.pick(u"A document to read and print, day by day."_s,
+                           u"按日期排列的文档,适合阅读和打印。"_s);
+    case ExportFormat::Csv:
+        return texts_.pick(u"A table for spreadsheets and flash-card programs."_s,
+                           u"表格,可用于电子表格和记忆卡片软件。"_s);
+    case ExportFormat::Json:
+        break;
+    }
+    return texts_.pick(u"Everything about each note, for other programs."_s,
+                       u"笔记的全部数据,供其他程序使用。"_s);
 }
 
 void NotesExporter::chooseFile()
@@ -151,6 +179,7 @@ void NotesExporter::write()
     isOpen_ = false;
     asksToReplace_ = false;
     state_ = State::Writing;
+    isFolderUnopened_ = false;
     written_ = 0;
     total_ = static_cast<int>(plan.order.chosen.size());
     writtenMarks_ = std::move(plan.marks);
@@ -187,9 +216,63 @@ void NotesExporter::dismiss()
     }
 }
 
-bool NotesExporter::openFolder()
+void NotesExporter::openFolder()
 {
-    return host_.openFolder(QFileInfo(path_).absolutePath());
+    isFolderUnopened_ = !host_.openFolder(QFileInfo(path_).absolutePath());
+    Q_EMIT changed();
+}
+
+qreal NotesExporter::progress() const
+{
+    return static_cast<qreal>(written_) / std::max(1, total_);
+}
+
+QString NotesExporter::outcome() const
+{
+    switch (state_) {
+    case State::Idle:
+        break;
+    case State::Writing:
+        return texts_.pick(u"Exporting… %1 of %2"_s, u"正在导出… %1 / %2"_s)
+            .arg(written_)
+            .arg(total_);
+    case State::Written:
+        return writtenText();
+    case State::Cancelled:
+        return texts_.pick(u"Export cancelled. No file was written."_s,
+                           u"已取消导出,没有写入文件。"_s);
+    case State::NoSpace:
+        return texts_.pick(u"There is not enough room for the file. Nothing was written."_s,
+                           u"空间不足,没有写入文件。"_s);
+    case State::NotAllowed:
+        return texts_.pick(u"vellumo may not write there. Choose another folder."_s,
+                           u"没有写入该位置的权限,请选择其他文件夹。"_s);
+    case State::NoFolder:
+        return texts_.pick(u"The folder is not there any more. Choose another one."_s,
+                           u"该文件夹已不存在,请选择其他文件夹。"_s);
+    case State::NotAFile:
+        return texts_.pick(u"Something else has this name already. Choose another one."_s,
+                           u"这个名称已被占用,请换一个名称。"_s);
+    case State::Failed:
+        return texts_.pick(u"The file could not be written: %1"_s, u"无法写入文件:%1"_s)
+            .arg(detail_);
+    }
+    return {};
+}
+
+QString NotesExporter::writtenText() const
+{
+    if (isFolderUnopened_) {
+        return texts_
+            .pick(u"No file manager could be opened. The file is %1"_s,
+                  u"无法打开文件管理器。文件在 %1"_s)
+            .arg(path_);
+    }
+    if (total_ == 1) {
+        return texts_.pick(u"One note is in “%1”"_s, u"1 条笔记已导出到“%1”"_s).arg(fileName());
+    }
+    return texts_.pick(u"%1 notes are in “%2”"_s, u"%1 条笔记已导出到“%2”"_s)
+        .arg(QString::number(total_), fileName());
 }
 
 } // namespace vellumo

@@ -24,13 +24,13 @@ class NotesExporter : public QObject {
     Q_PROPERTY(bool isOpen READ isOpen WRITE setOpen NOTIFY changed)
     Q_PROPERTY(Scope scope READ scope WRITE setScope NOTIFY changed)
     Q_PROPERTY(Format format READ format WRITE setFormat NOTIFY changed)
+    Q_PROPERTY(QString scopeText READ scopeText NOTIFY changed)
+    Q_PROPERTY(QString formatText READ formatText NOTIFY changed)
     Q_PROPERTY(State state READ state NOTIFY changed)
     Q_PROPERTY(QString fileName READ fileName NOTIFY changed)
-    Q_PROPERTY(QString path READ path NOTIFY changed)
     Q_PROPERTY(bool asksToReplace READ asksToReplace NOTIFY changed)
-    Q_PROPERTY(int written READ written NOTIFY changed)
-    Q_PROPERTY(int total READ total NOTIFY changed)
-    Q_PROPERTY(QString detail READ detail NOTIFY changed)
+    Q_PROPERTY(qreal progress READ progress NOTIFY changed)
+    Q_PROPERTY(QString outcome READ outcome NOTIFY changed)
 
 public:
     enum class State : quint8 {
@@ -65,8 +65,12 @@ public:
 
     [[nodiscard]] Scope scope() const { return scope_; }
     void setScope(Scope scope);
+    /// How many notes these are.
+    [[nodiscard]] QString scopeText() const;
     [[nodiscard]] Format format() const { return static_cast<Format>(format_); }
     void setFormat(Format format);
+    /// What the format is good for.
+    [[nodiscard]] QString formatText() const;
 
     /// Asks for a file, and writes it once it is known: the notes as they are chosen now, in the
     /// format of now.
@@ -78,15 +82,15 @@ public:
     [[nodiscard]] State state() const { return state_; }
     /// Of the file that is or was written, without its folder.
     [[nodiscard]] QString fileName() const;
-    [[nodiscard]] QString path() const { return path_; }
-    [[nodiscard]] int written() const { return written_; }
-    [[nodiscard]] int total() const { return total_; }
-    [[nodiscard]] QString detail() const { return detail_; }
+    /// What is written of the notes, from 0 to 1.
+    [[nodiscard]] qreal progress() const;
+    /// How far the export is, or what came of it.
+    [[nodiscard]] QString outcome() const;
 
     Q_INVOKABLE void cancel() { job_.cancel(); }
     /// What came of it has been seen.
     Q_INVOKABLE void dismiss();
-    Q_INVOKABLE bool openFolder();
+    Q_INVOKABLE void openFolder();
 
 Q_SIGNALS:
     void changed();
@@ -102,6 +106,7 @@ private:
     void chosen(const QString &path);
     void write();
     void done(const NotesExport::Result &result);
+    [[nodiscard]] QString writtenText() const;
 
     NotesLibrary &library_;
     PageHosting &host_;
@@ -114,6 +119,7 @@ private:
     std::optional<QSet<QUuid>> writtenMarks_; ///< of the plan that is being written
     bool isOpen_ = false;
     bool asksToReplace_ = false;
+    bool isFolderUnopened_ = false; ///< no file manager could be started
     State state_ = State::Idle;
     int written_ = 0;
     int total_ = 0;

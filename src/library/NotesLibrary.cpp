@@ -51,6 +51,7 @@ NotesLibrary::NotesLibrary(NotesStoring &store, const Clock &clock, BilingualTex
         latest_.refreshTexts();
         Q_EMIT changed();
     });
+    connect(&selection_, &NoteSelection::changed, this, &NotesLibrary::changed);
     connect(&slices_, &QTimer::timeout, this, &NotesLibrary::searchSlice);
     refreshing_.setSingleShot(true);
     connect(&refreshing_, &QTimer::timeout, this, &NotesLibrary::refresh);
@@ -109,6 +110,18 @@ void NotesLibrary::setPlace(const std::optional<ReadingContext> &place)
     isRefreshing_ = false;
     startSearch(false);
     Q_EMIT placeChanged();
+}
+
+QString NotesLibrary::countText() const
+{
+    if (selection_.isActive()) {
+        return texts_.pick(u"%1 selected"_s, u"已选 %1 条"_s).arg(selection_.count());
+    }
+    if (!isFiltered()) {
+        return QString::number(total());
+    }
+    return isSearching() ? texts_.pick(u"Searching…"_s, u"正在搜索…"_s)
+                         : texts_.pick(u"%1 of %2"_s, u"%1 / %2"_s).arg(found()).arg(total());
 }
 
 QString NotesLibrary::placeName() const

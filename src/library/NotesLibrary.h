@@ -27,11 +27,13 @@ class NotesLibrary : public QObject {
     Q_PROPERTY(int total READ total NOTIFY changed)
     Q_PROPERTY(int found READ found NOTIFY changed)
     Q_PROPERTY(bool hasFound READ hasFound NOTIFY changed)
+    Q_PROPERTY(QString countText READ countText NOTIFY changed)
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY changed)
     Q_PROPERTY(bool isOfOnePlace READ isOfOnePlace NOTIFY changed)
     Q_PROPERTY(QString placeName READ placeName NOTIFY changed)
     Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY changed)
-    Q_PROPERTY(vellumo::NoteRowsModel::Grouping grouping READ grouping WRITE setGrouping NOTIFY changed)
+    Q_PROPERTY(
+        vellumo::NoteRowsModel::Grouping grouping READ grouping WRITE setGrouping NOTIFY changed)
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY changed)
 
 public:
@@ -65,6 +67,8 @@ public:
     [[nodiscard]] int found() const { return static_cast<int>(shown_.size()); }
     /// Whether something was looked for, and is found.
     [[nodiscard]] bool hasFound() const;
+    /// How many notes the list has, of how many.
+    [[nodiscard]] QString countText() const;
     [[nodiscard]] bool isSearching() const { return slices_.isActive(); }
 
     [[nodiscard]] QString query() const { return query_; }

@@ -24,17 +24,6 @@ FocusScope {
         field.focusField()
     }
 
-    function countText(): string {
-        if (page.selection.isActive)
-            return (page.english ? "%1 selected" : "已选 %1 条").arg(page.selection.count)
-        if (!page.library.isFiltered)
-            return page.library.total
-        if (page.library.isSearching)
-            return page.english ? "Searching…" : "正在搜索…"
-        return (page.english ? "%1 of %2" : "%1 / %2").arg(page.library.found)
-                                                      .arg(page.library.total)
-    }
-
     function leavePlace(): void {
         if (chip.activeFocus)
             field.focusField()
@@ -83,7 +72,7 @@ FocusScope {
             visible: page.library.total > 0
             anchors.baseline: title.baseline
             x: title.width + Units.space12
-            text: page.countText()
+            text: page.library.countText
             color: Theme.secondInk
         }
         NotesActions {

@@ -46,6 +46,7 @@ void OpenedNote::open(const NoteWithContext *entry)
         return;
     }
     entry_ = *entry;
+    isPageUnopened_ = false;
     exchanges_.setExchanges(entry->note.followUps);
     Q_EMIT changed();
     Q_EMIT opened();
@@ -87,22 +88,31 @@ QString OpenedNote::explanation() const
     return entry_ ? presentableText(entry_->note.explanation, longestText).trimmed() : QString();
 }
 
-QString OpenedNote::when() const
+QString OpenedNote::origin() const
 {
-    return entry_ ? NoteDates::full(NoteDates::localTime(entry_->note.createdAt), library_.today(),
-                                    texts_.isEnglish())
-                  : QString();
+    if (!entry_) {
+        return {};
+    }
+    const bool english = texts_.isEnglish();
+    const QString when =
+        NoteDates::full(NoteDates::localTime(entry_->note.createdAt), library_.today(), english);
+    const QString place = placeOf(entry_->context, english);
+    return place.isEmpty() ? when : place + u" · "_s + when;
 }
 
-QString OpenedNote::place() const
+bool OpenedNote::hasPage() const
 {
-    return entry_ ? placeOf(entry_->context, texts_.isEnglish()) : QString();
+    return entry_ && !pageOf(entry_->context).isEmpty();
 }
 
-QString OpenedNote::page() const
+QString OpenedNote::pageError() const
 {
-    return entry_ ? presentableLine(pageOf(entry_->context).toDisplayString(), longestAddress)
-                  : QString();
+    return !entry_ || !isPageUnopened_
+        ? QString()
+        : texts_
+              .pick(u"No browser could be opened. The address is %1"_s,
+                    u"无法打开浏览器。网址是 %1"_s)
+              .arg(presentableLine(pageOf(entry_->context).toDisplayString(), longestAddress));
 }
 
 bool OpenedNote::isShortened() const
@@ -127,10 +137,11 @@ void OpenedNote::copy()
     }
 }
 
-bool OpenedNote::openPage()
+void OpenedNote::openPage()
 {
     const QUrl page = entry_ ? pageOf(entry_->context) : QUrl();
-    return !page.isEmpty() && host_.openPage(page);
+    isPageUnopened_ = page.isEmpty() || !host_.openPage(page);
+    Q_EMIT changed();
 }
 
 QString OpenedNote::asText(const NoteWithContext &entry)

@@ -23,9 +23,9 @@ class OpenedNote : public QObject {
     Q_PROPERTY(QString sourceText READ sourceText NOTIFY changed)
     Q_PROPERTY(QString translation READ translation NOTIFY changed)
     Q_PROPERTY(QString explanation READ explanation NOTIFY changed)
-    Q_PROPERTY(QString when READ when NOTIFY changed)
-    Q_PROPERTY(QString place READ place NOTIFY changed)
-    Q_PROPERTY(QString page READ page NOTIFY changed)
+    Q_PROPERTY(QString origin READ origin NOTIFY changed)
+    Q_PROPERTY(bool hasPage READ hasPage NOTIFY changed)
+    Q_PROPERTY(QString pageError READ pageError NOTIFY changed)
     Q_PROPERTY(bool isShortened READ isShortened NOTIFY changed)
     Q_PROPERTY(QObject *exchanges READ exchanges CONSTANT)
 
@@ -48,18 +48,19 @@ public:
     [[nodiscard]] QString sourceText() const;
     [[nodiscard]] QString translation() const;
     [[nodiscard]] QString explanation() const;
-    [[nodiscard]] QString when() const;
-    [[nodiscard]] QString place() const;
-    /// The address that can be opened again, for display; empty without one.
-    [[nodiscard]] QString page() const;
+    /// Where and when it was read.
+    [[nodiscard]] QString origin() const;
+    /// Whether it was read on a page that can be opened again.
+    [[nodiscard]] bool hasPage() const;
+    /// The address of the page, when it could not be opened; empty otherwise.
+    [[nodiscard]] QString pageError() const;
     /// Whether the texts shown are only the beginning of the note's.
     [[nodiscard]] bool isShortened() const;
     [[nodiscard]] QAbstractItemModel *exchanges() { return &exchanges_; }
 
     Q_INVOKABLE void askFurther();
     Q_INVOKABLE void copy();
-    /// False when nothing opened it.
-    Q_INVOKABLE bool openPage();
+    Q_INVOKABLE void openPage();
 
     /// The whole note as a text to paste elsewhere.
     [[nodiscard]] static QString asText(const NoteWithContext &entry);
@@ -77,6 +78,7 @@ private:
     PageHosting &host_;
     BilingualText &texts_;
     std::optional<NoteWithContext> entry_;
+    bool isPageUnopened_ = false; ///< no browser could be started
     ExchangeModel exchanges_;
 };
 

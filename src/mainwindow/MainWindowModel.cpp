@@ -9,6 +9,7 @@
 #include "library/NotesExporter.h"
 #include "library/NotesLibrary.h"
 #include "library/OpenedNote.h"
+#include "mainwindow/AccountStatus.h"
 #include "mainwindow/NotesFileState.h"
 #include "platform/DefaultsStore.h"
 #include "settings/SettingsKeys.h"
@@ -30,7 +31,8 @@ constexpr QLatin1StringView chinese("Chinese");
 /// What the pages show.
 struct MainWindowModel::Pages {
     Pages(const Collaborators &with, PageHosting &host)
-        : library(with.notesStore, with.clock, with.texts)
+        : account(with.auth, with.sync, with.texts)
+        , library(with.notesStore, with.clock, with.texts)
         , notesFile(with.notesStore, with.defaults)
         , overview(library, with.clock, with.texts)
         , insights(library, with.texts)
@@ -39,6 +41,7 @@ struct MainWindowModel::Pages {
     {
     }
 
+    AccountStatus account;
     NotesLibrary library;
     NotesFileState notesFile;
     NotesOverview overview;
@@ -76,6 +79,11 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, PageHosting
 }
 
 MainWindowModel::~MainWindowModel() = default;
+
+AccountStatus *MainWindowModel::account()
+{
+    return &pages_->account;
+}
 
 NotesLibrary *MainWindowModel::library()
 {
@@ -273,8 +281,8 @@ MainWindowModel::Language MainWindowModel::language() const
 void MainWindowModel::setLanguage(Language language)
 {
     if (language != Language::Other) {
-        settings::preferredOutputLanguage.set(
-            with_.defaults, language == Language::English ? english : chinese);
+        settings::preferredOutputLanguage.set(with_.defaults,
+                                              language == Language::English ? english : chinese);
     }
 }
 

@@ -14,11 +14,13 @@ Q_MOC_INCLUDE("insights/NotesOverview.h")
 Q_MOC_INCLUDE("library/NotesExporter.h")
 Q_MOC_INCLUDE("library/NotesLibrary.h")
 Q_MOC_INCLUDE("library/OpenedNote.h")
+Q_MOC_INCLUDE("mainwindow/AccountStatus.h")
 Q_MOC_INCLUDE("mainwindow/NotesFileState.h")
 Q_MOC_INCLUDE("sync/SyncReporting.h")
 
 namespace vellumo {
 
+class AccountStatus;
 class AuthService;
 class BilingualText;
 class Clock;
@@ -51,6 +53,7 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(vellumo::NotesInsights *insights READ insights CONSTANT)
     Q_PROPERTY(vellumo::NotesExporter *exporter READ exporter CONSTANT)
     Q_PROPERTY(vellumo::OpenedNote *note READ note CONSTANT)
+    Q_PROPERTY(vellumo::AccountStatus *account READ account CONSTANT)
     Q_PROPERTY(vellumo::SyncReporting *sync READ sync CONSTANT)
     Q_PROPERTY(bool hasComputer READ hasComputer CONSTANT)
     Q_PROPERTY(bool hasUnsavedSettings READ hasUnsavedSettings NOTIFY unsavedSettingsChanged)
@@ -121,6 +124,7 @@ public:
     void setLanguage(Language language);
 
     [[nodiscard]] AuthService *auth() const { return &with_.auth; }
+    [[nodiscard]] AccountStatus *account();
     [[nodiscard]] NotesLibrary *library();
     [[nodiscard]] NotesFileState *notesFile();
     [[nodiscard]] NotesOverview *overview();

@@ -14,7 +14,8 @@ FocusScope {
     readonly property bool isUnsaved: notice.file.saveFailure.length > 0
     readonly property string words: notice.isUnsaved
         ? notice.file.unsavedText(notice.file.saveFailure, notice.english)
-        : notice.file.unreadableFile.length > 0 ? notice.unreadableText() : ""
+        : notice.file.unreadableText(notice.file.unreadableFile, notice.file.isSetAside,
+                                     notice.english)
 
     /// It goes, and had the keyboard.
     signal keyboardLeft
@@ -26,18 +27,6 @@ FocusScope {
     onVisibleChanged: {
         if (!visible && activeFocus)
             notice.keyboardLeft()
-    }
-
-    function unreadableText(): string {
-        if (!notice.file.isSetAside)
-            return (notice.english
-                ? "Your file of notes could not be read. It is kept, and set aside when the next note is saved: %1"
-                : "笔记文件无法读取。它会保留下来,保存下一条笔记时改名存放:%1")
-                .arg(notice.file.unreadableFile)
-        return (notice.english
-            ? "A file of notes could not be read, so vellumo began a new one. The old one is kept: %1"
-            : "有一个笔记文件无法读取,vellumo 新建了一个。旧文件已保留:%1")
-            .arg(notice.file.unreadableFile)
     }
 
     Announcer {

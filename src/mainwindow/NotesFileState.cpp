@@ -61,6 +61,23 @@ QString NotesFileState::unsavedText(const QString &failure, bool english)
         .arg(failure);
 }
 
+QString NotesFileState::unreadableText(const QString &file, bool isSetAside, bool english)
+{
+    if (file.isEmpty()) {
+        return {};
+    }
+    if (isSetAside) {
+        return (english ? u"A file of notes could not be read, so vellumo began a new one. The old "
+                          "one is kept: %1"_s
+                        : u"有一个笔记文件无法读取,vellumo 新建了一个。旧文件已保留:%1"_s)
+            .arg(file);
+    }
+    return (english ? u"Your file of notes could not be read. It is kept, and set aside when the "
+                      "next note is saved: %1"_s
+                    : u"笔记文件无法读取。它会保留下来,保存下一条笔记时改名存放:%1"_s)
+        .arg(file);
+}
+
 QString NotesFileState::unreadableFile() const
 {
     return readable(unreadableFile_);

@@ -28,6 +28,9 @@ public:
     [[nodiscard]] QString saveFailure() const;
     /// The text for such a failure, wherever it is shown.
     [[nodiscard]] Q_INVOKABLE static QString unsavedText(const QString &failure, bool english);
+    /// The text about a file that could not be read; empty without one.
+    [[nodiscard]] Q_INVOKABLE static QString unreadableText(const QString &file, bool isSetAside,
+                                                            bool english);
     /// The newest file that could not be read and is kept, as the user would write it; empty when
     /// the user knows of it.
     [[nodiscard]] QString unreadableFile() const;

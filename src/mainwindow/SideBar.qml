@@ -106,6 +106,7 @@ Rectangle {
             width: bar.width - 2 * Units.space12
             auth: bar.main.auth
             sync: bar.main.sync
+            status: bar.main.account
             english: bar.english
             onSignInAsked: bar.main.askForSignIn()
         }

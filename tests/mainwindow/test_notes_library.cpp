@@ -240,28 +240,25 @@ void TestNotesLibrary::countsDaysAndPlaces()
                  noteOf(monthBegin - 31 * day, u"first of it"_s),
                  noteOf(monthBegin - 31 * day - 1, u"too old"_s)});
     const NotesOverview &seen = shelf.overview;
-    QCOMPARE(seen.today(), 3);
-    QCOMPARE(seen.todayPlace(), u"a.test"_s);
+    QCOMPARE(seen.summary(), u"You looked up 3 things today, mostly on a.test."_s);
     QCOMPARE(seen.thisMonth(), 5);
-    QCOMPARE(seen.lastMonth(), 2);
-    QCOMPARE(seen.lastMonthName(), u"October"_s);
+    QCOMPARE(seen.comparison(), u"3 more than in October"_s);
     QCOMPARE(seen.days(), (QList<int>{1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 3}));
     QCOMPARE(seen.placeNames(), (QStringList{u"Paper.pdf"_s, u"a.test"_s}));
     QCOMPARE(seen.placeCounts(), (QList<int>{4, 2}));
-    QCOMPARE(seen.partOfDay(), NotesOverview::PartOfDay::Evening);
+    QCOMPARE(seen.greeting(), u"Good evening"_s);
 
     QSignalSpy changes(&shelf.overview, &NotesOverview::changed);
     shelf.clock.now += 3 * 3600; // 06:00
     shelf.overview.followClock();
     shelf.overview.followClock();
-    QCOMPARE(seen.partOfDay(), NotesOverview::PartOfDay::Morning);
+    QCOMPARE(seen.greeting(), u"Good morning"_s);
     QCOMPARE(changes.size(), 1);
     shelf.store.notes = {noteOf(eveningOfTheDay, u"pulled"_s,
                                 {u"cloud"_s, u"Synced"_s, ReadingContextSource::appWindow})};
     Q_EMIT shelf.store.vellumoNotesDidChange();
     QCoreApplication::processEvents();
-    QCOMPARE(seen.today(), 1);
-    QCOMPARE(seen.todayPlace(), QString());
+    QCOMPARE(seen.summary(), u"You looked up one thing today."_s);
 }
 
 void TestNotesLibrary::tellsLanguages_data()
@@ -350,8 +347,8 @@ void TestNotesLibrary::countsADayAndAMonth()
     QTEST(before(shelf.insights.days()), "daysBefore");
     QTEST(before(shelf.insights.months()), "monthsBefore");
     QCOMPARE(shelf.insights.total(), 1);
-    QCOMPARE(shelf.insights.dayName(static_cast<int>(shelf.insights.days().size()) - 1),
-             u"Today"_s);
+    const int today = static_cast<int>(shelf.insights.days().size()) - 1;
+    QCOMPARE(shelf.insights.dayText(today, 1, true), u"Today: one note"_s);
 }
 
 void TestNotesLibrary::countsManyInSlices()
@@ -374,7 +371,7 @@ void TestNotesLibrary::countsManyInSlices()
     QCOMPARE(changes.size(), 1);
     QCOMPARE(shelf.insights.placeCounts(), (QList<int>{66'666, 33'335}));
     QCOMPARE(shelf.insights.languageCounts(), QList<int>{count + 1});
-    QCOMPARE(shelf.insights.activeDays(), 696);
+    QCOMPARE(shelf.insights.summary(), u"100001 notes on 696 days."_s);
 }
 
 void TestNotesLibrary::opensOnlyPages_data()

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// A tile of the home page: a heading above, the content below it down to the tile's end.
+Card {
+    id: tile
+
+    required property string heading
+    property string spoken: "" ///< for screen readers
+    default property alias content: body.data
+
+    height: Units.tile
+
+    Accessible.role: Accessible.Grouping
+    Accessible.name: tile.heading
+    Accessible.description: tile.spoken
+
+    Label {
+        id: title
+
+        anchors.top: parent.top
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.margins: Units.space16
+        text: tile.heading
+        elide: Text.ElideRight
+        color: Theme.secondInk
+        font.pixelSize: Units.type12
+    }
+    Item {
+        id: body
+
+        anchors.top: title.top
+        anchors.bottom: parent.bottom
+        anchors.left: title.left
+        anchors.right: title.right
+        anchors.bottomMargin: Units.space16
+    }
+}

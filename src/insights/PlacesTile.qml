@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+pragma ComponentBehavior: Bound
+import QtQuick
+import Vellumo.Insights
+import Vellumo.Ui
+
+/// The places with most notes of late.
+HomeTile {
+    id: tile
+
+    required property NotesOverview overview
+    required property bool english
+
+    heading: tile.english ? "Where you read, last 30 days" : "近 30 天读自"
+    spoken: tile.overview.placesText
+
+    Column {
+        id: places
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        spacing: Units.space8
+
+        Repeater {
+            model: tile.overview.placeNames
+
+            Item {
+                id: place
+
+                required property int index
+                required property string modelData
+
+                readonly property int count: tile.overview.placeCounts[place.index] ?? 0
+                readonly property int most: tile.overview.placeCounts[0] ?? 1
+
+                width: places.width
+                height: words.height + Units.space4
+
+                TextLine {
+                    id: words
+
+                    anchors.left: parent.left
+                    anchors.right: count.left
+                    anchors.rightMargin: Units.space8
+                    text: place.modelData
+                    color: Theme.ink
+                    size: Units.type12
+                }
+                TextLine {
+                    id: count
+
+                    anchors.right: parent.right
+                    width: implicitWidth
+                    text: place.count
+                    color: Theme.secondInk
+                    size: Units.type12
+                }
+                Rectangle {
+                    anchors.left: parent.left
+                    anchors.bottom: parent.bottom
+                    width: Math.max(height, Math.round(parent.width * place.count
+                                                       / Math.max(1, place.most)))
+                    height: Units.bar
+                    radius: height / 2
+                    color: Theme.accent
+                    opacity: place.index === 0 ? 1 : 0.55
+                }
+            }
+        }
+    }
+    Label {
+        anchors.top: parent.top
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.topMargin: Units.space32
+        visible: tile.overview.placeNames.length === 0
+        text: tile.english ? "Nothing lately." : "最近没有。"
+        color: Theme.secondInk
+    }
+}
