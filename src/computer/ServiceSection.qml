@@ -14,9 +14,7 @@ SectionCard {
     readonly property ServiceForm service: section.computer.service
     readonly property bool isOwn: section.service.mode === ServiceForm.Own && !section.service.isForced
 
-    property bool asksToRemove: false
-
-    onIsOwnChanged: section.asksToRemove = false
+    onIsOwnChanged: entry.asksToRemove = false
 
     title: section.english ? "Who explains" : "由谁来解释"
 
@@ -25,43 +23,7 @@ SectionCard {
             return
         if (!section.isOwn)
             section.service.choose(ServiceForm.Own)
-        address.forceActiveFocus(Qt.OtherFocusReason)
-    }
-    function fill(): void {
-        address.text = section.service.base
-        model.text = section.service.model
-    }
-    function askToRemove(asks: bool): void {
-        section.asksToRemove = asks
-        if (asks) {
-            keep.forceActiveFocus(Qt.OtherFocusReason)
-            announcer.announce(question.text)
-        } else {
-            saveButton.forceActiveFocus(Qt.OtherFocusReason)
-        }
-    }
-    function save(): void {
-        if (section.service.save(address.text, model.text, key.text)) {
-            key.text = ""
-            key.isRevealed = false
-            section.fill()
-        }
-    }
-
-    Component.onCompleted: {
-        section.fill()
-        section.service.edited(address.text)
-    }
-
-    Connections {
-        target: section.service
-
-        function onChanged(): void {
-            if (outcome.said !== section.service.outcome) {
-                outcome.said = section.service.outcome
-                announcer.announce(outcome.said)
-            }
-        }
+        entry.begin()
     }
 
     StatusLine {
@@ -114,158 +76,18 @@ SectionCard {
         font.pixelSize: Units.type12
         lineFactor: Units.readingLine
     }
+    ServiceEntry {
+        id: entry
 
-    Column {
         width: parent.width
         visible: section.isOwn
-        spacing: Units.space16
-
-        Label {
-            width: parent.width
-            text: section.english ? "Any service that speaks the chat-completions interface, or a model server on your own computer."
-                                  : "任何支持 chat-completions 接口的服务,或者你自己电脑上的模型服务器。"
-            wrapMode: Text.Wrap
-            color: Theme.secondInk
-            font.pixelSize: Units.type12
-            lineFactor: Units.readingLine
-        }
-        TextField {
-            id: address
-
-            objectName: "address"
-            width: parent.width
-            label: section.english ? "Base address" : "接口地址"
-            placeholder: section.service.usualBase
-            readOnly: section.service.isBaseFixed
-            error: section.service.addressError
-            help: section.service.isBaseFixed
-                ? (section.english ? "Set by OPENAI_BASE_URL in the environment, which goes first."
-                                   : "由环境变量 OPENAI_BASE_URL 指定,优先于这里。")
-                : (section.english ? "Often ends in /v1, such as http://localhost:11434/v1."
-                                   : "通常以 /v1 结尾,例如 http://localhost:11434/v1。")
-            onEdited: section.service.edited(address.text)
-            onAccepted: section.save()
-        }
-        TextField {
-            id: model
-
-            objectName: "model"
-            width: parent.width
-            label: section.english ? "Model" : "模型"
-            placeholder: section.service.usualModel
-            readOnly: section.service.isModelFixed
-            help: section.service.isModelFixed
-                ? (section.english ? "Set by VELLUMO_MODEL in the environment, which goes first."
-                                   : "由环境变量 VELLUMO_MODEL 指定,优先于这里。") : ""
-            onEdited: section.service.edited(address.text)
-            onAccepted: section.save()
-        }
-        TextField {
-            id: key
-
-            objectName: "key"
-            width: parent.width
-            secret: true
-            label: section.english ? "Key" : "密钥"
-            revealName: section.english ? "Show the key" : "显示密钥"
-            placeholder: section.service.hasKey ? "••••••••••••" : ""
-            help: section.service.keyText
-            onEdited: section.service.edited(address.text)
-            onAccepted: section.save()
-        }
-        Flow {
-            width: parent.width
-            visible: !section.asksToRemove
-            spacing: Units.space8
-
-            TextButton {
-                id: saveButton
-
-                objectName: "save"
-                primary: true
-                text: section.english ? "Save" : "保存"
-                onClicked: section.save()
-            }
-            TextButton {
-                objectName: "tryOut"
-                enabled: !section.service.isTrying
-                text: section.service.isTrying ? (section.english ? "Trying…" : "正在测试…")
-                                               : (section.english ? "Try it" : "测试一下")
-                onClicked: section.service.tryOut(address.text, model.text, key.text)
-            }
-            TextButton {
-                objectName: "unlock"
-                visible: section.service.canUnlock
-                text: section.english ? "Unlock the keyring" : "解锁密钥环"
-                onClicked: section.service.unlock()
-            }
-            TextButton {
-                objectName: "forgetKey"
-                visible: section.service.canForgetKey
-                quiet: true
-                text: section.english ? "Remove the key" : "移除密钥"
-                onClicked: section.askToRemove(true)
-            }
-        }
-        Flow {
-            width: parent.width
-            visible: section.asksToRemove
-            spacing: Units.space8
-
-            Keys.onEscapePressed: section.askToRemove(false)
-
-            Label {
-                id: question
-
-                width: parent.width
-                text: section.english ? "Remove the key from the keyring? It cannot be brought back from here."
-                                      : "要从密钥环里移除密钥吗?移除后无法在这里恢复。"
-                wrapMode: Text.Wrap
-                lineFactor: Units.readingLine
-            }
-            TextButton {
-                id: keep
-
-                objectName: "keepKey"
-                text: section.english ? "Keep it" : "保留"
-                onClicked: section.askToRemove(false)
-            }
-            TextButton {
-                objectName: "removeKey"
-                text: section.english ? "Remove" : "移除"
-                onClicked: {
-                    section.askToRemove(false)
-                    section.service.forgetKey()
-                }
-            }
-        }
-        StatusLine {
-            id: outcome
-
-            property string said: ""
-            readonly property string problem: section.service.isInUse
-                ? section.computer.explanationProblem : ""
-
-            objectName: "outcome"
-            width: parent.width
-            visible: title.length > 0
-            status: section.service.isGood ? StatusLine.Good
-                  : section.service.outcome.length + problem.length > 0 ? StatusLine.Bad
-                                                                        : StatusLine.Neutral
-            title: section.service.outcome.length > 0 ? section.service.outcome
-                : section.service.isInUse ? problem
-                : (section.english ? "Not in use yet: fill this in and save it."
-                                   : "还没有启用:填好后保存。")
-        }
+        computer: section.computer
+        english: section.english
     }
     Rectangle {
         width: parent.width
         height: Units.hairline
         color: Theme.hairline
-
-        Announcer {
-            id: announcer
-        }
     }
     WhatIsSent {
         width: parent.width

@@ -55,10 +55,12 @@ Sheet {
             width: parent.width
             visible: sheet.asksWhat && sheet.asksWhich
             focus: sheet.asksWhich
-            labels: [sheet.all].concat(sheet.hasFound ? [sheet.found] : [],
-                                       sheet.hasSelected ? [sheet.selected] : [])
-            values: [NotesExporter.All].concat(sheet.hasFound ? [NotesExporter.Found] : [],
-                                               sheet.hasSelected ? [NotesExporter.Selected] : [])
+            labels: sheet.hasFound && sheet.hasSelected ? [sheet.all, sheet.found, sheet.selected]
+                : sheet.hasFound ? [sheet.all, sheet.found] : [sheet.all, sheet.selected]
+            values: sheet.hasFound && sheet.hasSelected
+                ? [NotesExporter.All, NotesExporter.Found, NotesExporter.Selected]
+                : sheet.hasFound ? [NotesExporter.All, NotesExporter.Found]
+                                 : [NotesExporter.All, NotesExporter.Selected]
             value: sheet.exporter.scope
             accessibleName: sheet.english ? "Which notes" : "导出哪些笔记"
             onChosen: value => { sheet.exporter.scope = value }

@@ -168,56 +168,24 @@ FocusScope {
             text: frame.continueText
             onClicked: frame.proceed()
         }
-        Grid {
+        QuietChoices {
             id: quiet
 
             x: footer.isOneLine ? onward.x + onward.width + Units.space8
                                 : Math.round((parent.width - width) / 2)
             y: footer.isOneLine ? onward.y + Math.round((onward.height - height) / 2)
                                 : onward.y + onward.height + Units.space4
-            // a column without anything in it would still take its spacing
-            columns: {
-                const shown = [first, second, third].filter(button => button.visible)
-                const room = shown.reduce((sum, button) => sum + button.implicitWidth + spacing,
-                                          -spacing)
-                return shown.length > 1 && room <= parent.width ? shown.length : 1
-            }
-            spacing: Units.space8
-            horizontalItemAlignment: Grid.AlignHCenter
-
-            TextButton {
-                id: first
-
-                objectName: frame.quietName
-                visible: frame.quietText.length > 0
-                enabled: !frame.isQuietOver
-                opacity: frame.isQuietOver ? 0 : 1
-                Accessible.ignored: frame.isQuietOver
-                width: Math.min(implicitWidth, footer.width)
-                quiet: true
-                text: frame.quietText
-                onClicked: frame.skipped()
-            }
-            TextButton {
-                id: second
-
-                objectName: frame.secondQuietName
-                visible: frame.secondQuietText.length > 0
-                width: Math.min(implicitWidth, footer.width)
-                quiet: true
-                text: frame.secondQuietText
-                onClicked: frame.skippedSecond()
-            }
-            TextButton {
-                id: third
-
-                objectName: frame.thirdQuietName
-                visible: frame.thirdQuietText.length > 0
-                width: Math.min(implicitWidth, footer.width)
-                quiet: true
-                text: frame.thirdQuietText
-                onClicked: frame.skippedThird()
-            }
+            room: footer.width
+            firstText: frame.quietText
+            firstName: frame.quietName
+            isFirstOver: frame.isQuietOver
+            secondText: frame.secondQuietText
+            secondName: frame.secondQuietName
+            thirdText: frame.thirdQuietText
+            thirdName: frame.thirdQuietName
+            onFirstChosen: frame.skipped()
+            onSecondChosen: frame.skippedSecond()
+            onThirdChosen: frame.skippedThird()
         }
     }
 }

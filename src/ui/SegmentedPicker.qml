@@ -13,7 +13,7 @@ FocusScope {
     required property string accessibleName
     property int value: -1
 
-    readonly property int current: picker.values.indexOf(picker.value)
+    readonly property int current: picker.placeOf(picker.value)
 
     signal chosen(value: int)
 
@@ -25,6 +25,13 @@ FocusScope {
     Accessible.name: picker.accessibleName
     Accessible.focusable: true
 
+    function placeOf(value: int): int {
+        for (let i = 0; i < picker.values.length; ++i) {
+            if (picker.values[i] === value)
+                return i
+        }
+        return -1
+    }
     function move(by: int): void {
         const next = Math.max(0, Math.min(picker.values.length - 1, picker.current + by))
         if (next !== picker.current)

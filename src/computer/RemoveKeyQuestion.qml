@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Ui
+
+/// Asks before the key is removed from the keyring.
+Flow {
+    id: removal
+
+    required property bool english
+
+    signal kept
+    signal removed
+
+    spacing: Units.space8
+
+    /// The keyboard goes to the answer that changes nothing.
+    function ask(): void {
+        keep.forceActiveFocus(Qt.OtherFocusReason)
+        announcer.announce(question.text)
+    }
+
+    Keys.onEscapePressed: removal.kept()
+
+    Label {
+        id: question
+
+        width: parent.width
+        text: removal.english ? "Remove the key from the keyring? It cannot be brought back from here."
+                              : "要从密钥环里移除密钥吗?移除后无法在这里恢复。"
+        wrapMode: Text.Wrap
+        lineFactor: Units.readingLine
+
+        Announcer {
+            id: announcer
+        }
+    }
+    TextButton {
+        id: keep
+
+        objectName: "keepKey"
+        text: removal.english ? "Keep it" : "保留"
+        onClicked: removal.kept()
+    }
+    TextButton {
+        objectName: "removeKey"
+        text: removal.english ? "Remove" : "移除"
+        onClicked: removal.removed()
+    }
+}
