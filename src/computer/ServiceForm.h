@@ -23,14 +23,14 @@ class ServiceForm : public QObject {
     Q_PROPERTY(bool hasConfigured READ hasConfigured NOTIFY changed)
     Q_PROPERTY(bool isInUse READ isInUse NOTIFY changed)
     Q_PROPERTY(bool sendsToken READ sendsToken NOTIFY changed)
-    Q_PROPERTY(QString host READ host NOTIFY changed)
     Q_PROPERTY(QString base READ base NOTIFY changed)
     Q_PROPERTY(QString model READ model NOTIFY changed)
     Q_PROPERTY(QString usualBase READ usualBase CONSTANT)
     Q_PROPERTY(QString usualModel READ usualModel CONSTANT)
     Q_PROPERTY(bool isBaseFixed READ isBaseFixed NOTIFY changed)
     Q_PROPERTY(bool isModelFixed READ isModelFixed NOTIFY changed)
-    Q_PROPERTY(QString file READ file CONSTANT)
+    Q_PROPERTY(QString choiceText READ choiceText NOTIFY changed)
+    Q_PROPERTY(QString sentText READ sentText NOTIFY changed)
     Q_PROPERTY(QString fault READ fault NOTIFY changed)
     Q_PROPERTY(QString keyText READ keyText NOTIFY changed)
     Q_PROPERTY(bool hasKey READ hasKey NOTIFY changed)
@@ -65,6 +65,10 @@ public:
     [[nodiscard]] bool isBaseFixed() const { return ServiceSetup::isBaseFixed(); }
     [[nodiscard]] bool isModelFixed() const { return ServiceSetup::isModelFixed(); }
     [[nodiscard]] QString file() const { return setup_.config().userFile(); }
+    /// What the choice means; empty for an own service.
+    [[nodiscard]] QString choiceText() const;
+    /// What goes to the service.
+    [[nodiscard]] QString sentText() const;
     /// What is wrong with the configuration; empty when nothing is.
     [[nodiscard]] QString fault() const;
     /// Where the key for the address is that was typed last, and so with the rest of the key.

@@ -37,10 +37,7 @@ SectionCard {
     Label {
         width: parent.width
         visible: section.service.isForced
-        text: section.english ? "%1, as the environment that vellumo was started with says. It goes before everything that is entered here; start vellumo without it to choose here."
-                                  .arg(section.service.host)
-                              : "%1,由启动 vellumo 时的环境变量指定。它优先于这里的一切设置;去掉环境变量后启动,就可以在这里选择。"
-                                  .arg(section.service.host)
+        text: section.service.choiceText
         wrapMode: Text.Wrap
         lineFactor: Units.readingLine
     }
@@ -64,13 +61,7 @@ SectionCard {
     Label {
         width: parent.width
         visible: !section.service.isForced && !section.isOwn
-        text: section.service.mode === ServiceForm.Samples
-            ? (section.english ? "Every double tap is answered with one of a few samples, marked as such, so that you can see how it works."
-                               : "每次双击都用几条固定的示例来回答,并注明是示例,方便你了解它怎么用。")
-            : (section.english ? "%1, as Info.json names it: yours in %2, or the installation's."
-                                   .arg(section.service.host).arg(section.service.file)
-                               : "%1,由 Info.json 指定:你自己的(%2)或随安装附带的。"
-                                   .arg(section.service.host).arg(section.service.file))
+        text: section.service.choiceText
         wrapMode: Text.Wrap
         color: Theme.secondInk
         font.pixelSize: Units.type12

@@ -11,8 +11,6 @@ Column {
     required property ServiceForm service
     required property bool english
 
-    readonly property bool asksService: sent.service.host.length > 0
-
     spacing: Units.space8
 
     component Line: Label {
@@ -31,12 +29,7 @@ Column {
     }
     Line {
         objectName: "sentToService"
-        text: !sent.asksService
-            ? (sent.english ? "Selections go nowhere: sample answers are part of vellumo."
-                            : "选中的文字不会发到任何地方:示例回答是 vellumo 自带的。")
-            : (sent.english ? "To %1: the selected text when you double-tap, and the conversation about it when you ask on; with it the language you want the answer in. Not the address or title of what you read, nor the name of the application."
-                            : "发到 %1:双击时选中的文字,以及继续追问时与它有关的对话,并注明你想要的回答语言。不包括所读内容的网址、标题,也不包括应用名称。")
-                  .arg(sent.service.host)
+        text: sent.service.sentText
     }
     Line {
         visible: sent.service.sendsToken
