@@ -26,6 +26,7 @@ SectionCard {
             id: status
 
             objectName: "permission"
+            anchors.left: parent.left
             y: parent.fits ? Math.round((parent.height - height) / 2) : 0
             width: parent.fits ? parent.width - button.width - Units.space24 : parent.width
             status: section.isTrusted ? StatusLine.Good : StatusLine.Bad
@@ -43,7 +44,9 @@ SectionCard {
             id: button
 
             objectName: section.isTrusted ? "withdraw" : "allow"
-            x: parent.fits ? parent.width - width : Units.statusDot + Units.space12
+            anchors.left: parent.left
+            anchors.leftMargin: parent.fits ? parent.width - width
+                                            : Units.statusDot + Units.space12
             y: parent.fits ? Math.round((parent.height - height) / 2) : parent.height - height
             primary: !section.isTrusted
             text: section.isTrusted ? (section.english ? "Take it back" : "收回权限")

@@ -27,9 +27,10 @@ Column {
         Column {
             id: body
 
-            x: Units.space20
-            y: Units.space20
-            width: parent.width - 2 * x
+            anchors.top: parent.top
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.margins: Units.space20
             spacing: Units.space16
         }
     }

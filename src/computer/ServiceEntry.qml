@@ -59,7 +59,7 @@ Column {
     Label {
         width: parent.width
         text: entry.english ? "Any service that speaks the chat-completions interface, or a model server on your own computer."
-                              : "任何支持 chat-completions 接口的服务,或者你自己电脑上的模型服务器。"
+                            : "任何支持 chat-completions 接口的服务,或者你自己电脑上的模型服务器。"
         wrapMode: Text.Wrap
         color: Theme.secondInk
         font.pixelSize: Units.type12
@@ -80,9 +80,9 @@ Column {
         error: entry.service.addressError
         help: entry.service.isBaseFixed
             ? (entry.english ? "Set by OPENAI_BASE_URL in the environment, which goes first."
-                               : "由环境变量 OPENAI_BASE_URL 指定,优先于这里。")
+                             : "由环境变量 OPENAI_BASE_URL 指定,优先于这里。")
             : (entry.english ? "Often ends in /v1, such as http://localhost:11434/v1."
-                               : "通常以 /v1 结尾,例如 http://localhost:11434/v1。")
+                             : "通常以 /v1 结尾,例如 http://localhost:11434/v1。")
         onEdited: entry.service.edited(address.text)
         onAccepted: entry.save()
     }
@@ -96,7 +96,7 @@ Column {
         readOnly: entry.service.isModelFixed
         help: entry.service.isModelFixed
             ? (entry.english ? "Set by VELLUMO_MODEL in the environment, which goes first."
-                               : "由环境变量 VELLUMO_MODEL 指定,优先于这里。") : ""
+                             : "由环境变量 VELLUMO_MODEL 指定,优先于这里。") : ""
         onEdited: entry.service.edited(address.text)
         onAccepted: entry.save()
     }
@@ -175,6 +175,6 @@ Column {
         title: entry.service.outcome.length > 0 ? entry.service.outcome
             : entry.service.isInUse ? problem
             : (entry.english ? "Not in use yet: fill this in and save it."
-                               : "还没有启用:填好后保存。")
+                             : "还没有启用:填好后保存。")
     }
 }

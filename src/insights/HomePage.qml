@@ -91,6 +91,7 @@ ScrollPage {
         visible: !page.isEmpty
 
         Label {
+            anchors.left: parent.left
             anchors.verticalCenter: all.verticalCenter
             text: page.english ? "Latest" : "最近"
             font.pixelSize: Units.type15
@@ -101,8 +102,10 @@ ScrollPage {
             id: all
 
             objectName: "allNotes"
-            x: parent.width - width + Units.space12
-            y: Units.space20
+            anchors.right: parent.right
+            anchors.rightMargin: -Units.space12
+            anchors.top: parent.top
+            anchors.topMargin: Units.space20
             quiet: true
             text: page.english ? "All notes" : "全部笔记"
             onClicked: page.allNotesAsked()

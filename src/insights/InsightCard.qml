@@ -18,8 +18,9 @@ Card {
     Label {
         id: title
 
-        x: Units.space20
-        y: Units.space20
+        anchors.top: parent.top
+        anchors.left: parent.left
+        anchors.margins: Units.space20
         text: card.heading
         font.pixelSize: Units.type14
         font.weight: Font.DemiBold
@@ -30,7 +31,8 @@ Card {
             <= card.width - 2 * Units.space20
 
         objectName: "figure"
-        x: fits ? card.width - width - Units.space20 : Units.space20
+        anchors.right: parent.right
+        anchors.rightMargin: fits ? Units.space20 : card.width - width - Units.space20
         y: fits ? title.y + title.height - height - 1 : title.y + title.height
         width: Math.min(implicitWidth, card.width - 2 * Units.space20)
         visible: card.figure.length > 0
@@ -42,9 +44,12 @@ Card {
     Item {
         id: body
 
-        x: Units.space20
-        y: title.y + title.height + Units.space16
-        width: card.width - 2 * x
+        anchors.top: title.bottom
+        anchors.topMargin: Units.space16
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space20
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space20
         height: card.bodyHeight
     }
 }

@@ -81,6 +81,7 @@ Column {
                                                              chart.english)
 
                 Rectangle {
+                    anchors.left: parent.left
                     anchors.verticalCenter: parent.verticalCenter
                     width: Units.statusDot
                     height: width
@@ -90,8 +91,10 @@ Column {
                 TextLine {
                     id: name
 
-                    x: Units.statusDot + Units.space8
-                    width: share.x - x - Units.space8
+                    anchors.left: parent.left
+                    anchors.leftMargin: Units.statusDot + Units.space8
+                    anchors.right: share.left
+                    anchors.rightMargin: Units.space8
                     text: row.modelData
                     color: Theme.ink
                     size: Units.type13
@@ -99,7 +102,8 @@ Column {
                 TextLine {
                     id: share
 
-                    x: number.x - width - Units.space8
+                    anchors.right: number.left
+                    anchors.rightMargin: Units.space8
                     width: implicitWidth
                     text: chart.insights.shareTexts[row.index] ?? ""
                     color: Theme.ink
@@ -108,7 +112,7 @@ Column {
                 TextLine {
                     id: number
 
-                    x: parent.width - width
+                    anchors.right: parent.right
                     width: Math.max(implicitWidth, Units.scaled(44))
                     alignment: Text.AlignRight
                     text: row.count

@@ -46,9 +46,10 @@ Column {
             TextLine {
                 id: words
 
-                x: Units.space8
-                y: Units.space8
-                width: number.x - x - Units.space8
+                anchors.top: parent.top
+                anchors.left: parent.left
+                anchors.right: number.left
+                anchors.margins: Units.space8
                 text: place.modelData
                 color: Theme.ink
                 size: Units.type13
@@ -56,16 +57,18 @@ Column {
             TextLine {
                 id: number
 
-                x: parent.width - width - Units.space8
-                y: Units.space8
+                anchors.top: parent.top
+                anchors.right: parent.right
+                anchors.margins: Units.space8
                 width: implicitWidth
                 text: place.count
                 color: Theme.secondInk
                 size: Units.type13
             }
             Rectangle {
-                x: Units.space8
-                y: parent.height - height - Units.space8
+                anchors.left: parent.left
+                anchors.bottom: parent.bottom
+                anchors.margins: Units.space8
                 width: Math.max(height, Math.round((parent.width - 2 * Units.space8) * place.count
                                                    / Math.max(1, chart.insights.placeCounts[0])))
                 height: Units.bar

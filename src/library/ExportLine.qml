@@ -44,7 +44,8 @@ Card {
         id: words
 
         objectName: "exportOutcome"
-        x: Units.space16
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space16
         y: line.fits ? Math.round((line.height - height) / 2) : Units.space8
         width: line.fits ? line.width - buttons.oneLine - Units.space32
                          : line.width - 2 * Units.space16
@@ -60,7 +61,8 @@ Card {
             + (cancel.visible ? cancel.implicitWidth : 0)
             + (close.visible ? close.implicitWidth : 0)
 
-        x: line.fits ? line.width - width - Units.space8 : Units.space4
+        anchors.right: parent.right
+        anchors.rightMargin: line.fits ? Units.space8 : Units.space4
         y: line.fits ? Math.round((line.height - height) / 2)
                      : words.y + words.height + Units.space8
         width: line.fits ? oneLine : line.width - 2 * Units.space4
@@ -104,9 +106,10 @@ Card {
         }
     }
     Rectangle {
-        x: Units.radius14
-        y: line.height - height
-        width: Math.round((line.width - 2 * x) * line.exporter.progress)
+        anchors.left: parent.left
+        anchors.leftMargin: Units.radius14
+        anchors.bottom: parent.bottom
+        width: Math.round((line.width - 2 * Units.radius14) * line.exporter.progress)
         height: Units.bar
         visible: line.isWriting
         radius: height / 2

@@ -45,9 +45,10 @@ Item {
             Column {
                 id: list
 
-                x: Units.space20
-                y: Units.space20
-                width: parent.width - 2 * x
+                anchors.top: parent.top
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.margins: Units.space20
                 spacing: Units.space12
 
                 Repeater {
@@ -65,6 +66,7 @@ Item {
                         Rectangle {
                             id: mark
 
+                            anchors.left: parent.left
                             width: Units.scaled(22)
                             height: width
                             radius: width / 2
@@ -84,9 +86,10 @@ Item {
                         Label {
                             id: words
 
-                            x: mark.width + Units.space12
+                            anchors.left: mark.right
+                            anchors.leftMargin: Units.space12
+                            anchors.right: parent.right
                             y: Math.max(0, (mark.height - lineHeight) / 2)
-                            width: parent.width - x
                             text: step.modelData
                             wrapMode: Text.Wrap
                             lineFactor: Units.readingLine

@@ -48,7 +48,8 @@ Item {
     Rectangle {
         id: check
 
-        x: Units.space16
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space16
         anchors.verticalCenter: parent.verticalCenter
         width: Units.scaled(20)
         height: width
@@ -72,9 +73,11 @@ Item {
         controlRadius: Units.radius14
     }
     Column {
-        x: Units.space16 + (card.selecting ? check.width + Units.space16 : 0)
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space16 + (card.selecting ? check.width + Units.space16 : 0)
+        anchors.right: side.left
+        anchors.rightMargin: Units.space16
         anchors.verticalCenter: parent.verticalCenter
-        width: side.x - x - Units.space16
         spacing: Units.space4
 
         TextLine {
@@ -94,7 +97,8 @@ Item {
     Column {
         id: side
 
-        x: card.width - width - Units.space16
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space16
         anchors.verticalCenter: parent.verticalCenter
         width: Math.min(card.sideWidth, Math.max(upper.implicitWidth, lower.fullWidth))
         spacing: Units.space4
@@ -121,7 +125,8 @@ Item {
             LineIcon {
                 id: mark
 
-                x: words.x - lower.ahead
+                anchors.right: words.left
+                anchors.rightMargin: Units.space4
                 anchors.verticalCenter: parent.verticalCenter
                 visible: card.followUps > 0
                 width: Units.type12
@@ -132,7 +137,7 @@ Item {
             TextLine {
                 id: words
 
-                x: parent.width - width
+                anchors.right: parent.right
                 width: Math.min(implicitWidth, parent.width - lower.ahead)
                 text: (card.followUps > 0 ? card.followUps : "")
                     + (card.followUps > 0 && card.place.length > 0 ? " · " : "") + card.place

@@ -15,7 +15,7 @@ Item {
     Rectangle {
         id: bubble
 
-        x: exchange.width - width
+        anchors.right: parent.right
         width: asked.width + 2 * Units.space12
         height: asked.height + 2 * Units.space8
         radius: Units.radius14
@@ -32,8 +32,7 @@ Item {
         NoteText {
             id: asked
 
-            x: Units.space12
-            y: Units.space8
+            anchors.centerIn: parent
             width: Math.min(Math.ceil(measure.implicitWidth) + 1,
                             Math.round(exchange.width * 0.85) - 2 * Units.space12)
             text: exchange.question
@@ -52,7 +51,8 @@ Item {
     NoteText {
         id: reply
 
-        y: bubble.height + Units.space12
+        anchors.top: bubble.bottom
+        anchors.topMargin: Units.space12
         width: parent.width
         text: exchange.answer
         paragraphGap: Units.space4

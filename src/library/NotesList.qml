@@ -143,8 +143,10 @@ FocusScope {
             NotesHeader {
                 id: heading
 
-                x: list.sidePadding
-                width: parent.width - 2 * x
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.leftMargin: list.sidePadding
+                anchors.rightMargin: list.sidePadding
                 height: Math.round(Units.type15 * Units.cardLine) + Units.space8
                     + (row.index > 0 ? Units.space20 : Units.space4)
                 visible: row.isHeading
@@ -154,8 +156,10 @@ FocusScope {
                 Accessible.ignored: !visible
             }
             NoteCard {
-                x: list.sidePadding
-                width: parent.width - 2 * x
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.leftMargin: list.sidePadding
+                anchors.rightMargin: list.sidePadding
                 visible: !row.isHeading
                 english: list.english
                 title: row.title
@@ -172,7 +176,8 @@ FocusScope {
         }
     }
     ScrollThumb {
-        x: list.width - width - Units.space2
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space2
         flickable: rows
         color: Theme.thumb
         activeColor: Theme.thirdInk

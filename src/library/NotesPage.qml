@@ -50,15 +50,19 @@ FocusScope {
     Item {
         id: top
 
-        x: page.sidePadding
-        y: Units.pageTop
-        width: page.width - 2 * x
+        anchors.left: parent.left
+        anchors.leftMargin: page.sidePadding
+        anchors.right: parent.right
+        anchors.rightMargin: page.sidePadding
+        anchors.top: parent.top
+        anchors.topMargin: Units.pageTop
         height: picker.y + picker.height
             + (chip.visible ? Units.space12 + chip.height : 0)
 
         Label {
             id: title
 
+            anchors.left: parent.left
             text: page.english ? "Notes" : "笔记"
             font.pixelSize: Units.type24
             font.letterSpacing: Units.tightTracking
@@ -71,7 +75,8 @@ FocusScope {
             objectName: "count"
             visible: page.library.total > 0
             anchors.baseline: title.baseline
-            x: title.width + Units.space12
+            anchors.left: title.right
+            anchors.leftMargin: Units.space12
             text: page.library.countText
             color: Theme.secondInk
         }
@@ -81,7 +86,8 @@ FocusScope {
             readonly property bool fits: title.width + count.width + oneLine + Units.space32
                 <= top.width
 
-            x: fits ? top.width - width + Units.space12 : -Units.space12
+            anchors.right: parent.right
+            anchors.rightMargin: fits ? -Units.space12 : 0
             y: fits ? Math.round((title.height - Units.button) / 2) : title.height + Units.space4
             width: fits ? oneLine : top.width + Units.space12
             visible: page.library.total > 0
@@ -95,7 +101,9 @@ FocusScope {
 
             visible: page.library.total > 0
             y: Units.space16 + (actions.fits ? title.height : actions.y + actions.height)
-            width: page.isNarrow ? parent.width : parent.width - picker.width - Units.space12
+            anchors.left: parent.left
+            anchors.right: page.isNarrow ? parent.right : picker.left
+            anchors.rightMargin: page.isNarrow ? 0 : Units.space12
             focus: true
             placeholder: page.english ? "Search text, explanations and questions"
                                       : "搜索原文、解释和追问"
@@ -112,7 +120,8 @@ FocusScope {
 
             objectName: "grouping"
             visible: page.library.total > 0
-            x: page.isNarrow ? 0 : parent.width - width
+            anchors.right: parent.right
+            anchors.rightMargin: page.isNarrow ? parent.width - width : 0
             y: page.isNarrow ? field.y + field.height + Units.space12 : field.y
             labels: page.english ? ["By day", "By place"] : ["按日期", "按位置"]
             values: [NoteRowsModel.ByDay, NoteRowsModel.ByPlace]
@@ -127,7 +136,9 @@ FocusScope {
             id: chip
 
             objectName: "placeFilter"
-            y: picker.y + picker.height + Units.space12
+            anchors.top: picker.bottom
+            anchors.topMargin: Units.space12
+            anchors.left: parent.left
             width: Math.min(implicitWidth, top.width)
             height: implicitHeight
             visible: page.library.isOfOnePlace
@@ -139,9 +150,12 @@ FocusScope {
     NotesList {
         id: list
 
-        y: top.y + top.height + Units.space16
-        width: page.width
-        height: page.height - y - (outcome.visible ? outcome.height + Units.space24 : 0)
+        anchors.top: top.bottom
+        anchors.topMargin: Units.space16
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: outcome.visible ? outcome.height + Units.space24 : 0
+        anchors.left: parent.left
+        anchors.right: parent.right
         visible: page.library.found > 0
         library: page.library
         english: page.english
@@ -151,9 +165,10 @@ FocusScope {
     ExportLine {
         id: outcome
 
-        x: page.sidePadding
-        y: page.height - height - Units.space16
-        width: page.width - 2 * x
+        anchors.left: top.left
+        anchors.right: top.right
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Units.space16
         exporter: page.exporter
         english: page.english
         onKeyboardLeft: list.forceActiveFocus(Qt.OtherFocusReason)
@@ -167,7 +182,7 @@ FocusScope {
     EmptyState {
         objectName: "nothingFound"
         y: list.y + Math.max(0, Math.round((list.height - height) * 0.4))
-        x: Math.round((page.width - width) / 2)
+        anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(Units.scaled(400), page.width - 2 * Units.space24)
         visible: page.library.total > 0 && page.library.found === 0 && !page.library.isSearching
         icon: "search"

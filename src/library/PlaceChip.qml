@@ -25,9 +25,11 @@ ButtonArea {
     TextLine {
         id: words
 
-        x: Units.space12
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space12
+        anchors.right: cross.left
+        anchors.rightMargin: Units.space8
         anchors.verticalCenter: parent.verticalCenter
-        width: cross.x - x - Units.space8
         text: chip.fullText
         color: Theme.ink
         size: Units.type13
@@ -36,7 +38,8 @@ ButtonArea {
     LineIcon {
         id: cross
 
-        x: chip.width - width - Units.space12
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space12
         anchors.verticalCenter: parent.verticalCenter
         width: Units.iconSmall
         height: width

@@ -36,8 +36,9 @@ Item {
         }
         Label {
             objectName: "account"
-            x: Units.space12
-            width: parent.width - 2 * x
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.margins: Units.space12
             text: corner.status.account
             elide: corner.auth.isSignedIn ? Text.ElideMiddle : Text.ElideNone
             wrapMode: corner.auth.isSignedIn ? Text.NoWrap : Text.Wrap
@@ -45,12 +46,14 @@ Item {
             font.pixelSize: Units.type12
         }
         Item {
-            x: Units.space12
-            width: parent.width - 2 * x
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.margins: Units.space12
             height: state.height
             visible: corner.status.syncs
 
             Rectangle {
+                anchors.left: parent.left
                 y: (state.lineHeight - height) / 2
                 width: Units.statusDot
                 height: width
@@ -62,8 +65,9 @@ Item {
                 id: state
 
                 objectName: "syncState"
-                x: Units.statusDot + Units.space8
-                width: parent.width - x
+                anchors.left: parent.left
+                anchors.leftMargin: Units.statusDot + Units.space8
+                anchors.right: parent.right
                 text: corner.status.syncText
                 wrapMode: Text.Wrap
                 color: Theme.secondInk

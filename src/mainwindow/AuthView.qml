@@ -58,7 +58,7 @@ FocusScope {
             }
             Label {
                 objectName: "title"
-                x: (parent.width - width) / 2
+                anchors.horizontalCenter: parent.horizontalCenter
                 width: Math.min(implicitWidth, view.width - 2 * Units.space24)
                 text: view.english ? "Welcome to vellumo" : "欢迎使用 vellumo"
                 wrapMode: Text.Wrap
@@ -133,7 +133,8 @@ FocusScope {
         }
     }
     ScrollThumb {
-        x: view.width - width - Units.space2
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space2
         flickable: page
         color: Theme.thumb
         activeColor: Theme.thirdInk

@@ -36,12 +36,14 @@ FocusScope {
     Card {
         id: card
 
-        y: Units.space16
+        anchors.top: parent.top
+        anchors.topMargin: Units.space16
         width: notice.width
         height: Math.max(words.height, answers.height) + 2 * Units.space12
 
         Rectangle {
-            x: Units.space16
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space16
             y: words.y + (words.lineHeight - height) / 2
             width: Units.statusDot
             height: width
@@ -52,9 +54,11 @@ FocusScope {
             id: words
 
             objectName: notice.objectName + "Words"
-            x: Units.space16 + Units.statusDot + Units.space12
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space16 + Units.statusDot + Units.space12
             anchors.verticalCenter: card.verticalCenter
-            width: answers.x - Units.space12 - x
+            anchors.right: answers.left
+            anchors.rightMargin: Units.space12
             text: notice.words
             wrapMode: Text.Wrap
             font.pixelSize: Units.type13
@@ -64,7 +68,8 @@ FocusScope {
         Row {
             id: answers
 
-            x: card.width - width - Units.space8
+            anchors.right: parent.right
+            anchors.rightMargin: Units.space8
             anchors.verticalCenter: card.verticalCenter
 
             TextButton {

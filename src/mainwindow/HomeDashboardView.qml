@@ -27,65 +27,64 @@ FocusScope {
     SideBar {
         id: sideBar
 
+        anchors.left: parent.left
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
         width: Math.min(Units.sideBar, Math.round(dashboard.width * 0.3))
-        height: parent.height
         main: dashboard.main
         texts: dashboard.texts
     }
+    Column {
+        id: notices
 
-    NotesFileNotice {
-        id: notice
+        anchors.left: sideBar.right
+        anchors.leftMargin: Units.space24
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space24
 
-        x: sideBar.width + Units.space24
-        width: dashboard.width - x - Units.space24
-        height: implicitHeight
-        file: dashboard.main.notesFile
-        english: dashboard.texts.english
-        onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
-    }
-    DashboardNotice {
-        id: settingsNotice
-
-        objectName: "unsavedSettings"
-        x: notice.x
-        y: notice.height
-        width: notice.width
-        height: implicitHeight
-        wanted: dashboard.main.hasUnsavedSettings
-        dotColor: Theme.bad
-        words: dashboard.texts.english
-            ? "Your settings cannot be saved. What you change is lost when vellumo ends."
-            : "设置无法保存,退出 vellumo 后所做的更改会丢失。"
-        acceptText: dashboard.texts.english ? "Got it" : "知道了"
-        onAccepted: dashboard.main.acknowledgeUnsavedSettings()
-        onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
-    }
-    DashboardNotice {
-        id: updatesNotice
-
-        objectName: "dailyUpdates"
-        x: notice.x
-        y: settingsNotice.y + settingsNotice.height
-        width: notice.width
-        height: implicitHeight
-        wanted: dashboard.main.asksForUpdates
-        dotColor: Theme.accent
-        words: dashboard.texts.english
-            ? "May vellumo look for new versions once a day? It only asks whether there is one."
-            : "允许 vellumo 每天检查一次新版本吗?只会查询是否有新版本。"
-        acceptText: dashboard.texts.english ? "Allow" : "允许"
-        declineText: dashboard.texts.english ? "Not now" : "暂不"
-        onAccepted: dashboard.main.looksForUpdates = true
-        onDeclined: dashboard.main.looksForUpdates = false
-        onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+        NotesFileNotice {
+            width: parent.width
+            height: implicitHeight
+            file: dashboard.main.notesFile
+            english: dashboard.texts.english
+            onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+        }
+        DashboardNotice {
+            objectName: "unsavedSettings"
+            width: parent.width
+            height: implicitHeight
+            wanted: dashboard.main.hasUnsavedSettings
+            dotColor: Theme.bad
+            words: dashboard.texts.english
+                ? "Your settings cannot be saved. What you change is lost when vellumo ends."
+                : "设置无法保存,退出 vellumo 后所做的更改会丢失。"
+            acceptText: dashboard.texts.english ? "Got it" : "知道了"
+            onAccepted: dashboard.main.acknowledgeUnsavedSettings()
+            onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+        }
+        DashboardNotice {
+            objectName: "dailyUpdates"
+            width: parent.width
+            height: implicitHeight
+            wanted: dashboard.main.asksForUpdates
+            dotColor: Theme.accent
+            words: dashboard.texts.english
+                ? "May vellumo look for new versions once a day? It only asks whether there is one."
+                : "允许 vellumo 每天检查一次新版本吗?只会查询是否有新版本。"
+            acceptText: dashboard.texts.english ? "Allow" : "允许"
+            declineText: dashboard.texts.english ? "Not now" : "暂不"
+            onAccepted: dashboard.main.looksForUpdates = true
+            onDeclined: dashboard.main.looksForUpdates = false
+            onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+        }
     }
     FocusScope {
         id: pages
 
-        x: sideBar.width
-        y: updatesNotice.y + updatesNotice.height
-        width: dashboard.width - x
-        height: dashboard.height - y
+        anchors.left: sideBar.right
+        anchors.right: parent.right
+        anchors.top: notices.bottom
+        anchors.bottom: parent.bottom
         focus: !dashboard.showsSheet
 
         DashboardPage {

@@ -33,7 +33,8 @@ ButtonArea {
     LineIcon {
         id: mark
 
-        x: Units.space12
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space12
         anchors.verticalCenter: parent.verticalCenter
         width: Units.icon
         height: width
@@ -41,8 +42,10 @@ ButtonArea {
         color: item.chosen ? Theme.ink : Theme.secondInk
     }
     Text {
-        x: mark.x + mark.width + Units.space12
-        width: parent.width - x - Units.space8
+        anchors.left: mark.right
+        anchors.leftMargin: Units.space12
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space8
         height: parent.height
         text: item.text
         textFormat: Text.PlainText

@@ -35,12 +35,14 @@ FocusScope {
     Card {
         id: card
 
-        y: Units.space16
+        anchors.top: parent.top
+        anchors.topMargin: Units.space16
         width: notice.width
         height: Math.max(words.height, known.visible ? known.height : 0) + 2 * Units.space12
 
         Rectangle {
-            x: Units.space16
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space16
             y: words.y + (words.lineHeight - height) / 2
             width: Units.statusDot
             height: width
@@ -51,9 +53,11 @@ FocusScope {
             id: words
 
             objectName: "notesFileNotice"
-            x: Units.space16 + Units.statusDot + Units.space12
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space16 + Units.statusDot + Units.space12
             anchors.verticalCenter: card.verticalCenter
-            width: (known.visible ? known.x - Units.space12 : card.width - Units.space16) - x
+            anchors.right: known.visible ? known.left : parent.right
+            anchors.rightMargin: known.visible ? Units.space12 : Units.space16
             text: notice.words
             wrapMode: Text.Wrap
             font.pixelSize: Units.type13
@@ -64,7 +68,8 @@ FocusScope {
             id: known
 
             objectName: "knowNotesFile"
-            x: card.width - width - Units.space8
+            anchors.right: parent.right
+            anchors.rightMargin: Units.space8
             anchors.verticalCenter: card.verticalCenter
             visible: !notice.isUnsaved
             focus: true

@@ -25,8 +25,8 @@ Rectangle {
     FollowingFlickable {
         id: scroll
 
-        width: bar.width - Units.hairline
-        height: bar.height
+        anchors.fill: parent
+        anchors.rightMargin: Units.hairline
         contentHeight: corner.y + corner.height + Units.space16
         interactive: contentHeight > height
         room: Units.space8
@@ -34,9 +34,12 @@ Rectangle {
         Label {
             id: name
 
-            x: Units.space24
-            y: Units.space24
-            width: bar.width - x - Units.space12
+            anchors.top: parent.top
+            anchors.topMargin: Units.space24
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space24
+            anchors.right: parent.right
+            anchors.rightMargin: Units.space12 - Units.hairline
             text: "✦ vellumo"
             elide: Text.ElideRight
             font.pixelSize: Units.type17
@@ -46,9 +49,12 @@ Rectangle {
         Column {
             id: entries
 
-            x: Units.space12
-            y: name.y + name.height + Units.space20
-            width: bar.width - 2 * Units.space12
+            anchors.top: name.bottom
+            anchors.topMargin: Units.space20
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space12
+            anchors.right: parent.right
+            anchors.rightMargin: Units.space12 - Units.hairline
             spacing: Units.space2
 
             Accessible.role: Accessible.PageTabList
@@ -100,10 +106,10 @@ Rectangle {
         AccountCorner {
             id: corner
 
-            x: Units.space12
+            anchors.left: entries.left
+            anchors.right: entries.right
             y: Math.max(entries.y + entries.height + Units.space12,
                         bar.height - height - Units.space16)
-            width: bar.width - 2 * Units.space12
             auth: bar.main.auth
             sync: bar.main.sync
             status: bar.main.account
@@ -112,7 +118,8 @@ Rectangle {
         }
     }
     ScrollThumb {
-        x: bar.width - width - Units.hairline
+        anchors.right: parent.right
+        anchors.rightMargin: Units.hairline
         flickable: scroll
         color: Theme.thumb
         activeColor: Theme.thirdInk

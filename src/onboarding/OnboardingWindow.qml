@@ -87,13 +87,16 @@ Window {
         Item {
             id: bar
 
-            y: Units.space12
-            width: parent.width
+            anchors.top: parent.top
+            anchors.topMargin: Units.space12
+            anchors.left: parent.left
+            anchors.right: parent.right
             height: Units.button
 
             TextButton {
                 objectName: "back"
-                x: Units.space12
+                anchors.left: parent.left
+                anchors.leftMargin: Units.space12
                 visible: window.flow.canGoBack
                 quiet: true
                 icon: "back"

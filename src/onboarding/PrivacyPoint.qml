@@ -15,7 +15,8 @@ Card {
     Rectangle {
         id: badge
 
-        x: Units.space20
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space20
         anchors.verticalCenter: parent.verticalCenter
         width: Units.scaled(36)
         height: width
@@ -34,8 +35,10 @@ Card {
         id: words
 
         anchors.verticalCenter: parent.verticalCenter
-        x: badge.x + badge.width + Units.space16
-        width: parent.width - x - Units.space20
+        anchors.left: badge.right
+        anchors.leftMargin: Units.space16
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space20
         text: point.text
         wrapMode: Text.Wrap
         font.pixelSize: Units.type15

@@ -34,7 +34,8 @@ ButtonArea {
     LineIcon {
         id: mark
 
-        x: Units.space12
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space12
         anchors.verticalCenter: parent.verticalCenter
         width: Units.scaled(18)
         height: width
@@ -42,8 +43,10 @@ ButtonArea {
         color: chip.isChosen ? Theme.accentSoftText : Theme.secondInk
     }
     Text {
-        x: mark.x + mark.width + Units.space8
-        width: parent.width - x - Units.space8
+        anchors.left: mark.right
+        anchors.leftMargin: Units.space8
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space8
         height: parent.height
         text: chip.text
         textFormat: Text.PlainText

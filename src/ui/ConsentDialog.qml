@@ -29,9 +29,12 @@ FittingDialog {
     Item {
         id: column
 
-        x: Units.space32
-        y: Units.space32 - Units.space4
-        width: dialog.width - 2 * Units.space32
+        anchors.top: parent.top
+        anchors.topMargin: Units.space32 - Units.space4
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space32
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space32
         height: buttons.y + buttons.height
         focus: true
 
@@ -76,6 +79,7 @@ FittingDialog {
                     height: label.height
 
                     Rectangle {
+                        anchors.left: parent.left
                         y: Math.round(label.lineHeight / 2 - height / 2) + 1
                         width: Units.dot
                         height: Units.dot
@@ -85,8 +89,9 @@ FittingDialog {
                     Text {
                         id: label
 
-                        x: Units.space20
-                        width: parent.width - x
+                        anchors.left: parent.left
+                        anchors.leftMargin: Units.space20
+                        anchors.right: parent.right
                         text: point.modelData
                         textFormat: Text.PlainText
                         wrapMode: Text.Wrap

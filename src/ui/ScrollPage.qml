@@ -28,13 +28,19 @@ FocusScope {
         Column {
             id: column
 
-            x: Math.max(Units.space24, Math.round((page.width - Units.pageWidth) / 2))
+            readonly property int sidePadding: Math.max(
+                Units.space24, Math.round((page.width - Units.pageWidth) / 2))
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.leftMargin: column.sidePadding
+            anchors.rightMargin: column.sidePadding
             y: Units.pageTop
-            width: page.width - 2 * x
         }
     }
     ScrollThumb {
-        x: page.width - width - Units.space2
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space2
         flickable: flickable
         color: Theme.thumb
         activeColor: Theme.thirdInk

@@ -30,7 +30,8 @@ FocusScope {
     LineIcon {
         id: glass
 
-        x: Units.space12
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space12
         anchors.verticalCenter: parent.verticalCenter
         width: Units.iconSmall
         height: width
@@ -54,8 +55,10 @@ FocusScope {
         readonly property UnwatchedClipboard clipboard: UnwatchedClipboard { field: input }
 
         objectName: "search"
-        x: glass.x + glass.width + Units.space8
-        width: clear.x - x - Units.space4
+        anchors.left: glass.right
+        anchors.leftMargin: Units.space8
+        anchors.right: clear.left
+        anchors.rightMargin: Units.space4
         height: parent.height
         clip: true
         focus: true
@@ -82,7 +85,8 @@ FocusScope {
     ButtonArea {
         id: clear
 
-        x: field.width - width - Units.space4
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space4
         anchors.verticalCenter: parent.verticalCenter
         width: Units.iconSmall + 2 * Units.space8
         height: width

@@ -16,6 +16,7 @@ Item {
     implicitHeight: words.height
 
     Rectangle {
+        anchors.left: parent.left
         y: Math.round((title.lineHeight - height) / 2)
         width: Units.statusDot
         height: width
@@ -27,8 +28,9 @@ Item {
     Column {
         id: words
 
-        x: Units.statusDot + Units.space12
-        width: parent.width - x
+        anchors.left: parent.left
+        anchors.leftMargin: Units.statusDot + Units.space12
+        anchors.right: parent.right
         spacing: Units.space2
 
         Label {

@@ -41,7 +41,8 @@ FocusScope {
     Rectangle {
         id: box
 
-        y: name.height + Units.space4
+        anchors.top: name.bottom
+        anchors.topMargin: Units.space4
         width: parent.width
         height: Units.button
         radius: Units.radius10
@@ -69,8 +70,11 @@ FocusScope {
             readonly property string text: input.displayText
             readonly property int cursorPosition: input.cursorPosition
 
-            x: Units.space12
-            width: (reveal.visible ? reveal.x : parent.width - Units.space12) - x - Units.space4
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space12
+            anchors.right: parent.right
+            anchors.rightMargin: Units.space4
+                + (reveal.visible ? reveal.width + Units.space4 : Units.space12)
             height: parent.height
             focus: true
 
@@ -118,7 +122,8 @@ FocusScope {
             id: reveal
 
             objectName: field.objectName + "Reveal"
-            x: parent.width - width - Units.space4
+            anchors.right: parent.right
+            anchors.rightMargin: Units.space4
             anchors.verticalCenter: parent.verticalCenter
             width: Units.iconSmall + 2 * Units.space8
             height: width
@@ -145,7 +150,8 @@ FocusScope {
         id: note
 
         objectName: field.objectName + "Note"
-        y: box.y + box.height + Units.space4
+        anchors.top: box.bottom
+        anchors.topMargin: Units.space4
         width: parent.width
         visible: text.length > 0
         text: field.error.length > 0 ? field.error : field.help

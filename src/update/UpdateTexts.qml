@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-import QtQml
+import QtQuick
 import Vellumo.Update
 
 /// What the update window says in each of its states.
@@ -18,7 +18,7 @@ QtObject {
             return texts.english ? "vellumo is up to date" : "vellumo 已是最新版本"
         case UpdateReport.SomethingNew:
             return texts.english ? "vellumo %1 is available".arg(texts.report.version)
-                                  : "vellumo %1 已发布".arg(texts.report.version)
+                                 : "vellumo %1 已发布".arg(texts.report.version)
         default:
             return texts.english ? "The check did not succeed" : "检查更新没有成功"
         }
@@ -30,11 +30,11 @@ QtObject {
             return ""
         case UpdateReport.NothingNew:
             return (texts.english ? "You have version %1; there is nothing newer."
-                                   : "你使用的是 %1 版,目前没有更新的版本。")
+                                  : "你使用的是 %1 版,目前没有更新的版本。")
                 .arg(texts.report.runningVersion)
         case UpdateReport.SomethingNew:
             return (texts.english ? "Released on %1. You have version %2."
-                                   : "发布于 %1。你使用的是 %2 版。")
+                                  : "发布于 %1。你使用的是 %2 版。")
                 .arg(texts.report.released).arg(texts.report.runningVersion)
         default:
             return texts.failure
@@ -49,17 +49,17 @@ QtObject {
                 : "无法与更新服务建立安全连接,没有读取任何内容。"
         case UpdateReport.TimedOut:
             return texts.english ? "The update service did not answer in time."
-                                  : "更新服务没有及时回应。"
+                                 : "更新服务没有及时回应。"
         case UpdateReport.Refused:
             return texts.english ? "The update service has a problem at the moment."
-                                  : "更新服务暂时有问题。"
+                                 : "更新服务暂时有问题。"
         case UpdateReport.Untrusted:
             return texts.english
                 ? "The answer does not carry vellumo's signature, so it was ignored."
                 : "收到的回应没有 vellumo 的签名,已被忽略。"
         case UpdateReport.Unreadable:
             return texts.english ? "The answer cannot be read by this version of vellumo."
-                                  : "这个版本的 vellumo 无法读懂收到的回应。"
+                                 : "这个版本的 vellumo 无法读懂收到的回应。"
         case UpdateReport.Expired:
             return texts.english
                 ? "The answer is too old to be believed. If the date of this computer is right, try again another day."

@@ -30,9 +30,12 @@ FittingDialog {
     Item {
         id: content
 
-        x: Units.space32
-        y: Units.space32 - Units.space4
-        width: dialog.width - 2 * Units.space32
+        anchors.top: parent.top
+        anchors.topMargin: Units.space32 - Units.space4
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space32
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space32
         height: buttons.y + buttons.height
         focus: true
 
