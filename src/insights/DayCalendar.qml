@@ -13,10 +13,9 @@ FocusScope {
     required property NotesInsights insights
     required property bool english
 
-    readonly property int pitch: Units.calendarCell + calendar.gap
-    readonly property int gap: 3
+    readonly property int pitch: Units.calendarCell + Units.calendarGap
     readonly property int allWeeks: Math.ceil(calendar.insights.days.length / 7)
-    readonly property int room: Math.floor((calendar.width - weekdays.width + calendar.gap)
+    readonly property int room: Math.floor((calendar.width - weekdays.width + Units.calendarGap)
                                            / calendar.pitch)
     readonly property int weeks: Math.min(calendar.allWeeks, Math.max(1, calendar.room))
     /// The first day that is shown.
@@ -31,7 +30,7 @@ FocusScope {
     readonly property string figure: calendar.insights.dayText(
         calendar.chosenDay, calendar.insights.days[calendar.chosenDay] ?? 0, calendar.english)
 
-    implicitHeight: grid.y + 7 * calendar.pitch - calendar.gap
+    implicitHeight: grid.y + 7 * calendar.pitch - Units.calendarGap
     activeFocusOnTab: true
 
     Accessible.role: Accessible.List
@@ -122,7 +121,7 @@ FocusScope {
     Item {
         id: grid
 
-        x: calendar.width - width + calendar.gap
+        x: calendar.width - width + Units.calendarGap
         y: Math.round(Units.type11 * Units.cardLine) + Units.space4
         width: calendar.weeks * calendar.pitch
         height: 7 * calendar.pitch
@@ -143,7 +142,7 @@ FocusScope {
                 y: cell.index % 7 * calendar.pitch
                 width: Units.calendarCell
                 height: width
-                radius: 3
+                radius: Units.radius3
                 color: cell.level === 0 ? Theme.softFill : Theme.accent
                 opacity: [1, 0.28, 0.5, 0.75, 1][cell.level]
 
@@ -164,7 +163,7 @@ FocusScope {
             width: Units.calendarCell + 2 * outset
             height: width
             visible: place >= 0
-            radius: 3 + outset
+            radius: Units.radius3 + outset
             color: "transparent"
             border.width: Units.focusRing
             border.color: Theme.ink

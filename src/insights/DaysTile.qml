@@ -36,9 +36,9 @@ HomeTile {
                 Rectangle {
                     anchors.bottom: parent.bottom
                     width: parent.width
-                    height: Math.max(2, Math.round(parent.height * day.modelData
+                    height: Math.max(Units.space2, Math.round(parent.height * day.modelData
                                                    / tile.overview.mostOfADay))
-                    radius: Math.min(3, width / 2, height / 2)
+                    radius: Math.min(Units.radius3, width / 2, height / 2)
                     color: day.modelData > 0 ? Theme.accent : Theme.hairline
                 }
             }

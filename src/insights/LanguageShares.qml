@@ -34,7 +34,7 @@ Column {
 
         width: parent.width
         height: Units.shareBar
-        spacing: 2
+        spacing: Units.space2
 
         Repeater {
             model: chart.insights.languageCounts
@@ -44,7 +44,7 @@ Column {
 
                 width: chart.widthOf(index)
                 height: bar.height
-                radius: 3
+                radius: Units.radius3
                 color: chart.colorOf(index)
             }
         }

@@ -69,9 +69,9 @@ Item {
                 x: Math.round((month.width - width) / 2)
                 y: chart.height - chart.labelHeight - Units.space4 - height
                 width: Math.min(Units.scaled(22), Math.round(month.width * 0.64))
-                height: month.modelData === 0 ? 2
-                    : Math.max(4, Math.round(Units.monthBars * month.modelData / chart.most))
-                radius: Math.min(3, height / 2)
+                height: month.modelData === 0 ? Units.space2
+                    : Math.max(Units.space4, Math.round(Units.monthBars * month.modelData / chart.most))
+                radius: Math.min(Units.radius3, height / 2)
                 color: month.modelData === 0 ? Theme.hairline : Theme.accent
                 opacity: month.isLast || month.modelData === 0 ? 1 : 0.6
             }

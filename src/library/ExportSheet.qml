@@ -117,7 +117,7 @@ Sheet {
                 id: cancel
 
                 objectName: "exportCancel"
-                minimumWidth: 96
+                minimumWidth: Units.dialogButton
                 text: sheet.english ? "Cancel" : "取消"
                 onClicked: sheet.dismissed()
             }
@@ -125,7 +125,7 @@ Sheet {
                 id: next
 
                 objectName: "exportChoose"
-                minimumWidth: 96
+                minimumWidth: Units.dialogButton
                 primary: sheet.asksWhat
                 text: sheet.asksWhat ? (sheet.english ? "Choose file…" : "选择文件…")
                                      : (sheet.english ? "Another name…" : "换个名称…")
@@ -135,7 +135,7 @@ Sheet {
                 id: replace
 
                 objectName: "exportReplace"
-                minimumWidth: 96
+                minimumWidth: Units.dialogButton
                 visible: !sheet.asksWhat
                 primary: true
                 text: sheet.english ? "Replace" : "替换"

@@ -117,7 +117,7 @@ Sheet {
         TextButton {
             objectName: "done"
             anchors.right: parent.right
-            minimumWidth: 96
+            minimumWidth: Units.dialogButton
             primary: true
             text: settings.english ? "Done" : "完成"
             onClicked: settings.dismissed()

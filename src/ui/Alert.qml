@@ -20,7 +20,7 @@ Window {
     signal dismissed()
     signal agreed()
 
-    width: 400
+    width: Units.alertWidth
     height: Math.ceil(content.height) + 2 * Units.space32 - Units.space8
     minimumWidth: width
     maximumWidth: width
@@ -98,7 +98,7 @@ Window {
             anchors.top: detail.bottom
             anchors.topMargin: Units.space24
             anchors.right: parent.right
-            minimumWidth: 96
+            minimumWidth: Units.dialogButton
             primary: true
             text: dialog.button
             onClicked: dialog.agreed()
@@ -108,7 +108,7 @@ Window {
             anchors.right: button.left
             anchors.rightMargin: Units.space8
             visible: dialog.asks
-            minimumWidth: 96
+            minimumWidth: Units.dialogButton
             text: dialog.refusal
             onClicked: dialog.dismissed()
         }

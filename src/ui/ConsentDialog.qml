@@ -114,13 +114,13 @@ FittingDialog {
 
             TextButton {
                 objectName: "notNow"
-                minimumWidth: 96
+                minimumWidth: Units.dialogButton
                 text: dialog.texts.english ? "Not now" : "暂不"
                 onClicked: dialog.answered(false)
             }
             TextButton {
                 objectName: "allow"
-                minimumWidth: 96
+                minimumWidth: Units.dialogButton
                 primary: true
                 text: dialog.texts.english ? "Allow" : "允许"
                 onClicked: dialog.answered(true)

@@ -9,7 +9,7 @@ Window {
 
     required property int fittingHeight
 
-    width: 460
+    width: Units.dialogWidth
     minimumWidth: width
     maximumWidth: width
     flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint

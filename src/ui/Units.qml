@@ -37,6 +37,7 @@ QtObject {
     readonly property int space32: 32
     readonly property int space48: 48
 
+    readonly property int radius3: 3
     readonly property int radius6: 6
     readonly property int radius10: 10
     readonly property int radius14: 14
@@ -52,10 +53,14 @@ QtObject {
     readonly property int dot: 6
     readonly property int closeButton: 22
     readonly property int submitButton: 26
+    /// At least, for the answers of a dialog.
+    readonly property int dialogButton: 96
     readonly property int followUpField: Math.max(36, units.scaled(34))
     readonly property int skeletonLine: 10
     readonly property int scrollThumb: 4
 
+    readonly property int dialogWidth: 460
+    readonly property int alertWidth: 400
     readonly property int progressLine: 3
     readonly property int releaseNotes: units.scaled(200)
 
@@ -81,6 +86,7 @@ QtObject {
     readonly property int switchHeight: Math.max(20, units.scaled(20))
     readonly property int bar: 3
     readonly property int calendarCell: units.scaled(15)
+    readonly property int calendarGap: 3
     readonly property int monthBars: units.scaled(120)
     readonly property int shareBar: 10
 

@@ -157,7 +157,7 @@ FittingDialog {
 
             TextButton {
                 objectName: "close"
-                minimumWidth: 96
+                minimumWidth: Units.dialogButton
                 primary: dialog.report.state === UpdateReport.NothingNew
                 text: {
                     if (dialog.isOffer)
@@ -170,7 +170,7 @@ FittingDialog {
             }
             TextButton {
                 objectName: "act"
-                minimumWidth: 96
+                minimumWidth: Units.dialogButton
                 primary: true
                 visible: dialog.isOffer || dialog.hasFailed
                 text: dialog.isOffer ? (dialog.english ? "Download" : "下载")
