@@ -31,10 +31,9 @@ FittingDialog {
 
         anchors.top: parent.top
         anchors.topMargin: Units.space32 - Units.space4
-        anchors.left: parent.left
-        anchors.leftMargin: Units.space32
-        anchors.right: parent.right
-        anchors.rightMargin: Units.space32
+        anchors.horizontalCenter: parent.horizontalCenter
+        // Not by anchors: the window takes its height from this before it has laid out its content.
+        width: dialog.width - 2 * Units.space32
         height: buttons.y + buttons.height
         focus: true
 

@@ -15,7 +15,7 @@ namespace {
 // One note with a follow-up, as the store writes it.
 QByteArray readValidFile()
 {
-    QFile file(QFINDTESTDATA("data/notes.json"));
+    QFile file(QStringLiteral(VELLUMO_TEST_DATA "/notes.json"));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
