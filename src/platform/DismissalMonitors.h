@@ -9,8 +9,8 @@
 
 namespace vellumo {
 
-/// Watches for what closes an open floating panel: Escape in a window of this program, and presses
-/// and scrolling anywhere. Main thread only.
+/// Monitors the events that close an open floating panel: Escape in a window of this program, and
+/// presses and scrolling anywhere. Main thread only.
 class DismissalMonitors {
 public:
     struct Handlers {
@@ -24,8 +24,8 @@ public:
     /// The monitoring must outlive this object.
     explicit DismissalMonitors(EventMonitoring &monitoring) : monitoring_(monitoring) { }
 
-    /// Starts afresh if it is watching already. Handlers may call stop(), and are not called once
-    /// this object is destroyed.
+    /// Starts monitoring; restarts if it is already running. Handlers may call stop(), and are
+    /// never called after this object is destroyed.
     void start(const Handlers &handlers);
     void stop();
 
