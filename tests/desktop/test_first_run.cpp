@@ -1,68 +1,46 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 #include "backend/Backend.h"
+#include "desktop/ProgramTest.h"
 #include "support/AccessibleTree.h"
-#include "support/Desktop.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
 #include <QDir>
-#include <QJsonObject>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 #include <sys/resource.h>
 
 using namespace vellumo::test;
-using namespace Qt::StringLiterals;
 
 /// The built program in a home where it has never been, driven with clicks and keys.
-class TestFirstRun : public QObject {
+class TestFirstRun : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void leadsThroughEverything();
     void signsInAndSendsTheProfile();
     void closingLeavesTheProgramUsable();
     void waitsForASilentStartToBeOpened();
-    void drawsItselfForDevelopers();
 
 private:
+    void prepare() override { QFile::remove(settingsFile()); }
     /// Lets a program stand for the browser that sends the user back with this address at once.
     [[nodiscard]] bool makeBrowser(const QString &address);
     [[nodiscard]] bool shows(const QString &text) const { return vellumo_->waitForText(text); }
     /// Clicks what has this name and can be clicked: on the card, or in the question before it.
     [[nodiscard]] bool press(const QString &name, bool isQuestion = false);
-    /// Writes a notes file, as from a time before there was an account.
-    [[nodiscard]] bool makeNote() const;
     void keepsItsOwn() const;
-    [[nodiscard]] QVariant setting(const QString &key) const;
+    [[nodiscard]] QVariant setting(const QString &key) const
+    {
+        return QSettings(settingsFile(), QSettings::IniFormat).value(key);
+    }
+    [[nodiscard]] QString settingsFile() const
+    {
+        return vellumo_->folder() + u"/config/vellumo/vellumo.ini"_s;
+    }
     [[nodiscard]] std::optional<WindowId> window() const;
     void takePicture(const QString &name) const;
 
-    Desktop desktop_;
     QTemporaryDir folder_;
-    std::unique_ptr<Program> vellumo_;
-    QString config_;
 };
-
-void TestFirstRun::init()
-{
-    const QString name = QString::fromLatin1(QTest::currentTestFunction());
-    config_ = qEnvironmentVariable("HOME") + u'/' + name + u"/config"_s;
-    vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM), name);
-    QFile::remove(config_ + u"/vellumo/vellumo.ini"_s);
-}
-
-void TestFirstRun::cleanup()
-{
-    if (QTest::currentTestFailed() && vellumo_->hasStarted())
-        qWarning().noquote() << vellumo_->panelText() << vellumo_->process().standardOutput()
-                             << vellumo_->process().errorOutput();
-    vellumo_.reset();
-}
 
 bool TestFirstRun::press(const QString &name, bool isQuestion)
 {
@@ -101,16 +79,6 @@ bool TestFirstRun::makeBrowser(const QString &address)
         && browser.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-bool TestFirstRun::makeNote() const
-{
-    QFile file(vellumo_->notesFile());
-    return QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly)
-        && file.write(R"({"buckets":[{"context":{"key":"k","displayName":"d","source":"webURL"},
-            "notes":[{"id":"00000000-0000-4000-8000-000000000001","sourceText":"s",
-            "translation":"t","explanation":"e","createdAt":800000000,"followUps":[]}]}]})")
-        > 0;
-}
-
 /// What the browser was started with, and what others can see of the program.
 void TestFirstRun::keepsItsOwn() const
 {
@@ -137,11 +105,6 @@ void TestFirstRun::keepsItsOwn() const
     const QByteArray expected =
         own.rlim_cur == RLIM_INFINITY ? "unlimited" : QByteArray::number(own.rlim_cur / 512);
     QCOMPARE(contentOf(folder_.filePath(u"core"_s)).trimmed(), expected);
-}
-
-QVariant TestFirstRun::setting(const QString &key) const
-{
-    return QSettings(config_ + u"/vellumo/vellumo.ini"_s, QSettings::IniFormat).value(key);
 }
 
 std::optional<WindowId> TestFirstRun::window() const
@@ -238,7 +201,12 @@ void TestFirstRun::signsInAndSendsTheProfile()
     vellumo_->setEnvironment(u"QT_QPA_PLATFORM"_s, u"wayland;xcb"_s);
     vellumo_->setSetting(u"hasCompletedOnboarding"_s, u"true"_s); // does not count then
     vellumo_->setSetting(u"accessibilityConsent"_s, u"true"_s);
-    QVERIFY(makeNote());
+    QVERIFY(vellumo_->writeNotes({QJsonObject{{u"id"_s, u"00000000-0000-4000-8000-000000000001"_s},
+                                              {u"sourceText"_s, u"read before the sign-in"_s},
+                                              {u"translation"_s, u"t"_s},
+                                              {u"explanation"_s, u"e"_s},
+                                              {u"createdAt"_s, 800000000},
+                                              {u"followUps"_s, QJsonArray{}}}}));
     QVERIFY(vellumo_->start({}));
     QVERIFY(press(u"Continue with Google"_s));
     QVERIFY(shows(u"We protect your privacy"_s));
@@ -267,14 +235,8 @@ void TestFirstRun::signsInAndSendsTheProfile()
     QVERIFY(backend.tables().notes(uid).isEmpty());
     QCOMPARE(backend.count(u"ListNotes"_s), 0);
     const auto clicks = [this](const QString &name, const auto &isDone) {
-        return waitUntil([&] { // a click is lost while the window is still being placed
-            const auto items = accessibleItems(vellumo_->process().processIdentifier());
-            for (const AccessibleItem &item : items) {
-                if (item.name == name)
-                    desktop_.click(item.extents.center());
-            }
-            return waitUntil(isDone, std::chrono::milliseconds(500));
-        });
+        // a click is lost while the window is still being placed
+        return waitUntil([&] { return vellumo_->click(name) && waitUntil(isDone, 500ms); });
     };
     QVERIFY(clicks(u"Not now"_s, [&] { return setting(u"notesDeclinedFor"_s).toString() == uid; }));
     QVERIFY(waitUntil([&] { return !vellumo_->panelText().contains(u"upload 1 note?"_s); }));
@@ -295,7 +257,7 @@ void TestFirstRun::closingLeavesTheProgramUsable()
     QVERIFY(waitUntil([this] { return !window(); }));
     QVERIFY(waitUntil([this] { // it takes a moment until taps are for good
         desktop_.doubleTap();
-        return vellumo_->waitForPanel(std::chrono::seconds(1)).has_value();
+        return vellumo_->waitForPanel(1s).has_value();
     }));
     QVERIFY(!setting(u"hasCompletedOnboarding"_s).toBool());
     QVERIFY(vellumo_->process().end() == 0);
@@ -311,24 +273,10 @@ void TestFirstRun::waitsForASilentStartToBeOpened()
     QVERIFY(!window());
     QVERIFY(vellumo_->dismissPanel());
     for (int times = 0; times < 2; ++times) { // the second only brings it to the front
-        const auto again = vellumo_->another();
-        QVERIFY(again->launch());
-        QVERIFY(again->waitForEnd(patience));
+        QCOMPARE(vellumo_->startAgain(), 0);
         QVERIFY(waitUntil([this] { return window().has_value(); }));
         QCOMPARE(desktop_.windows(u"vellumo"_s).size(), 2); // it and the pill
     }
-}
-
-void TestFirstRun::drawsItselfForDevelopers()
-{
-    vellumo_->setEnvironment(u"VELLUMO_PREVIEW_SNAPSHOT_DIR"_s, folder_.path());
-    QVERIFY(vellumo_->launch({}));
-    QVERIFY(vellumo_->process().waitForEnd(std::chrono::seconds(60)));
-    const QStringList pictures =
-        QDir(folder_.path()).entryList({u"onboarding-*.png"_s}, QDir::Files);
-    QCOMPARE(pictures.size(), 18);
-    for (const QString &picture : pictures)
-        QCOMPARE(QImage(folder_.filePath(picture)).size(), QSize(680, 560));
 }
 
 QTEST_MAIN(TestFirstRun)

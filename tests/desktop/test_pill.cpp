@@ -1,19 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "support/AccessibleTree.h"
-#include "support/Application.h"
-#include "support/Desktop.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonDocument>
-#include <QTest>
+#include "desktop/ProgramTest.h"
 
 using namespace vellumo::test;
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -30,20 +19,6 @@ QJsonObject note(const QString &source, double createdAt, const QJsonArray &foll
             {u"followUps"_s, followUps}};
 }
 
-QJsonDocument someNotes()
-{
-    const QJsonObject followUp{{u"id"_s, u"00000000-0000-4000-8000-0000000000AA"_s},
-                               {u"question"_s, u"Whose grass"_s},
-                               {u"answer"_s, u"Everybody's"_s}};
-    const QJsonObject bucket{
-        {u"context"_s,
-         QJsonObject{{u"key"_s, u"web-url:https://a.test/"_s},
-                     {u"displayName"_s, u"a.test"_s},
-                     {u"source"_s, u"webURL"_s}}},
-        {u"notes"_s, QJsonArray{note(u"ubiquitous"_s, 1, {}), note(asked, 2, {followUp})}}};
-    return QJsonDocument(QJsonObject{{u"buckets"_s, QJsonArray{bucket}}});
-}
-
 bool hasBrightPixels(const QImage &image)
 {
     constexpr int bright = 200;
@@ -58,115 +33,54 @@ bool hasBrightPixels(const QImage &image)
 
 } // namespace
 
-/// The notes pill of the built program, found by what it tells screen readers and used with a
-/// mouse.
-class TestPill : public QObject {
+/// The notes pill of the built program, used with a mouse and found through accessibility.
+class TestPill : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void reopensANoteAndKeepsWhatIsAskedThen();
     void staysWhereItIsDragged();
-    void foldsAsAPersonExpects_data();
-    void foldsAsAPersonExpects();
+    void escapeIsTheListsBeforeThePanels();
 
 private:
-    [[nodiscard]] QString folder() const;
-    /// Where the element lies that screen readers meet under this name.
-    [[nodiscard]] std::optional<QRect> find(const QString &role, const QString &name) const;
-    /// The same, once it rests in one place.
-    [[nodiscard]] std::optional<QRect> waitFor(const QString &role, const QString &name) const;
-    [[nodiscard]] bool waitUntilGone(const QString &role, const QString &name) const;
-    [[nodiscard]] std::optional<QRect> pill() const { return waitFor(u"button"_s, u"Notes 2"_s); }
-    [[nodiscard]] bool isFolded() const { return waitUntilGone(u"heading"_s, u"Notes 2"_s); }
+    void prepare() override;
+    [[nodiscard]] std::optional<QRect> pill() const
+    {
+        return vellumo_->waitFor(u"Notes 2"_s, u"button"_s);
+    }
+    [[nodiscard]] std::optional<QRect> list() const
+    {
+        return vellumo_->find(u"Notes 2"_s, u"heading"_s);
+    }
+    [[nodiscard]] bool isFolded() const
+    {
+        return waitUntil([this] { return !list(); });
+    }
     bool openList() const;
-    bool reopenNote() const;
 
-    Desktop desktop_;
-    std::unique_ptr<Program> vellumo_;
-    std::unique_ptr<Application> other_;
+    Application other_{qtTextEdit(u"/dev/null"_s)};
     WindowId otherWindow_ = 0;
 };
 
-QString TestPill::folder() const
+void TestPill::prepare()
 {
-    return u"pill-%1-%2"_s.arg(QLatin1StringView(QTest::currentTestFunction()),
-                               QLatin1StringView(QTest::currentDataTag()));
-}
-
-void TestPill::init()
-{
-    other_ = std::make_unique<Application>(qtTextEdit(u"/dev/null"_s));
-    const auto window = other_->start(desktop_);
-    QVERIFY(window && desktop_.activate(*window));
-    otherWindow_ = *window;
-
-    vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM), folder());
-    QDir().mkpath(QFileInfo(vellumo_->notesFile()).path());
-    QFile file(vellumo_->notesFile());
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(someNotes().toJson()) > 0);
-    file.close();
+    if (!other_.isRunning())
+        otherWindow_ = other_.start(desktop_).value_or(0);
+    QVERIFY(otherWindow_ != 0 && desktop_.activate(otherWindow_));
+    const QJsonObject followUp{{u"id"_s, u"00000000-0000-4000-8000-0000000000AA"_s},
+                               {u"question"_s, u"Whose grass"_s},
+                               {u"answer"_s, u"Everybody's"_s}};
+    QVERIFY(vellumo_->writeNotes({note(u"ubiquitous"_s, 1, {}), note(asked, 2, {followUp})}));
     QVERIFY(vellumo_->start());
-}
-
-void TestPill::cleanup()
-{
-    if (QTest::currentTestFailed())
-        qWarning().noquote() << vellumo_->process().standardOutput()
-                             << vellumo_->process().errorOutput() << vellumo_->panelText();
-    vellumo_.reset();
-    other_.reset();
-}
-
-std::optional<QRect> TestPill::find(const QString &role, const QString &name) const
-{
-    const auto items = accessibleItems(vellumo_->process().processIdentifier());
-    for (const AccessibleItem &item : items) {
-        if (item.role.endsWith(role) && item.name == name)
-            return item.extents;
-    }
-    return std::nullopt;
-}
-
-std::optional<QRect> TestPill::waitFor(const QString &role, const QString &name) const
-{
-    std::optional<QRect> last;
-    const bool rests = waitUntil([&] {
-        const auto before = std::exchange(last, find(role, name));
-        return last && last == before;
-    });
-    return rests ? last : std::nullopt;
-}
-
-bool TestPill::waitUntilGone(const QString &role, const QString &name) const
-{
-    return waitUntil([&] { return !find(role, name); });
 }
 
 bool TestPill::openList() const
 {
-    const auto place = pill();
-    // drawn, for a screen reader, is not yet mapped by a window manager that is behind
-    const auto isInFront = [&] {
-        return desktop_.windows(u"vellumo"_s).contains(desktop_.windowAt(place->center()));
-    };
-    if (!place || !waitUntil(isInFront))
-        return false;
-    desktop_.click(place->center());
-    const auto heading = waitFor(u"heading"_s, u"Notes 2"_s);
+    const auto heading = vellumo_->click(u"Notes 2"_s, u"button"_s)
+        ? vellumo_->waitFor(u"Notes 2"_s, u"heading"_s)
+        : std::nullopt;
     // the list's upper left is uncovered last
     return heading && waitUntil([&] { return hasBrightPixels(desktop_.pixels(*heading)); });
-}
-
-bool TestPill::reopenNote() const
-{
-    const auto card = openList() ? waitFor(u"button"_s, asked) : std::nullopt;
-    if (!card)
-        return false;
-    desktop_.click(card->center());
-    return vellumo_->waitForPanel() && vellumo_->waitForAnswer();
 }
 
 void TestPill::reopensANoteAndKeepsWhatIsAskedThen()
@@ -177,8 +91,8 @@ void TestPill::reopensANoteAndKeepsWhatIsAskedThen()
     QVERIFY(QRect(1280 - 200, 800 - 200, 200, 200).contains(*place));
 
     QVERIFY(openList());
-    const auto newer = waitFor(u"button"_s, asked);
-    const auto older = waitFor(u"button"_s, u"ubiquitous"_s);
+    const auto newer = vellumo_->waitFor(asked, u"button"_s);
+    const auto older = vellumo_->waitFor(u"ubiquitous"_s, u"button"_s);
     QVERIFY(newer && older && newer->bottom() < older->top());
     QCOMPARE(desktop_.activeWindow(), otherWindow_); // neither took the keyboard
 
@@ -216,8 +130,8 @@ void TestPill::staysWhereItIsDragged()
     const QPoint way(-437, -211);
     desktop_.drag(before->center(), before->center() + way);
     const QRect dragged = before->translated(way);
-    QVERIFY(waitUntil([&] { return find(u"button"_s, u"Notes 2"_s) == dragged; }));
-    QVERIFY(!find(u"heading"_s, u"Notes 2"_s)); // it was no click
+    QVERIFY(waitUntil([&] { return vellumo_->find(u"Notes 2"_s, u"button"_s) == dragged; }));
+    QVERIFY(!list()); // it was no click
     QCOMPARE(desktop_.activeWindow(), otherWindow_);
 
     QVERIFY(openList());
@@ -230,45 +144,24 @@ void TestPill::staysWhereItIsDragged()
     QCOMPARE(pill(), dragged);
 }
 
-void TestPill::foldsAsAPersonExpects_data()
+void TestPill::escapeIsTheListsBeforeThePanels()
 {
-    QTest::addColumn<QString>("how");
-    QTest::newRow("a click elsewhere") << u"click"_s;
-    QTest::newRow("scrolling elsewhere") << u"scroll"_s;
-    QTest::newRow("Escape in a window of ours") << u"escape"_s;
-}
-
-void TestPill::foldsAsAPersonExpects()
-{
-    QFETCH(QString, how);
-    if (how == "escape"_L1) {
-        // a question that was begun keeps the panel, and the keyboard, while the list opens
-        QVERIFY(reopenNote());
-        const auto field = waitFor(u"text"_s, u"Ask a follow-up"_s);
-        QVERIFY(field);
-        const auto hasKeyboard = [this] { return desktop_.activeWindow() == vellumo_->panel(); };
-        QVERIFY(waitUntil([&] {
-            desktop_.click(field->center());
-            return waitUntil(hasKeyboard, 500ms);
-        }));
-        desktop_.type(u"Why"_s);
-    }
+    QVERIFY(openList() && vellumo_->click(asked, u"button"_s) && vellumo_->waitForAnswer());
+    // a question that was begun keeps the panel, and the keyboard, while the list opens
+    const auto hasKeyboard = [this] { return desktop_.activeWindow() == vellumo_->panel(); };
+    QVERIFY(waitUntil([&] {
+        return vellumo_->click(u"Ask a follow-up"_s, u"text"_s) && waitUntil(hasKeyboard, 500ms);
+    }));
+    desktop_.type(u"Why"_s);
     QVERIFY(openList());
-    desktop_.click(waitFor(u"heading"_s, u"Notes 2"_s)->center()); // inside: nothing happens
-    QVERIFY(find(u"heading"_s, u"Notes 2"_s));
-
-    const QPoint elsewhere = desktop_.geometry(otherWindow_).topLeft() + QPoint(40, 60);
-    if (how == "escape"_L1)
-        desktop_.tap(Key::Escape);
-    else
-        desktop_.click(elsewhere, 1, how == "scroll"_L1 ? 5 : 1);
+    QVERIFY(vellumo_->click(u"Notes 2"_s, u"heading"_s)); // inside: nothing happens
+    QVERIFY(list());
+    desktop_.tap(Key::Escape);
     QVERIFY(isFolded());
     QCOMPARE(pill()->size(), pillSize);
-    if (how == "escape"_L1) {
-        QVERIFY(vellumo_->panel()); // the next Escape is the panel's
-        desktop_.tap(Key::Escape);
-        QVERIFY(vellumo_->waitForNoPanel());
-    }
+    QVERIFY(vellumo_->panel());
+    desktop_.tap(Key::Escape);
+    QVERIFY(vellumo_->waitForNoPanel());
 }
 
 QTEST_MAIN(TestPill)

@@ -1,72 +1,30 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "support/Application.h"
-#include "support/Desktop.h"
-#include "support/Editor.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
+#include "desktop/ProgramTest.h"
 #include "support/WebPage.h"
 #include <QTemporaryFile>
-#include <QTest>
 #include <csignal>
 
 using namespace vellumo::test;
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
-
-namespace {
-
-const QString sentence = u"The tide turns twice a day, and nobody asks it why."_s;
-
-} // namespace
 
 /// The built program on a desktop with a window manager, the way a person meets it.
-class TestProgram : public QObject {
+class TestProgram : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void explainsWhatIsSelectedOnAPageAndKeepsANote();
     void closesAsAPersonExpects_data();
     void closesAsAPersonExpects();
     void saysWhatIsMissing_data();
     void saysWhatIsMissing();
-    void doesNotWaitForASilentClipboardOwner();
     void pastesWithoutWaitingForTheOwner();
-    void standsOverAFullScreenWindow();
+    void coversAFullScreenWindow();
     void keepsTheNoteWhenItIsEnded_data();
     void keepsTheNoteWhenItIsEnded();
-    void refusesASecondWriterOfTheSameNotes();
 
 private:
-    Desktop desktop_;
-    std::unique_ptr<Program> vellumo_;
-    std::unique_ptr<Editor> editor_;
+    void prepare() override { QVERIFY(vellumo_->start()); }
 };
-
-void TestProgram::init()
-{
-    editor_ = std::make_unique<Editor>(desktop_, sentence);
-    const QString folder = u"vellumo-%1-%2"_s.arg(QLatin1StringView(QTest::currentTestFunction()),
-                                                  QLatin1StringView(QTest::currentDataTag()));
-    vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM), folder);
-    QVERIFY(vellumo_->start());
-}
-
-void TestProgram::cleanup()
-{
-    if (QTest::currentTestFailed()) {
-        qWarning().noquote() << vellumo_->process().standardOutput()
-                             << vellumo_->process().errorOutput()
-                             << "panel:" << vellumo_->panel().has_value()
-                             << "notes:" << vellumo_->notes().size() << '\n'
-                             << vellumo_->panelText();
-    }
-    editor_.reset();
-    vellumo_.reset();
-}
 
 void TestProgram::explainsWhatIsSelectedOnAPageAndKeepsANote()
 {
@@ -108,16 +66,14 @@ void TestProgram::explainsWhatIsSelectedOnAPageAndKeepsANote()
 
 void TestProgram::closesAsAPersonExpects_data()
 {
-    QTest::addColumn<QString>("how");
-    QTest::newRow("a second double tap") << u"tap"_s;
-    QTest::newRow("a click elsewhere") << u"click"_s;
-    QTest::newRow("scrolling elsewhere") << u"scroll"_s;
-    QTest::newRow("another application") << u"application"_s;
+    QTest::addColumn<bool>("isClicked");
+    QTest::newRow("a click elsewhere") << true;
+    QTest::newRow("another application") << false;
 }
 
 void TestProgram::closesAsAPersonExpects()
 {
-    QFETCH(QString, how);
+    QFETCH(bool, isClicked);
     QVERIFY(editor_->open());
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForAnswer());
@@ -127,17 +83,11 @@ void TestProgram::closesAsAPersonExpects()
     desktop_.click({place.center().x(), place.top() + 25});
     QVERIFY(!vellumo_->waitForNoPanel(300ms));
 
-    const QPoint elsewhere = desktop_.geometry(editor_->window()).center();
-    std::unique_ptr<Application> other;
-    if (how == "tap"_L1) {
-        desktop_.doubleTap();
-    } else if (how == "click"_L1) {
-        desktop_.click(elsewhere);
-    } else if (how == "scroll"_L1) {
-        desktop_.click(elsewhere, 1, 5);
+    Application other(xterm(u"exec cat"_s));
+    if (isClicked) {
+        desktop_.click(desktop_.geometry(editor_->window()).center());
     } else {
-        other = std::make_unique<Application>(xterm(u"exec cat"_s));
-        const auto window = other->start(desktop_);
+        const auto window = other.start(desktop_);
         QVERIFY(window && desktop_.activate(*window));
     }
     QVERIFY(vellumo_->waitForNoPanel());
@@ -169,17 +119,6 @@ void TestProgram::saysWhatIsMissing()
     desktop_.doubleTap();
     QVERIFY(vellumo_->waitForNoPanel());
     QVERIFY(vellumo_->notes().isEmpty());
-}
-
-void TestProgram::doesNotWaitForASilentClipboardOwner()
-{
-    QVERIFY(editor_->open());
-    Application owner(
-        {u"clipboard"_s, QStringLiteral(VELLUMO_TEST_CLIPBOARD), {u"--silent"_s}, {}, {}});
-    QVERIFY(owner.launch());
-    QVERIFY(waitUntil([&] { return owner.standardOutput().contains("ready"_L1); }));
-    desktop_.doubleTap();
-    QVERIFY(vellumo_->waitForPanel(1s));
 }
 
 void TestProgram::pastesWithoutWaitingForTheOwner()
@@ -216,7 +155,7 @@ void TestProgram::pastesWithoutWaitingForTheOwner()
     QVERIFY(vellumo_->waitForNoPanel(3s)); // the toolkit alone would wait for 5 s
 }
 
-void TestProgram::standsOverAFullScreenWindow()
+void TestProgram::coversAFullScreenWindow()
 {
     QVERIFY(editor_->open());
     desktop_.setFullScreen(editor_->window(), true);
@@ -256,21 +195,6 @@ void TestProgram::keepsTheNoteWhenItIsEnded()
     QVERIFY(!vellumo_->process().crashed());
     QCOMPARE(vellumo_->process().exitCode(), 0);
     QCOMPARE(vellumo_->notes().size(), 1);
-}
-
-void TestProgram::refusesASecondWriterOfTheSameNotes()
-{
-    // on another bus, where it cannot reach the first
-    const auto second = vellumo_->another(Program::inBackground());
-    second->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/nonexistent"_s);
-    QVERIFY(second->launch());
-    QVERIFY(second->waitForEnd(10s));
-    QVERIFY(!second->crashed());
-    QCOMPARE(second->exitCode(), 1);
-    const QString said = second->standardOutput() + second->errorOutput();
-    QCOMPARE(said.count(u'\n'), 1);
-    QVERIFY2(said.startsWith("vellumo: "_L1), qPrintable(said));
-    QVERIFY(vellumo_->process().isRunning());
 }
 
 QTEST_MAIN(TestProgram)

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The window's title tells how much is selected, which the browser learns from the page after the
+/// The window's title says how much is selected, which the browser learns from the page after the
 /// selection itself.
 constexpr QStringView body = uR"html(
 <script>
@@ -191,7 +191,7 @@ void TestReadingBrowsers::namesThePageInFront()
         }
         return reached;
     };
-    if (browser == "chromium"_L1) { // gives no address: the window stands for the page
+    if (browser == "chromium"_L1) { // gives no address: the window counts as the page
         const auto context = desk.context();
         QVERIFY(context);
         QCOMPARE(context->source, ReadingContextSource::appWindow);

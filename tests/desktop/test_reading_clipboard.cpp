@@ -15,7 +15,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 using Contents = QList<std::pair<QString, QByteArray>>;
-Q_DECLARE_METATYPE(Contents)
 
 namespace {
 
@@ -107,29 +106,16 @@ class TestReadingClipboard : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void isByForByteTheSameAfterACopy_data();
     void isByForByteTheSameAfterACopy();
     void isTheSameAfterACopyThatComesLate();
 };
 
-void TestReadingClipboard::isByForByteTheSameAfterACopy_data()
-{
-    QTest::addColumn<Contents>("contents");
-    QTest::newRow("several formats")
-        << Contents{{u"text/plain"_s, "plain 潮水"},
-                    {u"text/html"_s, "<b>plain</b> \xe6\xbd\xae"},
-                    {u"image/png"_s, anyBytes(70'000)},
-                    {u"application/x-own"_s, QByteArray("\0\1\2\0", 4)}};
-    QTest::newRow("5 MB") << Contents{{u"application/octet-stream"_s, anyBytes(5'000'000)},
-                                      {u"text/plain"_s, "small"}};
-    QTest::newRow("invalid UTF-8")
-        << Contents{{u"text/plain;charset=utf-8"_s, QByteArray("\xff\xc3 tide \0\xfe", 10)}};
-    QTest::newRow("empty") << Contents{};
-}
-
 void TestReadingClipboard::isByForByteTheSameAfterACopy()
 {
-    QFETCH(Contents, contents);
+    const Contents contents{{u"text/plain"_s, "plain 潮水"},
+                            {u"text/html"_s, "<b>plain</b> \xe6\xbd\xae"},
+                            {u"image/png"_s, anyBytes(700'000)},
+                            {u"application/x-own"_s, QByteArray("\0\1\2\0", 4)}};
     ReadingDesk desk;
 
     SilentEditor editor(desk);
@@ -138,7 +124,7 @@ void TestReadingClipboard::isByForByteTheSameAfterACopy()
     Owner owner(desk, contents);
     QVERIFY(owner.launch());
     const Contents before = desk.clipboard();
-    QCOMPARE(before.isEmpty(), contents.isEmpty());
+    QVERIFY(!before.isEmpty());
 
     // The first tap has opened the menu bar, where a copy would go astray; only the release of the
     // second closes it.

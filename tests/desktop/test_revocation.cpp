@@ -1,30 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "support/Application.h"
-#include "support/Desktop.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
+#include "desktop/ProgramTest.h"
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace vellumo::test;
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 /// The built program when the desktop's accessibility switch is turned off and on again.
-class TestRevocation : public QObject {
+class TestRevocation : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase();
-    void init();
-    void cleanup();
-
     void warnsAsksAndGoesOn();
     void opensTheSettingsOfTheDesktop();
 
@@ -32,14 +23,14 @@ private:
     static void setSwitch(bool isOn);
     /// The program's windows that are neither panel nor pill.
     [[nodiscard]] QList<WindowId> dialogs() const;
-    [[nodiscard]] bool waitForDialog(WindowId other = 0);
+    [[nodiscard]] bool waitForDialog(WindowId other = 0) const
+    {
+        return waitUntil([&] { return dialogs().size() == 1 && dialogs().constFirst() != other; });
+    }
     /// Only what knows that it has permission can lose it, and a busy start may take a while to
     /// find out.
     [[nodiscard]] bool waitForPermission();
-
-    Desktop desktop_;
-    std::unique_ptr<QTemporaryDir> folder_;
-    std::unique_ptr<Program> vellumo_;
+    void prepare() override { setSwitch(true); }
 };
 
 void TestRevocation::setSwitch(bool isOn)
@@ -58,11 +49,6 @@ QList<WindowId> TestRevocation::dialogs() const
         return desktop_.geometry(window).height() < 150 || window == vellumo_->panel();
     });
     return found;
-}
-
-bool TestRevocation::waitForDialog(WindowId other)
-{
-    return waitUntil([&] { return dialogs().size() == 1 && dialogs().constFirst() != other; });
 }
 
 bool TestRevocation::waitForPermission()
@@ -92,31 +78,9 @@ void TestRevocation::initTestCase()
     QCOMPARE(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
 }
 
-void TestRevocation::init()
-{
-    setSwitch(true);
-    folder_ = std::make_unique<QTemporaryDir>();
-    vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM),
-                                         QString::fromLatin1(QTest::currentTestFunction()));
-}
-
-void TestRevocation::cleanup()
-{
-    if (QTest::currentTestFailed() && vellumo_->hasStarted())
-        qWarning().noquote() << vellumo_->process().standardOutput()
-                             << vellumo_->process().errorOutput();
-    vellumo_.reset();
-}
-
 void TestRevocation::warnsAsksAndGoesOn()
 {
-    QFile file(folder_->filePath(u"text"_s));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("tide") == 4);
-    file.close();
-    QVERIFY(vellumo_->start());
-    Application editor(qtTextEdit(file.fileName()));
-    const auto text = editor.start(desktop_);
-    QVERIFY(text && desktop_.activate(*text));
+    QVERIFY(vellumo_->start() && editor_->open());
     QVERIFY(waitUntil(
         [this] {
             desktop_.chord(Key::ControlLeft, Key::A);
@@ -128,7 +92,7 @@ void TestRevocation::warnsAsksAndGoesOn()
         },
         60s));
     for (int change = 0; change < 3; ++change) {
-        QVERIFY(text && desktop_.activate(*text));
+        QVERIFY(desktop_.activate(editor_->window()));
         desktop_.type(u"hello"_s); // a window that is typed into keeps the keyboard, as a rule
         setSwitch(false);
         QVERIFY(waitForDialog());
@@ -150,12 +114,13 @@ void TestRevocation::warnsAsksAndGoesOn()
 
 void TestRevocation::opensTheSettingsOfTheDesktop()
 {
-    QFile page(folder_->filePath(u"xfce4-accessibility-settings"_s));
+    const QTemporaryDir folder;
+    QFile page(folder.filePath(u"xfce4-accessibility-settings"_s));
     QVERIFY(page.open(QIODevice::WriteOnly));
     page.write("#!/bin/sh\ntouch \"$0.shown\"\n");
     page.setPermissions(page.permissions() | QFile::ExeOwner | QFile::ExeUser);
     page.close();
-    vellumo_->setEnvironment(u"PATH"_s, folder_->path() + u':' + qEnvironmentVariable("PATH"));
+    vellumo_->setEnvironment(u"PATH"_s, folder.path() + u':' + qEnvironmentVariable("PATH"));
     vellumo_->setEnvironment(u"XDG_CURRENT_DESKTOP"_s, u"Distribution:XFCE"_s);
     QVERIFY(vellumo_->start());
     QVERIFY(waitForPermission());

@@ -1,36 +1,26 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "support/Desktop.h"
+#include "desktop/ProgramTest.h"
 #include "support/EmbeddingTray.h"
-#include "support/Program.h"
 #include "support/TrayHost.h"
-#include "support/Waiting.h"
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QLocalServer>
-#include <QTemporaryDir>
-#include <QTest>
 #include <algorithm>
 #include <csignal>
 #include <vector>
 
 using namespace vellumo::test;
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 /// The built program as the desktop's panels and other programs meet it.
-class TestShell : public QObject {
+class TestShell : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void iconIsThereWheneverAHostIs();
     void iconHasAMenu();
-    void iconOpensTheWindow();
     void olderTrayHasTheIcon();
     void iconCanBeSeenOnLightAndDarkPanels();
     void ordinaryWindowsTakeTheKeysOfTheMenu();
@@ -38,35 +28,14 @@ private Q_SLOTS:
     void opensNothingInTheBackground();
     void startsWithWhatIsAsked();
     void manyStartsLeaveOne();
-    void refusesCallsThatDoNotFit_data();
     void refusesCallsThatDoNotFit();
     void doesNotWaitForAHungBus();
     void saysThatTheNotesAreInUse();
-    void drawsItselfForDevelopers();
 
 private:
     /// A window of the program that is not the pill.
     [[nodiscard]] std::optional<WindowId> ordinaryWindow() const;
-    /// Runs the program once more, as the same user; its exit status, after it has said nothing.
-    std::optional<int> startAgain(const QStringList &arguments);
-
-    Desktop desktop_;
-    std::unique_ptr<Program> vellumo_;
 };
-
-void TestShell::init()
-{
-    vellumo_ = std::make_unique<Program>(desktop_, QStringLiteral(VELLUMO_PROGRAM),
-                                         QString::fromLatin1(QTest::currentTestFunction()));
-}
-
-void TestShell::cleanup()
-{
-    if (QTest::currentTestFailed() && vellumo_->hasStarted())
-        qWarning().noquote() << vellumo_->process().standardOutput()
-                             << vellumo_->process().errorOutput();
-    vellumo_.reset();
-}
 
 std::optional<WindowId> TestShell::ordinaryWindow() const
 {
@@ -117,19 +86,13 @@ void TestShell::iconHasAMenu()
         QVERIFY(waitUntil([this] { return !ordinaryWindow(); }));
     }
 
-    host.choose(menu[4].id);
-    QVERIFY(vellumo_->process().waitForEnd(5s));
-    QCOMPARE(vellumo_->process().exitCode(), 0);
-}
-
-void TestShell::iconOpensTheWindow()
-{
-    QVERIFY(vellumo_->start());
-    TrayHost host;
-    QVERIFY(host.waitForItem());
     QVERIFY(!vellumo_->panelText().contains("Welcome to vellumo"_L1));
     host.activate();
     QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+
+    host.choose(menu[4].id);
+    QVERIFY(vellumo_->process().waitForEnd(5s));
+    QCOMPARE(vellumo_->process().exitCode(), 0);
 }
 
 void TestShell::olderTrayHasTheIcon()
@@ -200,35 +163,23 @@ void TestShell::ordinaryWindowsTakeTheKeysOfTheMenu()
     QCOMPARE(vellumo_->process().exitCode(), 0);
 }
 
-std::optional<int> TestShell::startAgain(const QStringList &arguments)
-{
-    const auto second = vellumo_->another(arguments);
-    if (!second->launch() || !second->waitForEnd(20s) || second->crashed()
-        || !second->standardOutput().isEmpty()) {
-        qWarning().noquote() << arguments << second->standardOutput() << second->errorOutput();
-        return std::nullopt;
-    }
-    return second->exitCode();
-}
-
 void TestShell::laterStartsHandOver()
 {
     QVERIFY(vellumo_->start());
     for (const QStringList &arguments :
          {QStringList{}, {u"--background"_s}, {u"vellumo://auth/callback?code=1"_s}})
-        QCOMPARE(startAgain(arguments).value_or(-1), 0);
+        QCOMPARE(vellumo_->startAgain(arguments).value_or(-1), 0);
 
-    QCOMPARE(startAgain({u"--explain"_s}), 0);
+    QCOMPARE(vellumo_->startAgain({u"--explain"_s}), 0);
     QVERIFY(vellumo_->waitForPanel());
-    QCOMPARE(startAgain({u"--focus"_s}), 0);
+    QCOMPARE(vellumo_->startAgain({u"--focus"_s}), 0);
     QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
-    QCOMPARE(startAgain({u"--explain"_s}), 0);
+    QCOMPARE(vellumo_->startAgain({u"--explain"_s}), 0);
     QVERIFY(vellumo_->waitForNoPanel());
 
     // the next one starts while the first still ends
-    QCOMPARE(startAgain({u"--quit"_s}), 0);
-    Program next(desktop_, QStringLiteral(VELLUMO_PROGRAM),
-                 QString::fromLatin1(QTest::currentTestFunction()));
+    QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0);
+    Program next(desktop_, QStringLiteral(VELLUMO_PROGRAM), vellumo_->folder().section(u'/', -1));
     QVERIFY(next.start());
     QVERIFY(vellumo_->process().waitForEnd(5s));
     QCOMPARE(vellumo_->process().exitCode(), 0);
@@ -240,8 +191,9 @@ void TestShell::opensNothingInTheBackground()
     QVERIFY(vellumo_->start({u"-session"_s, u"10a2b3c4"_s}));
     for (const QStringList &arguments :
          {QStringList{u"--background"_s}, {u"-session"_s, u"10a2b3c4"_s}})
-        QCOMPARE(startAgain(arguments), 0);
-    QCOMPARE(startAgain({u"--explain"_s}), 0); // whatever the others asked for has come before it
+        QCOMPARE(vellumo_->startAgain(arguments), 0);
+    QCOMPARE(vellumo_->startAgain({u"--explain"_s}),
+             0); // whatever the others asked for has come before it
     QVERIFY(vellumo_->waitForPanel());
     const auto panel = vellumo_->panel();
     QList<WindowId> others = desktop_.windows(u"vellumo"_s);
@@ -250,7 +202,7 @@ void TestShell::opensNothingInTheBackground()
     });
     QCOMPARE(others, QList<WindowId>());
     QVERIFY(vellumo_->dismissPanel());
-    QCOMPARE(startAgain({}), 0); // now the window, and the question
+    QCOMPARE(vellumo_->startAgain({}), 0); // now the window, and the question
     QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
     QVERIFY(waitUntil([&] {
         QList<WindowId> shown = desktop_.windows(u"vellumo"_s);
@@ -261,7 +213,7 @@ void TestShell::opensNothingInTheBackground()
 
 void TestShell::startsWithWhatIsAsked()
 {
-    QCOMPARE(startAgain({u"--quit"_s}), 0); // nothing to end
+    QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0); // nothing to end
     QVERIFY(vellumo_->start({u"--explain"_s}));
     QVERIFY(vellumo_->waitForPanel());
 }
@@ -287,57 +239,57 @@ void TestShell::manyStartsLeaveOne()
         if (!process->isRunning())
             QCOMPARE(process->exitCode(), 0);
     }
-    QCOMPARE(startAgain({u"--quit"_s}), 0);
+    QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0);
     QVERIFY(waitUntil([&] { return running() == 0; }));
-}
-
-void TestShell::refusesCallsThatDoNotFit_data()
-{
-    const QString secret = u"vellumo://auth/secret"_s;
-    QTest::addColumn<QString>("method");
-    QTest::addColumn<QVariantList>("arguments");
-    QTest::addColumn<QString>("error"); // empty when the call is taken and nothing comes of it
-    const auto row = [](const char *name, const QString &method, const QVariantList &arguments,
-                        const QString &error) {
-        QTest::newRow(name) << method << arguments << error;
-    };
-    const QString invalid = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
-    const QString unknown = u"org.freedesktop.DBus.Error.UnknownMethod"_s;
-    const QVariantMap none;
-    row("a number for the data", u"Activate"_s, {7}, unknown);
-    row("no data", u"Activate"_s, {}, unknown);
-    row("one address for the list", u"Open"_s, {secret, none}, unknown);
-    row("no such method", u"Erase"_s, {}, unknown);
-    row("no such action", u"ActivateAction"_s, {secret, QVariantList{}, none}, invalid);
-    row("an action with a parameter", u"ActivateAction"_s, {u"quit"_s, QVariantList{secret}, none},
-        invalid);
-    row("a huge address", u"Open"_s, {QStringList{secret + QString(5'000'000, u'x')}, none},
-        invalid);
-    row("many addresses", u"Open"_s, {QStringList(10'000, secret), none}, invalid);
-    row("other schemes", u"Open"_s,
-        {QStringList{u"file:///etc/secret"_s, u"javascript:secret"_s, u"secret"_s, {}}, none}, {});
-    row("malformed addresses", u"Open"_s,
-        {QStringList{u"vellumo://[secret"_s, u"vellumo:%%%"_s, u"vellumo://\u202E a"_s}, none}, {});
 }
 
 void TestShell::refusesCallsThatDoNotFit()
 {
-    QFETCH(QString, method);
-    QFETCH(QVariantList, arguments);
+    const QString secret = u"vellumo://auth/secret"_s;
+    const QString invalid = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
+    const QString unknown = u"org.freedesktop.DBus.Error.UnknownMethod"_s;
+    const QVariantMap none;
+    const struct {
+        const char *name;
+        QString method;
+        QVariantList arguments;
+        QString error = {}; // empty when the call is taken and nothing comes of it
+    } rows[] = {
+        {"a number for the data", u"Activate"_s, {7}, unknown},
+        {"one address for the list", u"Open"_s, {secret, none}, unknown},
+        {"no such method", u"Erase"_s, {}, unknown},
+        {"no such action", u"ActivateAction"_s, {secret, QVariantList{}, none}, invalid},
+        {"an action with a parameter",
+         u"ActivateAction"_s,
+         {u"quit"_s, QVariantList{secret}, none},
+         invalid},
+        {"a huge address",
+         u"Open"_s,
+         {QStringList{secret + QString(5'000'000, u'x')}, none},
+         invalid},
+        {"many addresses", u"Open"_s, {QStringList(10'000, secret), none}, invalid},
+        {"other schemes",
+         u"Open"_s,
+         {QStringList{u"file:///etc/secret"_s, u"javascript:secret"_s, u"secret"_s, {}}, none}},
+        {"malformed addresses",
+         u"Open"_s,
+         {QStringList{u"vellumo://[secret"_s, u"vellumo:%%%"_s, u"vellumo://\u202E a"_s}, none}},
+    };
     QVERIFY(vellumo_->start());
     const QDBusConnection bus = QDBusConnection::sessionBus();
     QVERIFY(waitUntil(
         [&] { return bus.interface()->isServiceRegistered(u"app.vellumo.Vellumo"_s).value(); }));
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(u"app.vellumo.Vellumo"_s, u"/app/vellumo/Vellumo"_s,
-                                       u"org.freedesktop.Application"_s, method);
-    call.setArguments(arguments);
-    const QDBusMessage answer = bus.call(call, QDBus::Block, 10000);
-    QTEST(answer.errorName(), "error");
-    QVERIFY(!answer.errorMessage().contains("secret"_L1));
-    QCOMPARE(startAgain({}), 0);
-    QVERIFY(!vellumo_->process().standardOutput().contains("secret"_L1));
-    QVERIFY(!vellumo_->process().errorOutput().contains("secret"_L1));
+    for (const auto &row : rows) {
+        QDBusMessage call =
+            QDBusMessage::createMethodCall(u"app.vellumo.Vellumo"_s, u"/app/vellumo/Vellumo"_s,
+                                           u"org.freedesktop.Application"_s, row.method);
+        call.setArguments(row.arguments);
+        const QDBusMessage answer = bus.call(call, QDBus::Block, 10000);
+        QVERIFY2(answer.errorName() == row.error, row.name);
+        QVERIFY2(!answer.errorMessage().contains("secret"_L1), row.name);
+    }
+    QCOMPARE(vellumo_->startAgain(), 0);
+    QVERIFY(!vellumo_->report().contains("secret"_L1));
 }
 
 void TestShell::doesNotWaitForAHungBus()
@@ -376,24 +328,8 @@ void TestShell::saysThatTheNotesAreInUse()
         QVERIFY(second->waitForEnd(20s));
         QCOMPARE(second->exitCode(), 1);
         QVERIFY(added().isEmpty());
-    }
-}
-
-void TestShell::drawsItselfForDevelopers()
-{
-    const QTemporaryDir folder;
-    vellumo_->setEnvironment(u"VELLUMO_SNAPSHOT_DIR"_s, folder.path());
-    vellumo_->setEnvironment(u"VELLUMO_SNAPSHOT_NOTES"_s, u"1"_s);
-    vellumo_->setEnvironment(u"VELLUMO_SNAPSHOT_AUTH"_s, QString());
-    QVERIFY(vellumo_->start());
-    QVERIFY(vellumo_->process().waitForEnd(20s));
-    QCOMPARE(vellumo_->process().exitCode(), 0);
-    QVERIFY(!vellumo_->process().standardOutput().contains("could not"_L1));
-    for (const QString &name : {u"panel"_s, u"pill"_s, u"list"_s, u"sign-in"_s}) {
-        const QImage english(folder.filePath(name + u"-en.png"_s));
-        const QImage chinese(folder.filePath(name + u"-zh.png"_s));
-        QVERIFY(!english.isNull() && !chinese.isNull());
-        QVERIFY2(name == "pill"_L1 || english != chinese, qPrintable(name));
+        const QString said = second->standardOutput() + second->errorOutput();
+        QVERIFY2(said.startsWith("vellumo: "_L1) && said.count(u'\n') == 1, qPrintable(said));
     }
 }
 

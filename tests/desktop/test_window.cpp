@@ -1,130 +1,46 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-#include "support/AccessibleTree.h"
-#include "support/Application.h"
-#include "support/Desktop.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QJsonDocument>
-#include <QTest>
+#include "desktop/ProgramTest.h"
 
 using namespace vellumo::test;
-using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
-namespace {
-
-constexpr int leastWindow = 640;
-
-QJsonDocument someNotes()
-{
-    const QJsonObject note{{u"id"_s, u"00000000-0000-4000-8000-000000000001"_s},
-                           {u"sourceText"_s, u"ubiquitous"_s},
-                           {u"translation"_s, u"无处不在"_s},
-                           {u"explanation"_s, u"found everywhere"_s},
-                           {u"createdAt"_s, 800000000},
-                           {u"followUps"_s, QJsonArray{}}};
-    const QJsonObject context{{u"key"_s, u"web-url:https://a.test/"_s},
-                              {u"displayName"_s, u"a.test"_s},
-                              {u"source"_s, u"webURL"_s}};
-    return QJsonDocument(QJsonObject{
-        {u"buckets"_s,
-         QJsonArray{QJsonObject{{u"context"_s, context}, {u"notes"_s, QJsonArray{note}}}}}});
-}
-
-} // namespace
-
-/// The main window of the built program, used with mouse and keyboard and found by what it tells
-/// screen readers.
-class TestWindow : public QObject {
+/// The main window of the built program, used with mouse and keyboard and found through
+/// accessibility.
+class TestWindow : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
-
     void leadsFromSignInToANote();
     void comesBackWhereItWas();
     void staysBehindWhenThePanelIsClicked();
 
 private:
+    void prepare() override;
     [[nodiscard]] std::optional<WindowId> window() const;
-    [[nodiscard]] std::optional<QRect> find(const QString &role, const QString &name) const;
-    [[nodiscard]] bool shows(const QString &role, const QString &name) const;
-    /// Clicks what screen readers meet under this name, once it rests in one place.
-    bool click(const QString &role, const QString &name) const;
-    bool startAgain(const QStringList &arguments = {}) const;
-
-    Desktop desktop_;
-    std::unique_ptr<Program> vellumo_;
+    [[nodiscard]] bool shows(const QString &role, const QString &name) const
+    {
+        return waitUntil([&] { return vellumo_->find(name, role).has_value(); });
+    }
 };
 
-void TestWindow::init()
+void TestWindow::prepare()
 {
-    vellumo_ = std::make_unique<Program>(
-        desktop_, QStringLiteral(VELLUMO_PROGRAM),
-        u"window-%1"_s.arg(QLatin1StringView(QTest::currentTestFunction())));
-    QDir().mkpath(QFileInfo(vellumo_->notesFile()).path());
-    QFile file(vellumo_->notesFile());
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(someNotes().toJson()) > 0);
-}
-
-void TestWindow::cleanup()
-{
-    if (QTest::currentTestFailed() && vellumo_->hasStarted())
-        qWarning().noquote() << vellumo_->process().standardOutput()
-                             << vellumo_->process().errorOutput() << vellumo_->panelText();
-    vellumo_.reset();
+    QVERIFY(vellumo_->writeNotes({QJsonObject{{u"id"_s, u"00000000-0000-4000-8000-000000000001"_s},
+                                              {u"sourceText"_s, u"ubiquitous"_s},
+                                              {u"translation"_s, u"无处不在"_s},
+                                              {u"explanation"_s, u"found everywhere"_s},
+                                              {u"createdAt"_s, 800000000},
+                                              {u"followUps"_s, QJsonArray{}}}}));
 }
 
 std::optional<WindowId> TestWindow::window() const
 {
     const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
     for (const WindowId window : windows) {
-        if (desktop_.geometry(window).width() >= leastWindow)
+        if (desktop_.geometry(window).width() >= 640)
             return window;
     }
     return std::nullopt;
-}
-
-std::optional<QRect> TestWindow::find(const QString &role, const QString &name) const
-{
-    const auto items = accessibleItems(vellumo_->process().processIdentifier());
-    for (const AccessibleItem &item : items) {
-        if (item.role.endsWith(role) && item.name == name)
-            return item.extents;
-    }
-    return std::nullopt;
-}
-
-bool TestWindow::shows(const QString &role, const QString &name) const
-{
-    return waitUntil([&] { return find(role, name).has_value(); });
-}
-
-bool TestWindow::click(const QString &role, const QString &name) const
-{
-    std::optional<QRect> place;
-    const bool rests = waitUntil([&] {
-        const auto before = std::exchange(place, find(role, name));
-        return place && place == before;
-    });
-    const auto isInFront = [&] {
-        return desktop_.windows(u"vellumo"_s).contains(desktop_.windowAt(place->center()));
-    };
-    if (!rests || !waitUntil(isInFront))
-        return false;
-    desktop_.click(place->center());
-    return true;
-}
-
-bool TestWindow::startAgain(const QStringList &arguments) const
-{
-    const auto second = vellumo_->another(arguments);
-    return second->launch() && second->waitForEnd(20s) && second->exitCode() == 0;
 }
 
 void TestWindow::leadsFromSignInToANote()
@@ -132,25 +48,25 @@ void TestWindow::leadsFromSignInToANote()
     QVERIFY(vellumo_->start({}));
     QVERIFY(shows(u"heading"_s, u"Welcome to vellumo"_s));
     QVERIFY(waitUntil([this] { return desktop_.activeWindow() == window(); }));
-    QVERIFY(find(u"button"_s, u"Continue with Google"_s));
+    QVERIFY(vellumo_->find(u"Continue with Google"_s, u"button"_s));
 
-    QVERIFY(click(u"button"_s, u"Use without an account"_s));
+    QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
     QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
-    QVERIFY(click(u"button"_s, u"Settings"_s));
-    QVERIFY(click(u"radio button"_s, u"中文"_s));
+    QVERIFY(vellumo_->click(u"Settings"_s, u"button"_s));
+    QVERIFY(vellumo_->click(u"中文"_s, u"radio button"_s));
     QVERIFY(shows(u"heading"_s, u"设置"_s));
     QVERIFY(shows(u"page tab"_s, u"笔记"_s));
-    QVERIFY(click(u"radio button"_s, u"English"_s));
+    QVERIFY(vellumo_->click(u"English"_s, u"radio button"_s));
     QVERIFY(shows(u"heading"_s, u"Settings"_s));
     desktop_.tap(Key::Escape);
-    QVERIFY(waitUntil([this] { return !find(u"heading"_s, u"Settings"_s); }));
+    QVERIFY(waitUntil([this] { return !vellumo_->find(u"Settings"_s, u"heading"_s); }));
 
-    QVERIFY(click(u"page tab"_s, u"Notes"_s));
+    QVERIFY(vellumo_->click(u"Notes"_s, u"page tab"_s));
     QVERIFY(shows(u"heading"_s, u"Notes"_s));
     desktop_.type(u"every"_s); // the search has the keyboard
     QVERIFY(shows(u"label"_s, u"1 of 1"_s));
-    QVERIFY(click(u"list item"_s, u"ubiquitous"_s));
-    QVERIFY(click(u"button"_s, u"Ask further"_s));
+    QVERIFY(vellumo_->click(u"ubiquitous"_s, u"list item"_s));
+    QVERIFY(vellumo_->click(u"Ask further"_s, u"button"_s));
     QVERIFY(vellumo_->waitForPanel() && vellumo_->waitForAnswer());
     QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
     desktop_.type(u"Why"_s);
@@ -168,7 +84,7 @@ void TestWindow::leadsFromSignInToANote()
 void TestWindow::comesBackWhereItWas()
 {
     QVERIFY(vellumo_->start({}));
-    QVERIFY(click(u"button"_s, u"Use without an account"_s));
+    QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
     QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
     const QRect place = desktop_.geometry(*window());
     const QPoint frame(place.center().x(), place.top() - 10);
@@ -182,7 +98,7 @@ void TestWindow::comesBackWhereItWas()
     };
     QVERIFY(waitUntil(isClosed));
     QVERIFY(vellumo_->process().isRunning());
-    QVERIFY(startAgain());
+    QCOMPARE(vellumo_->startAgain(), 0);
     QVERIFY(waitUntil([&] { return window() && desktop_.geometry(*window()) == moved; }));
     QVERIFY(waitUntil([this] { return desktop_.activeWindow() == window(); }));
 
@@ -191,14 +107,14 @@ void TestWindow::comesBackWhereItWas()
     QVERIFY(vellumo_->start());
     QVERIFY(shows(u"button"_s, u"Notes 1"_s)); // the pill
     QVERIFY(!window());
-    QVERIFY(startAgain());
+    QCOMPARE(vellumo_->startAgain(), 0);
     QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
 }
 
 void TestWindow::staysBehindWhenThePanelIsClicked()
 {
     QVERIFY(vellumo_->start({}));
-    QVERIFY(click(u"button"_s, u"Use without an account"_s));
+    QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
     Application editor(qtTextEdit(u"/dev/null"_s));
     const auto reading = editor.start(desktop_);
     QVERIFY(reading && desktop_.activate(*reading));
@@ -208,7 +124,8 @@ void TestWindow::staysBehindWhenThePanelIsClicked()
     // Nothing is selected: the panel says so. It goes again if the program learns only then that
     // the editor has come to the front.
     const auto panelHasKeyboard = [this] {
-        if (!vellumo_->panel() && (!startAgain({u"--explain"_s}) || !vellumo_->waitForPanel(2s)))
+        if (!vellumo_->panel()
+            && (vellumo_->startAgain({u"--explain"_s}) != 0 || !vellumo_->waitForPanel(2s)))
             return false;
         const auto panel = vellumo_->panel();
         if (!panel)

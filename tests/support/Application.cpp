@@ -82,21 +82,6 @@ bool Application::launch()
     return process_.waitForStarted();
 }
 
-qint64 Application::processIdentifier() const
-{
-    return process_.processId();
-}
-
-bool Application::isRunning() const
-{
-    return process_.state() == QProcess::Running;
-}
-
-bool Application::owns(qint64 process) const
-{
-    return process > 1 && tree().contains(process);
-}
-
 QString Application::errorOutput()
 {
     errorOutput_ += QString::fromUtf8(process_.readAllStandardError());
@@ -134,21 +119,6 @@ void Application::signalAll(int number) const
         ::kill(static_cast<pid_t>(process), number);
 }
 
-void Application::stopAll() const
-{
-    signalAll(SIGSTOP);
-}
-
-void Application::continueAll() const
-{
-    signalAll(SIGCONT);
-}
-
-void Application::killAll() const
-{
-    signalAll(SIGKILL);
-}
-
 void Application::signal(int number) const
 {
     if (process_.processId() > 0)
@@ -170,11 +140,6 @@ std::optional<int> Application::end()
     if (crashed())
         return std::nullopt;
     return exitCode();
-}
-
-bool Application::waitForEnd(std::chrono::milliseconds time)
-{
-    return waitUntil([this] { return !isRunning(); }, time);
 }
 
 void Application::setEnvironment(const QString &name, const QString &value)

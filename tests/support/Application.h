@@ -3,9 +3,11 @@
 #pragma once
 
 #include "support/Desktop.h"
+#include "support/Waiting.h"
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <csignal>
 
 namespace vellumo::test {
 
@@ -35,21 +37,28 @@ public:
     /// Starts the program without waiting for anything.
     bool launch();
 
-    [[nodiscard]] qint64 processIdentifier() const;
-    [[nodiscard]] bool isRunning() const;
+    [[nodiscard]] qint64 processIdentifier() const { return process_.processId(); }
+    [[nodiscard]] bool isRunning() const { return process_.state() == QProcess::Running; }
     /// Whether the process is the program or was started by it.
-    [[nodiscard]] bool owns(qint64 process) const;
+    [[nodiscard]] bool owns(qint64 process) const
+    {
+        return process > 1 && tree().contains(process);
+    }
     /// What the program has written to its error output so far.
     [[nodiscard]] QString errorOutput();
     [[nodiscard]] QString standardOutput();
 
-    void stopAll() const; ///< SIGSTOP for the program and all that it started
-    void continueAll() const;
-    void killAll() const;
+    /// SIGSTOP for the program and all that it started; likewise the next two.
+    void stopAll() const { signalAll(SIGSTOP); }
+    void continueAll() const { signalAll(SIGCONT); }
+    void killAll() const { signalAll(SIGKILL); }
     void signal(int number) const;
     /// Ends the program with SIGTERM, then harder; the exit code, or nothing when it crashed.
     std::optional<int> end();
-    bool waitForEnd(std::chrono::milliseconds time);
+    bool waitForEnd(std::chrono::milliseconds time)
+    {
+        return waitUntil([this] { return !isRunning(); }, time);
+    }
     [[nodiscard]] int exitCode() const { return process_.exitCode(); }
     [[nodiscard]] bool crashed() const { return process_.exitStatus() == QProcess::CrashExit; }
 

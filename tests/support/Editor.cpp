@@ -30,19 +30,9 @@ bool Editor::open()
     return selectAll();
 }
 
-bool Editor::selectAll()
-{
-    return select(sentence_.size(), Key::A);
-}
-
-bool Editor::selectNothing()
-{
-    return select(0, Key::Home);
-}
-
 bool Editor::select(qsizetype characters, quint8 controlKey)
 {
-    // keys may go astray until the window has the keyboard, and the editor tells what changes
+    // keys may go astray until the window has the keyboard, and the editor prints what changes
     const QString expected = u"selected %1\n"_s.arg(characters);
     return waitUntil(
         [&] {

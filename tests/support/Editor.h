@@ -15,8 +15,8 @@ public:
 
     /// Starts it, brings it to the front and selects the sentence.
     bool open();
-    bool selectAll();
-    bool selectNothing();
+    bool selectAll() { return select(sentence_.size(), Key::A); }
+    bool selectNothing() { return select(0, Key::Home); }
 
     [[nodiscard]] Application &process() { return *process_; }
     [[nodiscard]] WindowId window() const { return window_; }

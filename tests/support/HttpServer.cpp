@@ -221,11 +221,6 @@ HttpServer::~HttpServer()
         socket->disconnect(this);
 }
 
-QUrl HttpServer::url(const QString &path) const
-{
-    return base_.resolved(QUrl(path));
-}
-
 QSslCertificate HttpServer::certificate()
 {
     return identity().certificate;

@@ -65,7 +65,7 @@ public:
     Q_DISABLE_COPY_MOVE(HttpServer)
 
     /// The address of a path such as "/v1/chat", by number without TLS and by name with it.
-    [[nodiscard]] QUrl url(const QString &path) const;
+    [[nodiscard]] QUrl url(const QString &path) const { return base_.resolved(QUrl(path)); }
     /// What a client has to trust; made for this run, for "localhost" alone. Needs TLS.
     [[nodiscard]] static QSslCertificate certificate();
     /// Lets every session of this process trust it that has not sent a request yet.

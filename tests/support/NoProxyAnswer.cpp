@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// Loaded before a program: the system then never tells which proxies to use, as when the script
+// Loaded before a program: the system then never answers which proxies to use, as when the script
 // for it lies on a host that is silent.
 #include <unistd.h>
 

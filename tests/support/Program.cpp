@@ -3,8 +3,10 @@
 #include "support/Program.h"
 
 #include "support/AccessibleTree.h"
+#include "support/Keyring.h"
 #include "support/Waiting.h"
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
 #include <QSettings>
@@ -39,8 +41,9 @@ Program::Program(const Desktop &desktop, QString path)
 Program::Program(const Desktop &desktop, QString path, const QString &folder)
     : desktop_(desktop)
     , path_(std::move(path))
-    , configHome_(qEnvironmentVariable("HOME") + u'/' + folder + u"/config"_s)
-    , dataHome_(qEnvironmentVariable("HOME") + u'/' + folder + u"/data"_s)
+    , folder_(qEnvironmentVariable("HOME") + u'/' + folder)
+    , configHome_(folder_ + u"/config"_s)
+    , dataHome_(folder_ + u"/data"_s)
 {
     QDir().mkpath(configHome_ + u"/vellumo"_s);
     QDir().mkpath(dataHome_);
@@ -73,6 +76,17 @@ std::unique_ptr<Application> Program::another(const QStringList &arguments) cons
     return process;
 }
 
+std::optional<int> Program::startAgain(const QStringList &arguments) const
+{
+    const auto second = another(arguments);
+    if (!second->launch() || !second->waitForEnd(20s) || second->crashed()
+        || !second->standardOutput().isEmpty()) {
+        qWarning().noquote() << arguments << second->standardOutput() << second->errorOutput();
+        return std::nullopt;
+    }
+    return second->exitCode();
+}
+
 bool Program::launch(const QStringList &arguments)
 {
     process_ = another(arguments);
@@ -86,6 +100,25 @@ bool Program::start(const QStringList &arguments)
                    || !process_->isRunning();
            })
         && process_->isRunning();
+}
+
+QString Program::report() const
+{
+    return process_->standardOutput() + process_->errorOutput() + panelText()
+        + u"\nnotes: %1"_s.arg(notes().size());
+}
+
+QByteArray Program::allThatIsKept() const
+{
+    QByteArray everything = (process_->standardOutput() + process_->errorOutput()).toUtf8();
+    QDirIterator files(folder_, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("cannot read %s", qPrintable(file.fileName()));
+        everything += file.readAll();
+    }
+    return everything;
 }
 
 std::optional<WindowId> Program::panel() const
@@ -107,11 +140,6 @@ std::optional<WindowId> Program::waitForPanel(std::chrono::milliseconds time) co
     return panel();
 }
 
-bool Program::waitForNoPanel(std::chrono::milliseconds time) const
-{
-    return waitUntil([this] { return !panel().has_value(); }, time);
-}
-
 bool Program::dismissPanel() const
 {
     return waitUntil([this] {
@@ -129,11 +157,6 @@ bool Program::waitForAnswer() const
     });
 }
 
-bool Program::waitForText(const QString &text) const
-{
-    return waitUntil([&] { return panelText().contains(text); });
-}
-
 QString Program::panelText() const
 {
     QStringList names;
@@ -141,6 +164,41 @@ QString Program::panelText() const
     for (const AccessibleItem &item : items)
         names.append(item.role + u": "_s + item.name);
     return names.join(u'\n');
+}
+
+std::optional<QRect> Program::find(const QString &name, const QString &role) const
+{
+    const auto items = accessibleItems(process_->processIdentifier());
+    for (const AccessibleItem &item : items) {
+        const bool isOfRole = role.isEmpty() ? item.role != "label"_L1 : item.role.endsWith(role);
+        if (isOfRole && item.name == name)
+            return item.extents;
+    }
+    return std::nullopt;
+}
+
+std::optional<QRect> Program::waitFor(const QString &name, const QString &role) const
+{
+    std::optional<QRect> place;
+    const bool rests = waitUntil([&] {
+        const auto before = std::exchange(place, find(name, role));
+        return place && place == before;
+    });
+    return rests ? place : std::nullopt;
+}
+
+bool Program::click(const QString &name, const QString &role) const
+{
+    std::optional<QRect> place;
+    const bool canBeClicked = waitUntil([&] {
+        const auto before = std::exchange(place, find(name, role));
+        // an element is announced before a slow window manager has mapped its window
+        return place && place == before
+            && desktop_.windows(u"vellumo"_s).contains(desktop_.windowAt(place->center()));
+    });
+    if (canBeClicked)
+        desktop_.click(place->center());
+    return canBeClicked;
 }
 
 bool Program::ask(const QString &question) const
@@ -159,11 +217,6 @@ bool Program::ask(const QString &question) const
     desktop_.type(question);
     desktop_.tap(Key::Return);
     return true;
-}
-
-QString Program::notesFile() const
-{
-    return dataHome_ + u"/vellumo/notes.json"_s;
 }
 
 QList<QJsonObject> Program::notes() const
@@ -185,20 +238,23 @@ QList<QJsonObject> Program::notes() const
     return found;
 }
 
-bool Program::waitForNotes(qsizetype count) const
+bool Program::writeNotes(const QJsonArray &notes) const
 {
-    return waitUntil([&] { return notes().size() == count; });
+    const QJsonObject context{{u"key"_s, u"web-url:https://a.test/"_s},
+                              {u"displayName"_s, u"a.test"_s},
+                              {u"source"_s, u"webURL"_s}};
+    const QJsonObject bucket{{u"context"_s, context}, {u"notes"_s, notes}};
+    const QJsonDocument content(QJsonObject{{u"buckets"_s, QJsonArray{bucket}}});
+    QFile file(notesFile());
+    return QDir().mkpath(dataHome_ + u"/vellumo"_s) && file.open(QIODevice::WriteOnly)
+        && file.write(content.toJson()) > 0;
 }
 
 void keepSession(const QString &refreshToken, const QString &uid, const QString &email)
 {
-    const QList<std::pair<QString, QString>> items{
-        {u"refreshToken"_s, refreshToken}, {u"uid"_s, uid}, {u"email"_s, email}};
-    for (const auto &[account, value] : items)
-        outputOf(u"secret-tool"_s,
-                 {u"store"_s, u"--label=vellumo"_s, u"service"_s, u"app.vellumo.Vellumo"_s,
-                  u"account"_s, account},
-                 value.toUtf8(), patience);
+    Keyring::store(u"refreshToken"_s, refreshToken.toUtf8());
+    Keyring::store(u"uid"_s, uid.toUtf8());
+    Keyring::store(u"email"_s, email.toUtf8());
 }
 
 } // namespace vellumo::test

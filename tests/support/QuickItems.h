@@ -2,11 +2,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QFont>
+#include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
 
 /// What a window shows, item by item.
 namespace vellumo::test {
+
+/// Text of twice the usual size, while it lives.
+class LargeText {
+public:
+    explicit LargeText(qreal points = 20)
+    {
+        QFont font = before_;
+        font.setPointSizeF(points);
+        QGuiApplication::setFont(font);
+    }
+    ~LargeText() { QGuiApplication::setFont(before_); }
+    Q_DISABLE_COPY_MOVE(LargeText)
+
+private:
+    QFont before_ = QGuiApplication::font();
+};
 
 /// The visible item of this name, at or below `item`; null when there is none.
 inline QQuickItem *findItem(QQuickItem *item, const QString &name)

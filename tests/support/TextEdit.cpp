@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // plain_text_edit FILE: a window with a menu bar and the file's text, as Qt programs have
-// it. Tells on standard output how many characters are selected, whenever that changes.
+// it. Prints how many characters are selected, whenever that changes.
 #include <QApplication>
 #include <QFile>
 #include <QMainWindow>

@@ -11,7 +11,7 @@
 
 namespace vellumo::test {
 
-/// A panel with room for icons, as far as the bus can tell: the watcher that icons register with,
+/// A panel with room for icons, as seen on the bus: the watcher that icons register with,
 /// and the host that shows them. It is there for as long as this object.
 class TrayHost : public QObject, protected QDBusContext {
     Q_OBJECT

@@ -12,7 +12,7 @@ namespace vellumo::test {
 /// A page in Firefox with one sentence on it, which a person selects with the mouse.
 class WebPage {
 public:
-    /// The sentence is what stands in the element with the id "sentence". `suffix` is what follows
+    /// The sentence is the content of the element with the id "sentence". `suffix` is what follows
     /// the name in the page's address.
     WebPage(const Desktop &desktop, QString name, const QString &html, const QString &suffix = {});
 
