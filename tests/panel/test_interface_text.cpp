@@ -4,7 +4,6 @@
 
 #include "platform/dbus/PortalAppearance.h"
 #include "platform/fake/FakeDesktop.h"
-#include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 #include "ui/ConsentDialog.h"
 #include "ui/PlainText.h"
@@ -32,25 +31,13 @@ class InterfaceTextTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void picksTheLanguage();
     void followsTheStoredPreference();
     void cutsTexts();
-    void scalesTextBeyondCommonSizes();
     void believesTheDesktop();
-    void standsOutFromItsGround();
+    void hasEnoughContrast();
     void consentIsAnsweredOnce();
     void askingAgainReplacesTheCallback();
 };
-
-void InterfaceTextTest::picksTheLanguage()
-{
-    for (const auto language : {"English"_L1, "en"_L1, "en-GB"_L1, "EN_us"_L1}) {
-        QVERIFY2(UserPreferences::isEnglish(language), language.data());
-    }
-    for (const auto language : {"Chinese"_L1, "zh"_L1, "french"_L1, ""_L1}) {
-        QVERIFY2(!UserPreferences::isEnglish(language), language.data());
-    }
-}
 
 void InterfaceTextTest::followsTheStoredPreference()
 {
@@ -94,15 +81,6 @@ void InterfaceTextTest::cutsTexts()
         QCOMPARE(presentableText(each.text, 8), each.shown);
         QCOMPARE(presentableLine(each.text, 8), each.line);
     }
-}
-
-void InterfaceTextTest::scalesTextBeyondCommonSizes()
-{
-    QCOMPARE(textScaleForPoints(11), 1.0);
-    QCOMPARE(textScaleForPoints(16.5), 1.5);
-    QCOMPARE(textScaleForPoints(100), 2.0);
-    QCOMPARE(textScaleForPoints(1), 0.85);
-    QCOMPARE(textScaleForPoints(-1), 1.0); // the font is measured in pixels
 }
 
 void InterfaceTextTest::believesTheDesktop()
@@ -151,7 +129,7 @@ double contrast(const QColor &a, const QColor &b)
 
 } // namespace
 
-void InterfaceTextTest::standsOutFromItsGround()
+void InterfaceTextTest::hasEnoughContrast()
 {
     const struct {
         QStringList inks;

@@ -21,7 +21,6 @@ constexpr Point insidePanel{720, 860};
 constexpr Point outsidePanel{10, 10};
 const ExplanationResult explained{u"翻译"_s, u"解释"_s};
 const Event escape{.type = EventType::KeyDown, .keyCode = KeyCode::Escape};
-const Event leftDown{.type = EventType::LeftMouseDown};
 
 struct Desk {
     FakeFloatingWindows windows;
@@ -63,10 +62,8 @@ class ResultPanelControllerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void placesItself_data();
     void placesItself();
     void watchesExactlyWhileShown();
-    void closesByTheOutsideRule_data();
     void closesByTheOutsideRule();
     void escapeClosesAndIsSwallowed();
     void runsOnDismissOnceAfterThePanelIsGone();
@@ -78,51 +75,42 @@ private Q_SLOTS:
     void errorsTakeNoQuestionAndMayOfferPermission();
 };
 
-void ResultPanelControllerTest::placesItself_data()
+void ResultPanelControllerTest::placesItself()
 {
-    QTest::addColumn<QList<Screen>>("screens");
-    QTest::addColumn<Point>("pointer");
-    QTest::addColumn<double>("fitting");
-    QTest::addColumn<Rect>("frame");
-    QTest::addColumn<double>("inset");
-
     const Screen left = screenAt(0, 0, 1440, 900, 24);
     const Screen right = screenAt(1440, 300, 1920, 1080, 30, 38);
     const Point lowerLeft{5, 5};
-    QTest::newRow("menu bar") << QList{left, right} << lowerLeft << 120.0
-                              << Rect{460, 780, 520, 120} << 24.0;
-    QTest::newRow("camera housing before the menu bar")
-        << QList{left, right} << Point{1440, 300} << 120.0 << Rect{2140, 1260, 520, 120} << 38.0;
-    QTest::newRow("pointer nowhere: the main screen")
-        << QList{left, right} << Point{-50, 5} << 120.0 << Rect{460, 780, 520, 120} << 24.0;
-    QTest::newRow("no screen") << QList<Screen>{} << lowerLeft << 120.0 << Rect{340, 680, 520, 120}
-                               << 0.0;
-    QTest::newRow("visible part above the screen's edge")
-        << QList{screenAt(0, 0, 1440, 900, -10)} << lowerLeft << 120.0 << Rect{460, 780, 520, 120}
-        << 0.0;
-    QTest::newRow("one line") << QList{left} << lowerLeft << 40.0 << Rect{460, 804, 520, 96}
-                              << 24.0;
-    QTest::newRow("taller than the visible screen")
-        << QList{left} << lowerLeft << 5000.0 << Rect{460, 24, 520, 876} << 24.0;
-}
-
-void ResultPanelControllerTest::placesItself()
-{
-    QFETCH(QList<Screen>, screens);
-    QFETCH(Point, pointer);
-    QFETCH(double, fitting);
-    QFETCH(Rect, frame);
-    QFETCH(double, inset);
-
-    Desk desk;
-    desk.fit(fitting);
-    desk.screens.list = screens;
-    desk.screens.pointer = pointer;
-    desk.presentResult();
-
-    QCOMPARE(desk.window().frame(), frame);
-    QCOMPARE(desk.view().topInset(), inset);
-    QVERIFY(!desk.window().isKey);
+    const struct {
+        const char *name;
+        QList<Screen> screens;
+        Point pointer;
+        double fitting;
+        Rect frame;
+        double inset;
+    } rows[] = {
+        {"menu bar", {left, right}, lowerLeft, 120, {460, 780, 520, 120}, 24},
+        {"camera housing", {left, right}, {1440, 300}, 120, {2140, 1260, 520, 120}, 38},
+        {"pointer nowhere", {left, right}, {-50, 5}, 120, {460, 780, 520, 120}, 24},
+        {"no screen", {}, lowerLeft, 120, {340, 680, 520, 120}, 0},
+        {"visible part above the screen's edge",
+         {screenAt(0, 0, 1440, 900, -10)},
+         lowerLeft,
+         120,
+         {460, 780, 520, 120},
+         0},
+        {"one line", {left}, lowerLeft, 40, {460, 804, 520, 96}, 24},
+        {"taller than the screen", {left}, lowerLeft, 5000, {460, 24, 520, 876}, 24},
+    };
+    for (const auto &row : rows) {
+        Desk desk;
+        desk.fit(row.fitting);
+        desk.screens.list = row.screens;
+        desk.screens.pointer = row.pointer;
+        desk.presentResult();
+        QVERIFY2(desk.window().frame() == row.frame, row.name);
+        QVERIFY2(desk.view().topInset() == row.inset, row.name);
+        QVERIFY(!desk.window().isKey);
+    }
 }
 
 void ResultPanelControllerTest::watchesExactlyWhileShown()
@@ -143,52 +131,31 @@ void ResultPanelControllerTest::watchesExactlyWhileShown()
     QVERIFY(!desk.window().isVisible());
 }
 
-void ResultPanelControllerTest::closesByTheOutsideRule_data()
-{
-    QTest::addColumn<Event>("event");
-    QTest::addColumn<bool>("local");
-    QTest::addColumn<Point>("pointer");
-    QTest::addColumn<bool>("unsent");
-    QTest::addColumn<bool>("closes");
-
-    const auto rows = [](const char *name, const Event &event) {
-        for (const bool local : {true, false}) {
-            const char *owner = local ? "own" : "foreign";
-            QTest::addRow("%s %s", owner, name) << event << local << outsidePanel << false << true;
-            QTest::addRow("%s %s inside", owner, name)
-                << event << local << insidePanel << false << false;
-            QTest::addRow("%s %s, unsent text", owner, name)
-                << event << local << outsidePanel << true << false;
-        }
-    };
-    rows("left click", {.type = EventType::LeftMouseDown});
-    rows("right click", {.type = EventType::RightMouseDown});
-    rows("scroll", {.type = EventType::ScrollWheel});
-    QTest::newRow("typing") << Event{.type = EventType::KeyDown} << true << outsidePanel << false
-                            << false;
-    // the frame is half open: its upper and right edges are outside
-    QTest::newRow("on the left edge") << leftDown << false << Point{460, 860} << false << false;
-    QTest::newRow("on the right edge") << leftDown << false << Point{980, 860} << false << true;
-}
-
 void ResultPanelControllerTest::closesByTheOutsideRule()
 {
-    QFETCH(Event, event);
-    QFETCH(bool, local);
-    QFETCH(Point, pointer);
-    QFETCH(bool, unsent);
-    QFETCH(bool, closes);
-
-    Desk desk;
-    desk.presentResult();
-    desk.view().setHasUnsentText(unsent);
-    desk.screens.pointer = pointer;
-    if (local) {
-        QVERIFY(desk.monitors.sendLocal(event)); // passed on either way
-    } else {
-        desk.monitors.sendGlobal(event);
+    const auto closes = [](EventType type, bool isLocal, Point pointer, bool isUnsent = false) {
+        Desk desk;
+        desk.presentResult();
+        desk.view().setHasUnsentText(isUnsent);
+        desk.screens.pointer = pointer;
+        const Event event{.type = type};
+        if (!isLocal)
+            desk.monitors.sendGlobal(event);
+        const bool isPassedOn = !isLocal || desk.monitors.sendLocal(event);
+        return isPassedOn && !desk.panel.isOnScreen();
+    };
+    for (const auto type :
+         {EventType::LeftMouseDown, EventType::RightMouseDown, EventType::ScrollWheel}) {
+        for (const bool isLocal : {true, false}) {
+            QVERIFY(closes(type, isLocal, outsidePanel));
+            QVERIFY(!closes(type, isLocal, insidePanel));
+            QVERIFY(!closes(type, isLocal, outsidePanel, true));
+        }
     }
-    QCOMPARE(desk.panel.isOnScreen(), !closes);
+    QVERIFY(!closes(EventType::KeyDown, true, outsidePanel));
+    // the frame is half open: its upper and right edges are outside
+    QVERIFY(!closes(EventType::LeftMouseDown, false, {460, 860}));
+    QVERIFY(closes(EventType::LeftMouseDown, false, {980, 860}));
 }
 
 void ResultPanelControllerTest::escapeClosesAndIsSwallowed()

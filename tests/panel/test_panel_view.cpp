@@ -123,7 +123,7 @@ private Q_SLOTS:
     void submitsByEnterAndArrow();
     void countsCompositionAsUnsent();
     void composesFromTheFirstLetter();
-    void tellsThatAQuestionIsTooLong();
+    void warnsThatAQuestionIsTooLong();
     void keepsWhatIsMarkedWhenAnAnswerComes();
     void copiesSelectedText();
     void showsTextsAsTheyAre();
@@ -333,7 +333,7 @@ void ResultPanelViewTest::composesFromTheFirstLetter()
     }
 }
 
-void ResultPanelViewTest::tellsThatAQuestionIsTooLong()
+void ResultPanelViewTest::warnsThatAQuestionIsTooLong()
 {
     Desk desk;
     desk.present(line);
