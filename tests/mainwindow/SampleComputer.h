@@ -49,7 +49,7 @@ public:
     }
 };
 
-/// What the page of this computer stands on.
+/// The collaborators of the page of this computer.
 struct SampleComputer {
     FakeDefaultsStore &defaults;
     FakeSecretItems &secrets;

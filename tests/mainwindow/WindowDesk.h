@@ -107,7 +107,7 @@ public:
     [[nodiscard]] bool openFolder(const QString & /*folder*/) override { return false; }
 };
 
-/// The main window with everything that it stands on.
+/// The main window and its collaborators.
 struct WindowDesk {
     QQmlEngine engine;
     FakeDefaultsStore defaults;

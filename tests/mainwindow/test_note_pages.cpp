@@ -21,7 +21,7 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
     void readsANote();
     void walksTheInsights();
-    void tellsOfAnUnreadableFileOnce();
+    void reportsAnUnreadableFileOnce();
     void leavesNoKeyboardOnWhatIsGone();
     void exportsWhatIsMarked();
     void keepsItsPlaceWhenANoteIsAdded();
@@ -115,7 +115,7 @@ void TestNotePages::walksTheInsights()
     QCOMPARE(desk.window.window()->activeFocusItem()->objectName(), u"search"_s);
 }
 
-void TestNotePages::tellsOfAnUnreadableFileOnce()
+void TestNotePages::reportsAnUnreadableFileOnce()
 {
     WindowDesk desk;
     desk.useWithoutAccount();
@@ -274,7 +274,7 @@ void TestNotePages::exportsWhatIsMarked()
     QVERIFY(tells(u"The folder is not there any more. Choose another one."_s));
     QCOMPARE(desk.text("count"), u"3 selected"_s);
 
-    // the dialog stands while something else is chosen
+    // something else is chosen while the dialog is open
     const QTemporaryDir other;
     std::function<void(const QString &)> chooseLate;
     desk.host.answer = [&](const PageHosting::FileQuestion &question) {

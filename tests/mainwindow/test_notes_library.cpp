@@ -72,77 +72,51 @@ class TestNotesLibrary : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { qputenv("TZ", "Asia/Shanghai"); }
-    void tellsDays_data();
-    void tellsDays();
-    void finds_data();
+    void namesDays();
     void finds();
     void groups();
     void followsTheStoreWhileItIsShown();
     void searchesManyInSlices();
     void countsDaysAndPlaces();
-    void tellsLanguages_data();
-    void tellsLanguages();
+    void recognizesLanguages();
     void takesAWordForItsPlacesLanguage();
     void countsADayAndAMonth_data();
     void countsADayAndAMonth();
     void countsManyInSlices();
-    void opensOnlyPages_data();
     void opensOnlyPages();
     void copiesTheWholeNote();
 };
 
-void TestNotesLibrary::tellsDays_data()
+void TestNotesLibrary::namesDays()
 {
-    QTest::addColumn<double>("time");
-    QTest::addColumn<QString>("english"); // day, then the moment in a list
-    QTest::addColumn<QString>("chinese");
     // the day is Monday, 23 November 2026, 03:00 in Shanghai
     const double now = eveningOfTheDay;
-    QTest::newRow("now") << now << u"Today|03:00"_s << u"今天|03:00"_s;
-    QTest::newRow("its first second") << now - 3 * 3600 << u"Today|00:00"_s << u"今天|00:00"_s;
-    QTest::newRow("the second before")
-        << now - 3 * 3600 - 1 << u"Yesterday|Yesterday"_s << u"昨天|昨天"_s;
-    QTest::newRow("this year") << now - 3 * day << u"Friday, 20 November|20 November"_s
-                               << u"11月20日 星期五|11月20日"_s;
-    QTest::newRow("another year") << now - 365 * day
-                                  << u"Sunday, 23 November 2025|23 November 2025"_s
-                                  << u"2025年11月23日 星期日|2025年11月23日"_s;
-    QTest::newRow("no time at all") << std::nan("") << u"Monday, 1 January 2001|1 January 2001"_s
-                                    << u"2001年1月1日 星期一|2001年1月1日"_s;
-}
-
-void TestNotesLibrary::tellsDays()
-{
-    QFETCH(double, time);
-    const QDateTime at = NoteDates::localTime(time);
-    const QDate today = NoteDates::localTime(eveningOfTheDay).date();
-    const auto told = [&](bool english) {
-        return NoteDates::day(at.date(), today, english) + u'|'
-            + NoteDates::moment(at, today, english);
+    const struct {
+        double time;
+        QString english; // day, then the moment in a list
+        QString chinese;
+    } rows[] = {
+        {now, u"Today|03:00"_s, u"今天|03:00"_s},
+        {now - 3 * 3600, u"Today|00:00"_s, u"今天|00:00"_s},
+        {now - 3 * 3600 - 1, u"Yesterday|Yesterday"_s, u"昨天|昨天"_s},
+        {now - 3 * day, u"Friday, 20 November|20 November"_s, u"11月20日 星期五|11月20日"_s},
+        {now - 365 * day, u"Sunday, 23 November 2025|23 November 2025"_s,
+         u"2025年11月23日 星期日|2025年11月23日"_s},
+        {std::nan(""), u"Monday, 1 January 2001|1 January 2001"_s,
+         u"2001年1月1日 星期一|2001年1月1日"_s},
     };
-    QTEST(told(true), "english");
-    QTEST(told(false), "chinese");
-}
-
-void TestNotesLibrary::finds_data()
-{
-    QTest::addColumn<QString>("query");
-    QTest::addColumn<QString>("found");
-    QTest::newRow("nothing typed") << u"  "_s << u"one two three"_s;
-    QTest::newRow("in whatever case") << u"TWO"_s << u"two"_s;
-    QTest::newRow("in an explanation") << u"meaning"_s << u"one two three"_s;
-    QTest::newRow("in a translation") << u"第三"_s << u"three"_s;
-    QTest::newRow("in a question") << u"why so"_s << u"one"_s;
-    QTest::newRow("in an answer") << u"because"_s << u"one"_s;
-    QTest::newRow("in the place") << u"a.test"_s << u"two three"_s;
-    QTest::newRow("every word counts") << u"meaning a.test th"_s << u"three"_s;
-    QTest::newRow("nowhere") << u"one two"_s << QString();
-    QTest::newRow("no pattern") << u".*"_s << QString();
+    const QDate today = NoteDates::localTime(now).date();
+    for (const auto &[time, english, chinese] : rows) {
+        const QDateTime at = NoteDates::localTime(time);
+        for (const bool isEnglish : {true, false})
+            QCOMPARE(NoteDates::day(at.date(), today, isEnglish) + u'|'
+                         + NoteDates::moment(at, today, isEnglish),
+                     isEnglish ? english : chinese);
+    }
 }
 
 void TestNotesLibrary::finds()
 {
-    QFETCH(QString, query);
     Shelf shelf({noteOf(eveningOfTheDay, u"one"_s), noteOf(eveningOfTheDay - 1, u"two"_s, siteA),
                  noteOf(eveningOfTheDay - 2, u"three"_s, siteA2)});
     shelf.store.notes[0].note.followUps = {{QUuid::createUuid(), u"Why so?"_s, u"Because."_s}};
@@ -152,13 +126,25 @@ void TestNotesLibrary::finds()
         QCoreApplication::processEvents();
         return shelf.rows().remove(QRegularExpression(u"\\[[^]]*\\] ?"_s));
     };
-    settled();
-    for (qsizetype length = 1; length <= query.size(); ++length) { // as it is typed
-        shelf.library.setQuery(query.first(length));
+    const std::pair<QString, QString> rows[] = {
+        {u"  "_s, u"one two three"_s},
+        {u"TWO"_s, u"two"_s},
+        {u"meaning"_s, u"one two three"_s},
+        {u"第三"_s, u"three"_s},
+        {u"why so"_s, u"one"_s},
+        {u"because"_s, u"one"_s},
+        {u"a.test"_s, u"two three"_s},
+        {u"meaning a.test th"_s, u"three"_s},
+        {u"one two"_s, {}},
+        {u".*"_s, {}},
+    };
+    for (const auto &[query, found] : rows) {
+        for (qsizetype length = 1; length <= query.size(); ++length) // as it is typed
+            shelf.library.setQuery(query.first(length));
+        QCOMPARE(settled(), found);
+        shelf.library.setQuery({});
+        QCOMPARE(settled(), u"one two three"_s);
     }
-    QTEST(settled(), "found");
-    shelf.library.setQuery({});
-    QCOMPARE(settled(), u"one two three"_s);
 }
 
 void TestNotesLibrary::groups()
@@ -261,36 +247,30 @@ void TestNotesLibrary::countsDaysAndPlaces()
     QCOMPARE(seen.summary(), u"You looked up one thing today."_s);
 }
 
-void TestNotesLibrary::tellsLanguages_data()
+void TestNotesLibrary::recognizesLanguages()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("language");
-    const auto row = [](const char *text, const char *language) {
-        QTest::newRow(language) << QString::fromUtf8(text) << QString::fromUtf8(language);
+    const std::pair<const char *, const char *> rows[] = {
+        {"The tide turns twice a day, and nobody asks it why.", "English"},
+        {"La marée monte et descend dans les ports qui sont profonds", "French"},
+        {"DER MOND IST AUFGEGANGEN UND FÜR ALLE DA", "German"},
+        {"El agua de los ríos no es como la del mar", "Spanish"},
+        {"the", "Latin letters"},
+        {"Từ điển và ngôn ngữ của người Việt", "Latin letters"},
+        {"潮水每天涨落两次,没有人问 it 为什么", "Chinese"},
+        {"経済", "Chinese characters"},
+        {"潮は一日に二度満ちる", "Japanese"},
+        {"밀물은 하루에 두 번", "Korean"},
+        {"Прилив два раза в день", "Cyrillic letters"},
+        {"\xf0\xa0\x80\x80\xf0\xa0\x80\x81", "Chinese characters"}, // beyond 16 bits
+        {"= 42 %", "Numbers and signs"},
+        {"", "Numbers and signs"},
     };
-    row("The tide turns twice a day, and nobody asks it why.", "English");
-    row("La marée monte et descend dans les ports qui sont profonds", "French");
-    row("DER MOND IST AUFGEGANGEN UND FÜR ALLE DA", "German");
-    row("El agua de los ríos no es como la del mar", "Spanish");
-    row("ubiquitous", "Latin letters");
-    row("the", "Latin letters");
-    row("Từ điển và ngôn ngữ của người Việt", "Latin letters");
-    row("潮水每天涨落两次,没有人问 it 为什么", "Chinese");
-    row("経済", "Chinese characters");
-    row("潮は一日に二度満ちる", "Japanese");
-    row("밀물은 하루에 두 번", "Korean");
-    row("Прилив два раза в день", "Cyrillic letters");
-    row("\xf0\xa0\x80\x80\xf0\xa0\x80\x81", "Chinese characters"); // beyond 16 bits
-    row("= 42 %", "Numbers and signs");
-    row("", "Numbers and signs");
-}
-
-void TestNotesLibrary::tellsLanguages()
-{
-    QFETCH(QString, text);
-    QTEST(nameOf(readingLanguage(text), true), "language");
-    const QString unended = QString(1'000'000, u' ') + text; // only the beginning counts
-    QCOMPARE(readingLanguage(unended), ReadingLanguage::NoLetters);
+    for (const auto &[given, language] : rows) {
+        const QString text = QString::fromUtf8(given);
+        QVERIFY2(nameOf(readingLanguage(text), true) == QLatin1StringView(language), given);
+        const QString unended = QString(1'000'000, u' ') + text; // only the beginning counts
+        QCOMPARE(readingLanguage(unended), ReadingLanguage::NoLetters);
+    }
 }
 
 void TestNotesLibrary::takesAWordForItsPlacesLanguage()
@@ -374,24 +354,17 @@ void TestNotesLibrary::countsManyInSlices()
     QCOMPARE(shelf.insights.summary(), u"100001 notes on 696 days."_s);
 }
 
-void TestNotesLibrary::opensOnlyPages_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("page");
-    const QString page = u"https://a.test/x?y=%20z#part"_s;
-    QTest::newRow("a page") << u"web-url:"_s + page << page;
-    QTest::newRow("a script") << u"web-url:javascript:alert(1)"_s << QString();
-    QTest::newRow("a file") << u"web-url:file:///etc/passwd"_s << QString();
-    QTest::newRow("no host") << u"web-url:https:///x"_s << QString();
-    QTest::newRow("no address") << u"web-url:about:blank"_s << QString();
-    QTest::newRow("a window") << u"app-window:https://a.test/"_s << QString();
-}
-
 void TestNotesLibrary::opensOnlyPages()
 {
-    QFETCH(QString, key);
-    QTEST(pageOf({key, u"shown"_s, ReadingContextSource::webURL}).toString(QUrl::FullyEncoded),
-          "page");
+    const QString page = u"https://a.test/x?y=%20z#part"_s;
+    const auto opens = [](const QString &key) {
+        return pageOf({key, u"shown"_s, ReadingContextSource::webURL}).toString(QUrl::FullyEncoded);
+    };
+    QCOMPARE(opens(u"web-url:"_s + page), page);
+    for (const auto &key :
+         {u"web-url:javascript:alert(1)"_s, u"web-url:file:///etc/passwd"_s,
+          u"web-url:https:///x"_s, u"web-url:about:blank"_s, u"app-window:https://a.test/"_s})
+        QCOMPARE(opens(key), QString());
 }
 
 void TestNotesLibrary::copiesTheWholeNote()

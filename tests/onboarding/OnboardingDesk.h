@@ -26,7 +26,7 @@ inline const QStringList phaseNames{
     QStringLiteral("keytest"),   QStringLiteral("select"),  QStringLiteral("notes"),
     QStringLiteral("hearabout"), QStringLiteral("role"),    QStringLiteral("industry")};
 
-/// The first run with everything that it stands on.
+/// The first run and its collaborators.
 struct OnboardingDesk {
     FakeCalls calls;
     FakeAccessibility accessibility{calls};

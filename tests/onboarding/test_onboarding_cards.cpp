@@ -97,11 +97,7 @@ void TestOnboardingCards::fitsLargeText()
 {
     QFETCH(QString, language);
     QFETCH(QSize, size);
-    const QFont before = QGuiApplication::font();
-    QFont font = before;
-    font.setPointSizeF(20); // twice the usual
-    QGuiApplication::setFont(font);
-    const auto restore = qScopeGuard([&] { QGuiApplication::setFont(before); });
+    const LargeText large;
     OnboardingDesk desk(false, language);
     for (const QString &name : phaseNames) {
         desk.flow.present(name);

@@ -9,9 +9,7 @@
 #include "platform/fake/FakeEventMonitors.h"
 #include "platform/fake/FakeFloatingWindows.h"
 #include "platform/fake/FakeScreens.h"
-#include "platform/qt/SettingsDefaultsStore.h"
 #include "ui/BilingualText.h"
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -27,10 +25,9 @@ const Event letter{.type = EventType::KeyDown, .keyCode = KeyCode::Other};
 const Event leftDown{.type = EventType::LeftMouseDown};
 const Event moved{.type = EventType::MouseMoved};
 
-ReadingNote noteOf(const QString &source, const QString &translation = {},
-                   const QString &explanation = {})
+ReadingNote noteOf(const QString &source)
 {
-    return {QUuid::createUuid(), source, translation, explanation, 0, {}};
+    return {QUuid::createUuid(), source, {}, {}, 0, {}};
 }
 
 struct Desk {
@@ -74,12 +71,8 @@ class NotesEntranceTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void restoresItsPlace_data();
     void restoresItsPlace();
-    void keepsItsPlaceInAFile();
-    void tellsAClickFromADrag_data();
-    void tellsAClickFromADrag();
-    void listGrowsFromThePill_data();
+    void distinguishesClickAndDrag();
     void listGrowsFromThePill();
     void savesOnlyWhatTheUserMoved();
     void foldsByTheOutsideRule();
@@ -87,125 +80,91 @@ private Q_SLOTS:
     void hoverAndCursorFollowThePointer();
     void comesBackWhenItsScreenGoes();
     void playsTheDemonstrationOnce();
-    void endsTheDemonstrationAtAnyStep_data();
     void endsTheDemonstrationAtAnyStep();
     void describesANote();
 };
 
-void NotesEntranceTest::restoresItsPlace_data()
-{
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<Rect>("frame");
-    const auto at = [](double x, double y) { return Rect{x, y, 118, 44}; };
-    QTest::newRow("nothing stored") << QVariant() << defaultPill;
-    QTest::newRow("numbers") << QVariant(QVariantList{100.5, 200}) << at(100.5, 200);
-    QTest::newRow("numbers as a file tells them")
-        << QVariant(QStringList{u"100.5"_s, u"-3e1"_s}) << at(100.5, 8);
-    QTest::newRow("far away") << QVariant(QVariantList{1e7, -1e7}) << at(1440 - 118 - 8, 8);
-    const QVariant malformed[] = {QVariantList{1, 2, 3},
-                                  QVariantList{1},
-                                  QVariantList{1, u"two"_s},
-                                  QVariantList{1, QVariantList{2}},
-                                  QVariantList{1, u"nan"_s},
-                                  QVariantList{u"inf"_s, 2},
-                                  u"100, 200"_s,
-                                  7.5,
-                                  QVariantMap{{u"x"_s, 1}, {u"y"_s, 2}}};
-    int row = 0;
-    for (const QVariant &value : malformed) {
-        QTest::addRow("malformed %d", ++row) << value << defaultPill;
-    }
-}
-
 void NotesEntranceTest::restoresItsPlace()
 {
-    QFETCH(QVariant, stored);
-    QFETCH(Rect, frame);
-    Desk desk;
-    desk.defaults.setValue(originKey, stored);
-    desk.show();
-    QCOMPARE(desk.panel().frame(), frame);
-    QVERIFY(desk.panel().isVisible() && !desk.panel().isKey);
-
+    const auto at = [](double x, double y) { return Rect{x, y, 118, 44}; };
+    const std::pair<QVariant, Rect> rows[] = {
+        {{}, defaultPill},
+        {QVariantList{100.5, 200}, at(100.5, 200)},
+        {QStringList{u"100.5"_s, u"-3e1"_s}, at(100.5, 8)}, // as a file has them
+        {QVariantList{1e7, -1e7}, at(1440 - 118 - 8, 8)},
+        // malformed
+        {QVariantList{1, 2, 3}, defaultPill},
+        {QVariantList{1}, defaultPill},
+        {QVariantList{1, u"two"_s}, defaultPill},
+        {QVariantList{1, u"nan"_s}, defaultPill},
+        {QVariantList{u"inf"_s, 2}, defaultPill},
+        {u"100, 200"_s, defaultPill},
+        {QVariantMap{{u"x"_s, 1}, {u"y"_s, 2}}, defaultPill},
+    };
+    for (const auto &[stored, frame] : rows) {
+        Desk desk;
+        desk.defaults.setValue(originKey, stored);
+        desk.show();
+        QCOMPARE(desk.panel().frame(), frame);
+        QVERIFY(desk.panel().isVisible() && !desk.panel().isKey);
+    }
     Desk bare;
     bare.screens.list.clear();
     bare.show();
     QCOMPARE(bare.panel().frame(), (Rect{1200 - 118 - 32, 32, 118, 44}));
 }
 
-void NotesEntranceTest::keepsItsPlaceInAFile()
+void NotesEntranceTest::distinguishesClickAndDrag()
 {
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"settings.ini"_s);
-    const Point place{1234.5, -17};
-    SettingsDefaultsStore(path).setValue(originKey, pillGeometry::storableOrigin(place));
-    const SettingsDefaultsStore next(path);
-    QCOMPARE(pillGeometry::storedOrigin(next.value(originKey)), place);
-}
+    const std::pair<QList<QPointF>, bool> rows[] = {
+        {{}, false},        {{{24, 20}, {20, 16}}, false}, {{{24.01, 20}}, true},
+        {{{23, 23}}, true}, {{{20, 30}, {20, 20}}, true},
+    };
+    for (const auto &[motions, isDrag] : rows) {
+        Desk desk;
+        desk.show();
+        desk.container().mouseDown({20, 20});
+        for (const QPointF &point : motions)
+            desk.container().mouseDragged(point);
+        desk.container().mouseUp();
+        QCOMPARE(desk.panel().dragsBegun, isDrag ? 1 : 0);
+        QCOMPARE(desk.opened, isDrag ? 0 : 1);
 
-void NotesEntranceTest::tellsAClickFromADrag_data()
-{
-    QTest::addColumn<QList<QPointF>>("motions");
-    QTest::addColumn<bool>("isDrag");
-    QTest::newRow("no motion") << QList<QPointF>{} << false;
-    QTest::newRow("just not far enough") << QList<QPointF>{{24, 20}, {20, 16}} << false;
-    QTest::newRow("just far enough") << QList<QPointF>{{24.01, 20}} << true;
-    QTest::newRow("far in both directions") << QList<QPointF>{{23, 23}} << true;
-    QTest::newRow("far, and back again") << QList<QPointF>{{20, 30}, {20, 20}} << true;
-}
-
-void NotesEntranceTest::tellsAClickFromADrag()
-{
-    QFETCH(QList<QPointF>, motions);
-    QFETCH(bool, isDrag);
-    Desk desk;
-    desk.show();
-    desk.container().mouseDown({20, 20});
-    for (const QPointF &point : motions) {
-        desk.container().mouseDragged(point);
+        // a drag whose release never came does not outlive the next press
+        desk.container().mouseDown({20, 20});
+        desk.container().mouseDragged({40, 20});
+        desk.container().mouseDown({20, 20});
+        desk.container().mouseUp();
+        QCOMPARE(desk.opened, isDrag ? 1 : 2);
     }
-    desk.container().mouseUp();
-    QCOMPARE(desk.panel().dragsBegun, isDrag ? 1 : 0);
-    QCOMPARE(desk.opened, isDrag ? 0 : 1);
-
-    // a drag whose release never came does not outlive the next press
-    desk.container().mouseDown({20, 20});
-    desk.container().mouseDragged({40, 20});
-    desk.container().mouseDown({20, 20});
-    desk.container().mouseUp();
-    QCOMPARE(desk.opened, isDrag ? 1 : 2);
-}
-
-void NotesEntranceTest::listGrowsFromThePill_data()
-{
-    QTest::addColumn<Point>("pill");
-    QTest::addColumn<int>("notes");
-    QTest::addColumn<Rect>("frame");
-    const Point usual{1000, 100};
-    QTest::newRow("empty") << usual << 0 << Rect{778, 100, 340, 130};
-    QTest::newRow("one note") << usual << 1 << Rect{778, 100, 340, 138};
-    QTest::newRow("five notes") << usual << 5 << Rect{778, 100, 340, 426};
-    QTest::newRow("six notes") << usual << 6 << Rect{778, 100, 340, 480};
-    QTest::newRow("clamped at the upper left") << Point{20, 800} << 9 << Rect{8, 388, 340, 480};
 }
 
 void NotesEntranceTest::listGrowsFromThePill()
 {
-    QFETCH(Point, pill);
-    QFETCH(int, notes);
-    QFETCH(Rect, frame);
-    Desk desk;
-    desk.defaults.setValue(originKey, pillGeometry::storableOrigin(pill));
-    desk.show();
-    desk.list(notes);
-    QCOMPARE(desk.panel().frame(), frame);
-    QVERIFY(desk.panel().lastFrameWasAnimated && !desk.isPill());
-    desk.entrance.collapse();
-    QCOMPARE(desk.panel().frame(), pillGeometry::pillAt(pill)); // wherever the list had to open
-    QVERIFY(!desk.isPill());
-    QVERIFY(desk.panel().finishAnimation());
-    QVERIFY(desk.isPill());
-    QCOMPARE(desk.defaults.value(originKey), pillGeometry::storableOrigin(pill));
+    const Point usual{1000, 100};
+    const struct {
+        Point pill;
+        int notes;
+        Rect frame;
+    } rows[] = {
+        {usual, 0, {778, 100, 340, 130}},   {usual, 1, {778, 100, 340, 138}},
+        {usual, 5, {778, 100, 340, 426}},   {usual, 6, {778, 100, 340, 480}},
+        {{20, 800}, 9, {8, 388, 340, 480}}, // clamped at the upper left
+    };
+    for (const auto &[pill, notes, frame] : rows) {
+        Desk desk;
+        desk.defaults.setValue(originKey, pillGeometry::storableOrigin(pill));
+        desk.show();
+        desk.list(notes);
+        QCOMPARE(desk.panel().frame(), frame);
+        QVERIFY(desk.panel().lastFrameWasAnimated && !desk.isPill());
+        desk.entrance.collapse();
+        QCOMPARE(desk.panel().frame(), pillGeometry::pillAt(pill)); // wherever the list had to open
+        QVERIFY(!desk.isPill());
+        QVERIFY(desk.panel().finishAnimation());
+        QVERIFY(desk.isPill());
+        QCOMPARE(desk.defaults.value(originKey), pillGeometry::storableOrigin(pill));
+    }
 }
 
 void NotesEntranceTest::savesOnlyWhatTheUserMoved()
@@ -355,48 +314,43 @@ void NotesEntranceTest::playsTheDemonstrationOnce()
     QCOMPARE(desk.windows.panels.size(), 3);
 }
 
-void NotesEntranceTest::endsTheDemonstrationAtAnyStep_data()
-{
-    QTest::addColumn<std::chrono::milliseconds>("time");
-    QTest::newRow("the finger glides") << 500ms;
-    QTest::newRow("it touches") << 1200ms;
-    QTest::newRow("the list is open") << 2000ms;
-    QTest::newRow("the finger fades") << 3700ms;
-}
-
 void NotesEntranceTest::endsTheDemonstrationAtAnyStep()
 {
-    QFETCH(std::chrono::milliseconds, time);
-    Desk desk;
-    desk.show();
-    desk.entrance.endOnboardingDemo(); // none runs
-    int ended = 0;
-    desk.entrance.playOnboardingDemo(noteOf(u"sample"_s), [&ended] { ++ended; });
-    const auto finger = desk.windows.panels.last();
-    desk.clock.advance(time);
-    desk.entrance.endOnboardingDemo();
-    desk.entrance.endOnboardingDemo();
-    desk.clock.advance(10s);
-    QVERIFY(!desk.model().isExpanded() && !desk.model().isPillHovered());
-    QCOMPARE(ended, 0);
-    QVERIFY(finger->finishFading());
-    QTRY_VERIFY(!finger);
-    QCOMPARE(ended, 1);
+    // the finger glides, touches, the list is open, the finger fades
+    for (const auto time : {500ms, 1200ms, 2000ms, 3700ms}) {
+        Desk desk;
+        desk.show();
+        desk.entrance.endOnboardingDemo(); // none runs
+        int ended = 0;
+        desk.entrance.playOnboardingDemo(noteOf(u"sample"_s), [&ended] { ++ended; });
+        const auto finger = desk.windows.panels.last();
+        desk.clock.advance(time);
+        desk.entrance.endOnboardingDemo();
+        desk.entrance.endOnboardingDemo();
+        desk.clock.advance(10s);
+        QVERIFY(!desk.model().isExpanded() && !desk.model().isPillHovered());
+        QCOMPARE(ended, 0);
+        QVERIFY(finger->finishFading());
+        QTRY_VERIFY(!finger);
+        QCOMPARE(ended, 1);
+    }
 }
 
 void NotesEntranceTest::describesANote()
 {
     Desk desk;
     desk.show();
-    ReadingNote asked = noteOf(u" a\r\n\tb"_s + QString(100000, u'x'), u"translated"_s);
-    asked.followUps.resize(2);
-    desk.entrance.showNotesList({noteOf({}, u"translated"_s, u"explained"_s), asked}, {});
+    ReadingNote first = noteOf(u" a\r\n\tb"_s + QString(100000, u'x'));
+    first.translation = u"translated"_s;
+    first.followUps.resize(2);
+    ReadingNote second = first;
+    second.explanation = u"explained"_s;
+    desk.entrance.showNotesList({first, second}, {});
     const NoteListModel &rows = *static_cast<NoteListModel *>(desk.model().rows());
-    QCOMPARE(rows.data(rows.index(0), NoteListModel::Detail), u"explained"_s);
-    QCOMPARE(rows.data(rows.index(0), NoteListModel::FollowUps), 0);
-    QCOMPARE(rows.data(rows.index(1), NoteListModel::Detail), u"translated"_s);
-    QCOMPARE(rows.data(rows.index(1), NoteListModel::FollowUps), 2);
-    const QString shown = rows.data(rows.index(1), NoteListModel::SourceText).toString();
+    QCOMPARE(rows.data(rows.index(0), NoteListModel::Detail), u"translated"_s);
+    QCOMPARE(rows.data(rows.index(1), NoteListModel::Detail), u"explained"_s);
+    QCOMPARE(rows.data(rows.index(0), NoteListModel::FollowUps), 2);
+    const QString shown = rows.data(rows.index(0), NoteListModel::SourceText).toString();
     QVERIFY(shown.startsWith("a bxx"_L1) && shown.endsWith(u'…') && shown.size() < 300);
 }
 

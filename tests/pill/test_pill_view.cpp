@@ -95,9 +95,8 @@ void PillViewTest::largeTextStaysWhole_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<qreal>("points");
     for (const auto &language : {u"English"_s, u"Chinese"_s}) {
-        for (const qreal points : {10.0, 15.0, 20.0}) { // as usual, to twice of it
+        for (const qreal points : {10.0, 15.0, 20.0}) // as usual, to twice of it
             QTest::addRow("%s, %g points", qPrintable(language), points) << language << points;
-        }
     }
 }
 
@@ -105,11 +104,7 @@ void PillViewTest::largeTextStaysWhole()
 {
     QFETCH(QString, language);
     QFETCH(qreal, points);
-    const QFont before = QGuiApplication::font();
-    QFont font = before;
-    font.setPointSizeF(points);
-    QGuiApplication::setFont(font);
-    const auto restore = qScopeGuard([&] { QGuiApplication::setFont(before); });
+    const test::LargeText large(points);
     Desk desk(12345, language);
     const QQuickItem *count = desk.item(u"count"_s);
     QVERIFY(count && count->property("text").toString().endsWith("12345"_L1));
