@@ -41,7 +41,7 @@ HttpResponse tokensOf(const QString &uid, const QString &sub, const QString &ema
                 + R"(","refresh_token":"r2","expires_in":"3600"})"};
 }
 
-/// The service with everything around it; keeps what callers were told.
+/// The service with its collaborators; records what callers get.
 struct Desk {
     explicit Desk(const Stored &stored = {}, bool isHung = false)
     {
@@ -133,17 +133,15 @@ private Q_SLOTS:
     void waitsForTheKeyringButNotLong();
     void whatTheUserDidCountsMoreThanALateKeyring();
     void keepsATokenWhileItIsGood();
-    void tellsWhyThereIsNoToken();
+    void explainsWhyThereIsNoToken();
     void manyAskOnce();
     void signsIn();
-    void knowsWhoseAccountItIs_data();
     void knowsWhoseAccountItIs();
     void stopsWaiting();
     void refusesAnIncompleteSignIn();
     void keepsTheSessionWhenItsFirstTokenFails();
     void oneSignInEndsTheOther();
     void signingOutEndsWhatRuns();
-    void signingOutHolds_data();
     void signingOutHolds();
 };
 
@@ -269,7 +267,7 @@ void TestAuthService::keepsATokenWhileItIsGood()
     }
 }
 
-void TestAuthService::tellsWhyThereIsNoToken()
+void TestAuthService::explainsWhyThereIsNoToken()
 {
     const QString unreadable = u"The sign-in service gave an answer that cannot be read."_s;
     const struct {
@@ -360,56 +358,54 @@ void TestAuthService::refusesAnIncompleteSignIn()
     QCOMPARE(desk.state(), u"nobody"_s);
 }
 
-void TestAuthService::knowsWhoseAccountItIs_data()
+void TestAuthService::knowsWhoseAccountItIs()
 {
-    QTest::addColumn<QString>("email"); // that the page names
-    QTest::addColumn<QString>("userId"); // that the service says, and so on
-    QTest::addColumn<QString>("subject");
-    QTest::addColumn<QString>("claimed");
-    QTest::addColumn<QString>("state"); // empty when it is refused
     const QString own = u"me@b.org"_s;
     const QString victim = u"victim@b.org"_s;
     const QString none;
-    QTest::newRow("all agree") << own << u"u1"_s << u"u1"_s << own << u"u1 me@b.org"_s;
-    QTest::newRow("other letters") << u"ME@b.org"_s << none << u"u1"_s << own << u"u1 me@b.org"_s;
-    QTest::newRow("no address named") << none << u"u1"_s << u"u1"_s << own << u"u1 me@b.org"_s;
-    QTest::newRow("nothing said") << own << none << none << none << u"u1 me@b.org"_s;
-    QTest::newRow("another address") << victim << u"u1"_s << u"u1"_s << own << none;
-    QTest::newRow("no such address") << victim << u"u1"_s << u"u1"_s << none << none;
-    QTest::newRow("another user id") << own << u"u2"_s << none << none << none;
-    QTest::newRow("another subject") << own << none << u"u2"_s << own << none;
-}
-
-void TestAuthService::knowsWhoseAccountItIs()
-{
-    QFETCH(QString, email);
-    QFETCH(QString, userId);
-    QFETCH(QString, subject);
-    QFETCH(QString, claimed);
-    QFETCH(QString, state);
-    const QString url = u"vellumo:?refreshToken=r1&uid=u1&email="_s + email;
-    const HttpResponse answer = tokensOf(userId, subject, claimed);
+    const struct {
+        const char *name;
+        QString email; // that the page names
+        QString userId; // that the service says, and so on
+        QString subject;
+        QString claimed;
+        bool isRefused = false;
+    } rows[] = {
+        {"all agree", own, u"u1"_s, u"u1"_s, own},
+        {"other letters", u"ME@b.org"_s, none, u"u1"_s, own},
+        {"no address named", none, u"u1"_s, u"u1"_s, own},
+        {"nothing said", own, none, none, none},
+        {"another address", victim, u"u1"_s, u"u1"_s, own, true},
+        {"no such address", victim, u"u1"_s, u"u1"_s, none, true},
+        {"another user id", own, u"u2"_s, none, none, true},
+        {"another subject", own, none, u"u2"_s, own, true},
+    };
     const QString refused = u"Sign-in was refused: the browser named another account than the "
                             "sign-in service. Please try again."_s;
-    Desk desk;
-    desk.signInWith(url);
-    QCOMPARE(desk.state(), u"nobody working"_s);
-    desk.answer(answer);
-    QCOMPARE(desk.state(), state.isEmpty() ? u"nobody"_s : state);
-    QCOMPARE(desk.said().constLast(), u"sign-in: "_s + (state.isEmpty() ? refused : u"done"_s));
-    QCOMPARE(desk.secrets.values.isEmpty(), state.isEmpty());
+    for (const auto &row : rows) {
+        const QString url = u"vellumo:?refreshToken=r1&uid=u1&email="_s + row.email;
+        const HttpResponse answer = tokensOf(row.userId, row.subject, row.claimed);
+        const QString state = row.isRefused ? u"nobody"_s : u"u1 me@b.org"_s;
+        Desk desk;
+        desk.signInWith(url);
+        QCOMPARE(desk.state(), u"nobody working"_s);
+        desk.answer(answer);
+        QVERIFY2(desk.state() == state, row.name);
+        QCOMPARE(desk.said().constLast(), u"sign-in: "_s + (row.isRefused ? refused : u"done"_s));
+        QCOMPARE(desk.secrets.values.isEmpty(), row.isRefused);
 
-    // the same when the first answer does not come
-    Desk later;
-    later.signInWith(url);
-    later.answer(HttpResponse{503, {}, {}});
-    QCOMPARE(later.secrets.values.value(u"email"_s), QByteArray());
-    QCOMPARE(later.auth->problem(), u"HTTP 503"_s);
-    later.askForToken();
-    later.answer(answer);
-    QCOMPARE(later.state(), state.isEmpty() ? u"nobody"_s : state);
-    QCOMPARE(later.auth->problem(), state.isEmpty() ? refused : QString());
-    QCOMPARE(later.secrets.values.isEmpty(), state.isEmpty());
+        // the same when the first answer does not come
+        Desk later;
+        later.signInWith(url);
+        later.answer(HttpResponse{503, {}, {}});
+        QCOMPARE(later.secrets.values.value(u"email"_s), QByteArray());
+        QCOMPARE(later.auth->problem(), u"HTTP 503"_s);
+        later.askForToken();
+        later.answer(answer);
+        QVERIFY2(later.state() == state, row.name);
+        QCOMPARE(later.auth->problem(), row.isRefused ? refused : QString());
+        QCOMPARE(later.secrets.values.isEmpty(), row.isRefused);
+    }
 }
 
 void TestAuthService::stopsWaiting()
@@ -485,45 +481,37 @@ void TestAuthService::signingOutEndsWhatRuns()
     QCOMPARE(desk.secrets.values, Stored());
 }
 
-void TestAuthService::signingOutHolds_data()
-{
-    QTest::addColumn<bool>("signsInAgain");
-    QTest::newRow("signed out") << false;
-    QTest::newRow("and in again") << true;
-}
-
 /// Although the keyring is closed then, and the user does not open it.
 void TestAuthService::signingOutHolds()
 {
-    QFETCH(bool, signsInAgain);
-    Desk desk(someone);
-    desk.secrets.isLocked = true;
-    desk.auth->signOut();
-    if (signsInAgain) {
-        desk.signInWith(callback);
-        desk.answer(tokens());
-    }
-    desk.secrets.isLocked = false; // by the time of the next run
-    desk.start();
-    QCOMPARE(desk.state(), u"nobody"_s);
-    QCOMPARE(desk.secrets.values, Stored());
-    QVERIFY(!desk.defaults.value(u"signedOut"_s).isValid());
+    for (const bool signsInAgain : {false, true}) {
+        const auto signOut = [&](Desk &desk) {
+            desk.secrets.isLocked = true;
+            desk.auth->signOut();
+            if (signsInAgain) {
+                desk.signInWith(callback);
+                desk.answer(tokens());
+                (void)desk.said();
+            }
+        };
+        Desk desk(someone);
+        signOut(desk);
+        desk.secrets.isLocked = false; // by the time of the next run
+        desk.start();
+        QCOMPARE(desk.state(), u"nobody"_s);
+        QCOMPARE(desk.secrets.values, Stored());
+        QVERIFY(!desk.defaults.value(u"signedOut"_s).isValid());
 
-    // what is stored while the sign-out is still owed counts once it is stored
-    Desk open(someone);
-    open.secrets.isLocked = true;
-    open.auth->signOut();
-    if (signsInAgain) {
-        open.signInWith(callback);
-        open.answer(tokens());
-        (void)open.said();
+        // what is stored while the sign-out is still owed counts once it is stored
+        Desk open(someone);
+        signOut(open);
+        QVERIFY(open.defaults.value(u"signedOut"_s).toBool());
+        open.secrets.open();
+        QCOMPARE(open.said(), QStringList());
+        QVERIFY(!open.defaults.value(u"signedOut"_s).isValid());
+        open.start();
+        QCOMPARE(open.state(), signsInAgain ? u"u1 new+x@b.org"_s : u"nobody"_s);
     }
-    QVERIFY(open.defaults.value(u"signedOut"_s).toBool());
-    open.secrets.open();
-    QCOMPARE(open.said(), QStringList());
-    QVERIFY(!open.defaults.value(u"signedOut"_s).isValid());
-    open.start();
-    QCOMPARE(open.state(), signsInAgain ? u"u1 new+x@b.org"_s : u"nobody"_s);
 }
 
 QTEST_GUILESS_MAIN(TestAuthService)

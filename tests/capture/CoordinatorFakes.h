@@ -117,7 +117,7 @@ public:
     std::optional<ReadingContext> context;
     QString error; ///< of the last showError()
     ErrorHelp help = ErrorHelp::none; ///< likewise
-    QStringList thread; ///< what the follow-up operations were told
+    QStringList thread; ///< the arguments of the follow-up operations
 
     bool isOnScreen() const override { return shown.has_value(); }
     void present(IslandContent content, std::optional<ReadingContext> newContext,

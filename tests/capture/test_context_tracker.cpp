@@ -13,6 +13,15 @@ using namespace vellumo;
 
 namespace {
 using Text = std::optional<QString>;
+
+struct Desk {
+    FakeCalls calls;
+    FakeWorkspace workspace;
+    FakeAccessibility accessibility{calls};
+    ReadingBudget budget;
+    FakeClock clock;
+    ContextTracker tracker{workspace, accessibility, budget, clock};
+};
 } // namespace
 
 class TestContextTracker : public QObject {
@@ -27,10 +36,6 @@ private Q_SLOTS:
     void settlesLate_data();
     void settlesLate();
     void ownWindow();
-
-private:
-    ReadingBudget budget_;
-    FakeClock clock_;
 };
 
 void TestContextTracker::contexts_data()
@@ -83,13 +88,11 @@ void TestContextTracker::contexts()
     QFETCH(Text, title);
     QFETCH(Text, page);
     QFETCH(ReadingContext, expected);
-    FakeCalls calls;
-    FakeWorkspace workspace;
-    FakeAccessibility accessibility(calls);
-    workspace.frontmost = {5, name, bundle};
-    accessibility.title = title;
-    accessibility.page = page;
-    const auto context = ContextTracker(workspace, accessibility, budget_, clock_).currentContext();
+    Desk desk;
+    desk.workspace.frontmost = {5, name, bundle};
+    desk.accessibility.title = title;
+    desk.accessibility.page = page;
+    const auto context = desk.tracker.currentContext();
     QVERIFY(context);
     QCOMPARE(context->key, expected.key);
     QCOMPARE(context->displayName, expected.displayName);
@@ -98,43 +101,35 @@ void TestContextTracker::contexts()
 
 void TestContextTracker::nothingInFront()
 {
-    FakeCalls calls;
-    FakeWorkspace workspace;
-    FakeAccessibility accessibility(calls);
-    QVERIFY(!ContextTracker(workspace, accessibility, budget_, clock_).currentContext());
-    QVERIFY(calls.isEmpty());
+    Desk desk;
+    QVERIFY(!desk.tracker.currentContext());
+    QVERIFY(desk.calls.isEmpty());
 }
 
 void TestContextTracker::onlyBrowsersAreAskedForAPage()
 {
     for (const QString &bundle : {u"org.viewer"_s, u"Firefox"_s, u"firefox-esr.desktop"_s}) {
-        FakeCalls calls;
-        FakeWorkspace workspace;
-        FakeAccessibility accessibility(calls);
-        workspace.frontmost = {5, u"n"_s, bundle};
-        accessibility.page = u"https://a.test/"_s;
-        const auto context =
-            ContextTracker(workspace, accessibility, budget_, clock_).currentContext();
+        Desk desk;
+        desk.workspace.frontmost = {5, u"n"_s, bundle};
+        desk.accessibility.page = u"https://a.test/"_s;
+        const auto context = desk.tracker.currentContext();
         QCOMPARE(context->source, ReadingContextSource::windowSession);
-        QVERIFY2(!calls.contains(u"page of 5"_s), qPrintable(bundle));
+        QVERIFY2(!desk.calls.contains(u"page of 5"_s), qPrintable(bundle));
     }
 }
 
 void TestContextTracker::withoutTrustThereIsNoTitle()
 {
-    FakeCalls calls;
-    FakeWorkspace workspace;
-    FakeAccessibility accessibility(calls);
-    workspace.frontmost = {5, u"Viewer"_s, u"org.viewer"_s};
-    accessibility.trusted = false;
-    accessibility.title = u"T"_s;
-    QCOMPARE(ContextTracker(workspace, accessibility, budget_, clock_).currentContext()->source,
-             ReadingContextSource::windowSession);
+    Desk desk;
+    desk.workspace.frontmost = {5, u"Viewer"_s, u"org.viewer"_s};
+    desk.accessibility.trusted = false;
+    desk.accessibility.title = u"T"_s;
+    QCOMPARE(desk.tracker.currentContext()->source, ReadingContextSource::windowSession);
 }
 
 void TestContextTracker::settlesLate_data()
 {
-    using Change = std::function<void(FakeWorkspace &, FakeAccessibility &)>;
+    using Change = std::function<void(Desk &)>;
     QTest::addColumn<Text>("bundle");
     QTest::addColumn<Text>("title");
     QTest::addColumn<Change>("change");
@@ -144,38 +139,35 @@ void TestContextTracker::settlesLate_data()
         QTest::newRow(name) << bundle << title << change << refined;
     };
     const QString address = u"https://a.test/"_s;
-    const auto gives = [address](FakeWorkspace &, FakeAccessibility &accessibility) {
-        accessibility.page = address;
-    };
+    const auto gives = [address](Desk &desk) { desk.accessibility.page = address; };
     row("address", u"chromium"_s, u"T"_s, gives, u"web-url:"_s + address);
     row(
         "address, while our panel has the keyboard", u"chromium"_s, u"T"_s,
-        [address](FakeWorkspace &, FakeAccessibility &accessibility) {
-            accessibility.page = address;
-            accessibility.title.reset();
+        [address](Desk &desk) {
+            desk.accessibility.page = address;
+            desk.accessibility.title.reset();
         },
         u"web-url:"_s + address);
     row("address of another page", u"chromium"_s, u"T"_s,
-        [address](FakeWorkspace &, FakeAccessibility &accessibility) {
-            accessibility.page = address;
-            accessibility.title = u"another"_s;
+        [address](Desk &desk) {
+            desk.accessibility.page = address;
+            desk.accessibility.title = u"another"_s;
         },
         {});
     row("another application", u"chromium"_s, u"T"_s,
-        [address](FakeWorkspace &workspace, FakeAccessibility &accessibility) {
-            accessibility.page = address;
-            workspace.frontmost->processIdentifier = 6;
+        [address](Desk &desk) {
+            desk.accessibility.page = address;
+            desk.workspace.frontmost->processIdentifier = 6;
         },
         {});
     row(
-        "title", u"org.viewer"_s, QString(),
-        [](FakeWorkspace &, FakeAccessibility &accessibility) { accessibility.title = u"T"_s; },
+        "title", u"org.viewer"_s, QString(), [](Desk &desk) { desk.accessibility.title = u"T"_s; },
         u"app-window:org.viewer:T"_s);
     row(
         "name of the application", std::nullopt, u"T"_s,
-        [](FakeWorkspace &workspace, FakeAccessibility &) {
-            workspace.frontmost->bundleIdentifier = u"org.viewer"_s;
-            Q_EMIT workspace.didRenameFrontmostApplication();
+        [](Desk &desk) {
+            desk.workspace.frontmost->bundleIdentifier = u"org.viewer"_s;
+            Q_EMIT desk.workspace.didRenameFrontmostApplication();
         },
         u"app-window:org.viewer:T"_s);
     row("no browser", u"org.viewer"_s, u"T"_s, gives, {});
@@ -183,45 +175,39 @@ void TestContextTracker::settlesLate_data()
 
 void TestContextTracker::settlesLate()
 {
-    using Change = std::function<void(FakeWorkspace &, FakeAccessibility &)>;
+    using Change = std::function<void(Desk &)>;
     QFETCH(Text, bundle);
     QFETCH(Text, title);
     QFETCH(Change, change);
     QFETCH(QString, refined);
-    FakeCalls calls;
-    FakeWorkspace workspace;
-    FakeAccessibility accessibility(calls);
-    workspace.frontmost = {5, u"Viewer"_s, bundle};
-    accessibility.title = title;
-    ContextTracker tracker(workspace, accessibility, budget_, clock_);
-    QVERIFY(tracker.currentContext());
+    Desk desk;
+    desk.workspace.frontmost = {5, u"Viewer"_s, bundle};
+    desk.accessibility.title = title;
+    QVERIFY(desk.tracker.currentContext());
     QString key;
-    tracker.refine(this, [&key](const ReadingContext &context) { key = context.key; });
-    clock_.advance(std::chrono::milliseconds(100));
+    desk.tracker.refine(this, [&key](const ReadingContext &context) { key = context.key; });
+    desk.clock.advance(std::chrono::milliseconds(100));
     QVERIFY(key.isEmpty());
-    change(workspace, accessibility);
+    change(desk);
     QCoreApplication::processEvents();
-    clock_.advance(std::chrono::minutes(1));
+    desk.clock.advance(std::chrono::minutes(1));
     QCOMPARE(key, refined);
-    QVERIFY(calls.count(u"page of 5"_s) <= 5);
+    QVERIFY(desk.calls.count(u"page of 5"_s) <= 5);
 }
 
 void TestContextTracker::ownWindow()
 {
-    FakeCalls calls;
-    FakeWorkspace workspace;
-    FakeAccessibility accessibility(calls);
-    workspace.frontmost = {5, u"Firefox"_s, u"firefox"_s};
-    accessibility.page = u"https://a.test/"_s;
-    workspace.ownWindowActive = true;
-    ContextTracker tracker(workspace, accessibility, budget_, clock_);
+    Desk desk;
+    desk.workspace.frontmost = {5, u"Firefox"_s, u"firefox"_s};
+    desk.accessibility.page = u"https://a.test/"_s;
+    desk.workspace.ownWindowActive = true;
     const ReadingContext own{u"window-session:app.vellumo.Vellumo"_s, u"vellumo"_s,
                              ReadingContextSource::windowSession};
-    QCOMPARE(tracker.currentContext(), own);
+    QCOMPARE(desk.tracker.currentContext(), own);
     const ReadingContext page{u"web-url:https://b.test/"_s, u"b.test"_s,
                               ReadingContextSource::webURL};
-    tracker.openNoteContext = [&page] { return std::optional(page); };
-    QCOMPARE(tracker.currentContext(), page);
+    desk.tracker.openNoteContext = [&page] { return std::optional(page); };
+    QCOMPARE(desk.tracker.currentContext(), page);
 }
 
 QTEST_GUILESS_MAIN(TestContextTracker)

@@ -60,7 +60,6 @@ private Q_SLOTS:
     void newExplanationDoesNotTakeTheOldFollowUps();
     void reopenedNote();
     void demoModeReadsNothing();
-    void textsFollowTheLanguage_data();
     void textsFollowTheLanguage();
     void pillDemoStoresNothing();
 
@@ -420,39 +419,27 @@ void TestCoordinator::demoModeReadsNothing()
     QVERIFY(with_->explainer.followUps.isEmpty());
 }
 
-void TestCoordinator::textsFollowTheLanguage_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("seed");
-    QTest::addColumn<QString>("followUpFailure");
-    QTest::addColumn<bool>("demoIsEnglish");
-    const QString english = u"failed: vellumo could not answer that just now."_s;
-    const QString chinese = u"failed: vellumo 暂时无法回答这个问题。"_s;
-    QTest::newRow("English") << u"English"_s << u"Selected text: x"_s << english << true;
-    QTest::newRow("en-GB") << u"en-GB"_s << u"Selected text: x"_s << english << true;
-    QTest::newRow("Chinese") << u"Chinese"_s << u"选中的内容:x"_s << chinese << false;
-    QTest::newRow("other") << u"Deutsch"_s << u"选中的内容:x"_s << chinese << false;
-}
-
 void TestCoordinator::textsFollowTheLanguage()
 {
-    QFETCH(QString, language);
-    QFETCH(QString, seed);
-    QFETCH(QString, followUpFailure);
-    QFETCH(bool, demoIsEnglish);
-    with_->defaults.setValue(u"preferredOutputLanguage"_s, language);
-    explainSelection(u"x"_s);
-    QCOMPARE(with_->coordinator.followUpTranscript(),
-             (QList<ChatTurn>{{ChatTurn::Role::user, seed},
-                              {ChatTurn::Role::assistant, u"译文\nexplanation"_s}}));
-    ask(u"?"_s);
-    with_->explainer.followUps[0].answer(failure);
-    QCOMPARE(with_->panel.thread.last(), followUpFailure);
-
-    with_->coordinator.triggerDemo();
-    const auto demo = std::get<IslandContent::Demo>(with_->panel.shown->value).result;
-    QCOMPARE(demo.translation.isEmpty(), demoIsEnglish);
-    QCOMPARE(demo.explanation.startsWith(u"Just like this"), demoIsEnglish);
+    for (const bool isEnglish : {true, false}) {
+        with_->defaults.setValue(u"preferredOutputLanguage"_s,
+                                 isEnglish ? u"en-GB"_s : u"Deutsch"_s);
+        explainSelection(u"x"_s);
+        QCOMPARE(with_->coordinator.followUpTranscript(),
+                 (QList<ChatTurn>{
+                     {ChatTurn::Role::user, isEnglish ? u"Selected text: x"_s : u"选中的内容:x"_s},
+                     {ChatTurn::Role::assistant, u"译文\nexplanation"_s}}));
+        ask(u"?"_s);
+        with_->explainer.followUps.last().answer(failure);
+        QCOMPARE(with_->panel.thread.last(),
+                 isEnglish ? u"failed: vellumo could not answer that just now."_s
+                           : u"failed: vellumo 暂时无法回答这个问题。"_s);
+        with_->coordinator.triggerDemo();
+        const auto demo = std::get<IslandContent::Demo>(with_->panel.shown->value).result;
+        QCOMPARE(demo.translation.isEmpty(), isEnglish);
+        QCOMPARE(demo.explanation.startsWith(u"Just like this"), isEnglish);
+        with_->panel.dismiss();
+    }
 }
 
 void TestCoordinator::pillDemoStoresNothing()

@@ -55,11 +55,9 @@ private Q_SLOTS:
 
     void triesTheRoadsInOrder_data();
     void triesTheRoadsInOrder();
-    void copyRestoresTheClipboard_data();
     void copyRestoresTheClipboard();
     void noKeysWithoutNeed_data();
     void noKeysWithoutNeed();
-    void copyOfAnotherProcessIsNotTaken_data();
     void copyOfAnotherProcessIsNotTaken();
     void undoesALateCopy_data();
     void undoesALateCopy();
@@ -116,7 +114,6 @@ void TestSelectionReader::triesTheRoadsInOrder_data()
     const auto takesPublished = u"primary"_s;
     row("another's published one",
         {.published = text, .publication = Publication{1, 1s, false, {}}, .lastCall = copies});
-    row("no published one", {.published = text, .publication = {}, .lastCall = copies});
     row("published, and over since then",
         {.published = text,
          .publication = Publication{applicationPid, 1s, true, {}},
@@ -214,15 +211,8 @@ void TestSelectionReader::triesTheRoadsInOrder_data()
          .copied = text,
          .expected = text,
          .lastCall = u"write"_s});
-    row("nothing copied leaves the clipboard alone",
-        {.focused = {}, .lastCall = u"wait for copy"_s});
     row("a terminal receives no keys",
         {.focused = ElementKind::Terminal, .copied = text, .lastCall = u"primary"_s});
-    row("a terminal's published one",
-        {.focused = ElementKind::Terminal,
-         .published = text,
-         .expected = text,
-         .lastCall = u"primary"_s});
     row("a terminal that counts wide characters twice",
         {.focused = ElementKind::Terminal,
          .selections = {textual(u"潮水 turns"_s)},
@@ -272,30 +262,21 @@ void TestSelectionReader::triesTheRoadsInOrder()
     QCOMPARE(with_->events.waitsForRelease, mayBeInMenu || isCopied ? 1 : 0);
 }
 
-void TestSelectionReader::copyRestoresTheClipboard_data()
-{
-    QTest::addColumn<QList<PasteboardItem>>("before");
-    QTest::newRow("several types") << usersClipboard;
-    QTest::newRow("empty") << QList<PasteboardItem>();
-}
-
 void TestSelectionReader::copyRestoresTheClipboard()
 {
-    QFETCH(QList<PasteboardItem>, before);
     with_->accessibility.focusedKind.reset();
-    with_->pasteboard.contents = before;
     with_->pasteboard.copied = u"copied"_s;
-    QCOMPARE(with_->reader.currentSelectedText(), u"copied"_s);
-    QCOMPARE(with_->pasteboard.contents, before);
-    FakeCalls expected = {u"request accessibility of 4711"_s,
-                          u"focused element"_s,
-                          u"may keys be posted"_s,
-                          u"snapshot"_s,
-                          u"copy keys"_s,
-                          u"wait for copy"_s,
-                          u"read copy"_s,
-                          before.isEmpty() ? u"clear"_s : u"write"_s};
-    QCOMPARE(with_->calls, expected);
+    for (const auto &before : {usersClipboard, QList<PasteboardItem>()}) {
+        with_->calls.clear();
+        with_->pasteboard.contents = before;
+        QCOMPARE(with_->reader.currentSelectedText(), u"copied"_s);
+        QCOMPARE(with_->pasteboard.contents, before);
+        QCOMPARE(
+            with_->calls,
+            (FakeCalls{u"request accessibility of 4711"_s, u"focused element"_s,
+                       u"may keys be posted"_s, u"snapshot"_s, u"copy keys"_s, u"wait for copy"_s,
+                       u"read copy"_s, before.isEmpty() ? u"clear"_s : u"write"_s}));
+    }
 }
 
 void TestSelectionReader::noKeysWithoutNeed_data()
@@ -340,27 +321,17 @@ void TestSelectionReader::noKeysWithoutNeed()
     QCOMPARE(with_->calls.last(), lastCall);
 }
 
-void TestSelectionReader::copyOfAnotherProcessIsNotTaken_data()
-{
-    QTest::addColumn<qint64>("copier");
-    QTest::addColumn<std::optional<qint64>>("successor");
-    QTest::addColumn<bool>("restores");
-    QTest::newRow("another one copies") << qint64{1} << std::optional<qint64>() << false;
-    QTest::newRow("another one takes it over")
-        << applicationPid << std::optional<qint64>(1) << true;
-}
-
 void TestSelectionReader::copyOfAnotherProcessIsNotTaken()
 {
-    QFETCH(qint64, copier);
-    QFETCH(std::optional<qint64>, successor);
-    QFETCH(bool, restores);
     with_->accessibility.focusedKind.reset();
     with_->pasteboard.copied = u"copied"_s;
-    with_->pasteboard.copier = copier;
-    with_->pasteboard.successor = successor;
-    QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
-    QCOMPARE(with_->pasteboard.contents == usersClipboard, restores);
+    for (const bool isTakenOver : {false, true}) {
+        with_->pasteboard.contents = usersClipboard;
+        with_->pasteboard.copier = isTakenOver ? applicationPid : 1;
+        with_->pasteboard.successor = isTakenOver ? std::optional<qint64>(1) : std::nullopt;
+        QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
+        QCOMPARE(with_->pasteboard.contents == usersClipboard, isTakenOver);
+    }
 }
 
 void TestSelectionReader::undoesALateCopy_data()

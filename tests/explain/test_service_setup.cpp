@@ -86,21 +86,17 @@ class TestServiceSetup : public QObject {
 
 private Q_SLOTS:
     void cleanup();
-    void readsAddresses_data();
     void readsAddresses();
     void keepsTheKeyInTheKeyringAlone();
-    void tellsWhyThereIsNoKey_data();
-    void tellsWhyThereIsNoKey();
+    void explainsWhyThereIsNoKey();
     void waitsForAKeyringThatIsSlow();
     void keepsAKeyThatTheKeyringDoesNotTake_data();
     void keepsAKeyThatTheKeyringDoesNotTake();
     void sendsAKeyWhereItWasMeant();
     void choosesBetweenWhatThereIs();
-    void keepsTheInstalledServiceAsItIs_data();
     void keepsTheInstalledServiceAsItIs();
     void removesAKeyLater();
-    void tellsAMistakeInTheConfiguration_data();
-    void tellsAMistakeInTheConfiguration();
+    void reportsAMistakeInTheConfiguration();
 };
 
 void TestServiceSetup::cleanup()
@@ -110,43 +106,34 @@ void TestServiceSetup::cleanup()
     }
 }
 
-void TestServiceSetup::readsAddresses_data()
-{
-    QTest::addColumn<QString>("input");
-    QTest::addColumn<QString>("base");
-    QTest::addColumn<ServiceAddress::Problem>("problem");
-    using Problem = ServiceAddress::Problem;
-    const auto good = [](const QString &input, const QString &result) {
-        QTest::addRow("%s", qPrintable(input)) << input << result << Problem::none;
-    };
-    const auto bad = [](const QString &input, Problem problem) {
-        QTest::addRow("%s", qPrintable(input)) << input << QString() << problem;
-    };
-    good(u"  "_s, {});
-    good(u" https://a.test/v1/\n"_s, u"https://a.test/v1"_s);
-    good(u"https://a.test"_s, u"https://a.test/v1"_s);
-    good(u"a.test/api/v1"_s, u"https://a.test/api/v1"_s);
-    good(u"localhost:8080"_s, u"http://localhost:8080/v1"_s);
-    good(u"192.168.1.20:1234/v1"_s, u"http://192.168.1.20:1234/v1"_s);
-    good(u"http://[::1]:80"_s, u"http://[::1]:80/v1"_s);
-    good(u"https://a.test/v1/chat/completions"_s, u"https://a.test/v1"_s);
-    good(u"https://a.test/v1beta/openai/"_s, u"https://a.test/v1beta/openai"_s);
-    bad(u"http://a.test/v1"_s, Problem::insecure);
-    bad(u"ftp://a.test/v1"_s, Problem::noAddress);
-    bad(u"https://a.test /v1"_s, Problem::noAddress);
-    bad(u"https://"_s, Problem::noAddress);
-    bad(u"https://me:pw@a.test/v1"_s, Problem::credentials);
-    bad(u"https://a.test/v1?key=1"_s, Problem::query);
-}
-
 void TestServiceSetup::readsAddresses()
 {
-    QFETCH(QString, input);
-    QFETCH(QString, base);
-    QFETCH(ServiceAddress::Problem, problem);
-    const ServiceAddress address = ServiceAddress::fromInput(input);
-    QCOMPARE(address.problem, problem);
-    QCOMPARE(address.base, base);
+    using Problem = ServiceAddress::Problem;
+    const struct {
+        QString input;
+        QString base;
+        Problem problem = Problem::none;
+    } rows[] = {
+        {u"  "_s, {}},
+        {u" https://a.test/v1/\n"_s, u"https://a.test/v1"_s},
+        {u"https://a.test"_s, u"https://a.test/v1"_s},
+        {u"a.test/api/v1//"_s, u"https://a.test/api/v1"_s},
+        {u"localhost:8080"_s, u"http://localhost:8080/v1"_s},
+        {u"192.168.1.20:1234/v1"_s, u"http://192.168.1.20:1234/v1"_s},
+        {u"http://[::1]:80"_s, u"http://[::1]:80/v1"_s},
+        {u"https://a.test/v1/chat/completions"_s, u"https://a.test/v1"_s},
+        {u"https://a.test/v1beta/openai/"_s, u"https://a.test/v1beta/openai"_s},
+        {u"http://a.test/v1"_s, {}, Problem::insecure},
+        {u"ftp://a.test/v1"_s, {}, Problem::noAddress},
+        {u"https://a.test /v1"_s, {}, Problem::noAddress},
+        {u"https://"_s, {}, Problem::noAddress},
+        {u"https://me:pw@a.test/v1"_s, {}, Problem::credentials},
+        {u"https://a.test/v1?key=1"_s, {}, Problem::query},
+    };
+    for (const auto &[input, base, problem] : rows) {
+        const ServiceAddress address = ServiceAddress::fromInput(input);
+        QVERIFY2(address.problem == problem && address.base == base, qPrintable(input));
+    }
 }
 
 void TestServiceSetup::keepsTheKeyInTheKeyringAlone()
@@ -173,33 +160,29 @@ void TestServiceSetup::keepsTheKeyInTheKeyringAlone()
     QVERIFY(!computer.secrets.values.contains(keyAccount));
 }
 
-void TestServiceSetup::tellsWhyThereIsNoKey_data()
+void TestServiceSetup::explainsWhyThereIsNoKey()
 {
-    QTest::addColumn<bool>("isLocked");
-    QTest::addColumn<bool>("isAbsent");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("locked") << true << false << u"the keyring with the key is locked"_s;
-    QTest::newRow("absent") << false << true << u"no keyring to read the key from"_s;
-    QTest::newRow("removed") << false << false << u"no key for this service"_s;
-}
-
-void TestServiceSetup::tellsWhyThereIsNoKey()
-{
-    QFETCH(bool, isLocked);
-    QFETCH(bool, isAbsent);
-    QFETCH(QString, reason);
-    Computer computer;
-    Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
-    const QByteArray key = computer.secrets.values.take(keyAccount);
-    computer.secrets.isLocked = isLocked;
-    computer.secrets.isAbsent = isAbsent;
-    Run run(computer);
-    QCOMPARE(run.ask(), reason); // and no sample
-    QCOMPARE(describe(*run.explainer.lastFailure()), reason);
-    computer.secrets.values.insert(keyAccount, key);
-    computer.secrets.open();
-    QCoreApplication::processEvents();
-    QCOMPARE(run.ask(), sentWithKey);
+    const struct {
+        bool isLocked;
+        bool isAbsent;
+        QString reason;
+    } rows[] = {{true, false, u"the keyring with the key is locked"_s},
+                {false, true, u"no keyring to read the key from"_s},
+                {false, false, u"no key for this service"_s}};
+    for (const auto &[isLocked, isAbsent, reason] : rows) {
+        Computer computer;
+        Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
+        const QByteArray key = computer.secrets.values.take(keyAccount);
+        computer.secrets.isLocked = isLocked;
+        computer.secrets.isAbsent = isAbsent;
+        Run run(computer);
+        QCOMPARE(run.ask(), reason); // and no sample
+        QCOMPARE(describe(*run.explainer.lastFailure()), reason);
+        computer.secrets.values.insert(keyAccount, key);
+        computer.secrets.open();
+        QCoreApplication::processEvents();
+        QCOMPARE(run.ask(), sentWithKey);
+    }
 }
 
 void TestServiceSetup::waitsForAKeyringThatIsSlow()
@@ -292,40 +275,36 @@ void TestServiceSetup::sendsAKeyWhereItWasMeant()
     QCOMPARE(run.ask(), sentWithKey);
 }
 
-void TestServiceSetup::keepsTheInstalledServiceAsItIs_data()
-{
-    QTest::addColumn<QByteArray>("installed");
-    QTest::addColumn<QString>("asked");
-    QTest::newRow("usual") << QByteArray(R"({"OPENAI_API_KEY": "sk-file"})")
-                           << u"https://api.openai.com/v1/chat/completions Bearer sk-file"_s;
-    QTest::newRow("elsewhere") << QByteArray(
-        R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})")
-                               << u"https://file.test/v1/chat/completions Bearer sk-file"_s;
-    QTest::newRow("proxy") << QByteArray(
-        R"({"VELLUMO_PROXY_URL": "https://proxy.test", "VELLUMO_CLIENT_TOKEN": "token"})")
-                           << u"https://proxy.test/v1/chat Bearer token"_s;
-}
-
 void TestServiceSetup::keepsTheInstalledServiceAsItIs()
 {
-    QFETCH(QByteArray, installed);
-    QFETCH(QString, asked);
-    Computer computer;
-    computer.writeFile(installed);
-    Run run(computer);
-    QCOMPARE(run.ask(), asked);
-    run.setup.useOwn({base, u"own-model"_s, {}});
-    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
-    QVERIFY(computer.http.requests.constLast().body.contains("own-model"));
-    run.setup.useConfigured();
-    QCOMPARE(run.ask(), asked);
-    QVERIFY(
-        computer.http.requests.constLast().body.contains(ServiceEndpoint::defaultModel.toUtf8()));
-    QVERIFY(run.setup.resumeOwn());
-    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
-    // The key of the environment belongs to the installed address as well.
-    qputenv("OPENAI_API_KEY", "sk-env");
-    QCOMPARE(Run(computer).ask(), QString(asked).replace(u"sk-file"_s, u"sk-env"_s));
+    const QString withoutKey = u"https://a.test/v1/chat/completions Bearer none"_s;
+    const std::pair<QByteArray, QString> rows[] = {
+        {R"({"OPENAI_API_KEY": "sk-file"})",
+         u"https://api.openai.com/v1/chat/completions Bearer sk-file"_s},
+        {R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})",
+         u"https://file.test/v1/chat/completions Bearer sk-file"_s},
+        {R"({"VELLUMO_PROXY_URL": "https://proxy.test", "VELLUMO_CLIENT_TOKEN": "token"})",
+         u"https://proxy.test/v1/chat Bearer token"_s},
+    };
+    for (const auto &[installed, asked] : rows) {
+        cleanup();
+        Computer computer;
+        computer.writeFile(installed);
+        Run run(computer);
+        QCOMPARE(run.ask(), asked);
+        run.setup.useOwn({base, u"own-model"_s, {}});
+        QCOMPARE(run.ask(), withoutKey);
+        QVERIFY(computer.http.requests.constLast().body.contains("own-model"));
+        run.setup.useConfigured();
+        QCOMPARE(run.ask(), asked);
+        QVERIFY(computer.http.requests.constLast().body.contains(
+            ServiceEndpoint::defaultModel.toUtf8()));
+        QVERIFY(run.setup.resumeOwn());
+        QCOMPARE(run.ask(), withoutKey);
+        // The key of the environment belongs to the installed address as well.
+        qputenv("OPENAI_API_KEY", "sk-env");
+        QCOMPARE(Run(computer).ask(), QString(asked).replace(u"sk-file"_s, u"sk-env"_s));
+    }
 }
 
 void TestServiceSetup::removesAKeyLater()
@@ -372,51 +351,41 @@ void TestServiceSetup::choosesBetweenWhatThereIs()
     QCOMPARE(forced.ask(), u"https://file.test/v1/chat/completions Bearer sk-env"_s);
 }
 
-void TestServiceSetup::tellsAMistakeInTheConfiguration_data()
+void TestServiceSetup::reportsAMistakeInTheConfiguration()
 {
-    QTest::addColumn<QByteArray>("installed");
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("asked");
-    const auto row = [](const char *name, const QByteArray &installed, const QString &fault,
-                        const QString &asked) {
-        QTest::newRow(name) << installed << fault << asked;
+    const QString ignored = u"Info.json has a mistake in line %1; nothing in it counts"_s;
+    const QString noAddress = u"OPENAI_BASE_URL is no web address"_s;
+    const auto at = [](const char *typed) {
+        return QByteArray(R"({"OPENAI_API_KEY": "sk", "OPENAI_BASE_URL": ")") + typed + R"("})";
     };
-    row("nothing wrong", "{}", {}, u"sample"_s);
-    row("a comma is missing", "{\n\"OPENAI_API_KEY\": \"sk\"\n\"a\": 1}",
-        u"Info.json has a mistake in line 3; nothing in it counts"_s, u"sample"_s);
-    row("nothing in it", "", u"Info.json has a mistake in line 1; nothing in it counts"_s,
-        u"sample"_s);
-    row("a list", "[]", u"Info.json has a mistake in line 1; nothing in it counts"_s, u"sample"_s);
-    row("a key without quotation marks", R"({"OPENAI_API_KEY": 12})",
-        u"Info.json: the value of OPENAI_API_KEY is no string and does not count"_s, u"sample"_s);
-    row("proxy", R"({"VELLUMO_PROXY_URL": "https://[p"})", u"VELLUMO_PROXY_URL is no web address"_s,
-        u"sample"_s);
-    for (const char *typed : {"https//a.test/v1", "htps://a.test/v1", "https://[a", "https://"}) {
-        row(typed, QByteArray(R"({"OPENAI_API_KEY": "sk", "OPENAI_BASE_URL": ")") + typed + R"("})",
-            u"OPENAI_BASE_URL is no web address"_s, {});
+    const struct {
+        QByteArray installed;
+        QString fault;
+        SampleAnswers samples = SampleAnswers::misconfigured;
+    } rows[] = {
+        {"{}", {}, SampleAnswers::unconfigured},
+        {"{\n\"OPENAI_API_KEY\": \"sk\"\n\"a\": 1}", ignored.arg(3)},
+        {"", ignored.arg(1)},
+        {"[]", ignored.arg(1)},
+        {R"({"OPENAI_API_KEY": 12})",
+         u"Info.json: the value of OPENAI_API_KEY is no string and does not count"_s},
+        {R"({"VELLUMO_PROXY_URL": "https://[p"})", u"VELLUMO_PROXY_URL is no web address"_s},
+        // what has no address is not sent anywhere
+        {at("https//a.test/v1"), noAddress, SampleAnswers::none},
+        {at("htps://a.test/v1"), noAddress, SampleAnswers::none},
+        {at("https://"), noAddress, SampleAnswers::none},
+    };
+    for (const auto &[installed, fault, samples] : rows) {
+        Computer computer;
+        computer.writeFile(installed);
+        Run run(computer);
+        const auto told = run.setup.configurationFault();
+        QCOMPARE(told ? describe(*told).remove(computer.folder.filePath(u"config/"_s)) : QString(),
+                 fault);
+        QCOMPARE(run.explainer.samples(), samples);
+        if (samples != SampleAnswers::none)
+            QCOMPARE(run.ask(), u"sample"_s);
     }
-}
-
-void TestServiceSetup::tellsAMistakeInTheConfiguration()
-{
-    QFETCH(QByteArray, installed);
-    QFETCH(QString, fault);
-    QFETCH(QString, asked);
-    Computer computer;
-    computer.writeFile(installed);
-    Run run(computer);
-    const auto told = run.setup.configurationFault();
-    QCOMPARE(told ? describe(*told).remove(computer.folder.filePath(u"config/"_s)) : QString(),
-             fault);
-    const bool isSample = asked == "sample"_L1;
-    QCOMPARE(run.explainer.samples(),
-             !isSample             ? SampleAnswers::none
-                 : fault.isEmpty() ? SampleAnswers::unconfigured
-                                   : SampleAnswers::misconfigured);
-    if (isSample)
-        QCOMPARE(run.ask(), asked);
-    else // what has no address is not sent anywhere
-        QCOMPARE(run.explainer.answersAreSamples(), false);
 }
 
 QTEST_GUILESS_MAIN(TestServiceSetup)
