@@ -89,7 +89,6 @@ private Q_SLOTS:
     void initTestCase() { qputenv("TZ", "Asia/Shanghai"); }
     void quotesCells_data();
     void quotesCells();
-    void hasNoFormulas();
     void writesTheTable();
     void keepsMarkupAsText_data();
     void keepsMarkupAsText();
@@ -128,57 +127,6 @@ void TestNotesExport::quotesCells()
 {
     QFETCH(QString, text);
     QTEST(CsvNotes::cell(text), "cell");
-}
-
-/// The cells as a lenient program reads them: a quote counts only at a cell's beginning, and until
-/// the next single one.
-QStringList cellsOf(const QString &table, QChar separator, bool isLineByLine)
-{
-    QStringList cells{QString()};
-    bool isQuoted = false;
-    bool isFresh = true;
-    for (qsizetype i = 0; i < table.size(); ++i) {
-        const QChar c = table[i];
-        if (isLineByLine && c == u'\n')
-            isQuoted = false;
-        if (isQuoted && c == u'"') {
-            isQuoted = i + 1 < table.size() && table[i + 1] == u'"';
-            if (isQuoted)
-                cells.last() += table[++i];
-        } else if (!isQuoted && (c == separator || c == u'\n')) {
-            cells.append(QString());
-            isFresh = true;
-            continue;
-        } else if (isFresh && c == u'"') {
-            isQuoted = true;
-        } else {
-            cells.last() += c;
-        }
-        isFresh = false;
-    }
-    return cells;
-}
-
-/// However the table is read, no cell of it is a formula.
-void TestNotesExport::hasNoFormulas()
-{
-    const QString signs = u"=1;=2,=3\t=4\n=5\n\n\"=6\";\"=7\",\"=8\"\n;\"\"=9 ; =10\r\n, =11"_s;
-    NoteWithContext entry = noteOf(signs, signs + u"\";"_s);
-    entry.note.translation = u"\"\n"_s + signs;
-    entry.note.followUps[0].question = signs + u';';
-    entry.note.followUps[0].answer = signs;
-    entry.context.displayName = signs;
-    const QString table = QString::fromUtf8(CsvNotes::row(entry) + CsvNotes::row(entry));
-    for (const QChar separator : u",;\t"_s) {
-        for (const bool isLineByLine : {false, true}) {
-            const QStringList cells = cellsOf(table, separator, isLineByLine);
-            QVERIFY(cells.size() > 12);
-            for (const QString &cell : cells) {
-                const QString shown = cell.trimmed();
-                QVERIFY2(!shown.startsWith(u'='), qPrintable(cell));
-            }
-        }
-    }
 }
 
 void TestNotesExport::writesTheTable()

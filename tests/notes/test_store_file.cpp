@@ -47,13 +47,10 @@ class TestStoreFile : public QObject {
 private Q_SLOTS:
     void initTestCase() { QVERIFY(!validFile.isEmpty()); }
     void writesExactlyWhatItReads();
-    void numbersReadBackTheSame_data();
-    void numbersReadBackTheSame();
     void loneSurrogateKeepsTheFileReadable();
     void rejects_data();
     void rejects();
     void rejectsEveryTruncation();
-    void accepts_data();
     void accepts();
     void deepNestingIsRejectedWithoutCrash();
     void mergeLosesNothing_data();
@@ -73,28 +70,6 @@ void TestStoreFile::writesExactlyWhatItReads()
     QCOMPARE(note.createdAt, 788918400.25);
     QCOMPARE(note.followUps.at(0).answer, u"😀"_s);
     QCOMPARE(file->toJson(), validFile);
-}
-
-void TestStoreFile::numbersReadBackTheSame_data()
-{
-    QTest::addColumn<double>("createdAt");
-    QTest::addColumn<QByteArray>("text");
-    QTest::newRow("reference instant") << 0.0 << QByteArray("0");
-    QTest::newRow("whole seconds") << 788918400.0 << QByteArray("788918400");
-    QTest::newRow("fraction") << 0.1 + 0.2 << QByteArray("0.30000000000000004");
-    QTest::newRow("negative") << -1.5 << QByteArray("-1.5");
-    QTest::newRow("huge") << 1e300 << QByteArray("1e+300");
-}
-
-void TestStoreFile::numbersReadBackTheSame()
-{
-    QFETCH(double, createdAt);
-    QFETCH(QByteArray, text);
-    auto file = StoreFile::fromJson(validFile);
-    file->buckets[0].notes[0].createdAt = createdAt;
-    const QByteArray json = file->toJson();
-    QVERIFY2(json.contains("\"createdAt\": " + text + ","), json.constData());
-    QCOMPARE(StoreFile::fromJson(json)->buckets[0].notes[0].createdAt, createdAt);
 }
 
 void TestStoreFile::loneSurrogateKeepsTheFileReadable()
@@ -117,15 +92,11 @@ void TestStoreFile::rejects_data()
         QTest::newRow(name) << json;
     };
     row("missing followUps", "\"followUps\"", "\"others\"");
-    row("missing translation", "\"translation\"", "\"others\"");
-    row("missing context", "\"context\"", "\"others\"");
     row("missing buckets", "\"buckets\"", "\"others\"");
-    row("missing question", "\"question\"", "\"others\"");
     row("missing created", "\"created\"", "\"others\"");
     row("null follow-ups", "\"created\": true", "\"created\": null");
     row("created as a number", "\"created\": true", "\"created\": 1");
     row("count with a fraction", "\"syncedFollowUpCount\": 1", "\"syncedFollowUpCount\": 1.5");
-    row("createdAt as text", "788918400.25", "\"788918400.25\"");
     row("text as a number", "\"sourceText\": \"s\"", "\"sourceText\": 5");
     row("unknown source", "\"webURL\"", "\"web\"");
     row("braced id", "\"6F9619FF-8B86-D011-B42D-00C04FC964FF\",",
@@ -137,7 +108,6 @@ void TestStoreFile::rejects_data()
     QTest::newRow("sync states as an array") << QByteArray(R"({"buckets": [], "syncStates": []})");
     QTest::newRow("trailing bytes") << QByteArray(validFile + "x");
     QTest::newRow("empty") << QByteArray();
-    QTest::newRow("number") << QByteArray("1");
     QTest::newRow("number of many zeros") << QByteArray("0." + QByteArray(700, '0'));
 }
 
@@ -155,25 +125,19 @@ void TestStoreFile::rejectsEveryTruncation()
     }
 }
 
-void TestStoreFile::accepts_data()
-{
-    QTest::addColumn<QByteArray>("json");
-    QTest::addColumn<bool>("hasStates");
-    QTest::newRow("no sync states") << QByteArray(R"({"buckets": []})") << false;
-    QTest::newRow("null as sync states")
-        << QByteArray(R"({"buckets": [], "syncStates": null})") << false;
-    QTest::newRow("unknown keys") << QByteArray(R"({"x": [{}], "syncStates": {}, "buckets": []})")
-                                  << true;
-    QTest::newRow("lower-case id") << QByteArray(validFile).replace("6F9619FF", "6f9619ff") << true;
-}
-
 void TestStoreFile::accepts()
 {
-    QFETCH(QByteArray, json);
-    QFETCH(bool, hasStates);
-    const auto file = StoreFile::fromJson(json);
-    QVERIFY(file);
-    QCOMPARE(file->syncStates.has_value(), hasStates);
+    const std::pair<QByteArray, bool> rows[] = {
+        {R"({"buckets": []})", false},
+        {R"({"buckets": [], "syncStates": null})", false},
+        {R"({"x": [{}], "syncStates": {}, "buckets": []})", true},
+        {QByteArray(validFile).replace("6F9619FF", "6f9619ff"), true},
+    };
+    for (const auto &[json, hasStates] : rows) {
+        const auto file = StoreFile::fromJson(json);
+        QVERIFY2(file, json);
+        QCOMPARE(file->syncStates.has_value(), hasStates);
+    }
 }
 
 void TestStoreFile::deepNestingIsRejectedWithoutCrash()

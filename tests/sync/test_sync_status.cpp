@@ -72,55 +72,43 @@ class TestSyncStatus : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void tellsWhyAPullFailed_data();
-    void tellsWhyAPullFailed();
-    void tellsWhyThereIsNoToken();
-    void tellsWhyANoteStays();
+    void explainsWhyAPullFailed();
+    void explainsWhyThereIsNoToken();
+    void explainsWhyANoteStays();
     void pullsDuringAPullMakeOneMore();
-    void tellsHowManyAreOnTheirWay();
+    void countsNotesOnTheirWay();
     void keepsNotesFromAnotherAccount_data();
     void keepsNotesFromAnotherAccount();
 };
 
-void TestSyncStatus::tellsWhyAPullFailed_data()
+void TestSyncStatus::explainsWhyAPullFailed()
 {
-    using Answer = Result<HttpResponse, HttpError>;
-    QTest::addColumn<Answer>("answer");
-    QTest::addColumn<Problem>("problem");
-    const auto row = [](const char *name, const Answer &answer, Problem problem) {
-        QTest::newRow(name) << answer << problem;
+    const std::pair<Result<HttpResponse, HttpError>, Problem> rows[] = {
+        {HttpError{HttpError::Kind::refused}, Problem::Unreachable},
+        {HttpError{HttpError::Kind::untrusted}, Problem::Untrusted},
+        {HttpError{HttpError::Kind::insecure}, Problem::AddressNotAllowed},
+        {HttpError{HttpError::Kind::noAddress}, Problem::AddressNotAllowed},
+        {HttpError{HttpError::Kind::tooLarge}, Problem::ListTooLarge},
+        {HttpResponse{.status = 503}, Problem::Refused},
+        {HttpResponse{.status = 200, .body = R"({"errors":[{"message":"no"}]})"}, Problem::Refused},
+        {HttpResponse{.status = 200, .body = "<html>"}, Problem::Unreadable},
     };
-    row("away", HttpError{HttpError::Kind::refused}, Problem::Unreachable);
-    row("certificate", HttpError{HttpError::Kind::untrusted}, Problem::Untrusted);
-    row("clear text", HttpError{HttpError::Kind::insecure}, Problem::AddressNotAllowed);
-    row("no address", HttpError{HttpError::Kind::noAddress}, Problem::AddressNotAllowed);
-    row("long list", HttpError{HttpError::Kind::tooLarge}, Problem::ListTooLarge);
-    row("status", HttpResponse{.status = 503}, Problem::Refused);
-    row("errors", HttpResponse{.status = 200, .body = R"({"errors":[{"message":"no"}]})"},
-        Problem::Refused);
-    row("no answer", HttpResponse{.status = 200, .body = "<html>"}, Problem::Unreadable);
-}
-
-void TestSyncStatus::tellsWhyAPullFailed()
-{
-    using Answer = Result<HttpResponse, HttpError>;
-    QFETCH(Answer, answer);
-    QFETCH(Problem, problem);
     Home home;
-    home.status.syncNow();
-    QVERIFY(home.status.isSyncing());
-    QVERIFY(home.serve(answer) && home.isQuiet());
-    QCOMPARE(home.status.problem(), problem);
-    QVERIFY(home.status.problemTime().isValid());
-    QVERIFY(!home.status.lastFetched().isValid());
-
+    for (const auto &[answer, problem] : rows) {
+        home.status.syncNow();
+        QVERIFY(home.status.isSyncing());
+        QVERIFY(home.serve(answer) && home.isQuiet());
+        QCOMPARE(home.status.problem(), problem);
+        QVERIFY(home.status.problemTime().isValid());
+        QVERIFY(!home.status.lastFetched().isValid());
+    }
     home.status.syncNow();
     QVERIFY(home.serve(noneListed) && home.isQuiet());
     QCOMPARE(home.status.problem(), Problem::None);
     QVERIFY(home.status.lastFetched().isValid());
 }
 
-void TestSyncStatus::tellsWhyThereIsNoToken()
+void TestSyncStatus::explainsWhyThereIsNoToken()
 {
     using Kind = AuthError::Kind;
     const std::pair<AuthError, Problem> cases[] = {
@@ -140,7 +128,7 @@ void TestSyncStatus::tellsWhyThereIsNoToken()
     }
 }
 
-void TestSyncStatus::tellsWhyANoteStays()
+void TestSyncStatus::explainsWhyANoteStays()
 {
     Home home;
     home.store.add(makeNote(u"a"_s), page);
@@ -186,7 +174,7 @@ void TestSyncStatus::pullsDuringAPullMakeOneMore()
     QCOMPARE(home.session.requests.size(), 2);
 }
 
-void TestSyncStatus::tellsHowManyAreOnTheirWay()
+void TestSyncStatus::countsNotesOnTheirWay()
 {
     Home home;
     home.status.announceArrivals();

@@ -178,7 +178,7 @@ void TestUpdateFeed::ordersVersions()
         return DebianVersion::fromString(ascending[i]).value();
     };
     for (qsizetype i = 0; i < ascending.size(); i += 2) {
-        bool isLess = false; // whether any "<" stands between the two
+        bool isLess = false; // whether any "<" is between the two
         for (qsizetype j = i; j < ascending.size(); j += 2) {
             isLess = isLess || (j > i && ascending[j - 1] == u"<"_s);
             const QString pair = ascending[i] + u' ' + ascending[j];
