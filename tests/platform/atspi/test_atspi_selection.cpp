@@ -77,7 +77,7 @@ private Q_SLOTS:
     void survivesAFlood();
     void findsTheApplication_data();
     void findsTheApplication();
-    void tellsRangeKindAndPage();
+    void answersRangeKindAndPage();
 
 private:
     AtspiAccessibility &accessibility() { return *reader_->accessibility; }
@@ -272,7 +272,7 @@ void TestAtspiSelection::findsTheApplication()
     QCOMPARE(read, text);
 }
 
-void TestAtspiSelection::tellsRangeKindAndPage()
+void TestAtspiSelection::answersRangeKindAndPage()
 {
     constexpr int terminal = 60;
     Peer peer(with(focused(object(terminal, u"😀 第二 end"_s, {{2, 4}})), u"address"_s,

@@ -7,6 +7,7 @@
 #include "support/Waiting.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QSignalSpy>
@@ -23,13 +24,16 @@ namespace {
 const QDBusObjectPath nowhere(u"/"_s);
 const QDBusObjectPath place(u"/x"_s);
 
-/// An open keyring that asks the user before every change, and cannot encrypt a session.
-class AskingKeyring : public QDBusVirtualObject {
-public:
+struct KeyringState {
     bool hasItem = false;
+    QString failing = {}; ///< the method that is answered with an error
     int asked = 0;
     int withdrawn = 0;
+};
 
+/// An open keyring that asks the user before every change, and cannot encrypt a session.
+class AskingKeyring : public QDBusVirtualObject, public KeyringState {
+public:
     [[nodiscard]] QString introspect(const QString & /*path*/) const override { return {}; }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
     {
@@ -46,6 +50,8 @@ public:
             {u"GetSecret"_s, {QVariant::fromValue(secret)}},
             {u"CreateItem"_s, {path(nowhere), path(place)}},
             {u"Delete"_s, {path(place)}}};
+        if (message.member() == failing)
+            return bus.send(message.createErrorReply(QDBusError::Failed, u"no"_s));
         asked += message.member() == "Prompt"_L1 ? 1 : 0;
         withdrawn += message.member() == "Dismiss"_L1 ? 1 : 0;
         return bus.send(message.createReply(replies.value(message.member())));
@@ -58,50 +64,82 @@ class TestSecretQuestions : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(end_.registerService(serviceName));
+        QVERIFY(end_.registerVirtualObject(u"/"_s, &keyring_, QDBusConnection::SubPath));
+        bus_.open();
+    }
+    void init()
+    {
+        static_cast<KeyringState &>(keyring_) = {};
+        items_ = std::make_unique<SecretServiceItems>(bus_, QStringLiteral(VELLUMO_CIPHER_MODULE));
+    }
     void asksTheUserOnlyWhenUnlocking();
+    void goesOnAfterAnError();
+
+private:
+    SecretAnswer get()
+    {
+        std::optional<SecretAnswer> result;
+        items_->get(u"a"_s, this, [&](const SecretAnswer &answer) { result = answer; });
+        return waitUntil([&] { return result.has_value(); }) ? *result : SecretAnswer();
+    }
+
+    AskingKeyring keyring_;
+    QDBusConnection end_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"keyring"_s);
+    SessionBus bus_;
+    std::unique_ptr<SecretServiceItems> items_;
 };
+
+void TestSecretQuestions::goesOnAfterAnError()
+{
+    const std::pair<QString, bool> rows[] = {{u"SearchItems"_s, false},
+                                             {u"ReadAlias"_s, false},
+                                             {u"Get"_s, false},
+                                             {u"OpenSession"_s, true},
+                                             {u"GetSecret"_s, true}};
+    for (const auto &[method, hasItem] : rows) {
+        keyring_.hasItem = hasItem;
+        keyring_.failing = method;
+        QVERIFY2(get().kind == Kind::unavailable, qPrintable(method));
+        keyring_.failing.clear();
+        QVERIFY2(get().kind == (hasItem ? Kind::found : Kind::missing), qPrintable(method));
+    }
+    keyring_.failing = u"CreateItem"_s;
+    items_->set(u"a"_s, "value"); // is owed then, and keeps nothing from being asked
+    QCOMPARE(get().kind, Kind::found);
+}
 
 void TestSecretQuestions::asksTheUserOnlyWhenUnlocking()
 {
-    AskingKeyring keyring;
-    QDBusConnection end = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"keyring"_s);
-    QVERIFY(end.registerService(serviceName));
-    QVERIFY(end.registerVirtualObject(u"/"_s, &keyring, QDBusConnection::SubPath));
-    SessionBus bus;
-    bus.open();
-    SecretServiceItems items(bus, QStringLiteral(VELLUMO_CIPHER_MODULE));
-    QSignalSpy readable(&items, &SecretItems::becameReadable);
-    const auto get = [&] {
-        std::optional<SecretAnswer> result;
-        items.get(u"a"_s, this, [&](const SecretAnswer &answer) { result = answer; });
-        return waitUntil([&] { return result.has_value(); }) ? *result : SecretAnswer();
-    };
+    QSignalSpy readable(items_.get(), &SecretItems::becameReadable);
     const auto answer = [&](bool isDismissed) {
         QDBusMessage signal = QDBusMessage::createSignal(
             place.path(), QString::fromLatin1(promptInterface), u"Completed"_s);
         signal << isDismissed << QVariant::fromValue(QDBusVariant(u""_s));
-        return end.send(signal);
+        return end_.send(signal);
     };
 
-    items.set(u"a"_s, "older");
-    items.set(u"a"_s, "value");
+    items_->set(u"a"_s, "older");
+    items_->set(u"a"_s, "value");
     QCOMPARE(get().kind, Kind::missing);
-    QCOMPARE(keyring.withdrawn, 1); // or the older value could come last
-    QCOMPARE(keyring.asked, 0);
-    items.unlock();
-    QVERIFY(waitUntil([&] { return keyring.asked == 1; }));
+    QCOMPARE(keyring_.withdrawn, 1); // or the older value could come last
+    QCOMPARE(keyring_.asked, 0);
+    items_->unlock();
+    QVERIFY(waitUntil([&] { return keyring_.asked == 1; }));
     QVERIFY(answer(true));
-    items.set(u"a"_s, "value");
-    items.unlock();
-    QVERIFY(waitUntil([&] { return keyring.asked == 2; }));
+    items_->set(u"a"_s, "value");
+    items_->unlock();
+    QVERIFY(waitUntil([&] { return keyring_.asked == 2; }));
     QCOMPARE(readable.count(), 0);
-    keyring.hasItem = true;
+    keyring_.hasItem = true;
     QVERIFY(answer(false));
     QVERIFY(waitUntil([&] { return readable.count() == 1; }));
     QCOMPARE(get().value, "value");
-    items.remove(u"a"_s);
-    items.unlock();
-    QVERIFY(waitUntil([&] { return keyring.asked == 3; }));
+    items_->remove(u"a"_s);
+    items_->unlock();
+    QVERIFY(waitUntil([&] { return keyring_.asked == 3; }));
 }
 
 QTEST_GUILESS_MAIN(TestSecretQuestions)

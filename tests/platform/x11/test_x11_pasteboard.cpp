@@ -51,7 +51,7 @@ private Q_SLOTS:
 
     void restoresEveryFormByteByByte();
     void givesUpOnABadOwner();
-    void tellsWhichProcessTookItOver();
+    void namesTheProcessThatTookItOver();
     void readsText();
     void readsOwnToolkitsContents();
     void ownTextFieldsDoNotWaitForTheMainThread();
@@ -157,7 +157,7 @@ void TestX11Pasteboard::givesUpOnABadOwner()
     QVERIFY(!pasteboard_->items(QDeadlineTimer(1000))); // what it has is not nothing
 }
 
-void TestX11Pasteboard::tellsWhichProcessTookItOver()
+void TestX11Pasteboard::namesTheProcessThatTookItOver()
 {
     int news = 0;
     connect(pasteboard_.get(), &Pasteboard::ownerChanged, this, [&] { ++news; });
@@ -201,7 +201,7 @@ void TestX11Pasteboard::readsText()
 
 void TestX11Pasteboard::readsOwnToolkitsContents()
 {
-    QWindow window; // its events tell the toolkit the server's present time
+    QWindow window; // its events give the toolkit the server's time
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QGuiApplication::clipboard()->setText(u"our own text field"_s);

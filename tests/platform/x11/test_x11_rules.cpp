@@ -7,7 +7,6 @@
 #include "platform/x11/MonitorList.h"
 #include "platform/x11/SelectionValue.h"
 #include "platform/x11/ServerTime.h"
-#include "platform/x11/TerminalClasses.h"
 #include "platform/x11/X11Backend.h"
 #include "support/Application.h"
 #include "support/Waiting.h"
@@ -26,7 +25,6 @@ private Q_SLOTS:
     void widensServerTime();
     void decodesText();
     void handlersChangeMonitorsWhileCalled();
-    void knowsTerminals();
     void doesLessWithoutExtensions();
 };
 
@@ -109,19 +107,6 @@ void TestX11Rules::handlersChangeMonitorsWhileCalled()
     QVERIFY(!list->deliver(event)); // what the newest swallows, none of the others sees
     QCOMPARE(calls, (QStringList{u"newest"_s, u"oldest"_s, u"added"_s}));
     list.reset(); // before its last handle
-}
-
-void TestX11Rules::knowsTerminals()
-{
-    for (const auto *name : {"XTerm", "Gnome-terminal", "konsole", "URxvt", "org.gnome.Console",
-                             "st-256color", "Tilix"}) {
-        QVERIFY2(isTerminalClass(name), name);
-    }
-    for (const auto *name : {"firefox-esr", "gedit", "Steam", "libreoffice-writer", ""}) {
-        QVERIFY2(!isTerminalClass(name), name);
-        QVERIFY2(!mishandlesCopyKeys(name), name);
-    }
-    QVERIFY(mishandlesCopyKeys("Emacs") && mishandlesCopyKeys("XTerm"));
 }
 
 void TestX11Rules::doesLessWithoutExtensions()
