@@ -5,13 +5,12 @@
 #include "capture/ContextTracking.h"
 #include "capture/SelectionReading.h"
 #include "explain/AIExplaining.h"
-#include "notes/NotesStoring.h"
 #include "panel/ResultPanelControlling.h"
 #include "pill/NotesEntranceControlling.h"
 #include "platform/ScreenLock.h"
+#include "support/SampleNotes.h"
 
 #include <QPointer>
-#include <algorithm>
 
 namespace vellumo {
 
@@ -68,46 +67,6 @@ public:
         Q_UNUSED(context)
         followUps.append({transcript, language, std::move(completion)});
     }
-};
-
-class FakeNotesStore : public NotesStoring {
-public:
-    QList<NoteWithContext> notes;
-    int updates = 0;
-
-    void add(const ReadingNote &note, const ReadingContext &context) override
-    {
-        notes.prepend({note, context});
-    }
-    void update(const ReadingNote &note, const ReadingContext &context) override
-    {
-        ++updates;
-        for (NoteWithContext &pair : notes) {
-            if (pair.note.id == note.id && pair.context.key == context.key) {
-                pair.note = note;
-            }
-        }
-    }
-    qsizetype noteCount() const override { return notes.size(); }
-    QList<ReadingNote> allNotes() const override
-    {
-        QList<ReadingNote> all;
-        for (const NoteWithContext &pair : notes) {
-            all.append(pair.note);
-        }
-        return all;
-    }
-    QList<NoteWithContext> allNotesWithContexts() const override { return notes; }
-    std::optional<NoteWithContext> find(const QUuid &id) const override
-    {
-        const auto found =
-            std::ranges::find(notes, id, [](const auto &pair) { return pair.note.id; });
-        return found != notes.end() ? std::optional(*found) : std::nullopt;
-    }
-    QList<PendingNote> pendingSync() const override { return {}; }
-    qsizetype unknownCount(const QList<ReadingNote> &) const override { return 0; }
-    void mergeRemote(const QList<ReadingNote> &) override { }
-    void markSynced(const QUuid &, qint64) override { }
 };
 
 /// Behaves as the real panel does towards the coordinator; shows nothing.

@@ -69,7 +69,7 @@ private:
         FakeSelectionReader reader;
         FakeContextTracker tracker;
         FakeExplainer explainer;
-        FakeNotesStore store;
+        test::SampleNotes store;
         FakeResultPanel panel;
         FakeNotesEntrance entrance;
         FakeDefaultsStore defaults;

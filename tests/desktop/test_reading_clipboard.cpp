@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 #include "desktop/ReadingDesk.h"
+#include "platform/x11/PeerProcess.h"
 #include "support/Waiting.h"
 #include <QClipboard>
 #include <QFile>
@@ -66,37 +67,16 @@ private:
     ReadingDesk &desk_;
 };
 
-/// The program that owns the clipboard before.
-class Owner {
-public:
-    Owner(ReadingDesk &desk, const Contents &contents)
-        : process({u"clipboard"_s,
-                   QStringLiteral(VELLUMO_TEST_CLIPBOARD),
-                   arguments(desk, contents),
-                   {},
-                   {}})
-    {
+/// The arguments of a program that owns the clipboard.
+QStringList owning(ReadingDesk &desk, const Contents &contents)
+{
+    QStringList arguments{u"own"_s};
+    for (const auto &[type, bytes] : contents) {
+        const QString file = desk.writeFile(u"type%1"_s.arg(arguments.size()), bytes);
+        arguments.append(u"%1|%1|8|%2"_s.arg(type, file));
     }
-
-    [[nodiscard]] bool launch()
-    {
-        return process.launch()
-            && waitUntil([this] { return process.standardOutput().contains("ready"_L1); });
-    }
-
-    Application process;
-
-private:
-    static QStringList arguments(ReadingDesk &desk, const Contents &contents)
-    {
-        QStringList types;
-        for (qsizetype i = 0; i < contents.size(); ++i) {
-            const QString file = desk.writeFile(u"type%1"_s.arg(i), contents.at(i).second);
-            types.append(contents.at(i).first + u'=' + file);
-        }
-        return types;
-    }
-};
+    return arguments;
+}
 
 } // namespace
 
@@ -121,8 +101,8 @@ void TestReadingClipboard::isByForByteTheSameAfterACopy()
     SilentEditor editor(desk);
     QVERIFY(editor.open());
     const WindowId window = desk.desktop.activeWindow();
-    Owner owner(desk, contents);
-    QVERIFY(owner.launch());
+    auto owner = std::make_unique<PeerProcess>(owning(desk, contents));
+    QVERIFY(owner->isReady());
     const Contents before = desk.clipboard();
     QVERIFY(!before.isEmpty());
 
@@ -135,7 +115,7 @@ void TestReadingClipboard::isByForByteTheSameAfterACopy()
     QCOMPARE(sorted(desk.clipboard()), sorted(before));
     QCOMPARE(desk.desktop.activeWindow(), window);
     // it is really ours now, and not the old owner's, which a copy has displaced
-    owner.process.end();
+    owner.reset();
     QCOMPARE(sorted(desk.clipboard()), sorted(before));
 }
 
@@ -144,8 +124,9 @@ void TestReadingClipboard::isTheSameAfterACopyThatComesLate()
     ReadingDesk desk;
     SilentEditor editor(desk);
     QVERIFY(editor.open());
-    Owner owner(desk, {{u"text/html"_s, "<b>kept</b>"}, {u"text/plain"_s, "kept"}});
-    QVERIFY(owner.launch());
+    auto owner = std::make_unique<PeerProcess>(
+        owning(desk, {{u"text/html"_s, "<b>kept</b>"}, {u"text/plain"_s, "kept"}}));
+    QVERIFY(owner->isReady());
     const Contents before = desk.clipboard();
 
     const QSignalSpy newOwners(QGuiApplication::clipboard(), &QClipboard::dataChanged);
@@ -154,7 +135,7 @@ void TestReadingClipboard::isTheSameAfterACopyThatComesLate()
     QCOMPARE(newOwners.size(), 0);
     editor.edit.continueAll();
     QVERIFY(waitUntil([&] { return newOwners.size() > 0; }));
-    owner.process.end(); // what is there from now on is what was put back
+    owner.reset(); // what is there from now on is what was put back
     QVERIFY(waitUntil([&] { return sorted(desk.clipboard()) == sorted(before); }));
 }
 

@@ -16,6 +16,7 @@
 #include "settings/SettingsKeys.h"
 #include "settings/UserPreferences.h"
 #include "support/QuickItems.h"
+#include "support/SampleNotes.h"
 #include "sync/SyncReporting.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
@@ -24,45 +25,11 @@
 #include <QTest>
 #include <QUrl>
 #include <QUuid>
-#include <algorithm>
 
 namespace vellumo::test {
 
 constexpr double eveningOfTheDay = 817066800; ///< 2026-11-22 19:00 UTC
 constexpr double day = 86400;
-
-/// Notes as the test sets them.
-class SampleNotes : public NotesStoring {
-public:
-    QList<NoteWithContext> notes; ///< newest first
-    QStringList unreadable;
-    std::optional<QString> failure;
-
-    void add(const ReadingNote &note, const ReadingContext &context) override
-    {
-        notes.prepend({note, context});
-        Q_EMIT vellumoNotesDidChange();
-    }
-    void update(const ReadingNote & /*note*/, const ReadingContext & /*context*/) override { }
-    [[nodiscard]] qsizetype noteCount() const override { return notes.size(); }
-    [[nodiscard]] QList<ReadingNote> allNotes() const override { return {}; }
-    [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override { return notes; }
-    [[nodiscard]] std::optional<NoteWithContext> find(const QUuid &id) const override
-    {
-        const auto found =
-            std::ranges::find(notes, id, [](const auto &pair) { return pair.note.id; });
-        return found != notes.end() ? std::optional(*found) : std::nullopt;
-    }
-    [[nodiscard]] QList<PendingNote> pendingSync() const override { return {}; }
-    [[nodiscard]] qsizetype unknownCount(const QList<ReadingNote> & /*notes*/) const override
-    {
-        return 0;
-    }
-    void mergeRemote(const QList<ReadingNote> & /*notes*/) override { }
-    void markSynced(const QUuid & /*noteId*/, qint64 /*followUpCount*/) override { }
-    [[nodiscard]] QStringList unreadableFiles() const override { return unreadable; }
-    [[nodiscard]] std::optional<QString> saveFailure() const override { return failure; }
-};
 
 class SampleSync : public SyncReporting {
 public:

@@ -361,6 +361,7 @@ void TestNotesLibrary::opensOnlyPages()
         return pageOf({key, u"shown"_s, ReadingContextSource::webURL}).toString(QUrl::FullyEncoded);
     };
     QCOMPARE(opens(u"web-url:"_s + page), page);
+    QCOMPARE(opens(u"web-url:http://a.test/"_s), u"http://a.test/"_s);
     for (const auto &key :
          {u"web-url:javascript:alert(1)"_s, u"web-url:file:///etc/passwd"_s,
           u"web-url:https:///x"_s, u"web-url:about:blank"_s, u"app-window:https://a.test/"_s})
