@@ -36,6 +36,7 @@ private Q_SLOTS:
     void processBehindAWindow();
     void knowsACoveredScreen();
     void opensOnlyWebAddresses();
+    void opensTheAccessibilitySettings();
     void aPublicationIsOverWithItsSelection();
 
 private:
@@ -269,6 +270,34 @@ void TestX11Workspace::opensOnlyWebAddresses()
     for (const char *address : {"", "file:///etc/hostname", "javascript:alert(1)", "mailto:a@b.c",
                                 "--help", "https:", "vellumo://auth"})
         QVERIFY2(!desk->workspace.openUrl(QUrl(QString::fromLatin1(address))), address);
+}
+
+void TestX11Workspace::opensTheAccessibilitySettings()
+{
+    const QTemporaryDir folder;
+    qputenv("PATH", folder.path().toUtf8() + ':' + qgetenv("PATH"));
+    const auto desk = session();
+    const std::pair<QByteArray, QString> rows[] = {
+        {"ubuntu:GNOME", u"gnome-control-center universal-access"_s},
+        {"KDE", u"systemsettings5 kcm_access"_s}, // the first choice is not installed
+        {"MATE", u"mate-at-properties "_s},
+        {"X-Cinnamon", u"cinnamon-settings universal-access"_s},
+    };
+    for (const auto &[name, command] : rows) {
+        qputenv("XDG_CURRENT_DESKTOP", name);
+        QFile program(folder.filePath(command.section(u' ', 0, 0)));
+        QVERIFY(program.open(QIODevice::WriteOnly));
+        program.write("#!/bin/sh\necho \"${0##*/} $*\" > \"$0.started\"\n");
+        program.setPermissions(program.permissions() | QFile::ExeOwner | QFile::ExeUser);
+        program.close();
+        QVERIFY2(desk->workspace.openAccessibilitySettings(), name);
+        QFile started(program.fileName() + u".started"_s);
+        QVERIFY(waitUntil([&] { return started.size() > 0; }));
+        QVERIFY(started.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(started.readAll()), command + u'\n');
+    }
+    qputenv("XDG_CURRENT_DESKTOP", "another");
+    QVERIFY(!desk->workspace.openAccessibilitySettings());
 }
 
 void TestX11Workspace::aPublicationIsOverWithItsSelection()
