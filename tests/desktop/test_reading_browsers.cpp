@@ -47,8 +47,6 @@ private Q_SLOTS:
     void namesThePageInFront_data() { browsers(); }
     void namesThePageInFront();
     void namesAPageOfAnotherProcess();
-    void aStoppedBrowserCostsLittle_data() { browsers(); }
-    void aStoppedBrowserCostsLittle();
 
 private:
     static void browsers();
@@ -233,26 +231,6 @@ void TestReadingBrowsers::namesAPageOfAnotherProcess()
         const auto context = desk.context();
         return context && context->key == u"web-url:"_s + address;
     }));
-}
-
-void TestReadingBrowsers::aStoppedBrowserCostsLittle()
-{
-    ReadingDesk desk;
-    const auto browser = open(desk);
-    QVERIFY(browser);
-    if (!browser->isInstalled())
-        QSKIP("not installed");
-    QVERIFY(select(desk, u"english"_s, u"english"_s));
-    QVERIFY(desk.read());
-
-    browser->stopAll();
-    const auto took = desk.timeOfReading();
-    browser->continueAll();
-    QCOMPARE_LE(took, ReadingDesk::longestReading);
-
-    // and it is asked again once it lives
-    QVERIFY(waitUntil(
-        [&] { return desk.read() == u"The tide turns twice a day, and nobody asks it why."_s; }));
 }
 
 QTEST_MAIN(TestReadingBrowsers)

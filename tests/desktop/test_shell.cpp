@@ -294,11 +294,13 @@ void TestShell::refusesCallsThatDoNotFit()
 
 void TestShell::doesNotWaitForAHungBus()
 {
-    QLocalServer bus; // takes connections and never says a word
+    QLocalServer bus; // accepts connections and never answers
     QVERIFY(bus.listen(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/hung-bus"_s));
     const QString address = u"unix:path="_s + bus.fullServerName();
     vellumo_->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
     QVERIFY(vellumo_->start());
+    desktop_.doubleTap();
+    QVERIFY(vellumo_->waitForPanel(2s)); // a call that waits takes 3 s and more
     vellumo_->process().signal(SIGTERM);
     QVERIFY(vellumo_->process().waitForEnd(5s));
     QCOMPARE(vellumo_->process().exitCode(), 0);

@@ -53,7 +53,6 @@ class TestMainWindow : public QObject {
 private Q_SLOTS:
     void initTestCase() { qputenv("TZ", "UTC"); }
     void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
-    void isOneWindowThatIsKept();
     void signsIn();
     void uploadsWhatIsWithheld();
     void goesOnWithoutAnAccount();
@@ -66,34 +65,12 @@ private Q_SLOTS:
     void isHiddenWhileAPanelIsClicked();
 };
 
-void TestMainWindow::isOneWindowThatIsKept()
-{
-    WindowDesk desk;
-    int made = 0;
-    connect(&OrdinaryWindows::of(desk.engine), &OrdinaryWindows::made, this, [&made] { ++made; });
-    QCOMPARE(desk.window.window(), nullptr);
-    desk.show();
-    QQuickWindow *window = desk.window.window();
-    QVERIFY(window && window->isVisible());
-    QCOMPARE(window->title(), u"vellumo"_s);
-    QVERIFY(window->icon().pixmap(32).toImage().pixelColor(16, 16).alpha() > 0);
-    desk.show();
-    const QRect chosen(40, 30, 700, 500);
-    window->setGeometry(chosen);
-    QTest::keyClick(window, Qt::Key_W, Qt::ControlModifier);
-    QVERIFY(!window->isVisible());
-    desk.show();
-    QCOMPARE(desk.window.window(), window);
-    QVERIFY(window->isVisible());
-    QCOMPARE(window->geometry(), chosen);
-    QCOMPARE(made, 1);
-}
-
 void TestMainWindow::signsIn()
 {
     WindowDesk desk;
     desk.workspace.opensUrls = false;
     desk.show();
+    QVERIFY(desk.window.window()->icon().pixmap(32).toImage().pixelColor(16, 16).alpha() > 0);
     QCOMPARE(desk.text("title"), u"Welcome to vellumo"_s);
     QVERIFY(!desk.item("error"));
     desk.click("signIn");

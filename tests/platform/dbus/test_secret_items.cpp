@@ -6,7 +6,6 @@
 #include "support/Keyring.h"
 #include "support/Waiting.h"
 
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 #include <csignal>
@@ -27,7 +26,6 @@ private Q_SLOTS:
     void keepsOneItemOfAnAccount();
     void encryptsWhatItHandsOver();
     void waitsForALockedKeyring();
-    void waitsForAHungKeyring();
     void noticesAnotherKeyring();
 
 private:
@@ -120,24 +118,6 @@ void TestSecretItems::waitsForALockedKeyring()
     QVERIFY(waitUntil([&] { return readable.count() > 0; }));
     QCOMPARE(get(u"kept"_s).value, QByteArray("after"));
     QCOMPARE(get(u"gone"_s).kind, Kind::missing);
-}
-
-void TestSecretItems::waitsForAHungKeyring()
-{
-    items_.set(u"kept"_s, "value");
-    QCOMPARE(get(u"kept"_s).value, QByteArray("value"));
-    Keyring::signal(SIGSTOP);
-    QElapsedTimer time;
-    time.start();
-    SecretServiceItems fresh(bus_);
-    std::optional<SecretAnswer> result;
-    fresh.get(u"kept"_s, this, [&](const SecretAnswer &answer) { result = answer; });
-    QCoreApplication::processEvents();
-    const qint64 blocked = time.elapsed();
-    Keyring::signal(SIGCONT);
-    QCOMPARE_LT(blocked, 5000); // a call that waits takes 25 s
-    QVERIFY(waitUntil([&] { return result.has_value(); }));
-    QCOMPARE(result->value, QByteArray("value"));
 }
 
 void TestSecretItems::noticesAnotherKeyring()

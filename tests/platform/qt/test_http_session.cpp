@@ -70,7 +70,6 @@ private Q_SLOTS:
     void sendsWhatItIsGivenAndLittleElse();
     void cannotConnect_data();
     void cannotConnect();
-    void keepsConnections_data();
     void keepsConnections();
     void leavesConnectionsThatMayBeDead_data();
     void leavesConnectionsThatMayBeDead();
@@ -250,17 +249,9 @@ void TestHttpSession::cannotConnect()
     QVERIFY(server.requests().isEmpty());
 }
 
-void TestHttpSession::keepsConnections_data()
-{
-    QTest::addColumn<Security>("security");
-    QTest::newRow("plain") << Security::plain;
-    QTest::newRow("TLS") << Security::tls;
-}
-
 void TestHttpSession::keepsConnections()
 {
-    QFETCH(Security, security);
-    HttpServer server(security);
+    HttpServer server(Security::tls);
     HttpServer::trustCertificate();
     server.answer("POST", "/v1", {.body = "hello"});
     QtHttpSession session;

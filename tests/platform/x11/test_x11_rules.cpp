@@ -65,9 +65,7 @@ void TestX11Rules::decodesText()
         xcb_atom_t type;
         QByteArray bytes;
         QString text;
-    } cases[] = {{"Latin-1", XCB_ATOM_STRING, "caf\xE9"_ba + '\0', u"caf\u00E9"_s},
-                 {"UTF-8", utf8, "\xED\x95\x9C \xF0\x9F\x8C\x8A"_ba, u"\uD55C \U0001F30A"_s},
-                 {"surrogates by themselves", utf8,
+    } cases[] = {{"surrogates by themselves", utf8,
                   "a \xED\xA0\xBC\xED\xBC\x8A\xED\xA0\xBC\xED\xBC\x95 b"_ba,
                   u"a \U0001F30A\U0001F315 b"_s},
                  {"half a pair", utf8, "a\xED\xA0\xBC"_ba, u"a\uFFFD\uFFFD\uFFFD"_s}};
