@@ -74,6 +74,8 @@ struct Desk {
         constexpr quint32 mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
         xcb_change_window_attributes(outside.xcb(), id(), XCB_CW_EVENT_MASK, &mask);
         outside.roundTrip();
+        QCoreApplication::processEvents();
+        timesUnmapped = 0;
     }
 };
 
@@ -101,15 +103,16 @@ void PanelOnDesktopTest::hangsOnEveryWorkspaceInNoListAndStaysMapped()
         const QRect place = desk.desktop.geometry(desk.id());
         QCOMPARE(place.y(), screen.y());
         QCOMPARE(place.center().x(), screen.center().x());
+        QVERIFY(waitUntil([&] { return desk.desktop.isVisible(desk.id()); }));
         desk.watch();
         const int before = desk.window->height();
         desk.panel.present(IslandContent::result(explained, u"word"_s, {}), {}, {});
         QVERIFY(waitUntil([&] { return desk.window->height() > before; }));
         desk.outside.roundTrip();
         QCoreApplication::processEvents();
-        QCOMPARE(desk.timesUnmapped, round);
+        QCOMPARE(desk.timesUnmapped, 0);
         desk.panel.dismiss();
-        QVERIFY(waitUntil([&] { return desk.timesUnmapped == round + 1; }));
+        QVERIFY(waitUntil([&] { return !desk.desktop.isVisible(desk.id()); }));
     }
 }
 
