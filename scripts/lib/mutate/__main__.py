@@ -17,7 +17,7 @@ from report import report
 
 
 class Session:
-    """A draw and what is known about it, kept in a file after each step."""
+    """A draw and its results, saved after each step."""
 
     def __init__(self, arguments):
         self.arguments = arguments
@@ -47,7 +47,7 @@ class Session:
 
     def pause_if_late(self):
         if self.is_late():
-            print("Paused; the same command goes on.", flush=True)
+            print("Paused; the same command continues.", flush=True)
             raise SystemExit(75)
 
     def draw(self):
@@ -80,9 +80,9 @@ class Session:
             self.save()
 
     def learn_reach(self):
-        """Runs each test without a fault, for its time and the places that it passes."""
+        """Runs each test without a fault, to learn its time and the places that it executes."""
         known = self.state["tests"]
-        for tries, at_once in enumerate((self.arguments.jobs, 1)):   # what fails has another try
+        for tries, at_once in enumerate((self.arguments.jobs, 1)):   # failed tests run again
             todo = [name for name, test in known.items()
                     if not test.get("passes") and test.get("tries", 0) == tries]
             with concurrent.futures.ThreadPoolExecutor(at_once) as pool:
@@ -106,7 +106,7 @@ class Session:
                 "reached": sorted(int(file.name) for file in reached.iterdir())}
 
     def order(self, fault):
-        """The tests that reach a fault, the quick and near ones first."""
+        """Returns the tests that reach a fault, quick and near ones first."""
         room = fault["file"].removeprefix("src/").rpartition("/")[0]
 
         def cost(name):
@@ -125,7 +125,7 @@ class Session:
         while order:
             failed, passed = tests.first_failure(order, caps, fault["number"], self.arguments.jobs)
             for name in failed:
-                # what runs beside others may fail for another reason
+                # a test beside others may fail for another reason
                 if not tests.run(name, caps[name], fault["number"])[0]:
                     return name
                 fault["unconfirmed"].append(name)
@@ -156,7 +156,7 @@ def main():
     parser.add_argument("--tests", default=".", metavar="REGEX", help="run these tests alone")
     # tests wait more than they compute
     parser.add_argument("--jobs", type=int, default=2 * os.cpu_count(), help="tests at once")
-    parser.add_argument("--minutes", type=float, help="pause then; the same command goes on")
+    parser.add_argument("--minutes", type=float, help="pause then; the same command continues")
     parser.add_argument("--keep", action="store_true", help="keep the built copy for another draw")
     session = Session(parser.parse_args())
     session.build()

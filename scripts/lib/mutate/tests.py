@@ -20,7 +20,7 @@ FAILURE = re.compile(rb"^\d+: FAIL!", re.MULTILINE)
 
 
 def listed(pattern):
-    """All tests, and the folder each is in."""
+    """Returns all tests and the folder of each."""
     about = json.loads(subprocess.run(
         ["ctest", "--test-dir", str(tree.BUILD), "-R", pattern, "--show-only=json-v1"],
         check=True, capture_output=True, text=True).stdout)
@@ -37,7 +37,7 @@ def listed(pattern):
 
 
 def end(process):
-    """Ends a test with all that it has started. Its desktop ends itself when it is asked to."""
+    """Ends a test and what it started. A private desktop cleans up when it is terminated."""
     for sent, patience in ((signal.SIGTERM, 6), (signal.SIGKILL, 2)):
         deadline = time.monotonic() + patience
         while time.monotonic() < deadline:
@@ -54,7 +54,7 @@ def run(name, cap, fault=0, reached=None, stop=None):
     """Runs one test. Returns whether it passed, None if it was stopped, and the seconds it took."""
     folder = pathlib.Path(tempfile.mkdtemp(prefix="vellumo-mutate-"))
     (folder / "home").mkdir()
-    # ctest keeps its records where it is started: several of them do not meet here
+    # ctest writes its logs to the current folder, so each run has its own
     (folder / "CTestTestfile.cmake").write_text(f'subdirs("{tree.BUILD.resolve()}")\n')
     environment = {key: value for key, value in os.environ.items() if not key.startswith("XDG_")}
     environment.update(HOME=str(folder / "home"), TMPDIR=str(folder), VELLUMO_FAULT=str(fault))
@@ -83,8 +83,7 @@ def run(name, cap, fault=0, reached=None, stop=None):
 
 
 def first_failure(names, caps, fault, jobs):
-    """Runs these tests in their order, some at once, up to the first that fails. Returns that, and
-    those that passed."""
+    """Runs tests in order, some at once, until one fails. Returns those that failed and passed."""
     stop, passed, failed = threading.Event(), [], []
 
     def one(name):

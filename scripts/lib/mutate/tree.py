@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The vellumo authors
 # SPDX-License-Identifier: MIT
-"""The copy of the sources that has the faults, and its build."""
+"""The copy of the sources with the faults, and its build."""
 import pathlib
 import re
 import shutil
@@ -9,8 +9,8 @@ import subprocess
 COPY = pathlib.Path("build/mutate/tree")
 BUILD = COPY / "build/dev"
 
-# What a fault asks for when it is passed: whether it is the one that is switched on. An empty file
-# named by its number says that it was passed, whatever happens to the process afterwards.
+# Asked by each fault whether it is turned on. Creates an empty file named by the fault at once, so
+# that a killed process has recorded it as well.
 SWITCH = """#pragma once
 #include <atomic>
 #include <cerrno>
@@ -37,7 +37,7 @@ inline bool isOn(int number)
 }
 }
 """
-# A fault may look wrong to the compiler, which is the point of it.
+# Warnings that a fault causes are no reason to reject it.
 INCLUDE = '#include "mutate_switch.h"\n' + "".join(
     f'#pragma GCC diagnostic ignored "-W{name}"\n' for name in
     ("conversion", "float-conversion", "parentheses", "implicit-fallthrough", "bool-compare",
@@ -56,8 +56,8 @@ def write_changed(path, text):
 
 
 def write(faults):
-    """Brings the copy to the present sources with these faults. What stays the same is not touched,
-    so that it is not built again. Returns which lines of the copy hold each fault."""
+    """Updates the copy to the present sources with these faults. Does not touch unchanged files, so
+    that they are not built again. Returns the file and lines of each fault in the copy."""
     lines, mutated = {}, {}
     for fault in faults:
         mutated.setdefault(fault["file"], []).append(fault)
