@@ -19,7 +19,6 @@ namespace vellumo {
 
 namespace {
 
-constexpr int daysOfAWeek = 7;
 constexpr int shownWeeks = 53;
 constexpr int shownMonths = 12;
 constexpr qsizetype shownLanguages = 5;

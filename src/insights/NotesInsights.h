@@ -16,6 +16,8 @@ namespace vellumo {
 class BilingualText;
 class NotesLibrary;
 
+inline constexpr int daysOfAWeek = 7;
+
 /// When, where and in which languages was read, over all notes. Follows the library while it is
 /// shown; many notes are counted in slices, and the figures change after the last one.
 class NotesInsights : public QObject {

@@ -15,8 +15,6 @@ namespace vellumo {
 
 namespace {
 
-constexpr int daysOfAWeek = 7;
-
 QString countText(const QString &name, int count, bool english)
 {
     if (english && count == 1) {

@@ -5,10 +5,8 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
-namespace vellumo {
-
 /// Why an exchange with the notes service failed, from the wire to the views.
-namespace SyncError {
+namespace vellumo::SyncError {
 Q_NAMESPACE
 QML_ELEMENT
 
@@ -26,6 +24,4 @@ enum class Kind : quint8 {
 };
 Q_ENUM_NS(Kind)
 
-} // namespace SyncError
-
-} // namespace vellumo
+} // namespace vellumo::SyncError
