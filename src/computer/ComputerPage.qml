@@ -30,7 +30,7 @@ ScrollPage {
 
         function onServiceRequested(): void {
             service.begin()
-            page.scrollTo(service.y)
+            page.reveal(service)
         }
     }
 

@@ -12,8 +12,15 @@ FocusScope {
     property alias contentY: flickable.contentY
     property alias contentHeight: flickable.contentHeight
 
-    function scrollTo(y: real): void {
-        flickable.scrollTo(y)
+    property Item revealed: null
+    property real revealedAt: 0
+
+    /// Scrolls so that this item of the column is at the top, also when the page has just been made
+    /// and is still being laid out.
+    function reveal(item: Item): void {
+        page.revealed = item
+        flickable.scrollTo(item.y)
+        page.revealedAt = flickable.contentY
     }
 
     Keys.onPressed: event => { event.accepted = flickable.scrollByKey(event.key) }
@@ -36,7 +43,18 @@ FocusScope {
             anchors.leftMargin: column.sidePadding
             anchors.rightMargin: column.sidePadding
             y: Units.pageTop
+
+            onPositioningComplete: {
+                // not once something else has scrolled
+                if (page.revealed !== null && flickable.contentY === page.revealedAt)
+                    page.reveal(page.revealed)
+            }
         }
+    }
+    Timer {
+        running: page.revealed !== null
+        interval: Units.layoutTime
+        onTriggered: page.revealed = null
     }
     ScrollThumb {
         anchors.right: parent.right

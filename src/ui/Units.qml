@@ -113,6 +113,8 @@ QtObject {
     readonly property int cornerInset: 7
 
     readonly property int quick: SystemLook.reducedMotion ? 0 : 120
+    /// Within this a new page has its final layout.
+    readonly property int layoutTime: 300
     readonly property int move: SystemLook.reducedMotion ? 0 : 260
     readonly property int pulse: 600
     readonly property bool animated: !SystemLook.reducedMotion
