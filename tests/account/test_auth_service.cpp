@@ -512,6 +512,18 @@ void TestAuthService::signingOutHolds()
         open.start();
         QCOMPARE(open.state(), signsInAgain ? u"u1 new+x@b.org"_s : u"nobody"_s);
     }
+
+    // one secret that is still there keeps the sign-out pending
+    for (const QString &left : someone.keys()) {
+        Desk desk(someone);
+        desk.secrets.isLocked = true;
+        desk.auth->signOut();
+        desk.secrets.isLocked = false;
+        desk.secrets.isRefusing = true;
+        desk.secrets.values = {{left, "x"}};
+        desk.start();
+        QVERIFY2(desk.defaults.value(u"signedOut"_s).toBool(), qPrintable(left));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestAuthService)

@@ -329,6 +329,9 @@ void TestNotesLibrary::countsADayAndAMonth()
     QCOMPARE(shelf.insights.total(), 1);
     const int today = static_cast<int>(shelf.insights.days().size()) - 1;
     QCOMPARE(shelf.insights.dayText(today, 1, true), u"Today: one note"_s);
+    QStringList begun = shelf.insights.monthsBegun();
+    begun.removeAll(QString());
+    QCOMPARE(begun.join(u' '), u"Dec Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov"_s);
 }
 
 void TestNotesLibrary::countsManyInSlices()

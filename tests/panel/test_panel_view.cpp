@@ -117,6 +117,7 @@ private Q_SLOTS:
     void drawsIconsByItself();
     void showsWhatItsStateNeeds_data();
     void showsWhatItsStateNeeds();
+    void leadsToWhatHelps();
     void fitsItsContent();
     void scrollsWhatIsTooLong();
     void keepsTheDraftUntilPresentedAgain();
@@ -189,6 +190,20 @@ void ResultPanelViewTest::showsWhatItsStateNeeds()
         const bool isWanted = shown.split(u' ').contains(name);
         QVERIFY2(desk.isShown(name.toLatin1()) == isWanted, qPrintable(name));
     }
+}
+
+void ResultPanelViewTest::leadsToWhatHelps()
+{
+    Desk desk;
+    QSignalSpy accessibility(&desk.panel, &ResultPanelController::accessibilityRequested);
+    QSignalSpy service(&desk.panel, &ResultPanelController::serviceSettingsRequested);
+    desk.panel.showError(u"message"_s, ErrorHelp::permission);
+    desk.click("allow");
+    QVERIFY(!desk.panel.isOnScreen());
+    desk.panel.showError(u"message"_s, ErrorHelp::service);
+    desk.click("checkService");
+    QCOMPARE(std::pair(accessibility.size(), service.size()),
+             std::pair(qsizetype{1}, qsizetype{1}));
 }
 
 void ResultPanelViewTest::fitsItsContent()

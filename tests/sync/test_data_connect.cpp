@@ -434,6 +434,7 @@ void TestDataConnect::excerptsRepeatNothingThatWasSent()
     QVERIFY(excerpt.size() <= 201 && excerpt.endsWith(u'…'));
     QCOMPARE(logExcerpt(u"潮水每天涨落两次 is too long"_s, {u"潮水每天涨落两次。"_s}),
              u"… is too long"_s);
+    QCOMPARE(logExcerpt(u"no abc-7"_s, {u"  abc-7"_s}), u"no …"_s);
 
     // what was sent is looked at once, not for each character that is shown
     const QString message = u"Nothing of this was sent: "_s + QString(160, u'z');

@@ -43,7 +43,7 @@ void FakeSecretItems::remove(const QString &account)
 {
     if (isLocked || isAbsent) {
         owed_.insert(account, std::nullopt);
-    } else {
+    } else if (!isRefusing) {
         values.remove(account);
     }
 }

@@ -17,7 +17,7 @@ public:
     QHash<QString, QByteArray> values;
     bool isLocked = false;
     bool isAbsent = false; ///< there is no keyring
-    bool isRefusing = false; ///< rejects writes
+    bool isRefusing = false; ///< rejects writes and removals
     bool isHung = false; ///< queries stay pending until answerAll()
     int unlockRequests = 0;
 

@@ -4,12 +4,14 @@
 #include "platform/dbus/SecretServiceItems.h"
 #include "platform/dbus/SecretServiceWire.h"
 #include "platform/dbus/SessionBus.h"
+#include "platform/dbus/cipher/SecretCipherModule.h"
 #include "support/Waiting.h"
 
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
+#include <QLibrary>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -77,6 +79,7 @@ private Q_SLOTS:
     }
     void asksTheUserOnlyWhenUnlocking();
     void goesOnAfterAnError();
+    void refusesPredictableKeys();
 
 private:
     SecretAnswer get()
@@ -140,6 +143,36 @@ void TestSecretQuestions::asksTheUserOnlyWhenUnlocking()
     items_->remove(u"a"_s);
     items_->unlock();
     QVERIFY(waitUntil([&] { return keyring_.asked == 3; }));
+}
+
+void TestSecretQuestions::refusesPredictableKeys()
+{
+    using namespace secretCipherModule;
+    QLibrary library(QStringLiteral(VELLUMO_CIPHER_MODULE));
+    const auto find = reinterpret_cast<Find>(library.resolve(function));
+    QVERIFY(find);
+    QByteArray own(pairSize, '\0');
+    QByteArray open(pairSize, '\0');
+    QByteArray key(blockSize, '\0');
+    const auto bytes = [](QByteArray &array) {
+        return reinterpret_cast<unsigned char *>(array.data());
+    };
+    QCOMPARE(find()->makePair(bytes(own), bytes(open)), 1);
+    const auto agrees = [&](QByteArray peer) {
+        return find()->agree(bytes(own), bytes(peer), static_cast<size_t>(peer.size()), bytes(key));
+    };
+    const QByteArray prime = QByteArray::fromHex(
+        "FFFFFFFFFFFFFFFFC90FDAA22168C234C4C6628B80DC1CD129024E088A67CC74020BBEA63B139B22514A08798E"
+        "34"
+        "04DDEF9519B3CD3A431B302B0A6DF25F14374FE1356D6D51C245E485B576625E7EC6F44C42E9A637ED6B0BFF5C"
+        "B6"
+        "F406B7EDEE386BFB5A899FA5AE9F24117C4B1FE649286651ECE65381FFFFFFFFFFFFFFFF");
+    QByteArray belowPrime = prime;
+    belowPrime.back() = '\xFE';
+    for (const QByteArray &peer : {QByteArray(1, '\0'), QByteArray(1, '\1'), belowPrime, prime})
+        QCOMPARE(agrees(peer), 0);
+    QCOMPARE(agrees(QByteArray(1, '\2')), 1);
+    QCOMPARE(agrees(open), 1);
 }
 
 QTEST_GUILESS_MAIN(TestSecretQuestions)
