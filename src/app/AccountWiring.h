@@ -13,7 +13,7 @@ class AppConfig;
 class DefaultsStore;
 class SecretItems;
 
-/// The user's session and what it is made of.
+/// Builds the user's session and what it depends on.
 class AccountWiring {
 public:
     /// All must outlive this object.
@@ -31,10 +31,11 @@ public:
 
     [[nodiscard]] AuthService &auth() { return auth_; }
 
-    /// What the web site's login page sends back, as it came.
+    /// Takes the callback address of the web site's login page, unchanged.
     void handleCallback(const QString &url) { browser_.handleCallback(url); }
 
-    /// The token that explanations are asked with, while this object lives.
+    /// Returns the provider of the ID token for explanations; it yields none once this object is
+    /// destroyed.
     [[nodiscard]] OpenAIService::TokenProvider tokenProvider();
 
 private:

@@ -37,7 +37,7 @@ public:
     ~AppDelegate() override;
     Q_DISABLE_COPY_MOVE(AppDelegate)
 
-    /// Launches and runs until the program ends; answers its exit status.
+    /// Launches and runs until the program ends; returns its exit status.
     [[nodiscard]] int run(LaunchRequest request);
 
 private:

@@ -9,9 +9,9 @@ namespace vellumo {
 
 class AppConfig;
 
-/// The update controller for the feed and the key that this build carries; null when it lacks one
-/// of them. The configuration may name another feed, but no other key. The collaborators must
-/// outlive the controller.
+/// Returns the update controller for this build's feed and key; null when it lacks one of them. The
+/// configuration may override the feed, but not the key. The collaborators must outlive the
+/// controller.
 [[nodiscard]] std::unique_ptr<UpdateController>
 makeUpdateController(const AppConfig &config, const UpdateController::Collaborators &collaborators);
 

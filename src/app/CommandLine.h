@@ -8,15 +8,15 @@
 
 namespace vellumo {
 
-/// What the program was started for.
+/// The purpose of a start.
 struct LaunchRequest {
     enum class Command : quint8 { Open, Explain, Notes, Focus, Quit };
 
     Command command = Command::Open;
     QStringList urls;
-    bool isInBackground = false; ///< opens no window of its own accord
+    bool isInBackground = false; ///< opens no window unasked
 
-    /// Only to be there, which a vellumo that runs already is.
+    /// Returns whether the start asks only that vellumo runs.
     [[nodiscard]] bool wantsNothing() const
     {
         return isInBackground && command == Command::Open && urls.isEmpty();
@@ -26,8 +26,8 @@ struct LaunchRequest {
 
 namespace CommandLine {
 
-/// Understands the program's arguments, without a display; the exit status when there is nothing
-/// more to do, after what there is to say has been printed. Needs no application object.
+/// Parses the program's arguments, without a display or an application object. Returns the exit
+/// status when nothing is left to do; help and errors have been printed then.
 [[nodiscard]] std::variant<int, LaunchRequest> parse(const QStringList &arguments);
 
 /// Whether the text is an address with the program's own scheme, well-formed or not.

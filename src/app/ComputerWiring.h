@@ -13,8 +13,8 @@ class Clock;
 class DefaultsStore;
 class PermissionManager;
 
-/// The page of this computer among the rest of the program. Nothing of it exists before it is
-/// shown.
+/// Connects the page "This computer" with the rest of the program. Its parts are created when it is
+/// first shown.
 class ComputerWiring {
 public:
     /// All must outlive this object.

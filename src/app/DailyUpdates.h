@@ -10,8 +10,8 @@ namespace vellumo {
 class Clock;
 class DefaultsStore;
 
-/// Looks for new versions once a day, from a minute after the start, while the user agrees to it.
-/// Without that, no timer runs and nothing is asked. Main thread only.
+/// Checks for new versions once a day, starting one minute after the launch, while the user has
+/// enabled it. Otherwise no timer runs and nothing is requested. Main thread only.
 class DailyUpdates : public QObject {
     Q_OBJECT
 

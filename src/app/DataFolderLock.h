@@ -21,14 +21,14 @@ public:
     /// system has no locks, needs none. Once true, it stays true.
     [[nodiscard]] bool tryLock();
 
-    /// Waits for the lock on a thread of its own, and takes it. Returns a descriptor that becomes
+    /// Waits for the lock on a worker thread and takes it. Returns a descriptor that becomes
     /// readable when tryLock() is true; -1 when nothing can wait. Owned by this object. Until it
     /// stops waiting, tryLock() is true only then.
     [[nodiscard]] int waitForLock();
     /// Leaves the lock to others, unless tryLock() has been true.
     void stopWaiting();
 
-    /// The process that holds the lock; 0 when it is not known.
+    /// Returns the process that holds the lock; 0 when unknown.
     [[nodiscard]] qint64 owner() const;
 
 private:

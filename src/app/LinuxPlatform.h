@@ -16,8 +16,8 @@ namespace vellumo {
 class ConsentPrompting;
 class DefaultsStore;
 
-/// What a Linux desktop under X11 answers of the platform's interfaces. Another system has a class
-/// of this form. Needs the application object.
+/// Implements the platform's interfaces for a Linux desktop under X11. Each other system gets a
+/// class of this form. Needs the application object.
 class LinuxPlatform {
 public:
     /// Both must outlive the platform.

@@ -21,7 +21,7 @@ public:
     struct Item {
         QString title;
         QKeySequence key; ///< empty when it has none
-        /// Answers whether there was something to act on; otherwise the key is left to others.
+        /// Returns whether there was something to act on; if not, the window sees the key.
         std::function<bool()> action;
     };
     struct Menu {
@@ -31,14 +31,15 @@ public:
 
     explicit MainMenu(QList<Menu> menus, QObject *parent = nullptr);
 
-    /// An item that sends `command`, such as "paste", to the control with the keyboard focus.
+    /// Returns an item that sends `command`, such as "paste", to the control with the keyboard
+    /// focus.
     [[nodiscard]] static Item editItem(const QString &title, const QKeySequence &key,
                                        const QByteArray &command);
 
     [[nodiscard]] const QList<Menu> &menus() const { return menus_; }
 
-    /// The keys work while this window has the keyboard, for as long as it exists. An item behind
-    /// a key runs before the window sees the key.
+    /// Enables the keys while this window has the keyboard. An item's action runs before the window
+    /// sees the key.
     void attachTo(QWindow &window);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -15,7 +15,7 @@ class SignInPreview;
 class VellumoCoordinator;
 class Workspace;
 
-/// The main window among the rest of the program.
+/// Connects the main window with the rest of the program.
 class MainWindowWiring : public QObject {
     Q_OBJECT
 
@@ -36,10 +36,10 @@ public:
     ~MainWindowWiring() override;
     Q_DISABLE_COPY_MOVE(MainWindowWiring)
 
-    /// What another start of the program, its icon and its place in the tray do.
-    /// Waits a moment for the keyring at a start, so that a signed-in user meets no sign-in view.
+    /// Shows the window for another start of the program, its desktop icon and its tray icon. Waits
+    /// up to half a second for the keyring, so that a signed-in user does not see the sign-in view.
     void show();
-    /// Leads to where a service is entered.
+    /// Opens the section where a service is entered.
     void showService() { controller_.showService(); }
 
     /// See MainWindowController.
@@ -48,9 +48,9 @@ public:
         return controller_.openNoteContext();
     }
 
-    /// Shows it once the launch is done and it is known who is signed in.
+    /// Shows the window once the launch is done and the session has been restored.
     void showAtLaunch();
-    /// What comes first at a launch is on screen.
+    /// Reports that the pill is on screen.
     void launchIsDone();
 
     /// For developers: writes pictures of the sign-in view into the folder, then calls `done`.

@@ -6,7 +6,7 @@
 
 namespace vellumo {
 
-/// The full name of one of the program's own modules, which are loaded when they are needed first.
+/// Returns the path of one of the program's own modules, which are loaded on first use.
 /// Needs the application object.
 [[nodiscard]] QString moduleFile(const QString &name);
 

@@ -14,7 +14,8 @@ class PermissionManager;
 class ResultPanelControlling;
 class VellumoCoordinator;
 
-/// The first run among the rest of the program. Until it is over, a double tap only demonstrates.
+/// Connects the first run with the rest of the program. Until it is over, a double tap only
+/// demonstrates.
 class OnboardingWiring : public QObject {
     Q_OBJECT
 
@@ -34,22 +35,21 @@ public:
     ~OnboardingWiring() override;
     Q_DISABLE_COPY_MOVE(OnboardingWiring)
 
-    /// The user is through.
+    /// Called when the user has completed the first run.
     std::function<void()> onFinish;
 
-    /// Whether a launch begins with the first run.
+    /// Returns whether a launch begins with the first run.
     [[nodiscard]] static bool isNeeded(const DefaultsStore &defaults);
 
-    /// Keeps the question whether other applications may be read for the card that explains it.
-    /// Before it is asked at launch.
+    /// Holds the permission question back for the card that explains it. To be called before the
+    /// question is asked at launch.
     static void keepQuestion(const DefaultsStore &defaults, ConsentDialog &consent);
 
-    /// Shows the first run, or brings it to the front; false when there is none in this run of the
-    /// program, or no more.
+    /// Shows the first run or brings it to the front; false when it is not needed or already over.
     bool presentIfNeeded();
 
-    /// The program was started for something else, or to be there silently: the first run waits
-    /// for the next time that it is opened.
+    /// Leaves the first run to the next time the program is opened, because it was started for
+    /// something else or in the background.
     void postpone(bool isSilent);
 
 Q_SIGNALS:

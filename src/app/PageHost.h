@@ -29,7 +29,7 @@ public:
 
     explicit PageHost(const Collaborators &collaborators);
 
-    /// Returns the window that file dialogs stand above; null when there is none.
+    /// Returns the window that file dialogs are shown above; null when there is none.
     std::function<QWindow *()> window;
 
     void copyText(const QString &text) override;

@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool isTrusted() const { return isTrusted_; }
     void setTrusted(bool isTrusted) { isTrusted_ = isTrusted; }
 
-    /// Re-checks when the desktop says that something changed, regularly, and when one of our
+    /// Re-checks when the desktop reports a change, regularly, and when one of our
     /// windows becomes active; until the process ends.
     void startMonitoring();
 

@@ -12,8 +12,7 @@ class PermissionManager;
 class ResultPanelController;
 class TriggerManager;
 
-/// What follows when the user lets this program read other applications, and when they no longer
-/// do.
+/// Reacts when the permission to read other applications is granted or revoked.
 class PermissionWiring : public QObject {
     Q_OBJECT
 

@@ -33,9 +33,9 @@ namespace vellumo {
 namespace {
 
 // A bus that hangs must not hold the start up for longer.
-constexpr auto busPatience = 1s;
+constexpr auto busTimeout = 1s;
 // Another process holds the notes: it may be about to take the name on the bus, or about to end.
-constexpr auto instancePatience = 15s;
+constexpr auto instanceTimeout = 15s;
 
 /// Addresses may carry secrets, and every process can read another's arguments.
 void hideAddresses(int argc, char **argv)
@@ -87,8 +87,8 @@ Startup::Startup(int argc, char **argv)
 void Startup::avoidHungBus()
 {
     // Another running instance shows that the bus works and only needs time.
-    if (!isSessionBusResponsive(busPatience)
-        && (lock_.tryLock() || !isSessionBusResponsive(instancePatience))) {
+    if (!isSessionBusResponsive(busTimeout)
+        && (lock_.tryLock() || !isSessionBusResponsive(instanceTimeout))) {
         printDiagnostic(u"the session bus does not answer; going on without it"_s);
         programEnvironment::setHere("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     }
@@ -98,7 +98,7 @@ std::optional<int> Startup::becomeTheOnlyInstance()
 {
     programEnvironment::restore("QT_QPA_PLATFORM"); // the application object has read it
     const RunningInstance running;
-    const QDeadlineTimer deadline(instancePatience);
+    const QDeadlineTimer deadline(instanceTimeout);
     const auto isSettled = [&] { return running.exists() || lock_.tryLock(); };
     const auto wait = [this] { return lock_.waitForLock(); };
     while (running.waitUntil(isSettled, wait, deadline)) {

@@ -75,7 +75,7 @@ Column {
         objectName: "address"
         width: parent.width
         label: entry.english ? "Base address" : "接口地址"
-        placeholder: entry.service.usualBase
+        placeholder: entry.service.defaultBase
         readOnly: entry.service.isBaseFixed
         error: entry.service.addressError
         help: entry.service.isBaseFixed
@@ -92,7 +92,7 @@ Column {
         objectName: "model"
         width: parent.width
         label: entry.english ? "Model" : "模型"
-        placeholder: entry.service.usualModel
+        placeholder: entry.service.defaultModel
         readOnly: entry.service.isModelFixed
         help: entry.service.isModelFixed
             ? (entry.english ? "Set by VELLUMO_MODEL in the environment, which goes first."

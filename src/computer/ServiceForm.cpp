@@ -19,7 +19,7 @@ using Use = ServiceSetup::Use;
 using Place = ServiceKeys::Place;
 using Problem = ServiceAddress::Problem;
 
-constexpr auto trialPatience = 20s;
+constexpr auto trialTimeout = 20s;
 
 } // namespace
 
@@ -201,7 +201,7 @@ void ServiceForm::tryOut(const QString &base, const QString &model, const QStrin
     }).explain({u"serendipity"_s, language}, trial_.get(), [end](const auto &answer) {
         end(answer.isOk() ? std::nullopt : std::optional(summary(answer.error(), 0)));
     });
-    clock_.after(trialPatience, trial_.get(),
+    clock_.after(trialTimeout, trial_.get(),
                  [end] { end(ExplanationFailure{.kind = HttpError::Kind::timedOut}); });
 }
 

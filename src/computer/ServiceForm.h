@@ -25,8 +25,8 @@ class ServiceForm : public QObject {
     Q_PROPERTY(bool sendsToken READ sendsToken NOTIFY changed)
     Q_PROPERTY(QString base READ base NOTIFY changed)
     Q_PROPERTY(QString model READ model NOTIFY changed)
-    Q_PROPERTY(QString usualBase READ usualBase CONSTANT)
-    Q_PROPERTY(QString usualModel READ usualModel CONSTANT)
+    Q_PROPERTY(QString defaultBase READ defaultBase CONSTANT)
+    Q_PROPERTY(QString defaultModel READ defaultModel CONSTANT)
     Q_PROPERTY(bool isBaseFixed READ isBaseFixed NOTIFY changed)
     Q_PROPERTY(bool isModelFixed READ isModelFixed NOTIFY changed)
     Q_PROPERTY(QString choiceText READ choiceText NOTIFY changed)
@@ -59,8 +59,8 @@ public:
     [[nodiscard]] QString host() const { return setup_.host(); }
     [[nodiscard]] QString base() const { return setup_.base(); }
     [[nodiscard]] QString model() const { return setup_.model(); }
-    [[nodiscard]] QString usualBase() const { return ServiceEndpoint::defaultBase; }
-    [[nodiscard]] QString usualModel() const { return ServiceEndpoint::defaultModel; }
+    [[nodiscard]] QString defaultBase() const { return ServiceEndpoint::defaultBase; }
+    [[nodiscard]] QString defaultModel() const { return ServiceEndpoint::defaultModel; }
     /// Whether the environment says it.
     [[nodiscard]] bool isBaseFixed() const { return ServiceSetup::isBaseFixed(); }
     [[nodiscard]] bool isModelFixed() const { return ServiceSetup::isModelFixed(); }

@@ -21,7 +21,7 @@ FocusScope {
     /// The first day that is shown.
     readonly property int first: (calendar.allWeeks - calendar.weeks) * 7
     readonly property int last: calendar.insights.days.length - 1
-    readonly property int most: calendar.mostOfADay()
+    readonly property int most: calendar.maxPerDay()
 
     property int keyDay: -1
     property int pointedDay: -1
@@ -57,7 +57,7 @@ FocusScope {
         announcer.announce(calendar.figure)
     }
 
-    function mostOfADay(): int {
+    function maxPerDay(): int {
         // a single note is not a full day
         let most = 4
         for (let i = calendar.first; i <= calendar.last; ++i)

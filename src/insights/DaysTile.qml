@@ -37,7 +37,7 @@ HomeTile {
                     anchors.bottom: parent.bottom
                     width: parent.width
                     height: Math.max(Units.space2, Math.round(parent.height * day.modelData
-                                                   / tile.overview.mostOfADay))
+                                                   / tile.overview.maxPerDay))
                     radius: Math.min(Units.radius3, width / 2, height / 2)
                     color: day.modelData > 0 ? Theme.accent : Theme.hairline
                 }

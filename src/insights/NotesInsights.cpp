@@ -145,7 +145,7 @@ void NotesInsights::finish()
         pass->figures.places.append(*entry.context);
         pass->figures.placeCounts.append(entry.count);
     }
-    told_ = std::move(pass->figures);
+    published_ = std::move(pass->figures);
     isReady_ = true;
     Q_EMIT changed();
 }
@@ -153,9 +153,9 @@ void NotesInsights::finish()
 QList<NotesInsights::LanguageShare> NotesInsights::shares() const
 {
     QList<LanguageShare> shares;
-    for (size_t i = 0; i < told_.byLanguage.size(); ++i) {
-        if (told_.byLanguage[i] > 0) {
-            shares.append({static_cast<ReadingLanguage>(i), told_.byLanguage[i]});
+    for (size_t i = 0; i < published_.byLanguage.size(); ++i) {
+        if (published_.byLanguage[i] > 0) {
+            shares.append({static_cast<ReadingLanguage>(i), published_.byLanguage[i]});
         }
     }
     std::stable_sort(
@@ -190,11 +190,12 @@ QList<int> NotesInsights::languagePercents() const
     int missing = 100;
     for (const int count : counts) {
         byRemainder.append(percents.size());
-        percents.append(static_cast<int>(qint64{100} * count / told_.total));
+        percents.append(static_cast<int>(qint64{100} * count / published_.total));
         missing -= percents.last();
     }
     std::stable_sort(byRemainder.begin(), byRemainder.end(), [&](qsizetype a, qsizetype b) {
-        return qint64{100} * counts[a] % told_.total > qint64{100} * counts[b] % told_.total;
+        return qint64{100} * counts[a] % published_.total
+            > qint64{100} * counts[b] % published_.total;
     });
     for (const qsizetype index : byRemainder.first(counts.isEmpty() ? 0 : missing)) {
         ++percents[index];
@@ -213,13 +214,13 @@ bool NotesInsights::namesLetters() const
 
 QList<int> NotesInsights::placeCounts() const
 {
-    return told_.placeCounts;
+    return published_.placeCounts;
 }
 
 std::optional<ReadingContext> NotesInsights::placeAt(int index) const
 {
-    const bool isThere = index >= 0 && index < told_.places.size();
-    return isThere ? std::optional(told_.places[index]) : std::nullopt;
+    const bool isThere = index >= 0 && index < published_.places.size();
+    return isThere ? std::optional(published_.places[index]) : std::nullopt;
 }
 
 } // namespace vellumo

@@ -49,13 +49,13 @@ public:
 
     /// False until notes have been counted for the first time.
     [[nodiscard]] bool isReady() const { return isReady_; }
-    [[nodiscard]] int total() const { return told_.total; }
+    [[nodiscard]] int total() const { return published_.total; }
     /// How many notes there are, on how many days.
     [[nodiscard]] QString summary() const;
 
     /// Notes per day of a year of whole weeks, by the user's first day of the week; the last week
     /// ends with today.
-    [[nodiscard]] QList<int> days() const { return told_.days; }
+    [[nodiscard]] QList<int> days() const { return published_.days; }
     /// A day of these with its number of notes; empty for any other index. This and the other texts
     /// take everything that they depend on, so that bindings notice its changes.
     Q_INVOKABLE [[nodiscard]] QString dayText(int index, int count, bool english) const;
@@ -65,7 +65,7 @@ public:
     [[nodiscard]] QStringList monthsBegun() const;
 
     /// Notes per month of the last twelve, this month last.
-    [[nodiscard]] QList<int> months() const { return told_.months; }
+    [[nodiscard]] QList<int> months() const { return published_.months; }
     /// "Nov" or "11月".
     [[nodiscard]] QStringList monthLabels() const;
     /// A month of these by its full name, with its number of notes.
@@ -136,7 +136,7 @@ private:
 
     NotesLibrary &library_;
     BilingualText &texts_;
-    Figures told_;
+    Figures published_;
     std::unique_ptr<Pass> pass_; ///< while notes are being counted
     QTimer slices_;
     bool isShown_ = false;

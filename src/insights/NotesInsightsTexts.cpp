@@ -31,27 +31,28 @@ QString NotesInsights::summary() const
         return texts_.pick(u"What your reading looks like, once there is some."_s,
                            u"读过之后,这里会显示你的阅读轨迹。"_s);
     }
-    if (told_.total == 1) {
+    if (published_.total == 1) {
         return texts_.pick(u"One note so far."_s, u"目前有 1 条笔记。"_s);
     }
-    if (told_.activeDays == 0) { // all from a clock that runs ahead
-        return texts_.pick(u"%1 notes."_s, u"%1 条笔记。"_s).arg(told_.total);
+    if (published_.activeDays == 0) { // all from a clock that runs ahead
+        return texts_.pick(u"%1 notes."_s, u"%1 条笔记。"_s).arg(published_.total);
     }
-    if (told_.activeDays == 1) {
+    if (published_.activeDays == 1) {
         return texts_.pick(u"%1 notes, all on one day."_s, u"%1 条笔记,都在同一天。"_s)
-            .arg(told_.total);
+            .arg(published_.total);
     }
     return texts_.pick(u"%1 notes on %2 days."_s, u"%2 天里的 %1 条笔记。"_s)
-        .arg(told_.total)
-        .arg(told_.activeDays);
+        .arg(published_.total)
+        .arg(published_.activeDays);
 }
 
 QString NotesInsights::dayText(int index, int count, bool english) const
 {
-    if (index < 0 || index >= told_.days.size()) {
+    if (index < 0 || index >= published_.days.size()) {
         return {};
     }
-    const QString day = NoteDates::day(told_.firstDay.addDays(index), told_.today, english);
+    const QString day =
+        NoteDates::day(published_.firstDay.addDays(index), published_.today, english);
     return count == 0 ? (english ? u"%1: none"_s : u"%1:没有"_s).arg(day)
                       : countText(day, count, english);
 }
@@ -62,7 +63,7 @@ QStringList NotesInsights::weekdayNames() const
     const auto form = texts_.isEnglish() ? QLocale::ShortFormat : QLocale::NarrowFormat;
     QStringList names;
     for (int row = 0; row < daysOfAWeek; ++row) {
-        names.append(locale.standaloneDayName(told_.firstDay.addDays(row).dayOfWeek(), form));
+        names.append(locale.standaloneDayName(published_.firstDay.addDays(row).dayOfWeek(), form));
     }
     return names;
 }
@@ -70,8 +71,8 @@ QStringList NotesInsights::weekdayNames() const
 QStringList NotesInsights::monthsBegun() const
 {
     QStringList months;
-    for (qsizetype day = 0; day < told_.days.size(); day += daysOfAWeek) {
-        const QDate begin = told_.firstDay.addDays(day);
+    for (qsizetype day = 0; day < published_.days.size(); day += daysOfAWeek) {
+        const QDate begin = published_.firstDay.addDays(day);
         const QDate end = begin.addDays(daysOfAWeek - 1);
         const bool begins = begin.day() == 1 || begin.month() != end.month();
         months.append(begins ? NoteDates::shortMonth(end, texts_.isEnglish()) : QString());
@@ -82,8 +83,8 @@ QStringList NotesInsights::monthsBegun() const
 QStringList NotesInsights::monthLabels() const
 {
     QStringList labels;
-    for (qsizetype month = 1 - told_.months.size(); month <= 0; ++month) {
-        labels.append(NoteDates::shortMonth(told_.today.addMonths(static_cast<int>(month)),
+    for (qsizetype month = 1 - published_.months.size(); month <= 0; ++month) {
+        labels.append(NoteDates::shortMonth(published_.today.addMonths(static_cast<int>(month)),
                                             texts_.isEnglish()));
     }
     return labels;
@@ -91,7 +92,8 @@ QStringList NotesInsights::monthLabels() const
 
 QString NotesInsights::monthText(int index, int count, bool english) const
 {
-    const QDate month = told_.today.addMonths(index + 1 - static_cast<int>(told_.months.size()));
+    const QDate month =
+        published_.today.addMonths(index + 1 - static_cast<int>(published_.months.size()));
     return countText(NoteDates::monthAndYear(month, english), count, english);
 }
 
@@ -110,7 +112,7 @@ QStringList NotesInsights::languageNames() const
 QStringList NotesInsights::placeNames() const
 {
     QStringList names;
-    for (const ReadingContext &place : told_.places) {
+    for (const ReadingContext &place : published_.places) {
         names.append(placeOf(place, texts_.isEnglish()));
     }
     return names;
@@ -141,12 +143,12 @@ QString NotesInsights::placeText(const QString &name, int count, bool english)
 
 QString NotesInsights::placesNote() const
 {
-    const qsizetype shown = told_.places.size();
-    return told_.allPlaces <= shown
+    const qsizetype shown = published_.places.size();
+    return published_.allPlaces <= shown
         ? QString()
         : texts_.pick(u"The first %1 of %2 places"_s, u"共 %2 处,显示前 %1 处"_s)
               .arg(shown)
-              .arg(told_.allPlaces);
+              .arg(published_.allPlaces);
 }
 
 } // namespace vellumo

@@ -112,7 +112,7 @@ QString NotesOverview::placesText() const
     return parts.join(u", "_s);
 }
 
-int NotesOverview::mostOfADay() const
+int NotesOverview::maxPerDay() const
 {
     return std::max(1, *std::max_element(days_.cbegin(), days_.cend()));
 }

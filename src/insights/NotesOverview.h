@@ -25,7 +25,7 @@ class NotesOverview : public QObject {
     Q_PROPERTY(QList<int> placeCounts READ placeCounts NOTIFY changed)
     Q_PROPERTY(QString placesText READ placesText NOTIFY changed)
     Q_PROPERTY(QList<int> days READ days NOTIFY changed)
-    Q_PROPERTY(int mostOfADay READ mostOfADay NOTIFY changed)
+    Q_PROPERTY(int maxPerDay READ maxPerDay NOTIFY changed)
     Q_PROPERTY(QString daysText READ daysText NOTIFY changed)
 
 public:
@@ -48,7 +48,7 @@ public:
     /// Notes per day of the last two weeks, today last.
     [[nodiscard]] QList<int> days() const { return days_; }
     /// The largest of these, at least 1.
-    [[nodiscard]] int mostOfADay() const;
+    [[nodiscard]] int maxPerDay() const;
     /// In one line, for screen readers.
     [[nodiscard]] QString daysText() const;
 

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-constexpr qsizetype longestPlace = 120;
+constexpr qsizetype maxPlace = 120;
 } // namespace
 
 bool isPulled(const ReadingContext &context)
@@ -22,7 +22,7 @@ QString placeOf(const ReadingContext &context, bool english)
     if (isPulled(context)) {
         return english ? u"Synced notes"_s : u"已同步的笔记"_s;
     }
-    return presentableLine(context.displayName, longestPlace);
+    return presentableLine(context.displayName, maxPlace);
 }
 
 QString placeKey(const ReadingContext &context)

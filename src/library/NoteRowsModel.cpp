@@ -16,12 +16,12 @@ namespace vellumo {
 
 namespace {
 /// More than one line can show in the narrowest letters.
-constexpr qsizetype mostShown = 300;
+constexpr qsizetype maxShown = 300;
 } // namespace
 
-NoteRowsModel::NoteRowsModel(std::function<Tongue()> tongue, QObject *parent)
+NoteRowsModel::NoteRowsModel(std::function<TextContext()> textContext, QObject *parent)
     : QAbstractListModel(parent)
-    , tongue_(std::move(tongue))
+    , textContext_(std::move(textContext))
 {
 }
 
@@ -160,15 +160,16 @@ QVariant NoteRowsModel::data(const QModelIndex &index, int role) const
 
 QVariant NoteRowsModel::headingData(const Group &group, int role) const
 {
-    const Tongue tongue = tongue_();
+    const TextContext textContext = textContext_();
     const ReadingContext &context = notes_[group.firstNote].context;
     switch (role) {
     case Title:
-        return group.day.isValid() ? NoteDates::day(group.day, tongue.today, tongue.isEnglish)
-                                   : placeOf(context, tongue.isEnglish);
+        return group.day.isValid()
+            ? NoteDates::day(group.day, textContext.today, textContext.isEnglish)
+            : placeOf(context, textContext.isEnglish);
     case Detail: {
         const QUrl page = group.day.isValid() ? QUrl() : pageOf(context);
-        return page.isEmpty() ? QString() : presentableLine(page.path(), mostShown);
+        return page.isEmpty() ? QString() : presentableLine(page.path(), maxShown);
     }
     case FollowUps:
         return group.count;
@@ -182,20 +183,20 @@ QVariant NoteRowsModel::noteData(const NoteWithContext &entry, int role) const
     const ReadingNote &note = entry.note;
     switch (role) {
     case Title:
-        return presentableLine(note.sourceText, mostShown);
+        return presentableLine(note.sourceText, maxShown);
     case Detail:
         return presentableLine(note.explanation.isEmpty() ? note.translation : note.explanation,
-                               mostShown);
+                               maxShown);
     case When: {
-        const Tongue tongue = tongue_();
+        const TextContext textContext = textContext_();
         const QDateTime time = NoteDates::localTime(note.createdAt);
         return grouping_ == Grouping::ByDay
             ? NoteDates::clockTime(time)
-            : NoteDates::moment(time, tongue.today, tongue.isEnglish);
+            : NoteDates::moment(time, textContext.today, textContext.isEnglish);
     }
     case Place:
         return grouping_ == Grouping::ByPlace ? QString()
-                                              : placeOf(entry.context, tongue_().isEnglish);
+                                              : placeOf(entry.context, textContext_().isEnglish);
     case FollowUps:
         return static_cast<int>(note.followUps.size());
     default:

@@ -23,13 +23,13 @@ public:
 
     enum Role { IsHeading = Qt::UserRole, Title, Detail, When, Place, FollowUps, IsSelected };
 
-    struct Tongue {
+    struct TextContext {
         bool isEnglish;
         QDate today;
     };
 
-    /// `tongue` is asked for the language and the day whenever a text is made.
-    explicit NoteRowsModel(std::function<Tongue()> tongue, QObject *parent = nullptr);
+    /// `textContext` is asked for the language and the day whenever a text is made.
+    explicit NoteRowsModel(std::function<TextContext()> textContext, QObject *parent = nullptr);
 
     /// Shows those of the notes that `shown` names by their index, in its order.
     void setNotes(const QList<NoteWithContext> &notes, const QList<int> &shown, Grouping grouping);
@@ -68,7 +68,7 @@ private:
     [[nodiscard]] QVariant headingData(const Group &group, int role) const;
     [[nodiscard]] QVariant noteData(const NoteWithContext &entry, int role) const;
 
-    std::function<Tongue()> tongue_;
+    std::function<TextContext()> textContext_;
     std::function<bool(const QUuid &id)> selected_;
     QList<NoteWithContext> notes_;
     Grouping grouping_ = Grouping::None;

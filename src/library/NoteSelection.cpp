@@ -24,7 +24,7 @@ void NoteSelection::setActive(bool active)
     selected_.clear();
     before_.clear();
     anchor_ = -1;
-    tell();
+    publish();
 }
 
 void NoteSelection::toggle(int row)
@@ -39,7 +39,7 @@ void NoteSelection::toggle(int row)
     }
     anchor_ = row;
     before_ = selected_;
-    tell();
+    publish();
 }
 
 void NoteSelection::extendTo(int row)
@@ -59,7 +59,7 @@ void NoteSelection::extendTo(int row)
             selected_.insert(entry->note.id);
         }
     }
-    tell();
+    publish();
 }
 
 void NoteSelection::selectAll()
@@ -71,10 +71,10 @@ void NoteSelection::selectAll()
             selected_.insert(entry->note.id);
         }
     }
-    tell();
+    publish();
 }
 
-void NoteSelection::tell()
+void NoteSelection::publish()
 {
     rows_.refreshSelection();
     Q_EMIT changed();

@@ -45,7 +45,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void tell();
+    void publish();
 
     NoteRowsModel &rows_;
     bool isActive_ = false;

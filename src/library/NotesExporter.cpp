@@ -19,8 +19,8 @@ namespace vellumo {
 
 namespace {
 
-constexpr qsizetype longestFileName = 120;
-constexpr qsizetype longestDetail = 300;
+constexpr qsizetype maxFileName = 120;
+constexpr qsizetype maxDetail = 300;
 
 NotesExporter::State stateAfter(NotesExport::Outcome outcome)
 {
@@ -193,7 +193,7 @@ void NotesExporter::write()
 void NotesExporter::done(const NotesExport::Result &result)
 {
     state_ = stateAfter(result.outcome);
-    detail_ = presentableLine(result.detail, longestDetail);
+    detail_ = presentableLine(result.detail, maxDetail);
     if (state_ == State::Written) {
         written_ = total_;
         if (writtenMarks_ == library_.selection()->marked()) {
@@ -205,7 +205,7 @@ void NotesExporter::done(const NotesExport::Result &result)
 
 QString NotesExporter::fileName() const
 {
-    return presentableLine(QFileInfo(path_).fileName(), longestFileName);
+    return presentableLine(QFileInfo(path_).fileName(), maxFileName);
 }
 
 void NotesExporter::dismiss()

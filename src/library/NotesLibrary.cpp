@@ -39,10 +39,10 @@ NotesLibrary::NotesLibrary(NotesStoring &store, const Clock &clock, BilingualTex
     , clock_(clock)
     , texts_(texts)
     , rows_([this] {
-        return NoteRowsModel::Tongue{texts_.isEnglish(), today_};
+        return NoteRowsModel::TextContext{texts_.isEnglish(), today_};
     })
     , latest_([this] {
-        return NoteRowsModel::Tongue{texts_.isEnglish(), today_};
+        return NoteRowsModel::TextContext{texts_.isEnglish(), today_};
     })
 {
     connect(&store_, &NotesStoring::vellumoNotesDidChange, this, &NotesLibrary::storeChanged);

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-constexpr qsizetype longestText = 20000;
+constexpr qsizetype maxText = 20000;
 constexpr qsizetype longestAddress = 300;
 } // namespace
 
@@ -75,17 +75,17 @@ void OpenedNote::follow()
 
 QString OpenedNote::sourceText() const
 {
-    return entry_ ? presentableText(entry_->note.sourceText, longestText).trimmed() : QString();
+    return entry_ ? presentableText(entry_->note.sourceText, maxText).trimmed() : QString();
 }
 
 QString OpenedNote::translation() const
 {
-    return entry_ ? presentableText(entry_->note.translation, longestText).trimmed() : QString();
+    return entry_ ? presentableText(entry_->note.translation, maxText).trimmed() : QString();
 }
 
 QString OpenedNote::explanation() const
 {
-    return entry_ ? presentableText(entry_->note.explanation, longestText).trimmed() : QString();
+    return entry_ ? presentableText(entry_->note.explanation, maxText).trimmed() : QString();
 }
 
 QString OpenedNote::origin() const
@@ -118,9 +118,8 @@ QString OpenedNote::pageError() const
 bool OpenedNote::isShortened() const
 {
     return entry_
-        && (entry_->note.sourceText.size() > longestText
-            || entry_->note.translation.size() > longestText
-            || entry_->note.explanation.size() > longestText);
+        && (entry_->note.sourceText.size() > maxText || entry_->note.translation.size() > maxText
+            || entry_->note.explanation.size() > maxText);
 }
 
 void OpenedNote::askFurther()

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.MainWindow
 
-/// The page of this computer, with what the window knows of the sync.
+/// The page of this computer, with the state of the sync.
 ComputerPage {
     id: view
 

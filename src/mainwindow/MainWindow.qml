@@ -13,8 +13,8 @@ Window {
 
     width: Units.windowWidth
     height: Units.windowHeight
-    minimumWidth: Units.leastWindowWidth
-    minimumHeight: Units.leastWindowHeight
+    minimumWidth: Units.minWindowWidth
+    minimumHeight: Units.minWindowHeight
     color: Theme.ground
     title: "vellumo"
 

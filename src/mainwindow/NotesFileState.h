@@ -34,11 +34,12 @@ public:
     /// The newest file that could not be read and is kept, as the user would write it; empty when
     /// the user knows of it.
     [[nodiscard]] QString unreadableFile() const;
-    /// Whether that file has made room for a new one, under a name of its own. Otherwise it does
-    /// so with the next note that is saved.
+    /// Whether that file has made room for a new one, under another name. Otherwise that
+    /// happens with the next note that is saved.
     [[nodiscard]] bool isSetAside() const;
 
-    /// The user knows, now and in later runs, and also once the file is set aside.
+    /// Remembers that the user has seen the notice, in later runs and once the file is set aside as
+    /// well.
     Q_INVOKABLE void acknowledge();
 
 Q_SIGNALS:

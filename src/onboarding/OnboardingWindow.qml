@@ -19,8 +19,8 @@ Window {
 
     width: Units.onboardingWidth
     height: Units.onboardingHeight
-    minimumWidth: Units.leastOnboardingWidth
-    minimumHeight: Units.leastOnboardingHeight
+    minimumWidth: Units.minOnboardingWidth
+    minimumHeight: Units.minOnboardingHeight
     color: Theme.ground
     title: "vellumo"
 

@@ -24,9 +24,9 @@ const QString mutation = u"executeMutation"_s;
 const QString query = u"executeQuery"_s;
 
 constexpr auto timeout = 60s;
-constexpr auto usualTotalTimeout = 120s;
+constexpr auto defaultTotalTimeout = 120s;
 constexpr auto listTotalTimeout = 600s; // ten thousand notes over a slow line
-constexpr qint64 usualBodyLimit = qint64{1} * 1024 * 1024;
+constexpr qint64 defaultBodyLimit = qint64{1} * 1024 * 1024;
 constexpr qint64 listBodyLimit = qint64{32} * 1024 * 1024;
 constexpr qint64 maxReadAtOnce = qint64{256} * 1024; // some milliseconds of the main thread
 
@@ -58,7 +58,7 @@ SyncError::Kind kindOf(const AuthError &error)
     Q_UNREACHABLE();
 }
 
-/// Runs the action from the event loop, unless the context is gone by then.
+/// Runs the action from the event loop, unless the context is destroyed by then.
 void post(QObject *context, const std::function<void()> &action)
 {
     QMetaObject::invokeMethod(context, action, Qt::QueuedConnection);
@@ -66,8 +66,7 @@ void post(QObject *context, const std::function<void()> &action)
 
 } // namespace
 
-/// Reads the answer to a long listing on a thread of its own. Goes with the context that waits for
-/// it.
+/// Decodes a long listing on a worker thread. Owned by the context that waits for it.
 class DataConnectHistory::ListReading : public QObject {
 public:
     using Notes = Result<QList<ReadingNote>, DataConnectError>;
@@ -108,8 +107,8 @@ struct DataConnectHistory::Operation {
     QString kind;
     QString name;
     DataConnectVariables variables = {};
-    std::chrono::milliseconds totalTimeout = usualTotalTimeout;
-    qint64 bodyLimit = usualBodyLimit;
+    std::chrono::milliseconds totalTimeout = defaultTotalTimeout;
+    qint64 bodyLimit = defaultBodyLimit;
 };
 
 DataConnectHistory::DataConnectHistory(Collaborators collaborators)

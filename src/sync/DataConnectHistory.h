@@ -13,8 +13,8 @@ namespace vellumo {
 class Authenticating;
 class Clock;
 
-/// The backend that keeps a signed-in user's notes and profile, with four operations that it knows
-/// by name.
+/// Client of the backend that keeps a signed-in user's notes and profile, through four named
+/// operations.
 ///
 /// A failure completes its operation with an error and prints one diagnostic line. Nothing is
 /// retried. Without a configured backend every operation fails at once and prints nothing.
@@ -67,8 +67,8 @@ private:
     };
     using Answer = DataConnectWire::Answer;
     using Verdict = std::function<void(const std::optional<DataConnectError> &)>;
-    /// Reads the answer of an operation and says what is wrong with it, at once or later; not once
-    /// the context is gone.
+    /// Decodes an operation's answer and reports its error, at once or later; never once the
+    /// context is destroyed.
     using Reader = std::function<void(const Answer &, QObject *context, const Verdict &)>;
     [[nodiscard]] static Reader atOnce(std::optional<DataConnectError> (*read)(const Answer &));
     using Completion = std::function<void(const std::optional<Failure> &)>;

@@ -22,8 +22,7 @@ struct DataConnectError {
 /// An operation's variables; absent ones are not sent.
 using DataConnectVariables = QList<std::pair<QString, std::optional<QString>>>;
 
-/// The bodies of the notes service: what is sent and how the answers are read. Nothing here knows
-/// of a connection.
+/// Encodes requests to the notes service and decodes its answers. Independent of the connection.
 namespace DataConnectWire {
 
 [[nodiscard]] QByteArray requestBody(const QString &operationName,

@@ -12,7 +12,7 @@ namespace {
 using namespace std::chrono;
 
 constexpr sys_days referenceDay{year(2001) / January / 1};
-constexpr int mostFractionDigits = 9;
+constexpr int maxFractionDigits = 9;
 
 /// Takes pieces of fixed form off the text's start. After the first that does not fit, none does.
 class Scanner {
@@ -48,7 +48,7 @@ public:
             weight /= 10;
             ++count;
         } while (isSound_ && !rest_.isEmpty() && isDigit(rest_.front()));
-        isSound_ = isSound_ && count <= mostFractionDigits;
+        isSound_ = isSound_ && count <= maxFractionDigits;
         return value;
     }
 

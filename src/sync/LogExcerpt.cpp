@@ -14,7 +14,7 @@ namespace {
 
 constexpr qsizetype longest = 200;
 constexpr qsizetype window = 8;
-constexpr qsizetype shortestHidden = 3; // shorter values would hide half of every message
+constexpr qsizetype minHidden = 3; // shorter values would hide half of every message
 constexpr QChar ellipsis = u'\u2026';
 
 /// The last characters of a text, as many as are compared.
@@ -83,7 +83,7 @@ public:
             }
             take(c.toLower());
         }
-        if (last.size() >= shortestHidden && last.size() < window) {
+        if (last.size() >= minHidden && last.size() < window) {
             mark(last.text());
         }
     }

@@ -12,7 +12,7 @@ QML_ELEMENT
 
 enum class Kind : quint8 {
     None, ///< it succeeded
-    NotConfigured, ///< this installation knows no backend
+    NotConfigured, ///< no backend is configured
     SignedOut, ///< there is no session, or it is not accepted any more
     Unreachable, ///< no answer came
     Untrusted, ///< no TLS connection, or an untrusted certificate

@@ -71,8 +71,8 @@ QtObject {
     // the main window
     readonly property int windowWidth: 1040
     readonly property int windowHeight: 720
-    readonly property int leastWindowWidth: Math.min(960, units.scaled(640))
-    readonly property int leastWindowHeight: Math.min(520, units.scaled(440))
+    readonly property int minWindowWidth: Math.min(960, units.scaled(640))
+    readonly property int minWindowHeight: Math.min(520, units.scaled(440))
     readonly property int sideBar: units.scaled(208)
     readonly property int navigationItem: Math.max(36, units.scaled(34))
     readonly property int pageWidth: units.scaled(752)
@@ -93,8 +93,8 @@ QtObject {
     // the window of the first run
     readonly property int onboardingWidth: units.scaled(680)
     readonly property int onboardingHeight: units.scaled(560)
-    readonly property int leastOnboardingWidth: Math.min(960, units.scaled(480))
-    readonly property int leastOnboardingHeight: Math.min(520, units.scaled(400))
+    readonly property int minOnboardingWidth: Math.min(960, units.scaled(480))
+    readonly property int minOnboardingHeight: Math.min(520, units.scaled(400))
     /// A lower window leaves out what only decorates.
     readonly property int onboardingRoom: units.scaled(490)
     /// What the panel takes of the screen above the window when it shows how it looks.
