@@ -92,6 +92,7 @@ private Q_SLOTS:
 void PanelOnDesktopTest::hangsOnEveryWorkspaceInNoListAndStaysMapped()
 {
     Desk desk;
+    QRect firstPlace;
     for (int round = 0; round < 2; ++round) {
         desk.panel.present(IslandContent::loading(u"word"_s), {}, {});
         QVERIFY(waitUntil([&] { return desk.isOnEveryWorkspace(); }));
@@ -100,14 +101,18 @@ void PanelOnDesktopTest::hangsOnEveryWorkspaceInNoListAndStaysMapped()
             QVERIFY2(waitUntil([&] { return desk.hasState(state); }), state);
         }
         const QRect screen = desk.window->screen()->geometry();
+        if (round > 0) { // under load, a window manager applies the last size of the first round
+            QVERIFY(
+                waitUntil([&] { return desk.desktop.geometry(desk.id()) == firstPlace; }));
+        }
         const QRect place = desk.desktop.geometry(desk.id());
+        firstPlace = place;
         QCOMPARE(place.y(), screen.y());
         QCOMPARE(place.center().x(), screen.center().x());
         QVERIFY(waitUntil([&] { return desk.desktop.isVisible(desk.id()); }));
         desk.watch();
-        const int before = desk.window->height();
         desk.panel.present(IslandContent::result(explained, u"word"_s, {}), {}, {});
-        QVERIFY(waitUntil([&] { return desk.window->height() > before; }));
+        QVERIFY(waitUntil([&] { return desk.window->height() > place.height(); }));
         desk.outside.roundTrip();
         QCoreApplication::processEvents();
         QCOMPARE(desk.timesUnmapped, 0);

@@ -76,7 +76,7 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
     });
     settling_.setSingleShot(true);
     settling_.setInterval(100);
-    connect(&settling_, &QTimer::timeout, this, &QtFloatingPanel::takeOverPosition);
+    connect(&settling_, &QTimer::timeout, this, &QtFloatingPanel::settle);
     adaptToCompositor();
     if (style_.isDrawnAhead) {
         renderOnce();
@@ -243,6 +243,18 @@ void QtFloatingPanel::noticeMove()
     settling_.start();
 }
 
+void QtFloatingPanel::settle()
+{
+    if (style_.isMovable) {
+        takeOverPosition();
+    }
+    // A window manager that is still handling the last unmapping may keep the geometry from before.
+    const bool rests = !drag_.isUnderWay() && animation_.state() != QVariantAnimation::Running;
+    if (isVisible() && rests && window_->geometry() != native_) {
+        window_->setGeometry(native_);
+    }
+}
+
 /// Handles moves that the user makes through the window manager, and positions that the window
 /// manager refuses or changes.
 void QtFloatingPanel::takeOverPosition()
@@ -345,6 +357,7 @@ bool QtFloatingPanel::eventFilter(QObject *watched, QEvent *event)
         } else if (std::exchange(isNewlyMapped_, false)) {
             // Again: some window managers ignore what was set before they managed the window.
             shapeInput();
+            settling_.start(); // they may also ignore a geometry set before
         }
     }
     if (watched == window_.get()) {
@@ -360,6 +373,9 @@ bool QtFloatingPanel::eventFilter(QObject *watched, QEvent *event)
             break;
         case QEvent::Move:
             noticeMove();
+            break;
+        case QEvent::Resize:
+            settling_.start();
             break;
         default:
             break;

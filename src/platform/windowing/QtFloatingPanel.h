@@ -63,6 +63,7 @@ private:
     void handlePointer(const QPointerEvent &event);
     void noticeMove();
     void takeOverPosition();
+    void settle();
     void scheduleKeyboardReturn();
     void shapeVisiblePart();
     void shapeInput();
