@@ -20,7 +20,7 @@ CaptureWiring::CaptureWiring(Foundation &with, AIExplaining &aiService, NotesSto
     , selectionReader_({.workspace = with.platform.workspace(),
                         .accessibility = with.platform.accessibility(),
                         .pasteboard = with.platform.pasteboard(),
-                        .primary = with.platform.primarySelection(),
+                        .primary = &with.platform.primarySelection(),
                         .keys = with.platform.keys(),
                         .events = with.platform.events(),
                         .settings = &with.defaults},

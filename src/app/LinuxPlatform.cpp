@@ -4,20 +4,25 @@
 #include "app/LinuxPlatform.h"
 
 #include "app/ModuleFile.h"
+#include "app/WindowSystem.h"
 #include "settings/SettingsKeys.h"
+
+#include <QProcessEnvironment>
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
 LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
-    : accessibility_(
-        {.session = sessionBus_,
-         .defaults = defaults,
-         .settings = {.consent = settings::accessibilityConsent.name.toString(),
-                      .leftOff = settings::accessibilityLeftOff.name.toString()},
-         .prompting = consent,
-         .windowTitle = [this](qint64 pid) { return x11_.workspace().windowTitle(pid); }})
+    : accessibility_({.session = sessionBus_,
+                      .defaults = defaults,
+                      .settings = {.consent = settings::accessibilityConsent.name.toString(),
+                                   .leftOff = settings::accessibilityLeftOff.name.toString()},
+                      .prompting = consent,
+                      .windowTitle = [this](qint64 pid) { return windowTitle(pid); }})
+    , wayland_(isWaylandSession(QProcessEnvironment::systemEnvironment())
+                   ? WaylandSession::make(x11_, accessibility_.bus())
+                   : nullptr)
     , secrets_(sessionBus_, moduleFile(u"secretcipher.so"_s))
 {
     screenLock_.followLogins();
@@ -27,6 +32,22 @@ LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
         QObject::connect(&sessionBus_, &SessionBus::opened, &appearance_,
                          [this] { followSession(); });
     }
+}
+
+Workspace &LinuxPlatform::workspace()
+{
+    return wayland_ ? wayland_->workspace() : x11_.workspace();
+}
+
+PrimarySelection &LinuxPlatform::primarySelection()
+{
+    return wayland_ ? wayland_->primarySelection() : x11_.primarySelection();
+}
+
+std::optional<QString> LinuxPlatform::windowTitle(qint64 processIdentifier)
+{
+    return wayland_ ? wayland_->windowTitle(processIdentifier)
+                    : x11_.workspace().windowTitle(processIdentifier);
 }
 
 void LinuxPlatform::followSession()

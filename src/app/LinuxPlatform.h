@@ -7,6 +7,7 @@
 #include "platform/dbus/ScreenLockWatch.h"
 #include "platform/dbus/SecretServiceItems.h"
 #include "platform/dbus/SessionBus.h"
+#include "platform/wayland/WaylandSession.h"
 #include "platform/windowing/FieldPasting.h"
 #include "platform/x11/X11Backend.h"
 #include "platform/x11/X11ClipboardText.h"
@@ -16,17 +17,17 @@ namespace vellumo {
 class ConsentPrompting;
 class DefaultsStore;
 
-/// Implements the platform's interfaces for a Linux desktop under X11. Each other system gets a
-/// class of this form. Needs the application object.
+/// Implements the platform's interfaces for a Linux desktop under X11, or in a Wayland session
+/// through XWayland. Each other system gets a class of this form. Needs the application object.
 class LinuxPlatform {
 public:
     /// Both must outlive the platform.
     LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent);
 
     [[nodiscard]] EventMonitoring &events() { return x11_.eventMonitoring(); }
-    [[nodiscard]] Workspace &workspace() { return x11_.workspace(); }
+    [[nodiscard]] Workspace &workspace();
     [[nodiscard]] Pasteboard &pasteboard() { return x11_.pasteboard(); }
-    [[nodiscard]] PrimarySelection *primarySelection() { return &x11_.primarySelection(); }
+    [[nodiscard]] PrimarySelection &primarySelection();
     [[nodiscard]] KeyPosting &keys() { return x11_.keyPosting(); }
     [[nodiscard]] Accessibility &accessibility() { return accessibility_; }
     [[nodiscard]] DesktopAppearance &appearance() { return appearance_; }
@@ -35,11 +36,13 @@ public:
     [[nodiscard]] SessionBus &sessionBus() { return sessionBus_; }
 
 private:
+    [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier);
     void followSession();
 
     X11Backend x11_;
     SessionBus sessionBus_;
     AtspiAccessibility accessibility_;
+    std::unique_ptr<WaylandSession> wayland_; ///< null in an X11 session
     PortalAppearance appearance_;
     ScreenLockWatch screenLock_;
     SecretServiceItems secrets_;

@@ -35,6 +35,9 @@ public:
 
     explicit AtspiAccessibility(const Collaborators &with, QObject *parent = nullptr);
 
+    /// Returns the accessibility bus, which is open only while this process is trusted.
+    [[nodiscard]] AtspiBus &bus() { return bus_; }
+
     [[nodiscard]] bool isProcessTrusted() const override;
     bool isProcessTrustedWithPrompt() override;
     void refreshTrust() override;

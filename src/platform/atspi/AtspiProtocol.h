@@ -86,10 +86,13 @@ bool hasState(const StateSet &states, State state);
 /// Values of Accessible.GetRole, numbered by the protocol.
 enum class Role : quint32 {
     Invalid = 0,
+    Alert = 2,
     CheckBox = 7,
     CheckMenuItem = 8,
     ColumnHeader = 10,
     ComboBox = 11,
+    Dialog = 16,
+    FileChooser = 19,
     Frame = 23,
     InternalFrame = 28,
     List = 31,
@@ -114,6 +117,7 @@ enum class Role : quint32 {
     Text = 61,
     ToggleButton = 62,
     Viewport = 68,
+    Window = 69,
     Header = 71,
     Footer = 72,
     Paragraph = 73,

@@ -294,6 +294,7 @@ void QtFloatingPanel::orderFrontRegardless()
     if (!isVisible()) {
         isNewlyMapped_ = true;
         isAppearing_ = true;
+        x11::leaveOutOfLists(window_->winId());
         window_->show();
         x11::floatEverywhere(window_->winId());
     }

@@ -27,6 +27,7 @@ public:
     [[nodiscard]] X11Pasteboard &pasteboard() { return pasteboard_; }
     [[nodiscard]] X11PrimarySelection &primarySelection() { return primarySelection_; }
     [[nodiscard]] X11KeyPosting &keyPosting() { return keyPosting_; }
+    [[nodiscard]] X11Windows &windows() { return windows_; }
 
 private:
     X11Problems problems_;

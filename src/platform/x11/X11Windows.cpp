@@ -180,7 +180,6 @@ bool X11Windows::isScreenCovered()
         && place->y + place->height >= root->height;
 }
 
-/// Some window managers place unmanaged windows of their own around the others.
 std::optional<qint64> X11Windows::managerProcess()
 {
     const auto window = firstNumber(property(

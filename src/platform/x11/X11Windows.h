@@ -41,6 +41,10 @@ public:
     /// Returns the process whose connection made this window, as the server knows it.
     [[nodiscard]] std::optional<qint64> clientProcess(xcb_window_t window);
 
+    /// Returns the window manager's process, which in a Wayland session is the compositor. Absent
+    /// without a window manager that names its window.
+    [[nodiscard]] std::optional<qint64> managerProcess();
+
     [[nodiscard]] bool exists(xcb_window_t window);
 
     /// Returns whether the topmost window, except for ours, the window manager's and the
@@ -53,7 +57,6 @@ public:
 
 private:
     [[nodiscard]] bool isOfAnotherMachine(xcb_window_t window);
-    [[nodiscard]] std::optional<qint64> managerProcess();
     [[nodiscard]] QByteArray property(xcb_window_t window, xcb_atom_t name, xcb_atom_t type);
 
     X11Connection &connection_;

@@ -101,6 +101,7 @@ void X11Workspace::look()
     }
     activeWindow_ = window;
     activeProcess_ = process;
+    Q_EMIT activeWindowChanged();
     if (!activeProcess_ || *activeProcess_ == getpid()) {
         return;
     }
@@ -205,6 +206,14 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication()
     }
     resolve(); // its last change may not have been delivered yet
     return resolved_;
+}
+
+bool X11Workspace::isForeignWindowActive()
+{
+    if (connection_.isUsable()) {
+        look();
+    }
+    return activeProcess_ && *activeProcess_ != getpid();
 }
 
 bool X11Workspace::isOwnWindowActive() const

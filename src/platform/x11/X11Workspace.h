@@ -35,8 +35,18 @@ public:
     bool openFolder(const QString &path) override;
     bool openAccessibilitySettings() override;
 
+    /// Returns whether the active window is one of another process that the server knows.
+    [[nodiscard]] bool isForeignWindowActive();
+
+    /// Returns the installed applications. Refreshed when the event loop is idle.
+    [[nodiscard]] const DesktopEntries &entries() const { return entries_; }
+
     /// Returns the title of the active window; absent if it does not belong to the process.
     [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier);
+
+Q_SIGNALS:
+    /// Emitted for every change of the active window, also when there is none any more.
+    void activeWindowChanged();
 
 private:
     void handleEvent(const xcb_generic_event_t &event);

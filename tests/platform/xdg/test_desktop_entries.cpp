@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/xdg/DesktopEntries.h"
 #include "platform/xdg/ExecLine.h"
+#include "platform/xdg/StartedApplication.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void choosesLocalizedName();
     void rereadsChangedFolder();
     void splitsCommands();
+    void findsApplicationInUnits();
 };
 
 void TestDesktopEntries::findsDesktopEntry()
@@ -134,6 +136,27 @@ void TestDesktopEntries::splitsCommands()
     };
     for (const auto &each : cases) {
         QVERIFY2(execLine::words(each.value) == each.words, each.name);
+    }
+}
+
+void TestDesktopEntries::findsApplicationInUnits()
+{
+    const QString user = u"/user.slice/user-1000.slice/user@1000.service/app.slice/"_s;
+    const struct {
+        QString group;
+        QString id;
+    } rows[] = {
+        {user + u"app-gnome-org.gnome.Evince-2311.scope"_s, u"org.gnome.Evince"_s},
+        {user + u"app-org.kde.okular-0d6cc5d0.scope"_s, u"org.kde.okular"_s},
+        {user + u"app-gnome-firefox\\x2desr-77.scope"_s, u"firefox-esr"_s},
+        {user + u"app-org.kde.kate@12ab.service"_s, u"org.kde.kate"_s},
+        {user + u"dbus-:1.2-org.gnome.TextEditor@0.service"_s, u"org.gnome.TextEditor"_s},
+        {user + u"app-org.gnome.Terminal.slice/vte-spawn-1.scope"_s, u"org.gnome.Terminal"_s},
+        {user + u"session.slice"_s, {}},
+        {u"/"_s, {}},
+    };
+    for (const auto &row : rows) {
+        QCOMPARE(applicationIdInUnits(row.group), row.id);
     }
 }
 

@@ -67,6 +67,18 @@ bool isAvailable()
     return connection() != nullptr;
 }
 
+void leaveOutOfLists(WId window)
+{
+    auto *c = connection();
+    if (!c) {
+        return;
+    }
+    const std::array<xcb_atom_t, 2> states{atom(c, "_NET_WM_STATE_SKIP_TASKBAR"),
+                                           atom(c, "_NET_WM_STATE_SKIP_PAGER")};
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
+                        atom(c, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(), states.data());
+}
+
 void floatEverywhere(WId window)
 {
     auto *c = connection();

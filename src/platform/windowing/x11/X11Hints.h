@@ -13,6 +13,10 @@ namespace vellumo::x11 {
 
 [[nodiscard]] bool isAvailable();
 
+/// Keeps a window out of the task bar and the pager from its mapping on; to be called right before.
+/// GNOME announces other windows that it maps without giving them the keyboard.
+void leaveOutOfLists(WId window);
+
 /// Keeps a mapped window above others on every workspace and out of the task bar and the pager.
 void floatEverywhere(WId window);
 

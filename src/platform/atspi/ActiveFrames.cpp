@@ -1,0 +1,222 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/atspi/ActiveFrames.h"
+
+#include "platform/atspi/AtspiBus.h"
+#include "platform/atspi/AtspiQuestion.h"
+#include <QCoreApplication>
+#include <QDBusPendingCallWatcher>
+#include <QDBusReply>
+#include <vector>
+
+using namespace std::chrono_literals;
+
+namespace vellumo {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int replyTimeoutMs = 150;
+constexpr auto titleTime = 50ms;
+
+/// For the search at the start, when no event has been seen yet.
+constexpr auto firstSearchTime = 150ms;
+constexpr qsizetype maxApplications = 256;
+constexpr qsizetype maxFrames = 64;
+
+bool isWindowRole(Atspi::Role role)
+{
+    return role == Atspi::Role::Frame || role == Atspi::Role::Dialog || role == Atspi::Role::Alert
+        || role == Atspi::Role::FileChooser || role == Atspi::Role::Window;
+}
+
+ObjectReference busDaemon()
+{
+    return {QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")};
+}
+
+} // namespace
+
+ActiveFrames::ActiveFrames(AtspiBus &bus, std::function<bool(qint64)> isOfDesktop)
+    : bus_(bus)
+    , isOfDesktop_(std::move(isOfDesktop))
+{
+    connect(&bus_, &AtspiBus::opened, this, &ActiveFrames::listenOn);
+    connect(&bus_, &AtspiBus::closed, this, &ActiveFrames::forget);
+    if (const auto open = bus_.connection()) {
+        listenOn(*open);
+    }
+}
+
+void ActiveFrames::listenOn(const QDBusConnection &bus)
+{
+    QDBusConnection connection = bus;
+    connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
+                       QStringLiteral("StateChanged"), {QStringLiteral("active")}, QString(), this,
+                       SLOT(onStateChanged(QDBusMessage)));
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        Atspi::registryService(), QStringLiteral("/org/a11y/atspi/registry"),
+        QString::fromLatin1(Atspi::registry), QStringLiteral("RegisterEvent"));
+    message.setArguments({QStringLiteral("object:state-changed:active"), QStringList(), QString()});
+    connection.send(message);
+    findFirst();
+}
+
+void ActiveFrames::forget()
+{
+    candidate_.reset();
+    frame_ = {};
+    if (front_ && front_->isActive) {
+        setInactive();
+    }
+}
+
+void ActiveFrames::setInactive()
+{
+    front_->isActive = false;
+    front_->since = Clock::now();
+    Q_EMIT changed();
+}
+
+/// Looks for the frame that was active before this object listened.
+void ActiveFrames::findFirst()
+{
+    const auto bus = bus_.connection();
+    if (!bus) {
+        return;
+    }
+    AtspiQuestion question(*bus, unresponsive_, QDeadlineTimer(firstSearchTime));
+    const auto applications =
+        question.send(Atspi::rootOf(Atspi::registryService()), Atspi::accessible, "GetChildren")
+            .value<QList<ObjectReference>>()
+            .value_or(QList<ObjectReference>());
+    std::vector<std::pair<ObjectReference, PendingAnswer>> processes;
+    for (const ObjectReference &application : applications.mid(0, maxApplications)) {
+        processes.emplace_back(application,
+                               question.send(busDaemon(), "org.freedesktop.DBus",
+                                             "GetConnectionUnixProcessID", {application.service}));
+    }
+    std::vector<PendingAnswer> lists;
+    for (auto &[application, answer] : processes) {
+        // This process could not answer while it waits.
+        if (answer.value<quint32>() != QCoreApplication::applicationPid()) {
+            lists.push_back(question.send(application, Atspi::accessible, "GetChildren"));
+        }
+    }
+    std::vector<std::pair<ObjectReference, PendingAnswer>> states;
+    for (PendingAnswer &list : lists) {
+        const auto frames = list.value<QList<ObjectReference>>().value_or(QList<ObjectReference>());
+        for (const ObjectReference &frame : frames.mid(0, maxFrames)) {
+            states.emplace_back(frame, question.send(frame, Atspi::accessible, "GetState"));
+        }
+    }
+    for (auto &[frame, answer] : states) {
+        const auto state = answer.value<Atspi::StateSet>().value_or(Atspi::StateSet());
+        if (Atspi::hasState(state, Atspi::State::Active)) {
+            consider(frame);
+        }
+    }
+}
+
+QDBusPendingCall ActiveFrames::ask(const ObjectReference &object, const char *interface,
+                                   const char *method, const QVariantList &arguments)
+{
+    auto message = QDBusMessage::createMethodCall(
+        object.service, object.path, QString::fromLatin1(interface), QString::fromLatin1(method));
+    message.setArguments(arguments);
+    const auto bus = bus_.connection();
+    return bus ? bus->asyncCall(message, replyTimeoutMs)
+               : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, QString()));
+}
+
+void ActiveFrames::consider(const ObjectReference &object)
+{
+    candidate_.emplace(Candidate{
+        object, Clock::now(), ask(object, Atspi::accessible, "GetRole"),
+        ask(busDaemon(), "org.freedesktop.DBus", "GetConnectionUnixProcessID", {object.service}),
+        ask(Atspi::rootOf(object.service), Atspi::properties, "Get",
+            {QString::fromLatin1(Atspi::accessible), QStringLiteral("Name")})});
+    auto *watcher = new QDBusPendingCallWatcher(candidate_->name, this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, object] {
+        watcher->deleteLater();
+        settle(object);
+    });
+}
+
+/// Takes the candidate as the window in front if it is a window of an application. Blocks until its
+/// answers are there.
+void ActiveFrames::settle(const ObjectReference &object)
+{
+    if (!candidate_ || candidate_->object != object) {
+        return;
+    }
+    const Candidate candidate = *candidate_;
+    candidate_.reset();
+    const QDBusReply<quint32> process = QDBusPendingCall(candidate.process);
+    if (!process.isValid() || process.value() == QCoreApplication::applicationPid()) {
+        return; // before waiting for an answer of this process
+    }
+    const QDBusReply<quint32> role = QDBusPendingCall(candidate.role);
+    const QDBusReply<QVariant> name = QDBusPendingCall(candidate.name);
+    if (!role.isValid() || !isWindowRole(static_cast<Atspi::Role>(role.value()))) {
+        return;
+    }
+    if (isOfDesktop_(process.value())) {
+        leave(frame_);
+        return;
+    }
+    frame_ = object;
+    front_ = FrontWindow{.processIdentifier = process.value(),
+                         .applicationId = {},
+                         .applicationName = name.value().toString(),
+                         .since = candidate.since,
+                         .isActive = true};
+    Q_EMIT changed();
+}
+
+void ActiveFrames::leave(const ObjectReference &object)
+{
+    if (candidate_ && candidate_->object == object) {
+        candidate_.reset();
+    }
+    if (front_ && front_->isActive && frame_ == object) {
+        setInactive();
+    }
+}
+
+void ActiveFrames::onStateChanged(const QDBusMessage &message)
+{
+    const QVariantList arguments = message.arguments();
+    const auto bus = bus_.connection();
+    if (arguments.size() < 2 || arguments.at(0).toString() != u"active" || !bus
+        || message.service() == bus->baseService()) {
+        return;
+    }
+    const ObjectReference object{message.service(), message.path()};
+    if (arguments.at(1).toInt() == 0) {
+        leave(object);
+    } else if (!front_ || !front_->isActive || frame_ != object) {
+        consider(object);
+    }
+}
+
+std::optional<FrontWindow> ActiveFrames::frontWindow()
+{
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall); // events that have arrived
+    if (candidate_) {
+        settle(candidate_->object);
+    }
+    return front_;
+}
+
+std::optional<QString> ActiveFrames::windowTitle(qint64 processIdentifier)
+{
+    const auto bus = bus_.connection();
+    if (!bus || !front_ || !front_->isActive || front_->processIdentifier != processIdentifier) {
+        return std::nullopt;
+    }
+    AtspiQuestion question(*bus, unresponsive_, QDeadlineTimer(titleTime));
+    return question.sendGetProperty(frame_, Atspi::accessible, "Name").property<QString>();
+}
+
+} // namespace vellumo

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/FrontWindows.h"
+#include "platform/atspi/AtspiProtocol.h"
+#include "platform/atspi/UnresponsiveServices.h"
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <functional>
+
+namespace vellumo {
+
+class AtspiBus;
+
+/// Finds the window in front by the state "active" of its frame on the accessibility bus.
+/// Applications without accessibility are not seen. Windows of this process are ignored.
+class ActiveFrames : public FrontWindows {
+    Q_OBJECT
+
+public:
+    /// `bus` must outlive this object. `isOfDesktop` returns whether the process is the desktop's
+    /// shell, whose menus and overview are active at times but are no application's windows.
+    ActiveFrames(AtspiBus &bus, std::function<bool(qint64)> isOfDesktop);
+
+    [[nodiscard]] std::optional<FrontWindow> frontWindow() override;
+    [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier) override;
+
+private Q_SLOTS:
+    void onStateChanged(const QDBusMessage &message);
+
+private:
+    /// An activated object whose role and process are still awaited.
+    struct Candidate {
+        ObjectReference object;
+        std::chrono::steady_clock::time_point since;
+        QDBusPendingCall role;
+        QDBusPendingCall process;
+        QDBusPendingCall name;
+    };
+
+    void listenOn(const QDBusConnection &bus);
+    void forget();
+    void setInactive();
+    void findFirst();
+    void consider(const ObjectReference &object);
+    void settle(const ObjectReference &object);
+    void leave(const ObjectReference &object);
+    [[nodiscard]] QDBusPendingCall ask(const ObjectReference &object, const char *interface,
+                                       const char *method, const QVariantList &arguments = {});
+
+    AtspiBus &bus_;
+    std::function<bool(qint64)> isOfDesktop_;
+    UnresponsiveServices unresponsive_;
+    std::optional<Candidate> candidate_;
+    ObjectReference frame_;
+    std::optional<FrontWindow> front_;
+};
+
+} // namespace vellumo

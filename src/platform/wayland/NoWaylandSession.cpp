@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/wayland/WaylandSession.h"
+
+namespace vellumo {
+
+std::unique_ptr<WaylandSession> WaylandSession::make(X11Backend & /*x11*/, AtspiBus & /*bus*/)
+{
+    return nullptr;
+}
+
+} // namespace vellumo

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <optional>
+
+namespace vellumo {
+
+class AtspiBus;
+class PrimarySelection;
+class Workspace;
+class X11Backend;
+
+/// What replaces parts of the X11 backend in a Wayland session, where XWayland shows only its own
+/// windows. Main thread only.
+class WaylandSession {
+public:
+    WaylandSession() = default;
+    virtual ~WaylandSession() = default;
+    Q_DISABLE_COPY_MOVE(WaylandSession)
+
+    [[nodiscard]] virtual Workspace &workspace() = 0;
+    [[nodiscard]] virtual PrimarySelection &primarySelection() = 0;
+
+    /// Returns the title of the window in front; absent if it does not belong to the process.
+    [[nodiscard]] virtual std::optional<QString> windowTitle(qint64 processIdentifier) = 0;
+
+    /// Returns null when the program was built without Wayland. Both must outlive the session.
+    [[nodiscard]] static std::unique_ptr<WaylandSession> make(X11Backend &x11, AtspiBus &bus);
+};
+
+} // namespace vellumo

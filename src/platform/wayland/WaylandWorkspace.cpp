@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/wayland/WaylandWorkspace.h"
+
+#include "platform/x11/X11Workspace.h"
+#include "platform/xdg/StartedApplication.h"
+
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+/// Longer than windows take to pass the keyboard on.
+constexpr auto nextWindowTime = 150ms;
+
+} // namespace
+
+WaylandWorkspace::WaylandWorkspace(X11Workspace &x11, FrontWindows &native)
+    : x11_(x11)
+    , native_(native)
+{
+    announcing_.setSingleShot(true);
+    connect(&announcing_, &QTimer::timeout, this, &WaylandWorkspace::announce);
+    connect(&x11_, &X11Workspace::activeWindowChanged, this, &WaylandWorkspace::announceSoon);
+    connect(&native_, &FrontWindows::changed, this, &WaylandWorkspace::announceSoon);
+    connect(&x11_, &Workspace::didRenameFrontmostApplication, this, [this] {
+        if (x11_.isForeignWindowActive()) {
+            Q_EMIT didRenameFrontmostApplication();
+        }
+    });
+}
+
+void WaylandWorkspace::look()
+{
+    if (x11_.isForeignWindowActive()) {
+        front_ = x11_.frontmostApplication();
+        window_.reset();
+        return;
+    }
+    const auto window = native_.frontWindow();
+    if (x11_.isOwnWindowActive() || !window) {
+        if (!front_) {
+            front_ = x11_.frontmostApplication();
+        }
+        return;
+    }
+    if (!window_ || window_->since != window->since) {
+        window_ = window;
+        front_ = window->isActive ? describe(*window) : RunningApplication();
+    }
+}
+
+/// A window loses the keyboard before another one gets it.
+void WaylandWorkspace::announceSoon()
+{
+    const auto window = native_.frontWindow();
+    const bool isBetween = !x11_.isForeignWindowActive() && (!window || !window->isActive);
+    announcing_.start(isBetween ? nextWindowTime : 0ms);
+}
+
+RunningApplication WaylandWorkspace::describe(const FrontWindow &window) const
+{
+    RunningApplication application;
+    application.processIdentifier = window.processIdentifier;
+    const QString id = window.applicationId.isEmpty()
+        ? startedApplicationId(window.processIdentifier)
+        : window.applicationId;
+    const auto *entry =
+        x11_.entries().find(id, window.applicationName, programName(window.processIdentifier));
+    if (entry != nullptr) {
+        application.bundleIdentifier = entry->id;
+        application.localizedName = entry->name;
+        application.isTextEditor = entry->isTextEditor;
+    } else if (!window.applicationName.isEmpty()) {
+        application.localizedName = window.applicationName;
+    }
+    return application;
+}
+
+void WaylandWorkspace::announce()
+{
+    look();
+    const auto process = front_ ? std::optional<qint64>(front_->processIdentifier) : std::nullopt;
+    if (process == announcedProcess_) {
+        return;
+    }
+    announcedProcess_ = process;
+    if (process) {
+        Q_EMIT didActivateApplication(*process);
+    }
+}
+
+std::optional<RunningApplication> WaylandWorkspace::frontmostApplication()
+{
+    look();
+    return front_;
+}
+
+void WaylandWorkspace::skipPastActivations()
+{
+    x11_.skipPastActivations();
+    look();
+    announcedProcess_ = front_ ? std::optional<qint64>(front_->processIdentifier) : std::nullopt;
+}
+
+bool WaylandWorkspace::isScreenCovered()
+{
+    return x11_.isScreenCovered();
+}
+
+bool WaylandWorkspace::isOwnWindowActive() const
+{
+    return x11_.isOwnWindowActive();
+}
+
+QString WaylandWorkspace::ownSelectedText() const
+{
+    return x11_.ownSelectedText();
+}
+
+bool WaylandWorkspace::openUrl(const QUrl &url)
+{
+    return x11_.openUrl(url);
+}
+
+bool WaylandWorkspace::openFolder(const QString &path)
+{
+    return x11_.openFolder(path);
+}
+
+bool WaylandWorkspace::openAccessibilitySettings()
+{
+    return x11_.openAccessibilitySettings();
+}
+
+std::optional<QString> WaylandWorkspace::windowTitle(qint64 processIdentifier)
+{
+    if (x11_.isForeignWindowActive()) {
+        return x11_.windowTitle(processIdentifier);
+    }
+    return native_.windowTitle(processIdentifier);
+}
+
+} // namespace vellumo
