@@ -34,6 +34,11 @@ LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
     }
 }
 
+EventMonitoring &LinuxPlatform::events()
+{
+    return wayland_ ? wayland_->events() : x11_.eventMonitoring();
+}
+
 Workspace &LinuxPlatform::workspace()
 {
     return wayland_ ? wayland_->workspace() : x11_.workspace();

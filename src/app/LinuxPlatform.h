@@ -24,7 +24,7 @@ public:
     /// Both must outlive the platform.
     LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent);
 
-    [[nodiscard]] EventMonitoring &events() { return x11_.eventMonitoring(); }
+    [[nodiscard]] EventMonitoring &events();
     [[nodiscard]] Workspace &workspace();
     [[nodiscard]] Pasteboard &pasteboard() { return x11_.pasteboard(); }
     [[nodiscard]] PrimarySelection &primarySelection();

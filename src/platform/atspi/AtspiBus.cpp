@@ -108,14 +108,14 @@ void AtspiBus::open(const QString &address)
     const QString name = freshConnectionName();
     runInBackground(
         this, [result, address, name] { *result = QDBusConnection::connectToBus(address, name); },
-        [this, result] {
+        [this, result, address] {
             opening_ = false;
             if (!*result) {
                 return;
             }
             const QString opened = (*result)->name();
             if (wanted_ && (*result)->isConnected()) {
-                adopt(**result);
+                adopt(**result, address);
             } else {
                 result->reset();
                 QDBusConnection::disconnectFromBus(opened);
@@ -124,8 +124,9 @@ void AtspiBus::open(const QString &address)
         });
 }
 
-void AtspiBus::adopt(const QDBusConnection &bus)
+void AtspiBus::adopt(const QDBusConnection &bus, const QString &address)
 {
+    address_ = address;
     limitMessages(bus);
     bus_ = bus;
     retryDelayMs_ = firstRetryMs;

@@ -28,6 +28,9 @@ public:
     /// Keeps the bus open, or closes it.
     void setWanted(bool wanted);
 
+    /// Returns the address of the open bus, for further connections.
+    [[nodiscard]] QString address() const { return address_; }
+
     /// Returns the bus; absent while it is not open.
     [[nodiscard]] std::optional<QDBusConnection> connection();
     [[nodiscard]] bool isOpen() const { return bus_ && bus_->isConnected(); }
@@ -47,13 +50,14 @@ private Q_SLOTS:
 private:
     void find();
     void open(const QString &address);
-    void adopt(const QDBusConnection &bus);
+    void adopt(const QDBusConnection &bus, const QString &address);
     void close();
     void fail();
     void retryLater();
 
     SessionBus &session_;
     std::optional<QDBusConnection> bus_;
+    QString address_;
     QTimer retry_;
     int retryDelayMs_;
     bool wanted_ = false;

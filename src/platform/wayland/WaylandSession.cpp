@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 #include "platform/wayland/WaylandSession.h"
+#include "platform/wayland/WaylandEventMonitors.h"
 
 #include "platform/atspi/ActiveFrames.h"
+#include "platform/atspi/AltKeys.h"
 #include "platform/wayland/BridgedPrimarySelection.h"
 #include "platform/wayland/WaylandWorkspace.h"
 #include "platform/x11/X11Backend.h"
@@ -17,10 +19,14 @@ public:
         : x11_(x11)
         , frames_(bus, [this](qint64 process) { return process == compositor(); })
         , workspace_(x11.workspace(), frames_)
+        , altKeys_(bus)
+        , events_(x11.eventMonitoring())
         , primarySelection_(x11.primarySelection(), frames_, [this] { return compositor(); })
     {
+        events_.add(altKeys_);
     }
 
+    EventMonitoring &events() override { return events_; }
     Workspace &workspace() override { return workspace_; }
     PrimarySelection &primarySelection() override { return primarySelection_; }
     std::optional<QString> windowTitle(qint64 processIdentifier) override
@@ -35,6 +41,8 @@ private:
     X11Backend &x11_;
     ActiveFrames frames_;
     WaylandWorkspace workspace_;
+    AltKeys altKeys_;
+    WaylandEventMonitors events_;
     BridgedPrimarySelection primarySelection_;
 };
 

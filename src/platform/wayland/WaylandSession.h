@@ -9,6 +9,7 @@
 namespace vellumo {
 
 class AtspiBus;
+class EventMonitoring;
 class PrimarySelection;
 class Workspace;
 class X11Backend;
@@ -21,6 +22,7 @@ public:
     virtual ~WaylandSession() = default;
     Q_DISABLE_COPY_MOVE(WaylandSession)
 
+    [[nodiscard]] virtual EventMonitoring &events() = 0;
     [[nodiscard]] virtual Workspace &workspace() = 0;
     [[nodiscard]] virtual PrimarySelection &primarySelection() = 0;
 

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/wayland/TapMerger.h"
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace vellumo {
+
+namespace {
+
+/// Maximum delay between two sources' reports of the same event.
+constexpr auto sameEvent = 30ms;
+
+/// A key that is held longer is not tapped: its release was not reported, for example because the
+/// application that had the keyboard has ended.
+constexpr auto maxHold = 1500ms;
+
+bool isWithin(const std::optional<TapSource::Time> &earlier, TapSource::Time at)
+{
+    return earlier && at - *earlier < sameEvent;
+}
+
+} // namespace
+
+bool TapMerger::isHeld(Time at) const
+{
+    return std::ranges::any_of(held_,
+                               [at](const auto &hold) { return at - hold.second < maxHold; });
+}
+
+bool TapMerger::press(int source, Time at)
+{
+    const bool isKnown = isHeld(at) || isWithin(lastTap_, at)
+        || (source != lastPressSource_ && isWithin(lastPress_, at));
+    held_[source] = at;
+    if (!isKnown) {
+        lastPress_ = at;
+        lastPressSource_ = source;
+    }
+    return !isKnown;
+}
+
+bool TapMerger::release(int source, Time at)
+{
+    const bool wasHeld = held_.erase(source) > 0;
+    lastRelease_ = at;
+    return wasHeld && !isHeld(at);
+}
+
+bool TapMerger::tap(int /*source*/, Time at)
+{
+    if (isHeld(at) || isWithin(lastRelease_, at) || isWithin(lastTap_, at)) {
+        return false;
+    }
+    lastTap_ = at;
+    return true;
+}
+
+} // namespace vellumo

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/EventMonitoring.h"
+#include "platform/TapSource.h"
+#include "platform/wayland/TapMerger.h"
+#include <QList>
+#include <QObject>
+#include <chrono>
+#include <optional>
+
+namespace vellumo {
+
+class MonitorList;
+
+/// Input events of a Wayland session: those that XWayland sees, and the taps of Option that other
+/// sources report. Event times are on the steady clock.
+class WaylandEventMonitors : public QObject, public EventMonitoring {
+    Q_OBJECT
+
+public:
+    /// `x11` must outlive this object.
+    explicit WaylandEventMonitors(EventMonitoring &x11);
+    ~WaylandEventMonitors() override;
+    Q_DISABLE_COPY_MOVE(WaylandEventMonitors)
+
+    /// Listens to a source, which must outlive this object.
+    void add(TapSource &source);
+
+    [[nodiscard]] std::unique_ptr<EventMonitorHandle>
+    addGlobalMonitor(EventMask mask, std::function<void(const Event &)> handler) override;
+    [[nodiscard]] std::unique_ptr<EventMonitorHandle>
+    addLocalMonitor(EventMask mask, std::function<bool(const Event &)> handler) override;
+    bool waitForRelease(quint32 flags, QDeadlineTimer deadline) override;
+
+private:
+    void handleX11(const Event &event, MonitorList &monitors);
+    void deliver(quint32 flags, TapSource::Time at);
+    [[nodiscard]] TapSource::Time timeOf(const Event &event);
+
+    EventMonitoring &x11_;
+    std::shared_ptr<MonitorList> global_; ///< of changed flags
+    std::shared_ptr<MonitorList> local_;
+    std::unique_ptr<EventMonitorHandle> x11Global_;
+    std::unique_ptr<EventMonitorHandle> x11Local_;
+    QList<TapSource *> sources_;
+    TapMerger merger_;
+    std::optional<std::chrono::milliseconds> clockDistance_; ///< from the server's clock to ours
+};
+
+} // namespace vellumo
