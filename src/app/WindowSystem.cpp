@@ -33,7 +33,8 @@ WindowSystem chooseWindowSystem(const QProcessEnvironment &environment)
     WindowSystem system{true, "xcb", {}};
     if (isWayland) {
         system.remark =
-            u"on Wayland, double taps are heard in X11 windows, GTK 3 windows and Firefox only; for "
+            u"on Wayland, double taps are heard in X11 windows, GTK 3 windows and Firefox only; "
+            u"for "
             "the others, bind a keyboard shortcut of the desktop to: vellumo --explain"_s;
     }
     return system;

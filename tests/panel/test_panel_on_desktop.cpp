@@ -102,8 +102,7 @@ void PanelOnDesktopTest::hangsOnEveryWorkspaceInNoListAndStaysMapped()
         }
         const QRect screen = desk.window->screen()->geometry();
         if (round > 0) { // under load, a window manager applies the last size of the first round
-            QVERIFY(
-                waitUntil([&] { return desk.desktop.geometry(desk.id()) == firstPlace; }));
+            QVERIFY(waitUntil([&] { return desk.desktop.geometry(desk.id()) == firstPlace; }));
         }
         const QRect place = desk.desktop.geometry(desk.id());
         firstPlace = place;
