@@ -11,7 +11,7 @@ packages_build=(
     qt6-svg-dev libgl-dev rapidjson-dev libssl-dev
     libxcb1-dev libxcb-xkb-dev libxcb-xinput-dev libxcb-xtest0-dev libxcb-xfixes0-dev
     libxcb-res0-dev libxcb-shape0-dev libxcb-ewmh-dev libxcb-damage0-dev libxcb-shm0-dev
-    libxkbcommon-dev libxkbcommon-x11-dev
+    libxkbcommon-dev libxkbcommon-x11-dev libwayland-dev
 )
 # Runtime dependencies beyond the libraries of the development packages.
 packages_run=(

@@ -20,9 +20,9 @@ LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
                                    .leftOff = settings::accessibilityLeftOff.name.toString()},
                       .prompting = consent,
                       .windowTitle = [this](qint64 pid) { return windowTitle(pid); }})
-    , wayland_(isWaylandSession(QProcessEnvironment::systemEnvironment())
-                   ? WaylandSession::make(x11_, accessibility_.bus())
-                   : nullptr)
+    , wayland_(isWaylandSession(QProcessEnvironment::systemEnvironment()) ? WaylandSession::make(
+                   x11_, accessibility_.bus(), moduleFile(u"waylandclient.so"_s))
+                                                                          : nullptr)
     , secrets_(sessionBus_, moduleFile(u"secretcipher.so"_s))
 {
     screenLock_.followLogins();

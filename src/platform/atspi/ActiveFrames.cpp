@@ -60,6 +60,10 @@ void ActiveFrames::listenOn(const QDBusConnection &bus)
     message.setArguments({QStringLiteral("object:state-changed:active"), QStringList(), QString()});
     connection.send(message);
     findFirst();
+    if (!candidate_ && !front_) {
+        front_.emplace();
+        setInactive(); // of an application that is not seen here
+    }
 }
 
 void ActiveFrames::forget()

@@ -7,21 +7,32 @@
 #include "platform/atspi/AltKeys.h"
 #include "platform/wayland/BridgedPrimarySelection.h"
 #include "platform/wayland/WaylandWorkspace.h"
+#include "platform/wayland/client/WaylandClientModule.h"
 #include "platform/x11/X11Backend.h"
+#include <QLibrary>
 
 namespace vellumo {
 
 namespace {
 
+std::unique_ptr<PrimarySelection> makePrimarySelection(const QString &clientModule)
+{
+    const auto make = reinterpret_cast<waylandClientModule::MakePrimarySelection>(
+        QLibrary::resolve(clientModule, waylandClientModule::makePrimarySelection));
+    return std::unique_ptr<PrimarySelection>(make != nullptr ? make() : nullptr);
+}
+
 class Session : public WaylandSession {
 public:
-    Session(X11Backend &x11, AtspiBus &bus)
+    Session(X11Backend &x11, AtspiBus &bus, const QString &clientModule)
         : x11_(x11)
         , frames_(bus, [this](qint64 process) { return process == compositor(); })
         , workspace_(x11.workspace(), frames_)
         , altKeys_(bus)
         , events_(x11.eventMonitoring())
-        , primarySelection_(x11.primarySelection(), frames_, [this] { return compositor(); })
+        , managed_(makePrimarySelection(clientModule))
+        , primarySelection_(x11.primarySelection(), managed_.get(), frames_,
+                            [this] { return compositor(); })
     {
         events_.add(altKeys_);
     }
@@ -43,14 +54,16 @@ private:
     WaylandWorkspace workspace_;
     AltKeys altKeys_;
     WaylandEventMonitors events_;
+    std::unique_ptr<PrimarySelection> managed_; ///< null where the compositor has no such protocol
     BridgedPrimarySelection primarySelection_;
 };
 
 } // namespace
 
-std::unique_ptr<WaylandSession> WaylandSession::make(X11Backend &x11, AtspiBus &bus)
+std::unique_ptr<WaylandSession> WaylandSession::make(X11Backend &x11, AtspiBus &bus,
+                                                     const QString &clientModule)
 {
-    return std::make_unique<Session>(x11, bus);
+    return std::make_unique<Session>(x11, bus, clientModule);
 }
 
 } // namespace vellumo

@@ -30,7 +30,9 @@ public:
     [[nodiscard]] virtual std::optional<QString> windowTitle(qint64 processIdentifier) = 0;
 
     /// Returns null when the program was built without Wayland. Both must outlive the session.
-    [[nodiscard]] static std::unique_ptr<WaylandSession> make(X11Backend &x11, AtspiBus &bus);
+    /// `clientModule` is the path of the module that is a Wayland client.
+    [[nodiscard]] static std::unique_ptr<WaylandSession> make(X11Backend &x11, AtspiBus &bus,
+                                                              const QString &clientModule);
 };
 
 } // namespace vellumo

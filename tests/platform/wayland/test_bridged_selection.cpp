@@ -64,7 +64,7 @@ private Q_SLOTS:
                                 .since = std::chrono::steady_clock::now() - *row.sinceFront,
                                 .isActive = row.isActive};
             }
-            BridgedPrimarySelection selection(published, front, [] { return compositor; });
+            BridgedPrimarySelection selection(published, nullptr, front, [] { return compositor; });
             const auto publication = selection.publication();
             QCOMPARE(publication ? publication->processIdentifier : -1, row.process);
             QCOMPARE(publication && publication->isOver, row.isOver);
