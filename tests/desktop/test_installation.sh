@@ -85,6 +85,7 @@ for file in bin/vellumo share/vellumo/Info.json share/man/man1/vellumo.1 share/d
 done
 [ -e "$(find "$prefix" -path "*/vellumo/ed25519.so")" ] || die "the module for signatures is missing"
 [ -e "$(find "$prefix" -path "*/vellumo/secretcipher.so")" ] || die "the module for the keyring is missing"
+[ -e "$(find "$prefix" -path "*/vellumo/waylandclient.so")" ] || die "the module for Wayland is missing"
 for size in 16 22 24 32 48 64 128 256 512; do   # the size stands in the file's header
     [ "$(od -An -tu4 --endian=big -j16 -N8 "$share/icons/hicolor/${size}x$size/apps/$id.png" | xargs)" = "$size $size" ] ||
         die "the icon of $size pixels has another size"
