@@ -132,7 +132,7 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     const Runs runs = runsFromArguments(QCoreApplication::arguments());
-    measure(HttpServer::Security::plain, u"plain"_s, runs.of(301));
-    measure(HttpServer::Security::tls, u"TLS"_s, runs.of(301));
+    measure(HttpServer::Security::Plain, u"plain"_s, runs.of(301));
+    measure(HttpServer::Security::Tls, u"TLS"_s, runs.of(301));
     return 0;
 }

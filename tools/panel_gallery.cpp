@@ -79,13 +79,13 @@ public:
             present(IslandContent::result({repeated(answer.translation, 8), answer.explanation},
                                           repeated(selection + u" "_s, 6), {}));
         } else if (state == "error"_L1) {
-            panel_.showError(u"Select text first."_s, ErrorHelp::none);
+            panel_.showError(u"Select text first."_s, ErrorHelp::None);
         } else if (state == "untrusted"_L1) {
             panel_.showError(u"vellumo needs Accessibility permission — enable it in System "
                              "Settings → Privacy & Security → Accessibility."_s,
-                             ErrorHelp::permission);
+                             ErrorHelp::Permission);
         } else if (state == "sample"_L1) {
-            present(IslandContent::result(answer, selection, {}, SampleAnswers::unconfigured));
+            present(IslandContent::result(answer, selection, {}, SampleAnswers::Unconfigured));
         } else if (state == "demo"_L1) {
             present(IslandContent::demo(answer));
         } else if (state == "hostile"_L1) {

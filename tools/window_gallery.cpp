@@ -126,7 +126,7 @@ QList<View> views()
         desk.computer.accessibility.trusted = false;
         desk.computer.desktop.isPoor = true;
         desk.computer.desktop.state = DesktopReporting::Keyring::Locked;
-        desk.computer.login.now = LoginStart::State::switchedOff;
+        desk.computer.login.now = LoginStart::State::SwitchedOff;
         desk.secrets.isLocked = true;
     };
     const auto wrong = [](WindowDesk &desk) {

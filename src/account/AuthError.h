@@ -14,26 +14,26 @@ struct AuthError {
     enum class Kind : quint8 {
         server, ///< the token service refused; `message` is for the user
         notConfigured, ///< no account service is configured
-        network, ///< no answer came
-        unreadable, ///< the answer cannot be decoded
-        noBrowser, ///< the login page could not be opened
-        superseded, ///< another sign-in was started
+        Network, ///< no answer came
+        Unreadable, ///< the answer cannot be decoded
+        NoBrowser, ///< the login page could not be opened
+        Superseded, ///< another sign-in was started
         /// The login page returned without a session, or the session was ended meanwhile.
-        unfinished,
-        otherAccount, ///< the token service names another account than the login page did
-        cancelled, ///< cancelled by the user; not shown
+        Unfinished,
+        OtherAccount, ///< the token service names another account than the login page did
+        Cancelled, ///< cancelled by the user; not shown
     };
     Kind kind = Kind::server;
     QString message = {}; ///< for server: unchanged, so that it may repeat what was sent
     int status = 0; ///< for server: the HTTP status
-    HttpError::Kind network = HttpError::Kind::other; ///< for network
+    HttpError::Kind network = HttpError::Kind::Other; ///< for Network
     friend bool operator==(const AuthError &, const AuthError &) = default;
 
     /// Returns whether the session itself was refused, as opposed to a temporary failure of the
     /// request.
     [[nodiscard]] bool endsSession() const
     {
-        return kind == Kind::otherAccount
+        return kind == Kind::OtherAccount
             || (kind == Kind::server && status >= 400 && status <= 499 && status != 429);
     }
 };

@@ -62,7 +62,7 @@ HttpRequest refreshRequest(const QString &host, const QString &key, const QStrin
 std::optional<AuthError> errorOf(const Result<HttpResponse, HttpError> &answer)
 {
     if (!answer.isOk()) {
-        return AuthError{.kind = AuthError::Kind::network, .network = answer.error().kind};
+        return AuthError{.kind = AuthError::Kind::Network, .network = answer.error().kind};
     }
     const HttpResponse &response = answer.value();
     if (response.status >= 200 && response.status <= 299) {
@@ -316,7 +316,7 @@ void AuthService::forgetIDToken()
 void AuthService::signInWithGoogle()
 {
     signInWithGoogle(this, [this](const std::optional<AuthError> &error) {
-        if (error && error->kind != AuthError::Kind::cancelled) {
+        if (error && error->kind != AuthError::Kind::Cancelled) {
             Q_EMIT signInFailed(describe(*error, with_.texts));
         }
     });
@@ -330,7 +330,7 @@ void AuthService::openSignInPageAgain()
 void AuthService::cancelSignIn()
 {
     with_.browser.cancel();
-    endSignIn(AuthError{.kind = AuthError::Kind::cancelled});
+    endSignIn(AuthError{.kind = AuthError::Kind::Cancelled});
 }
 
 void AuthService::signInWithGoogle(QObject *context, SignInCompletion completion)
@@ -351,7 +351,7 @@ void AuthService::signInWithGoogle(QObject *context, SignInCompletion completion
     const int number = ++signInNumber_;
     isSignInBack_ = false;
     if (const auto older = std::exchange(signIn_, complete)) {
-        older(AuthError{.kind = AuthError::Kind::superseded});
+        older(AuthError{.kind = AuthError::Kind::Superseded});
     } else {
         Q_EMIT isWorkingChanged();
     }
@@ -372,7 +372,7 @@ void AuthService::completeSignIn(const Parameters &parameters)
     const QString refreshToken = parameters.value(u"refreshToken"_s);
     const User named{parameters.value(u"uid"_s), parameters.value(u"email"_s)};
     if (refreshToken.isEmpty() || named.uid.isEmpty()) {
-        endSignIn(AuthError{.kind = AuthError::Kind::unfinished});
+        endSignIn(AuthError{.kind = AuthError::Kind::Unfinished});
         return;
     }
     isSignInBack_ = true;
@@ -389,7 +389,7 @@ void AuthService::takeSignIn(const QString &refreshToken, const User &named,
                              const Result<Tokens, AuthError> &answer)
 {
     if (answer.isOk() && !isAccount(named, answer.value().uid, answer.value().email)) {
-        endSignIn(AuthError{.kind = AuthError::Kind::otherAccount});
+        endSignIn(AuthError{.kind = AuthError::Kind::OtherAccount});
         return;
     }
     if (answer.isOk()) {
@@ -429,7 +429,7 @@ void AuthService::signOut()
     with_.browser.cancel();
     endSession();
     with_.keychain.unlock();
-    endSignIn(AuthError{.kind = AuthError::Kind::unfinished});
+    endSignIn(AuthError{.kind = AuthError::Kind::Unfinished});
 }
 
 void AuthService::idToken(QObject *context, IdTokenCompletion completion)
@@ -520,13 +520,13 @@ AuthService::tokensIn(const Result<HttpResponse, HttpError> &answer)
         const auto subject = textIn(claims[u"sub"_s]);
         const bool isOneAccount = !tokens.uid || !subject || tokens.uid == subject;
         if (!isOneAccount) {
-            return AuthError{.kind = AuthError::Kind::unreadable};
+            return AuthError{.kind = AuthError::Kind::Unreadable};
         }
         tokens.uid = subject ? subject : tokens.uid;
         tokens.email = claims[u"email"_s].toString();
     }
     if (tokens.idToken.isEmpty() || tokens.refreshToken.isEmpty() || !lifetime.isString()) {
-        return AuthError{.kind = AuthError::Kind::unreadable};
+        return AuthError{.kind = AuthError::Kind::Unreadable};
     }
     return tokens;
 }
@@ -541,7 +541,7 @@ std::optional<AuthError> AuthService::applySession(const Result<Tokens, AuthErro
     // The address of an account may change, but only after the account is confirmed.
     const User stored{user_->uid, isUnconfirmed_ ? user_->email : QString()};
     if (!isAccount(stored, tokens.uid, tokens.email)) {
-        const AuthError error{.kind = AuthError::Kind::otherAccount};
+        const AuthError error{.kind = AuthError::Kind::OtherAccount};
         endSession();
         setProblem(error);
         return error;

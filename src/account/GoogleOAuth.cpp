@@ -39,7 +39,7 @@ GoogleOAuth::GoogleOAuth(Workspace &workspace, const QString &site)
 
 void GoogleOAuth::run(QObject *context, Completion completion)
 {
-    finish(AuthError{.kind = AuthError::Kind::superseded});
+    finish(AuthError{.kind = AuthError::Kind::Superseded});
     continuation_ = [context = QPointer<QObject>(context),
                      completion = std::move(completion)](const auto &result) {
         if (context) {
@@ -48,7 +48,7 @@ void GoogleOAuth::run(QObject *context, Completion completion)
         }
     };
     if (!workspace_.openUrl(loginPage_)) {
-        finish(AuthError{.kind = AuthError::Kind::noBrowser});
+        finish(AuthError{.kind = AuthError::Kind::NoBrowser});
     }
 }
 
@@ -61,7 +61,7 @@ void GoogleOAuth::openPageAgain()
 
 void GoogleOAuth::cancel()
 {
-    finish(AuthError{.kind = AuthError::Kind::cancelled});
+    finish(AuthError{.kind = AuthError::Kind::Cancelled});
 }
 
 void GoogleOAuth::handleCallback(const QString &url)
@@ -74,7 +74,7 @@ void GoogleOAuth::handleCallback(const QString &url)
         finish(parameters(url));
     } else {
         printDiagnostic(u"an address was opened that the login page does not come back with"_s);
-        finish(AuthError{.kind = AuthError::Kind::unfinished});
+        finish(AuthError{.kind = AuthError::Kind::Unfinished});
     }
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 std::optional<QString> textOf(const SecretAnswer &answer)
 {
-    if (answer.kind != SecretAnswer::Kind::found) {
+    if (answer.kind != SecretAnswer::Kind::Found) {
         return std::nullopt;
     }
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
@@ -34,7 +34,7 @@ void KeychainStore::checkMissing(const QString &account, QObject *context,
                                  std::function<void(bool)> completion)
 {
     items_.get(account, context, [completion = std::move(completion)](const SecretAnswer &answer) {
-        completion(answer.kind == SecretAnswer::Kind::missing);
+        completion(answer.kind == SecretAnswer::Kind::Missing);
     });
 }
 

@@ -79,8 +79,8 @@ void DesktopReport::askKeyring()
 {
     with_.platform.secrets().get(noItem, this, [this](const SecretAnswer &answer) {
         using Kind = SecretAnswer::Kind;
-        keyring_ = answer.kind == Kind::locked ? Keyring::Locked
-            : answer.kind == Kind::unavailable ? Keyring::Absent
+        keyring_ = answer.kind == Kind::Locked ? Keyring::Locked
+            : answer.kind == Kind::Unavailable ? Keyring::Absent
                                                : Keyring::Open;
         Q_EMIT changed();
     });

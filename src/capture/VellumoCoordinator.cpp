@@ -167,8 +167,8 @@ void VellumoCoordinator::explain(const QString &selection, const Place &place)
                                 } else {
                                     showError(u"vellumo could not explain this yet."_s,
                                               isMatterOfSettings(answer.error())
-                                                  ? ErrorHelp::service
-                                                  : ErrorHelp::none);
+                                                  ? ErrorHelp::Service
+                                                  : ErrorHelp::None);
                                 }
                             });
 }
@@ -196,7 +196,7 @@ void VellumoCoordinator::showEmptySelection()
     } else {
         showError(u"vellumo needs Accessibility permission — enable it in System Settings → "
                   "Privacy & Security → Accessibility."_s,
-                  ErrorHelp::permission);
+                  ErrorHelp::Permission);
     }
 }
 

@@ -97,7 +97,7 @@ private:
 
     [[nodiscard]] Place findPlace();
     void present(const IslandContent &content, const Place &place, std::function<void()> onDismiss);
-    void showError(const QString &message, ErrorHelp help = ErrorHelp::none);
+    void showError(const QString &message, ErrorHelp help = ErrorHelp::None);
     void beginPresentation(const Place &place);
     void explain(const QString &selection, const Place &place);
     void showExplanation(const ExplanationResult &result, SampleAnswers samples,

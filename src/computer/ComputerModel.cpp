@@ -63,7 +63,7 @@ QString ComputerModel::noCopyingIn() const
 bool ComputerModel::startsAtLogin() const
 {
     const LoginStart::State state = with_.login.state();
-    return state == LoginStart::State::on || state == LoginStart::State::onForAll;
+    return state == LoginStart::State::On || state == LoginStart::State::OnForAll;
 }
 
 QString ComputerModel::loginText() const
@@ -74,15 +74,15 @@ QString ComputerModel::loginText() const
                           u"无法写入开机启动的条目。"_s);
     }
     switch (with_.login.state()) {
-    case LoginStart::State::off:
-    case LoginStart::State::on:
+    case LoginStart::State::Off:
+    case LoginStart::State::On:
         return {};
-    case LoginStart::State::onForAll:
+    case LoginStart::State::OnForAll:
         return texts.pick(u"It is set for everyone on this computer."_s,
                           u"这台电脑为所有用户设置了启动。"_s);
-    case LoginStart::State::switchedOff:
+    case LoginStart::State::SwitchedOff:
         return texts.pick(u"It is set up, but turned off."_s, u"已设置,但已关闭。"_s);
-    case LoginStart::State::broken:
+    case LoginStart::State::Broken:
         return texts.pick(u"It is set up, but the program that it names is not there. Turn it on "
                           "again to mend it."_s,
                           u"已设置,但其中的程序不存在。重新打开即可修复。"_s);

@@ -57,43 +57,43 @@ QString of(HttpError::Kind kind, const BilingualText &texts)
 {
     using Kind = HttpError::Kind;
     switch (kind) {
-    case Kind::timedOut:
+    case Kind::TimedOut:
         return texts.pick(u"The service did not answer in time. Check the connection, or try a "
                           "quicker model."_s,
                           u"服务没有及时回应。请检查网络,或换一个更快的模型。"_s);
-    case Kind::cannotResolve:
+    case Kind::CannotResolve:
         return texts.pick(u"The service's name leads nowhere. Check the address and the "
                           "connection."_s,
                           u"找不到这个服务的地址。请检查地址和网络。"_s);
-    case Kind::refused:
+    case Kind::Refused:
         return texts.pick(u"Nothing listens at this address. Check that the server runs, and its "
                           "port."_s,
                           u"这个地址没有服务在运行。请确认服务器已启动,端口正确。"_s);
-    case Kind::untrusted:
+    case Kind::Untrusted:
         return texts.pick(
             u"No trusted connection: the service's certificate is not known here. "
             "Check the address and this computer's clock."_s,
             u"无法建立可信的连接:这台电脑不认可该服务的证书。请检查地址和系统时间。"_s);
-    case Kind::cutShort:
+    case Kind::CutShort:
         return texts.pick(u"The connection ended before the answer did. Try again."_s,
                           u"回答还没传完,连接就断了。请再试一次。"_s);
-    case Kind::tooLarge:
+    case Kind::TooLarge:
         return texts.pick(u"The answer was far too long. Check the address and the model."_s,
                           u"回答过长。请检查地址和模型。"_s);
-    case Kind::insecure:
+    case Kind::Insecure:
         return texts.pick(u"Not sent: the address must begin with https, since anyone on the way "
                           "could read along."_s,
                           u"没有发送:地址必须以 https 开头,否则途中的人都能看到内容。"_s);
-    case Kind::noAddress:
+    case Kind::NoAddress:
         return texts.pick(u"Not sent: the service's address is no web address. It looks like "
                           "https://example.org/v1."_s,
                           u"没有发送:服务的地址不是网址。它应该像 https://example.org/v1 这样。"_s);
-    case Kind::unsendable:
+    case Kind::Unsendable:
         return texts.pick(u"Not sent: the key has something in it that cannot be sent. Enter it "
                           "again."_s,
                           u"没有发送:密钥里有无法发送的内容。请重新填写。"_s);
-    case Kind::cancelled:
-    case Kind::other:
+    case Kind::Cancelled:
+    case Kind::Other:
         break;
     }
     return texts.pick(u"The service could not be reached. Check the connection."_s,
@@ -103,16 +103,16 @@ QString of(HttpError::Kind kind, const BilingualText &texts)
 QString of(KeyError::Kind kind, const BilingualText &texts)
 {
     switch (kind) {
-    case KeyError::Kind::late:
+    case KeyError::Kind::Late:
         return texts.pick(u"The keyring has not given the key yet. Try again in a moment."_s,
                           u"密钥环还没有给出密钥。请稍后再试。"_s);
-    case KeyError::Kind::locked:
+    case KeyError::Kind::Locked:
         return texts.pick(u"The key lies in the keyring, which is locked. Unlock it."_s,
                           u"密钥在密钥环里,而密钥环已锁定。请先解锁。"_s);
-    case KeyError::Kind::missing:
+    case KeyError::Kind::Missing:
         return texts.pick(u"There is no key for this address. Enter one."_s,
                           u"没有用于这个地址的密钥。请填写。"_s);
-    case KeyError::Kind::unavailable:
+    case KeyError::Kind::Unavailable:
         return texts.pick(u"The keyring that has the key is not there. Start it, or enter the key "
                           "for this session."_s,
                           u"保存密钥的密钥环不可用。请启动它,或为本次会话重新填写密钥。"_s);
@@ -147,26 +147,26 @@ QString faultText(const ConfigurationFault &fault, const BilingualText &texts)
 {
     using Kind = ConfigurationFault::Kind;
     switch (fault.kind) {
-    case Kind::unopenable:
+    case Kind::Unopenable:
         return texts
             .pick(u"%1 cannot be opened, so nothing in it counts. Check who may read it."_s,
                   u"无法打开 %1,其中的设置都不起作用。请检查文件权限。"_s)
             .arg(fault.path);
-    case Kind::malformed:
+    case Kind::Malformed:
         return texts
             .pick(u"%1 has a mistake in line %2, so nothing in it counts. Put the line right and "
                   "start vellumo again."_s,
                   u"%1 第 %2 行有错误,其中的设置都不起作用。请改正后重新启动 vellumo。"_s)
             .arg(fault.path)
             .arg(fault.line);
-    case Kind::entry:
+    case Kind::Entry:
         return texts
             .pick(
                 u"%1: the value of %2 does not count, since it is no text in quotation marks. Put "
                 "it right and start vellumo again."_s,
                 u"%1:%2 的值没有写成引号里的文字,因此不起作用。请改正后重新启动 vellumo。"_s)
             .arg(fault.path, fault.entry);
-    case Kind::address:
+    case Kind::Address:
         return texts
             .pick(u"%1 is no web address. It looks like https://example.org/v1. Put it right where "
                   "it is set, in the environment or in Info.json, and start vellumo again."_s,

@@ -40,12 +40,12 @@ ServiceForm::Mode ServiceForm::mode() const
         return Mode::Own;
     }
     switch (setup_.use()) {
-    case Use::samples:
+    case Use::Samples:
         return Mode::Samples;
-    case Use::configured:
-    case Use::environment:
+    case Use::Configured:
+    case Use::Environment:
         return Mode::Configured;
-    case Use::own:
+    case Use::Own:
         return Mode::Own;
     }
     Q_UNREACHABLE();
@@ -59,17 +59,17 @@ QString ServiceForm::fault() const
 
 bool ServiceForm::lacksKey(const QString &base) const
 {
-    return setup_.keyPlace(base) == Place::none && !base.isEmpty() && !isLoopback(QUrl(base));
+    return setup_.keyPlace(base) == Place::None && !base.isEmpty() && !isLoopback(QUrl(base));
 }
 
 bool ServiceForm::hasKey() const
 {
     switch (keyPlace()) {
-    case Place::keyring:
-    case Place::storing:
-    case Place::owed:
-    case Place::refused:
-    case Place::unkept:
+    case Place::Keyring:
+    case Place::Storing:
+    case Place::Owed:
+    case Place::Refused:
+    case Place::Unkept:
         return true;
     default:
         return false;
@@ -78,31 +78,31 @@ bool ServiceForm::hasKey() const
 
 bool ServiceForm::canForgetKey() const
 {
-    return keyPlace() != Place::none;
+    return keyPlace() != Place::None;
 }
 
 bool ServiceForm::canUnlock() const
 {
-    return keyPlace() == Place::locked || keyPlace() == Place::owed;
+    return keyPlace() == Place::Locked || keyPlace() == Place::Owed;
 }
 
 QString ServiceForm::addressError() const
 {
     switch (addressProblem_) {
-    case Problem::none:
+    case Problem::None:
         return {};
-    case Problem::noAddress:
+    case Problem::NoAddress:
         return texts_.pick(u"This is no web address. It looks like https://example.org/v1."_s,
                            u"这不是网址。它应该像 https://example.org/v1 这样。"_s);
-    case Problem::insecure:
+    case Problem::Insecure:
         return texts_.pick(
             u"It must begin with https. Only this computer, and addresses by number "
             "of your own network, are asked over http."_s,
             u"地址必须以 https 开头。只有这台电脑,以及局域网内用数字表示的地址,才能使用 http。"_s);
-    case Problem::credentials:
+    case Problem::Credentials:
         return texts_.pick(u"Leave the name and password before the @ out; the key goes below."_s,
                            u"请去掉 @ 前面的用户名和密码;密钥填在下面。"_s);
-    case Problem::query:
+    case Problem::Query:
         return texts_.pick(u"Leave out what follows the ? or #."_s,
                            u"请去掉 ? 或 # 之后的部分。"_s);
     }
@@ -112,16 +112,16 @@ QString ServiceForm::addressError() const
 QString ServiceForm::outcome() const
 {
     switch (said_) {
-    case Said::nothing:
+    case Said::Nothing:
         return {};
-    case Said::removed:
+    case Said::Removed:
         return removedText();
-    case Said::saved:
+    case Said::Saved:
         return savedText();
-    case Said::works:
+    case Said::Works:
         return texts_.pick(u"It works: the service has explained a word."_s,
                            u"可以使用:服务成功解释了一个词。"_s);
-    case Said::failure:
+    case Said::Failure:
         return failure_ ? failureText(*failure_, texts_) : QString();
     }
     Q_UNREACHABLE();
@@ -133,7 +133,7 @@ void ServiceForm::choose(Mode mode)
         return;
     }
     trial_.reset();
-    addressProblem_ = Problem::none;
+    addressProblem_ = Problem::None;
     showsOwn_ = false;
     if (mode == Mode::Samples) {
         setup_.useSamples();
@@ -143,7 +143,7 @@ void ServiceForm::choose(Mode mode)
         // What was entered earlier counts again; for the rest there is "Save".
         showsOwn_ = !setup_.resumeOwn();
     }
-    say(Said::nothing, false);
+    say(Said::Nothing, false);
 }
 
 std::optional<ServiceSetup::Entry> ServiceForm::entryOf(const QString &base, const QString &model,
@@ -153,8 +153,8 @@ std::optional<ServiceSetup::Entry> ServiceForm::entryOf(const QString &base, con
     const ServiceAddress address =
         isBaseFixed() ? ServiceAddress{.base = setup_.base()} : ServiceAddress::fromInput(base);
     addressProblem_ = address.problem;
-    if (address.problem != Problem::none) {
-        say(Said::nothing, false);
+    if (address.problem != Problem::None) {
+        say(Said::Nothing, false);
         return std::nullopt;
     }
     return ServiceSetup::Entry{address.base, isModelFixed() ? setup_.model() : model.trimmed(),
@@ -168,15 +168,15 @@ bool ServiceForm::save(const QString &base, const QString &model, const QString 
     if (!entry) {
         return false;
     }
-    if (entry->base.isEmpty() && entry->key.isEmpty() && setup_.keyPlace({}) == Place::none) {
-        failure_ = ExplanationFailure{.kind = KeyError::Kind::missing};
-        say(Said::failure, false);
+    if (entry->base.isEmpty() && entry->key.isEmpty() && setup_.keyPlace({}) == Place::None) {
+        failure_ = ExplanationFailure{.kind = KeyError::Kind::Missing};
+        say(Said::Failure, false);
         return false;
     }
     setup_.useOwn(*entry);
     typedBase_.reset();
     showsOwn_ = false;
-    say(Said::saved, true);
+    say(Said::Saved, true);
     return true;
 }
 
@@ -187,7 +187,7 @@ void ServiceForm::tryOut(const QString &base, const QString &model, const QStrin
         return;
     }
     trial_ = std::make_unique<QObject>();
-    say(Said::nothing, false);
+    say(Said::Nothing, false);
     // Whichever comes first, the answer or the end of its time, ends the trial.
     const auto end = [this,
                       trial = trial_.get()](const std::optional<ExplanationFailure> &failure) {
@@ -202,24 +202,24 @@ void ServiceForm::tryOut(const QString &base, const QString &model, const QStrin
         end(answer.isOk() ? std::nullopt : std::optional(summary(answer.error(), 0)));
     });
     clock_.after(trialTimeout, trial_.get(),
-                 [end] { end(ExplanationFailure{.kind = HttpError::Kind::timedOut}); });
+                 [end] { end(ExplanationFailure{.kind = HttpError::Kind::TimedOut}); });
 }
 
 void ServiceForm::endTrial(const std::optional<ExplanationFailure> &failure)
 {
     trial_.release()->deleteLater(); // it may be what calls this
     failure_ = failure;
-    say(failure ? Said::failure : Said::works, !failure);
+    say(failure ? Said::Failure : Said::Works, !failure);
 }
 
 void ServiceForm::forgetKey()
 {
     trial_.reset();
-    addressProblem_ = Problem::none;
+    addressProblem_ = Problem::None;
     removedBase_ = shownBase();
     showsOwn_ = true; // the usual service is not in use without its key
     setup_.forgetKey(removedBase_);
-    say(Said::removed, true);
+    say(Said::Removed, true);
 }
 
 void ServiceForm::unlock()
@@ -230,13 +230,13 @@ void ServiceForm::unlock()
 void ServiceForm::edited(const QString &base)
 {
     trial_.reset();
-    addressProblem_ = Problem::none;
+    addressProblem_ = Problem::None;
     const ServiceAddress address = ServiceAddress::fromInput(base);
-    if (!isBaseFixed() && address.problem == Problem::none && address.base != shownBase()) {
+    if (!isBaseFixed() && address.problem == Problem::None && address.base != shownBase()) {
         typedBase_ = address.base;
         setup_.loadKey(address.base);
     }
-    say(Said::nothing, false);
+    say(Said::Nothing, false);
 }
 
 void ServiceForm::say(Said said, bool isGood)

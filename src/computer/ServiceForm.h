@@ -51,9 +51,9 @@ public:
 
     /// The choice that is shown; an own service need not be in use yet.
     [[nodiscard]] Mode mode() const;
-    [[nodiscard]] bool isForced() const { return setup_.use() == ServiceSetup::Use::environment; }
+    [[nodiscard]] bool isForced() const { return setup_.use() == ServiceSetup::Use::Environment; }
     [[nodiscard]] bool hasConfigured() const { return setup_.hasConfigured(); }
-    [[nodiscard]] bool isInUse() const { return setup_.use() == ServiceSetup::Use::own; }
+    [[nodiscard]] bool isInUse() const { return setup_.use() == ServiceSetup::Use::Own; }
     /// Whether a token that names the account of a signed-in user goes along with a selection.
     [[nodiscard]] bool sendsToken() const { return setup_.sendsToken(); }
     [[nodiscard]] QString host() const { return setup_.host(); }
@@ -96,7 +96,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    enum class Said : quint8 { nothing, removed, saved, works, failure };
+    enum class Said : quint8 { Nothing, Removed, Saved, Works, Failure };
 
     /// Nothing, with the reason shown, when there is no such address.
     [[nodiscard]] std::optional<ServiceSetup::Entry>
@@ -116,8 +116,8 @@ private:
     bool showsOwn_ = false; ///< although something else is in use
     std::optional<QString> typedBase_; ///< unless it was saved, or is no address
     QString removedBase_; ///< whose key was removed last
-    ServiceAddress::Problem addressProblem_ = ServiceAddress::Problem::none;
-    Said said_ = Said::nothing;
+    ServiceAddress::Problem addressProblem_ = ServiceAddress::Problem::None;
+    Said said_ = Said::Nothing;
     bool isGood_ = false;
     std::optional<ExplanationFailure> failure_;
     std::unique_ptr<QObject> trial_; ///< ends the request when it goes

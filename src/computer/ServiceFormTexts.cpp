@@ -57,7 +57,7 @@ QString ServiceForm::sentText() const
 QString ServiceForm::keyText() const
 {
     switch (keyPlace()) {
-    case Place::none:
+    case Place::None:
         if (lacksKey(shownBase())) {
             return texts_.pick(
                 u"There is no key for this address yet. Leave this empty if the server needs "
@@ -69,24 +69,24 @@ QString ServiceForm::keyText() const
             u"Leave it empty for a server that needs none. A key is kept in your "
             "keyring, if there is one, and never in a file."_s,
             u"服务器不需要密钥时可以留空。密钥只保存在密钥环里(如果有),不会写进任何文件。"_s);
-    case Place::awaited:
+    case Place::Awaited:
         return texts_.pick(u"The keyring has not answered yet."_s, u"密钥环还没有回应。"_s);
-    case Place::keyring:
+    case Place::Keyring:
         return texts_.pick(u"The key is in your keyring. Leave this empty to keep it."_s,
                            u"密钥已保存在密钥环里。留空则保持不变。"_s);
-    case Place::storing:
+    case Place::Storing:
         return texts_.pick(u"In use. It is on its way to the keyring."_s,
                            u"已生效,正在存入密钥环。"_s);
-    case Place::owed:
+    case Place::Owed:
         return texts_.pick(
             u"In use. The keyring is locked: the key is kept there once you "
             "unlock it, and otherwise only until vellumo ends."_s,
             u"已生效。密钥环已锁定:解锁后密钥会存进去,否则只保留到 vellumo 退出。"_s);
-    case Place::refused:
+    case Place::Refused:
         return texts_.pick(u"In use until vellumo ends: the keyring has not taken it. Save it "
                            "again to try once more."_s,
                            u"在 vellumo 退出前有效:密钥环没有收下它。可以重新填写并保存。"_s);
-    case Place::unkept:
+    case Place::Unkept:
         return texts_
             .pick(u"In use until vellumo ends: there is no keyring here to keep it. Start one, or "
                   "name the service in %1 (OPENAI_API_KEY, OPENAI_BASE_URL), where the key can be "
@@ -95,12 +95,12 @@ QString ServiceForm::keyText() const
                   u"退出前有效:这里没有可用的密钥环来保存它。可以启动一个密钥环,或把服务写进 "
                   "%1(OPENAI_API_KEY、OPENAI_BASE_URL),但能读到你文件的人也能读到密钥。"_s)
             .arg(file());
-    case Place::locked:
+    case Place::Locked:
         return texts_.pick(u"The key is in your keyring, which is locked."_s,
                            u"密钥在密钥环里,而密钥环已锁定。"_s);
-    case Place::missing:
-        return failureText({.kind = KeyError::Kind::missing}, texts_);
-    case Place::unavailable:
+    case Place::Missing:
+        return failureText({.kind = KeyError::Kind::Missing}, texts_);
+    case Place::Unavailable:
         return texts_.pick(u"The key is in a keyring that is not there now. You can enter it again "
                            "for this session."_s,
                            u"密钥所在的密钥环现在不可用。可以为本次会话重新填写。"_s);
@@ -111,7 +111,7 @@ QString ServiceForm::keyText() const
 QString ServiceForm::savedText() const
 {
     const Place place = setup_.keyPlace(setup_.base());
-    if (place == Place::unkept || place == Place::refused) {
+    if (place == Place::Unkept || place == Place::Refused) {
         return texts_.pick(u"Saved, but the key only until vellumo ends."_s,
                            u"已保存,但密钥只保留到 vellumo 退出。"_s);
     }
@@ -128,11 +128,11 @@ QString ServiceForm::removedText() const
 {
     using Removal = ServiceKeys::Removal;
     switch (setup_.keyRemoval(removedBase_)) {
-    case Removal::done:
+    case Removal::Done:
         return texts_.pick(u"The key is removed."_s, u"密钥已移除。"_s);
-    case Removal::asked:
+    case Removal::Asked:
         return texts_.pick(u"The key is not used any more."_s, u"密钥不再使用。"_s);
-    case Removal::owed:
+    case Removal::Owed:
         return texts_.pick(u"The key is not used any more. It leaves the keyring as soon as that "
                            "is unlocked, now or later."_s,
                            u"密钥不再使用。密钥环解锁后(现在或以后),它就会从中移除。"_s);

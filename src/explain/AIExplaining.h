@@ -30,8 +30,8 @@ public:
                           QObject *context, ExplanationCompletion<QString> completion) = 0;
 
     /// Returns whether answers to later questions are samples, which must be marked as such.
-    [[nodiscard]] virtual SampleAnswers samples() const { return SampleAnswers::none; }
-    [[nodiscard]] bool answersAreSamples() const { return samples() != SampleAnswers::none; }
+    [[nodiscard]] virtual SampleAnswers samples() const { return SampleAnswers::None; }
+    [[nodiscard]] bool answersAreSamples() const { return samples() != SampleAnswers::None; }
 };
 
 } // namespace vellumo

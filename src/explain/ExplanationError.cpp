@@ -25,13 +25,13 @@ QString describe(ServiceError::Kind kind, int status)
 QString describe(KeyError::Kind kind)
 {
     switch (kind) {
-    case KeyError::Kind::late:
+    case KeyError::Kind::Late:
         return u"the keyring has not given the key yet"_s;
-    case KeyError::Kind::locked:
+    case KeyError::Kind::Locked:
         return u"the keyring with the key is locked"_s;
-    case KeyError::Kind::missing:
+    case KeyError::Kind::Missing:
         return u"no key for this service"_s;
-    case KeyError::Kind::unavailable:
+    case KeyError::Kind::Unavailable:
         return u"no keyring to read the key from"_s;
     }
     Q_UNREACHABLE();
@@ -74,12 +74,12 @@ bool isMatterOfSettings(const ExplanationError &error)
     }
     if (const auto *network = std::get_if<HttpError::Kind>(&failure.kind)) {
         using Kind = HttpError::Kind;
-        return *network == Kind::insecure || *network == Kind::noAddress
-            || *network == Kind::unsendable || *network == Kind::cannotResolve
-            || *network == Kind::refused;
+        return *network == Kind::Insecure || *network == Kind::NoAddress
+            || *network == Kind::Unsendable || *network == Kind::CannotResolve
+            || *network == Kind::Refused;
     }
     const auto *key = std::get_if<KeyError::Kind>(&failure.kind);
-    return !key || *key != KeyError::Kind::late;
+    return !key || *key != KeyError::Kind::Late;
 }
 
 QString describe(const ExplanationFailure &failure)

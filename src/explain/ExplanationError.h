@@ -32,12 +32,12 @@ struct DecodingError {
 /// The key for the service is not available, so that nothing was sent.
 struct KeyError {
     enum class Kind : quint8 {
-        late, ///< the keyring has not answered yet
-        locked, ///< the keyring is closed
-        missing, ///< the keyring has no key for the service's address
-        unavailable, ///< there is no keyring
+        Late, ///< the keyring has not answered yet
+        Locked, ///< the keyring is closed
+        Missing, ///< the keyring has no key for the service's address
+        Unavailable, ///< there is no keyring
     };
-    Kind kind = Kind::missing;
+    Kind kind = Kind::Missing;
     friend bool operator==(const KeyError &, const KeyError &) = default;
 };
 
@@ -51,7 +51,7 @@ using ExplanationError = std::variant<ServiceError, DecodingError, HttpError, Ke
 /// The part of an error that may be kept, shown and logged. Has nothing that was sent or received.
 struct ExplanationFailure {
     std::variant<ServiceError::Kind, DecodingError, HttpError::Kind, KeyError::Kind> kind =
-        HttpError::Kind::other;
+        HttpError::Kind::Other;
     int status = 0; ///< of badStatus
     double at = 0; ///< seconds since the reference date
     friend bool operator==(const ExplanationFailure &, const ExplanationFailure &) = default;

@@ -30,9 +30,9 @@ struct ExplanationResult {
 
 /// Whether answers are built-in samples, and why.
 enum class SampleAnswers : quint8 {
-    none, ///< a service answers
-    unconfigured, ///< there is no service, or the user prefers samples
-    misconfigured, ///< the configuration of the service has a mistake
+    None, ///< a service answers
+    Unconfigured, ///< there is no service, or the user prefers samples
+    Misconfigured, ///< the configuration of the service has a mistake
 };
 
 /// One turn of a conversation about a selection. A transcript is a list of turns, oldest first.

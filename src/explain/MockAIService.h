@@ -14,7 +14,7 @@ class Clock;
 class MockAIService : public AIExplaining {
 public:
     /// The clock must outlive this object.
-    explicit MockAIService(Clock &clock, SampleAnswers reason = SampleAnswers::unconfigured);
+    explicit MockAIService(Clock &clock, SampleAnswers reason = SampleAnswers::Unconfigured);
 
     void explain(const ExplanationRequest &request, QObject *context,
                  ExplanationCompletion<ExplanationResult> completion) override;

@@ -41,18 +41,18 @@ ServiceAddress ServiceAddress::fromInput(const QString &text)
     }
     const auto wrong = [](Problem problem) { return ServiceAddress{{}, problem}; };
     if (std::ranges::any_of(typed, [](QChar c) { return c.isSpace() || !c.isPrint(); })) {
-        return wrong(Problem::noAddress);
+        return wrong(Problem::NoAddress);
     }
     QUrl url(withScheme(typed), QUrl::StrictMode);
     if (!url.userInfo().isEmpty()) {
-        return wrong(Problem::credentials);
+        return wrong(Problem::Credentials);
     }
     if (const auto refusal = refusalOf(url)) {
-        return wrong(refusal->kind == HttpError::Kind::insecure ? Problem::insecure
-                                                                : Problem::noAddress);
+        return wrong(refusal->kind == HttpError::Kind::Insecure ? Problem::Insecure
+                                                                : Problem::NoAddress);
     }
     if (url.hasQuery() || url.hasFragment()) {
-        return wrong(Problem::query);
+        return wrong(Problem::Query);
     }
     QString path = withoutSlashes(url.path(QUrl::FullyEncoded));
     if (path.isEmpty()) {
@@ -62,7 +62,7 @@ ServiceAddress ServiceAddress::fromInput(const QString &text)
         path = withoutSlashes(path.chopped(method.size()));
     }
     url.setPath(path, QUrl::StrictMode);
-    return {url.toString(QUrl::FullyEncoded), Problem::none};
+    return {url.toString(QUrl::FullyEncoded), Problem::None};
 }
 
 } // namespace vellumo

@@ -10,15 +10,15 @@ namespace vellumo {
 /// The base address of a service, as typed or pasted by the user.
 struct ServiceAddress {
     enum class Problem : quint8 {
-        none,
-        noAddress, ///< contains white space, has no host, or a scheme other than http and https
-        insecure, ///< http to a host beyond this machine and private networks
-        credentials, ///< contains a user name or password
-        query, ///< has a query or fragment
+        None,
+        NoAddress, ///< contains white space, has no host, or a scheme other than http and https
+        Insecure, ///< http to a host beyond this machine and private networks
+        Credentials, ///< contains a user name or password
+        Query, ///< has a query or fragment
     };
 
     QString base; ///< normalized, without a trailing slash; empty for the default service
-    Problem problem = Problem::none;
+    Problem problem = Problem::None;
 
     /// Normalizes the input: adds a missing scheme (https, or http for this machine and private
     /// addresses) and a missing path (/v1), and removes /chat/completions.

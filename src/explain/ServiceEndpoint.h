@@ -33,7 +33,7 @@ public:
     [[nodiscard]] ServiceEndpoint withKey(const QString &key) const;
 
     /// Returns the URL of requests. Empty if the configured base is not a URL: each question then
-    /// fails with HttpError::Kind::noAddress, and the key is not sent.
+    /// fails with HttpError::Kind::NoAddress, and the key is not sent.
     [[nodiscard]] const QUrl &url() const { return url_; }
     /// Returns scheme, host and port in the form of originOf().
     [[nodiscard]] QString origin() const;

@@ -37,7 +37,7 @@ ServiceKeys::ServiceKeys(DefaultsStore &defaults, SecretItems &secrets, Clock &c
         removeOwed();
         const QStringList origins = held_.keys();
         for (const QString &origin : origins) {
-            if (held_.value(origin).place != Place::keyring) {
+            if (held_.value(origin).place != Place::Keyring) {
                 read(origin);
             }
         }
@@ -52,14 +52,14 @@ bool ServiceKeys::has(const QString &origin) const
 
 ServiceKeys::Place ServiceKeys::placeOf(const QString &origin) const
 {
-    return has(origin) ? held_.value(origin).place : Place::none;
+    return has(origin) ? held_.value(origin).place : Place::None;
 }
 
 ServiceKeys::Removal ServiceKeys::removalOf(const QString &origin) const
 {
-    return !settings::serviceKeysToRemove.value(defaults_).contains(origin) ? Removal::done
-        : unremoved_.contains(origin)                                       ? Removal::owed
-                                                                            : Removal::asked;
+    return !settings::serviceKeysToRemove.value(defaults_).contains(origin) ? Removal::Done
+        : unremoved_.contains(origin)                                       ? Removal::Owed
+                                                                            : Removal::Asked;
 }
 
 Result<QString, KeyError> ServiceKeys::keyFor(const QString &origin) const
@@ -68,14 +68,14 @@ Result<QString, KeyError> ServiceKeys::keyFor(const QString &origin) const
         return key;
     }
     switch (placeOf(origin)) {
-    case Place::awaited:
-        return KeyError{KeyError::Kind::late};
-    case Place::locked:
-        return KeyError{KeyError::Kind::locked};
-    case Place::unavailable:
-        return KeyError{KeyError::Kind::unavailable};
+    case Place::Awaited:
+        return KeyError{KeyError::Kind::Late};
+    case Place::Locked:
+        return KeyError{KeyError::Kind::Locked};
+    case Place::Unavailable:
+        return KeyError{KeyError::Kind::Unavailable};
     default:
-        return KeyError{KeyError::Kind::missing};
+        return KeyError{KeyError::Kind::Missing};
     }
 }
 
@@ -83,7 +83,7 @@ void ServiceKeys::enter(const QString &origin, const QString &key)
 {
     setListed(settings::serviceKeysToRemove, origin, false);
     setListed(settings::serviceKeysFor, origin, true);
-    held_.insert(origin, {key, Place::storing});
+    held_.insert(origin, {key, Place::Storing});
     secrets_.set(accountOf(origin), key.toUtf8());
     secrets_.unlock();
     read(origin); // reads it back for the result
@@ -119,7 +119,7 @@ void ServiceKeys::whenKnown(const QString &origin, QObject *context,
     }
     const auto waiter = std::make_shared<Waiter>(Waiter{origin, context, std::move(completion)});
     waiters_.append(waiter);
-    if (placeOf(origin) == Place::awaited) {
+    if (placeOf(origin) == Place::Awaited) {
         clock_.after(keyTimeout, this, [this, waiter] { answer(waiter); });
     } else {
         QMetaObject::invokeMethod(
@@ -150,7 +150,7 @@ void ServiceKeys::ask(const QString &origin, const std::function<void(const Secr
 void ServiceKeys::read(const QString &origin)
 {
     if (Held &held = held_[origin]; held.key.isEmpty()) {
-        held.place = Place::awaited;
+        held.place = Place::Awaited;
     }
     ask(origin, [this, origin](const SecretAnswer &answer) { take(origin, answer); });
 }
@@ -161,14 +161,14 @@ void ServiceKeys::take(const QString &origin, const SecretAnswer &answer)
     Held &held = held_[origin];
     const bool isEntered = !held.key.isEmpty();
     const QString found = QString::fromUtf8(answer.value).trimmed();
-    if (answer.kind == Kind::found && !found.isEmpty() && (!isEntered || held.key == found)) {
-        held = {found, Place::keyring};
-    } else if (answer.kind == Kind::locked) {
-        held.place = isEntered ? Place::owed : Place::locked;
-    } else if (answer.kind == Kind::unavailable) {
-        held.place = isEntered ? Place::unkept : Place::unavailable;
+    if (answer.kind == Kind::Found && !found.isEmpty() && (!isEntered || held.key == found)) {
+        held = {found, Place::Keyring};
+    } else if (answer.kind == Kind::Locked) {
+        held.place = isEntered ? Place::Owed : Place::Locked;
+    } else if (answer.kind == Kind::Unavailable) {
+        held.place = isEntered ? Place::Unkept : Place::Unavailable;
     } else {
-        held.place = isEntered ? Place::refused : Place::missing;
+        held.place = isEntered ? Place::Refused : Place::Missing;
     }
     answerAll(origin);
     Q_EMIT changed();
@@ -177,7 +177,7 @@ void ServiceKeys::take(const QString &origin, const SecretAnswer &answer)
 void ServiceKeys::checkRemoval(const QString &origin)
 {
     ask(origin, [this, origin](const SecretAnswer &answer) {
-        if (answer.kind == SecretAnswer::Kind::missing) {
+        if (answer.kind == SecretAnswer::Kind::Missing) {
             unremoved_.remove(origin);
             setListed(settings::serviceKeysToRemove, origin, false);
         } else {

@@ -29,21 +29,21 @@ class ServiceKeys : public QObject {
 
 public:
     enum class Place : quint8 {
-        none, ///< never entered, or removed
-        awaited, ///< the keyring has not answered yet
-        keyring,
-        storing, ///< entered in this run, write to the keyring is pending
-        owed, ///< entered in this run, the keyring is closed
-        refused, ///< entered in this run, the open keyring did not store it
-        unkept, ///< entered in this run, there is no keyring
-        locked, ///< the keyring is closed
-        missing, ///< not in the keyring, although it should be
-        unavailable, ///< there is no keyring
+        None, ///< never entered, or removed
+        Awaited, ///< the keyring has not answered yet
+        Keyring,
+        Storing, ///< entered in this run, write to the keyring is pending
+        Owed, ///< entered in this run, the keyring is closed
+        Refused, ///< entered in this run, the open keyring did not store it
+        Unkept, ///< entered in this run, there is no keyring
+        Locked, ///< the keyring is closed
+        Missing, ///< not in the keyring, although it should be
+        Unavailable, ///< there is no keyring
     };
     enum class Removal : quint8 {
-        done,
-        asked, ///< the keyring has not answered yet
-        owed, ///< pending until the keyring is open, in this run or a later one
+        Done,
+        Asked, ///< the keyring has not answered yet
+        Owed, ///< pending until the keyring is open, in this run or a later one
     };
 
     /// All must outlive this object.
@@ -72,7 +72,7 @@ Q_SIGNALS:
 private:
     struct Held {
         QString key = {}; ///< empty when it is not in memory
-        Place place = Place::awaited;
+        Place place = Place::Awaited;
     };
     struct Waiter {
         QString origin;

@@ -45,7 +45,7 @@ std::unique_ptr<AIExplaining> ServiceSetup::makeService()
 {
     const Use used = use();
     std::unique_ptr<AIExplaining> service;
-    if (used == Use::own) {
+    if (used == Use::Own) {
         keys_.look(originOfBase(base()));
         service = std::make_unique<KeyedService>(
             [self = QPointer(this)](QObject *context, const KeyedService::Completion &completion) {
@@ -53,7 +53,7 @@ std::unique_ptr<AIExplaining> ServiceSetup::makeService()
                     self->whenReady(self->own(), context, completion);
                 }
             });
-    } else if (used != Use::samples) {
+    } else if (used != Use::Samples) {
         service = configuredService();
     }
     if (service) {
@@ -66,7 +66,7 @@ std::unique_ptr<AIExplaining> ServiceSetup::makeService()
                         : isFault ? u"no usable service is configured — using MockAIService"_s
                                   : u"OPENAI_API_KEY not set — using MockAIService"_s);
     return std::make_unique<MockAIService>(
-        with_.clock, isFault ? SampleAnswers::misconfigured : SampleAnswers::unconfigured);
+        with_.clock, isFault ? SampleAnswers::Misconfigured : SampleAnswers::Unconfigured);
 }
 
 std::unique_ptr<AIExplaining> ServiceSetup::configuredService()
@@ -84,13 +84,13 @@ ServiceSetup::Use ServiceSetup::use() const
 {
     if (AppConfig::isInEnvironment(configuration::proxyUrl)
         || AppConfig::isInEnvironment(configuration::openAIKey)) {
-        return Use::environment;
+        return Use::Environment;
     }
     const QString choice = settings::explanationService.value(with_.defaults);
     if (choice == ownChoice) {
-        return hasOwn() ? Use::own : Use::samples;
+        return hasOwn() ? Use::Own : Use::Samples;
     }
-    return choice != samplesChoice && hasConfigured() ? Use::configured : Use::samples;
+    return choice != samplesChoice && hasConfigured() ? Use::Configured : Use::Samples;
 }
 
 bool ServiceSetup::hasConfigured() const
@@ -146,8 +146,8 @@ std::optional<ConfigurationFault> ServiceSetup::configurationFault() const
         const auto address = with_.config.value(name);
         const auto refusal =
             address ? refusalOf(QUrl(*address, QUrl::StrictMode)) : std::optional<HttpError>();
-        if (refusal && refusal->kind == HttpError::Kind::noAddress) {
-            return ConfigurationFault{.kind = ConfigurationFault::Kind::address, .entry = name};
+        if (refusal && refusal->kind == HttpError::Kind::NoAddress) {
+            return ConfigurationFault{.kind = ConfigurationFault::Kind::Address, .entry = name};
         }
     }
     return std::nullopt;
@@ -156,19 +156,19 @@ std::optional<ConfigurationFault> ServiceSetup::configurationFault() const
 bool ServiceSetup::isFaulty() const
 {
     const bool isChosen = settings::explanationService.value(with_.defaults) == samplesChoice;
-    return !isChosen && use() != Use::own && configurationFault()
+    return !isChosen && use() != Use::Own && configurationFault()
         && !ServiceEndpoint::configured(with_.config).isOk();
 }
 
 std::optional<ServiceEndpoint> ServiceSetup::endpoint() const
 {
     switch (use()) {
-    case Use::samples:
+    case Use::Samples:
         return std::nullopt;
-    case Use::own:
+    case Use::Own:
         return ServiceEndpoint::entered(base(), model());
-    case Use::configured:
-    case Use::environment:
+    case Use::Configured:
+    case Use::Environment:
         break;
     }
     const auto endpoint = ServiceEndpoint::configured(with_.config);

@@ -24,10 +24,10 @@ class ServiceSetup : public QObject {
 
 public:
     enum class Use : quint8 {
-        samples,
-        configured, ///< by Info.json alone
-        own, ///< entered by the user
-        environment, ///< by the environment, which overrides the others
+        Samples,
+        Configured, ///< by Info.json alone
+        Own, ///< entered by the user
+        Environment, ///< by the environment, which overrides the others
     };
     struct Entry {
         QString base; ///< normalized by ServiceAddress; empty for the default

@@ -241,7 +241,7 @@ void OnboardingWindowController::signInEnded(const std::optional<AuthError> &err
         advance();
         return;
     }
-    if (isShown && error->kind != AuthError::Kind::cancelled) {
+    if (isShown && error->kind != AuthError::Kind::Cancelled) {
         signInError_ = error;
     }
     Q_EMIT changed();

@@ -20,9 +20,9 @@ struct ThreadItem {
 
 /// The action that the panel offers with an error.
 enum class ErrorHelp : quint8 {
-    none,
-    permission, ///< allow accessibility
-    service, ///< open the settings of the explanation service
+    None,
+    Permission, ///< allow accessibility
+    Service, ///< open the settings of the explanation service
 };
 
 /// The content of the result panel.
@@ -35,8 +35,8 @@ struct IslandContent {
         ExplanationResult result;
         std::optional<QString> sourceText = {}; ///< absent for errors, which take no follow-ups
         QList<ThreadItem> thread = {};
-        SampleAnswers samples = SampleAnswers::none; ///< marked, unless none
-        ErrorHelp help = ErrorHelp::none; ///< beside an error
+        SampleAnswers samples = SampleAnswers::None; ///< marked, unless None
+        ErrorHelp help = ErrorHelp::None; ///< beside an error
         friend bool operator==(const Result &, const Result &) = default;
     };
     struct Demo {
@@ -49,7 +49,7 @@ struct IslandContent {
     static IslandContent loading(QString sourceText) { return {Loading{std::move(sourceText)}}; }
     static IslandContent result(ExplanationResult result, std::optional<QString> sourceText,
                                 QList<ThreadItem> thread,
-                                SampleAnswers samples = SampleAnswers::none)
+                                SampleAnswers samples = SampleAnswers::None)
     {
         return {Result{std::move(result), std::move(sourceText), std::move(thread), samples}};
     }

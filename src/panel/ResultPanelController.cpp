@@ -166,15 +166,15 @@ void ResultPanelController::rememberConversation(const IslandContent &content)
 void ResultPanelController::describe(const IslandContent &content)
 {
     const auto *result = std::get_if<IslandContent::Result>(&content.value);
-    const ErrorHelp help = result ? result->help : ErrorHelp::none;
-    const SampleAnswers samples = result ? result->samples : SampleAnswers::none;
+    const ErrorHelp help = result ? result->help : ErrorHelp::None;
+    const SampleAnswers samples = result ? result->samples : SampleAnswers::None;
     static const QMetaMethod request =
         QMetaMethod::fromSignal(&ResultPanelController::serviceSettingsRequested);
     const bool leadsToService = isSignalConnected(request);
-    view_->setOffersPermission(help == ErrorHelp::permission);
-    view_->setOffersService(help == ErrorHelp::service && leadsToService);
-    view_->setIsSample(samples != SampleAnswers::none, leadsToService,
-                       samples == SampleAnswers::misconfigured);
+    view_->setOffersPermission(help == ErrorHelp::Permission);
+    view_->setOffersService(help == ErrorHelp::Service && leadsToService);
+    view_->setIsSample(samples != SampleAnswers::None, leadsToService,
+                       samples == SampleAnswers::Misconfigured);
 }
 
 void ResultPanelController::showFollowUpThinking(const QString &question)

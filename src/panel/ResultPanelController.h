@@ -48,9 +48,9 @@ public:
     void showFollowUpFailure(const QString &message) override;
 
 Q_SIGNALS:
-    /// Emitted for ErrorHelp::permission.
+    /// Emitted for ErrorHelp::Permission.
     void accessibilityRequested();
-    /// Emitted for ErrorHelp::service and the mark of a sample, which offer the action only while a
+    /// Emitted for ErrorHelp::Service and the mark of a sample, which offer the action only while a
     /// slot is connected.
     void serviceSettingsRequested();
     /// Emitted when the panel was dismissed, after its onDismiss.

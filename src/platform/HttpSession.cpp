@@ -20,27 +20,27 @@ QByteArray HttpResponse::header(const QByteArray &name) const
 QString describe(HttpError::Kind kind)
 {
     switch (kind) {
-    case HttpError::Kind::timedOut:
+    case HttpError::Kind::TimedOut:
         return u"timed out"_s;
-    case HttpError::Kind::cannotResolve:
+    case HttpError::Kind::CannotResolve:
         return u"name cannot be resolved"_s;
-    case HttpError::Kind::refused:
+    case HttpError::Kind::Refused:
         return u"connection refused"_s;
-    case HttpError::Kind::untrusted:
+    case HttpError::Kind::Untrusted:
         return u"no trusted TLS connection"_s;
-    case HttpError::Kind::cutShort:
+    case HttpError::Kind::CutShort:
         return u"answer cut short"_s;
-    case HttpError::Kind::tooLarge:
+    case HttpError::Kind::TooLarge:
         return u"answer too large"_s;
-    case HttpError::Kind::insecure:
+    case HttpError::Kind::Insecure:
         return u"not sent, the address must begin with https"_s;
-    case HttpError::Kind::noAddress:
+    case HttpError::Kind::NoAddress:
         return u"not sent, the address is no web address"_s;
-    case HttpError::Kind::unsendable:
+    case HttpError::Kind::Unsendable:
         return u"not sent, the key is malformed"_s;
-    case HttpError::Kind::cancelled:
+    case HttpError::Kind::Cancelled:
         return u"cancelled"_s;
-    case HttpError::Kind::other:
+    case HttpError::Kind::Other:
         return u"network error"_s;
     }
     Q_UNREACHABLE();

@@ -42,19 +42,19 @@ struct HttpResponse {
 /// Why there is no complete answer. Statuses such as 404 are answers, not errors.
 struct HttpError {
     enum class Kind : quint8 {
-        timedOut, ///< one of the request's two timeouts has expired
-        cannotResolve, ///< the name of the host or the proxy cannot be resolved
-        refused, ///< the host refused the connection
-        untrusted, ///< no TLS connection, or the certificate is not trusted
-        cutShort, ///< the connection ended before the answer did
-        tooLarge, ///< the body exceeds its limit
-        insecure, ///< not sent: http to a host beyond this machine and private networks
-        noAddress, ///< not sent: the URL is not a web address
-        unsendable, ///< not sent: a header with control characters
-        cancelled, ///< the session was destroyed first
-        other,
+        TimedOut, ///< one of the request's two timeouts has expired
+        CannotResolve, ///< the name of the host or the proxy cannot be resolved
+        Refused, ///< the host refused the connection
+        Untrusted, ///< no TLS connection, or the certificate is not trusted
+        CutShort, ///< the connection ended before the answer did
+        TooLarge, ///< the body exceeds its limit
+        Insecure, ///< not sent: http to a host beyond this machine and private networks
+        NoAddress, ///< not sent: the URL is not a web address
+        Unsendable, ///< not sent: a header with control characters
+        Cancelled, ///< the session was destroyed first
+        Other,
     };
-    Kind kind = Kind::other;
+    Kind kind = Kind::Other;
     QString detail = {}; ///< for a log: the network's message, without address, headers and bodies
     friend bool operator==(const HttpError &, const HttpError &) = default;
 };

@@ -12,11 +12,11 @@ class LoginStart : public QObject {
 
 public:
     enum class State : quint8 {
-        off,
-        on,
-        onForAll, ///< set by the administrator for all users
-        switchedOff, ///< set up but turned off, here or in the desktop's settings
-        broken, ///< set up, but the program is missing
+        Off,
+        On,
+        OnForAll, ///< set by the administrator for all users
+        SwitchedOff, ///< set up but turned off, here or in the desktop's settings
+        Broken, ///< set up, but the program is missing
     };
 
     using QObject::QObject;

@@ -11,12 +11,12 @@ namespace vellumo {
 
 struct SecretAnswer {
     enum class Kind : quint8 {
-        found,
-        missing,
-        locked, ///< the store is closed; there may be a value
-        unavailable, ///< there is no store, or it does not respond
+        Found,
+        Missing,
+        Locked, ///< the store is closed; there may be a value
+        Unavailable, ///< there is no store, or it does not respond
     };
-    Kind kind = Kind::unavailable;
+    Kind kind = Kind::Unavailable;
     QByteArray value = {}; ///< for found
 };
 

@@ -38,10 +38,10 @@ std::optional<HttpError> refusalOf(const QUrl &url)
 {
     const bool isPlain = url.scheme() == "http"_L1;
     if (!url.isValid() || url.host().isEmpty() || (!isPlain && url.scheme() != "https"_L1)) {
-        return HttpError{HttpError::Kind::noAddress, u"no web address"_s};
+        return HttpError{HttpError::Kind::NoAddress, u"no web address"_s};
     }
     if (isPlain && !isLoopback(url) && !isPrivateAddress(url.host())) {
-        return HttpError{HttpError::Kind::insecure, u"http to a public host"_s};
+        return HttpError{HttpError::Kind::Insecure, u"http to a public host"_s};
     }
     return std::nullopt;
 }

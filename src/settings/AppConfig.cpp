@@ -30,7 +30,7 @@ std::optional<ConfigurationFault> faultOfEntries(const QJsonObject &dictionary, 
             prefixes, [&](QLatin1StringView prefix) { return entry.key().startsWith(prefix); });
         if (isKnown && !entry.value().isString()) {
             return ConfigurationFault{
-                .kind = ConfigurationFault::Kind::entry, .path = path, .entry = entry.key()};
+                .kind = ConfigurationFault::Kind::Entry, .path = path, .entry = entry.key()};
         }
     }
     return std::nullopt;
@@ -47,7 +47,7 @@ QJsonObject readDictionary(const QString &path, std::optional<ConfigurationFault
         return {};
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        note(ConfigurationFault{.kind = ConfigurationFault::Kind::unopenable, .path = path});
+        note(ConfigurationFault{.kind = ConfigurationFault::Kind::Unopenable, .path = path});
         return {};
     }
     const QByteArray content = file.readAll();

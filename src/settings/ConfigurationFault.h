@@ -10,12 +10,12 @@ namespace vellumo {
 /// an entry: those may be secret.
 struct ConfigurationFault {
     enum class Kind : quint8 {
-        unopenable, ///< the file is there and cannot be read
-        malformed, ///< the file is no JSON object
-        entry, ///< the entry's value is not a string
-        address, ///< the entry, which may be of the environment, is no web address
+        Unopenable, ///< the file is there and cannot be read
+        Malformed, ///< the file is no JSON object
+        Entry, ///< the entry's value is not a string
+        Address, ///< the entry, which may be of the environment, is no web address
     };
-    Kind kind = Kind::malformed;
+    Kind kind = Kind::Malformed;
     QString path = {}; ///< of the file; empty for an address
     int line = 0; ///< of malformed, from 1
     QString entry = {}; ///< name of an entry or address

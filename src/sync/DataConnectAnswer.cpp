@@ -25,39 +25,39 @@ constexpr unsigned parseFlags =
 
 /// The objects and lists that are read; everything else is skipped.
 enum class Place : quint8 {
-    outside,
-    answer,
-    errors,
-    error,
-    data,
-    inserted,
-    notes,
-    note,
-    followUps,
-    followUp,
-    skipped,
+    Outside,
+    Answer,
+    Errors,
+    Error,
+    Data,
+    Inserted,
+    Notes,
+    Note,
+    FollowUps,
+    FollowUp,
+    Skipped,
 };
 
 /// The members that are read, each a bit of what has been seen of an object.
 enum Member : unsigned {
-    noMember = 0,
-    errorsMember = 1 << 0,
-    dataMember = 1 << 1,
-    message = 1 << 2,
-    noteInsert = 1 << 3,
-    notesMember = 1 << 4,
-    id = 1 << 5,
-    sourceText = 1 << 6,
-    translation = 1 << 7,
-    explanation = 1 << 8,
-    createdAt = 1 << 9,
-    followUpsMember = 1 << 10,
-    question = 1 << 11,
-    answerText = 1 << 12,
+    NoMember = 0,
+    ErrorsMember = 1 << 0,
+    DataMember = 1 << 1,
+    Message = 1 << 2,
+    NoteInsert = 1 << 3,
+    NotesMember = 1 << 4,
+    Id = 1 << 5,
+    SourceText = 1 << 6,
+    Translation = 1 << 7,
+    Explanation = 1 << 8,
+    CreatedAt = 1 << 9,
+    FollowUpsMember = 1 << 10,
+    Question = 1 << 11,
+    AnswerText = 1 << 12,
 };
 
-constexpr unsigned wholeNote = id | sourceText | explanation | createdAt | followUpsMember;
-constexpr unsigned wholeFollowUp = id | question | answerText;
+constexpr unsigned wholeNote = Id | SourceText | Explanation | CreatedAt | FollowUpsMember;
+constexpr unsigned wholeFollowUp = Id | Question | AnswerText;
 
 struct MemberName {
     Place place;
@@ -66,21 +66,21 @@ struct MemberName {
 };
 
 constexpr std::array memberNames{
-    MemberName{Place::answer, "errors", errorsMember},
-    MemberName{Place::answer, "data", dataMember},
-    MemberName{Place::error, "message", message},
-    MemberName{Place::data, "note_insert", noteInsert},
-    MemberName{Place::data, "notes", notesMember},
-    MemberName{Place::inserted, "id", id},
-    MemberName{Place::note, "id", id},
-    MemberName{Place::note, "sourceText", sourceText},
-    MemberName{Place::note, "translation", translation},
-    MemberName{Place::note, "explanation", explanation},
-    MemberName{Place::note, "createdAt", createdAt},
-    MemberName{Place::note, "followUps_on_note", followUpsMember},
-    MemberName{Place::followUp, "id", id},
-    MemberName{Place::followUp, "question", question},
-    MemberName{Place::followUp, "answer", answerText},
+    MemberName{Place::Answer, "errors", ErrorsMember},
+    MemberName{Place::Answer, "data", DataMember},
+    MemberName{Place::Error, "message", Message},
+    MemberName{Place::Data, "note_insert", NoteInsert},
+    MemberName{Place::Data, "notes", NotesMember},
+    MemberName{Place::Inserted, "id", Id},
+    MemberName{Place::Note, "id", Id},
+    MemberName{Place::Note, "sourceText", SourceText},
+    MemberName{Place::Note, "translation", Translation},
+    MemberName{Place::Note, "explanation", Explanation},
+    MemberName{Place::Note, "createdAt", CreatedAt},
+    MemberName{Place::Note, "followUps_on_note", FollowUpsMember},
+    MemberName{Place::FollowUp, "id", Id},
+    MemberName{Place::FollowUp, "question", Question},
+    MemberName{Place::FollowUp, "answer", AnswerText},
 };
 
 /// Takes the parser's events. Each answers whether to go on.
@@ -98,47 +98,47 @@ public:
     bool Null()
     {
         // as good as absent, where something may be
-        const bool mayBe = member_ == errorsMember || member_ == dataMember
-            || member_ == translation || member_ == noteInsert || member_ == notesMember;
+        const bool mayBe = member_ == ErrorsMember || member_ == DataMember
+            || member_ == Translation || member_ == NoteInsert || member_ == NotesMember;
         if (!mayBe) {
             misfit();
         }
-        member_ = noMember;
+        member_ = NoMember;
         return depth_ > 0;
     }
 
     bool String(const char *text, rapidjson::SizeType length, bool /*copy*/)
     {
-        if (member_ == noMember) {
+        if (member_ == NoMember) {
             misfit();
             return depth_ > 0;
         }
         const auto whole = [&] { return QString::fromUtf8(text, static_cast<qsizetype>(length)); };
         switch (member_) {
-        case message:
+        case Message:
             read_.errors.append(whole());
             found();
             break;
-        case id:
+        case Id:
             takeId(whole());
             break;
-        case sourceText:
+        case SourceText:
             take(note_.sourceText, whole());
             break;
-        case translation:
+        case Translation:
             take(note_.translation, whole());
             break;
-        case explanation:
+        case Explanation:
             take(note_.explanation, whole());
             break;
-        case createdAt:
+        case CreatedAt:
             note_.createdAt = internetDateTime(whole()).value_or(now_);
             found();
             break;
-        case question:
+        case Question:
             take(exchange_.question, whole());
             break;
-        case answerText:
+        case AnswerText:
             take(exchange_.answer, whole());
             break;
         default:
@@ -149,10 +149,10 @@ public:
 
     bool Key(const char *text, rapidjson::SizeType length, bool /*copy*/)
     {
-        member_ = noMember;
+        member_ = NoMember;
         for (const MemberName &known : memberNames) {
             if (known.place == place() && known.name == std::string_view(text, length)) {
-                member_ = (levels_[depth_ - 1].named & known.member) == 0 ? known.member : noMember;
+                member_ = (levels_[depth_ - 1].named & known.member) == 0 ? known.member : NoMember;
                 levels_[depth_ - 1].named |= known.member;
             }
         }
@@ -161,22 +161,22 @@ public:
 
     bool StartObject()
     {
-        Place next = Place::skipped;
+        Place next = Place::Skipped;
         if (depth_ == 0) {
-            next = Place::answer;
-        } else if (place() == Place::errors) {
-            next = Place::error;
-        } else if (place() == Place::notes) {
-            next = Place::note;
+            next = Place::Answer;
+        } else if (place() == Place::Errors) {
+            next = Place::Error;
+        } else if (place() == Place::Notes) {
+            next = Place::Note;
             note_ = {};
-        } else if (place() == Place::followUps) {
-            next = Place::followUp;
+        } else if (place() == Place::FollowUps) {
+            next = Place::FollowUp;
             exchange_ = {};
-        } else if (member_ == dataMember) {
-            next = Place::data;
-            read_.data = DataConnectAnswer::Data::object;
-        } else if (member_ == noteInsert) {
-            next = Place::inserted;
+        } else if (member_ == DataMember) {
+            next = Place::Data;
+            read_.data = DataConnectAnswer::Data::Object;
+        } else if (member_ == NoteInsert) {
+            next = Place::Inserted;
         } else {
             misfit();
         }
@@ -186,18 +186,18 @@ public:
     bool EndObject(rapidjson::SizeType /*count*/)
     {
         const Level ended = levels_[--depth_];
-        if (ended.place == Place::error && (ended.found & message) == 0) {
+        if (ended.place == Place::Error && (ended.found & Message) == 0) {
             read_.areErrorsSound = false;
-        } else if (ended.place == Place::inserted) {
-            read_.hasInsertedId = (ended.found & id) != 0;
-        } else if (ended.place == Place::followUp) {
+        } else if (ended.place == Place::Inserted) {
+            read_.hasInsertedId = (ended.found & Id) != 0;
+        } else if (ended.place == Place::FollowUp) {
             if ((ended.found & wholeFollowUp) != wholeFollowUp) {
                 areNotesSound_ = false;
             } else if (areNotesSound_) {
                 exchange_.id = QUuid::createUuid();
                 note_.followUps.append(std::move(exchange_));
             }
-        } else if (ended.place == Place::note) {
+        } else if (ended.place == Place::Note) {
             if ((ended.found & wholeNote) != wholeNote) {
                 areNotesSound_ = false;
             } else if (areNotesSound_) {
@@ -209,16 +209,16 @@ public:
 
     bool StartArray()
     {
-        Place next = Place::skipped;
+        Place next = Place::Skipped;
         if (depth_ == 0) {
             return false;
         }
-        if (member_ == errorsMember) {
-            next = Place::errors;
-        } else if (member_ == notesMember) {
-            next = Place::notes;
-        } else if (member_ == followUpsMember) {
-            next = Place::followUps;
+        if (member_ == ErrorsMember) {
+            next = Place::Errors;
+        } else if (member_ == NotesMember) {
+            next = Place::Notes;
+        } else if (member_ == FollowUpsMember) {
+            next = Place::FollowUps;
             found();
         } else {
             misfit();
@@ -228,7 +228,7 @@ public:
 
     bool EndArray(rapidjson::SizeType /*count*/)
     {
-        if (levels_[--depth_].place == Place::notes && areNotesSound_) {
+        if (levels_[--depth_].place == Place::Notes && areNotesSound_) {
             read_.notes = std::move(notes_);
         }
         return true;
@@ -236,14 +236,14 @@ public:
 
 private:
     struct Level {
-        Place place = Place::outside;
+        Place place = Place::Outside;
         unsigned named = 0; ///< members that have come
         unsigned found = 0; ///< members that have come in their form
     };
 
     [[nodiscard]] Place place() const
     {
-        return depth_ == 0 ? Place::outside : levels_[depth_ - 1].place;
+        return depth_ == 0 ? Place::Outside : levels_[depth_ - 1].place;
     }
 
     bool enter(Place place)
@@ -252,11 +252,11 @@ private:
             return false;
         }
         levels_[depth_++] = {place};
-        member_ = noMember;
+        member_ = NoMember;
         return true;
     }
 
-    void found() { levels_[depth_ - 1].found |= std::exchange(member_, noMember); }
+    void found() { levels_[depth_ - 1].found |= std::exchange(member_, NoMember); }
 
     void take(QString &to, QString &&text)
     {
@@ -266,7 +266,7 @@ private:
 
     void takeId(const QString &text)
     {
-        if (place() == Place::note) {
+        if (place() == Place::Note) {
             note_.id = DataConnectWire::uuid(text).value_or(QUuid::createUuid());
         }
         found();
@@ -275,13 +275,13 @@ private:
     /// A value has come that does not have the form of what should be here.
     void misfit()
     {
-        const Member member = std::exchange(member_, noMember);
-        if (member == errorsMember || place() == Place::errors) {
+        const Member member = std::exchange(member_, NoMember);
+        if (member == ErrorsMember || place() == Place::Errors) {
             read_.areErrorsSound = false;
-        } else if (member == dataMember) {
-            read_.data = DataConnectAnswer::Data::other;
-        } else if (member == translation || place() == Place::notes
-                   || place() == Place::followUps) {
+        } else if (member == DataMember) {
+            read_.data = DataConnectAnswer::Data::Other;
+        } else if (member == Translation || place() == Place::Notes
+                   || place() == Place::FollowUps) {
             areNotesSound_ = false;
         }
     }
@@ -290,7 +290,7 @@ private:
     double now_;
     std::array<Level, maxDepth> levels_;
     size_t depth_ = 0;
-    Member member_ = noMember; ///< that the next value belongs to
+    Member member_ = NoMember; ///< that the next value belongs to
     bool areNotesSound_ = true;
     QList<ReadingNote> notes_;
     ReadingNote note_;

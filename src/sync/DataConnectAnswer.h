@@ -12,11 +12,11 @@ namespace vellumo {
 /// What an answer of the notes service says. Of members that come twice the first one counts; what
 /// it has beyond these is passed over.
 struct DataConnectAnswer {
-    enum class Data : quint8 { absent, object, other };
+    enum class Data : quint8 { Absent, Object, Other };
 
     QStringList errors = {}; ///< their messages
     bool areErrorsSound = true; ///< false when they do not have the form of errors
-    Data data = Data::absent;
+    Data data = Data::Absent;
     bool hasInsertedId = false; ///< data.note_insert.id is a text
     std::optional<QList<ReadingNote>> notes = {}; ///< data.notes, when each has the form of a note
 

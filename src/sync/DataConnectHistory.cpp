@@ -40,19 +40,19 @@ SyncError::Kind kindOf(const AuthError &error)
 {
     using Kind = SyncError::Kind;
     switch (error.kind) {
-    case AuthError::Kind::network:
+    case AuthError::Kind::Network:
         return DataConnectWire::kindOf(error.network);
     case AuthError::Kind::notConfigured:
         return Kind::NotConfigured;
-    case AuthError::Kind::unreadable:
+    case AuthError::Kind::Unreadable:
         return Kind::Unreadable;
     case AuthError::Kind::server:
         return error.endsSession() ? Kind::SignedOut : Kind::Refused;
-    case AuthError::Kind::noBrowser:
-    case AuthError::Kind::superseded:
-    case AuthError::Kind::unfinished:
-    case AuthError::Kind::otherAccount:
-    case AuthError::Kind::cancelled:
+    case AuthError::Kind::NoBrowser:
+    case AuthError::Kind::Superseded:
+    case AuthError::Kind::Unfinished:
+    case AuthError::Kind::OtherAccount:
+    case AuthError::Kind::Cancelled:
         return Kind::SignedOut;
     }
     Q_UNREACHABLE();

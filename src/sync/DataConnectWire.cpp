@@ -105,10 +105,10 @@ Result<DataConnectAnswer, DataConnectError> read(const Answer &answer, double no
                                 .isDuplicate = saysDuplicate(said->errors),
                                 .description = said->errors.join(u"; "_s)};
     }
-    if (said->data == DataConnectAnswer::Data::absent) {
+    if (said->data == DataConnectAnswer::Data::Absent) {
         return DataConnectError{.description = u"empty response"_s};
     }
-    if (said->data == DataConnectAnswer::Data::other) {
+    if (said->data == DataConnectAnswer::Data::Other) {
         return undecodable();
     }
     return std::move(*said);
@@ -132,12 +132,12 @@ QByteArray requestBody(const QString &operationName, const DataConnectVariables 
 SyncError::Kind kindOf(HttpError::Kind kind)
 {
     switch (kind) {
-    case HttpError::Kind::untrusted:
+    case HttpError::Kind::Untrusted:
         return SyncError::Kind::Untrusted;
-    case HttpError::Kind::tooLarge:
+    case HttpError::Kind::TooLarge:
         return SyncError::Kind::NoteTooLarge;
-    case HttpError::Kind::insecure:
-    case HttpError::Kind::noAddress:
+    case HttpError::Kind::Insecure:
+    case HttpError::Kind::NoAddress:
         return SyncError::Kind::AddressNotAllowed;
     default:
         return SyncError::Kind::Unreachable;

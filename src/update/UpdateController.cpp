@@ -20,21 +20,21 @@ using Failure = UpdateWindow::Failure;
 Failure failureOf(HttpError::Kind kind)
 {
     switch (kind) {
-    case HttpError::Kind::timedOut:
+    case HttpError::Kind::TimedOut:
         return Failure::TimedOut;
-    case HttpError::Kind::untrusted:
+    case HttpError::Kind::Untrusted:
         return Failure::Insecure;
-    case HttpError::Kind::tooLarge:
+    case HttpError::Kind::TooLarge:
         return Failure::Untrusted;
-    case HttpError::Kind::cutShort:
+    case HttpError::Kind::CutShort:
         return Failure::Refused;
-    case HttpError::Kind::cannotResolve:
-    case HttpError::Kind::refused:
-    case HttpError::Kind::insecure:
-    case HttpError::Kind::noAddress:
-    case HttpError::Kind::unsendable:
-    case HttpError::Kind::cancelled:
-    case HttpError::Kind::other:
+    case HttpError::Kind::CannotResolve:
+    case HttpError::Kind::Refused:
+    case HttpError::Kind::Insecure:
+    case HttpError::Kind::NoAddress:
+    case HttpError::Kind::Unsendable:
+    case HttpError::Kind::Cancelled:
+    case HttpError::Kind::Other:
         return Failure::Unreachable;
     }
     Q_UNREACHABLE();

@@ -283,7 +283,7 @@ void TestAuthService::explainsWhyThereIsNoToken()
         {HttpResponse{200, {}, "ok"}, unreadable},
         {HttpResponse{200, {}, R"({"id_token":"i","refresh_token":"r","expires_in":3600})"},
          unreadable},
-        {HttpError{HttpError::Kind::timedOut}, u"The sign-in service cannot be reached."_s},
+        {HttpError{HttpError::Kind::TimedOut}, u"The sign-in service cannot be reached."_s},
     };
     for (const auto &each : cases) {
         Desk desk(someone);

@@ -75,7 +75,7 @@ public:
     std::optional<IslandContent> shown; ///< absent while no panel is on screen
     std::optional<ReadingContext> context;
     QString error; ///< of the last showError()
-    ErrorHelp help = ErrorHelp::none; ///< likewise
+    ErrorHelp help = ErrorHelp::None; ///< likewise
     QStringList thread; ///< the arguments of the follow-up operations
 
     bool isOnScreen() const override { return shown.has_value(); }

@@ -182,7 +182,7 @@ void TestCoordinator::unusableSelection()
     with_->accessibility.trusted = trusted;
     doubleTap();
     QCOMPARE(with_->panel.error, message);
-    QCOMPARE(with_->panel.help, trusted ? ErrorHelp::none : ErrorHelp::permission);
+    QCOMPARE(with_->panel.help, trusted ? ErrorHelp::None : ErrorHelp::Permission);
     QVERIFY(with_->explainer.explanations.isEmpty());
     with_->panel.dismiss();
     QVERIFY(with_->store.notes.isEmpty());
@@ -193,15 +193,15 @@ void TestCoordinator::failedExplanationSavesNothing()
     doubleTap();
     with_->explainer.explanations[0].answer(failure);
     QCOMPARE(with_->panel.error, u"vellumo could not explain this yet."_s);
-    QCOMPARE(with_->panel.help, ErrorHelp::service);
+    QCOMPARE(with_->panel.help, ErrorHelp::Service);
     QVERIFY(with_->coordinator.followUpTranscript().isEmpty());
     QCOMPARE(with_->shownCount, 0);
     with_->panel.dismiss();
     QVERIFY(with_->store.notes.isEmpty());
 
     doubleTap();
-    with_->explainer.explanations[1].answer(withoutKey({KeyError::Kind::late}));
-    QCOMPARE(with_->panel.help, ErrorHelp::none); // time helps
+    with_->explainer.explanations[1].answer(withoutKey({KeyError::Kind::Late}));
+    QCOMPARE(with_->panel.help, ErrorHelp::None); // time helps
 }
 
 void TestCoordinator::explanationWithoutContextIsNotStored()

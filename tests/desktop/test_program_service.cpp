@@ -76,7 +76,7 @@ void TestProgramService::asksOverTls()
 {
     if (outputOf(u"unshare"_s, {u"--mount"_s, u"echo"_s, u"yes"_s}) != "yes\n")
         QSKIP("Without a mount namespace the program cannot be made to trust the test's authority");
-    HttpServer server(HttpServer::Security::tls);
+    HttpServer server(HttpServer::Security::Tls);
     server.answer("POST", target, modelSays(explanationOf(u"It is the moon."_s)));
     const QTemporaryDir authorities;
     QFile certificate(authorities.filePath(u"authority.pem"_s));

@@ -57,14 +57,14 @@ void TestSync::notesFollowTheirReader()
     QVERIFY(waitUntil([&] { return backend.count(u"AddFollowUp"_s) == 1; }));
 
     // what is read while the backend is away goes there at the next start
-    backend.fail(Backend::Fault::offline);
+    backend.fail(Backend::Fault::Offline);
     QVERIFY(read(*here));
     QVERIFY(here->waitForNotes(2));
     QVERIFY(waitUntil([&] {
         return here->process().standardOutput().contains("vellumo: history create failed"_L1);
     }));
     QCOMPARE(here->process().end(), std::optional(0));
-    backend.fail(Backend::Fault::none);
+    backend.fail(Backend::Fault::None);
     QCOMPARE(onServer().size(), 1);
     QVERIFY(here->start());
     QVERIFY(waitUntil([&] { return onServer().size() == 2; }));

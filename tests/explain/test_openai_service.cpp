@@ -204,7 +204,7 @@ void TestOpenAIService::answers()
         {HttpResponse{.status = 401, .body = "no"}, u"status 401; no"_s},
         {HttpResponse{.status = 500, .body = "<h1>潮"}, u"status 500; <h1>潮"_s},
         {HttpResponse{.status = 503, .body = "\xff"}, u"status 503; <no body>"_s},
-        {HttpError{HttpError::Kind::tooLarge}, u"answer too large; "_s},
+        {HttpError{HttpError::Kind::TooLarge}, u"answer too large; "_s},
     };
     for (const auto &[answer, explanation, followUp] : rows) {
         FakeHttpSession session;
@@ -278,7 +278,7 @@ void TestOpenAIService::serviceCanBeChangedWhileItIsAsked()
     QCOMPARE(session.requests.at(1).url.host(), u"b.example"_s);
 
     // what becomes of the old service says nothing about the new one
-    QVERIFY(session.answer(HttpError{HttpError::Kind::refused}));
+    QVERIFY(session.answer(HttpError{HttpError::Kind::Refused}));
     QVERIFY(!explainer.lastFailure());
     QVERIFY(session.answer(HttpResponse{429, {}, "secret"}));
     QCOMPARE(answers, (QStringList{u"connection refused; "_s, u"status 429; secret"_s}));

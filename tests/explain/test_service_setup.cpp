@@ -112,7 +112,7 @@ void TestServiceSetup::readsAddresses()
     const struct {
         QString input;
         QString base;
-        Problem problem = Problem::none;
+        Problem problem = Problem::None;
     } rows[] = {
         {u"  "_s, {}},
         {u" https://a.test/v1/\n"_s, u"https://a.test/v1"_s},
@@ -123,12 +123,12 @@ void TestServiceSetup::readsAddresses()
         {u"http://[::1]:80"_s, u"http://[::1]:80/v1"_s},
         {u"https://a.test/v1/chat/completions"_s, u"https://a.test/v1"_s},
         {u"https://a.test/v1beta/openai/"_s, u"https://a.test/v1beta/openai"_s},
-        {u"http://a.test/v1"_s, {}, Problem::insecure},
-        {u"ftp://a.test/v1"_s, {}, Problem::noAddress},
-        {u"https://a.test /v1"_s, {}, Problem::noAddress},
-        {u"https://"_s, {}, Problem::noAddress},
-        {u"https://me:pw@a.test/v1"_s, {}, Problem::credentials},
-        {u"https://a.test/v1?key=1"_s, {}, Problem::query},
+        {u"http://a.test/v1"_s, {}, Problem::Insecure},
+        {u"ftp://a.test/v1"_s, {}, Problem::NoAddress},
+        {u"https://a.test /v1"_s, {}, Problem::NoAddress},
+        {u"https://"_s, {}, Problem::NoAddress},
+        {u"https://me:pw@a.test/v1"_s, {}, Problem::Credentials},
+        {u"https://a.test/v1?key=1"_s, {}, Problem::Query},
     };
     for (const auto &[input, base, problem] : rows) {
         const ServiceAddress address = ServiceAddress::fromInput(input);
@@ -145,7 +145,7 @@ void TestServiceSetup::keepsTheKeyInTheKeyringAlone()
         run.setup.useOwn({base, u" model-1 "_s, u" sk-1\n"_s});
         QCOMPARE(run.ask(), sentWithKey); // at once
         QVERIFY(!run.explainer.answersAreSamples());
-        QCOMPARE(run.setup.keyPlace(base), Place::keyring);
+        QCOMPARE(run.setup.keyPlace(base), Place::Keyring);
     }
     QCOMPARE(computer.secrets.values.value(keyAccount), "sk-1");
     {
@@ -215,9 +215,9 @@ void TestServiceSetup::keepsAKeyThatTheKeyringDoesNotTake_data()
 {
     QTest::addColumn<bool FakeSecretItems::*>("trouble");
     QTest::addColumn<Place>("place");
-    QTest::newRow("locked") << &FakeSecretItems::isLocked << Place::owed;
-    QTest::newRow("absent") << &FakeSecretItems::isAbsent << Place::unkept;
-    QTest::newRow("refusing") << &FakeSecretItems::isRefusing << Place::refused;
+    QTest::newRow("locked") << &FakeSecretItems::isLocked << Place::Owed;
+    QTest::newRow("absent") << &FakeSecretItems::isAbsent << Place::Unkept;
+    QTest::newRow("refusing") << &FakeSecretItems::isRefusing << Place::Refused;
 }
 
 void TestServiceSetup::keepsAKeyThatTheKeyringDoesNotTake()
@@ -229,7 +229,7 @@ void TestServiceSetup::keepsAKeyThatTheKeyringDoesNotTake()
     Run run(computer);
     run.setup.useOwn({base, {}, u"sk-1"_s});
     QCOMPARE(computer.secrets.unlockRequests, 1);
-    QCOMPARE(run.setup.keyPlace(base), Place::storing);
+    QCOMPARE(run.setup.keyPlace(base), Place::Storing);
     QCOMPARE(run.ask(), sentWithKey);
     QCOMPARE(run.setup.keyPlace(base), place);
     if (computer.secrets.isRefusing) {
@@ -237,7 +237,7 @@ void TestServiceSetup::keepsAKeyThatTheKeyringDoesNotTake()
     }
     computer.secrets.open();
     QCoreApplication::processEvents();
-    QCOMPARE(run.setup.keyPlace(base), Place::keyring);
+    QCOMPARE(run.setup.keyPlace(base), Place::Keyring);
     QCOMPARE(computer.secrets.values.value(keyAccount), "sk-1");
 }
 
@@ -316,15 +316,15 @@ void TestServiceSetup::removesAKeyLater()
         Run run(computer);
         run.setup.forgetKey(base);
         QCoreApplication::processEvents();
-        QCOMPARE(run.setup.keyRemoval(base), Removal::owed);
+        QCOMPARE(run.setup.keyRemoval(base), Removal::Owed);
     }
     computer.secrets.forgetOwed();
     Run run(computer);
-    QCOMPARE(run.setup.keyRemoval(base), Removal::owed);
+    QCOMPARE(run.setup.keyRemoval(base), Removal::Owed);
     QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
     computer.secrets.open();
     QCoreApplication::processEvents();
-    QCOMPARE(run.setup.keyRemoval(base), Removal::done);
+    QCOMPARE(run.setup.keyRemoval(base), Removal::Done);
     QVERIFY(computer.secrets.values.isEmpty());
     run.setup.useOwn({base, {}, u"sk-1"_s}); // is not removed again
     QCOMPARE(Run(computer).ask(), sentWithKey);
@@ -336,18 +336,18 @@ void TestServiceSetup::choosesBetweenWhatThereIs()
     computer.writeFile(
         R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})");
     Run run(computer);
-    QCOMPARE(run.setup.use(), Use::configured);
+    QCOMPARE(run.setup.use(), Use::Configured);
     QCOMPARE(run.ask(), u"https://file.test/v1/chat/completions Bearer sk-file"_s);
     run.setup.useSamples();
     QVERIFY(run.explainer.answersAreSamples());
-    QCOMPARE(Run(computer).setup.use(), Use::samples);
+    QCOMPARE(Run(computer).setup.use(), Use::Samples);
     run.setup.useConfigured();
-    QCOMPARE(run.setup.use(), Use::configured);
+    QCOMPARE(run.setup.use(), Use::Configured);
     QVERIFY(!run.setup.resumeOwn()); // nothing was entered
-    QCOMPARE(run.setup.use(), Use::configured);
+    QCOMPARE(run.setup.use(), Use::Configured);
     qputenv("OPENAI_API_KEY", "sk-env");
     Run forced(computer);
-    QCOMPARE(forced.setup.use(), Use::environment);
+    QCOMPARE(forced.setup.use(), Use::Environment);
     QCOMPARE(forced.ask(), u"https://file.test/v1/chat/completions Bearer sk-env"_s);
 }
 
@@ -361,9 +361,9 @@ void TestServiceSetup::reportsAMistakeInTheConfiguration()
     const struct {
         QByteArray installed;
         QString fault;
-        SampleAnswers samples = SampleAnswers::misconfigured;
+        SampleAnswers samples = SampleAnswers::Misconfigured;
     } rows[] = {
-        {"{}", {}, SampleAnswers::unconfigured},
+        {"{}", {}, SampleAnswers::Unconfigured},
         {"{\n\"OPENAI_API_KEY\": \"sk\"\n\"a\": 1}", ignored.arg(3)},
         {"", ignored.arg(1)},
         {"[]", ignored.arg(1)},
@@ -371,9 +371,9 @@ void TestServiceSetup::reportsAMistakeInTheConfiguration()
          u"Info.json: the value of OPENAI_API_KEY is no string and does not count"_s},
         {R"({"VELLUMO_PROXY_URL": "https://[p"})", u"VELLUMO_PROXY_URL is no web address"_s},
         // what has no address is not sent anywhere
-        {at("https//a.test/v1"), noAddress, SampleAnswers::none},
-        {at("htps://a.test/v1"), noAddress, SampleAnswers::none},
-        {at("https://"), noAddress, SampleAnswers::none},
+        {at("https//a.test/v1"), noAddress, SampleAnswers::None},
+        {at("htps://a.test/v1"), noAddress, SampleAnswers::None},
+        {at("https://"), noAddress, SampleAnswers::None},
     };
     for (const auto &[installed, fault, samples] : rows) {
         Computer computer;
@@ -383,7 +383,7 @@ void TestServiceSetup::reportsAMistakeInTheConfiguration()
         QCOMPARE(told ? describe(*told).remove(computer.folder.filePath(u"config/"_s)) : QString(),
                  fault);
         QCOMPARE(run.explainer.samples(), samples);
-        if (samples != SampleAnswers::none)
+        if (samples != SampleAnswers::None)
             QCOMPARE(run.ask(), u"sample"_s);
     }
 }

@@ -12,7 +12,7 @@ using namespace vellumo::fuzzing;
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const auto address = ServiceAddress::fromInput(text(data, size));
-    require(address.base.isEmpty() || address.problem == ServiceAddress::Problem::none,
+    require(address.base.isEmpty() || address.problem == ServiceAddress::Problem::None,
             "what has a problem is no address");
     if (!address.base.isEmpty()) {
         require(!refusalOf(QUrl(address.base)), "something may be sent there");

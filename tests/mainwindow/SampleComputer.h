@@ -36,14 +36,14 @@ public:
 
 class SampleLogin : public LoginStart {
 public:
-    State now = State::off;
+    State now = State::Off;
     bool isWritable = true;
 
     [[nodiscard]] State state() const override { return now; }
     [[nodiscard]] bool setOn(bool isOn) override
     {
         if (isWritable) {
-            now = isOn ? State::on : State::off;
+            now = isOn ? State::On : State::Off;
         }
         return isWritable;
     }

@@ -195,7 +195,7 @@ void TestComputerPage::startsAtLogin()
 {
     WindowDesk desk;
     desk.useWithoutAccount();
-    desk.computer.login.now = LoginStart::State::switchedOff;
+    desk.computer.login.now = LoginStart::State::SwitchedOff;
     desk.show();
     desk.click("computer");
     QVERIFY(desk.text("startsAtLoginText").contains("turned off"_L1));
@@ -207,7 +207,7 @@ void TestComputerPage::startsAtLogin()
             || toggle->mapToScene({}).y() < desk.window.window()->height();
     }));
     desk.key(Qt::Key_Space);
-    QCOMPARE(desk.computer.login.now, LoginStart::State::on);
+    QCOMPARE(desk.computer.login.now, LoginStart::State::On);
     QVERIFY(toggle->property("checked").toBool());
     desk.computer.login.isWritable = false;
     desk.key(Qt::Key_Space);

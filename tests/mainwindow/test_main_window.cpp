@@ -87,7 +87,7 @@ void TestMainWindow::signsIn()
 
     desk.click("signIn");
     desk.browser.handleCallback(u"vellumo:?refreshToken=r&uid=u&email=new@a.test"_s);
-    QVERIFY(waitUntil([&] { return desk.http.answer(HttpError{HttpError::Kind::timedOut}); }));
+    QVERIFY(waitUntil([&] { return desk.http.answer(HttpError{HttpError::Kind::TimedOut}); }));
     QVERIFY(waitUntil([&] { return desk.item("account") != nullptr; }));
     QCOMPARE(desk.text("account"), u"new@a.test"_s);
     QCOMPARE(desk.text("syncState"), u"The sign-in service cannot be reached."_s);

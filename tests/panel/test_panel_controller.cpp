@@ -220,7 +220,7 @@ void ResultPanelControllerTest::survivesPresentingFromOnDismiss()
         order << u"old"_s;
         desk.presentLoading([&] { order << u"nested"_s; });
     });
-    desk.panel.showError(u"last"_s, ErrorHelp::none);
+    desk.panel.showError(u"last"_s, ErrorHelp::None);
     QCOMPARE(order, (QStringList{u"old"_s, u"nested"_s}));
     QCOMPARE(desk.view().state(), ResultPanelView::State::Error);
     QCOMPARE(desk.monitors.localMasks().size(), 1);
@@ -305,15 +305,15 @@ void ResultPanelControllerTest::errorsTakeNoQuestionAndMayOfferPermission()
 {
     Desk desk;
     desk.panel.onFollowUp = [](const QString &) { QFAIL("asked"); };
-    desk.panel.showError(u"no permission"_s, ErrorHelp::permission);
+    desk.panel.showError(u"no permission"_s, ErrorHelp::Permission);
     QCOMPARE(desk.view().state(), ResultPanelView::State::Error);
     QCOMPARE(desk.view().explanation(), u"no permission"_s);
     QVERIFY(!desk.view().submitFollowUp(u"why?"_s));
     QVERIFY(desk.view().offersPermission());
-    desk.panel.showError(u"no key"_s, ErrorHelp::service);
+    desk.panel.showError(u"no key"_s, ErrorHelp::Service);
     QVERIFY(!desk.view().offersPermission() && !desk.view().offersService()); // leads nowhere
     connect(&desk.panel, &ResultPanelController::serviceSettingsRequested, this, [] {});
-    desk.panel.showError(u"no key"_s, ErrorHelp::service);
+    desk.panel.showError(u"no key"_s, ErrorHelp::Service);
     QVERIFY(desk.view().offersService());
     desk.presentResult();
     QVERIFY(!desk.view().offersPermission() && !desk.view().offersService());

@@ -174,7 +174,7 @@ void ResultPanelViewTest::showsWhatItsStateNeeds_data()
         << result(both, {{u"q"_s, u"a"_s, false}}) << u"answer"_s << u"failureNote"_s;
     QTest::newRow("demonstration")
         << IslandContent::demo(both) << u"translation explanation"_s << u"followUpInput"_s;
-    QTest::newRow("error") << IslandContent::error(u"message"_s, ErrorHelp::permission)
+    QTest::newRow("error") << IslandContent::error(u"message"_s, ErrorHelp::Permission)
                            << u"headline allow"_s << u"explanation followUpInput"_s;
 }
 
@@ -197,10 +197,10 @@ void ResultPanelViewTest::leadsToWhatHelps()
     Desk desk;
     QSignalSpy accessibility(&desk.panel, &ResultPanelController::accessibilityRequested);
     QSignalSpy service(&desk.panel, &ResultPanelController::serviceSettingsRequested);
-    desk.panel.showError(u"message"_s, ErrorHelp::permission);
+    desk.panel.showError(u"message"_s, ErrorHelp::Permission);
     desk.click("allow");
     QVERIFY(!desk.panel.isOnScreen());
-    desk.panel.showError(u"message"_s, ErrorHelp::service);
+    desk.panel.showError(u"message"_s, ErrorHelp::Service);
     desk.click("checkService");
     QCOMPARE(std::pair(accessibility.size(), service.size()),
              std::pair(qsizetype{1}, qsizetype{1}));

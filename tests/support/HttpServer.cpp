@@ -190,7 +190,7 @@ QByteArray gzipped(const QByteArray &bytes)
 
 HttpServer::HttpServer(Security security, quint16 port) : security_(security)
 {
-    if (security == Security::tls) {
+    if (security == Security::Tls) {
         auto server = std::make_unique<QSslServer>();
         QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
         configuration.setLocalCertificate(identity().certificate);
@@ -205,8 +205,8 @@ HttpServer::HttpServer(Security security, quint16 port) : security_(security)
     }
     if (!server_->listen(QHostAddress::LocalHost, port))
         qFatal("cannot listen on the loopback interface: %s", qPrintable(server_->errorString()));
-    base_.setScheme(security == Security::tls ? u"https"_s : u"http"_s);
-    base_.setHost(security == Security::tls ? u"localhost"_s : u"127.0.0.1"_s);
+    base_.setScheme(security == Security::Tls ? u"https"_s : u"http"_s);
+    base_.setHost(security == Security::Tls ? u"localhost"_s : u"127.0.0.1"_s);
     base_.setPort(server_->serverPort());
     connect(server_.get(), &QTcpServer::pendingConnectionAvailable, this, [this] {
         while (QTcpSocket *socket = server_->nextPendingConnection())

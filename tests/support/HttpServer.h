@@ -55,12 +55,12 @@ class HttpServer : public QObject {
     Q_OBJECT
 
 public:
-    enum class Security : quint8 { plain, tls };
+    enum class Security : quint8 { Plain, Tls };
 
     using Handler = std::function<HttpAnswer(const HttpReceived &)>;
 
     /// Port 0 is any free one. A port that cannot be had ends the process.
-    explicit HttpServer(Security security = Security::plain, quint16 port = 0);
+    explicit HttpServer(Security security = Security::Plain, quint16 port = 0);
     ~HttpServer() override;
     Q_DISABLE_COPY_MOVE(HttpServer)
 

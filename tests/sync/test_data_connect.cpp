@@ -154,7 +154,7 @@ void TestDataConnect::failsWithoutARequest_data()
     QTest::newRow("no key") << Values{configured.first()} << token;
     QTest::newRow("no valid address") << Values{noAddress, configured.last()} << token;
     QTest::newRow("signed out") << configured << decltype(token)(std::optional<QString>());
-    QTest::newRow("no token") << configured << decltype(token)(AuthError{AuthError::Kind::network});
+    QTest::newRow("no token") << configured << decltype(token)(AuthError{AuthError::Kind::Network});
 }
 
 void TestDataConnect::failsWithoutARequest()
@@ -235,7 +235,7 @@ void TestDataConnect::answers_data()
     QTest::newRow("status, no UTF-8")
         << Answer(HttpResponse{.status = 500, .body = "\xe6\xb6"}) << false << u"HTTP 500"_s;
     QTest::newRow("redirect") << Answer(HttpResponse{.status = 302}) << false << u""_s;
-    QTest::newRow("network") << Answer(HttpError{HttpError::Kind::refused}) << false
+    QTest::newRow("network") << Answer(HttpError{HttpError::Kind::Refused}) << false
                              << u"connection refused"_s;
     for (const char *sign : {"DUPLICATE key", "it Already Exists", "not unique", "a constraint"})
         QTest::newRow(sign) << body(QByteArray(R"({"errors":[{"message":")") + sign + "\"}]}")

@@ -158,7 +158,7 @@ void TestSyncFaults::nothingIsLostWhenTheProgramIsKilled()
         static const QStringList operations{u"start"_s, u"CreateNote"_s, u"AddFollowUp"_s,
                                             u"ListNotes"_s};
         const QString at = operations.at(run % 4);
-        const auto step = random.bounded(2) == 0 ? Backend::Step::received : Backend::Step::stored;
+        const auto step = random.bounded(2) == 0 ? Backend::Step::Received : Backend::Step::Stored;
         const std::chrono::milliseconds pause(random.bounded(4));
         int left = at == "ListNotes"_L1 ? 1 : random.bounded(1, 4);
         const auto kill = [&home] {
@@ -213,13 +213,13 @@ void TestSyncFaults::nothingIsLostWhenTheProgramIsKilled()
 void TestSyncFaults::everyFaultIsMadeGood_data()
 {
     QTest::addColumn<Fault>("fault");
-    QTest::newRow("offline") << Fault::offline;
-    QTest::newRow("slow") << Fault::slow;
-    QTest::newRow("500") << Fault::serverError;
-    QTest::newRow("errors") << Fault::graphqlErrors;
-    QTest::newRow("token expired") << Fault::tokenExpired;
-    QTest::newRow("cut after storing") << Fault::cutAfterStoring;
-    QTest::newRow("half an answer") << Fault::malformed;
+    QTest::newRow("offline") << Fault::Offline;
+    QTest::newRow("slow") << Fault::Slow;
+    QTest::newRow("500") << Fault::ServerError;
+    QTest::newRow("errors") << Fault::GraphqlErrors;
+    QTest::newRow("token expired") << Fault::TokenExpired;
+    QTest::newRow("cut after storing") << Fault::CutAfterStoring;
+    QTest::newRow("half an answer") << Fault::Malformed;
 }
 
 void TestSyncFaults::everyFaultIsMadeGood()
@@ -236,9 +236,9 @@ void TestSyncFaults::everyFaultIsMadeGood()
     backend_->slowness = 50ms;
     backend_->fail(fault);
     QVERIFY(home.sync());
-    if (fault != Fault::slow)
+    if (fault != Fault::Slow)
         QCOMPARE(home.followUps(), before);
-    backend_->fail(Fault::none);
+    backend_->fail(Fault::None);
     QVERIFY(home.sync());
     QVERIFY(home.store.pendingSync().isEmpty());
     QCOMPARE(home.followUps().size(), before.size() + 1);

@@ -84,11 +84,11 @@ private Q_SLOTS:
 void TestSyncStatus::explainsWhyAPullFailed()
 {
     const std::pair<Result<HttpResponse, HttpError>, Problem> rows[] = {
-        {HttpError{HttpError::Kind::refused}, Problem::Unreachable},
-        {HttpError{HttpError::Kind::untrusted}, Problem::Untrusted},
-        {HttpError{HttpError::Kind::insecure}, Problem::AddressNotAllowed},
-        {HttpError{HttpError::Kind::noAddress}, Problem::AddressNotAllowed},
-        {HttpError{HttpError::Kind::tooLarge}, Problem::ListTooLarge},
+        {HttpError{HttpError::Kind::Refused}, Problem::Unreachable},
+        {HttpError{HttpError::Kind::Untrusted}, Problem::Untrusted},
+        {HttpError{HttpError::Kind::Insecure}, Problem::AddressNotAllowed},
+        {HttpError{HttpError::Kind::NoAddress}, Problem::AddressNotAllowed},
+        {HttpError{HttpError::Kind::TooLarge}, Problem::ListTooLarge},
         {HttpResponse{.status = 503}, Problem::Refused},
         {HttpResponse{.status = 200, .body = R"({"errors":[{"message":"no"}]})"}, Problem::Refused},
         {HttpResponse{.status = 200, .body = "<html>"}, Problem::Unreadable},
@@ -115,9 +115,9 @@ void TestSyncStatus::explainsWhyThereIsNoToken()
         {{.kind = Kind::server, .status = 400}, Problem::SignedOut},
         {{.kind = Kind::server, .status = 429}, Problem::Refused},
         {{.kind = Kind::server, .status = 503}, Problem::Refused},
-        {{.kind = Kind::unreadable}, Problem::Unreadable},
-        {{.kind = Kind::network, .network = HttpError::Kind::timedOut}, Problem::Unreachable},
-        {{.kind = Kind::network, .network = HttpError::Kind::untrusted}, Problem::Untrusted},
+        {{.kind = Kind::Unreadable}, Problem::Unreadable},
+        {{.kind = Kind::Network, .network = HttpError::Kind::TimedOut}, Problem::Unreachable},
+        {{.kind = Kind::Network, .network = HttpError::Kind::Untrusted}, Problem::Untrusted},
     };
     for (const auto &[error, problem] : cases) {
         Home home;
@@ -133,7 +133,7 @@ void TestSyncStatus::explainsWhyANoteStays()
     Home home;
     home.store.add(makeNote(u"a"_s), page);
     home.status.push();
-    QVERIFY(home.serve(HttpError{HttpError::Kind::timedOut}) && home.isQuiet());
+    QVERIFY(home.serve(HttpError{HttpError::Kind::TimedOut}) && home.isQuiet());
     QCOMPARE(home.status.pending(), 1);
     QCOMPARE(home.status.problem(), Problem::Unreachable);
 

@@ -144,10 +144,10 @@ void TestUpdateWindow::showsWhatItLearned()
         {"not found",
          {.version = "0.2.0", .status = 404},
          failed(u"The update service has a problem at the moment."_s)},
-        {"no name", {.error = HttpError::Kind::cannotResolve}, unreachable},
-        {"nobody", {.error = HttpError::Kind::refused}, unreachable},
+        {"no name", {.error = HttpError::Kind::CannotResolve}, unreachable},
+        {"nobody", {.error = HttpError::Kind::Refused}, unreachable},
         {"slow",
-         {.error = HttpError::Kind::timedOut},
+         {.error = HttpError::Kind::TimedOut},
          failed(u"The update service did not answer in time."_s)},
     };
     for (const auto &[name, answer, shown] : rows) {
@@ -178,7 +178,7 @@ void TestUpdateWindow::asksOverTheNetwork()
 {
     HttpServer::trustCertificate();
     HttpServer plain;
-    HttpServer server(HttpServer::Security::tls);
+    HttpServer server(HttpServer::Security::Tls);
     QUrl byNumber = server.url(u"/good"_s);
     byNumber.setHost(u"127.0.0.1"_s); // the certificate is for the name
     QtHttpSession session;

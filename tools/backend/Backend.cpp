@@ -42,14 +42,14 @@ const QHash<QString, Operation> &operations()
 
 const QHash<QString, Fault> &faults()
 {
-    static const QHash<QString, Fault> known{{u"nothing"_s, Fault::none},
-                                             {u"offline"_s, Fault::offline},
-                                             {u"slow"_s, Fault::slow},
-                                             {u"500"_s, Fault::serverError},
-                                             {u"errors"_s, Fault::graphqlErrors},
-                                             {u"expired"_s, Fault::tokenExpired},
-                                             {u"cut"_s, Fault::cutAfterStoring},
-                                             {u"malformed"_s, Fault::malformed}};
+    static const QHash<QString, Fault> known{{u"nothing"_s, Fault::None},
+                                             {u"offline"_s, Fault::Offline},
+                                             {u"slow"_s, Fault::Slow},
+                                             {u"500"_s, Fault::ServerError},
+                                             {u"errors"_s, Fault::GraphqlErrors},
+                                             {u"expired"_s, Fault::TokenExpired},
+                                             {u"cut"_s, Fault::CutAfterStoring},
+                                             {u"malformed"_s, Fault::Malformed}};
     return known;
 }
 
@@ -118,7 +118,7 @@ std::optional<QString> problem(const Operation &operation, const QJsonObject &va
 
 Backend::Backend(const QString &database, quint16 port)
     : tables_(database)
-    , server_(HttpServer::Security::plain, port)
+    , server_(HttpServer::Security::Plain, port)
 {
     server_.answerWith([this](const HttpReceived &request) { return serve(request); });
 }
@@ -171,7 +171,7 @@ HttpAnswer Backend::route(const HttpReceived &request)
         return refusal("404 Not Found", u"no icon"_s);
     if (request.method == "POST" && path == "/control"_L1)
         return control(request.body);
-    if (fault_ == Fault::offline)
+    if (fault_ == Fault::Offline)
         return brokenConnection();
     if (request.method == "POST" && path == "/v1/token"_L1)
         return spoilt(refresh(request, query));
@@ -248,7 +248,7 @@ HttpAnswer Backend::execute(const QString &kind, const HttpReceived &request,
     if (tokens.size() != 1)
         return complain(u"operation: no token"_s);
     const auto uid = tables_.uidOfIdToken(QString::fromUtf8(tokens.first()));
-    if (!uid || fault_ == Fault::tokenExpired)
+    if (!uid || fault_ == Fault::TokenExpired)
         return refusal("401 Unauthorized", u"auth/invalid token"_s);
 
     const QJsonObject body = QJsonDocument::fromJson(request.body).object();
@@ -270,10 +270,10 @@ HttpAnswer Backend::execute(const QString &kind, const HttpReceived &request,
 HttpAnswer Backend::perform(const QString &operation, const QString &uid,
                             const QJsonObject &variables)
 {
-    reached(operation, Step::received);
-    if (fault_ == Fault::graphqlErrors)
+    reached(operation, Step::Received);
+    if (fault_ == Fault::GraphqlErrors)
         return graphqlErrors({u"stand-in failure"_s, u"and another"_s});
-    if (fault_ == Fault::serverError)
+    if (fault_ == Fault::ServerError)
         return {.status = "500 Internal Server Error", .body = "stand-in failure"};
     std::optional<QString> failure;
     QJsonObject data;
@@ -290,7 +290,7 @@ HttpAnswer Backend::perform(const QString &operation, const QString &uid,
     } else {
         data.insert(u"notes"_s, tables_.notes(uid));
     }
-    reached(operation, Step::stored);
+    reached(operation, Step::Stored);
     return failure ? graphqlErrors({*failure}) : json("200 OK", {{u"data"_s, data}});
 }
 
@@ -312,12 +312,12 @@ HttpAnswer Backend::spoilt(const HttpAnswer &answer) const
 {
     HttpAnswer spoilt = answer;
     switch (fault_) {
-    case Fault::slow:
+    case Fault::Slow:
         spoilt.delay = slowness;
         break;
-    case Fault::cutAfterStoring:
+    case Fault::CutAfterStoring:
         return brokenConnection();
-    case Fault::malformed:
+    case Fault::Malformed:
         spoilt.body.truncate(spoilt.body.size() / 2);
         break;
     default:

@@ -16,18 +16,18 @@ class Backend : public QObject {
 
 public:
     enum class Fault : quint8 {
-        none,
-        offline, ///< the connection ends without an answer, and nothing is stored
-        slow, ///< answers after slowness
-        serverError, ///< status 500
-        graphqlErrors, ///< status 200 with two errors, and nothing is stored
-        tokenExpired, ///< every ID token counts as expired
-        cutAfterStoring, ///< the connection ends after everything is stored
-        malformed, ///< status 200 with half an answer
+        None,
+        Offline, ///< the connection ends without an answer, and nothing is stored
+        Slow, ///< answers after slowness
+        ServerError, ///< status 500
+        GraphqlErrors, ///< status 200 with two errors, and nothing is stored
+        TokenExpired, ///< every ID token counts as expired
+        CutAfterStoring, ///< the connection ends after everything is stored
+        Malformed, ///< status 200 with half an answer
     };
 
     /// Step of an operation.
-    enum class Step : quint8 { received, stored };
+    enum class Step : quint8 { Received, Stored };
 
     /// Creates the database if it is missing. Port 0 selects any free port.
     explicit Backend(const QString &database, quint16 port = 0);
@@ -71,7 +71,7 @@ private:
 
     BackendTables tables_;
     HttpServer server_;
-    Fault fault_ = Fault::none;
+    Fault fault_ = Fault::None;
     QString label_; ///< label of the current request, for its line
     QStringList complaints_;
     QHash<QString, int> counts_;

@@ -41,18 +41,18 @@ void SecretServiceItems::get(const QString &account, QObject *context, Completio
 void SecretServiceItems::set(const QString &account, const QByteArray &value)
 {
     owed_.remove(account);
-    begin({.kind = Operation::Kind::write, .account = account, .value = value});
+    begin({.kind = Operation::Kind::Write, .account = account, .value = value});
 }
 
 void SecretServiceItems::remove(const QString &account)
 {
     owed_.remove(account);
-    begin({.kind = Operation::Kind::remove, .account = account});
+    begin({.kind = Operation::Kind::Remove, .account = account});
 }
 
 void SecretServiceItems::unlock()
 {
-    begin({.kind = Operation::Kind::unlock});
+    begin({.kind = Operation::Kind::Unlock});
 }
 
 void SecretServiceItems::begin(Operation operation)
@@ -73,16 +73,16 @@ void SecretServiceItems::next()
     }
     watch_.begin();
     switch (operations_.constFirst().kind) {
-    case Operation::Kind::read:
+    case Operation::Kind::Read:
         read();
         break;
-    case Operation::Kind::write:
+    case Operation::Kind::Write:
         write();
         break;
-    case Operation::Kind::remove:
+    case Operation::Kind::Remove:
         removeAll();
         break;
-    case Operation::Kind::unlock:
+    case Operation::Kind::Unlock:
         askToUnlock();
         break;
     }
@@ -94,16 +94,16 @@ void SecretServiceItems::finish(const SecretAnswer &answer)
     isRunning_ = false;
     QMetaObject::invokeMethod(this, &SecretServiceItems::next, Qt::QueuedConnection);
     const bool isDone =
-        answer.kind == SecretAnswer::Kind::found || answer.kind == SecretAnswer::Kind::missing;
+        answer.kind == SecretAnswer::Kind::Found || answer.kind == SecretAnswer::Kind::Missing;
     isWaiting_ = isWaiting_ || !isDone;
     const auto changesIt = [&done](const Operation &later) {
-        return later.account == done.account && later.kind != Operation::Kind::read;
+        return later.account == done.account && later.kind != Operation::Kind::Read;
     };
     const bool isOwed = !isDone && changesIt(done) && !done.account.isEmpty()
         && std::none_of(operations_.cbegin(), operations_.cend(), changesIt);
     if (isOwed) {
         owed_.insert(done.account,
-                     done.kind == Operation::Kind::write ? std::optional(done.value)
+                     done.kind == Operation::Kind::Write ? std::optional(done.value)
                                                          : std::nullopt);
     }
     wipe(done.value);
@@ -119,13 +119,13 @@ void SecretServiceItems::read()
             choose(open, [this](const QString &item) { readItem(item); });
         } else if (!locked.isEmpty()) {
             watch_.watchCollection(locked.constFirst().section(u'/', 0, -2));
-            finish({SecretAnswer::Kind::locked});
+            finish({SecretAnswer::Kind::Locked});
         } else {
             // A closed keyring may hide its items.
             askWhetherLocked([this](std::optional<bool> isLocked) {
                 finish(!isLocked       ? SecretAnswer()
-                           : *isLocked ? SecretAnswer{SecretAnswer::Kind::locked}
-                                       : SecretAnswer{SecretAnswer::Kind::missing});
+                           : *isLocked ? SecretAnswer{SecretAnswer::Kind::Locked}
+                                       : SecretAnswer{SecretAnswer::Kind::Missing});
             });
         }
     });
@@ -142,7 +142,7 @@ void SecretServiceItems::readItem(const QString &item)
         call(item, itemInterface, "GetSecret", session, "(oayays)", [this](const auto *answer) {
             const auto value =
                 answer ? session_.unseal(qdbus_cast<BusSecret>(answer->at(0))) : std::nullopt;
-            finish(value ? SecretAnswer{SecretAnswer::Kind::found, *value} : SecretAnswer());
+            finish(value ? SecretAnswer{SecretAnswer::Kind::Found, *value} : SecretAnswer());
         });
     });
 }
@@ -170,7 +170,7 @@ void SecretServiceItems::write()
 {
     askWhetherLocked([this](std::optional<bool> isLocked) {
         if (isLocked.value_or(true)) {
-            finish({SecretAnswer::Kind::locked});
+            finish({SecretAnswer::Kind::Locked});
             return;
         }
         session_.open([this](bool isOpen) {
@@ -205,9 +205,9 @@ void SecretServiceItems::createItem()
                  removeOthers(item);
              } else if (!question.isEmpty()) {
                  prompts_.add(account, question);
-                 finish({SecretAnswer::Kind::missing}); // the user decides
+                 finish({SecretAnswer::Kind::Missing}); // the user decides
              } else {
-                 finish({SecretAnswer::Kind::locked});
+                 finish({SecretAnswer::Kind::Locked});
              }
          });
 }
@@ -220,7 +220,7 @@ void SecretServiceItems::removeOthers(const QString &item)
                 removeItem(other);
             }
         }
-        finish({SecretAnswer::Kind::found});
+        finish({SecretAnswer::Kind::Found});
     });
 }
 
@@ -243,7 +243,7 @@ void SecretServiceItems::removeAll()
         }
         askWhetherLocked([this, isHidden = !locked.isEmpty()](std::optional<bool> isLocked) {
             const bool isLeft = isHidden || isLocked.value_or(true);
-            finish({isLeft ? SecretAnswer::Kind::locked : SecretAnswer::Kind::missing});
+            finish({isLeft ? SecretAnswer::Kind::Locked : SecretAnswer::Kind::Missing});
         });
     });
 }
@@ -267,7 +267,7 @@ void SecretServiceItems::askToUnlock()
             call(servicePath, serviceInterface, "Unlock", {QVariant::fromValue(collections)}, "aoo",
                  ask);
         }
-        finish({SecretAnswer::Kind::missing});
+        finish({SecretAnswer::Kind::Missing});
     });
 }
 

@@ -38,8 +38,8 @@ public:
 private:
     /// A queued operation.
     struct Operation {
-        enum class Kind : quint8 { read, write, remove, unlock };
-        Kind kind = Kind::read;
+        enum class Kind : quint8 { Read, Write, Remove, Unlock };
+        Kind kind = Kind::Read;
         QString account = {};
         QByteArray value = {}; ///< for write
         QPointer<QObject> context = {}; ///< of read

@@ -14,13 +14,13 @@ void FakeSecretItems::get(const QString &account, QObject *context, Completion c
         }
         const auto found = values.constFind(account);
         if (isAbsent) {
-            completion({SecretAnswer::Kind::unavailable});
+            completion({SecretAnswer::Kind::Unavailable});
         } else if (isLocked) {
-            completion({SecretAnswer::Kind::locked});
+            completion({SecretAnswer::Kind::Locked});
         } else if (found == values.constEnd()) {
-            completion({SecretAnswer::Kind::missing});
+            completion({SecretAnswer::Kind::Missing});
         } else {
-            completion({SecretAnswer::Kind::found, *found});
+            completion({SecretAnswer::Kind::Found, *found});
         }
     };
     if (isHung) {

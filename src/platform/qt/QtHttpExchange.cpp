@@ -30,21 +30,21 @@ HttpError::Kind kindOf(QNetworkReply::NetworkError error)
     switch (error) {
     case QNetworkReply::ConnectionRefusedError:
     case QNetworkReply::ProxyConnectionRefusedError:
-        return HttpError::Kind::refused;
+        return HttpError::Kind::Refused;
     case QNetworkReply::HostNotFoundError:
     case QNetworkReply::ProxyNotFoundError:
-        return HttpError::Kind::cannotResolve;
+        return HttpError::Kind::CannotResolve;
     case QNetworkReply::TimeoutError:
     case QNetworkReply::ProxyTimeoutError:
-        return HttpError::Kind::timedOut;
+        return HttpError::Kind::TimedOut;
     case QNetworkReply::SslHandshakeFailedError:
-        return HttpError::Kind::untrusted;
+        return HttpError::Kind::Untrusted;
     case QNetworkReply::RemoteHostClosedError:
     case QNetworkReply::ProxyConnectionClosedError:
     case QNetworkReply::ContentReSendError: // see PostBody
-        return HttpError::Kind::cutShort;
+        return HttpError::Kind::CutShort;
     default:
-        return HttpError::Kind::other;
+        return HttpError::Kind::Other;
     }
 }
 
@@ -90,11 +90,11 @@ QtHttpExchange::QtHttpExchange(QNetworkAccessManager &manager, ProxyLookup &prox
     silence_.setSingleShot(true);
     silence_.callOnTimeout(this, [this] {
         Q_EMIT fellSilent();
-        fail(HttpError::Kind::timedOut, u"silence"_s);
+        fail(HttpError::Kind::TimedOut, u"silence"_s);
     });
     silence_.start(request.timeout);
     total_.setSingleShot(true);
-    total_.callOnTimeout(this, [this] { fail(HttpError::Kind::timedOut, u"too slow"_s); });
+    total_.callOnTimeout(this, [this] { fail(HttpError::Kind::TimedOut, u"too slow"_s); });
     total_.start(request.totalTimeout);
 
     resolveProxy();
@@ -112,7 +112,7 @@ void QtHttpExchange::start()
     }
     const QNetworkRequest made = networkRequest(request_);
     if (request_.method == "POST") {
-        auto *body = new PostBody(request_.body, repetition_ == Repetition::allowed);
+        auto *body = new PostBody(request_.body, repetition_ == Repetition::Allowed);
         reply_ = manager_.post(made, body);
         body->setParent(reply_);
         connect(reply_, &QNetworkReply::socketStartedConnecting, body, &PostBody::forbidRepetition);
@@ -151,7 +151,7 @@ void QtHttpExchange::followTo(const QUrl &url)
     const bool isLessSafe = request_.url.scheme() == "https"_L1 && url.scheme() != "https"_L1;
     const bool isElsewhere = originOf(url) != originOf(request_.url);
     if (++redirects_ > maxRedirects || isLessSafe || (isElsewhere && !request_.headers.isEmpty())) {
-        fail(HttpError::Kind::other, u"redirect not followed"_s);
+        fail(HttpError::Kind::Other, u"redirect not followed"_s);
         return;
     }
     if (const auto refusal = refusalOf(url)) {
@@ -167,7 +167,7 @@ void QtHttpExchange::followTo(const QUrl &url)
 void QtHttpExchange::checkHead()
 {
     if (reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong() > request_.bodyLimit) {
-        fail(HttpError::Kind::tooLarge, u"announced"_s);
+        fail(HttpError::Kind::TooLarge, u"announced"_s);
     }
 }
 
@@ -186,7 +186,7 @@ void QtHttpExchange::takeBody()
         response_.body += part;
     } while (!part.isEmpty());
     if (response_.body.size() > request_.bodyLimit) {
-        fail(HttpError::Kind::tooLarge, u"received"_s);
+        fail(HttpError::Kind::TooLarge, u"received"_s);
     }
 }
 
@@ -232,7 +232,7 @@ bool QtHttpExchange::isWhole() const
 
 void QtHttpExchange::cancel()
 {
-    fail(HttpError::Kind::cancelled, {});
+    fail(HttpError::Kind::Cancelled, {});
 }
 
 void QtHttpExchange::fail(HttpError::Kind kind, const QString &detail)

@@ -20,7 +20,7 @@ class QtHttpExchange : public QObject {
 
 public:
     /// Whether a POST may be repeated when its connection turns out to be dead.
-    enum class Repetition : quint8 { forbidden, allowed };
+    enum class Repetition : quint8 { Forbidden, Allowed };
 
     QtHttpExchange(QNetworkAccessManager &manager, ProxyLookup &proxies, const HttpRequest &request,
                    Repetition repetition, QObject *context, HttpCompletion completion);

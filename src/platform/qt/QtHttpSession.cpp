@@ -72,8 +72,8 @@ void QtHttpSession::send(const HttpRequest &request, QObject *context, HttpCompl
     // Only servers that have answered can have a kept connection.
     const QString origin = originOf(request.url);
     const auto repetition = answeringOrigins_.contains(origin)
-        ? QtHttpExchange::Repetition::allowed
-        : QtHttpExchange::Repetition::forbidden;
+        ? QtHttpExchange::Repetition::Allowed
+        : QtHttpExchange::Repetition::Forbidden;
     auto *exchange = new QtHttpExchange(manager(), proxies_, request, repetition, context,
                                         std::move(completion));
     QObject::connect(exchange, &QtHttpExchange::answered, manager_.get(),

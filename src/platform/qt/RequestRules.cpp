@@ -27,7 +27,7 @@ std::optional<HttpError> refusalOf(const HttpRequest &request)
         return hasControlCharacter(header.first) || hasControlCharacter(header.second);
     });
     if (!isSound) {
-        return HttpError{HttpError::Kind::unsendable, u"control character in a header"_s};
+        return HttpError{HttpError::Kind::Unsendable, u"control character in a header"_s};
     }
     return refusalOf(request.url);
 }

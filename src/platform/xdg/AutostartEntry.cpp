@@ -128,13 +128,13 @@ bool AutostartEntry::isSetForAll() const
 LoginStart::State AutostartEntry::state() const
 {
     if (!QFileInfo::exists(userFile())) {
-        return isSetForAll() ? State::onForAll : State::off;
+        return isSetForAll() ? State::OnForAll : State::Off;
     }
     const DesktopFile file = fileAt(userFile());
     if (isDisabled(file)) {
-        return State::switchedOff;
+        return State::SwitchedOff;
     }
-    return startsSomething(file) ? State::on : State::broken;
+    return startsSomething(file) ? State::On : State::Broken;
 }
 
 bool AutostartEntry::setOn(bool isOn)

@@ -44,14 +44,14 @@ private:
 
 void TestSecretItems::theDesktopsToolsSeeTheSame()
 {
-    QCOMPARE(get(u"uid"_s).kind, Kind::missing);
+    QCOMPARE(get(u"uid"_s).kind, Kind::Missing);
     items_.set(u"uid"_s, "first");
     items_.set(u"uid"_s, "second");
     QCOMPARE(get(u"uid"_s).value, QByteArray("second"));
     QCOMPARE(Keyring::lookUp(u"uid"_s), QByteArray("second"));
     items_.remove(u"uid"_s);
     items_.remove(u"uid"_s);
-    QCOMPARE(get(u"uid"_s).kind, Kind::missing);
+    QCOMPARE(get(u"uid"_s).kind, Kind::Missing);
     QCOMPARE(Keyring::lookUp(u"uid"_s), QByteArray());
     Keyring::store(u"uid"_s, "from outside");
     QCOMPARE(get(u"uid"_s).value, QByteArray("from outside"));
@@ -63,7 +63,7 @@ void TestSecretItems::keepsEveryValue()
          {QByteArray(), QByteArray("\0\n\xff", 3), QByteArray(200'000, 'x')}) {
         items_.set(u"odd"_s, value);
         const SecretAnswer answer = get(u"odd"_s);
-        QCOMPARE(answer.kind, Kind::found);
+        QCOMPARE(answer.kind, Kind::Found);
         QCOMPARE(answer.value, value);
     }
 }
@@ -108,25 +108,25 @@ void TestSecretItems::waitsForALockedKeyring()
     QCOMPARE(get(u"gone"_s).value, QByteArray("before"));
     QSignalSpy readable(&items_, &SecretItems::becameReadable);
     QVERIFY(Keyring::lock());
-    QCOMPARE(get(u"never there"_s).kind, Kind::locked);
+    QCOMPARE(get(u"never there"_s).kind, Kind::Locked);
     items_.set(u"kept"_s, "older");
     items_.set(u"kept"_s, "after");
     items_.remove(u"gone"_s);
-    QCOMPARE(get(u"kept"_s).kind, Kind::locked);
+    QCOMPARE(get(u"kept"_s).kind, Kind::Locked);
     QCOMPARE(readable.count(), 0);
     QVERIFY(Keyring::unlock());
     QVERIFY(waitUntil([&] { return readable.count() > 0; }));
     QCOMPARE(get(u"kept"_s).value, QByteArray("after"));
-    QCOMPARE(get(u"gone"_s).kind, Kind::missing);
+    QCOMPARE(get(u"gone"_s).kind, Kind::Missing);
 }
 
 void TestSecretItems::noticesAnotherKeyring()
 {
     QVERIFY(Keyring::lock());
-    QCOMPARE(get(u"kept"_s).kind, Kind::locked);
+    QCOMPARE(get(u"kept"_s).kind, Kind::Locked);
     QSignalSpy readable(&items_, &SecretItems::becameReadable);
     Keyring::signal(SIGKILL);
-    QVERIFY(waitUntil([&] { return get(u"kept"_s).kind != Kind::found && readable.count() > 0; }));
+    QVERIFY(waitUntil([&] { return get(u"kept"_s).kind != Kind::Found && readable.count() > 0; }));
 }
 
 QTEST_GUILESS_MAIN(TestSecretItems)

@@ -105,13 +105,13 @@ void TestSecretQuestions::goesOnAfterAnError()
     for (const auto &[method, hasItem] : rows) {
         keyring_.hasItem = hasItem;
         keyring_.failing = method;
-        QVERIFY2(get().kind == Kind::unavailable, qPrintable(method));
+        QVERIFY2(get().kind == Kind::Unavailable, qPrintable(method));
         keyring_.failing.clear();
-        QVERIFY2(get().kind == (hasItem ? Kind::found : Kind::missing), qPrintable(method));
+        QVERIFY2(get().kind == (hasItem ? Kind::Found : Kind::Missing), qPrintable(method));
     }
     keyring_.failing = u"CreateItem"_s;
     items_->set(u"a"_s, "value"); // is owed then, and keeps nothing from being asked
-    QCOMPARE(get().kind, Kind::found);
+    QCOMPARE(get().kind, Kind::Found);
 }
 
 void TestSecretQuestions::asksTheUserOnlyWhenUnlocking()
@@ -126,7 +126,7 @@ void TestSecretQuestions::asksTheUserOnlyWhenUnlocking()
 
     items_->set(u"a"_s, "older");
     items_->set(u"a"_s, "value");
-    QCOMPARE(get().kind, Kind::missing);
+    QCOMPARE(get().kind, Kind::Missing);
     QCOMPARE(keyring_.withdrawn, 1); // or the older value could come last
     QCOMPARE(keyring_.asked, 0);
     items_->unlock();

@@ -122,30 +122,30 @@ void TestHttpSession::answers_data()
           .body = "0123456789",
           .stopsAfter = 60,
           .closes = true},
-         failure(Kind::cutShort)},
+         failure(Kind::CutShort)},
         {"interim answer first", raw("HTTP/1.1 100 Continue\r\n\r\n" + head + "0123456789", false),
          "200 0123456789"},
         {"end of connection ends the body", raw("HTTP/1.1 200 OK\r\n\r\nabc"), "200 abc"},
-        {"cut in the body", raw(head + "0123"), failure(Kind::cutShort)},
+        {"cut in the body", raw(head + "0123"), failure(Kind::CutShort)},
         {"endless line",
          {.body = QByteArray(1000, 'x'), .raw = "", .isEndless = true},
-         failure(Kind::cutShort)},
-        {"silence", raw({}, false), failure(Kind::timedOut)},
-        {"silence in the body", raw(head + "0123", false), failure(Kind::timedOut)},
-        {"a byte now and then", {.body = "hello", .bytePause = 100ms}, failure(Kind::timedOut)},
+         failure(Kind::CutShort)},
+        {"silence", raw({}, false), failure(Kind::TimedOut)},
+        {"silence in the body", raw(head + "0123", false), failure(Kind::TimedOut)},
+        {"a byte now and then", {.body = "hello", .bytePause = 100ms}, failure(Kind::TimedOut)},
         {"announced too large",
          {.body = QByteArray(smallLimit + 1, 'x'), .stopsAfter = 100},
-         failure(Kind::tooLarge)},
+         failure(Kind::TooLarge)},
         {"just small enough",
          {.body = QByteArray(smallLimit, 'x')},
          "200 " + QByteArray(smallLimit, 'x')},
         {"not what it says it is",
          {.headers = {{"Content-Encoding", "gzip"}}, .body = "0123456789"},
-         failure(Kind::other)},
+         failure(Kind::Other)},
     };
     for (const auto &row : rows) {
-        QTest::addRow("%s", row.name) << Security::plain << row.answer << row.expected;
-        QTest::addRow("%s, TLS", row.name) << Security::tls << row.answer << row.expected;
+        QTest::addRow("%s", row.name) << Security::Plain << row.answer << row.expected;
+        QTest::addRow("%s, TLS", row.name) << Security::Tls << row.answer << row.expected;
     }
 }
 
@@ -161,7 +161,7 @@ void TestHttpSession::answers()
     QtHttpSession session;
     Outcomes outcomes;
     HttpRequest request = post(server.url(u"/v1"_s));
-    if (expected == describe(Kind::timedOut).toUtf8()) {
+    if (expected == describe(Kind::TimedOut).toUtf8()) {
         // the first time is for silence, the second for slowness
         (answer.bytePause > 0ms ? request.totalTimeout : request.timeout) = 1s;
     }
@@ -172,7 +172,7 @@ void TestHttpSession::answers()
     QCOMPARE(text(outcomes.all.constFirst()), expected);
 
     QCOMPARE(server.requests().size(), 1); // nothing is sent twice
-    if (expected == describe(Kind::timedOut).toUtf8())
+    if (expected == describe(Kind::TimedOut).toUtf8())
         QVERIFY(waitUntil([&] { return server.openConnections() == 0; }));
     QCOMPARE(outcomes.all.size(), 1);
 }
@@ -205,27 +205,27 @@ void TestHttpSession::cannotConnect_data()
 {
     QTest::addColumn<QString>("what");
     QTest::addColumn<Kind>("expected");
-    QTest::newRow("nobody listens") << u"refused"_s << Kind::refused;
-    QTest::newRow("no such name") << u"https://nowhere.invalid/v1"_s << Kind::cannotResolve;
+    QTest::newRow("nobody listens") << u"refused"_s << Kind::Refused;
+    QTest::newRow("no such name") << u"https://nowhere.invalid/v1"_s << Kind::CannotResolve;
     QTest::newRow("below this machine's name, plain")
-        << u"http://nowhere.localhost/v1"_s << Kind::insecure;
-    QTest::newRow("unknown authority") << u"untrusted"_s << Kind::untrusted;
-    QTest::newRow("another's certificate") << u"number"_s << Kind::untrusted;
-    QTest::newRow("public, plain") << u"http://nowhere.invalid/v1"_s << Kind::insecure;
-    QTest::newRow("public number, plain") << u"http://192.0.2.1/v1"_s << Kind::insecure;
+        << u"http://nowhere.localhost/v1"_s << Kind::Insecure;
+    QTest::newRow("unknown authority") << u"untrusted"_s << Kind::Untrusted;
+    QTest::newRow("another's certificate") << u"number"_s << Kind::Untrusted;
+    QTest::newRow("public, plain") << u"http://nowhere.invalid/v1"_s << Kind::Insecure;
+    QTest::newRow("public number, plain") << u"http://192.0.2.1/v1"_s << Kind::Insecure;
     QTest::newRow("private number in a name")
-        << u"http://10.0.0.1.nip.invalid/"_s << Kind::insecure;
-    QTest::newRow("another scheme") << u"file:///etc/hostname"_s << Kind::noAddress;
-    QTest::newRow("a key of two lines") << u"key"_s << Kind::unsendable;
-    QTest::newRow("no host") << u"https:///v1"_s << Kind::noAddress;
-    QTest::newRow("no address") << u""_s << Kind::noAddress;
+        << u"http://10.0.0.1.nip.invalid/"_s << Kind::Insecure;
+    QTest::newRow("another scheme") << u"file:///etc/hostname"_s << Kind::NoAddress;
+    QTest::newRow("a key of two lines") << u"key"_s << Kind::Unsendable;
+    QTest::newRow("no host") << u"https:///v1"_s << Kind::NoAddress;
+    QTest::newRow("no address") << u""_s << Kind::NoAddress;
 }
 
 void TestHttpSession::cannotConnect()
 {
     QFETCH(QString, what);
     QFETCH(Kind, expected);
-    HttpServer server(Security::tls);
+    HttpServer server(Security::Tls);
     if (what != "untrusted"_L1)
         HttpServer::trustCertificate();
     QUrl url = server.url(u"/v1"_s);
@@ -251,7 +251,7 @@ void TestHttpSession::cannotConnect()
 
 void TestHttpSession::keepsConnections()
 {
-    HttpServer server(Security::tls);
+    HttpServer server(Security::Tls);
     HttpServer::trustCertificate();
     server.answer("POST", "/v1", {.body = "hello"});
     QtHttpSession session;
@@ -286,7 +286,7 @@ void TestHttpSession::leavesConnectionsThatMayBeDead()
 {
     using Change = std::function<void(NetworkPlace &)>;
     QFETCH(Change, change);
-    HttpServer server(Security::tls);
+    HttpServer server(Security::Tls);
     HttpServer::trustCertificate();
     server.answer("POST", "/v1", {.body = "hello", .delay = 200ms});
     NetworkPlace place;
@@ -306,7 +306,7 @@ void TestHttpSession::leavesConnectionsThatMayBeDead()
         Outcomes lost;
         session.send(request, this, lost.completion());
         QVERIFY(lost.wait());
-        QCOMPARE(text(lost.all.constFirst()), describe(Kind::timedOut).toUtf8());
+        QCOMPARE(text(lost.all.constFirst()), describe(Kind::TimedOut).toUtf8());
     }
     request.timeout = 20s;
     Outcomes next;
@@ -325,7 +325,7 @@ void TestHttpSession::decompresses()
     QByteArray varied;
     for (int i = 0; varied.size() < 1'000'000; ++i)
         varied += QByteArray::number(i * 2654435761U);
-    HttpServer server(Security::tls);
+    HttpServer server(Security::Tls);
     HttpServer::trustCertificate();
     QtHttpSession session;
     for (const QByteArray &body : {varied, QByteArray(12'000'000, 'x')}) {
@@ -339,7 +339,7 @@ void TestHttpSession::decompresses()
             QVERIFY(outcomes.wait());
             QCOMPARE(text(outcomes.all.constFirst()) == "200 " + body, isSmallEnough);
             if (!isSmallEnough)
-                QCOMPARE(text(outcomes.all.constFirst()), describe(Kind::tooLarge).toUtf8());
+                QCOMPARE(text(outcomes.all.constFirst()), describe(Kind::TooLarge).toUtf8());
         }
     }
 }
@@ -354,7 +354,7 @@ void TestHttpSession::endsInBoundedMemory()
     request.bodyLimit = 10 << 20;
     session.send(request, this, outcomes.completion());
     QVERIFY(outcomes.wait());
-    QCOMPARE(text(outcomes.all.constFirst()), describe(Kind::tooLarge).toUtf8());
+    QCOMPARE(text(outcomes.all.constFirst()), describe(Kind::TooLarge).toUtf8());
     QVERIFY2(server.bytesSent() < 2 * request.bodyLimit,
              qPrintable(QString::number(server.bytesSent())));
     QVERIFY(waitUntil([&] { return server.openConnections() == 0; }));
@@ -378,8 +378,8 @@ void TestHttpSession::redirects()
         QByteArray expected;
     } rows[] = {
         {u"/within"_s, {{"Authorization", "Bearer secret"}}, "200 first"},
-        {u"/elsewhere"_s, {{"Authorization", "Bearer secret"}}, describe(Kind::other).toUtf8()},
-        {u"/around"_s, {}, describe(Kind::other).toUtf8()},
+        {u"/elsewhere"_s, {{"Authorization", "Bearer secret"}}, describe(Kind::Other).toUtf8()},
+        {u"/around"_s, {}, describe(Kind::Other).toUtf8()},
         {u"/elsewhere"_s, {}, "200 second"},
     };
     QtHttpSession session;
@@ -411,7 +411,7 @@ void TestHttpSession::endsWithItsContextOrTheSession()
     session.reset();
     QVERIFY(waitUntil([&] { return server.openConnections() == 0; }));
     QCOMPARE(cancelled.all.size(), 1);
-    QCOMPARE(text(cancelled.all.constFirst()), describe(Kind::cancelled).toUtf8());
+    QCOMPARE(text(cancelled.all.constFirst()), describe(Kind::Cancelled).toUtf8());
     QVERIFY(abandoned.all.isEmpty());
 }
 
@@ -440,7 +440,7 @@ void TestHttpSession::doesNotWaitForProxiesForEver()
     QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(send(QUrl(u"http://127.0.0.1:1/"_s)), describe(Kind::refused).toUtf8());
+    QCOMPARE(send(QUrl(u"http://127.0.0.1:1/"_s)), describe(Kind::Refused).toUtf8());
     for (int i = 0; i < 20; ++i)
         QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
     QCOMPARE_LT(timer.elapsed(), 20 * 200); // not waited for each time

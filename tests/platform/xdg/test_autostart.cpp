@@ -52,24 +52,24 @@ void TestAutostart::readsAndWrites_data()
     const QByteArray good =
         "[Desktop Entry]\nType=Application\nName=mine\nExec=true --background\n";
     const QByteArray none;
-    QTest::newRow("nothing") << none << none << State::off << State::off;
-    QTest::newRow("own") << good << none << State::on << State::switchedOff;
+    QTest::newRow("nothing") << none << none << State::Off << State::Off;
+    QTest::newRow("own") << good << none << State::On << State::SwitchedOff;
     QTest::newRow("with a variable")
         << QByteArray("[Desktop Entry]\nName=mine\nExec=env \"A=$B\" x --background\n\n") << none
-        << State::on << State::switchedOff;
-    QTest::newRow("own and for all") << good << good << State::on << State::switchedOff;
+        << State::On << State::SwitchedOff;
+    QTest::newRow("own and for all") << good << good << State::On << State::SwitchedOff;
     QTest::newRow("hidden") << good + "Hidden=true\n"
-                            << none << State::switchedOff << State::switchedOff;
+                            << none << State::SwitchedOff << State::SwitchedOff;
     QTest::newRow("switched off by the desktop")
         << good + "X-GNOME-Autostart-enabled=false\n[Desktop Action x]\nHidden=true\n"
-        << none << State::switchedOff << State::switchedOff;
+        << none << State::SwitchedOff << State::SwitchedOff;
     QTest::newRow("of another group") << good + "\n[Desktop Action x]\nHidden=true\n"
-                                      << none << State::on << State::switchedOff;
+                                      << none << State::On << State::SwitchedOff;
     QTest::newRow("gone") << QByteArray("[Desktop Entry]\nType=Application\nExec=/no/such thing\n")
-                          << none << State::broken << State::switchedOff;
-    QTest::newRow("for all") << none << good << State::onForAll << State::switchedOff;
+                          << none << State::Broken << State::SwitchedOff;
+    QTest::newRow("for all") << none << good << State::OnForAll << State::SwitchedOff;
     QTest::newRow("for all, hidden here") << QByteArray("[Desktop Entry]\nHidden=true\n") << good
-                                          << State::switchedOff << State::switchedOff;
+                                          << State::SwitchedOff << State::SwitchedOff;
 }
 
 void TestAutostart::readsAndWrites()
@@ -89,7 +89,7 @@ void TestAutostart::readsAndWrites()
     AutostartEntry entry(folders, u"/bin/true"_s);
     QCOMPARE(entry.state(), state);
     QVERIFY(entry.setOn(true));
-    QCOMPARE(entry.state(), State::on);
+    QCOMPARE(entry.state(), State::On);
     const QByteArray written = read(folders[0]);
     QVERIFY(written.startsWith("[Desktop Entry]\n") && written.contains("\nExec="));
     QVERIFY(written.contains(" --background\n"));
@@ -107,9 +107,9 @@ void TestAutostart::startsAnyProgram()
     AutostartEntry entry({folder.path()}, program);
     QVERIFY(QFile::link(u"/bin/true"_s, program) && entry.setOn(true));
     QVERIFY(read(folder.path()).contains(R"(/a \\$b%%f\\\\c\\"d\\`e" --background)"));
-    QCOMPARE(entry.state(), State::on);
+    QCOMPARE(entry.state(), State::On);
     QVERIFY(QFile::remove(program));
-    QCOMPARE(entry.state(), State::broken);
+    QCOMPARE(entry.state(), State::Broken);
 }
 
 void TestAutostart::seesChangesFromOutside()
@@ -120,9 +120,9 @@ void TestAutostart::seesChangesFromOutside()
     int changes = 0;
     connect(&entry, &LoginStart::changed, this, [&changes] { ++changes; });
     write(own, "[Desktop Entry]\nExec=true\n");
-    QTRY_VERIFY(changes > 0 && entry.state() == State::on);
+    QTRY_VERIFY(changes > 0 && entry.state() == State::On);
     QFile::remove(own + entryName);
-    QTRY_COMPARE(entry.state(), State::off);
+    QTRY_COMPARE(entry.state(), State::Off);
     const int before = changes;
     write(own, "[Desktop Entry]\nExec=true\n");
     QTRY_VERIFY(changes > before);
