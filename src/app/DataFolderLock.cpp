@@ -3,7 +3,7 @@
 
 #include "app/DataFolderLock.h"
 
-#include "notes/AtomicFile.h"
+#include "files/PrivateDirectory.h"
 #include "platform/Diagnostics.h"
 
 #include <QFile>
@@ -171,7 +171,7 @@ bool DataFolderLock::tryLock()
     }
     if (const auto failure = makePrivateDirectory(folder_)) {
         isNeedless_ = true;
-        printDiagnostic(u"notes will not be kept: "_s + *failure);
+        printDiagnostic(u"notes will not be kept: "_s + failure->text());
         return true;
     }
     auto locks = std::make_unique<Locks>();

@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "export/NotesExport.h"
 
+#include "files/AtomicFile.h"
+
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 
@@ -19,32 +20,21 @@ constexpr auto reportInterval = 50ms;
 
 using Outcome = NotesExport::Outcome;
 
-/// Returns the reason of a failed write. A short write does not set it, so that one more byte is
-/// written.
-QString writeProblem(const QSaveFile &file)
-{
-    const bool isExplained = file.handle() < 0 || ::write(file.handle(), "\n", 1) == 1;
-    return isExplained ? file.errorString() : qt_error_string(errno);
-}
-
 /// Classifies a failure for the user who chose the file.
-NotesExport::Result failure(const QSaveFile &file, const QString &words)
+NotesExport::Result failure(const QString &path, const FileError &error)
 {
-    const auto isOneOf = [&words](std::initializer_list<int> errors) {
-        return std::any_of(errors.begin(), errors.end(),
-                           [&words](int error) { return words == qt_error_string(error); });
+    const auto isOneOf = [&error](const auto &codes) {
+        return std::ranges::find(codes, error.code) != codes.end();
     };
-    const QFileInfo existing(file.fileName());
-    const QFileInfo folder(existing.absolutePath());
-    if (isOneOf({ENOSPC, EDQUOT, EFBIG})) {
-        return {Outcome::NoSpace, words};
+    const QFileInfo folder(QFileInfo(path).absolutePath());
+    if (isOneOf(std::array{ENOSPC, EDQUOT, EFBIG})) {
+        return {Outcome::NoSpace, error.reason()};
     }
     if (!folder.isDir()) {
-        return {Outcome::NoFolder, words};
+        return {Outcome::NoFolder, error.reason()};
     }
-    const bool isForbidden = isOneOf({EACCES, EPERM, EROFS}) || !folder.isWritable()
-        || (existing.exists() && !existing.isWritable());
-    return {isForbidden ? Outcome::NotAllowed : Outcome::Failed, words};
+    const bool isForbidden = isOneOf(std::array{EACCES, EPERM, EROFS}) || !folder.isWritable();
+    return {isForbidden ? Outcome::NotAllowed : Outcome::Failed, error.reason()};
 }
 
 } // namespace
@@ -88,16 +78,17 @@ NotesExport::Result NotesExport::write(const Order &order)
 {
     const NotesFormat format =
         notesFormat(order.format, order.chosen.size(), order.at, order.isEnglish);
-    QSaveFile file(order.path);
-    // QSaveFile would replace a device by a file
-    if (const QFileInfo existing(order.path); existing.exists() && !existing.isFile()) {
-        return {Outcome::NotAFile, {}};
-    }
-    if (!file.open(QIODevice::WriteOnly)) {
-        return failure(file, file.errorString());
+    // Replacing would turn a device into a file, and ignore that a file is read-only.
+    if (const QFileInfo existing(order.path); existing.exists()) {
+        if (!existing.isFile()) {
+            return {Outcome::NotAFile, {}};
+        }
+        if (!existing.isWritable()) {
+            return {Outcome::NotAllowed, qt_error_string(EACCES)};
+        }
     }
     // Notes are private, also on a shared machine.
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    AtomicFile file(order.path, {.mode = AtomicFile::Mode::Private});
     file.write(format.head);
     const NoteWithContext *before = nullptr;
     QElapsedTimer sinceReport;
@@ -107,8 +98,8 @@ NotesExport::Result NotesExport::write(const Order &order)
             return {Outcome::Cancelled, {}};
         }
         const NoteWithContext &entry = order.notes[order.chosen[i]];
-        if (file.write(format.note(entry, before)) < 0) {
-            return failure(file, writeProblem(file));
+        if (!file.write(format.note(entry, before))) {
+            return failure(order.path, *file.error());
         }
         before = &entry;
         if (sinceReport.hasExpired(std::chrono::milliseconds(reportInterval).count())) {
@@ -116,10 +107,8 @@ NotesExport::Result NotesExport::write(const Order &order)
             sinceReport.start();
         }
     }
-    if (file.write(format.tail) < 0 || !file.flush()) {
-        return failure(file, writeProblem(file));
-    }
-    return file.commit() ? Result{Outcome::Written, {}} : failure(file, file.errorString());
+    return file.write(format.tail) && file.commit() ? Result{Outcome::Written, {}}
+                                                    : failure(order.path, *file.error());
 }
 
 } // namespace vellumo

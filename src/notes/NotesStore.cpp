@@ -3,6 +3,7 @@
 
 #include "notes/NotesStore.h"
 
+#include "files/PrivateDirectory.h"
 #include "notes/StoreMerge.h"
 #include "platform/Diagnostics.h"
 
@@ -156,7 +157,7 @@ void NotesStore::save(Durability durability)
 std::optional<QString> NotesStore::trySave(Durability durability)
 {
     if (auto failure = makePrivateDirectory(QFileInfo(storeURL_).absolutePath())) {
-        return failure;
+        return failure->text();
     }
     takeOverOutsideChange();
     if (hasUnreadableFile_) {
@@ -169,7 +170,18 @@ std::optional<QString> NotesStore::trySave(Durability durability)
     fileSize_ =
         std::accumulate(pieces.cbegin(), pieces.cend(), qint64{0},
                         [](qint64 size, const QByteArray &piece) { return size + piece.size(); });
-    return replaceFile(storeURL_, pieces, durability, known_);
+    AtomicFile file(storeURL_,
+                    {.durability = durability,
+                     .mode = AtomicFile::Mode::Private,
+                     .temporary = AtomicFile::Temporary::Fixed});
+    for (const QByteArray &piece : pieces) {
+        file.write(piece);
+    }
+    const bool isSaved = file.commit();
+    if (file.written()) {
+        known_ = file.written();
+    }
+    return isSaved ? std::nullopt : std::optional(file.error()->text());
 }
 
 void NotesStore::saveAndAnnounce(Durability durability)

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "notes/AtomicFile.h"
+#include "files/AtomicFile.h"
 #include "notes/NotesStoring.h"
 #include <QString>
 #include <QTimer>

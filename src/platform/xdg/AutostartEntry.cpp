@@ -3,6 +3,7 @@
 
 #include "platform/xdg/AutostartEntry.h"
 
+#include "files/AtomicFile.h"
 #include "platform/xdg/DesktopFile.h"
 #include "platform/xdg/ExecLine.h"
 
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <algorithm>
 
@@ -171,9 +171,13 @@ bool AutostartEntry::switchOn()
 
 bool AutostartEntry::write(const QByteArray &entry)
 {
-    QSaveFile file(userFile());
-    return QDir().mkpath(folders_.constFirst()) && file.open(QIODevice::WriteOnly)
-        && file.write(entry) == entry.size() && file.commit();
+    const QFileInfo existing(userFile());
+    if (!QDir().mkpath(folders_.constFirst()) || (existing.exists() && !existing.isWritable())) {
+        return false;
+    }
+    AtomicFile file(userFile(),
+                    {.durability = Durability::Ordinary, .mode = AtomicFile::Mode::Kept});
+    return file.write(entry) && file.commit();
 }
 
 } // namespace vellumo

@@ -82,6 +82,8 @@ void TestAutostart::readsAndWrites()
     const QStringList folders{folder.filePath(u"own/autostart"_s), folder.filePath(u"all"_s)};
     if (!own.isEmpty()) {
         write(folders[0], own);
+        QVERIFY(
+            QFile::setPermissions(folders[0] + entryName, QFile::ReadOwner | QFile::WriteOwner));
     }
     if (!forAll.isEmpty()) {
         write(folders[1], forAll);
@@ -98,6 +100,10 @@ void TestAutostart::readsAndWrites()
     QCOMPARE(entry.state(), off);
     QVERIFY(entry.setOn(true));
     QCOMPARE(read(folders[0]), written);
+    if (!own.isEmpty()) { // a file that was there keeps its mode
+        QVERIFY(!QFile::permissions(folders[0] + entryName).testFlag(QFile::ReadOther));
+    }
+    QCOMPARE(QDir(folders[0]).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
 void TestAutostart::startsAnyProgram()
