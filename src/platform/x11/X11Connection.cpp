@@ -11,7 +11,6 @@
 #include <cerrno>
 #include <poll.h>
 #include <string_view>
-#include <vector>
 #include <xcb/res.h>
 #include <xcb/xcbext.h>
 #include <xcb/xfixes.h>
@@ -27,7 +26,7 @@ namespace vellumo {
 
 namespace {
 
-/// Interned together when the connection is opened. Any other name costs one round trip.
+/// Asked for together when the connection is opened.
 constexpr auto knownAtoms = std::to_array<std::string_view>(
     {"ATOM_PAIR", "CLIPBOARD", "CLIPBOARD_MANAGER", "INCR", "MULTIPLE", "SAVE_TARGETS", "TARGETS",
      "TIMESTAMP", "UTF8_STRING", "VELLUMO_SELECTION", "_GTK_APPLICATION_ID", "_NET_ACTIVE_WINDOW",
@@ -38,6 +37,8 @@ constexpr auto knownAtoms = std::to_array<std::string_view>(
 X11Connection::X11Connection(X11Problems &problems, const QByteArray &display)
     : problems_(problems)
     , display_(display)
+    , atoms_(
+          [this](auto * /*xcb_*/, auto cookie) { return reply<xcb_intern_atom_reply_t>(cookie); })
 {
     int screenNumber = 0;
     xcb_ = xcb_connect(display.isEmpty() ? nullptr : display.constData(), &screenNumber);
@@ -54,7 +55,7 @@ X11Connection::X11Connection(X11Problems &problems, const QByteArray &display)
     for (auto *id : {&xcb_xkb_id, &xcb_input_id, &xcb_test_id, &xcb_xfixes_id, &xcb_res_id}) {
         xcb_prefetch_extension_data(xcb_, id);
     }
-    internKnownAtoms();
+    atoms_.prefetch(xcb_, knownAtoms);
     notifier_ = new QSocketNotifier(xcb_get_file_descriptor(xcb_), QSocketNotifier::Read, this);
     connect(notifier_, &QSocketNotifier::activated, this, [this] {
         readEvents();
@@ -68,34 +69,9 @@ X11Connection::~X11Connection()
     xcb_disconnect(xcb_);
 }
 
-void X11Connection::internKnownAtoms()
-{
-    std::vector<xcb_intern_atom_cookie_t> cookies;
-    cookies.reserve(knownAtoms.size());
-    for (const auto name : knownAtoms) {
-        cookies.push_back(
-            xcb_intern_atom(xcb_, 0, static_cast<uint16_t>(name.size()), name.data()));
-    }
-    for (size_t i = 0; i < knownAtoms.size(); ++i) {
-        if (const auto answer = reply<xcb_intern_atom_reply_t>(cookies[i])) {
-            const auto name = knownAtoms[i];
-            atoms_.insert(QByteArray(name.data(), static_cast<qsizetype>(name.size())),
-                          answer->atom);
-        }
-    }
-}
-
 xcb_atom_t X11Connection::atom(const QByteArray &name)
 {
-    if (const auto known = atoms_.constFind(name); known != atoms_.cend()) {
-        return *known;
-    }
-    const auto answer = reply<xcb_intern_atom_reply_t>(
-        xcb_intern_atom(xcb_, 0, static_cast<uint16_t>(name.size()), name.constData()));
-    if (!answer) {
-        return XCB_ATOM_NONE;
-    }
-    return *atoms_.insert(name, answer->atom);
+    return atoms_.atom(xcb_, name);
 }
 
 QByteArray X11Connection::atomName(xcb_atom_t atom)

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/x11/AtomCache.h"
 #include "platform/x11/XcbPtr.h"
 #include <QByteArray>
 #include <QDeadlineTimer>
-#include <QHash>
 #include <QObject>
 #include <deque>
 #include <functional>
@@ -46,7 +46,8 @@ public:
     /// unless another client grabs the server.
     static QDeadlineTimer replyDeadline() { return QDeadlineTimer(500); }
 
-    /// Returns the atom of this name, creating it if needed; XCB_ATOM_NONE without a server.
+    /// Returns the atom of this name, creating it if needed; XCB_ATOM_NONE without a server. Names
+    /// that are used often cost no round trip.
     [[nodiscard]] xcb_atom_t atom(const QByteArray &name);
 
     /// Returns the name of an atom that another client sent; empty when there is no such atom.
@@ -81,7 +82,6 @@ public:
     XcbEvent takeEvent(const EventFilter &wanted, QDeadlineTimer deadline);
 
 private:
-    void internKnownAtoms();
     void *waitForReply(unsigned int sequence, QDeadlineTimer deadline);
     bool waitReadable(QDeadlineTimer deadline);
     void readEvents();
@@ -97,7 +97,7 @@ private:
     QSocketNotifier *notifier_ = nullptr;
     EventHandler handler_;
     std::deque<XcbEvent> queue_;
-    QHash<QByteArray, xcb_atom_t> atoms_;
+    AtomCache atoms_;
 };
 
 } // namespace vellumo

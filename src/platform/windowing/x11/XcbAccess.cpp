@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "platform/windowing/x11/XcbAccess.h"
 
-#include <QByteArray>
+#include "platform/x11/AtomCache.h"
+
 #include <QGuiApplication>
-#include <QHash>
 #include <QtGui/qguiapplication_platform.h>
 
 namespace vellumo::x11 {
@@ -23,18 +23,10 @@ xcb_window_t rootWindow(xcb_connection_t *connection)
 
 xcb_atom_t atom(xcb_connection_t *connection, const char *name)
 {
-    static QHash<QByteArray, xcb_atom_t> known;
-    const QByteArray key(name);
-    const auto found = known.constFind(key);
-    if (found != known.cend()) {
-        return *found;
-    }
-    const XcbPtr<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-        connection, xcb_intern_atom(connection, 0, static_cast<uint16_t>(key.size()), name),
-        nullptr));
-    const xcb_atom_t value = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-    known.insert(key, value);
-    return value;
+    static AtomCache cache([](auto *asked, auto cookie) {
+        return AtomCache::Reply(xcb_intern_atom_reply(asked, cookie, nullptr));
+    });
+    return cache.atom(connection, name);
 }
 
 } // namespace vellumo::x11
