@@ -37,7 +37,7 @@ std::unique_ptr<EventMonitorHandle> MonitorList::add(EventMask mask, Handler han
     monitor->mask = mask;
     monitor->handler = std::move(handler);
     monitors_.push_back(monitor);
-    changed();
+    Q_EMIT changed();
     return std::make_unique<Handle>(weak_from_this(), std::move(monitor));
 }
 
@@ -64,14 +64,7 @@ void MonitorList::remove(const std::shared_ptr<Monitor> &monitor)
 {
     monitor->installed = false;
     std::erase(monitors_, monitor);
-    changed();
-}
-
-void MonitorList::changed() const
-{
-    if (onChanged) {
-        onChanged();
-    }
+    Q_EMIT changed();
 }
 
 } // namespace vellumo

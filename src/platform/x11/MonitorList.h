@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/EventMonitoring.h"
+#include <QObject>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -10,7 +11,9 @@
 namespace vellumo {
 
 /// The installed monitors of one kind. Handles keep only a weak reference, so they may outlive it.
-class MonitorList : public std::enable_shared_from_this<MonitorList> {
+class MonitorList : public QObject, public std::enable_shared_from_this<MonitorList> {
+    Q_OBJECT
+
 public:
     using Handler = std::function<bool(const Event &)>;
 
@@ -24,8 +27,9 @@ public:
     /// Returns the event types of all monitors.
     [[nodiscard]] EventMask wanted() const;
 
-    /// Runs after a monitor was added or removed.
-    std::function<void()> onChanged;
+Q_SIGNALS:
+    /// Emitted after a monitor was added or removed.
+    void changed();
 
 private:
     struct Monitor {
@@ -36,7 +40,6 @@ private:
     class Handle;
 
     void remove(const std::shared_ptr<Monitor> &monitor);
-    void changed() const;
 
     std::vector<std::shared_ptr<Monitor>> monitors_;
 };

@@ -66,7 +66,8 @@ X11EventMonitors::X11EventMonitors(X11Connection &connection, X11Problems &probl
     , global_(std::make_shared<MonitorList>())
     , local_(std::make_shared<MonitorList>())
 {
-    global_->onChanged = local_->onChanged = [this] { monitorsChanged(); };
+    connect(global_.get(), &MonitorList::changed, this, &X11EventMonitors::monitorsChanged);
+    connect(local_.get(), &MonitorList::changed, this, &X11EventMonitors::monitorsChanged);
     if (connection_.isUsable()) {
         watchKeyboard(problems);
         watchButtons(problems);
@@ -76,7 +77,8 @@ X11EventMonitors::X11EventMonitors(X11Connection &connection, X11Problems &probl
 
 X11EventMonitors::~X11EventMonitors()
 {
-    global_->onChanged = local_->onChanged = nullptr;
+    global_->disconnect(this);
+    local_->disconnect(this);
     connection_.setEventHandler(nullptr);
 }
 
