@@ -7,7 +7,6 @@
 #include "notes/NoteDates.h"
 #include "ui/BilingualText.h"
 
-#include <QElapsedTimer>
 #include <QLocale>
 #include <algorithm>
 #include <limits>
@@ -44,6 +43,7 @@ NotesInsights::NotesInsights(NotesLibrary &library, BilingualText &texts, QObjec
     : QObject(parent)
     , library_(library)
     , texts_(texts)
+    , slices_(sliceTime, [this] { return countSome(); })
 {
     connect(&library_, &NotesLibrary::notesChanged, this, [this] {
         isStale_ = true;
@@ -52,7 +52,7 @@ NotesInsights::NotesInsights(NotesLibrary &library, BilingualText &texts, QObjec
         }
     });
     connect(&texts_, &BilingualText::languageChanged, this, &NotesInsights::changed);
-    connect(&slices_, &QTimer::timeout, this, &NotesInsights::slice);
+    connect(&slices_, &WorkSlices::finished, this, &NotesInsights::finish);
 }
 
 void NotesInsights::setShown(bool shown)
@@ -91,24 +91,16 @@ void NotesInsights::begin()
             NoteDates::startOf(monthOf(figures.today, month + 1 - shownMonths)));
     }
     pass_->dayBegin = std::numeric_limits<double>::infinity();
-    slice();
+    slices_.start();
 }
 
-void NotesInsights::slice()
+bool NotesInsights::countSome()
 {
-    QElapsedTimer timer;
-    timer.start();
-    while (pass_->next < pass_->notes.size()) {
-        const qsizetype end = std::min(pass_->next + notesPerLook, pass_->notes.size());
-        for (; pass_->next < end; ++pass_->next) {
-            count(*pass_, std::as_const(pass_->notes)[pass_->next]);
-        }
-        if (timer.hasExpired(sliceTime.count()) && pass_->next < pass_->notes.size()) {
-            slices_.start();
-            return;
-        }
+    const qsizetype end = std::min(pass_->next + notesPerLook, pass_->notes.size());
+    for (; pass_->next < end; ++pass_->next) {
+        count(*pass_, std::as_const(pass_->notes)[pass_->next]);
     }
-    finish();
+    return pass_->next < pass_->notes.size();
 }
 
 void NotesInsights::count(Pass &pass, const NoteWithContext &entry)
@@ -136,7 +128,6 @@ void NotesInsights::count(Pass &pass, const NoteWithContext &entry)
 
 void NotesInsights::finish()
 {
-    slices_.stop();
     const std::unique_ptr<Pass> pass = std::move(pass_);
     pass->figures.byLanguage = pass->languages.counts();
     pass->figures.allPlaces = static_cast<int>(pass->places.size());

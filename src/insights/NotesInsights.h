@@ -4,9 +4,9 @@
 
 #include "insights/LanguageCount.h"
 #include "insights/PlaceCount.h"
+#include "platform/WorkSlices.h"
 #include <QDate>
 #include <QObject>
-#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 #include <memory>
 #include <optional>
@@ -129,7 +129,7 @@ private:
     };
 
     void begin();
-    void slice();
+    bool countSome(); ///< returns whether some are left
     static void count(Pass &pass, const NoteWithContext &entry);
     void finish();
     [[nodiscard]] QList<LanguageShare> shares() const;
@@ -138,7 +138,7 @@ private:
     BilingualText &texts_;
     Figures published_;
     std::unique_ptr<Pass> pass_; ///< while notes are being counted
-    QTimer slices_;
+    WorkSlices slices_;
     bool isShown_ = false;
     bool isStale_ = true;
     bool isReady_ = false;

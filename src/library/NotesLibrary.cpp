@@ -7,7 +7,6 @@
 #include "platform/Clock.h"
 #include "ui/BilingualText.h"
 
-#include <QElapsedTimer>
 #include <algorithm>
 #include <numeric>
 
@@ -44,6 +43,7 @@ NotesLibrary::NotesLibrary(NotesStoring &store, const Clock &clock, BilingualTex
     , latest_([this] {
         return NoteRowsModel::TextContext{texts_.isEnglish(), today_};
     })
+    , slices_(slice, [this] { return searchSome(); })
 {
     connect(&store_, &NotesStoring::vellumoNotesDidChange, this, &NotesLibrary::storeChanged);
     connect(&texts_, &BilingualText::languageChanged, this, [this] {
@@ -52,7 +52,8 @@ NotesLibrary::NotesLibrary(NotesStoring &store, const Clock &clock, BilingualTex
         Q_EMIT changed();
     });
     connect(&selection_, &NoteSelection::changed, this, &NotesLibrary::changed);
-    connect(&slices_, &QTimer::timeout, this, &NotesLibrary::searchSlice);
+    connect(&slices_, &WorkSlices::postponed, this, &NotesLibrary::changed);
+    connect(&slices_, &WorkSlices::finished, this, &NotesLibrary::showFound);
     refreshing_.setSingleShot(true);
     connect(&refreshing_, &QTimer::timeout, this, &NotesLibrary::refresh);
 }
@@ -156,30 +157,18 @@ void NotesLibrary::startSearch(bool narrowed)
     }
     hits_.clear();
     searched_ = 0;
-    searchSlice();
+    slices_.start();
 }
 
-void NotesLibrary::searchSlice()
+bool NotesLibrary::searchSome()
 {
-    QElapsedTimer timer;
-    timer.start();
-    while (searched_ < candidates_.size()) {
-        const qsizetype end = std::min(searched_ + searchedPerLook, candidates_.size());
-        for (; searched_ < end; ++searched_) {
-            if (fits(notes_[candidates_[searched_]])) {
-                hits_.append(candidates_[searched_]);
-            }
-        }
-        if (timer.hasExpired(slice.count()) && searched_ < candidates_.size()) {
-            if (!slices_.isActive()) {
-                slices_.start();
-                Q_EMIT changed();
-            }
-            return;
+    const qsizetype end = std::min(searched_ + searchedPerLook, candidates_.size());
+    for (; searched_ < end; ++searched_) {
+        if (fits(notes_[candidates_[searched_]])) {
+            hits_.append(candidates_[searched_]);
         }
     }
-    slices_.stop();
-    showFound();
+    return searched_ < candidates_.size();
 }
 
 void NotesLibrary::showFound()

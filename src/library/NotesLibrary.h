@@ -6,6 +6,7 @@
 #include "library/NoteSearch.h"
 #include "library/NoteSelection.h"
 #include "notes/NotesStoring.h"
+#include "platform/WorkSlices.h"
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 #include <optional>
@@ -118,7 +119,7 @@ private:
     void refresh();
     [[nodiscard]] bool fits(const NoteWithContext &entry) const;
     void startSearch(bool narrowed);
-    void searchSlice();
+    bool searchSome(); ///< returns whether some are left
     void showFound();
 
     NotesStoring &store_;
@@ -138,7 +139,7 @@ private:
     QList<int> candidates_; ///< of the search under way
     qsizetype searched_ = 0; ///< how many of them have been looked at
     QList<int> hits_; ///< so far
-    QTimer slices_;
+    WorkSlices slices_;
     QTimer refreshing_;
     bool isShown_ = false;
     bool isStale_ = true;
