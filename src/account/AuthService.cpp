@@ -12,9 +12,6 @@
 #include "settings/SettingsKeys.h"
 #include "ui/BilingualText.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QJsonValue>
 #include <QPointer>
 #include <array>
 #include <cmath>
@@ -28,71 +25,13 @@ namespace vellumo {
 namespace {
 
 constexpr auto keychainTimeout = 500ms;
-constexpr auto requestTimeout = 60s;
-constexpr qint64 answerLimit = qint64{256} * 1024;
 constexpr double margin = 60; // minimum validity in seconds of a token that is returned
-constexpr double defaultLifetime = 3600;
-constexpr double maxLifetime = 24 * 3600;
 constexpr double distantPast = -std::numeric_limits<double>::infinity();
-
-const QString defaultTokenHost = u"https://securetoken.googleapis.com"_s;
 
 const QString refreshTokenAccount = u"refreshToken"_s;
 const QString uidAccount = u"uid"_s;
 const QString emailAccount = u"email"_s;
 const std::array accounts{refreshTokenAccount, uidAccount, emailAccount};
-
-HttpRequest refreshRequest(const QString &host, const QString &key, const QString &refreshToken)
-{
-    // Unreserved characters are sent unescaped.
-    const QByteArray unchanged = "/:~!*'()@,$?";
-    HttpRequest request;
-    request.method = "POST";
-    request.url = QUrl::fromEncoded((host.endsWith(u'/') ? host.chopped(1) : host).toUtf8()
-                                        + "/v1/token?key=" + QUrl::toPercentEncoding(key),
-                                    QUrl::StrictMode);
-    request.headers = {{"Content-Type", "application/x-www-form-urlencoded"}};
-    request.body = "grant_type=refresh_token&refresh_token="
-        + QUrl::toPercentEncoding(refreshToken, unchanged);
-    request.timeout = requestTimeout;
-    request.bodyLimit = answerLimit;
-    return request;
-}
-
-std::optional<AuthError> errorOf(const Result<HttpResponse, HttpError> &answer)
-{
-    if (!answer.isOk()) {
-        return AuthError{.kind = AuthError::Kind::Network, .network = answer.error().kind};
-    }
-    const HttpResponse &response = answer.value();
-    if (response.status >= 200 && response.status <= 299) {
-        return std::nullopt;
-    }
-    const QJsonValue message =
-        QJsonDocument::fromJson(response.body)[u"error"_s].toObject().value(u"message"_s);
-    return AuthError{.message = message.isString() ? message.toString()
-                                                   : u"HTTP %1"_s.arg(response.status),
-                     .status = response.status};
-}
-
-std::optional<QString> textIn(const QJsonValue &value)
-{
-    const QString text = value.toString();
-    return text.isEmpty() ? std::nullopt : std::optional(text);
-}
-
-/// Returns the claims of an ID token; empty when they cannot be decoded. The signature is not
-/// checked, since the token was received from the service itself over TLS.
-QJsonObject claimsOf(const QString &idToken)
-{
-    const QStringList parts = idToken.split(u'.');
-    if (parts.size() != 3) {
-        return {};
-    }
-    return QJsonDocument::fromJson(
-               QByteArray::fromBase64(parts[1].toLatin1(), QByteArray::Base64UrlEncoding))
-        .object();
-}
 
 /// Returns whether the token service's answer names this user, as far as both name one.
 bool isAccount(const User &user, const std::optional<QString> &uid,
@@ -104,18 +43,12 @@ bool isAccount(const User &user, const std::optional<QString> &uid,
     return isSameUid && isSameEmail;
 }
 
-double lifetimeOf(const QString &text)
-{
-    bool isNumber = false;
-    const double seconds = text.toDouble(&isNumber);
-    return isNumber && std::isfinite(seconds) ? std::min(seconds, maxLifetime) : defaultLifetime;
-}
-
 } // namespace
 
 AuthService::AuthService(Collaborators collaborators, QObject *parent)
     : QObject(parent)
     , with_(std::move(collaborators))
+    , tokens_(with_.session, with_.lookup)
     , idTokenExpiry_(distantPast)
     , idTokenObtained_(distantPast)
 {
@@ -377,16 +310,16 @@ void AuthService::completeSignIn(const Parameters &parameters)
     }
     isSignInBack_ = true;
     Q_EMIT isWorkingChanged();
-    requestTokens(refreshToken,
-                  [this, refreshToken, named, number = signInNumber_](const auto &answer) {
-                      if (number == signInNumber_) {
-                          takeSignIn(refreshToken, named, answer);
-                      }
-                  });
+    tokens_.request(refreshToken,
+                    [this, refreshToken, named, number = signInNumber_](const auto &answer) {
+                        if (number == signInNumber_) {
+                            takeSignIn(refreshToken, named, answer);
+                        }
+                    });
 }
 
 void AuthService::takeSignIn(const QString &refreshToken, const User &named,
-                             const Result<Tokens, AuthError> &answer)
+                             const Result<AccountTokens, AuthError> &answer)
 {
     if (answer.isOk() && !isAccount(named, answer.value().uid, answer.value().email)) {
         endSignIn(AuthError{.kind = AuthError::Kind::OtherAccount});
@@ -474,70 +407,26 @@ void AuthService::refreshIDToken(SignInCompletion completion)
     if (refreshWaiters_.size() > 1) {
         return;
     }
-    requestTokens(refreshToken_.value_or(QString()),
-                  [this, session = sessionNumber_](const auto &answer) {
-                      if (session != sessionNumber_) {
-                          return;
-                      }
-                      const auto waiters = std::exchange(refreshWaiters_, {});
-                      const auto error = applySession(answer);
-                      for (const auto &waiter : waiters) {
-                          waiter(error);
-                      }
-                  });
+    tokens_.request(refreshToken_.value_or(QString()),
+                    [this, session = sessionNumber_](const auto &answer) {
+                        if (session != sessionNumber_) {
+                            return;
+                        }
+                        const auto waiters = std::exchange(refreshWaiters_, {});
+                        const auto error = applySession(answer);
+                        for (const auto &waiter : waiters) {
+                            waiter(error);
+                        }
+                    });
 }
 
-void AuthService::requestTokens(const QString &refreshToken, TokensCompletion completion)
-{
-    const auto key = with_.lookup(configuration::firebaseKey);
-    if (!key) {
-        QMetaObject::invokeMethod(
-            this,
-            [completion = std::move(completion)] {
-                completion(AuthError{.kind = AuthError::Kind::notConfigured});
-            },
-            Qt::QueuedConnection);
-        return;
-    }
-    const QString host = with_.lookup(configuration::secureTokenUrl).value_or(defaultTokenHost);
-    with_.session.send(
-        refreshRequest(host, *key, refreshToken), this,
-        [completion = std::move(completion)](const auto &answer) { completion(tokensIn(answer)); });
-}
-
-Result<AuthService::Tokens, AuthError>
-AuthService::tokensIn(const Result<HttpResponse, HttpError> &answer)
-{
-    if (const auto error = errorOf(answer)) {
-        return *error;
-    }
-    const QJsonDocument reply = QJsonDocument::fromJson(answer.value().body);
-    const QJsonValue lifetime = reply[u"expires_in"_s];
-    Tokens tokens{reply[u"id_token"_s].toString(), reply[u"refresh_token"_s].toString(),
-                  lifetimeOf(lifetime.toString()), textIn(reply[u"user_id"_s]), std::nullopt};
-    const QJsonObject claims = claimsOf(tokens.idToken);
-    if (!claims.isEmpty()) {
-        const auto subject = textIn(claims[u"sub"_s]);
-        const bool isOneAccount = !tokens.uid || !subject || tokens.uid == subject;
-        if (!isOneAccount) {
-            return AuthError{.kind = AuthError::Kind::Unreadable};
-        }
-        tokens.uid = subject ? subject : tokens.uid;
-        tokens.email = claims[u"email"_s].toString();
-    }
-    if (tokens.idToken.isEmpty() || tokens.refreshToken.isEmpty() || !lifetime.isString()) {
-        return AuthError{.kind = AuthError::Kind::Unreadable};
-    }
-    return tokens;
-}
-
-std::optional<AuthError> AuthService::applySession(const Result<Tokens, AuthError> &answer)
+std::optional<AuthError> AuthService::applySession(const Result<AccountTokens, AuthError> &answer)
 {
     if (!answer.isOk()) {
         setProblem(answer.error());
         return answer.error();
     }
-    const Tokens &tokens = answer.value();
+    const AccountTokens &tokens = answer.value();
     // The address of an account may change, but only after the account is confirmed.
     const User stored{user_->uid, isUnconfirmed_ ? user_->email : QString()};
     if (!isAccount(stored, tokens.uid, tokens.email)) {
@@ -560,7 +449,7 @@ std::optional<AuthError> AuthService::applySession(const Result<Tokens, AuthErro
     return std::nullopt;
 }
 
-void AuthService::keepTokens(const Tokens &tokens)
+void AuthService::keepTokens(const AccountTokens &tokens)
 {
     cachedIDToken_ = tokens.idToken;
     refreshToken_ = tokens.refreshToken;

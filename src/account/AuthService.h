@@ -3,7 +3,7 @@
 #pragma once
 
 #include "account/Authenticating.h"
-#include "platform/HttpSession.h"
+#include "account/TokenService.h"
 #include <QHash>
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>
@@ -31,8 +31,7 @@ public:
     using User = vellumo::User;
     using AuthError = vellumo::AuthError;
 
-    /// Returns a configuration value, trimmed; absent when it is blank.
-    using Lookup = std::function<std::optional<QString>(const QString &key)>;
+    using Lookup = TokenService::Lookup;
     /// Called with the error; absent on success.
     using SignInCompletion = std::function<void(const std::optional<AuthError> &)>;
 
@@ -98,16 +97,6 @@ Q_SIGNALS:
 private:
     using Parameters = QHash<QString, QString>;
 
-    /// An answer of the token service.
-    struct Tokens {
-        QString idToken;
-        QString refreshToken;
-        double lifetime = 0; ///< seconds
-        std::optional<QString> uid; ///< of the account, if the answer has it
-        std::optional<QString> email; ///< likewise; empty when the account has none
-    };
-    using TokensCompletion = std::function<void(const Result<Tokens, AuthError> &)>;
-
     void keyringBecameReadable();
     void restore();
     void adoptRestored(const Parameters &items);
@@ -129,21 +118,19 @@ private:
 
     void completeSignIn(const Parameters &parameters);
     void takeSignIn(const QString &refreshToken, const User &named,
-                    const Result<Tokens, AuthError> &answer);
+                    const Result<AccountTokens, AuthError> &answer);
     void endSignIn(const std::optional<AuthError> &error);
 
     void provideIDToken(const QPointer<QObject> &context, const IdTokenCompletion &completion);
     [[nodiscard]] bool isIDTokenFresh() const;
     /// Callers during a refresh share its request.
     void refreshIDToken(SignInCompletion completion);
-    /// The completion runs once and never before the call returns.
-    void requestTokens(const QString &refreshToken, TokensCompletion completion);
-    [[nodiscard]] static Result<Tokens, AuthError>
-    tokensIn(const Result<HttpResponse, HttpError> &answer);
-    [[nodiscard]] std::optional<AuthError> applySession(const Result<Tokens, AuthError> &answer);
-    void keepTokens(const Tokens &tokens);
+    [[nodiscard]] std::optional<AuthError>
+    applySession(const Result<AccountTokens, AuthError> &answer);
+    void keepTokens(const AccountTokens &tokens);
 
     Collaborators with_;
+    TokenService tokens_;
     std::optional<User> user_;
     SignInCompletion signIn_; ///< completion of the pending sign-in
     int signInNumber_ = 0; ///< changes when a sign-in begins or ends
