@@ -6,14 +6,11 @@
 #include "account/GoogleOAuth.h"
 #include "account/KeychainStore.h"
 #include "platform/Clock.h"
-#include "platform/DefaultsStore.h"
 #include "platform/Wiping.h"
 #include "settings/ConfigurationKeys.h"
-#include "settings/SettingsKeys.h"
 #include "ui/BilingualText.h"
 
 #include <QPointer>
-#include <array>
 #include <cmath>
 #include <limits>
 
@@ -27,11 +24,6 @@ namespace {
 constexpr auto keychainTimeout = 500ms;
 constexpr double margin = 60; // minimum validity in seconds of a token that is returned
 constexpr double distantPast = -std::numeric_limits<double>::infinity();
-
-const QString refreshTokenAccount = u"refreshToken"_s;
-const QString uidAccount = u"uid"_s;
-const QString emailAccount = u"email"_s;
-const std::array accounts{refreshTokenAccount, uidAccount, emailAccount};
 
 /// Returns whether the token service's answer names this user, as far as both name one.
 bool isAccount(const User &user, const std::optional<QString> &uid,
@@ -49,15 +41,15 @@ AuthService::AuthService(Collaborators collaborators, QObject *parent)
     : QObject(parent)
     , with_(std::move(collaborators))
     , tokens_(with_.session, with_.lookup)
+    , stored_(with_.keychain, with_.defaults, [this] { return refreshToken_; })
     , idTokenExpiry_(distantPast)
     , idTokenObtained_(distantPast)
 {
     with_.keychain.onReadable(this, [this] { keyringBecameReadable(); });
     with_.clock.after(keychainTimeout, this, [this] { settle(); });
     connect(&with_.texts, &BilingualText::languageChanged, this, &AuthService::problemChanged);
-    if (isSignOutOwed()) {
-        removeStoredSession();
-        confirmStoredSession();
+    if (stored_.isSignOutPending()) {
+        stored_.remove();
         settle();
     } else {
         restore();
@@ -66,45 +58,32 @@ AuthService::AuthService(Collaborators collaborators, QObject *parent)
 
 void AuthService::keyringBecameReadable()
 {
-    if (!isSignOutOwed()) {
+    if (!stored_.isSignOutPending()) {
         restore();
-        return;
+    } else if (user_) {
+        stored_.confirm();
+    } else {
+        stored_.remove();
     }
-    if (!user_) {
-        removeStoredSession();
-    }
-    confirmStoredSession();
 }
 
 void AuthService::restore()
 {
-    const auto found = std::make_shared<Parameters>();
-    const auto missing = std::make_shared<size_t>(accounts.size());
-    for (const QString &account : accounts) {
-        const auto store = [this, account, found, missing,
-                            session = sessionNumber_](const std::optional<QString> &text) {
-            if (text) {
-                found->insert(account, *text);
-            }
-            // Ignore the result if the user has signed in or out meanwhile.
-            if (--*missing == 0 && session == sessionNumber_) {
-                adoptRestored(*found);
-            }
-        };
-        with_.keychain.get(account, this, store);
-    }
+    stored_.read([this, session = sessionNumber_](const auto &contents) {
+        // Ignore the result if the user has signed in or out meanwhile.
+        if (session == sessionNumber_) {
+            adoptRestored(contents);
+        }
+    });
 }
 
-void AuthService::adoptRestored(const Parameters &items)
+void AuthService::adoptRestored(const std::optional<StoredSession::Contents> &contents)
 {
-    const QString refreshToken = items.value(refreshTokenAccount);
-    const QString uid = items.value(uidAccount);
     // A sign-in whose page has returned takes precedence.
-    const bool isSession = sessionNumber_ == 0 && !isSignInBack_ && !refreshToken.isEmpty()
-        && !uid.isEmpty() && items.contains(emailAccount);
+    const bool isSession = sessionNumber_ == 0 && !isSignInBack_ && contents;
     if (isSession) {
         cancelSignIn();
-        startSession(refreshToken, {uid, items.value(emailAccount)});
+        startSession(contents->refreshToken, {contents->uid, contents->email});
     }
     settle();
     if (isSession) {
@@ -144,9 +123,8 @@ void AuthService::startSession(const QString &refreshToken, const User &user)
 void AuthService::endSession()
 {
     beginOtherSession(std::nullopt);
-    settings::signedOut.set(with_.defaults, true);
-    removeStoredSession();
-    confirmStoredSession();
+    stored_.recordSignOut();
+    stored_.remove();
     setUser(std::nullopt);
 }
 
@@ -194,47 +172,8 @@ QString AuthService::problem() const
 
 void AuthService::storeSession()
 {
-    with_.keychain.set(*refreshToken_, refreshTokenAccount);
-    with_.keychain.set(user_->uid, uidAccount);
     // An address that only the login page has named is not stored.
-    with_.keychain.set(isUnconfirmed_ ? QString() : user_->email, emailAccount);
-    confirmStoredSession();
-}
-
-void AuthService::removeStoredSession()
-{
-    for (const QString &account : accounts) {
-        with_.keychain.remove(account);
-    }
-}
-
-bool AuthService::isSignOutOwed() const
-{
-    return settings::signedOut.value(with_.defaults);
-}
-
-void AuthService::confirmStoredSession()
-{
-    if (!isSignOutOwed()) {
-        return;
-    }
-    const auto confirm = [this, session = sessionNumber_](bool isConfirmed) {
-        if (isConfirmed && session == sessionNumber_) {
-            settings::signedOut.remove(with_.defaults);
-        }
-    };
-    if (refreshToken_) {
-        with_.keychain.get(refreshTokenAccount, this,
-                           [this, confirm](const auto &text) { confirm(text == refreshToken_); });
-        return;
-    }
-    const auto left = std::make_shared<size_t>(accounts.size());
-    for (const QString &account : accounts) {
-        with_.keychain.checkMissing(account, this, [left, confirm](bool isMissing) {
-            *left -= isMissing ? 1 : 0;
-            confirm(*left == 0);
-        });
-    }
+    stored_.store({*refreshToken_, user_->uid, isUnconfirmed_ ? QString() : user_->email});
 }
 
 void AuthService::forgetIDToken()
@@ -352,7 +291,7 @@ void AuthService::endSignIn(const std::optional<AuthError> &error)
         onSignedIn();
     }
     completion(error);
-    if (error && wasBack && !user_ && !isSignOutOwed()) {
+    if (error && wasBack && !user_ && !stored_.isSignOutPending()) {
         restore(); // answers of the keyring were ignored during the sign-in
     }
 }
@@ -443,8 +382,7 @@ std::optional<AuthError> AuthService::applySession(const Result<AccountTokens, A
     if (isNews) {
         storeSession();
     } else {
-        with_.keychain.set(*refreshToken_, refreshTokenAccount);
-        confirmStoredSession();
+        stored_.renew(*refreshToken_);
     }
     return std::nullopt;
 }

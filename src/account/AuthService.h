@@ -3,6 +3,7 @@
 #pragma once
 
 #include "account/Authenticating.h"
+#include "account/StoredSession.h"
 #include "account/TokenService.h"
 #include <QHash>
 #include <QPointer>
@@ -99,7 +100,7 @@ private:
 
     void keyringBecameReadable();
     void restore();
-    void adoptRestored(const Parameters &items);
+    void adoptRestored(const std::optional<StoredSession::Contents> &contents);
     void settle();
 
     /// Tokens of one session are never used for another.
@@ -111,10 +112,6 @@ private:
     void forgetIDToken();
 
     void storeSession();
-    void removeStoredSession();
-    /// Clears the record of a sign-out once the keyring has nothing of that session.
-    void confirmStoredSession();
-    [[nodiscard]] bool isSignOutOwed() const;
 
     void completeSignIn(const Parameters &parameters);
     void takeSignIn(const QString &refreshToken, const User &named,
@@ -131,6 +128,7 @@ private:
 
     Collaborators with_;
     TokenService tokens_;
+    StoredSession stored_;
     std::optional<User> user_;
     SignInCompletion signIn_; ///< completion of the pending sign-in
     int signInNumber_ = 0; ///< changes when a sign-in begins or ends
