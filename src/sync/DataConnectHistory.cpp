@@ -41,7 +41,9 @@ SyncError::Kind kindOf(const AuthError &error)
     using Kind = SyncError::Kind;
     switch (error.kind) {
     case AuthError::Kind::Network:
-        return DataConnectWire::kindOf(error.network);
+        // too large is the answer of the token service, not a note
+        return error.network == HttpError::Kind::TooLarge ? Kind::Unreadable
+                                                          : DataConnectWire::kindOf(error.network);
     case AuthError::Kind::notConfigured:
         return Kind::NotConfigured;
     case AuthError::Kind::Unreadable:

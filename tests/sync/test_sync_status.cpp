@@ -118,6 +118,7 @@ void TestSyncStatus::explainsWhyThereIsNoToken()
         {{.kind = Kind::Unreadable}, Problem::Unreadable},
         {{.kind = Kind::Network, .network = HttpError::Kind::TimedOut}, Problem::Unreachable},
         {{.kind = Kind::Network, .network = HttpError::Kind::Untrusted}, Problem::Untrusted},
+        {{.kind = Kind::Network, .network = HttpError::Kind::TooLarge}, Problem::Unreadable},
     };
     for (const auto &[error, problem] : cases) {
         Home home;
