@@ -3,14 +3,10 @@
 
 #include "notes/NotesStore.h"
 
-#include "files/PrivateDirectory.h"
 #include "notes/StoreMerge.h"
 #include "platform/Diagnostics.h"
 
-#include <QDateTime>
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QStandardPaths>
 #include <algorithm>
 #include <cstdlib>
@@ -39,24 +35,11 @@ QString contentKey(const ReadingNote &note)
     return note.sourceText + QChar(u'\u0001') + note.explanation;
 }
 
-// Renames the file to a unique name in the same folder.
-const QString unreadableSuffix = u".unreadable-"_s;
-
-std::optional<QString> setAside(const QString &path)
-{
-    const QString stamp = QDateTime::currentDateTimeUtc().toString(u"yyyyMMdd'T'HHmmsszzz'Z'"_s);
-    QFile file(path);
-    if (file.rename(path + unreadableSuffix + stamp)) {
-        return std::nullopt;
-    }
-    return u"cannot set the unreadable %1 aside: %2"_s.arg(path, file.errorString());
-}
-
 } // namespace
 
 NotesStore::NotesStore(QString storeURL, const Farewell &farewell, QObject *parent)
     : NotesStoring(parent)
-    , storeURL_(std::move(storeURL))
+    , file_(std::move(storeURL))
 {
     bookkeepingTimer_.setSingleShot(true);
     bookkeepingTimer_.callOnTimeout(this, [this] { saveAndAnnounce(Durability::Ordinary); });
@@ -81,34 +64,17 @@ QString NotesStore::defaultStorePath()
     return base + u"/vellumo/notes.json"_s;
 }
 
-std::optional<StoreFile> NotesStore::read()
-{
-    QFile file(storeURL_);
-    // Open regular files only: opening a pipe would block until there is a writer.
-    if (!QFileInfo(storeURL_).isFile() || !file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
-    }
-    known_ = fileIdentity(file.handle());
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        return std::nullopt;
-    }
-    fileSize_ = bytes.size();
-    return StoreFile::decode(bytes);
-}
-
 void NotesStore::load(const Farewell &farewell)
 {
-    const auto file = read();
+    const auto file = file_.read();
     if (!file) {
-        hasUnreadableFile_ = QFileInfo::exists(storeURL_);
         return;
     }
     if (file->hasTwinBuckets()) {
         // Keeping either bucket would lose the other's notes with the next save.
-        printDiagnostic(u"%1 holds two buckets with one key"_s.arg(storeURL_));
+        printDiagnostic(u"%1 holds two buckets with one key"_s.arg(file_.path()));
         if (farewell) {
-            farewell(storeURL_);
+            farewell(file_.path());
         }
         std::_Exit(EXIT_FAILURE); // without cleanup: there is nothing to save yet
     }
@@ -120,17 +86,8 @@ void NotesStore::load(const Farewell &farewell)
 
 void NotesStore::takeOverOutsideChange()
 {
-    if (!QFileInfo::exists(storeURL_)) {
-        hasUnreadableFile_ = false;
-        return;
-    }
-    // A file that was unreadable may have become readable without a change of its identity.
-    if (!hasUnreadableFile_ && fileIdentity(storeURL_) == known_) {
-        return;
-    }
-    const auto theirs = read();
-    hasUnreadableFile_ = !theirs || theirs->hasTwinBuckets();
-    if (hasUnreadableFile_) {
+    const auto theirs = file_.readOutsideChange();
+    if (!theirs) {
         return;
     }
     const QSet<QString> changed = mergeStoreFile(bucketsByContextKey_, syncStates_, *theirs);
@@ -143,45 +100,23 @@ void NotesStore::takeOverOutsideChange()
 void NotesStore::save(Durability durability)
 {
     bookkeepingTimer_.stop();
-    const bool hadUnreadableFile = hasUnreadableFile_;
+    const bool wasUnreadable = file_.isUnreadable();
     const auto failure = trySave(durability);
     if (failure) {
         printLine(u"vellumo could not save notes: "_s + *failure);
     }
-    if (std::exchange(saveFailure_, failure) != failure
-        || hasUnreadableFile_ != hadUnreadableFile) {
+    if (std::exchange(saveFailure_, failure) != failure || file_.isUnreadable() != wasUnreadable) {
         Q_EMIT filesChanged();
     }
 }
 
 std::optional<QString> NotesStore::trySave(Durability durability)
 {
-    if (auto failure = makePrivateDirectory(QFileInfo(storeURL_).absolutePath())) {
-        return failure->text();
+    if (auto failure = file_.makeFolder()) {
+        return failure;
     }
     takeOverOutsideChange();
-    if (hasUnreadableFile_) {
-        if (auto failure = setAside(storeURL_)) {
-            return failure;
-        }
-        hasUnreadableFile_ = false;
-    }
-    const QList<QByteArray> pieces = encoded();
-    fileSize_ =
-        std::accumulate(pieces.cbegin(), pieces.cend(), qint64{0},
-                        [](qint64 size, const QByteArray &piece) { return size + piece.size(); });
-    AtomicFile file(storeURL_,
-                    {.durability = durability,
-                     .mode = AtomicFile::Mode::Private,
-                     .temporary = AtomicFile::Temporary::Fixed});
-    for (const QByteArray &piece : pieces) {
-        file.write(piece);
-    }
-    const bool isSaved = file.commit();
-    if (file.written()) {
-        known_ = file.written();
-    }
-    return isSaved ? std::nullopt : std::optional(file.error()->text());
+    return file_.write(encoded(), durability);
 }
 
 void NotesStore::saveAndAnnounce(Durability durability)
@@ -201,18 +136,7 @@ void NotesStore::retrySave()
 
 QStringList NotesStore::unreadableFiles() const
 {
-    const QFileInfo file(storeURL_);
-    QStringList found;
-    if (hasUnreadableFile_) {
-        found.append(storeURL_);
-    }
-    // The names contain the time, so that they sort by it.
-    const QStringList names = file.dir().entryList({file.fileName() + unreadableSuffix + u'*'},
-                                                   QDir::Files, QDir::Name | QDir::Reversed);
-    for (const QString &name : names) {
-        found.append(file.dir().filePath(name));
-    }
-    return found;
+    return file_.unreadableFiles();
 }
 
 void NotesStore::bucketChanged(const QString &key)
@@ -390,7 +314,7 @@ void NotesStore::markSynced(const QUuid &noteId, qint64 followUpCount)
     syncStates_[noteIdText(noteId)] = {true, followUpCount};
     // Lost bookkeeping costs a repeated upload, not a note.
     if (!bookkeepingTimer_.isActive()) {
-        bookkeepingTimer_.start(gathering + gatheringPerMegabyte * (fileSize_ / megabyte));
+        bookkeepingTimer_.start(gathering + gatheringPerMegabyte * (file_.size() / megabyte));
     }
 }
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "files/AtomicFile.h"
+#include "notes/NotesFile.h"
 #include "notes/NotesStoring.h"
 #include <QString>
 #include <QTimer>
@@ -51,7 +51,6 @@ private:
         const ReadingNote *note;
     };
 
-    [[nodiscard]] std::optional<StoreFile> read();
     void load(const Farewell &farewell);
     void takeOverOutsideChange();
     void save(Durability durability);
@@ -65,13 +64,10 @@ private:
     QHash<QString, StoredNotesBucket> bucketsByContextKey_;
     NoteSyncStates syncStates_;
     QHash<QString, QByteArray> encodedBuckets_; ///< buckets unchanged since the last save, by key
-    QString storeURL_;
-    qint64 fileSize_ = 0; ///< size in bytes when last loaded or saved
-    std::optional<FileIdentity> known_; ///< identity of the file whose content is in memory
+    NotesFile file_;
     bool hasTakenOver_ = false; ///< notes of another program were merged but not announced yet
     QTimer bookkeepingTimer_; ///< runs while bookkeeping is pending
     std::optional<QString> saveFailure_;
-    bool hasUnreadableFile_ = false; ///< the file at storeURL_ must not be overwritten
 };
 
 } // namespace vellumo
