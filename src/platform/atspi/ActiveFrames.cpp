@@ -22,7 +22,7 @@ constexpr auto titleTime = 50ms;
 /// For the search at the start, when no event has been seen yet.
 constexpr auto firstSearchTime = 150ms;
 constexpr qsizetype maxApplications = 256;
-constexpr qsizetype maxFrames = 64;
+constexpr qsizetype maxSearchedFrames = 64;
 
 bool isWindowRole(Atspi::Role role)
 {
@@ -110,7 +110,7 @@ void ActiveFrames::findFirst()
     std::vector<std::pair<ObjectReference, PendingAnswer>> states;
     for (PendingAnswer &list : lists) {
         const auto frames = list.value<QList<ObjectReference>>().value_or(QList<ObjectReference>());
-        for (const ObjectReference &frame : frames.mid(0, maxFrames)) {
+        for (const ObjectReference &frame : frames.mid(0, maxSearchedFrames)) {
             states.emplace_back(frame, question.send(frame, Atspi::accessible, "GetState"));
         }
     }

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStringList>
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -63,8 +64,8 @@ QString applicationIdInUnit(const QString &unit)
 QString applicationIdInUnits(const QString &controlGroup)
 {
     const QStringList units = controlGroup.split(u'/', Qt::SkipEmptyParts);
-    for (auto unit = units.crbegin(); unit != units.crend(); ++unit) {
-        if (const QString id = applicationIdInUnit(*unit); !id.isEmpty()) {
+    for (const QString &unit : std::ranges::reverse_view(units)) {
+        if (QString id = applicationIdInUnit(unit); !id.isEmpty()) {
             return id;
         }
     }
