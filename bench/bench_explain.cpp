@@ -5,9 +5,9 @@
 // plain QNetworkAccessManager, over kept connections to a server in another thread.
 #include "Report.h"
 #include "explain/OpenAIService.h"
+#include "http/HttpServer.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SystemClock.h"
-#include "support/HttpServer.h"
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QNetworkAccessManager>

@@ -5,9 +5,9 @@
 // browser and in an editor.
 #include "PixelMeter.h"
 #include "Report.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
-#include "support/WebPage.h"
+#include "driver/Program.h"
+#include "driver/Waiting.h"
+#include "driver/WebPage.h"
 #include <QFile>
 #include <QGuiApplication>
 #include <QTemporaryDir>

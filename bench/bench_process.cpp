@@ -5,8 +5,8 @@
 #include "PixelMeter.h"
 #include "ProcessUsage.h"
 #include "Report.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
+#include "driver/Program.h"
+#include "driver/Waiting.h"
 #include <QElapsedTimer>
 #include <QGuiApplication>
 

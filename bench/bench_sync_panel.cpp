@@ -6,9 +6,9 @@
 #include "BackendProcess.h"
 #include "PixelMeter.h"
 #include "Report.h"
-#include "support/Application.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
+#include "driver/Application.h"
+#include "driver/Program.h"
+#include "driver/Waiting.h"
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>

@@ -8,7 +8,7 @@
 #include "ProcessUsage.h"
 #include "Report.h"
 #include "StoreWriter.h"
-#include "support/Program.h"
+#include "driver/Program.h"
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>

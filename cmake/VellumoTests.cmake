@@ -36,7 +36,7 @@ function(vellumo_test name)
     if(NOT arg_WIDGETS) # Qt's test headers read otherwise with them
         target_precompile_headers(${name} REUSE_FROM vellumo_test_pch)
     endif()
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/tools)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 60)
     endif()
@@ -44,7 +44,7 @@ function(vellumo_test name)
         if(NOT arg_WM)
             set(arg_WM openbox)
         endif()
-        add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tests/support/desktop.sh run
+        add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tools/driver/desktop.sh run
             --wm ${arg_WM} ${arg_OPTIONS} -- $<TARGET_FILE:${name}>)
         list(APPEND arg_LABELS desktop)
     else()

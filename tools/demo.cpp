@@ -4,10 +4,10 @@
 // vellumo_demo PROGRAM FOLDER [OPTION...]: uses vellumo on this display: opens a page in Firefox,
 // selects a sentence, double-taps Alt, asks a follow-up, closes the panel. Prints the explanation
 // and the note, and writes pictures of the screen to the folder.
-#include "support/Desktop.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
-#include "support/WebPage.h"
+#include "driver/Desktop.h"
+#include "driver/Program.h"
+#include "driver/Waiting.h"
+#include "driver/WebPage.h"
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>

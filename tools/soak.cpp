@@ -6,11 +6,11 @@
 // the seed. Ends with the resources of vellumo at the beginning, half-way and at the end, and with
 // the number of notes in its file compared with those made.
 #include "HeldResources.h"
-#include "support/Desktop.h"
-#include "support/Editor.h"
-#include "support/HttpServer.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
+#include "driver/Desktop.h"
+#include "driver/Editor.h"
+#include "driver/Program.h"
+#include "driver/Waiting.h"
+#include "http/HttpServer.h"
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QJsonDocument>

@@ -4,12 +4,12 @@
 #include "account/AuthService.h"
 #include "account/GoogleOAuth.h"
 #include "account/KeychainStore.h"
+#include "backend/IdToken.h"
+#include "driver/Waiting.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/fake/FakeSecretItems.h"
-#include "support/IdToken.h"
-#include "support/Waiting.h"
 #include "ui/BilingualText.h"
 
 #include <QTest>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/HttpServer.h"
+#include "http/HttpServer.h"
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/Desktop.h"
-#include "support/Editor.h"
-#include "support/Program.h"
-#include "support/Waiting.h"
+#include "driver/Desktop.h"
+#include "driver/Editor.h"
+#include "driver/Program.h"
+#include "driver/Waiting.h"
 #include <QTest>
 
 namespace vellumo::test {

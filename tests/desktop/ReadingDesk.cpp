@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/ReadingDesk.h"
 
+#include "driver/Waiting.h"
 #include "platform/ConsentPrompting.h"
 #include "platform/atspi/AtspiAccessibility.h"
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/x11/X11Backend.h"
 #include "settings/SettingsKeys.h"
-#include "support/Waiting.h"
 #include <QElapsedTimer>
 #include <QFile>
 

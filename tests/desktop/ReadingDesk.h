@@ -5,9 +5,9 @@
 #include "capture/AccessibilitySelectionReader.h"
 #include "capture/ContextTracker.h"
 #include "capture/ReadingBudget.h"
-#include "support/Application.h"
-#include "support/Desktop.h"
-#include "support/PageServer.h"
+#include "driver/Application.h"
+#include "driver/Desktop.h"
+#include "driver/PageServer.h"
 #include <QTemporaryDir>
 
 namespace vellumo::test {

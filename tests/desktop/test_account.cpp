@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "backend/Backend.h"
 #include "desktop/ProgramTest.h"
-#include "support/Keyring.h"
+#include "driver/Keyring.h"
 #include <QTemporaryDir>
 #include <csignal>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/ModelReply.h"
 #include "desktop/ProgramTest.h"
-#include "support/AccessibleTree.h"
-#include "support/Keyring.h"
+#include "driver/AccessibleTree.h"
+#include "driver/Keyring.h"
 
 using namespace vellumo::test;
 

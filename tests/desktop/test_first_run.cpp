@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "backend/Backend.h"
 #include "desktop/ProgramTest.h"
-#include "support/AccessibleTree.h"
+#include "driver/AccessibleTree.h"
 #include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>

@@ -10,7 +10,7 @@
 # its own scheme are opened as browsers do, on a desktop that activates over the bus and on one that
 # runs the command of the entry.
 set -euo pipefail
-here=$(cd "$(dirname "$0")/.." && pwd)
+root=$(cd "$(dirname "$0")/../.." && pwd)
 id=app.vellumo.Vellumo
 die() { echo "FAIL: $*" >&2; exit 1; }
 
@@ -94,6 +94,6 @@ desktop-file-validate "$share/applications/$id.desktop"
 appstreamcli validate --no-net "$share/metainfo/$id.metainfo.xml" || die "the metainfo is not valid"
 grep -qx "Exec=$prefix/bin/vellumo --background" "$share/dbus-1/services/$id.service" ||
     die "the service names another program"
-"$here/support/desktop.sh" run --prefix "$prefix" --setting hasCompletedOnboarding=true --consent -- \
+"$root/tools/driver/desktop.sh" run --prefix "$prefix" --setting hasCompletedOnboarding=true --consent -- \
     "$0" --inside "$prefix"
 echo "PASS: $prefix"

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 #include "desktop/ProgramTest.h"
+#include "desktop/ReadApplications.h"
+#include "driver/WebPage.h"
 #include "platform/x11/PeerProcess.h"
-#include "support/WebPage.h"
 #include <QTemporaryFile>
 #include <csignal>
 

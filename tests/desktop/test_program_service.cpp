@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "desktop/ModelReply.h"
 #include "desktop/ProgramTest.h"
-#include "support/WebPage.h"
+#include "driver/WebPage.h"
 #include <QFile>
 #include <csignal>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 #include "desktop/ProgramTest.h"
-#include "support/Desktop.h"
+#include "driver/Desktop.h"
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>

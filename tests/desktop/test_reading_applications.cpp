@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
+#include "desktop/ReadApplications.h"
 #include "desktop/ReadingDesk.h"
-#include "support/Waiting.h"
+#include "driver/Waiting.h"
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 #include "desktop/ReadingDesk.h"
+#include "driver/Waiting.h"
 #include "platform/x11/PeerProcess.h"
-#include "support/Waiting.h"
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>

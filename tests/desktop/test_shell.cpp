@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
+#include "desktop/EmbeddingTray.h"
 #include "desktop/ProgramTest.h"
-#include "support/EmbeddingTray.h"
-#include "support/TrayHost.h"
+#include "desktop/TrayHost.h"
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>

@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
+#include "driver/Waiting.h"
 #include "explain/ExplanationPrompt.h"
 #include "explain/ForwardingExplainer.h"
 #include "explain/OpenAIService.h"
+#include "http/HttpServer.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/qt/QtHttpSession.h"
 #include "settings/AppConfig.h"
-#include "support/HttpServer.h"
-#include "support/Waiting.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

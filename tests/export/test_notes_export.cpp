@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 // What notes become in a file, and that a file is there whole or not at all.
 
+#include "driver/Waiting.h"
 #include "export/CsvNotes.h"
 #include "export/JsonNotes.h"
 #include "export/MarkdownNotes.h"
 #include "export/NotesExport.h"
-#include "support/Waiting.h"
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>

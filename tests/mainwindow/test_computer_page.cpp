@@ -3,7 +3,7 @@
 // The page of this computer, used with the keyboard.
 
 #include "ShownNotes.h"
-#include "support/Waiting.h"
+#include "driver/Waiting.h"
 #include <QAccessible>
 #include <QClipboard>
 #include <QRegularExpression>

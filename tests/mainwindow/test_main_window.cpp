@@ -4,11 +4,11 @@
 
 #include "ShownNotes.h"
 #include "app/ActivationGuard.h"
+#include "driver/Waiting.h"
 #include "platform/ApplicationActivation.h"
 #include "platform/fake/FakeFloatingWindows.h"
 #include "platform/fake/FakeScreens.h"
 #include "platform/qt/SettingsDefaultsStore.h"
-#include "support/Waiting.h"
 #include "ui/OrdinaryWindow.h"
 #include <QRegularExpression>
 #include <QSet>

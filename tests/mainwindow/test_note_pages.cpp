@@ -3,7 +3,7 @@
 // What the pages of the main window show of the notes, and what can be done with them there.
 
 #include "ShownNotes.h"
-#include "support/Waiting.h"
+#include "driver/Waiting.h"
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -3,13 +3,13 @@
 // What the main window knows of the notes: days and places in words, search, grouping, numbers.
 
 #include "WindowDesk.h"
+#include "driver/Waiting.h"
 #include "insights/NotesInsights.h"
 #include "insights/NotesOverview.h"
 #include "library/NotePlace.h"
 #include "library/OpenedNote.h"
 #include "notes/NoteDates.h"
 #include "notes/PageAddress.h"
-#include "support/Waiting.h"
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;

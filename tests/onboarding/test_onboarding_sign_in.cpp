@@ -3,7 +3,7 @@
 // The card that signs in: failures, waiting, and unexpected callbacks.
 
 #include "OnboardingDesk.h"
-#include "support/Waiting.h"
+#include "driver/Waiting.h"
 #include <QRegularExpression>
 
 using namespace vellumo;

@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: MIT
 // The panel's real window under a real window manager, beside the window of another application.
 
+#include "driver/Desktop.h"
+#include "driver/Waiting.h"
 #include "panel/ResultPanelController.h"
 #include "platform/fake/FakeEventMonitors.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/QtScreens.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Problems.h"
-#include "support/Desktop.h"
-#include "support/Waiting.h"
 #include "ui/ApplicationFonts.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"

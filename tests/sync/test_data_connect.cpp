@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
+#include "driver/Waiting.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeHttpSession.h"
-#include "support/Waiting.h"
 #include "sync/DataConnectHistory.h"
 #include "sync/InternetDateTime.h"
 #include "sync/LogExcerpt.h"

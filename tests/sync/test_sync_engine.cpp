@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
+#include "driver/Waiting.h"
 #include "notes/NotesStore.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeHttpSession.h"
-#include "support/Waiting.h"
 #include "sync/NotesSyncEngine.h"
 #include "sync/SyncFakes.h"
 

@@ -4,10 +4,10 @@
 // Notes travel between homes and a backend that both may end, fail or be unreachable at any moment.
 
 #include "backend/Backend.h"
+#include "driver/Waiting.h"
 #include "notes/NotesStore.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SystemClock.h"
-#include "support/Waiting.h"
 #include "sync/NotesSyncEngine.h"
 #include "sync/SyncFakes.h"
 

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
+#include "driver/Waiting.h"
 #include "notes/NotesStore.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "settings/SettingsKeys.h"
-#include "support/Waiting.h"
 #include "sync/NotesOwnership.h"
 #include "sync/NotesSyncEngine.h"
 #include "sync/SyncFakes.h"

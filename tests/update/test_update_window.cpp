@@ -3,12 +3,12 @@
 // A check from the menu to the window.
 
 #include "FeedSigning.h"
+#include "driver/Desktop.h"
+#include "http/HttpServer.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 #include "platform/fake/FakeHttpSession.h"
 #include "platform/qt/QtHttpSession.h"
-#include "support/Desktop.h"
-#include "support/HttpServer.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
 #include "update/UpdateController.h"

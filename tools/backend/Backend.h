@@ -3,7 +3,7 @@
 #pragma once
 
 #include "backend/BackendTables.h"
-#include "support/HttpServer.h"
+#include "http/HttpServer.h"
 #include <QStringList>
 
 namespace vellumo::test {

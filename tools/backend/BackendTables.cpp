@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "backend/BackendTables.h"
 
-#include "support/IdToken.h"
+#include "backend/IdToken.h"
 #include <QDateTime>
 #include <QSqlError>
 #include <QTimeZone>

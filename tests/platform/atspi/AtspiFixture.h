@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "driver/Application.h"
+#include "driver/Waiting.h"
 #include "platform/ConsentPrompting.h"
 #include "platform/atspi/AtspiAccessibility.h"
 #include "platform/dbus/SessionBus.h"
 #include "platform/fake/FakeDesktop.h"
-#include "support/Application.h"
-#include "support/Waiting.h"
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
+#include "driver/Keyring.h"
+#include "driver/Waiting.h"
 #include "platform/dbus/SecretServiceItems.h"
 #include "platform/dbus/SessionBus.h"
-#include "support/Keyring.h"
-#include "support/Waiting.h"
 
 #include <QSignalSpy>
 #include <QTest>

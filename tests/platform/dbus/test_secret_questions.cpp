@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 
+#include "driver/Waiting.h"
 #include "platform/dbus/SecretServiceItems.h"
 #include "platform/dbus/SecretServiceWire.h"
 #include "platform/dbus/SessionBus.h"
 #include "platform/dbus/cipher/SecretCipherModule.h"
-#include "support/Waiting.h"
 
 #include <QDBusConnection>
 #include <QDBusError>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
+#include "driver/Waiting.h"
+#include "http/HttpServer.h"
 #include "platform/qt/QtHttpSession.h"
-#include "support/HttpServer.h"
-#include "support/Waiting.h"
 #include <QElapsedTimer>
 #include <QNetworkProxy>
 #include <QSemaphore>

@@ -14,11 +14,11 @@
 //   STATE"
 //                                     for each key pressed in it. A publishes a selection, W gives
 //                                     the window another title, Q shows a second window.
+#include "driver/Desktop.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Problems.h"
 #include "platform/x11/X11SelectionReader.h"
 #include "platform/x11/X11SelectionServer.h"
-#include "support/Desktop.h"
 #include <QCryptographicHash>
 #include <QFile>
 #include <QGuiApplication>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "support/Application.h"
-#include "support/Waiting.h"
+#include "driver/Application.h"
+#include "driver/Waiting.h"
 #include <QTest>
 
 namespace vellumo::test {

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 #include "PeerProcess.h"
+#include "driver/Desktop.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11EventMonitors.h"
 #include "platform/x11/X11KeyPosting.h"
 #include "platform/x11/X11Problems.h"
 #include "platform/x11/X11Windows.h"
-#include "support/Desktop.h"
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>

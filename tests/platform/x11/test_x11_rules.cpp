@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: MIT
 //
 // What needs no desktop: rules, and a server that lacks something.
+#include "driver/Application.h"
+#include "driver/Waiting.h"
 #include "platform/EventMonitoring.h"
 #include "platform/x11/ModifierFlags.h"
 #include "platform/x11/MonitorList.h"
 #include "platform/x11/SelectionValue.h"
 #include "platform/x11/ServerTime.h"
 #include "platform/x11/X11Backend.h"
-#include "support/Application.h"
-#include "support/Waiting.h"
 #include <QTest>
 
 using namespace Qt::StringLiterals;

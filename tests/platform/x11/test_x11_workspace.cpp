@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 
 #include "PeerProcess.h"
+#include "driver/Desktop.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Problems.h"
 #include "platform/x11/X11SelectionHistory.h"
 #include "platform/x11/X11Windows.h"
 #include "platform/x11/X11Workspace.h"
-#include "support/Desktop.h"
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QWindow>
