@@ -20,87 +20,84 @@ class TestPermission : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void changesAreReportedOnce();
-    void failedSaveIsSaidOnceAndTriedAgain();
-};
+    void changesAreReportedOnce()
+    {
+        FakeCalls calls;
+        FakeAccessibility accessibility(calls);
+        FakeClock clock;
+        QList<bool> reports;
+        FakeWorkspace workspace;
+        PermissionManager manager(accessibility, workspace, clock, true);
+        manager.onChange = [&reports](bool isTrusted) { reports.append(isTrusted); };
+        manager.startMonitoring();
 
-void TestPermission::changesAreReportedOnce()
-{
-    FakeCalls calls;
-    FakeAccessibility accessibility(calls);
-    FakeClock clock;
-    QList<bool> reports;
-    FakeWorkspace workspace;
-    PermissionManager manager(accessibility, workspace, clock, true);
-    manager.onChange = [&reports](bool isTrusted) { reports.append(isTrusted); };
-    manager.startMonitoring();
+        Q_EMIT accessibility.trustChanged(); // nothing has changed
+        clock.advance(1s);
+        QCOMPARE(reports, QList<bool>());
 
-    Q_EMIT accessibility.trustChanged(); // nothing has changed
-    clock.advance(1s);
-    QCOMPARE(reports, QList<bool>());
+        accessibility.trusted = false;
+        Q_EMIT accessibility.trustChanged();
+        Q_EMIT accessibility.trustChanged();
+        clock.advance(499ms);
+        QCOMPARE(reports, QList<bool>());
+        clock.advance(1ms);
+        QCOMPARE(reports, QList<bool>{false});
 
-    accessibility.trusted = false;
-    Q_EMIT accessibility.trustChanged();
-    Q_EMIT accessibility.trustChanged();
-    clock.advance(499ms);
-    QCOMPARE(reports, QList<bool>());
-    clock.advance(1ms);
-    QCOMPARE(reports, QList<bool>{false});
+        accessibility.trusted = true;
+        Q_EMIT accessibility.trustChanged();
+        clock.advance(1s);
+        QCOMPARE(reports, (QList<bool>{false, true}));
+        QVERIFY(manager.isTrusted());
 
-    accessibility.trusted = true;
-    Q_EMIT accessibility.trustChanged();
-    clock.advance(1s);
-    QCOMPARE(reports, (QList<bool>{false, true}));
-    QVERIFY(manager.isTrusted());
+        accessibility.trusted = false; // without a signal
+        QTRY_COMPARE_WITH_TIMEOUT(reports, (QList<bool>{false, true, false}), 4000);
+    }
 
-    accessibility.trusted = false; // without a signal
-    QTRY_COMPARE_WITH_TIMEOUT(reports, (QList<bool>{false, true, false}), 4000);
-}
+    void failedSaveIsSaidOnceAndTriedAgain()
+    {
+        const QTemporaryDir home;
+        const QString folder = home.filePath(u"vellumo"_s);
+        QFile obstacle(folder); // a file where the folder should be
+        QVERIFY(obstacle.open(QIODevice::WriteOnly));
+        NotesStore store(folder + u"/notes.json"_s);
+        FakeResultPanel panel;
+        const BilingualText texts([] { return u"English"_s; });
+        UnsavedNotes unsaved({store, panel, texts}, folder);
+        connect(&unsaved, &UnsavedNotes::noticed, this,
+                [&panel](const IslandContent &notice) { panel.present(notice, {}, {}); });
+        const auto saveOneMore = [&store] {
+            store.add({QUuid::createUuid(), u"s"_s, {}, u"e"_s, 1, {}}, {u"k"_s, u"d"_s, {}});
+        };
+        const auto close = [&] {
+            panel.dismiss();
+            unsaved.panelClosed();
+            QCoreApplication::processEvents();
+        };
 
-void TestPermission::failedSaveIsSaidOnceAndTriedAgain()
-{
-    const QTemporaryDir home;
-    const QString folder = home.filePath(u"vellumo"_s);
-    QFile obstacle(folder); // a file where the folder should be
-    QVERIFY(obstacle.open(QIODevice::WriteOnly));
-    NotesStore store(folder + u"/notes.json"_s);
-    FakeResultPanel panel;
-    const BilingualText texts([] { return u"English"_s; });
-    UnsavedNotes unsaved({store, panel, texts}, folder);
-    connect(&unsaved, &UnsavedNotes::noticed, this,
-            [&panel](const IslandContent &notice) { panel.present(notice, {}, {}); });
-    const auto saveOneMore = [&store] {
-        store.add({QUuid::createUuid(), u"s"_s, {}, u"e"_s, 1, {}}, {u"k"_s, u"d"_s, {}});
-    };
-    const auto close = [&] {
-        panel.dismiss();
-        unsaved.panelClosed();
+        // a note is saved when its panel closes, while the next one is already on screen
+        panel.present(IslandContent::loading(u"x"_s), {}, {});
+        saveOneMore();
         QCoreApplication::processEvents();
-    };
+        QVERIFY(std::holds_alternative<IslandContent::Loading>(panel.shown->value));
+        close();
+        QVERIFY(panel.isOnScreen());
+        const QString said = std::get<IslandContent::Demo>(panel.shown->value).result.explanation;
+        QVERIFY2(said.startsWith(u"Notes cannot be saved: "_s), qPrintable(said));
+        close();
+        saveOneMore();
+        close();
+        QVERIFY(!panel.isOnScreen()); // once
 
-    // a note is saved when its panel closes, while the next one is already on screen
-    panel.present(IslandContent::loading(u"x"_s), {}, {});
-    saveOneMore();
-    QCoreApplication::processEvents();
-    QVERIFY(std::holds_alternative<IslandContent::Loading>(panel.shown->value));
-    close();
-    QVERIFY(panel.isOnScreen());
-    const QString said = std::get<IslandContent::Demo>(panel.shown->value).result.explanation;
-    QVERIFY2(said.startsWith(u"Notes cannot be saved: "_s), qPrintable(said));
-    close();
-    saveOneMore();
-    close();
-    QVERIFY(!panel.isOnScreen()); // once
+        QVERIFY(obstacle.remove());
+        QTRY_VERIFY(!store.saveFailure()); // as soon as it works
+        QCOMPARE(NotesStore(folder + u"/notes.json"_s).noteCount(), 2);
 
-    QVERIFY(obstacle.remove());
-    QTRY_VERIFY(!store.saveFailure()); // as soon as it works
-    QCOMPARE(NotesStore(folder + u"/notes.json"_s).noteCount(), 2);
-
-    QVERIFY(QFile::rename(folder, folder + u"2"_s) && obstacle.open(QIODevice::WriteOnly));
-    saveOneMore();
-    QCoreApplication::processEvents();
-    QVERIFY(panel.isOnScreen()); // another failure is said again
-}
+        QVERIFY(QFile::rename(folder, folder + u"2"_s) && obstacle.open(QIODevice::WriteOnly));
+        saveOneMore();
+        QCoreApplication::processEvents();
+        QVERIFY(panel.isOnScreen()); // another failure is said again
+    }
+};
 
 QTEST_MAIN(TestPermission)
 #include "test_permission.moc"

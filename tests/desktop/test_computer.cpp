@@ -15,8 +15,92 @@ class TestComputer : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void takesAServiceAndKeepsItsKey();
-    void takesThePermissionBackWithoutAWarning();
+    void takesAServiceAndKeepsItsKey()
+    {
+        HttpServer server;
+        server.answer("POST", target, modelSays(explanationOf(u"It is the moon."_s)));
+        QVERIFY(vellumo_->start() && editor_->open());
+        QVERIFY(reads(u"A sample answer"_s));
+        QVERIFY(goesToService(u"Set up a service"_s));
+        const auto hasKeyboard = [this] {
+            const WindowId active = desktop_.activeWindow();
+            return desktop_.windows(u"vellumo"_s).contains(active) && active != vellumo_->panel();
+        };
+        QVERIFY(waitUntil(hasKeyboard));
+        desktop_.type(server.url(u"/v1"_s).toString());
+        desktop_.tap(Key::Tab);
+        desktop_.type(u"model-1"_s);
+        desktop_.tap(Key::Tab);
+        desktop_.type(key);
+        QVERIFY(shows(u"Show the key"_s));
+        desktop_.chord(Key::ControlLeft, Key::A);
+        desktop_.doubleTap();
+        QVERIFY(vellumo_->waitForText(u"Select text first."_s)); // it is no reading matter
+        QVERIFY(vellumo_->dismissPanel());
+        desktop_.tap(Key::Return);
+        QVERIFY(vellumo_->waitForText(u"The key is in your keyring"_s));
+        const QString account = u"serviceKey:"_s + server.url(QString()).toString();
+        QCOMPARE(Keyring::lookUp(account), key.toUtf8());
+
+        QVERIFY(reads(u"It is the moon."_s));
+        QCOMPARE(server.requests().constLast().header("Authorization"),
+                 QByteArrayList{"Bearer sk-secret-1"});
+        QVERIFY(server.requests().constLast().body.contains("model-1"));
+        QVERIFY(vellumo_->dismissPanel());
+        QByteArray everything = vellumo_->allThatIsKept();
+        QCOMPARE(vellumo_->process().end(), 0);
+
+        server.forgetRequests();
+        QVERIFY(vellumo_->start());
+        QVERIFY(reads(u"It is the moon."_s));
+        for (const HttpReceived &request : server.requests())
+            QCOMPARE(request.header("Authorization"), QByteArrayList{"Bearer sk-secret-1"});
+        QVERIFY(vellumo_->dismissPanel());
+
+        everything += vellumo_->allThatIsKept();
+        QVERIFY(everything.contains("model-1") && !everything.contains(key.toUtf8()));
+
+        // a key that is not accepted: the panel leads back here
+        server.answer("POST", target, {.status = "401 No"});
+        QVERIFY(reads(u"Check the service"_s));
+        QVERIFY(goesToService(u"Check the service"_s));
+        QVERIFY(
+            vellumo_->waitForText(u"The service wants a key, or refused the one it got (401)."_s));
+    }
+
+    void takesThePermissionBackWithoutAWarning()
+    {
+        QVERIFY(vellumo_->start() && editor_->open());
+        QVERIFY(reads(u"A sample answer"_s));
+        QVERIFY(goesToService(u"Set up a service"_s));
+        desktop_.tap(Key::PageUp);
+        QVERIFY(vellumo_->click(u"Take it back"_s));
+        QVERIFY(shows(u"Allow"_s));
+        QVERIFY(reads(u"vellumo needs Accessibility permission"_s));
+        const auto warns = [this] {
+            return vellumo_->panelText().contains("vellumo lost Accessibility permission"_L1);
+        };
+        QVERIFY(vellumo_->dismissPanel());
+        QVERIFY(vellumo_->click(
+            u"Allow"_s)); // on the page, whose window looks at the permission as it activates
+        // now the question is shown, which would wait behind a warning; its button has the same
+        // name
+        QVERIFY(shows(u"Not now"_s));
+        QVERIFY(!warns());
+        const auto allows = [this] {
+            const auto refusal = vellumo_->find(u"Not now"_s);
+            const auto items = accessibleItems(vellumo_->process().processIdentifier());
+            for (const AccessibleItem &item : items) {
+                if (refusal && item.name == "Allow"_L1
+                    && desktop_.windowAt(item.extents.center())
+                        == desktop_.windowAt(refusal->center()))
+                    desktop_.click(item.extents.center());
+            }
+            return waitUntil([this] { return vellumo_->find(u"Take it back"_s).has_value(); }, 2s);
+        };
+        QVERIFY(waitUntil(allows));
+        QVERIFY(reads(u"A sample answer"_s));
+    }
 
 private:
     [[nodiscard]] bool shows(const QString &name) const
@@ -24,109 +108,22 @@ private:
         return waitUntil([&] { return vellumo_->find(name).has_value(); });
     }
     /// Clicks this button of the panel until it is gone, which takes a panel that has settled.
-    bool goesToService(const QString &button);
+    bool goesToService(const QString &button)
+    {
+        return waitUntil([&] { return vellumo_->click(button) && vellumo_->waitForNoPanel(1s); })
+            && shows(u"Base address"_s);
+    }
+
     /// Double-taps on the selected sentence until the panel says this.
-    bool reads(const QString &text);
+    bool reads(const QString &text)
+    {
+        return waitUntil([&] {
+            return vellumo_->dismissPanel() && desktop_.activate(editor_->window())
+                && editor_->selectAll() && (desktop_.doubleTap(), vellumo_->waitForPanel(3s))
+                && waitUntil([&] { return vellumo_->panelText().contains(text); }, 3s);
+        });
+    }
 };
-
-bool TestComputer::goesToService(const QString &button)
-{
-    return waitUntil([&] { return vellumo_->click(button) && vellumo_->waitForNoPanel(1s); })
-        && shows(u"Base address"_s);
-}
-
-bool TestComputer::reads(const QString &text)
-{
-    return waitUntil([&] {
-        return vellumo_->dismissPanel() && desktop_.activate(editor_->window())
-            && editor_->selectAll() && (desktop_.doubleTap(), vellumo_->waitForPanel(3s))
-            && waitUntil([&] { return vellumo_->panelText().contains(text); }, 3s);
-    });
-}
-
-void TestComputer::takesAServiceAndKeepsItsKey()
-{
-    HttpServer server;
-    server.answer("POST", target, modelSays(explanationOf(u"It is the moon."_s)));
-    QVERIFY(vellumo_->start() && editor_->open());
-    QVERIFY(reads(u"A sample answer"_s));
-    QVERIFY(goesToService(u"Set up a service"_s));
-    const auto hasKeyboard = [this] {
-        const WindowId active = desktop_.activeWindow();
-        return desktop_.windows(u"vellumo"_s).contains(active) && active != vellumo_->panel();
-    };
-    QVERIFY(waitUntil(hasKeyboard));
-    desktop_.type(server.url(u"/v1"_s).toString());
-    desktop_.tap(Key::Tab);
-    desktop_.type(u"model-1"_s);
-    desktop_.tap(Key::Tab);
-    desktop_.type(key);
-    QVERIFY(shows(u"Show the key"_s));
-    desktop_.chord(Key::ControlLeft, Key::A);
-    desktop_.doubleTap();
-    QVERIFY(vellumo_->waitForText(u"Select text first."_s)); // it is no reading matter
-    QVERIFY(vellumo_->dismissPanel());
-    desktop_.tap(Key::Return);
-    QVERIFY(vellumo_->waitForText(u"The key is in your keyring"_s));
-    const QString account = u"serviceKey:"_s + server.url(QString()).toString();
-    QCOMPARE(Keyring::lookUp(account), key.toUtf8());
-
-    QVERIFY(reads(u"It is the moon."_s));
-    QCOMPARE(server.requests().constLast().header("Authorization"),
-             QByteArrayList{"Bearer sk-secret-1"});
-    QVERIFY(server.requests().constLast().body.contains("model-1"));
-    QVERIFY(vellumo_->dismissPanel());
-    QByteArray everything = vellumo_->allThatIsKept();
-    QCOMPARE(vellumo_->process().end(), 0);
-
-    server.forgetRequests();
-    QVERIFY(vellumo_->start());
-    QVERIFY(reads(u"It is the moon."_s));
-    for (const HttpReceived &request : server.requests())
-        QCOMPARE(request.header("Authorization"), QByteArrayList{"Bearer sk-secret-1"});
-    QVERIFY(vellumo_->dismissPanel());
-
-    everything += vellumo_->allThatIsKept();
-    QVERIFY(everything.contains("model-1") && !everything.contains(key.toUtf8()));
-
-    // a key that is not accepted: the panel leads back here
-    server.answer("POST", target, {.status = "401 No"});
-    QVERIFY(reads(u"Check the service"_s));
-    QVERIFY(goesToService(u"Check the service"_s));
-    QVERIFY(vellumo_->waitForText(u"The service wants a key, or refused the one it got (401)."_s));
-}
-
-void TestComputer::takesThePermissionBackWithoutAWarning()
-{
-    QVERIFY(vellumo_->start() && editor_->open());
-    QVERIFY(reads(u"A sample answer"_s));
-    QVERIFY(goesToService(u"Set up a service"_s));
-    desktop_.tap(Key::PageUp);
-    QVERIFY(vellumo_->click(u"Take it back"_s));
-    QVERIFY(shows(u"Allow"_s));
-    QVERIFY(reads(u"vellumo needs Accessibility permission"_s));
-    const auto warns = [this] {
-        return vellumo_->panelText().contains("vellumo lost Accessibility permission"_L1);
-    };
-    QVERIFY(vellumo_->dismissPanel());
-    QVERIFY(vellumo_->click(
-        u"Allow"_s)); // on the page, whose window looks at the permission as it activates
-    // now the question is shown, which would wait behind a warning; its button has the same name
-    QVERIFY(shows(u"Not now"_s));
-    QVERIFY(!warns());
-    const auto allows = [this] {
-        const auto refusal = vellumo_->find(u"Not now"_s);
-        const auto items = accessibleItems(vellumo_->process().processIdentifier());
-        for (const AccessibleItem &item : items) {
-            if (refusal && item.name == "Allow"_L1
-                && desktop_.windowAt(item.extents.center()) == desktop_.windowAt(refusal->center()))
-                desktop_.click(item.extents.center());
-        }
-        return waitUntil([this] { return vellumo_->find(u"Take it back"_s).has_value(); }, 2s);
-    };
-    QVERIFY(waitUntil(allows));
-    QVERIFY(reads(u"A sample answer"_s));
-}
 
 QTEST_MAIN(TestComputer)
 #include "test_computer.moc"

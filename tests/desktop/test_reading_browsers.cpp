@@ -44,195 +44,192 @@ class TestReadingBrowsers : public QObject {
 
 private Q_SLOTS:
     void readsWhatIsSelected_data() { browsers(); }
-    void readsWhatIsSelected();
+
+    void readsWhatIsSelected()
+    {
+        QFETCH(QString, browser);
+        ReadingDesk desk;
+        const auto application = open(desk);
+        QVERIFY(application);
+        if (!application->isInstalled())
+            QSKIP("not installed");
+        const WindowId window = desk.desktop.activeWindow();
+
+        const struct {
+            QString from;
+            QString to;
+            QStringList expected;
+        } rows[] = {
+            {u"english"_s,
+             u"english"_s,
+             {u"The tide turns twice a day, and nobody asks it why."_s}},
+            {u"chinese"_s, u"chinese"_s, {u"潮水每天涨落两次，没有人问它为什么。"_s}},
+            {u"emoji"_s,
+             u"emoji"_s,
+             {u"Moon 🌕, wave 🌊 and family 👩‍👩‍👧 here"_s}},
+            {u"link"_s, u"link"_s, {u"Read the tide tables before you sail."_s}},
+            {u"head"_s,
+             u"link"_s,
+             {u"Tides"_s, u"The tide turns twice a day, and nobody asks it why."_s,
+              u"潮水每天涨落两次，没有人问它为什么。"_s,
+              u"Moon 🌕, wave 🌊 and family 👩‍👩‍👧 here"_s,
+              u"Read the tide tables before you sail."_s}},
+        };
+        for (const auto &row : rows) {
+            QVERIFY2(select(desk, row.from, row.to), qPrintable(row.from));
+            const QString selection = desk.pages.selection(u"first"_s);
+            std::optional<QString> read; // nothing only while the machine is too busy
+            QVERIFY(waitUntil([&] { return (read = desk.read()).has_value(); }));
+            QCOMPARE(paragraphs(*read), row.expected);
+            // the person sees no difference
+            QCOMPARE(desk.pages.selection(u"first"_s), selection);
+            QVERIFY(desk.pages.hasFocus(u"first"_s));
+            QCOMPARE(desk.desktop.activeWindow(), window);
+            // browsers go on publishing a text that is not selected any more
+            QVERIFY(deselect(desk));
+            if (browser == "chromium"_L1)
+                continue; // it alone knows that nothing is selected, and does not say so
+            QVERIFY(waitUntil([&] { return desk.answers(); }));
+            QCOMPARE(desk.read().value_or(u"nothing"_s), u"nothing"_s);
+        }
+    }
+
     void namesThePageInFront_data() { browsers(); }
-    void namesThePageInFront();
-    void namesAPageOfAnotherProcess();
+
+    void namesThePageInFront()
+    {
+        QFETCH(QString, browser);
+        ReadingDesk desk;
+        const auto application = open(desk);
+        QVERIFY(application);
+        if (!application->isInstalled())
+            QSKIP("not installed");
+
+        const auto keyBecomes = [&desk](const QString &expected) {
+            const bool reached = waitUntil([&] {
+                const auto context = desk.context();
+                return context && context->key == expected;
+            });
+            if (!reached) {
+                const auto context = desk.context();
+                qWarning() << "the key is" << (context ? context->key : QString()) << "instead of"
+                           << expected;
+            }
+            return reached;
+        };
+        if (browser == "chromium"_L1) { // gives no address: the window counts as the page
+            const auto context = desk.context();
+            QVERIFY(context);
+            QCOMPARE(context->source, ReadingContextSource::appWindow);
+            QCOMPARE(context->displayName, desk.desktop.title(desk.desktop.activeWindow()));
+            return;
+        }
+
+        const WindowId firstWindow = desk.desktop.activeWindow();
+        QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"first?q=a%20b#Top"_s)));
+        QCOMPARE(desk.context()->displayName, u"127.0.0.1"_s);
+        QCOMPARE(desk.context()->source, ReadingContextSource::webURL);
+
+        desk.desktop.click(desk.pages.startOf(u"first"_s, u"tab"_s).value() + QPoint(10, 0));
+        QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"second?x=1#y"_s)));
+
+        QVERIFY(locate(desk, u"second"_s));
+        desk.desktop.press(Key::ShiftLeft);
+        desk.desktop.click(desk.pages.startOf(u"second"_s, u"window"_s).value() + QPoint(10, 0));
+        desk.desktop.release(Key::ShiftLeft);
+        QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"third"_s)));
+
+        QVERIFY(desk.desktop.activate(firstWindow));
+        QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"second?x=1#y"_s)));
+        desk.desktop.chord(Key::ControlLeft, Key::PageUp); // back to the first tab
+        QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"first?q=a%20b#Top"_s)));
+    }
+
+    void namesAPageOfAnotherProcess()
+    {
+        ReadingDesk desk;
+        desk.pages.setBody(u"first"_s, body.toString());
+        const QString address = desk.pages.address(u"first?q=a%20b#Top"_s);
+        Application browser(epiphany(address, u"first"_s));
+        if (!browser.isInstalled())
+            QSKIP("not installed");
+        browser.setEnvironment(u"WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS"_s, u"1"_s); // for root
+        QVERIFY(desk.open(browser));
+        QVERIFY(waitUntil([&] {
+            const auto context = desk.context();
+            return context && context->key == u"web-url:"_s + address;
+        }));
+    }
 
 private:
-    static void browsers();
+    static void browsers()
+    {
+        QTest::addColumn<QString>("browser");
+        QTest::newRow("Firefox") << u"firefox"_s;
+        QTest::newRow("Chromium with its tree") << u"chromium-tree"_s;
+        QTest::newRow("Chromium without its tree") << u"chromium"_s;
+    }
+
     /// Starts the browser of this row on the page "first", in front and ready for input; null when
     /// that did not work.
-    static std::unique_ptr<Application> open(ReadingDesk &desk);
+    static std::unique_ptr<Application> open(ReadingDesk &desk)
+    {
+        QFETCH(QString, browser);
+        for (const QString &path : {u"first"_s, u"second"_s, u"third"_s})
+            desk.pages.setBody(path, body.toString());
+        const QString address = desk.pages.address(u"first?q=a%20b#Top"_s);
+        const QString profile = desk.folder(browser);
+        auto application = std::make_unique<Application>(
+            browser == "firefox"_L1
+                ? firefox(address, u"first"_s, profile)
+                : chromium(address, u"first"_s, profile, browser == "chromium-tree"_L1));
+        if (!application->isInstalled())
+            return application;
+        const bool ready = desk.open(*application) && locate(desk, u"first"_s);
+        return ready ? std::move(application) : nullptr;
+    }
+
     /// Waits until the page knows where on the screen it lies.
-    static bool locate(ReadingDesk &desk, const QString &page);
-    static bool select(ReadingDesk &desk, const QString &from, const QString &to);
-    static bool deselect(ReadingDesk &desk);
-    /// Whether the page and its browser agree in the end on how much is selected.
-    static bool isSettled(const ReadingDesk &desk);
-};
-
-void TestReadingBrowsers::browsers()
-{
-    QTest::addColumn<QString>("browser");
-    QTest::newRow("Firefox") << u"firefox"_s;
-    QTest::newRow("Chromium with its tree") << u"chromium-tree"_s;
-    QTest::newRow("Chromium without its tree") << u"chromium"_s;
-}
-
-std::unique_ptr<Application> TestReadingBrowsers::open(ReadingDesk &desk)
-{
-    QFETCH(QString, browser);
-    for (const QString &path : {u"first"_s, u"second"_s, u"third"_s})
-        desk.pages.setBody(path, body.toString());
-    const QString address = desk.pages.address(u"first?q=a%20b#Top"_s);
-    const QString profile = desk.folder(browser);
-    auto application = std::make_unique<Application>(
-        browser == "firefox"_L1
-            ? firefox(address, u"first"_s, profile)
-            : chromium(address, u"first"_s, profile, browser == "chromium-tree"_L1));
-    if (!application->isInstalled())
-        return application;
-    const bool ready = desk.open(*application) && locate(desk, u"first"_s);
-    return ready ? std::move(application) : nullptr;
-}
-
-bool TestReadingBrowsers::locate(ReadingDesk &desk, const QString &page)
-{
-    int step = 0;
-    return waitUntil(
-        [&] {
-            const QRect place = desk.desktop.geometry(desk.desktop.activeWindow());
-            desk.desktop.moveTo(place.center() + QPoint(++step % 9, 0));
-            return desk.pages.startOf(page, u"english"_s).has_value();
-        },
-        20s);
-}
-
-bool TestReadingBrowsers::select(ReadingDesk &desk, const QString &from, const QString &to)
-{
-    const auto start = desk.pages.startOf(u"first"_s, from);
-    const auto end = desk.pages.endOf(u"first"_s, to);
-    if (!start || !end)
-        return false;
-    desk.desktop.drag(*start, *end);
-    return waitUntil([&] {
-        const QString selected = desk.pages.selection(u"first"_s);
-        return !selected.isEmpty() && isSettled(desk) && desk.primary() == selected;
-    });
-}
-
-bool TestReadingBrowsers::deselect(ReadingDesk &desk)
-{
-    desk.desktop.click(desk.pages.startOf(u"first"_s, u"empty"_s).value());
-    return waitUntil([&] { return desk.pages.selection(u"first"_s).isEmpty() && isSettled(desk); });
-}
-
-bool TestReadingBrowsers::isSettled(const ReadingDesk &desk)
-{
-    const qsizetype length = desk.pages.selection(u"first"_s).size();
-    return desk.desktop.title(desk.desktop.activeWindow()).startsWith(u"first %1 "_s.arg(length));
-}
-
-void TestReadingBrowsers::readsWhatIsSelected()
-{
-    QFETCH(QString, browser);
-    ReadingDesk desk;
-    const auto application = open(desk);
-    QVERIFY(application);
-    if (!application->isInstalled())
-        QSKIP("not installed");
-    const WindowId window = desk.desktop.activeWindow();
-
-    const struct {
-        QString from;
-        QString to;
-        QStringList expected;
-    } rows[] = {
-        {u"english"_s, u"english"_s, {u"The tide turns twice a day, and nobody asks it why."_s}},
-        {u"chinese"_s, u"chinese"_s, {u"潮水每天涨落两次，没有人问它为什么。"_s}},
-        {u"emoji"_s, u"emoji"_s, {u"Moon 🌕, wave 🌊 and family 👩‍👩‍👧 here"_s}},
-        {u"link"_s, u"link"_s, {u"Read the tide tables before you sail."_s}},
-        {u"head"_s,
-         u"link"_s,
-         {u"Tides"_s, u"The tide turns twice a day, and nobody asks it why."_s,
-          u"潮水每天涨落两次，没有人问它为什么。"_s,
-          u"Moon 🌕, wave 🌊 and family 👩‍👩‍👧 here"_s,
-          u"Read the tide tables before you sail."_s}},
-    };
-    for (const auto &row : rows) {
-        QVERIFY2(select(desk, row.from, row.to), qPrintable(row.from));
-        const QString selection = desk.pages.selection(u"first"_s);
-        std::optional<QString> read; // nothing only while the machine is too busy
-        QVERIFY(waitUntil([&] { return (read = desk.read()).has_value(); }));
-        QCOMPARE(paragraphs(*read), row.expected);
-        // the person sees no difference
-        QCOMPARE(desk.pages.selection(u"first"_s), selection);
-        QVERIFY(desk.pages.hasFocus(u"first"_s));
-        QCOMPARE(desk.desktop.activeWindow(), window);
-        // browsers go on publishing a text that is not selected any more
-        QVERIFY(deselect(desk));
-        if (browser == "chromium"_L1)
-            continue; // it alone knows that nothing is selected, and does not say so
-        QVERIFY(waitUntil([&] { return desk.answers(); }));
-        QCOMPARE(desk.read().value_or(u"nothing"_s), u"nothing"_s);
+    static bool locate(ReadingDesk &desk, const QString &page)
+    {
+        int step = 0;
+        return waitUntil(
+            [&] {
+                const QRect place = desk.desktop.geometry(desk.desktop.activeWindow());
+                desk.desktop.moveTo(place.center() + QPoint(++step % 9, 0));
+                return desk.pages.startOf(page, u"english"_s).has_value();
+            },
+            20s);
     }
-}
 
-void TestReadingBrowsers::namesThePageInFront()
-{
-    QFETCH(QString, browser);
-    ReadingDesk desk;
-    const auto application = open(desk);
-    QVERIFY(application);
-    if (!application->isInstalled())
-        QSKIP("not installed");
-
-    const auto keyBecomes = [&desk](const QString &expected) {
-        const bool reached = waitUntil([&] {
-            const auto context = desk.context();
-            return context && context->key == expected;
+    static bool select(ReadingDesk &desk, const QString &from, const QString &to)
+    {
+        const auto start = desk.pages.startOf(u"first"_s, from);
+        const auto end = desk.pages.endOf(u"first"_s, to);
+        if (!start || !end)
+            return false;
+        desk.desktop.drag(*start, *end);
+        return waitUntil([&] {
+            const QString selected = desk.pages.selection(u"first"_s);
+            return !selected.isEmpty() && isSettled(desk) && desk.primary() == selected;
         });
-        if (!reached) {
-            const auto context = desk.context();
-            qWarning() << "the key is" << (context ? context->key : QString()) << "instead of"
-                       << expected;
-        }
-        return reached;
-    };
-    if (browser == "chromium"_L1) { // gives no address: the window counts as the page
-        const auto context = desk.context();
-        QVERIFY(context);
-        QCOMPARE(context->source, ReadingContextSource::appWindow);
-        QCOMPARE(context->displayName, desk.desktop.title(desk.desktop.activeWindow()));
-        return;
     }
 
-    const WindowId firstWindow = desk.desktop.activeWindow();
-    QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"first?q=a%20b#Top"_s)));
-    QCOMPARE(desk.context()->displayName, u"127.0.0.1"_s);
-    QCOMPARE(desk.context()->source, ReadingContextSource::webURL);
+    static bool deselect(ReadingDesk &desk)
+    {
+        desk.desktop.click(desk.pages.startOf(u"first"_s, u"empty"_s).value());
+        return waitUntil(
+            [&] { return desk.pages.selection(u"first"_s).isEmpty() && isSettled(desk); });
+    }
 
-    desk.desktop.click(desk.pages.startOf(u"first"_s, u"tab"_s).value() + QPoint(10, 0));
-    QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"second?x=1#y"_s)));
-
-    QVERIFY(locate(desk, u"second"_s));
-    desk.desktop.press(Key::ShiftLeft);
-    desk.desktop.click(desk.pages.startOf(u"second"_s, u"window"_s).value() + QPoint(10, 0));
-    desk.desktop.release(Key::ShiftLeft);
-    QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"third"_s)));
-
-    QVERIFY(desk.desktop.activate(firstWindow));
-    QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"second?x=1#y"_s)));
-    desk.desktop.chord(Key::ControlLeft, Key::PageUp); // back to the first tab
-    QVERIFY(keyBecomes(u"web-url:"_s + desk.pages.address(u"first?q=a%20b#Top"_s)));
-}
-
-void TestReadingBrowsers::namesAPageOfAnotherProcess()
-{
-    ReadingDesk desk;
-    desk.pages.setBody(u"first"_s, body.toString());
-    const QString address = desk.pages.address(u"first?q=a%20b#Top"_s);
-    Application browser(epiphany(address, u"first"_s));
-    if (!browser.isInstalled())
-        QSKIP("not installed");
-    browser.setEnvironment(u"WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS"_s, u"1"_s); // for root
-    QVERIFY(desk.open(browser));
-    QVERIFY(waitUntil([&] {
-        const auto context = desk.context();
-        return context && context->key == u"web-url:"_s + address;
-    }));
-}
+    /// Whether the page and its browser agree in the end on how much is selected.
+    static bool isSettled(const ReadingDesk &desk)
+    {
+        const qsizetype length = desk.pages.selection(u"first"_s).size();
+        return desk.desktop.title(desk.desktop.activeWindow())
+            .startsWith(u"first %1 "_s.arg(length));
+    }
+};
 
 QTEST_MAIN(TestReadingBrowsers)
 #include "test_reading_browsers.moc"

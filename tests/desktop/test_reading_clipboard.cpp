@@ -86,58 +86,55 @@ class TestReadingClipboard : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void isByForByteTheSameAfterACopy();
-    void isTheSameAfterACopyThatComesLate();
+    void isByForByteTheSameAfterACopy()
+    {
+        const Contents contents{{u"text/plain"_s, "plain 潮水"},
+                                {u"text/html"_s, "<b>plain</b> \xe6\xbd\xae"},
+                                {u"image/png"_s, anyBytes(700'000)},
+                                {u"application/x-own"_s, QByteArray("\0\1\2\0", 4)}};
+        ReadingDesk desk;
+
+        SilentEditor editor(desk);
+        QVERIFY(editor.open());
+        const WindowId window = desk.desktop.activeWindow();
+        auto owner = std::make_unique<PeerProcess>(owning(desk, contents));
+        QVERIFY(owner->isReady());
+        const Contents before = desk.clipboard();
+        QVERIFY(!before.isEmpty());
+
+        // The first tap has opened the menu bar, where a copy would go astray; only the release of
+        // the second closes it.
+        desk.desktop.tap(Key::AltLeft);
+        desk.desktop.pressForAMoment(Key::AltLeft);
+        QCOMPARE(desk.read(), text);
+
+        QCOMPARE(sorted(desk.clipboard()), sorted(before));
+        QCOMPARE(desk.desktop.activeWindow(), window);
+        // it is really ours now, and not the old owner's, which a copy has displaced
+        owner.reset();
+        QCOMPARE(sorted(desk.clipboard()), sorted(before));
+    }
+
+    void isTheSameAfterACopyThatComesLate()
+    {
+        ReadingDesk desk;
+        SilentEditor editor(desk);
+        QVERIFY(editor.open());
+        auto owner = std::make_unique<PeerProcess>(
+            owning(desk, {{u"text/html"_s, "<b>kept</b>"}, {u"text/plain"_s, "kept"}}));
+        QVERIFY(owner->isReady());
+        const Contents before = desk.clipboard();
+
+        const QSignalSpy newOwners(QGuiApplication::clipboard(), &QClipboard::dataChanged);
+        editor.edit.stopAll();
+        QCOMPARE(desk.read(), std::nullopt);
+        QCOMPARE(newOwners.size(), 0);
+        editor.edit.continueAll();
+        QVERIFY(waitUntil([&] { return newOwners.size() > 0; }));
+        owner.reset(); // what is there from now on is what was put back
+        QVERIFY(waitUntil([&] { return sorted(desk.clipboard()) == sorted(before); }));
+    }
 };
-
-void TestReadingClipboard::isByForByteTheSameAfterACopy()
-{
-    const Contents contents{{u"text/plain"_s, "plain 潮水"},
-                            {u"text/html"_s, "<b>plain</b> \xe6\xbd\xae"},
-                            {u"image/png"_s, anyBytes(700'000)},
-                            {u"application/x-own"_s, QByteArray("\0\1\2\0", 4)}};
-    ReadingDesk desk;
-
-    SilentEditor editor(desk);
-    QVERIFY(editor.open());
-    const WindowId window = desk.desktop.activeWindow();
-    auto owner = std::make_unique<PeerProcess>(owning(desk, contents));
-    QVERIFY(owner->isReady());
-    const Contents before = desk.clipboard();
-    QVERIFY(!before.isEmpty());
-
-    // The first tap has opened the menu bar, where a copy would go astray; only the release of the
-    // second closes it.
-    desk.desktop.tap(Key::AltLeft);
-    desk.desktop.pressForAMoment(Key::AltLeft);
-    QCOMPARE(desk.read(), text);
-
-    QCOMPARE(sorted(desk.clipboard()), sorted(before));
-    QCOMPARE(desk.desktop.activeWindow(), window);
-    // it is really ours now, and not the old owner's, which a copy has displaced
-    owner.reset();
-    QCOMPARE(sorted(desk.clipboard()), sorted(before));
-}
-
-void TestReadingClipboard::isTheSameAfterACopyThatComesLate()
-{
-    ReadingDesk desk;
-    SilentEditor editor(desk);
-    QVERIFY(editor.open());
-    auto owner = std::make_unique<PeerProcess>(
-        owning(desk, {{u"text/html"_s, "<b>kept</b>"}, {u"text/plain"_s, "kept"}}));
-    QVERIFY(owner->isReady());
-    const Contents before = desk.clipboard();
-
-    const QSignalSpy newOwners(QGuiApplication::clipboard(), &QClipboard::dataChanged);
-    editor.edit.stopAll();
-    QCOMPARE(desk.read(), std::nullopt);
-    QCOMPARE(newOwners.size(), 0);
-    editor.edit.continueAll();
-    QVERIFY(waitUntil([&] { return newOwners.size() > 0; }));
-    owner.reset(); // what is there from now on is what was put back
-    QVERIFY(waitUntil([&] { return sorted(desk.clipboard()) == sorted(before); }));
-}
 
 QTEST_MAIN(TestReadingClipboard)
 #include "test_reading_clipboard.moc"

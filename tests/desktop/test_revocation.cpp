@@ -15,126 +15,119 @@ class TestRevocation : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void warnsAsksAndGoesOn();
-    void opensTheSettingsOfTheDesktop();
+    void initTestCase()
+    {
+        if (qEnvironmentVariable("TEST_DESKTOP_WM") != "kwin_x11"_L1)
+            return;
+        // here no window may take the keyboard by itself
+        QSettings(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/kwinrc"_s, QSettings::IniFormat)
+            .setValue(u"Windows/FocusStealingPreventionLevel"_s, 4);
+        const QDBusMessage call = QDBusMessage::createMethodCall(
+            u"org.kde.KWin"_s, u"/KWin"_s, u"org.kde.KWin"_s, u"reconfigure"_s);
+        QCOMPARE(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
+    }
+
+    void warnsAsksAndGoesOn()
+    {
+        QVERIFY(vellumo_->start() && editor_->open());
+        QVERIFY(waitUntil(
+            [this] {
+                desktop_.chord(Key::ControlLeft, Key::A);
+                desktop_.doubleTap();
+                const bool isTrusted = vellumo_->waitForAnswer();
+                if (!isTrusted)
+                    qWarning().noquote() << "no answer but" << vellumo_->panelText();
+                return vellumo_->dismissPanel() && isTrusted;
+            },
+            60s));
+        for (int change = 0; change < 3; ++change) {
+            QVERIFY(desktop_.activate(editor_->window()));
+            desktop_.type(u"hello"_s); // a window that is typed into keeps the keyboard, as a rule
+            setSwitch(false);
+            QVERIFY(waitForDialog());
+            const WindowId alert = dialogs().constFirst();
+            QVERIFY(waitUntil([&] { return desktop_.activeWindow() == alert; }));
+            if (change > 0) {
+                QVERIFY(waitUntil([&] {
+                    desktop_.tap(Key::Escape);
+                    return waitUntil([&] { return !desktop_.isVisible(alert); }, 500ms);
+                }));
+                QVERIFY(waitForDialog(alert)); // only now the question
+            }
+            setSwitch(true);
+            QVERIFY(waitUntil([this] { return dialogs().isEmpty(); }));
+        }
+        desktop_.doubleTap();
+        QVERIFY(vellumo_->waitForPanel());
+    }
+
+    void opensTheSettingsOfTheDesktop()
+    {
+        const QTemporaryDir folder;
+        QFile page(folder.filePath(u"xfce4-accessibility-settings"_s));
+        QVERIFY(page.open(QIODevice::WriteOnly));
+        page.write("#!/bin/sh\ntouch \"$0.shown\"\n");
+        page.setPermissions(page.permissions() | QFile::ExeOwner | QFile::ExeUser);
+        page.close();
+        vellumo_->setEnvironment(u"PATH"_s, folder.path() + u':' + qEnvironmentVariable("PATH"));
+        vellumo_->setEnvironment(u"XDG_CURRENT_DESKTOP"_s, u"Distribution:XFCE"_s);
+        QVERIFY(vellumo_->start());
+        QVERIFY(waitForPermission());
+        setSwitch(false);
+        QVERIFY(waitForDialog());
+        const WindowId alert = dialogs().constFirst();
+        QVERIFY(waitUntil([&] { return desktop_.activeWindow() == alert; }));
+        QVERIFY(waitUntil([&] { // keys may go astray until a new window has the keyboard
+            desktop_.tap(Key::Return);
+            return waitUntil([&] { return !desktop_.isVisible(alert); }, 500ms);
+        }));
+        QVERIFY(waitUntil([&] { return QFile::exists(page.fileName() + u".shown"_s); }));
+        QVERIFY(waitForDialog(alert));
+    }
 
 private:
-    static void setSwitch(bool isOn);
+    static void setSwitch(bool isOn)
+    {
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, u"org.freedesktop.DBus.Properties"_s, u"Set"_s);
+        call.setArguments(
+            {u"org.a11y.Status"_s, u"IsEnabled"_s, QVariant::fromValue(QDBusVariant(isOn))});
+        QCOMPARE(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
+    }
+
     /// The program's windows that are neither panel nor pill.
-    [[nodiscard]] QList<WindowId> dialogs() const;
+    [[nodiscard]] QList<WindowId> dialogs() const
+    {
+        QList<WindowId> found = desktop_.windows(u"vellumo"_s);
+        found.removeIf([this](WindowId window) {
+            return desktop_.geometry(window).height() < 150 || window == vellumo_->panel();
+        });
+        return found;
+    }
+
     [[nodiscard]] bool waitForDialog(WindowId other = 0) const
     {
         return waitUntil([&] { return dialogs().size() == 1 && dialogs().constFirst() != other; });
     }
     /// Only what knows that it has permission can lose it, and a busy start may take a while to
     /// find out.
-    [[nodiscard]] bool waitForPermission();
+    [[nodiscard]] bool waitForPermission()
+    {
+        int times = 0; // in a row: the program itself looks twice as well
+        return waitUntil(
+            [&] {
+                desktop_.doubleTap();
+                const bool isShown = vellumo_->waitForPanel(3s).has_value();
+                const bool isTrusted =
+                    isShown && vellumo_->panelText().contains("Select text first."_L1);
+                times = isTrusted ? times + 1 : 0;
+                return vellumo_->dismissPanel() && times == 2;
+            },
+            60s);
+    }
+
     void prepare() override { setSwitch(true); }
 };
-
-void TestRevocation::setSwitch(bool isOn)
-{
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        u"org.a11y.Bus"_s, u"/org/a11y/bus"_s, u"org.freedesktop.DBus.Properties"_s, u"Set"_s);
-    call.setArguments(
-        {u"org.a11y.Status"_s, u"IsEnabled"_s, QVariant::fromValue(QDBusVariant(isOn))});
-    QCOMPARE(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
-}
-
-QList<WindowId> TestRevocation::dialogs() const
-{
-    QList<WindowId> found = desktop_.windows(u"vellumo"_s);
-    found.removeIf([this](WindowId window) {
-        return desktop_.geometry(window).height() < 150 || window == vellumo_->panel();
-    });
-    return found;
-}
-
-bool TestRevocation::waitForPermission()
-{
-    int times = 0; // in a row: the program itself looks twice as well
-    return waitUntil(
-        [&] {
-            desktop_.doubleTap();
-            const bool isShown = vellumo_->waitForPanel(3s).has_value();
-            const bool isTrusted =
-                isShown && vellumo_->panelText().contains("Select text first."_L1);
-            times = isTrusted ? times + 1 : 0;
-            return vellumo_->dismissPanel() && times == 2;
-        },
-        60s);
-}
-
-void TestRevocation::initTestCase()
-{
-    if (qEnvironmentVariable("TEST_DESKTOP_WM") != "kwin_x11"_L1)
-        return;
-    // here no window may take the keyboard by itself
-    QSettings(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/kwinrc"_s, QSettings::IniFormat)
-        .setValue(u"Windows/FocusStealingPreventionLevel"_s, 4);
-    const QDBusMessage call = QDBusMessage::createMethodCall(u"org.kde.KWin"_s, u"/KWin"_s,
-                                                             u"org.kde.KWin"_s, u"reconfigure"_s);
-    QCOMPARE(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
-}
-
-void TestRevocation::warnsAsksAndGoesOn()
-{
-    QVERIFY(vellumo_->start() && editor_->open());
-    QVERIFY(waitUntil(
-        [this] {
-            desktop_.chord(Key::ControlLeft, Key::A);
-            desktop_.doubleTap();
-            const bool isTrusted = vellumo_->waitForAnswer();
-            if (!isTrusted)
-                qWarning().noquote() << "no answer but" << vellumo_->panelText();
-            return vellumo_->dismissPanel() && isTrusted;
-        },
-        60s));
-    for (int change = 0; change < 3; ++change) {
-        QVERIFY(desktop_.activate(editor_->window()));
-        desktop_.type(u"hello"_s); // a window that is typed into keeps the keyboard, as a rule
-        setSwitch(false);
-        QVERIFY(waitForDialog());
-        const WindowId alert = dialogs().constFirst();
-        QVERIFY(waitUntil([&] { return desktop_.activeWindow() == alert; }));
-        if (change > 0) {
-            QVERIFY(waitUntil([&] {
-                desktop_.tap(Key::Escape);
-                return waitUntil([&] { return !desktop_.isVisible(alert); }, 500ms);
-            }));
-            QVERIFY(waitForDialog(alert)); // only now the question
-        }
-        setSwitch(true);
-        QVERIFY(waitUntil([this] { return dialogs().isEmpty(); }));
-    }
-    desktop_.doubleTap();
-    QVERIFY(vellumo_->waitForPanel());
-}
-
-void TestRevocation::opensTheSettingsOfTheDesktop()
-{
-    const QTemporaryDir folder;
-    QFile page(folder.filePath(u"xfce4-accessibility-settings"_s));
-    QVERIFY(page.open(QIODevice::WriteOnly));
-    page.write("#!/bin/sh\ntouch \"$0.shown\"\n");
-    page.setPermissions(page.permissions() | QFile::ExeOwner | QFile::ExeUser);
-    page.close();
-    vellumo_->setEnvironment(u"PATH"_s, folder.path() + u':' + qEnvironmentVariable("PATH"));
-    vellumo_->setEnvironment(u"XDG_CURRENT_DESKTOP"_s, u"Distribution:XFCE"_s);
-    QVERIFY(vellumo_->start());
-    QVERIFY(waitForPermission());
-    setSwitch(false);
-    QVERIFY(waitForDialog());
-    const WindowId alert = dialogs().constFirst();
-    QVERIFY(waitUntil([&] { return desktop_.activeWindow() == alert; }));
-    QVERIFY(waitUntil([&] { // keys may go astray until a new window has the keyboard
-        desktop_.tap(Key::Return);
-        return waitUntil([&] { return !desktop_.isVisible(alert); }, 500ms);
-    }));
-    QVERIFY(waitUntil([&] { return QFile::exists(page.fileName() + u".shown"_s); }));
-    QVERIFY(waitForDialog(alert));
-}
 
 QTEST_MAIN(TestRevocation)
 #include "test_revocation.moc"

@@ -19,321 +19,312 @@ class TestShell : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void iconIsThereWheneverAHostIs();
-    void iconHasAMenu();
-    void olderTrayHasTheIcon();
-    void iconCanBeSeenOnLightAndDarkPanels();
-    void ordinaryWindowsTakeTheKeysOfTheMenu();
-    void laterStartsHandOver();
-    void opensNothingInTheBackground();
-    void startsWithWhatIsAsked();
-    void manyStartsLeaveOne();
-    void refusesCallsThatDoNotFit();
-    void doesNotWaitForAHungBus();
-    void saysThatTheNotesAreInUse();
+    void iconIsThereWheneverAHostIs()
+    {
+        auto host = std::make_unique<TrayHost>();
+        QVERIFY(vellumo_->start());
+        QVERIFY(host->waitForItem());
+        for (int restart = 0; restart < 2; ++restart) {
+            host.reset();
+            host = std::make_unique<TrayHost>();
+            QVERIFY(host->waitForItem());
+        }
+        QCOMPARE(host->items().size(), 1);
+        QCOMPARE(host->property(u"Title"_s).toString(), u"vellumo"_s);
+        QVERIFY(vellumo_->process().end() == 0);
+    }
+
+    void iconHasAMenu()
+    {
+        QVERIFY(vellumo_->start());
+        TrayHost host; // later than the program
+        QVERIFY(host.waitForItem());
+        const QList<TrayHost::MenuItem> menu = host.menu();
+        QStringList labels;
+        for (const auto &item : menu)
+            labels.append(item.label);
+        QCOMPARE(labels,
+                 (QStringList{
+                     u"vellumo is running"_s, {}, u"Check for Updates…"_s, {}, u"Quit vellumo"_s}));
+        QVERIFY(!menu[0].isEnabled);
+        QCOMPARE(menu[4].shortcut, (QStringList{u"Control"_s, u"Q"_s}));
+
+        for (int time = 0; time < 2; ++time) { // it says so whenever it is asked
+            host.choose(menu[2].id);
+            QVERIFY(vellumo_->waitForText(u"heading: Updates unavailable"_s));
+            QVERIFY(
+                vellumo_->waitForText(u"Automatic updates are disabled in development builds."_s));
+            QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }));
+            QVERIFY(desktop_.activate(ordinaryWindow().value_or(0)));
+            desktop_.tap(Key::Escape);
+            QVERIFY(waitUntil([this] { return !ordinaryWindow(); }));
+        }
+
+        QVERIFY(!vellumo_->panelText().contains("Welcome to vellumo"_L1));
+        host.activate();
+        QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+
+        host.choose(menu[4].id);
+        QVERIFY(vellumo_->process().waitForEnd(5s));
+        QCOMPARE(vellumo_->process().exitCode(), 0);
+    }
+
+    void olderTrayHasTheIcon()
+    {
+        QVERIFY(vellumo_->start());
+        EmbeddingTray tray; // later than the program
+        const auto icon = tray.waitForIcon();
+        QVERIFY(icon);
+        const auto isDrawn = [&] {
+            const QImage shown = desktop_.pixels(*icon);
+            for (int i = 0; i < shown.width() * shown.height(); ++i) {
+                if (qGray(shown.pixel(i % shown.width(), i / shown.width()))
+                    != qGray(shown.pixel(0, 0)))
+                    return true;
+            }
+            return false;
+        };
+        QVERIFY(waitUntil(isDrawn));
+        desktop_.click(icon->center());
+        QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+    }
+
+    void iconCanBeSeenOnLightAndDarkPanels()
+    {
+        QVERIFY(vellumo_->start());
+        TrayHost host;
+        QVERIFY(host.waitForItem());
+        // what the icon is drawn with, wherever it is drawn
+        const auto ink = [&host] {
+            const QImage icon = host.icon();
+            std::optional<QRgb> found;
+            for (int i = 0; i < icon.width() * icon.height(); ++i) {
+                const QRgb pixel = icon.pixel(i % icon.width(), i / icon.width());
+                if (qAlpha(pixel) == 255)
+                    found = pixel;
+            }
+            return found;
+        };
+        constexpr QRgb black = qRgb(0, 0, 0);
+        constexpr QRgb white = qRgb(255, 255, 255);
+        QVERIFY(waitUntil([&] { return ink() == black; }));
+        for (const auto &[scheme, expected] : {std::pair(1U, white), std::pair(2U, black)}) {
+            QDBusMessage change = QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s,
+                                                             u"org.freedesktop.portal.Settings"_s,
+                                                             u"SettingChanged"_s);
+            change << u"org.freedesktop.appearance"_s << u"color-scheme"_s
+                   << QVariant::fromValue(QDBusVariant(scheme));
+            QVERIFY(QDBusConnection::sessionBus().send(change));
+            QVERIFY(waitUntil([&] { return ink() == expected; }));
+        }
+    }
+
+    void ordinaryWindowsTakeTheKeysOfTheMenu()
+    {
+        QVERIFY(vellumo_->start({}));
+        QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }, 10s));
+        const WindowId window = ordinaryWindow().value_or(0);
+        QVERIFY(desktop_.activate(window));
+        desktop_.chord(Key::ControlLeft, Key::H);
+        QVERIFY(waitUntil([&] { return !desktop_.isVisible(window); }));
+        QVERIFY(desktop_.activate(window));
+        // keys may go astray until a window that comes back has the keyboard
+        const auto quits = [this] {
+            desktop_.chord(Key::ControlLeft, Key::Q);
+            return vellumo_->process().waitForEnd(500ms);
+        };
+        QVERIFY(waitUntil(quits, 10s));
+        QCOMPARE(vellumo_->process().exitCode(), 0);
+    }
+
+    void laterStartsHandOver()
+    {
+        QVERIFY(vellumo_->start());
+        for (const QStringList &arguments :
+             {QStringList{}, {u"--background"_s}, {u"vellumo://auth/callback?code=1"_s}})
+            QCOMPARE(vellumo_->startAgain(arguments).value_or(-1), 0);
+
+        QCOMPARE(vellumo_->startAgain({u"--explain"_s}), 0);
+        QVERIFY(vellumo_->waitForPanel());
+        QCOMPARE(vellumo_->startAgain({u"--focus"_s}), 0);
+        QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
+        QCOMPARE(vellumo_->startAgain({u"--explain"_s}), 0);
+        QVERIFY(vellumo_->waitForNoPanel());
+
+        // the next one starts while the first still ends
+        QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0);
+        Program next(desktop_, QStringLiteral(VELLUMO_PROGRAM),
+                     vellumo_->folder().section(u'/', -1));
+        QVERIFY(next.start());
+        QVERIFY(vellumo_->process().waitForEnd(5s));
+        QCOMPARE(vellumo_->process().exitCode(), 0);
+    }
+
+    void opensNothingInTheBackground()
+    {
+        vellumo_->setSetting(u"accessibilityConsent"_s, u"false"_s);
+        QVERIFY(vellumo_->start({u"-session"_s, u"10a2b3c4"_s}));
+        for (const QStringList &arguments :
+             {QStringList{u"--background"_s}, {u"-session"_s, u"10a2b3c4"_s}})
+            QCOMPARE(vellumo_->startAgain(arguments), 0);
+        QCOMPARE(vellumo_->startAgain({u"--explain"_s}),
+                 0); // whatever the others asked for has come before it
+        QVERIFY(vellumo_->waitForPanel());
+        const auto panel = vellumo_->panel();
+        QList<WindowId> others = desktop_.windows(u"vellumo"_s);
+        others.removeIf([&](WindowId window) {
+            return window == panel || desktop_.geometry(window).height() < 100;
+        });
+        QCOMPARE(others, QList<WindowId>());
+        QVERIFY(vellumo_->dismissPanel());
+        QCOMPARE(vellumo_->startAgain({}), 0); // now the window, and the question
+        QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+        QVERIFY(waitUntil([&] {
+            QList<WindowId> shown = desktop_.windows(u"vellumo"_s);
+            shown.removeIf(
+                [&](WindowId window) { return desktop_.geometry(window).height() < 100; });
+            return shown.size() == 2;
+        }));
+    }
+
+    void startsWithWhatIsAsked()
+    {
+        QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0); // nothing to end
+        QVERIFY(vellumo_->start({u"--explain"_s}));
+        QVERIFY(vellumo_->waitForPanel());
+    }
+
+    void manyStartsLeaveOne()
+    {
+#ifdef __SANITIZE_ADDRESS__
+        constexpr size_t starts = 20;
+#else
+        constexpr size_t starts = 100;
+#endif
+        std::vector<std::unique_ptr<Application>> processes(starts);
+        for (auto &process : processes) {
+            process = vellumo_->another();
+            QVERIFY(process->launch());
+        }
+        const auto running = [&] {
+            return std::count_if(processes.begin(), processes.end(),
+                                 [](const auto &process) { return process->isRunning(); });
+        };
+        QVERIFY(waitUntil([&] { return running() == 1; }, 60s));
+        for (const auto &process : processes) {
+            if (!process->isRunning())
+                QCOMPARE(process->exitCode(), 0);
+        }
+        QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0);
+        QVERIFY(waitUntil([&] { return running() == 0; }));
+    }
+
+    void refusesCallsThatDoNotFit()
+    {
+        const QString secret = u"vellumo://auth/secret"_s;
+        const QString invalid = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
+        const QString unknown = u"org.freedesktop.DBus.Error.UnknownMethod"_s;
+        const QVariantMap none;
+        const struct {
+            const char *name;
+            QString method;
+            QVariantList arguments;
+            QString error = {}; // empty when the call is taken and nothing comes of it
+        } rows[] = {
+            {"a number for the data", u"Activate"_s, {7}, unknown},
+            {"one address for the list", u"Open"_s, {secret, none}, unknown},
+            {"no such method", u"Erase"_s, {}, unknown},
+            {"no such action", u"ActivateAction"_s, {secret, QVariantList{}, none}, invalid},
+            {"an action with a parameter",
+             u"ActivateAction"_s,
+             {u"quit"_s, QVariantList{secret}, none},
+             invalid},
+            {"a huge address",
+             u"Open"_s,
+             {QStringList{secret + QString(5'000'000, u'x')}, none},
+             invalid},
+            {"many addresses", u"Open"_s, {QStringList(10'000, secret), none}, invalid},
+            {"other schemes",
+             u"Open"_s,
+             {QStringList{u"file:///etc/secret"_s, u"javascript:secret"_s, u"secret"_s, {}}, none}},
+            {"malformed addresses",
+             u"Open"_s,
+             {QStringList{u"vellumo://[secret"_s, u"vellumo:%%%"_s, u"vellumo://\u202E a"_s},
+              none}},
+        };
+        QVERIFY(vellumo_->start());
+        const QDBusConnection bus = QDBusConnection::sessionBus();
+        QVERIFY(waitUntil([&] {
+            return bus.interface()->isServiceRegistered(u"app.vellumo.Vellumo"_s).value();
+        }));
+        for (const auto &row : rows) {
+            QDBusMessage call =
+                QDBusMessage::createMethodCall(u"app.vellumo.Vellumo"_s, u"/app/vellumo/Vellumo"_s,
+                                               u"org.freedesktop.Application"_s, row.method);
+            call.setArguments(row.arguments);
+            const QDBusMessage answer = bus.call(call, QDBus::Block, 10000);
+            QVERIFY2(answer.errorName() == row.error, row.name);
+            QVERIFY2(!answer.errorMessage().contains("secret"_L1), row.name);
+        }
+        QCOMPARE(vellumo_->startAgain(), 0);
+        QVERIFY(!vellumo_->report().contains("secret"_L1));
+    }
+
+    void doesNotWaitForAHungBus()
+    {
+        QLocalServer bus; // accepts connections and never answers
+        QVERIFY(bus.listen(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/hung-bus"_s));
+        const QString address = u"unix:path="_s + bus.fullServerName();
+        vellumo_->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
+        QVERIFY(vellumo_->start());
+        desktop_.doubleTap();
+        QVERIFY(vellumo_->waitForPanel(2s)); // a call that waits takes 3 s and more
+        vellumo_->process().signal(SIGTERM);
+        QVERIFY(vellumo_->process().waitForEnd(5s));
+        QCOMPARE(vellumo_->process().exitCode(), 0);
+    }
+
+    void saysThatTheNotesAreInUse()
+    {
+        QVERIFY(vellumo_->start());
+        const QList<WindowId> before = desktop_.windows(u"vellumo"_s);
+        for (const bool isSilent : {true, false}) {
+            const auto second =
+                vellumo_->another(isSilent ? Program::inBackground() : QStringList());
+            second->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, u"disabled:"_s);
+            QVERIFY(second->launch());
+            const auto added = [&] {
+                QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
+                windows.removeIf([&](WindowId window) { return before.contains(window); });
+                return windows;
+            };
+            if (!isSilent) {
+                QVERIFY(waitUntil([&] { return !added().isEmpty(); }));
+                QVERIFY(waitUntil([&] { return desktop_.activate(added().value(0)); }));
+                const QString pictures = qEnvironmentVariable("VELLUMO_TEST_PICTURES");
+                if (!pictures.isEmpty())
+                    desktop_.pixels().save(pictures + u"/in-use.png"_s);
+                desktop_.tap(Key::Escape);
+            }
+            QVERIFY(second->waitForEnd(20s));
+            QCOMPARE(second->exitCode(), 1);
+            QVERIFY(added().isEmpty());
+            const QString said = second->standardOutput() + second->errorOutput();
+            QVERIFY2(said.startsWith("vellumo: "_L1) && said.count(u'\n') == 1, qPrintable(said));
+        }
+    }
 
 private:
     /// A window of the program that is not the pill.
-    [[nodiscard]] std::optional<WindowId> ordinaryWindow() const;
+    [[nodiscard]] std::optional<WindowId> ordinaryWindow() const
+    {
+        const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
+        const auto found = std::find_if(windows.begin(), windows.end(), [this](WindowId window) {
+            return desktop_.geometry(window).height() >= 100;
+        });
+        return found != windows.end() ? std::optional(*found) : std::nullopt;
+    }
 };
-
-std::optional<WindowId> TestShell::ordinaryWindow() const
-{
-    const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
-    const auto found = std::find_if(windows.begin(), windows.end(), [this](WindowId window) {
-        return desktop_.geometry(window).height() >= 100;
-    });
-    return found != windows.end() ? std::optional(*found) : std::nullopt;
-}
-
-void TestShell::iconIsThereWheneverAHostIs()
-{
-    auto host = std::make_unique<TrayHost>();
-    QVERIFY(vellumo_->start());
-    QVERIFY(host->waitForItem());
-    for (int restart = 0; restart < 2; ++restart) {
-        host.reset();
-        host = std::make_unique<TrayHost>();
-        QVERIFY(host->waitForItem());
-    }
-    QCOMPARE(host->items().size(), 1);
-    QCOMPARE(host->property(u"Title"_s).toString(), u"vellumo"_s);
-    QVERIFY(vellumo_->process().end() == 0);
-}
-
-void TestShell::iconHasAMenu()
-{
-    QVERIFY(vellumo_->start());
-    TrayHost host; // later than the program
-    QVERIFY(host.waitForItem());
-    const QList<TrayHost::MenuItem> menu = host.menu();
-    QStringList labels;
-    for (const auto &item : menu)
-        labels.append(item.label);
-    QCOMPARE(
-        labels,
-        (QStringList{u"vellumo is running"_s, {}, u"Check for Updates…"_s, {}, u"Quit vellumo"_s}));
-    QVERIFY(!menu[0].isEnabled);
-    QCOMPARE(menu[4].shortcut, (QStringList{u"Control"_s, u"Q"_s}));
-
-    for (int time = 0; time < 2; ++time) { // it says so whenever it is asked
-        host.choose(menu[2].id);
-        QVERIFY(vellumo_->waitForText(u"heading: Updates unavailable"_s));
-        QVERIFY(vellumo_->waitForText(u"Automatic updates are disabled in development builds."_s));
-        QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }));
-        QVERIFY(desktop_.activate(ordinaryWindow().value_or(0)));
-        desktop_.tap(Key::Escape);
-        QVERIFY(waitUntil([this] { return !ordinaryWindow(); }));
-    }
-
-    QVERIFY(!vellumo_->panelText().contains("Welcome to vellumo"_L1));
-    host.activate();
-    QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
-
-    host.choose(menu[4].id);
-    QVERIFY(vellumo_->process().waitForEnd(5s));
-    QCOMPARE(vellumo_->process().exitCode(), 0);
-}
-
-void TestShell::olderTrayHasTheIcon()
-{
-    QVERIFY(vellumo_->start());
-    EmbeddingTray tray; // later than the program
-    const auto icon = tray.waitForIcon();
-    QVERIFY(icon);
-    const auto isDrawn = [&] {
-        const QImage shown = desktop_.pixels(*icon);
-        for (int i = 0; i < shown.width() * shown.height(); ++i) {
-            if (qGray(shown.pixel(i % shown.width(), i / shown.width()))
-                != qGray(shown.pixel(0, 0)))
-                return true;
-        }
-        return false;
-    };
-    QVERIFY(waitUntil(isDrawn));
-    desktop_.click(icon->center());
-    QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
-}
-
-void TestShell::iconCanBeSeenOnLightAndDarkPanels()
-{
-    QVERIFY(vellumo_->start());
-    TrayHost host;
-    QVERIFY(host.waitForItem());
-    // what the icon is drawn with, wherever it is drawn
-    const auto ink = [&host] {
-        const QImage icon = host.icon();
-        std::optional<QRgb> found;
-        for (int i = 0; i < icon.width() * icon.height(); ++i) {
-            const QRgb pixel = icon.pixel(i % icon.width(), i / icon.width());
-            if (qAlpha(pixel) == 255)
-                found = pixel;
-        }
-        return found;
-    };
-    constexpr QRgb black = qRgb(0, 0, 0);
-    constexpr QRgb white = qRgb(255, 255, 255);
-    QVERIFY(waitUntil([&] { return ink() == black; }));
-    for (const auto &[scheme, expected] : {std::pair(1U, white), std::pair(2U, black)}) {
-        QDBusMessage change =
-            QDBusMessage::createSignal(u"/org/freedesktop/portal/desktop"_s,
-                                       u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s);
-        change << u"org.freedesktop.appearance"_s << u"color-scheme"_s
-               << QVariant::fromValue(QDBusVariant(scheme));
-        QVERIFY(QDBusConnection::sessionBus().send(change));
-        QVERIFY(waitUntil([&] { return ink() == expected; }));
-    }
-}
-
-void TestShell::ordinaryWindowsTakeTheKeysOfTheMenu()
-{
-    QVERIFY(vellumo_->start({}));
-    QVERIFY(waitUntil([this] { return ordinaryWindow().has_value(); }, 10s));
-    const WindowId window = ordinaryWindow().value_or(0);
-    QVERIFY(desktop_.activate(window));
-    desktop_.chord(Key::ControlLeft, Key::H);
-    QVERIFY(waitUntil([&] { return !desktop_.isVisible(window); }));
-    QVERIFY(desktop_.activate(window));
-    // keys may go astray until a window that comes back has the keyboard
-    const auto quits = [this] {
-        desktop_.chord(Key::ControlLeft, Key::Q);
-        return vellumo_->process().waitForEnd(500ms);
-    };
-    QVERIFY(waitUntil(quits, 10s));
-    QCOMPARE(vellumo_->process().exitCode(), 0);
-}
-
-void TestShell::laterStartsHandOver()
-{
-    QVERIFY(vellumo_->start());
-    for (const QStringList &arguments :
-         {QStringList{}, {u"--background"_s}, {u"vellumo://auth/callback?code=1"_s}})
-        QCOMPARE(vellumo_->startAgain(arguments).value_or(-1), 0);
-
-    QCOMPARE(vellumo_->startAgain({u"--explain"_s}), 0);
-    QVERIFY(vellumo_->waitForPanel());
-    QCOMPARE(vellumo_->startAgain({u"--focus"_s}), 0);
-    QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
-    QCOMPARE(vellumo_->startAgain({u"--explain"_s}), 0);
-    QVERIFY(vellumo_->waitForNoPanel());
-
-    // the next one starts while the first still ends
-    QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0);
-    Program next(desktop_, QStringLiteral(VELLUMO_PROGRAM), vellumo_->folder().section(u'/', -1));
-    QVERIFY(next.start());
-    QVERIFY(vellumo_->process().waitForEnd(5s));
-    QCOMPARE(vellumo_->process().exitCode(), 0);
-}
-
-void TestShell::opensNothingInTheBackground()
-{
-    vellumo_->setSetting(u"accessibilityConsent"_s, u"false"_s);
-    QVERIFY(vellumo_->start({u"-session"_s, u"10a2b3c4"_s}));
-    for (const QStringList &arguments :
-         {QStringList{u"--background"_s}, {u"-session"_s, u"10a2b3c4"_s}})
-        QCOMPARE(vellumo_->startAgain(arguments), 0);
-    QCOMPARE(vellumo_->startAgain({u"--explain"_s}),
-             0); // whatever the others asked for has come before it
-    QVERIFY(vellumo_->waitForPanel());
-    const auto panel = vellumo_->panel();
-    QList<WindowId> others = desktop_.windows(u"vellumo"_s);
-    others.removeIf([&](WindowId window) {
-        return window == panel || desktop_.geometry(window).height() < 100;
-    });
-    QCOMPARE(others, QList<WindowId>());
-    QVERIFY(vellumo_->dismissPanel());
-    QCOMPARE(vellumo_->startAgain({}), 0); // now the window, and the question
-    QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
-    QVERIFY(waitUntil([&] {
-        QList<WindowId> shown = desktop_.windows(u"vellumo"_s);
-        shown.removeIf([&](WindowId window) { return desktop_.geometry(window).height() < 100; });
-        return shown.size() == 2;
-    }));
-}
-
-void TestShell::startsWithWhatIsAsked()
-{
-    QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0); // nothing to end
-    QVERIFY(vellumo_->start({u"--explain"_s}));
-    QVERIFY(vellumo_->waitForPanel());
-}
-
-void TestShell::manyStartsLeaveOne()
-{
-#ifdef __SANITIZE_ADDRESS__
-    constexpr size_t starts = 20;
-#else
-    constexpr size_t starts = 100;
-#endif
-    std::vector<std::unique_ptr<Application>> processes(starts);
-    for (auto &process : processes) {
-        process = vellumo_->another();
-        QVERIFY(process->launch());
-    }
-    const auto running = [&] {
-        return std::count_if(processes.begin(), processes.end(),
-                             [](const auto &process) { return process->isRunning(); });
-    };
-    QVERIFY(waitUntil([&] { return running() == 1; }, 60s));
-    for (const auto &process : processes) {
-        if (!process->isRunning())
-            QCOMPARE(process->exitCode(), 0);
-    }
-    QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0);
-    QVERIFY(waitUntil([&] { return running() == 0; }));
-}
-
-void TestShell::refusesCallsThatDoNotFit()
-{
-    const QString secret = u"vellumo://auth/secret"_s;
-    const QString invalid = u"org.freedesktop.DBus.Error.InvalidArgs"_s;
-    const QString unknown = u"org.freedesktop.DBus.Error.UnknownMethod"_s;
-    const QVariantMap none;
-    const struct {
-        const char *name;
-        QString method;
-        QVariantList arguments;
-        QString error = {}; // empty when the call is taken and nothing comes of it
-    } rows[] = {
-        {"a number for the data", u"Activate"_s, {7}, unknown},
-        {"one address for the list", u"Open"_s, {secret, none}, unknown},
-        {"no such method", u"Erase"_s, {}, unknown},
-        {"no such action", u"ActivateAction"_s, {secret, QVariantList{}, none}, invalid},
-        {"an action with a parameter",
-         u"ActivateAction"_s,
-         {u"quit"_s, QVariantList{secret}, none},
-         invalid},
-        {"a huge address",
-         u"Open"_s,
-         {QStringList{secret + QString(5'000'000, u'x')}, none},
-         invalid},
-        {"many addresses", u"Open"_s, {QStringList(10'000, secret), none}, invalid},
-        {"other schemes",
-         u"Open"_s,
-         {QStringList{u"file:///etc/secret"_s, u"javascript:secret"_s, u"secret"_s, {}}, none}},
-        {"malformed addresses",
-         u"Open"_s,
-         {QStringList{u"vellumo://[secret"_s, u"vellumo:%%%"_s, u"vellumo://\u202E a"_s}, none}},
-    };
-    QVERIFY(vellumo_->start());
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    QVERIFY(waitUntil(
-        [&] { return bus.interface()->isServiceRegistered(u"app.vellumo.Vellumo"_s).value(); }));
-    for (const auto &row : rows) {
-        QDBusMessage call =
-            QDBusMessage::createMethodCall(u"app.vellumo.Vellumo"_s, u"/app/vellumo/Vellumo"_s,
-                                           u"org.freedesktop.Application"_s, row.method);
-        call.setArguments(row.arguments);
-        const QDBusMessage answer = bus.call(call, QDBus::Block, 10000);
-        QVERIFY2(answer.errorName() == row.error, row.name);
-        QVERIFY2(!answer.errorMessage().contains("secret"_L1), row.name);
-    }
-    QCOMPARE(vellumo_->startAgain(), 0);
-    QVERIFY(!vellumo_->report().contains("secret"_L1));
-}
-
-void TestShell::doesNotWaitForAHungBus()
-{
-    QLocalServer bus; // accepts connections and never answers
-    QVERIFY(bus.listen(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/hung-bus"_s));
-    const QString address = u"unix:path="_s + bus.fullServerName();
-    vellumo_->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, address);
-    QVERIFY(vellumo_->start());
-    desktop_.doubleTap();
-    QVERIFY(vellumo_->waitForPanel(2s)); // a call that waits takes 3 s and more
-    vellumo_->process().signal(SIGTERM);
-    QVERIFY(vellumo_->process().waitForEnd(5s));
-    QCOMPARE(vellumo_->process().exitCode(), 0);
-}
-
-void TestShell::saysThatTheNotesAreInUse()
-{
-    QVERIFY(vellumo_->start());
-    const QList<WindowId> before = desktop_.windows(u"vellumo"_s);
-    for (const bool isSilent : {true, false}) {
-        const auto second = vellumo_->another(isSilent ? Program::inBackground() : QStringList());
-        second->setEnvironment(u"DBUS_SESSION_BUS_ADDRESS"_s, u"disabled:"_s);
-        QVERIFY(second->launch());
-        const auto added = [&] {
-            QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
-            windows.removeIf([&](WindowId window) { return before.contains(window); });
-            return windows;
-        };
-        if (!isSilent) {
-            QVERIFY(waitUntil([&] { return !added().isEmpty(); }));
-            QVERIFY(waitUntil([&] { return desktop_.activate(added().value(0)); }));
-            const QString pictures = qEnvironmentVariable("VELLUMO_TEST_PICTURES");
-            if (!pictures.isEmpty())
-                desktop_.pixels().save(pictures + u"/in-use.png"_s);
-            desktop_.tap(Key::Escape);
-        }
-        QVERIFY(second->waitForEnd(20s));
-        QCOMPARE(second->exitCode(), 1);
-        QVERIFY(added().isEmpty());
-        const QString said = second->standardOutput() + second->errorOutput();
-        QVERIFY2(said.startsWith("vellumo: "_L1) && said.count(u'\n') == 1, qPrintable(said));
-    }
-}
 
 QTEST_MAIN(TestShell)
 #include "test_shell.moc"

@@ -10,132 +10,128 @@ class TestWindow : public ProgramTest {
     Q_OBJECT
 
 private Q_SLOTS:
-    void leadsFromSignInToANote();
-    void comesBackWhereItWas();
-    void staysBehindWhenThePanelIsClicked();
+    void leadsFromSignInToANote()
+    {
+        QVERIFY(vellumo_->start({}));
+        QVERIFY(shows(u"heading"_s, u"Welcome to vellumo"_s));
+        QVERIFY(waitUntil([this] { return desktop_.activeWindow() == window(); }));
+        QVERIFY(vellumo_->find(u"Continue with Google"_s, u"button"_s));
+
+        QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
+        QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
+        QVERIFY(vellumo_->click(u"Settings"_s, u"button"_s));
+        QVERIFY(vellumo_->click(u"中文"_s, u"radio button"_s));
+        QVERIFY(shows(u"heading"_s, u"设置"_s));
+        QVERIFY(shows(u"page tab"_s, u"笔记"_s));
+        QVERIFY(vellumo_->click(u"English"_s, u"radio button"_s));
+        QVERIFY(shows(u"heading"_s, u"Settings"_s));
+        desktop_.tap(Key::Escape);
+        QVERIFY(waitUntil([this] { return !vellumo_->find(u"Settings"_s, u"heading"_s); }));
+
+        QVERIFY(vellumo_->click(u"Notes"_s, u"page tab"_s));
+        QVERIFY(shows(u"heading"_s, u"Notes"_s));
+        desktop_.type(u"every"_s); // the search has the keyboard
+        QVERIFY(shows(u"label"_s, u"1 of 1"_s));
+        QVERIFY(vellumo_->click(u"ubiquitous"_s, u"list item"_s));
+        QVERIFY(vellumo_->click(u"Ask further"_s, u"button"_s));
+        QVERIFY(vellumo_->waitForPanel() && vellumo_->waitForAnswer());
+        QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
+        desktop_.type(u"Why"_s);
+        desktop_.tap(Key::Return);
+        QVERIFY(vellumo_->waitForText(u"「Why」"_s));
+        desktop_.tap(Key::Escape);
+        QVERIFY(vellumo_->waitForNoPanel());
+        QVERIFY(waitUntil([this] {
+            const QList<QJsonObject> notes = vellumo_->notes();
+            return notes.size() == 1 && notes[0]["followUps"_L1].toArray().size() == 1;
+        }));
+        QVERIFY(shows(u"label"_s, u"Why"_s)); // on the page of the note
+    }
+
+    void comesBackWhereItWas()
+    {
+        QVERIFY(vellumo_->start({}));
+        QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
+        QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
+        const QRect place = desktop_.geometry(*window());
+        const QPoint frame(place.center().x(), place.top() - 10);
+        desktop_.drag(frame, frame + QPoint(37, 21));
+        QVERIFY(
+            waitUntil([&] { return desktop_.geometry(*window()).topLeft() != place.topLeft(); }));
+        const QRect moved = desktop_.geometry(*window());
+
+        const auto isClosed = [this] {
+            desktop_.chord(Key::ControlLeft, Key::W);
+            return waitUntil([this] { return !window(); }, 500ms);
+        };
+        QVERIFY(waitUntil(isClosed));
+        QVERIFY(vellumo_->process().isRunning());
+        QCOMPARE(vellumo_->startAgain(), 0);
+        QVERIFY(waitUntil([&] { return window() && desktop_.geometry(*window()) == moved; }));
+        QVERIFY(waitUntil([this] { return desktop_.activeWindow() == window(); }));
+
+        // a start without a window shows none, and remembers who goes without an account
+        QCOMPARE(vellumo_->process().end(), 0);
+        QVERIFY(vellumo_->start());
+        QVERIFY(shows(u"button"_s, u"Notes 1"_s)); // the pill
+        QVERIFY(!window());
+        QCOMPARE(vellumo_->startAgain(), 0);
+        QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
+    }
+
+    void staysBehindWhenThePanelIsClicked()
+    {
+        QVERIFY(vellumo_->start({}));
+        QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
+        Application editor(qtTextEdit(u"/dev/null"_s));
+        const auto reading = editor.start(desktop_);
+        QVERIFY(reading && desktop_.activate(*reading));
+        const QPoint shared = (desktop_.geometry(*reading) & desktop_.geometry(*window())).center();
+        QVERIFY(waitUntil([&] { return desktop_.windowAt(shared) == *reading; }));
+
+        // Nothing is selected: the panel says so. It goes again if the program learns only then
+        // that the editor has come to the front.
+        const auto panelHasKeyboard = [this] {
+            if (!vellumo_->panel()
+                && (vellumo_->startAgain({u"--explain"_s}) != 0 || !vellumo_->waitForPanel(2s)))
+                return false;
+            const auto panel = vellumo_->panel();
+            if (!panel)
+                return false;
+            desktop_.click(desktop_.geometry(*panel).center());
+            return waitUntil([&] { return desktop_.activeWindow() == *panel; }, 1s);
+        };
+        QVERIFY(waitUntil(panelHasKeyboard));
+        QCOMPARE(desktop_.windowAt(shared), *reading);
+    }
 
 private:
-    void prepare() override;
-    [[nodiscard]] std::optional<WindowId> window() const;
-    [[nodiscard]] bool shows(const QString &role, const QString &name) const
+    void prepare() override
     {
-        return waitUntil([&] { return vellumo_->find(name, role).has_value(); });
-    }
-};
-
-void TestWindow::prepare()
-{
-    QVERIFY(vellumo_->writeNotes({QJsonObject{{u"id"_s, u"00000000-0000-4000-8000-000000000001"_s},
+        QVERIFY(
+            vellumo_->writeNotes({QJsonObject{{u"id"_s, u"00000000-0000-4000-8000-000000000001"_s},
                                               {u"sourceText"_s, u"ubiquitous"_s},
                                               {u"translation"_s, u"无处不在"_s},
                                               {u"explanation"_s, u"found everywhere"_s},
                                               {u"createdAt"_s, 800000000},
                                               {u"followUps"_s, QJsonArray{}}}}));
-}
-
-std::optional<WindowId> TestWindow::window() const
-{
-    const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
-    for (const WindowId window : windows) {
-        if (desktop_.geometry(window).width() >= 640)
-            return window;
     }
-    return std::nullopt;
-}
 
-void TestWindow::leadsFromSignInToANote()
-{
-    QVERIFY(vellumo_->start({}));
-    QVERIFY(shows(u"heading"_s, u"Welcome to vellumo"_s));
-    QVERIFY(waitUntil([this] { return desktop_.activeWindow() == window(); }));
-    QVERIFY(vellumo_->find(u"Continue with Google"_s, u"button"_s));
+    [[nodiscard]] std::optional<WindowId> window() const
+    {
+        const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);
+        for (const WindowId window : windows) {
+            if (desktop_.geometry(window).width() >= 640)
+                return window;
+        }
+        return std::nullopt;
+    }
 
-    QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
-    QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
-    QVERIFY(vellumo_->click(u"Settings"_s, u"button"_s));
-    QVERIFY(vellumo_->click(u"中文"_s, u"radio button"_s));
-    QVERIFY(shows(u"heading"_s, u"设置"_s));
-    QVERIFY(shows(u"page tab"_s, u"笔记"_s));
-    QVERIFY(vellumo_->click(u"English"_s, u"radio button"_s));
-    QVERIFY(shows(u"heading"_s, u"Settings"_s));
-    desktop_.tap(Key::Escape);
-    QVERIFY(waitUntil([this] { return !vellumo_->find(u"Settings"_s, u"heading"_s); }));
-
-    QVERIFY(vellumo_->click(u"Notes"_s, u"page tab"_s));
-    QVERIFY(shows(u"heading"_s, u"Notes"_s));
-    desktop_.type(u"every"_s); // the search has the keyboard
-    QVERIFY(shows(u"label"_s, u"1 of 1"_s));
-    QVERIFY(vellumo_->click(u"ubiquitous"_s, u"list item"_s));
-    QVERIFY(vellumo_->click(u"Ask further"_s, u"button"_s));
-    QVERIFY(vellumo_->waitForPanel() && vellumo_->waitForAnswer());
-    QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
-    desktop_.type(u"Why"_s);
-    desktop_.tap(Key::Return);
-    QVERIFY(vellumo_->waitForText(u"「Why」"_s));
-    desktop_.tap(Key::Escape);
-    QVERIFY(vellumo_->waitForNoPanel());
-    QVERIFY(waitUntil([this] {
-        const QList<QJsonObject> notes = vellumo_->notes();
-        return notes.size() == 1 && notes[0]["followUps"_L1].toArray().size() == 1;
-    }));
-    QVERIFY(shows(u"label"_s, u"Why"_s)); // on the page of the note
-}
-
-void TestWindow::comesBackWhereItWas()
-{
-    QVERIFY(vellumo_->start({}));
-    QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
-    QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
-    const QRect place = desktop_.geometry(*window());
-    const QPoint frame(place.center().x(), place.top() - 10);
-    desktop_.drag(frame, frame + QPoint(37, 21));
-    QVERIFY(waitUntil([&] { return desktop_.geometry(*window()).topLeft() != place.topLeft(); }));
-    const QRect moved = desktop_.geometry(*window());
-
-    const auto isClosed = [this] {
-        desktop_.chord(Key::ControlLeft, Key::W);
-        return waitUntil([this] { return !window(); }, 500ms);
-    };
-    QVERIFY(waitUntil(isClosed));
-    QVERIFY(vellumo_->process().isRunning());
-    QCOMPARE(vellumo_->startAgain(), 0);
-    QVERIFY(waitUntil([&] { return window() && desktop_.geometry(*window()) == moved; }));
-    QVERIFY(waitUntil([this] { return desktop_.activeWindow() == window(); }));
-
-    // a start without a window shows none, and remembers who goes without an account
-    QCOMPARE(vellumo_->process().end(), 0);
-    QVERIFY(vellumo_->start());
-    QVERIFY(shows(u"button"_s, u"Notes 1"_s)); // the pill
-    QVERIFY(!window());
-    QCOMPARE(vellumo_->startAgain(), 0);
-    QVERIFY(shows(u"list item"_s, u"ubiquitous"_s));
-}
-
-void TestWindow::staysBehindWhenThePanelIsClicked()
-{
-    QVERIFY(vellumo_->start({}));
-    QVERIFY(vellumo_->click(u"Use without an account"_s, u"button"_s));
-    Application editor(qtTextEdit(u"/dev/null"_s));
-    const auto reading = editor.start(desktop_);
-    QVERIFY(reading && desktop_.activate(*reading));
-    const QPoint shared = (desktop_.geometry(*reading) & desktop_.geometry(*window())).center();
-    QVERIFY(waitUntil([&] { return desktop_.windowAt(shared) == *reading; }));
-
-    // Nothing is selected: the panel says so. It goes again if the program learns only then that
-    // the editor has come to the front.
-    const auto panelHasKeyboard = [this] {
-        if (!vellumo_->panel()
-            && (vellumo_->startAgain({u"--explain"_s}) != 0 || !vellumo_->waitForPanel(2s)))
-            return false;
-        const auto panel = vellumo_->panel();
-        if (!panel)
-            return false;
-        desktop_.click(desktop_.geometry(*panel).center());
-        return waitUntil([&] { return desktop_.activeWindow() == *panel; }, 1s);
-    };
-    QVERIFY(waitUntil(panelHasKeyboard));
-    QCOMPARE(desktop_.windowAt(shared), *reading);
-}
+    [[nodiscard]] bool shows(const QString &role, const QString &name) const
+    {
+        return waitUntil([&] { return vellumo_->find(name, role).has_value(); });
+    }
+};
 
 QTEST_MAIN(TestWindow)
 #include "test_window.moc"

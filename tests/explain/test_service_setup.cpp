@@ -85,308 +85,296 @@ class TestServiceSetup : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup();
-    void readsAddresses();
-    void keepsTheKeyInTheKeyringAlone();
-    void explainsWhyThereIsNoKey();
-    void waitsForAKeyringThatIsSlow();
-    void keepsAKeyThatTheKeyringDoesNotTake_data();
-    void keepsAKeyThatTheKeyringDoesNotTake();
-    void sendsAKeyWhereItWasMeant();
-    void choosesBetweenWhatThereIs();
-    void keepsTheInstalledServiceAsItIs();
-    void removesAKeyLater();
-    void reportsAMistakeInTheConfiguration();
-};
-
-void TestServiceSetup::cleanup()
-{
-    for (const char *name : {"OPENAI_API_KEY", "OPENAI_BASE_URL"}) {
-        qunsetenv(name);
-    }
-}
-
-void TestServiceSetup::readsAddresses()
-{
-    using Problem = ServiceAddress::Problem;
-    const struct {
-        QString input;
-        QString base;
-        Problem problem = Problem::None;
-    } rows[] = {
-        {u"  "_s, {}},
-        {u" https://a.test/v1/\n"_s, u"https://a.test/v1"_s},
-        {u"https://a.test"_s, u"https://a.test/v1"_s},
-        {u"a.test/api/v1//"_s, u"https://a.test/api/v1"_s},
-        {u"localhost:8080"_s, u"http://localhost:8080/v1"_s},
-        {u"192.168.1.20:1234/v1"_s, u"http://192.168.1.20:1234/v1"_s},
-        {u"http://[::1]:80"_s, u"http://[::1]:80/v1"_s},
-        {u"https://a.test/v1/chat/completions"_s, u"https://a.test/v1"_s},
-        {u"https://a.test/v1beta/openai/"_s, u"https://a.test/v1beta/openai"_s},
-        {u"http://a.test/v1"_s, {}, Problem::Insecure},
-        {u"ftp://a.test/v1"_s, {}, Problem::NoAddress},
-        {u"https://a.test /v1"_s, {}, Problem::NoAddress},
-        {u"https://"_s, {}, Problem::NoAddress},
-        {u"https://me:pw@a.test/v1"_s, {}, Problem::Credentials},
-        {u"https://a.test/v1?key=1"_s, {}, Problem::Query},
-    };
-    for (const auto &[input, base, problem] : rows) {
-        const ServiceAddress address = ServiceAddress::fromInput(input);
-        QVERIFY2(address.problem == problem && address.base == base, qPrintable(input));
-    }
-}
-
-void TestServiceSetup::keepsTheKeyInTheKeyringAlone()
-{
-    Computer computer;
+    void cleanup()
     {
-        Run run(computer);
-        QCOMPARE(run.ask(), u"sample"_s);
-        run.setup.useOwn({base, u" model-1 "_s, u" sk-1\n"_s});
-        QCOMPARE(run.ask(), sentWithKey); // at once
-        QVERIFY(!run.explainer.answersAreSamples());
-        QCOMPARE(run.setup.keyPlace(base), Place::Keyring);
+        for (const char *name : {"OPENAI_API_KEY", "OPENAI_BASE_URL"}) {
+            qunsetenv(name);
+        }
     }
-    QCOMPARE(computer.secrets.values.value(keyAccount), "sk-1");
-    {
-        Run later(computer);
-        QCOMPARE(later.ask(), sentWithKey);
-        QVERIFY(computer.http.requests.constLast().body.contains("model-1"));
-        later.setup.useOwn({base, {}, {}}); // the key stays
-        QCOMPARE(later.ask(), sentWithKey);
-        later.setup.forgetKey(base);
-        QCOMPARE(later.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
-    }
-    QVERIFY(!computer.secrets.values.contains(keyAccount));
-}
 
-void TestServiceSetup::explainsWhyThereIsNoKey()
-{
-    const struct {
-        bool isLocked;
-        bool isAbsent;
-        QString reason;
-    } rows[] = {{true, false, u"the keyring with the key is locked"_s},
-                {false, true, u"no keyring to read the key from"_s},
-                {false, false, u"no key for this service"_s}};
-    for (const auto &[isLocked, isAbsent, reason] : rows) {
+    void readsAddresses()
+    {
+        using Problem = ServiceAddress::Problem;
+        const struct {
+            QString input;
+            QString base;
+            Problem problem = Problem::None;
+        } rows[] = {
+            {u"  "_s, {}},
+            {u" https://a.test/v1/\n"_s, u"https://a.test/v1"_s},
+            {u"https://a.test"_s, u"https://a.test/v1"_s},
+            {u"a.test/api/v1//"_s, u"https://a.test/api/v1"_s},
+            {u"localhost:8080"_s, u"http://localhost:8080/v1"_s},
+            {u"192.168.1.20:1234/v1"_s, u"http://192.168.1.20:1234/v1"_s},
+            {u"http://[::1]:80"_s, u"http://[::1]:80/v1"_s},
+            {u"https://a.test/v1/chat/completions"_s, u"https://a.test/v1"_s},
+            {u"https://a.test/v1beta/openai/"_s, u"https://a.test/v1beta/openai"_s},
+            {u"http://a.test/v1"_s, {}, Problem::Insecure},
+            {u"ftp://a.test/v1"_s, {}, Problem::NoAddress},
+            {u"https://a.test /v1"_s, {}, Problem::NoAddress},
+            {u"https://"_s, {}, Problem::NoAddress},
+            {u"https://me:pw@a.test/v1"_s, {}, Problem::Credentials},
+            {u"https://a.test/v1?key=1"_s, {}, Problem::Query},
+        };
+        for (const auto &[input, base, problem] : rows) {
+            const ServiceAddress address = ServiceAddress::fromInput(input);
+            QVERIFY2(address.problem == problem && address.base == base, qPrintable(input));
+        }
+    }
+
+    void keepsTheKeyInTheKeyringAlone()
+    {
+        Computer computer;
+        {
+            Run run(computer);
+            QCOMPARE(run.ask(), u"sample"_s);
+            run.setup.useOwn({base, u" model-1 "_s, u" sk-1\n"_s});
+            QCOMPARE(run.ask(), sentWithKey); // at once
+            QVERIFY(!run.explainer.answersAreSamples());
+            QCOMPARE(run.setup.keyPlace(base), Place::Keyring);
+        }
+        QCOMPARE(computer.secrets.values.value(keyAccount), "sk-1");
+        {
+            Run later(computer);
+            QCOMPARE(later.ask(), sentWithKey);
+            QVERIFY(computer.http.requests.constLast().body.contains("model-1"));
+            later.setup.useOwn({base, {}, {}}); // the key stays
+            QCOMPARE(later.ask(), sentWithKey);
+            later.setup.forgetKey(base);
+            QCOMPARE(later.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
+        }
+        QVERIFY(!computer.secrets.values.contains(keyAccount));
+    }
+
+    void explainsWhyThereIsNoKey()
+    {
+        const struct {
+            bool isLocked;
+            bool isAbsent;
+            QString reason;
+        } rows[] = {{true, false, u"the keyring with the key is locked"_s},
+                    {false, true, u"no keyring to read the key from"_s},
+                    {false, false, u"no key for this service"_s}};
+        for (const auto &[isLocked, isAbsent, reason] : rows) {
+            Computer computer;
+            Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
+            const QByteArray key = computer.secrets.values.take(keyAccount);
+            computer.secrets.isLocked = isLocked;
+            computer.secrets.isAbsent = isAbsent;
+            Run run(computer);
+            QCOMPARE(run.ask(), reason); // and no sample
+            QCOMPARE(describe(*run.explainer.lastFailure()), reason);
+            computer.secrets.values.insert(keyAccount, key);
+            computer.secrets.open();
+            QCoreApplication::processEvents();
+            QCOMPARE(run.ask(), sentWithKey);
+        }
+    }
+
+    void waitsForAKeyringThatIsSlow()
+    {
         Computer computer;
         Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
-        const QByteArray key = computer.secrets.values.take(keyAccount);
-        computer.secrets.isLocked = isLocked;
-        computer.secrets.isAbsent = isAbsent;
+        computer.secrets.isHung = true;
         Run run(computer);
-        QCOMPARE(run.ask(), reason); // and no sample
-        QCOMPARE(describe(*run.explainer.lastFailure()), reason);
-        computer.secrets.values.insert(keyAccount, key);
+        QStringList outcomes;
+        const auto askAside = [&] {
+            run.explainer.followUp({}, u"English"_s, &run.setup, [&](const auto &answer) {
+                outcomes << (answer.isOk() ? answer.value() : describe(summary(answer.error(), 0)));
+            });
+            QCoreApplication::processEvents();
+        };
+        askAside();
+        computer.clock.advance(4900ms);
+        askAside(); // for five seconds of its own
+        QCOMPARE(outcomes, QStringList());
+        computer.clock.advance(100ms);
+        QCOMPARE(outcomes, QStringList{u"the keyring has not given the key yet"_s});
+        QVERIFY(computer.http.requests.isEmpty());
+        computer.secrets.answerAll();
+        QCOMPARE(computer.http.requests.size(), 1);
+        computer.clock.advance(10s);
+        QCOMPARE(outcomes.size(), 1);
+    }
+
+    void keepsAKeyThatTheKeyringDoesNotTake_data()
+    {
+        QTest::addColumn<bool FakeSecretItems::*>("trouble");
+        QTest::addColumn<Place>("place");
+        QTest::newRow("locked") << &FakeSecretItems::isLocked << Place::Owed;
+        QTest::newRow("absent") << &FakeSecretItems::isAbsent << Place::Unkept;
+        QTest::newRow("refusing") << &FakeSecretItems::isRefusing << Place::Refused;
+    }
+
+    void keepsAKeyThatTheKeyringDoesNotTake()
+    {
+        QFETCH(bool FakeSecretItems::*, trouble);
+        QFETCH(Place, place);
+        Computer computer;
+        computer.secrets.*trouble = true;
+        Run run(computer);
+        run.setup.useOwn({base, {}, u"sk-1"_s});
+        QCOMPARE(computer.secrets.unlockRequests, 1);
+        QCOMPARE(run.setup.keyPlace(base), Place::Storing);
+        QCOMPARE(run.ask(), sentWithKey);
+        QCOMPARE(run.setup.keyPlace(base), place);
+        if (computer.secrets.isRefusing) {
+            computer.secrets.values.insert(keyAccount, "sk-1"); // after all
+        }
         computer.secrets.open();
         QCoreApplication::processEvents();
+        QCOMPARE(run.setup.keyPlace(base), Place::Keyring);
+        QCOMPARE(computer.secrets.values.value(keyAccount), "sk-1");
+    }
+
+    void sendsAKeyWhereItWasMeant()
+    {
+        const QString sentToOther = u"https://other.test/v1/chat/completions Bearer "_s;
+        const QString other = u"https://other.test/v1"_s;
+        Computer computer;
+        Run(computer).setup.useOwn({base, u"model-1"_s, u"sk-1"_s});
+        qputenv("OPENAI_BASE_URL", other.toUtf8());
+        {
+            Run elsewhere(computer);
+            QCOMPARE(elsewhere.ask(), sentToOther + u"none"_s);
+            QVERIFY(elsewhere.setup.resumeOwn());
+            elsewhere.setup.useOwn({other, u"model-1"_s, {}});
+        }
+        qunsetenv("OPENAI_BASE_URL");
+        {
+            Run run(computer);
+            QCOMPARE(run.ask(), sentWithKey); // as before
+            run.setup.useOwn({u"https://a.test/v2"_s, {}, {}});
+            QCOMPARE(run.ask(), u"https://a.test/v2/chat/completions Bearer sk-1"_s);
+            computer.secrets.isLocked = true;
+            run.setup.useOwn({other, {}, u"sk-2"_s});
+            QCOMPARE(run.ask(), sentToOther + u"sk-2"_s);
+        }
+        // ended before the keyring was opened
+        computer.secrets.forgetOwed();
+        computer.secrets.isLocked = false;
+        Run run(computer);
+        QCOMPARE(run.ask(), u"no key for this service"_s);
+        run.setup.useOwn({u"http://a.test/v1"_s, {}, {}});
+        QCOMPARE(run.ask(), u"http://a.test/v1/chat/completions Bearer none"_s);
+        run.setup.useOwn({base, {}, {}});
         QCOMPARE(run.ask(), sentWithKey);
     }
-}
 
-void TestServiceSetup::waitsForAKeyringThatIsSlow()
-{
-    Computer computer;
-    Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
-    computer.secrets.isHung = true;
-    Run run(computer);
-    QStringList outcomes;
-    const auto askAside = [&] {
-        run.explainer.followUp({}, u"English"_s, &run.setup, [&](const auto &answer) {
-            outcomes << (answer.isOk() ? answer.value() : describe(summary(answer.error(), 0)));
-        });
-        QCoreApplication::processEvents();
-    };
-    askAside();
-    computer.clock.advance(4900ms);
-    askAside(); // for five seconds of its own
-    QCOMPARE(outcomes, QStringList());
-    computer.clock.advance(100ms);
-    QCOMPARE(outcomes, QStringList{u"the keyring has not given the key yet"_s});
-    QVERIFY(computer.http.requests.isEmpty());
-    computer.secrets.answerAll();
-    QCOMPARE(computer.http.requests.size(), 1);
-    computer.clock.advance(10s);
-    QCOMPARE(outcomes.size(), 1);
-}
-
-void TestServiceSetup::keepsAKeyThatTheKeyringDoesNotTake_data()
-{
-    QTest::addColumn<bool FakeSecretItems::*>("trouble");
-    QTest::addColumn<Place>("place");
-    QTest::newRow("locked") << &FakeSecretItems::isLocked << Place::Owed;
-    QTest::newRow("absent") << &FakeSecretItems::isAbsent << Place::Unkept;
-    QTest::newRow("refusing") << &FakeSecretItems::isRefusing << Place::Refused;
-}
-
-void TestServiceSetup::keepsAKeyThatTheKeyringDoesNotTake()
-{
-    QFETCH(bool FakeSecretItems::*, trouble);
-    QFETCH(Place, place);
-    Computer computer;
-    computer.secrets.*trouble = true;
-    Run run(computer);
-    run.setup.useOwn({base, {}, u"sk-1"_s});
-    QCOMPARE(computer.secrets.unlockRequests, 1);
-    QCOMPARE(run.setup.keyPlace(base), Place::Storing);
-    QCOMPARE(run.ask(), sentWithKey);
-    QCOMPARE(run.setup.keyPlace(base), place);
-    if (computer.secrets.isRefusing) {
-        computer.secrets.values.insert(keyAccount, "sk-1"); // after all
-    }
-    computer.secrets.open();
-    QCoreApplication::processEvents();
-    QCOMPARE(run.setup.keyPlace(base), Place::Keyring);
-    QCOMPARE(computer.secrets.values.value(keyAccount), "sk-1");
-}
-
-void TestServiceSetup::sendsAKeyWhereItWasMeant()
-{
-    const QString sentToOther = u"https://other.test/v1/chat/completions Bearer "_s;
-    const QString other = u"https://other.test/v1"_s;
-    Computer computer;
-    Run(computer).setup.useOwn({base, u"model-1"_s, u"sk-1"_s});
-    qputenv("OPENAI_BASE_URL", other.toUtf8());
+    void choosesBetweenWhatThereIs()
     {
-        Run elsewhere(computer);
-        QCOMPARE(elsewhere.ask(), sentToOther + u"none"_s);
-        QVERIFY(elsewhere.setup.resumeOwn());
-        elsewhere.setup.useOwn({other, u"model-1"_s, {}});
-    }
-    qunsetenv("OPENAI_BASE_URL");
-    {
-        Run run(computer);
-        QCOMPARE(run.ask(), sentWithKey); // as before
-        run.setup.useOwn({u"https://a.test/v2"_s, {}, {}});
-        QCOMPARE(run.ask(), u"https://a.test/v2/chat/completions Bearer sk-1"_s);
-        computer.secrets.isLocked = true;
-        run.setup.useOwn({other, {}, u"sk-2"_s});
-        QCOMPARE(run.ask(), sentToOther + u"sk-2"_s);
-    }
-    // ended before the keyring was opened
-    computer.secrets.forgetOwed();
-    computer.secrets.isLocked = false;
-    Run run(computer);
-    QCOMPARE(run.ask(), u"no key for this service"_s);
-    run.setup.useOwn({u"http://a.test/v1"_s, {}, {}});
-    QCOMPARE(run.ask(), u"http://a.test/v1/chat/completions Bearer none"_s);
-    run.setup.useOwn({base, {}, {}});
-    QCOMPARE(run.ask(), sentWithKey);
-}
-
-void TestServiceSetup::keepsTheInstalledServiceAsItIs()
-{
-    const QString withoutKey = u"https://a.test/v1/chat/completions Bearer none"_s;
-    const std::pair<QByteArray, QString> rows[] = {
-        {R"({"OPENAI_API_KEY": "sk-file"})",
-         u"https://api.openai.com/v1/chat/completions Bearer sk-file"_s},
-        {R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})",
-         u"https://file.test/v1/chat/completions Bearer sk-file"_s},
-        {R"({"VELLUMO_PROXY_URL": "https://proxy.test", "VELLUMO_CLIENT_TOKEN": "token"})",
-         u"https://proxy.test/v1/chat Bearer token"_s},
-    };
-    for (const auto &[installed, asked] : rows) {
-        cleanup();
         Computer computer;
-        computer.writeFile(installed);
+        computer.writeFile(
+            R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})");
         Run run(computer);
-        QCOMPARE(run.ask(), asked);
-        run.setup.useOwn({base, u"own-model"_s, {}});
-        QCOMPARE(run.ask(), withoutKey);
-        QVERIFY(computer.http.requests.constLast().body.contains("own-model"));
+        QCOMPARE(run.setup.use(), Use::Configured);
+        QCOMPARE(run.ask(), u"https://file.test/v1/chat/completions Bearer sk-file"_s);
+        run.setup.useSamples();
+        QVERIFY(run.explainer.answersAreSamples());
+        QCOMPARE(Run(computer).setup.use(), Use::Samples);
         run.setup.useConfigured();
-        QCOMPARE(run.ask(), asked);
-        QVERIFY(computer.http.requests.constLast().body.contains(
-            ServiceEndpoint::defaultModel.toUtf8()));
-        QVERIFY(run.setup.resumeOwn());
-        QCOMPARE(run.ask(), withoutKey);
-        // The key of the environment belongs to the installed address as well.
+        QCOMPARE(run.setup.use(), Use::Configured);
+        QVERIFY(!run.setup.resumeOwn()); // nothing was entered
+        QCOMPARE(run.setup.use(), Use::Configured);
         qputenv("OPENAI_API_KEY", "sk-env");
-        QCOMPARE(Run(computer).ask(), QString(asked).replace(u"sk-file"_s, u"sk-env"_s));
+        Run forced(computer);
+        QCOMPARE(forced.setup.use(), Use::Environment);
+        QCOMPARE(forced.ask(), u"https://file.test/v1/chat/completions Bearer sk-env"_s);
     }
-}
 
-void TestServiceSetup::removesAKeyLater()
-{
-    Computer computer;
-    Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
-    computer.secrets.isLocked = true;
+    void keepsTheInstalledServiceAsItIs()
     {
-        Run run(computer);
-        run.setup.forgetKey(base);
-        QCoreApplication::processEvents();
-        QCOMPARE(run.setup.keyRemoval(base), Removal::Owed);
+        const QString withoutKey = u"https://a.test/v1/chat/completions Bearer none"_s;
+        const std::pair<QByteArray, QString> rows[] = {
+            {R"({"OPENAI_API_KEY": "sk-file"})",
+             u"https://api.openai.com/v1/chat/completions Bearer sk-file"_s},
+            {R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})",
+             u"https://file.test/v1/chat/completions Bearer sk-file"_s},
+            {R"({"VELLUMO_PROXY_URL": "https://proxy.test", "VELLUMO_CLIENT_TOKEN": "token"})",
+             u"https://proxy.test/v1/chat Bearer token"_s},
+        };
+        for (const auto &[installed, asked] : rows) {
+            cleanup();
+            Computer computer;
+            computer.writeFile(installed);
+            Run run(computer);
+            QCOMPARE(run.ask(), asked);
+            run.setup.useOwn({base, u"own-model"_s, {}});
+            QCOMPARE(run.ask(), withoutKey);
+            QVERIFY(computer.http.requests.constLast().body.contains("own-model"));
+            run.setup.useConfigured();
+            QCOMPARE(run.ask(), asked);
+            QVERIFY(computer.http.requests.constLast().body.contains(
+                ServiceEndpoint::defaultModel.toUtf8()));
+            QVERIFY(run.setup.resumeOwn());
+            QCOMPARE(run.ask(), withoutKey);
+            // The key of the environment belongs to the installed address as well.
+            qputenv("OPENAI_API_KEY", "sk-env");
+            QCOMPARE(Run(computer).ask(), QString(asked).replace(u"sk-file"_s, u"sk-env"_s));
+        }
     }
-    computer.secrets.forgetOwed();
-    Run run(computer);
-    QCOMPARE(run.setup.keyRemoval(base), Removal::Owed);
-    QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
-    computer.secrets.open();
-    QCoreApplication::processEvents();
-    QCOMPARE(run.setup.keyRemoval(base), Removal::Done);
-    QVERIFY(computer.secrets.values.isEmpty());
-    run.setup.useOwn({base, {}, u"sk-1"_s}); // is not removed again
-    QCOMPARE(Run(computer).ask(), sentWithKey);
-}
 
-void TestServiceSetup::choosesBetweenWhatThereIs()
-{
-    Computer computer;
-    computer.writeFile(
-        R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})");
-    Run run(computer);
-    QCOMPARE(run.setup.use(), Use::Configured);
-    QCOMPARE(run.ask(), u"https://file.test/v1/chat/completions Bearer sk-file"_s);
-    run.setup.useSamples();
-    QVERIFY(run.explainer.answersAreSamples());
-    QCOMPARE(Run(computer).setup.use(), Use::Samples);
-    run.setup.useConfigured();
-    QCOMPARE(run.setup.use(), Use::Configured);
-    QVERIFY(!run.setup.resumeOwn()); // nothing was entered
-    QCOMPARE(run.setup.use(), Use::Configured);
-    qputenv("OPENAI_API_KEY", "sk-env");
-    Run forced(computer);
-    QCOMPARE(forced.setup.use(), Use::Environment);
-    QCOMPARE(forced.ask(), u"https://file.test/v1/chat/completions Bearer sk-env"_s);
-}
-
-void TestServiceSetup::reportsAMistakeInTheConfiguration()
-{
-    const QString ignored = u"Info.json has a mistake in line %1; nothing in it counts"_s;
-    const QString noAddress = u"OPENAI_BASE_URL is no web address"_s;
-    const auto at = [](const char *typed) {
-        return QByteArray(R"({"OPENAI_API_KEY": "sk", "OPENAI_BASE_URL": ")") + typed + R"("})";
-    };
-    const struct {
-        QByteArray installed;
-        QString fault;
-        SampleAnswers samples = SampleAnswers::Misconfigured;
-    } rows[] = {
-        {"{}", {}, SampleAnswers::Unconfigured},
-        {"{\n\"OPENAI_API_KEY\": \"sk\"\n\"a\": 1}", ignored.arg(3)},
-        {"", ignored.arg(1)},
-        {"[]", ignored.arg(1)},
-        {R"({"OPENAI_API_KEY": 12})",
-         u"Info.json: the value of OPENAI_API_KEY is no string and does not count"_s},
-        {R"({"VELLUMO_PROXY_URL": "https://[p"})", u"VELLUMO_PROXY_URL is no web address"_s},
-        // what has no address is not sent anywhere
-        {at("https//a.test/v1"), noAddress, SampleAnswers::None},
-        {at("htps://a.test/v1"), noAddress, SampleAnswers::None},
-        {at("https://"), noAddress, SampleAnswers::None},
-    };
-    for (const auto &[installed, fault, samples] : rows) {
+    void removesAKeyLater()
+    {
         Computer computer;
-        computer.writeFile(installed);
+        Run(computer).setup.useOwn({base, {}, u"sk-1"_s});
+        computer.secrets.isLocked = true;
+        {
+            Run run(computer);
+            run.setup.forgetKey(base);
+            QCoreApplication::processEvents();
+            QCOMPARE(run.setup.keyRemoval(base), Removal::Owed);
+        }
+        computer.secrets.forgetOwed();
         Run run(computer);
-        const auto told = run.setup.configurationFault();
-        QCOMPARE(told ? describe(*told).remove(computer.folder.filePath(u"config/"_s)) : QString(),
-                 fault);
-        QCOMPARE(run.explainer.samples(), samples);
-        if (samples != SampleAnswers::None)
-            QCOMPARE(run.ask(), u"sample"_s);
+        QCOMPARE(run.setup.keyRemoval(base), Removal::Owed);
+        QCOMPARE(run.ask(), u"https://a.test/v1/chat/completions Bearer none"_s);
+        computer.secrets.open();
+        QCoreApplication::processEvents();
+        QCOMPARE(run.setup.keyRemoval(base), Removal::Done);
+        QVERIFY(computer.secrets.values.isEmpty());
+        run.setup.useOwn({base, {}, u"sk-1"_s}); // is not removed again
+        QCOMPARE(Run(computer).ask(), sentWithKey);
     }
-}
+
+    void reportsAMistakeInTheConfiguration()
+    {
+        const QString ignored = u"Info.json has a mistake in line %1; nothing in it counts"_s;
+        const QString noAddress = u"OPENAI_BASE_URL is no web address"_s;
+        const auto at = [](const char *typed) {
+            return QByteArray(R"({"OPENAI_API_KEY": "sk", "OPENAI_BASE_URL": ")") + typed + R"("})";
+        };
+        const struct {
+            QByteArray installed;
+            QString fault;
+            SampleAnswers samples = SampleAnswers::Misconfigured;
+        } rows[] = {
+            {"{}", {}, SampleAnswers::Unconfigured},
+            {"{\n\"OPENAI_API_KEY\": \"sk\"\n\"a\": 1}", ignored.arg(3)},
+            {"", ignored.arg(1)},
+            {"[]", ignored.arg(1)},
+            {R"({"OPENAI_API_KEY": 12})",
+             u"Info.json: the value of OPENAI_API_KEY is no string and does not count"_s},
+            {R"({"VELLUMO_PROXY_URL": "https://[p"})", u"VELLUMO_PROXY_URL is no web address"_s},
+            // what has no address is not sent anywhere
+            {at("https//a.test/v1"), noAddress, SampleAnswers::None},
+            {at("htps://a.test/v1"), noAddress, SampleAnswers::None},
+            {at("https://"), noAddress, SampleAnswers::None},
+        };
+        for (const auto &[installed, fault, samples] : rows) {
+            Computer computer;
+            computer.writeFile(installed);
+            Run run(computer);
+            const auto told = run.setup.configurationFault();
+            QCOMPARE(told ? describe(*told).remove(computer.folder.filePath(u"config/"_s))
+                          : QString(),
+                     fault);
+            QCOMPARE(run.explainer.samples(), samples);
+            if (samples != SampleAnswers::None)
+                QCOMPARE(run.ask(), u"sample"_s);
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestServiceSetup)
 #include "test_service_setup.moc"

@@ -32,218 +32,211 @@ class TestComputerPage : public QObject {
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u"qrc:"_s)); }
-    void takesAServiceFromTheKeyboard();
-    void saysWhatIsWrong();
-    void saysWhyItCannotSave();
-    void takesThePermissionBack();
-    void switchesCopyingOff();
-    void fieldsDoNotWatchTheClipboard();
-    void startsAtLogin();
-    void showsTheLastProblem();
-};
 
-void TestComputerPage::takesAServiceFromTheKeyboard()
-{
-    WindowDesk desk;
-    desk.show(); // at the sign-in view
-    desk.window.showService();
-    QCOMPARE(desk.text("title"), QString());
-    QVERIFY(desk.text("sentToService").startsWith("Selections go nowhere"_L1));
-    type(desk, "a.test");
-    desk.key(Qt::Key_Tab);
-    type(desk, "model-1");
-    desk.key(Qt::Key_Tab);
-    type(desk, "sk-1");
-    QVERIFY(!desk.item("keyInput")->property("displayText").toString().contains(u's'));
-    const QAccessibleInterface *field =
-        QAccessible::queryAccessibleInterface(desk.item("keyInput")->parentItem());
-    QVERIFY(field->state().focused);
-    QCOMPARE(field->text(QAccessible::Name), u"Key"_s);
-    QVERIFY(!field->text(QAccessible::Value).contains(u's')); // nor to accessibility clients
-    desk.key(Qt::Key_Return);
-    QVERIFY(desk.outcome().startsWith("Saved"_L1));
-    QCOMPARE(desk.text("addressInput"), u"https://a.test/v1"_s);
-    QCOMPARE(desk.text("keyInput"), QString());
-    QVERIFY(waitUntil([&] { return desk.text("keyNote").contains("in your keyring"_L1); }));
-    QCOMPARE(desk.secrets.values.value(u"serviceKey:https://a.test"_s), "sk-1");
-    QVERIFY(desk.text("sentToService").startsWith("To a.test"_L1));
-    QVERIFY(!desk.computer.explainer->answersAreSamples());
+    void takesAServiceFromTheKeyboard()
+    {
+        WindowDesk desk;
+        desk.show(); // at the sign-in view
+        desk.window.showService();
+        QCOMPARE(desk.text("title"), QString());
+        QVERIFY(desk.text("sentToService").startsWith("Selections go nowhere"_L1));
+        type(desk, "a.test");
+        desk.key(Qt::Key_Tab);
+        type(desk, "model-1");
+        desk.key(Qt::Key_Tab);
+        type(desk, "sk-1");
+        QVERIFY(!desk.item("keyInput")->property("displayText").toString().contains(u's'));
+        const QAccessibleInterface *field =
+            QAccessible::queryAccessibleInterface(desk.item("keyInput")->parentItem());
+        QVERIFY(field->state().focused);
+        QCOMPARE(field->text(QAccessible::Name), u"Key"_s);
+        QVERIFY(!field->text(QAccessible::Value).contains(u's')); // nor to accessibility clients
+        desk.key(Qt::Key_Return);
+        QVERIFY(desk.outcome().startsWith("Saved"_L1));
+        QCOMPARE(desk.text("addressInput"), u"https://a.test/v1"_s);
+        QCOMPARE(desk.text("keyInput"), QString());
+        QVERIFY(waitUntil([&] { return desk.text("keyNote").contains("in your keyring"_L1); }));
+        QCOMPARE(desk.secrets.values.value(u"serviceKey:https://a.test"_s), "sk-1");
+        QVERIFY(desk.text("sentToService").startsWith("To a.test"_L1));
+        QVERIFY(!desk.computer.explainer->answersAreSamples());
 
-    desk.item("mode")->forceActiveFocus();
-    desk.key(Qt::Key_Left);
-    QVERIFY(desk.computer.explainer->answersAreSamples());
-    desk.key(Qt::Key_Right); // what was entered counts again
-    QVERIFY(!desk.computer.explainer->answersAreSamples());
+        desk.item("mode")->forceActiveFocus();
+        desk.key(Qt::Key_Left);
+        QVERIFY(desk.computer.explainer->answersAreSamples());
+        desk.key(Qt::Key_Right); // what was entered counts again
+        QVERIFY(!desk.computer.explainer->answersAreSamples());
 
-    desk.item("forgetKey")->forceActiveFocus();
-    desk.key(Qt::Key_Space); // asks first
-    desk.key(Qt::Key_Escape);
-    QVERIFY(desk.secrets.values.contains(u"serviceKey:https://a.test"_s));
-    desk.item("forgetKey")->forceActiveFocus();
-    desk.key(Qt::Key_Space);
-    desk.key(Qt::Key_Tab);
-    desk.key(Qt::Key_Space);
-    QVERIFY(!desk.secrets.values.contains(u"serviceKey:https://a.test"_s));
-    QVERIFY(!desk.item("forgetKey"));
-    QVERIFY(desk.text("keyNote").startsWith("There is no key for this address"_L1));
-    desk.item("addressInput")->forceActiveFocus();
-    desk.key(Qt::Key_Return);
-    QVERIFY(desk.outcome().startsWith("Saved. There is no key for this address"_L1));
-}
+        desk.item("forgetKey")->forceActiveFocus();
+        desk.key(Qt::Key_Space); // asks first
+        desk.key(Qt::Key_Escape);
+        QVERIFY(desk.secrets.values.contains(u"serviceKey:https://a.test"_s));
+        desk.item("forgetKey")->forceActiveFocus();
+        desk.key(Qt::Key_Space);
+        desk.key(Qt::Key_Tab);
+        desk.key(Qt::Key_Space);
+        QVERIFY(!desk.secrets.values.contains(u"serviceKey:https://a.test"_s));
+        QVERIFY(!desk.item("forgetKey"));
+        QVERIFY(desk.text("keyNote").startsWith("There is no key for this address"_L1));
+        desk.item("addressInput")->forceActiveFocus();
+        desk.key(Qt::Key_Return);
+        QVERIFY(desk.outcome().startsWith("Saved. There is no key for this address"_L1));
+    }
 
-void TestComputerPage::saysWhatIsWrong()
-{
-    const std::pair<int, QString> rows[] = {
-        {200, u"It works"_s},
-        {401, u"wants a key"_s},
-        {404, u"does not know this model"_s},
-        {429, u"quota"_s},
-        {503, u"(503)"_s},
-        {0, u"did not answer in time"_s}, // no answer at all
-    };
-    for (const auto &[status, says] : rows) {
+    void saysWhatIsWrong()
+    {
+        const std::pair<int, QString> rows[] = {
+            {200, u"It works"_s},
+            {401, u"wants a key"_s},
+            {404, u"does not know this model"_s},
+            {429, u"quota"_s},
+            {503, u"(503)"_s},
+            {0, u"did not answer in time"_s}, // no answer at all
+        };
+        for (const auto &[status, says] : rows) {
+            WindowDesk desk;
+            desk.useWithoutAccount();
+            desk.computer.enterService();
+            desk.show();
+            desk.window.showService();
+            QVERIFY(waitUntil([&] { return desk.text("keyNote").contains("in your keyring"_L1); }));
+            desk.item("tryOut")->forceActiveFocus();
+            desk.key(Qt::Key_Space);
+            QVERIFY(!desk.item("tryOut")->isEnabled());
+            QVERIFY(waitUntil([&] { return desk.http.requests.size() == 1; }));
+            if (status != 0)
+                desk.http.answer(HttpResponse{.status = status, .body = answer});
+            desk.clock.advance(std::chrono::seconds(20));
+            const QString said = desk.outcome();
+            QVERIFY2(said.contains(says), qPrintable(said));
+            QVERIFY(desk.item("tryOut")->isEnabled());
+            desk.http.answer(HttpResponse{.status = 200, .body = answer}); // too late
+            QCOMPARE(desk.outcome(), said);
+            desk.setLanguage(u"Chinese"_s);
+            QVERIFY(desk.outcome().contains(QRegularExpression(u"\\p{Han}"_s)));
+        }
+    }
+
+    void saysWhyItCannotSave()
+    {
+        WindowDesk desk;
+        desk.useWithoutAccount();
+        desk.show();
+        desk.window.showService();
+        type(desk, "http://a.test");
+        desk.key(Qt::Key_Return);
+        QVERIFY(desk.text("addressNote").contains("https"_L1));
+        type(desk, "x"); // while it is being corrected
+        QVERIFY(!desk.text("addressNote").contains("must begin"_L1));
+        QVERIFY(desk.computer.explainer->answersAreSamples());
+    }
+
+    void takesThePermissionBack()
+    {
+        WindowDesk desk;
+        desk.useWithoutAccount();
+        desk.show();
+        desk.click("computer");
+        desk.item("withdraw")->forceActiveFocus();
+        desk.key(Qt::Key_Space);
+        QVERIFY(!desk.computer.accessibility.trusted);
+        QVERIFY(desk.item("allow"));
+        desk.key(Qt::Key_Space); // the keyboard has stayed at the button
+        QCOMPARE(desk.computer.calls, QStringList{u"ask for trust"_s});
+        desk.computer.accessibility.trusted = true; // from outside
+        Q_EMIT desk.computer.accessibility.trustChanged();
+        QVERIFY(desk.item("withdraw"));
+    }
+
+    void switchesCopyingOff()
+    {
+        WindowDesk desk;
+        desk.useWithoutAccount();
+        desk.defaults.setValue(u"noCopyingIn"_s, QStringList{u"org.kde.okular"_s, u"Gvim"_s});
+        desk.show();
+        desk.click("computer");
+        QVERIFY(desk.text("readsByCopyingText").endsWith("Never in: org.kde.okular, Gvim."_L1));
+        desk.item("readsByCopying")->forceActiveFocus();
+        desk.key(Qt::Key_Space);
+        QVERIFY(!desk.preferences.readsByCopying());
+        desk.key(Qt::Key_Space);
+        QVERIFY(desk.preferences.readsByCopying());
+    }
+
+    void fieldsDoNotWatchTheClipboard()
+    {
+        QGuiApplication::clipboard()->clear();
         WindowDesk desk;
         desk.useWithoutAccount();
         desk.computer.enterService();
+        desk.notes.notes = notes(1); // else there is no search
         desk.show();
         desk.window.showService();
-        QVERIFY(waitUntil([&] { return desk.text("keyNote").contains("in your keyring"_L1); }));
-        desk.item("tryOut")->forceActiveFocus();
+        for (const char *name : {"search", "addressInput", "modelInput", "keyInput"}) {
+            desk.click(name[0] == 's' ? "notes" : "computer");
+            const QQuickItem *field = desk.item(name);
+            QVERIFY2(field, name);
+            const QSignalSpy asked(field, SIGNAL(canPasteChanged()));
+            QGuiApplication::clipboard()->setText(u"news"_s);
+            QVERIFY2(asked.isEmpty(), name);
+            QGuiApplication::clipboard()->clear();
+        }
+    }
+
+    void startsAtLogin()
+    {
+        WindowDesk desk;
+        desk.useWithoutAccount();
+        desk.computer.login.now = LoginStart::State::SwitchedOff;
+        desk.show();
+        desk.click("computer");
+        QVERIFY(desk.text("startsAtLoginText").contains("turned off"_L1));
+        QQuickItem *toggle = desk.item("startsAtLogin");
+        toggle->forceActiveFocus();
+        // the keyboard takes the page along
+        QVERIFY(waitUntil([&] {
+            return desk.item("computerPage")->property("contentY").toReal() > 0
+                || toggle->mapToScene({}).y() < desk.window.window()->height();
+        }));
         desk.key(Qt::Key_Space);
-        QVERIFY(!desk.item("tryOut")->isEnabled());
-        QVERIFY(waitUntil([&] { return desk.http.requests.size() == 1; }));
-        if (status != 0)
-            desk.http.answer(HttpResponse{.status = status, .body = answer});
-        desk.clock.advance(std::chrono::seconds(20));
-        const QString said = desk.outcome();
-        QVERIFY2(said.contains(says), qPrintable(said));
-        QVERIFY(desk.item("tryOut")->isEnabled());
-        desk.http.answer(HttpResponse{.status = 200, .body = answer}); // too late
-        QCOMPARE(desk.outcome(), said);
-        desk.setLanguage(u"Chinese"_s);
-        QVERIFY(desk.outcome().contains(QRegularExpression(u"\\p{Han}"_s)));
+        QCOMPARE(desk.computer.login.now, LoginStart::State::On);
+        QVERIFY(toggle->property("checked").toBool());
+        desk.computer.login.isWritable = false;
+        desk.key(Qt::Key_Space);
+        QVERIFY(toggle->property("checked").toBool());
+        QVERIFY(desk.text("startsAtLoginText").contains("could not be written"_L1));
     }
-}
 
-void TestComputerPage::saysWhyItCannotSave()
-{
-    WindowDesk desk;
-    desk.useWithoutAccount();
-    desk.show();
-    desk.window.showService();
-    type(desk, "http://a.test");
-    desk.key(Qt::Key_Return);
-    QVERIFY(desk.text("addressNote").contains("https"_L1));
-    type(desk, "x"); // while it is being corrected
-    QVERIFY(!desk.text("addressNote").contains("must begin"_L1));
-    QVERIFY(desk.computer.explainer->answersAreSamples());
-}
-
-void TestComputerPage::takesThePermissionBack()
-{
-    WindowDesk desk;
-    desk.useWithoutAccount();
-    desk.show();
-    desk.click("computer");
-    desk.item("withdraw")->forceActiveFocus();
-    desk.key(Qt::Key_Space);
-    QVERIFY(!desk.computer.accessibility.trusted);
-    QVERIFY(desk.item("allow"));
-    desk.key(Qt::Key_Space); // the keyboard has stayed at the button
-    QCOMPARE(desk.computer.calls, QStringList{u"ask for trust"_s});
-    desk.computer.accessibility.trusted = true; // from outside
-    Q_EMIT desk.computer.accessibility.trustChanged();
-    QVERIFY(desk.item("withdraw"));
-}
-
-void TestComputerPage::switchesCopyingOff()
-{
-    WindowDesk desk;
-    desk.useWithoutAccount();
-    desk.defaults.setValue(u"noCopyingIn"_s, QStringList{u"org.kde.okular"_s, u"Gvim"_s});
-    desk.show();
-    desk.click("computer");
-    QVERIFY(desk.text("readsByCopyingText").endsWith("Never in: org.kde.okular, Gvim."_L1));
-    desk.item("readsByCopying")->forceActiveFocus();
-    desk.key(Qt::Key_Space);
-    QVERIFY(!desk.preferences.readsByCopying());
-    desk.key(Qt::Key_Space);
-    QVERIFY(desk.preferences.readsByCopying());
-}
-
-void TestComputerPage::fieldsDoNotWatchTheClipboard()
-{
-    QGuiApplication::clipboard()->clear();
-    WindowDesk desk;
-    desk.useWithoutAccount();
-    desk.computer.enterService();
-    desk.notes.notes = notes(1); // else there is no search
-    desk.show();
-    desk.window.showService();
-    for (const char *name : {"search", "addressInput", "modelInput", "keyInput"}) {
-        desk.click(name[0] == 's' ? "notes" : "computer");
-        const QQuickItem *field = desk.item(name);
-        QVERIFY2(field, name);
-        const QSignalSpy asked(field, SIGNAL(canPasteChanged()));
-        QGuiApplication::clipboard()->setText(u"news"_s);
-        QVERIFY2(asked.isEmpty(), name);
-        QGuiApplication::clipboard()->clear();
+    void showsTheLastProblem()
+    {
+        WindowDesk desk;
+        desk.useWithoutAccount();
+        desk.storeSession();
+        desk.computer.enterService();
+        desk.sync.trouble = SyncError::Kind::Unreachable;
+        QVERIFY(waitUntil([&] { return desk.auth.isSignedIn(); }));
+        desk.show();
+        desk.click("computer");
+        QCoreApplication::processEvents();
+        const std::pair<SyncError::Kind, QLatin1StringView> words[] = {
+            {SyncError::Kind::Unreachable, "Sync now"_L1},
+            {SyncError::Kind::Untrusted, "certificate"_L1},
+            {SyncError::Kind::AddressNotAllowed, "must be a web address"_L1},
+            {SyncError::Kind::ListTooLarge, "32 MiB"_L1},
+            {SyncError::Kind::NoteTooLarge, "stays on this computer"_L1},
+        };
+        for (const auto &[trouble, word] : words) {
+            desk.sync.trouble = trouble;
+            Q_EMIT desk.sync.changed();
+            QVERIFY2(desk.text("syncProblem").contains(word), word.data());
+        }
+        QVERIFY(desk.text("explanationProblem").startsWith("No problem"_L1));
+        desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window,
+                                         [](const auto &) {});
+        QVERIFY(waitUntil([&] { return desk.http.answer(HttpResponse{.status = 401}); }));
+        QVERIFY(desk.text("explanationProblem").contains("wants a key"_L1));
+        QVERIFY(desk.item("explanationProblem")->property("title").toString().contains(u':'));
     }
-}
-
-void TestComputerPage::startsAtLogin()
-{
-    WindowDesk desk;
-    desk.useWithoutAccount();
-    desk.computer.login.now = LoginStart::State::SwitchedOff;
-    desk.show();
-    desk.click("computer");
-    QVERIFY(desk.text("startsAtLoginText").contains("turned off"_L1));
-    QQuickItem *toggle = desk.item("startsAtLogin");
-    toggle->forceActiveFocus();
-    // the keyboard takes the page along
-    QVERIFY(waitUntil([&] {
-        return desk.item("computerPage")->property("contentY").toReal() > 0
-            || toggle->mapToScene({}).y() < desk.window.window()->height();
-    }));
-    desk.key(Qt::Key_Space);
-    QCOMPARE(desk.computer.login.now, LoginStart::State::On);
-    QVERIFY(toggle->property("checked").toBool());
-    desk.computer.login.isWritable = false;
-    desk.key(Qt::Key_Space);
-    QVERIFY(toggle->property("checked").toBool());
-    QVERIFY(desk.text("startsAtLoginText").contains("could not be written"_L1));
-}
-
-void TestComputerPage::showsTheLastProblem()
-{
-    WindowDesk desk;
-    desk.useWithoutAccount();
-    desk.storeSession();
-    desk.computer.enterService();
-    desk.sync.trouble = SyncError::Kind::Unreachable;
-    QVERIFY(waitUntil([&] { return desk.auth.isSignedIn(); }));
-    desk.show();
-    desk.click("computer");
-    QCoreApplication::processEvents();
-    const std::pair<SyncError::Kind, QLatin1StringView> words[] = {
-        {SyncError::Kind::Unreachable, "Sync now"_L1},
-        {SyncError::Kind::Untrusted, "certificate"_L1},
-        {SyncError::Kind::AddressNotAllowed, "must be a web address"_L1},
-        {SyncError::Kind::ListTooLarge, "32 MiB"_L1},
-        {SyncError::Kind::NoteTooLarge, "stays on this computer"_L1},
-    };
-    for (const auto &[trouble, word] : words) {
-        desk.sync.trouble = trouble;
-        Q_EMIT desk.sync.changed();
-        QVERIFY2(desk.text("syncProblem").contains(word), word.data());
-    }
-    QVERIFY(desk.text("explanationProblem").startsWith("No problem"_L1));
-    desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window, [](const auto &) {});
-    QVERIFY(waitUntil([&] { return desk.http.answer(HttpResponse{.status = 401}); }));
-    QVERIFY(desk.text("explanationProblem").contains("wants a key"_L1));
-    QVERIFY(desk.item("explanationProblem")->property("title").toString().contains(u':'));
-}
+};
 
 QTEST_MAIN(TestComputerPage)
 #include "test_computer_page.moc"

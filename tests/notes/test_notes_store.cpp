@@ -72,341 +72,318 @@ class TestNotesStore : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init() { directory_ = std::make_unique<QTemporaryDir>(); }
 
-    void notesSurviveARestart();
-    void listsAreNewestFirst();
-    void updateReplacesOnlyWhatExists();
-    void syncBookkeeping();
-    void olderLayoutCountsAsSynced();
-    void mergeTakesOnlyTheUnknown();
-    void unreadableFileIsSetAside_data();
-    void unreadableFileIsSetAside();
-    void duplicateKeysEndTheProcess();
-    void outsideChangesAreKept_data();
-    void outsideChangesAreKept();
-    void failedSaveKeepsFileAndMemory_data();
-    void failedSaveKeepsFileAndMemory();
-    void dataIsOnTheDiskBeforeItHasTheName();
-    void fileIsPrivate();
-    void symbolicLinkIsFollowed();
+    void notesSurviveARestart()
+    {
+        const ReadingNote note = makeNote(u"多行\n文字 😀"_s, 788918400.25, 2);
+        {
+            NotesStore store(path());
+            QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
+            store.add(note, page);
+            QCOMPARE(changes.count(), 1);
+        }
+        const NotesStore store(path());
+        const auto notes = store.allNotesWithContexts();
+        QCOMPARE(notes.size(), 1);
+        QCOMPARE(notes[0].note, note);
+        QCOMPARE(notes[0].context, page);
+    }
+
+    void listsAreNewestFirst()
+    {
+        NotesStore store(path());
+        store.add(makeNote(u"old"_s, -5), page);
+        store.add(makeNote(u"new"_s, 10.5), {u"x"_s, u"x"_s, ReadingContextSource::appWindow});
+        store.add(makeNote(u"middle"_s, 10.25), {page.key, u"another name"_s, page.source});
+        QStringList texts;
+        for (const ReadingNote &note : store.allNotes()) {
+            texts.append(note.sourceText);
+        }
+        QCOMPARE(texts, (QStringList{u"new"_s, u"middle"_s, u"old"_s}));
+        QCOMPARE(store.allNotesWithContexts().at(1).context, page); // a place keeps its first name
+    }
+
+    void updateReplacesOnlyWhatExists()
+    {
+        NotesStore store(path());
+        ReadingNote note = makeNote(u"1"_s, 1);
+        store.add(note, page);
+        const QByteArray before = contentOf(path());
+        QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
+
+        note.followUps.append({QUuid::createUuid(), u"q"_s, u"a"_s});
+        store.update(note, {u"unknown"_s, {}, {}});
+        store.update(makeNote(u"stranger"_s, 1), page);
+        QCOMPARE(changes.count(), 0);
+        QCOMPARE(contentOf(path()), before);
+
+        store.update(note, page);
+        QCOMPARE(changes.count(), 1);
+        QCOMPARE(store.allNotes(), QList{note});
+    }
+
+    void syncBookkeeping()
+    {
+        NotesStore store(path());
+        ReadingNote note = makeNote(u"1"_s, 1, 1);
+        store.add(note, page);
+        QCOMPARE(store.pendingSync().size(), 1);
+        QCOMPARE(store.pendingSync()[0].state, (NoteSyncState{false, 0}));
+
+        QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
+        store.markSynced(note.id, 1);
+        QCOMPARE(changes.count(), 0);
+        QVERIFY(store.pendingSync().isEmpty());
+        QVERIFY(!NotesStore(path()).pendingSync().isEmpty());
+        QTRY_VERIFY(NotesStore(path()).pendingSync().isEmpty()); // by itself
+
+        note.followUps.append({QUuid::createUuid(), u"q"_s, u"a"_s});
+        store.update(note, page);
+        QCOMPARE(store.pendingSync().size(), 1);
+        QCOMPARE(store.pendingSync()[0].state, (NoteSyncState{true, 1}));
+    }
+
+    void olderLayoutCountsAsSynced()
+    {
+        const QByteArray older =
+            R"([{"context": {"key": "k", "displayName": "d", "source": "filePath"}, "notes": [)"
+            + noteJson(u"6f9619ff-8b86-d011-b42d-00c04fc964ff"_s) + "]}]";
+        writeFile("{\"buckets\": " + older + '}'); // the present layout without states
+        QCOMPARE(NotesStore(path()).pendingSync().value(0).state, (NoteSyncState{false, 0}));
+        QCOMPARE(NotesStore(path()).pendingSync().size(), 1);
+        writeFile(older);
+        NotesStore store(path());
+        QCOMPARE(store.allNotes().size(), 1);
+        QVERIFY(store.pendingSync().isEmpty());
+        QCOMPARE(contentOf(path()), older); // nothing is written back by loading
+
+        store.add(makeNote(u"new"_s, 5), page);
+        QVERIFY(contentOf(path()).contains("\"6F9619FF-8B86-D011-B42D-00C04FC964FF\": {"));
+        QCOMPARE(store.pendingSync().size(), 1);
+    }
+
+    void mergeTakesOnlyTheUnknown()
+    {
+        NotesStore store(path());
+        const ReadingNote local = makeNote(u"local"_s, 1);
+        store.add(local, page);
+        const QByteArray before = contentOf(path());
+        QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
+
+        ReadingNote sameId = makeNote(u"other text"_s, 2);
+        sameId.id = local.id;
+        ReadingNote sameContent = local;
+        sameContent.id = QUuid::createUuid();
+        store.mergeRemote({});
+        store.mergeRemote({sameId, sameContent});
+        QCOMPARE(changes.count(), 0);
+        QCOMPARE(contentOf(path()), before);
+
+        const ReadingNote first = makeNote(u"remote"_s, 3, 2);
+        ReadingNote twin = first;
+        twin.id = QUuid::createUuid();
+        store.mergeRemote({first, sameId, twin, first});
+        QCOMPARE(changes.count(), 1);
+        const auto notes = store.allNotesWithContexts();
+        QCOMPARE(notes.size(), 3);
+        QCOMPARE(notes[0].context,
+                 (ReadingContext{u"cloud"_s, u"Synced"_s, ReadingContextSource::appWindow}));
+        QCOMPARE(store.pendingSync().size(), 1); // the local one only
+    }
+
+    void unreadableFileIsSetAside_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("garbage") << QByteArray("no json");
+        QTest::newRow("empty") << QByteArray();
+    }
+
+    void unreadableFileIsSetAside()
+    {
+        QFETCH(QByteArray, content);
+        writeFile(content);
+        NotesStore store(path());
+        QVERIFY(store.allNotes().isEmpty());
+        QCOMPARE(contentOf(path()), content);
+        QCOMPARE(store.unreadableFiles(), QStringList{path()});
+
+        store.add(makeNote(u"1"_s, 1), page);
+        store.add(makeNote(u"2"_s, 2), page);
+        QCOMPARE(NotesStore(path()).allNotes().size(), 2);
+        const QDir directory(directory_->filePath(u"vellumo"_s));
+        const QStringList kept = directory.entryList({u"notes.json.unreadable-*"_s}, QDir::Files);
+        QCOMPARE(kept.size(), 1);
+        QCOMPARE(contentOf(directory.filePath(kept[0])), content);
+        QCOMPARE(NotesStore(path()).unreadableFiles(), QStringList{directory.filePath(kept[0])});
+    }
+
+    void duplicateKeysEndTheProcess()
+    {
+        const QByteArray bucket =
+            R"({"context": {"key": "twin", "displayName": "d", "source": "filePath"}, "notes": []})";
+        writeFile("{\"buckets\": [" + bucket + "," + bucket + "]}");
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {u"--load"_s, path()});
+        QVERIFY(child.waitForFinished());
+        QVERIFY(child.exitCode() != 0);
+        const QByteArray output = child.readAllStandardOutput();
+        QVERIFY2(output.startsWith("vellumo: ") && !output.contains("twin\"")
+                     && output.contains(path().toUtf8()),
+                 output.constData());
+    }
+
+    void outsideChangesAreKept_data()
+    {
+        QTest::addColumn<QByteArray>("content"); // empty: another note, as another store writes it
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<bool>("isSetAside");
+        const QByteArray bucket =
+            R"({"context": {"key": "k", "displayName": "d", "source": "filePath"}, "notes": []})";
+        QTest::newRow("before a note") << QByteArray() << u"add"_s << false;
+        QTest::newRow("before bookkeeping") << QByteArray() << u"mark"_s << false;
+        QTest::newRow("before the end") << QByteArray() << u"end"_s << false;
+        QTest::newRow("garbage") << QByteArray("no json") << u"add"_s << true;
+        QTest::newRow("two buckets with one key")
+            << QByteArray("{\"buckets\": [" + bucket + "," + bucket + "]}") << u"add"_s << true;
+    }
+
+    void outsideChangesAreKept()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, change);
+        QFETCH(bool, isSetAside);
+        const ReadingNote ours = makeNote(u"ours"_s, 1);
+        auto store = std::make_unique<NotesStore>(path());
+        store->add(ours, page);
+        QVERIFY(QFile::remove(path()));
+        if (content.isEmpty()) {
+            NotesStore(path()).add(makeNote(u"theirs"_s, 2), page);
+        } else {
+            writeFile(content);
+        }
+
+        QSignalSpy changes(store.get(), &NotesStoring::vellumoNotesDidChange);
+        if (change == "add"_L1) {
+            store->add(makeNote(u"another"_s, 3), page);
+        } else {
+            store->markSynced(ours.id, 0);
+            if (change == "end"_L1) {
+                store.reset();
+            } else {
+                QTRY_COMPARE(changes.count(), 1);
+            }
+        }
+        const NotesStore again(path());
+        const bool isAdded = change == "add"_L1;
+        const qsizetype count = isAdded && content.isEmpty() ? 3 : 2;
+        QCOMPARE(again.noteCount(), count);
+        QCOMPARE(again.pendingSync().size(), isAdded ? count : count - 1);
+        QCOMPARE(!again.unreadableFiles().isEmpty(), isSetAside);
+        if (store) {
+            QCOMPARE(store->noteCount(), count);
+        }
+    }
+
+    void failedSaveKeepsFileAndMemory_data()
+    {
+        QTest::addColumn<bool>("diskFull");
+        QTest::newRow("disk full") << true;
+        QTest::newRow("folder is a file") << false;
+    }
+
+    void failedSaveKeepsFileAndMemory()
+    {
+        QFETCH(bool, diskFull);
+        const QString store1 = diskFull ? path() : directory_->filePath(u"vellumo/x/notes.json"_s);
+        if (!diskFull) {
+            writeFile("not a store");
+            QVERIFY(QFile::rename(path(), directory_->filePath(u"vellumo/x"_s)));
+        }
+        auto kept = std::make_unique<NotesStore>(store1);
+        NotesStore &store = *kept;
+        if (diskFull) {
+            store.add(makeNote(u"first"_s, 1), page);
+        }
+        const QByteArray before = contentOf(store1);
+
+        rlimit unlimited{};
+        getrlimit(RLIMIT_FSIZE, &unlimited);
+        const auto previous = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit small{200, unlimited.rlim_max};
+        if (diskFull) {
+            QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+        }
+        store.add(makeNote(u"second"_s, 2), page);
+        setrlimit(RLIMIT_FSIZE, &unlimited);
+        std::signal(SIGXFSZ, previous);
+
+        QCOMPARE(contentOf(store1), before);
+        QCOMPARE(store.allNotes().constFirst().sourceText, u"second"_s);
+        if (diskFull) {
+            QCOMPARE(QDir(directory_->filePath(u"vellumo"_s)).entryList(QDir::Files | QDir::Hidden),
+                     QStringList{u"notes.json"_s});
+            store.retrySave();
+            QVERIFY(!store.saveFailure());
+            QCOMPARE(NotesStore(store1).allNotes().size(), 2);
+            return;
+        }
+        QVERIFY(QFile::remove(directory_->filePath(u"vellumo/x"_s)));
+        kept.reset();
+        QCOMPARE(NotesStore(store1).allNotes().size(), 1); // the end is an occasion, too
+    }
+
+    void dataIsOnTheDiskBeforeItHasTheName()
+    {
+        const ReadingNote note = makeNote(u"1"_s, 1);
+        {
+            NotesStore store(path());
+            diskCalls.clear();
+            store.add(note, page);
+            QCOMPARE(diskCalls, (QStringList{u"sync file"_s, u"rename"_s, u"sync folder"_s}));
+            store.markSynced(note.id, 0);
+            diskCalls.clear();
+        }
+        QCOMPARE(diskCalls, (QStringList{u"sync file"_s, u"rename"_s}));
+        QVERIFY(NotesStore(path()).pendingSync().isEmpty());
+    }
+
+    void fileIsPrivate()
+    {
+        NotesStore store(path());
+        store.add(makeNote(u"1"_s, 1), page);
+        const auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner
+            | QFileDevice::ReadUser | QFileDevice::WriteUser;
+        QCOMPARE(QFileInfo(path()).permissions(), ownerOnly);
+        QCOMPARE(QFileInfo(directory_->filePath(u"vellumo"_s)).permissions(),
+                 ownerOnly | QFileDevice::ExeOwner | QFileDevice::ExeUser);
+    }
+
+    void symbolicLinkIsFollowed()
+    {
+        writeFile(R"({"buckets": []})");
+        const QString elsewhere = directory_->filePath(u"elsewhere.json"_s);
+        QVERIFY(QFile::rename(path(), elsewhere));
+        QVERIFY(QFile::link(elsewhere, path()));
+        NotesStore store(path());
+        store.add(makeNote(u"1"_s, 1), page);
+        QVERIFY(QFileInfo(path()).isSymLink());
+        QCOMPARE(NotesStore(elsewhere).allNotes().size(), 1);
+    }
 
 private:
     [[nodiscard]] QString path() const { return directory_->filePath(u"vellumo/notes.json"_s); }
-    void writeFile(const QByteArray &content) const;
+
+    void writeFile(const QByteArray &content) const
+    {
+        QDir().mkpath(directory_->filePath(u"vellumo"_s));
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), content.size());
+    }
 
     std::unique_ptr<QTemporaryDir> directory_;
 };
-
-void TestNotesStore::init()
-{
-    directory_ = std::make_unique<QTemporaryDir>();
-}
-
-void TestNotesStore::writeFile(const QByteArray &content) const
-{
-    QDir().mkpath(directory_->filePath(u"vellumo"_s));
-    QFile file(path());
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), content.size());
-}
-
-void TestNotesStore::notesSurviveARestart()
-{
-    const ReadingNote note = makeNote(u"多行\n文字 😀"_s, 788918400.25, 2);
-    {
-        NotesStore store(path());
-        QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
-        store.add(note, page);
-        QCOMPARE(changes.count(), 1);
-    }
-    const NotesStore store(path());
-    const auto notes = store.allNotesWithContexts();
-    QCOMPARE(notes.size(), 1);
-    QCOMPARE(notes[0].note, note);
-    QCOMPARE(notes[0].context, page);
-}
-
-void TestNotesStore::listsAreNewestFirst()
-{
-    NotesStore store(path());
-    store.add(makeNote(u"old"_s, -5), page);
-    store.add(makeNote(u"new"_s, 10.5), {u"x"_s, u"x"_s, ReadingContextSource::appWindow});
-    store.add(makeNote(u"middle"_s, 10.25), {page.key, u"another name"_s, page.source});
-    QStringList texts;
-    for (const ReadingNote &note : store.allNotes()) {
-        texts.append(note.sourceText);
-    }
-    QCOMPARE(texts, (QStringList{u"new"_s, u"middle"_s, u"old"_s}));
-    QCOMPARE(store.allNotesWithContexts().at(1).context, page); // a place keeps its first name
-}
-
-void TestNotesStore::updateReplacesOnlyWhatExists()
-{
-    NotesStore store(path());
-    ReadingNote note = makeNote(u"1"_s, 1);
-    store.add(note, page);
-    const QByteArray before = contentOf(path());
-    QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
-
-    note.followUps.append({QUuid::createUuid(), u"q"_s, u"a"_s});
-    store.update(note, {u"unknown"_s, {}, {}});
-    store.update(makeNote(u"stranger"_s, 1), page);
-    QCOMPARE(changes.count(), 0);
-    QCOMPARE(contentOf(path()), before);
-
-    store.update(note, page);
-    QCOMPARE(changes.count(), 1);
-    QCOMPARE(store.allNotes(), QList{note});
-}
-
-void TestNotesStore::syncBookkeeping()
-{
-    NotesStore store(path());
-    ReadingNote note = makeNote(u"1"_s, 1, 1);
-    store.add(note, page);
-    QCOMPARE(store.pendingSync().size(), 1);
-    QCOMPARE(store.pendingSync()[0].state, (NoteSyncState{false, 0}));
-
-    QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
-    store.markSynced(note.id, 1);
-    QCOMPARE(changes.count(), 0);
-    QVERIFY(store.pendingSync().isEmpty());
-    QVERIFY(!NotesStore(path()).pendingSync().isEmpty());
-    QTRY_VERIFY(NotesStore(path()).pendingSync().isEmpty()); // by itself
-
-    note.followUps.append({QUuid::createUuid(), u"q"_s, u"a"_s});
-    store.update(note, page);
-    QCOMPARE(store.pendingSync().size(), 1);
-    QCOMPARE(store.pendingSync()[0].state, (NoteSyncState{true, 1}));
-}
-
-void TestNotesStore::olderLayoutCountsAsSynced()
-{
-    const QByteArray older =
-        R"([{"context": {"key": "k", "displayName": "d", "source": "filePath"}, "notes": [)"
-        + noteJson(u"6f9619ff-8b86-d011-b42d-00c04fc964ff"_s) + "]}]";
-    writeFile("{\"buckets\": " + older + '}'); // the present layout without states
-    QCOMPARE(NotesStore(path()).pendingSync().value(0).state, (NoteSyncState{false, 0}));
-    QCOMPARE(NotesStore(path()).pendingSync().size(), 1);
-    writeFile(older);
-    NotesStore store(path());
-    QCOMPARE(store.allNotes().size(), 1);
-    QVERIFY(store.pendingSync().isEmpty());
-    QCOMPARE(contentOf(path()), older); // nothing is written back by loading
-
-    store.add(makeNote(u"new"_s, 5), page);
-    QVERIFY(contentOf(path()).contains("\"6F9619FF-8B86-D011-B42D-00C04FC964FF\": {"));
-    QCOMPARE(store.pendingSync().size(), 1);
-}
-
-void TestNotesStore::mergeTakesOnlyTheUnknown()
-{
-    NotesStore store(path());
-    const ReadingNote local = makeNote(u"local"_s, 1);
-    store.add(local, page);
-    const QByteArray before = contentOf(path());
-    QSignalSpy changes(&store, &NotesStoring::vellumoNotesDidChange);
-
-    ReadingNote sameId = makeNote(u"other text"_s, 2);
-    sameId.id = local.id;
-    ReadingNote sameContent = local;
-    sameContent.id = QUuid::createUuid();
-    store.mergeRemote({});
-    store.mergeRemote({sameId, sameContent});
-    QCOMPARE(changes.count(), 0);
-    QCOMPARE(contentOf(path()), before);
-
-    const ReadingNote first = makeNote(u"remote"_s, 3, 2);
-    ReadingNote twin = first;
-    twin.id = QUuid::createUuid();
-    store.mergeRemote({first, sameId, twin, first});
-    QCOMPARE(changes.count(), 1);
-    const auto notes = store.allNotesWithContexts();
-    QCOMPARE(notes.size(), 3);
-    QCOMPARE(notes[0].context,
-             (ReadingContext{u"cloud"_s, u"Synced"_s, ReadingContextSource::appWindow}));
-    QCOMPARE(store.pendingSync().size(), 1); // the local one only
-}
-
-void TestNotesStore::unreadableFileIsSetAside_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::newRow("garbage") << QByteArray("no json");
-    QTest::newRow("empty") << QByteArray();
-}
-
-void TestNotesStore::unreadableFileIsSetAside()
-{
-    QFETCH(QByteArray, content);
-    writeFile(content);
-    NotesStore store(path());
-    QVERIFY(store.allNotes().isEmpty());
-    QCOMPARE(contentOf(path()), content);
-    QCOMPARE(store.unreadableFiles(), QStringList{path()});
-
-    store.add(makeNote(u"1"_s, 1), page);
-    store.add(makeNote(u"2"_s, 2), page);
-    QCOMPARE(NotesStore(path()).allNotes().size(), 2);
-    const QDir directory(directory_->filePath(u"vellumo"_s));
-    const QStringList kept = directory.entryList({u"notes.json.unreadable-*"_s}, QDir::Files);
-    QCOMPARE(kept.size(), 1);
-    QCOMPARE(contentOf(directory.filePath(kept[0])), content);
-    QCOMPARE(NotesStore(path()).unreadableFiles(), QStringList{directory.filePath(kept[0])});
-}
-
-void TestNotesStore::duplicateKeysEndTheProcess()
-{
-    const QByteArray bucket =
-        R"({"context": {"key": "twin", "displayName": "d", "source": "filePath"}, "notes": []})";
-    writeFile("{\"buckets\": [" + bucket + "," + bucket + "]}");
-    QProcess child;
-    child.start(QCoreApplication::applicationFilePath(), {u"--load"_s, path()});
-    QVERIFY(child.waitForFinished());
-    QVERIFY(child.exitCode() != 0);
-    const QByteArray output = child.readAllStandardOutput();
-    QVERIFY2(output.startsWith("vellumo: ") && !output.contains("twin\"")
-                 && output.contains(path().toUtf8()),
-             output.constData());
-}
-
-void TestNotesStore::outsideChangesAreKept_data()
-{
-    QTest::addColumn<QByteArray>("content"); // empty: another note, as another store writes it
-    QTest::addColumn<QString>("change");
-    QTest::addColumn<bool>("isSetAside");
-    const QByteArray bucket =
-        R"({"context": {"key": "k", "displayName": "d", "source": "filePath"}, "notes": []})";
-    QTest::newRow("before a note") << QByteArray() << u"add"_s << false;
-    QTest::newRow("before bookkeeping") << QByteArray() << u"mark"_s << false;
-    QTest::newRow("before the end") << QByteArray() << u"end"_s << false;
-    QTest::newRow("garbage") << QByteArray("no json") << u"add"_s << true;
-    QTest::newRow("two buckets with one key")
-        << QByteArray("{\"buckets\": [" + bucket + "," + bucket + "]}") << u"add"_s << true;
-}
-
-void TestNotesStore::outsideChangesAreKept()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QString, change);
-    QFETCH(bool, isSetAside);
-    const ReadingNote ours = makeNote(u"ours"_s, 1);
-    auto store = std::make_unique<NotesStore>(path());
-    store->add(ours, page);
-    QVERIFY(QFile::remove(path()));
-    if (content.isEmpty()) {
-        NotesStore(path()).add(makeNote(u"theirs"_s, 2), page);
-    } else {
-        writeFile(content);
-    }
-
-    QSignalSpy changes(store.get(), &NotesStoring::vellumoNotesDidChange);
-    if (change == "add"_L1) {
-        store->add(makeNote(u"another"_s, 3), page);
-    } else {
-        store->markSynced(ours.id, 0);
-        if (change == "end"_L1) {
-            store.reset();
-        } else {
-            QTRY_COMPARE(changes.count(), 1);
-        }
-    }
-    const NotesStore again(path());
-    const bool isAdded = change == "add"_L1;
-    const qsizetype count = isAdded && content.isEmpty() ? 3 : 2;
-    QCOMPARE(again.noteCount(), count);
-    QCOMPARE(again.pendingSync().size(), isAdded ? count : count - 1);
-    QCOMPARE(!again.unreadableFiles().isEmpty(), isSetAside);
-    if (store) {
-        QCOMPARE(store->noteCount(), count);
-    }
-}
-
-void TestNotesStore::failedSaveKeepsFileAndMemory_data()
-{
-    QTest::addColumn<bool>("diskFull");
-    QTest::newRow("disk full") << true;
-    QTest::newRow("folder is a file") << false;
-}
-
-void TestNotesStore::failedSaveKeepsFileAndMemory()
-{
-    QFETCH(bool, diskFull);
-    const QString store1 = diskFull ? path() : directory_->filePath(u"vellumo/x/notes.json"_s);
-    if (!diskFull) {
-        writeFile("not a store");
-        QVERIFY(QFile::rename(path(), directory_->filePath(u"vellumo/x"_s)));
-    }
-    auto kept = std::make_unique<NotesStore>(store1);
-    NotesStore &store = *kept;
-    if (diskFull) {
-        store.add(makeNote(u"first"_s, 1), page);
-    }
-    const QByteArray before = contentOf(store1);
-
-    rlimit unlimited{};
-    getrlimit(RLIMIT_FSIZE, &unlimited);
-    const auto previous = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{200, unlimited.rlim_max};
-    if (diskFull) {
-        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
-    }
-    store.add(makeNote(u"second"_s, 2), page);
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    std::signal(SIGXFSZ, previous);
-
-    QCOMPARE(contentOf(store1), before);
-    QCOMPARE(store.allNotes().constFirst().sourceText, u"second"_s);
-    if (diskFull) {
-        QCOMPARE(QDir(directory_->filePath(u"vellumo"_s)).entryList(QDir::Files | QDir::Hidden),
-                 QStringList{u"notes.json"_s});
-        store.retrySave();
-        QVERIFY(!store.saveFailure());
-        QCOMPARE(NotesStore(store1).allNotes().size(), 2);
-        return;
-    }
-    QVERIFY(QFile::remove(directory_->filePath(u"vellumo/x"_s)));
-    kept.reset();
-    QCOMPARE(NotesStore(store1).allNotes().size(), 1); // the end is an occasion, too
-}
-
-void TestNotesStore::dataIsOnTheDiskBeforeItHasTheName()
-{
-    const ReadingNote note = makeNote(u"1"_s, 1);
-    {
-        NotesStore store(path());
-        diskCalls.clear();
-        store.add(note, page);
-        QCOMPARE(diskCalls, (QStringList{u"sync file"_s, u"rename"_s, u"sync folder"_s}));
-        store.markSynced(note.id, 0);
-        diskCalls.clear();
-    }
-    QCOMPARE(diskCalls, (QStringList{u"sync file"_s, u"rename"_s}));
-    QVERIFY(NotesStore(path()).pendingSync().isEmpty());
-}
-
-void TestNotesStore::fileIsPrivate()
-{
-    NotesStore store(path());
-    store.add(makeNote(u"1"_s, 1), page);
-    const auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser
-        | QFileDevice::WriteUser;
-    QCOMPARE(QFileInfo(path()).permissions(), ownerOnly);
-    QCOMPARE(QFileInfo(directory_->filePath(u"vellumo"_s)).permissions(),
-             ownerOnly | QFileDevice::ExeOwner | QFileDevice::ExeUser);
-}
-
-void TestNotesStore::symbolicLinkIsFollowed()
-{
-    writeFile(R"({"buckets": []})");
-    const QString elsewhere = directory_->filePath(u"elsewhere.json"_s);
-    QVERIFY(QFile::rename(path(), elsewhere));
-    QVERIFY(QFile::link(elsewhere, path()));
-    NotesStore store(path());
-    store.add(makeNote(u"1"_s, 1), page);
-    QVERIFY(QFileInfo(path()).isSymLink());
-    QCOMPARE(NotesStore(elsewhere).allNotes().size(), 1);
-}
 
 int main(int argc, char *argv[])
 {

@@ -114,300 +114,287 @@ class ResultPanelViewTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { installApplicationFonts(); }
-    void drawsIconsByItself();
-    void showsWhatItsStateNeeds_data();
-    void showsWhatItsStateNeeds();
-    void leadsToWhatHelps();
-    void fitsItsContent();
-    void scrollsWhatIsTooLong();
-    void keepsTheDraftUntilPresentedAgain();
-    void submitsByEnterAndArrow();
-    void countsCompositionAsUnsent();
-    void composesFromTheFirstLetter();
-    void warnsThatAQuestionIsTooLong();
-    void keepsWhatIsMarkedWhenAnAnswerComes();
-    void showsTextsAsTheyAre();
-    void switchesLanguageAndCloses();
-};
 
-// The image plugin for SVG is a package of its own and may be missing.
-void ResultPanelViewTest::drawsIconsByItself()
-{
-    const QStringList plugins = QCoreApplication::libraryPaths();
-    QCoreApplication::setLibraryPaths({});
-    Desk desk;
-    desk.present(line);
-    const QImage picture = desk.window->grabWindow();
-    QCoreApplication::setLibraryPaths(plugins);
-    for (const char *name : {"close", "send"}) {
-        const QQuickItem *button = desk.item(name);
-        const QRectF ground = button->mapRectToScene(button->boundingRect());
-        const QColor empty =
-            picture.pixelColor(QPointF(ground.center().x(), ground.top() + 3).toPoint());
-        const QColor drawn = picture.pixelColor(ground.center().toPoint());
-        QVERIFY2(drawn.lightness() > empty.lightness() + 30, name);
-    }
-}
-
-void ResultPanelViewTest::showsWhatItsStateNeeds_data()
-{
-    QTest::addColumn<IslandContent>("content");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("hidden");
-
-    const ExplanationResult both{u"translation"_s, u"explanation"_s};
-    const auto result = [](const ExplanationResult &given, const QList<ThreadItem> &thread = {}) {
-        return IslandContent::result(given, u"word"_s, thread);
-    };
-    QTest::newRow("loading") << IslandContent::loading(u"word"_s) << u"title"_s
-                             << u"translation explanation followUpInput"_s;
-    QTest::newRow("result") << result(both) << u"translation explanation followUpInput"_s
-                            << u"headline answer"_s;
-    QTest::newRow("without translation")
-        << result({{}, u"explanation"_s}) << u"explanation followUpInput"_s << u"translation"_s;
-    QTest::newRow("failed follow-up")
-        << result(both, {{u"q"_s, u"sorry"_s, true}}) << u"answer failureNote"_s << u"headline"_s;
-    QTest::newRow("answered follow-up that is not kept")
-        << result(both, {{u"q"_s, u"a"_s, false, false}}) << u"answer failureNote"_s
-        << u"headline"_s;
-    QTest::newRow("answered follow-up")
-        << result(both, {{u"q"_s, u"a"_s, false}}) << u"answer"_s << u"failureNote"_s;
-    QTest::newRow("demonstration")
-        << IslandContent::demo(both) << u"translation explanation"_s << u"followUpInput"_s;
-    QTest::newRow("error") << IslandContent::error(u"message"_s, ErrorHelp::Permission)
-                           << u"headline allow"_s << u"explanation followUpInput"_s;
-}
-
-void ResultPanelViewTest::showsWhatItsStateNeeds()
-{
-    QFETCH(IslandContent, content);
-    QFETCH(QString, shown);
-    QFETCH(QString, hidden);
-    Desk desk;
-    desk.panel.present(content, {}, {});
-    const QStringList names = (shown + u' ' + hidden).split(u' ');
-    for (const QString &name : names) {
-        const bool isWanted = shown.split(u' ').contains(name);
-        QVERIFY2(desk.isShown(name.toLatin1()) == isWanted, qPrintable(name));
-    }
-}
-
-void ResultPanelViewTest::leadsToWhatHelps()
-{
-    Desk desk;
-    QSignalSpy accessibility(&desk.panel, &ResultPanelController::accessibilityRequested);
-    QSignalSpy service(&desk.panel, &ResultPanelController::serviceSettingsRequested);
-    desk.panel.showError(u"message"_s, ErrorHelp::Permission);
-    desk.click("allow");
-    QVERIFY(!desk.panel.isOnScreen());
-    desk.panel.showError(u"message"_s, ErrorHelp::Service);
-    desk.click("checkService");
-    QCOMPARE(std::pair(accessibility.size(), service.size()),
-             std::pair(qsizetype{1}, qsizetype{1}));
-}
-
-void ResultPanelViewTest::fitsItsContent()
-{
-    Desk desk;
-    desk.present(line);
-    const double one = desk.height();
-    desk.present(line + line + line);
-    const double three = desk.height();
-    desk.present(line, u"translation"_s);
-    const double translated = desk.height();
-    desk.present(line);
-    QCOMPARE(desk.height(), one); // no gap is left behind
-    QVERIFY(three > one + 30);
-    QVERIFY(translated > one + 15);
-
-    desk.panel.showFollowUpThinking(u"why?"_s);
-    const double pending = desk.height();
-    QVERIFY(pending > one + 40);
-    desk.panel.showFollowUpAnswer(line + line + line);
-    QVERIFY(desk.height() > pending);
-    // nothing of the last answer lies behind the field
-    const QQuickItem *answer = desk.item("answer");
-    const QQuickItem *field = desk.item("followUpInput");
-    QVERIFY(answer->mapToScene({0, answer->height()}).y() <= field->mapToScene({}).y());
-}
-
-void ResultPanelViewTest::scrollsWhatIsTooLong()
-{
-    Desk desk;
-    desk.screens.list = {{{0, 0, 800, 400}, {0, 0, 800, 380}, 0}};
-    desk.present(line.repeated(60));
-    QCOMPARE(desk.height(), 380.0);
-    const QQuickItem *text = desk.item("explanation");
-    const double atTop = text->mapToScene({}).y();
-    QVERIFY(atTop > 0);
-
-    desk.panel.showFollowUpThinking(u"why?"_s);
-    QTRY_VERIFY(text->mapToScene({}).y() < atTop - 100); // the new row is in view
-    desk.panel.showFollowUpAnswer(u"because"_s);
-    const QQuickItem *answer = desk.item("answer");
-    QTRY_VERIFY(answer->mapToScene({0, answer->height()}).y()
-                <= desk.item("followUpInput")->mapToScene({}).y());
-
-    desk.present(line.repeated(60));
-    QCOMPARE(desk.item("explanation")->mapToScene({}).y(), atTop);
-}
-
-void ResultPanelViewTest::keepsTheDraftUntilPresentedAgain()
-{
-    Desk desk;
-    desk.present(line);
-    QVERIFY(desk.focusField());
-    desk.type(u"why not"_s);
-    QQuickItem *input = desk.item("followUpInput");
-    QMetaObject::invokeMethod(input, "select", Q_ARG(int, 1), Q_ARG(int, 4));
-    desk.panel.showFollowUpThinking(u"asked elsewhere"_s);
-    desk.panel.showFollowUpAnswer(u"answer"_s);
-    QCOMPARE(desk.draft(), u"why not"_s);
-    QCOMPARE(input->property("selectedText").toString(), u"hy "_s);
-    QVERIFY(input->hasActiveFocus());
-
-    desk.present(line);
-    QCOMPARE(desk.draft(), QString());
-    QVERIFY(!desk.item("followUpInput")->hasActiveFocus());
-    desk.clickElsewhere();
-    QVERIFY(!desk.panel.isOnScreen()); // the old draft no longer holds the panel
-}
-
-void ResultPanelViewTest::submitsByEnterAndArrow()
-{
-    Desk desk;
-    desk.present(line);
-    QVERIFY(desk.focusField());
-    QTest::keyClick(desk.window, Qt::Key_Return);
-    desk.type(u"  "_s);
-    QTest::keyClick(desk.window, Qt::Key_Return);
-    QCOMPARE(desk.asked, QStringList{});
-
-    desk.type(u"why? "_s);
-    QTest::keyClick(desk.window, Qt::Key_Return);
-    QCOMPARE(desk.asked, QStringList{u"why?"_s});
-    QCOMPARE(desk.draft(), QString());
-
-    desk.type(u"and?"_s);
-    QTest::keyClick(desk.window, Qt::Key_Enter);
-    desk.click("send");
-    QCOMPARE(desk.asked.size(), 1); // one is awaited
-    QCOMPARE(desk.draft(), u"and?"_s);
-
-    desk.panel.showFollowUpAnswer(u"because"_s);
-    desk.click("send");
-    QCOMPARE(desk.asked, (QStringList{u"why?"_s, u"and?"_s}));
-    QCOMPARE(desk.draft(), QString());
-}
-
-void ResultPanelViewTest::countsCompositionAsUnsent()
-{
-    Desk desk;
-    desk.present(line);
-    QVERIFY(desk.focusField());
-    QInputMethodEvent composing(u"wei"_s, {});
-    QGuiApplication::sendEvent(desk.item("followUpInput"), &composing);
-    desk.clickElsewhere();
-    QVERIFY(desk.panel.isOnScreen());
-
-    QInputMethodEvent abandoned;
-    QGuiApplication::sendEvent(desk.item("followUpInput"), &abandoned);
-    desk.clickElsewhere();
-    QVERIFY(!desk.panel.isOnScreen());
-}
-
-void ResultPanelViewTest::composesFromTheFirstLetter()
-{
-    Desk desk;
-    desk.present(u"mark me"_s);
-    desk.window->requestActivate();
-    QVERIFY(QTest::qWaitForWindowActive(desk.window));
-    for (const bool isTextMarked : {false, true}) {
-        if (isTextMarked) {
-            QTest::mouseDClick(desk.window, Qt::LeftButton, {},
-                               desk.item("explanation")->mapToScene({20, 10}).toPoint());
+    // The image plugin for SVG is a package of its own and may be missing.
+    void drawsIconsByItself()
+    {
+        const QStringList plugins = QCoreApplication::libraryPaths();
+        QCoreApplication::setLibraryPaths({});
+        Desk desk;
+        desk.present(line);
+        const QImage picture = desk.window->grabWindow();
+        QCoreApplication::setLibraryPaths(plugins);
+        for (const char *name : {"close", "send"}) {
+            const QQuickItem *button = desk.item(name);
+            const QRectF ground = button->mapRectToScene(button->boundingRect());
+            const QColor empty =
+                picture.pixelColor(QPointF(ground.center().x(), ground.top() + 3).toPoint());
+            const QColor drawn = picture.pixelColor(ground.center().toPoint());
+            QVERIFY2(drawn.lightness() > empty.lightness() + 30, name);
         }
-        QTRY_VERIFY(QGuiApplication::focusObject() != nullptr);
-        QObject *focused = QGuiApplication::focusObject();
-        QVERIFY(focused != desk.item("followUpInput"));
-        QInputMethodQueryEvent question(Qt::ImEnabled);
-        QGuiApplication::sendEvent(focused, &question);
-        QVERIFY(question.value(Qt::ImEnabled).toBool());
-        QInputMethodEvent composing(u"n"_s, {});
-        QGuiApplication::sendEvent(focused, &composing);
+    }
+
+    void showsWhatItsStateNeeds_data()
+    {
+        QTest::addColumn<IslandContent>("content");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QString>("hidden");
+
+        const ExplanationResult both{u"translation"_s, u"explanation"_s};
+        const auto result = [](const ExplanationResult &given,
+                               const QList<ThreadItem> &thread = {}) {
+            return IslandContent::result(given, u"word"_s, thread);
+        };
+        QTest::newRow("loading") << IslandContent::loading(u"word"_s) << u"title"_s
+                                 << u"translation explanation followUpInput"_s;
+        QTest::newRow("result") << result(both) << u"translation explanation followUpInput"_s
+                                << u"headline answer"_s;
+        QTest::newRow("without translation")
+            << result({{}, u"explanation"_s}) << u"explanation followUpInput"_s << u"translation"_s;
+        QTest::newRow("failed follow-up") << result(both, {{u"q"_s, u"sorry"_s, true}})
+                                          << u"answer failureNote"_s << u"headline"_s;
+        QTest::newRow("answered follow-up that is not kept")
+            << result(both, {{u"q"_s, u"a"_s, false, false}}) << u"answer failureNote"_s
+            << u"headline"_s;
+        QTest::newRow("answered follow-up")
+            << result(both, {{u"q"_s, u"a"_s, false}}) << u"answer"_s << u"failureNote"_s;
+        QTest::newRow("demonstration")
+            << IslandContent::demo(both) << u"translation explanation"_s << u"followUpInput"_s;
+        QTest::newRow("error") << IslandContent::error(u"message"_s, ErrorHelp::Permission)
+                               << u"headline allow"_s << u"explanation followUpInput"_s;
+    }
+
+    void showsWhatItsStateNeeds()
+    {
+        QFETCH(IslandContent, content);
+        QFETCH(QString, shown);
+        QFETCH(QString, hidden);
+        Desk desk;
+        desk.panel.present(content, {}, {});
+        const QStringList names = (shown + u' ' + hidden).split(u' ');
+        for (const QString &name : names) {
+            const bool isWanted = shown.split(u' ').contains(name);
+            QVERIFY2(desk.isShown(name.toLatin1()) == isWanted, qPrintable(name));
+        }
+    }
+
+    void leadsToWhatHelps()
+    {
+        Desk desk;
+        QSignalSpy accessibility(&desk.panel, &ResultPanelController::accessibilityRequested);
+        QSignalSpy service(&desk.panel, &ResultPanelController::serviceSettingsRequested);
+        desk.panel.showError(u"message"_s, ErrorHelp::Permission);
+        desk.click("allow");
+        QVERIFY(!desk.panel.isOnScreen());
+        desk.panel.showError(u"message"_s, ErrorHelp::Service);
+        desk.click("checkService");
+        QCOMPARE(std::pair(accessibility.size(), service.size()),
+                 std::pair(qsizetype{1}, qsizetype{1}));
+    }
+
+    void fitsItsContent()
+    {
+        Desk desk;
+        desk.present(line);
+        const double one = desk.height();
+        desk.present(line + line + line);
+        const double three = desk.height();
+        desk.present(line, u"translation"_s);
+        const double translated = desk.height();
+        desk.present(line);
+        QCOMPARE(desk.height(), one); // no gap is left behind
+        QVERIFY(three > one + 30);
+        QVERIFY(translated > one + 15);
+
+        desk.panel.showFollowUpThinking(u"why?"_s);
+        const double pending = desk.height();
+        QVERIFY(pending > one + 40);
+        desk.panel.showFollowUpAnswer(line + line + line);
+        QVERIFY(desk.height() > pending);
+        // nothing of the last answer lies behind the field
+        const QQuickItem *answer = desk.item("answer");
+        const QQuickItem *field = desk.item("followUpInput");
+        QVERIFY(answer->mapToScene({0, answer->height()}).y() <= field->mapToScene({}).y());
+    }
+
+    void scrollsWhatIsTooLong()
+    {
+        Desk desk;
+        desk.screens.list = {{{0, 0, 800, 400}, {0, 0, 800, 380}, 0}};
+        desk.present(line.repeated(60));
+        QCOMPARE(desk.height(), 380.0);
+        const QQuickItem *text = desk.item("explanation");
+        const double atTop = text->mapToScene({}).y();
+        QVERIFY(atTop > 0);
+
+        desk.panel.showFollowUpThinking(u"why?"_s);
+        QTRY_VERIFY(text->mapToScene({}).y() < atTop - 100); // the new row is in view
+        desk.panel.showFollowUpAnswer(u"because"_s);
+        const QQuickItem *answer = desk.item("answer");
+        QTRY_VERIFY(answer->mapToScene({0, answer->height()}).y()
+                    <= desk.item("followUpInput")->mapToScene({}).y());
+
+        desk.present(line.repeated(60));
+        QCOMPARE(desk.item("explanation")->mapToScene({}).y(), atTop);
+    }
+
+    void keepsTheDraftUntilPresentedAgain()
+    {
+        Desk desk;
+        desk.present(line);
+        QVERIFY(desk.focusField());
+        desk.type(u"why not"_s);
+        QQuickItem *input = desk.item("followUpInput");
+        QMetaObject::invokeMethod(input, "select", Q_ARG(int, 1), Q_ARG(int, 4));
+        desk.panel.showFollowUpThinking(u"asked elsewhere"_s);
+        desk.panel.showFollowUpAnswer(u"answer"_s);
+        QCOMPARE(desk.draft(), u"why not"_s);
+        QCOMPARE(input->property("selectedText").toString(), u"hy "_s);
+        QVERIFY(input->hasActiveFocus());
+
+        desk.present(line);
         QCOMPARE(desk.draft(), QString());
-        QCOMPARE(desk.item("followUpInput")->property("preeditText").toString(), u"n"_s);
-        QCOMPARE(QGuiApplication::focusObject(), focused); // another focus would end it
-        QInputMethodEvent composed;
-        composed.setCommitString(u"你"_s);
-        QGuiApplication::sendEvent(focused, &composed);
-        QCOMPARE(desk.draft(), u"你"_s);
-        QVERIFY(desk.item("followUpInput")->hasActiveFocus());
-        desk.present(u"mark me"_s);
+        QVERIFY(!desk.item("followUpInput")->hasActiveFocus());
+        desk.clickElsewhere();
+        QVERIFY(!desk.panel.isOnScreen()); // the old draft no longer holds the panel
     }
-}
 
-void ResultPanelViewTest::warnsThatAQuestionIsTooLong()
-{
-    Desk desk;
-    desk.present(line);
-    QVERIFY(desk.focusField());
-    QQuickItem *input = desk.item("followUpInput");
-    const QString longest = QString(20000, u'x');
-    for (const bool isTooLong : {true, false}) {
-        input->setProperty("text", isTooLong ? longest + u'y' : longest);
-        QCOMPARE(desk.draft().size(), isTooLong ? 20001 : 20000);
-        QCOMPARE(desk.isShown("tooLong"), isTooLong);
+    void submitsByEnterAndArrow()
+    {
+        Desk desk;
+        desk.present(line);
+        QVERIFY(desk.focusField());
         QTest::keyClick(desk.window, Qt::Key_Return);
-        QCOMPARE(desk.asked, isTooLong ? QStringList() : QStringList{longest});
+        desk.type(u"  "_s);
+        QTest::keyClick(desk.window, Qt::Key_Return);
+        QCOMPARE(desk.asked, QStringList{});
+
+        desk.type(u"why? "_s);
+        QTest::keyClick(desk.window, Qt::Key_Return);
+        QCOMPARE(desk.asked, QStringList{u"why?"_s});
+        QCOMPARE(desk.draft(), QString());
+
+        desk.type(u"and?"_s);
+        QTest::keyClick(desk.window, Qt::Key_Enter);
+        desk.click("send");
+        QCOMPARE(desk.asked.size(), 1); // one is awaited
+        QCOMPARE(desk.draft(), u"and?"_s);
+
+        desk.panel.showFollowUpAnswer(u"because"_s);
+        desk.click("send");
+        QCOMPARE(desk.asked, (QStringList{u"why?"_s, u"and?"_s}));
+        QCOMPARE(desk.draft(), QString());
     }
-}
 
-void ResultPanelViewTest::keepsWhatIsMarkedWhenAnAnswerComes()
-{
-    Desk desk;
-    desk.present(u"mark me"_s);
-    QVERIFY(desk.focusField());
-    desk.panel.showFollowUpThinking(u"why?"_s);
-    QQuickItem *text = desk.item("explanation");
-    QTest::mouseDClick(desk.window, Qt::LeftButton, {}, text->mapToScene({20, 10}).toPoint());
-    QCOMPARE(text->property("selectedText").toString(), u"mark"_s);
-    desk.panel.showFollowUpAnswer(line);
-    QCOMPARE(text->property("selectedText").toString(), u"mark"_s);
-    QVERIFY(text->hasActiveFocus());
-    QTest::keySequence(desk.window, QKeySequence::Copy);
-    QCOMPARE(QGuiApplication::clipboard()->text(), u"mark"_s);
-}
+    void countsCompositionAsUnsent()
+    {
+        Desk desk;
+        desk.present(line);
+        QVERIFY(desk.focusField());
+        QInputMethodEvent composing(u"wei"_s, {});
+        QGuiApplication::sendEvent(desk.item("followUpInput"), &composing);
+        desk.clickElsewhere();
+        QVERIFY(desk.panel.isOnScreen());
 
-void ResultPanelViewTest::showsTextsAsTheyAre()
-{
-    Desk desk;
-    const auto shown = [&](const QString &given) {
-        desk.present(given, given, {{given.left(100), given, false}});
-        const auto text = desk.item("explanation")->property("text").toString();
-        const bool isEverywhere = text == desk.item("translation")->property("text").toString()
-            && text == desk.item("answer")->property("text").toString();
-        return isEverywhere ? text : u"differs"_s;
-    };
-    const auto markup = u"<b>x</b> &amp; **y** \u202Eمرحبا <img src='http://127.0.0.1/'>"_s;
-    QCOMPARE(shown(markup), markup);
-    QCOMPARE(desk.item("explanation")->property("textFormat").toInt(), int{Qt::PlainText});
-    QCOMPARE(shown(u"a\r\nb\rc\u2028d\u0007\u0000\uFFFC"_s), u"a\nb\nc\nd"_s);
-    QCOMPARE(shown(QString(100000, u'长')), QString(20000, u'长') + u'…');
-}
+        QInputMethodEvent abandoned;
+        QGuiApplication::sendEvent(desk.item("followUpInput"), &abandoned);
+        desk.clickElsewhere();
+        QVERIFY(!desk.panel.isOnScreen());
+    }
 
-void ResultPanelViewTest::switchesLanguageAndCloses()
-{
-    Desk desk;
-    desk.panel.present(IslandContent::loading(u"word"_s), {}, {});
-    QCOMPARE(desk.item("title")->property("text").toString(), u"Reading…"_s);
-    desk.language = u"Chinese"_s;
-    desk.texts.refresh();
-    QCOMPARE(desk.item("title")->property("text").toString(), u"正在阅读…"_s);
-    desk.click("close");
-    QVERIFY(!desk.panel.isOnScreen());
-    QVERIFY(!desk.window->isVisible());
-}
+    void composesFromTheFirstLetter()
+    {
+        Desk desk;
+        desk.present(u"mark me"_s);
+        desk.window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(desk.window));
+        for (const bool isTextMarked : {false, true}) {
+            if (isTextMarked) {
+                QTest::mouseDClick(desk.window, Qt::LeftButton, {},
+                                   desk.item("explanation")->mapToScene({20, 10}).toPoint());
+            }
+            QTRY_VERIFY(QGuiApplication::focusObject() != nullptr);
+            QObject *focused = QGuiApplication::focusObject();
+            QVERIFY(focused != desk.item("followUpInput"));
+            QInputMethodQueryEvent question(Qt::ImEnabled);
+            QGuiApplication::sendEvent(focused, &question);
+            QVERIFY(question.value(Qt::ImEnabled).toBool());
+            QInputMethodEvent composing(u"n"_s, {});
+            QGuiApplication::sendEvent(focused, &composing);
+            QCOMPARE(desk.draft(), QString());
+            QCOMPARE(desk.item("followUpInput")->property("preeditText").toString(), u"n"_s);
+            QCOMPARE(QGuiApplication::focusObject(), focused); // another focus would end it
+            QInputMethodEvent composed;
+            composed.setCommitString(u"你"_s);
+            QGuiApplication::sendEvent(focused, &composed);
+            QCOMPARE(desk.draft(), u"你"_s);
+            QVERIFY(desk.item("followUpInput")->hasActiveFocus());
+            desk.present(u"mark me"_s);
+        }
+    }
+
+    void warnsThatAQuestionIsTooLong()
+    {
+        Desk desk;
+        desk.present(line);
+        QVERIFY(desk.focusField());
+        QQuickItem *input = desk.item("followUpInput");
+        const QString longest = QString(20000, u'x');
+        for (const bool isTooLong : {true, false}) {
+            input->setProperty("text", isTooLong ? longest + u'y' : longest);
+            QCOMPARE(desk.draft().size(), isTooLong ? 20001 : 20000);
+            QCOMPARE(desk.isShown("tooLong"), isTooLong);
+            QTest::keyClick(desk.window, Qt::Key_Return);
+            QCOMPARE(desk.asked, isTooLong ? QStringList() : QStringList{longest});
+        }
+    }
+
+    void keepsWhatIsMarkedWhenAnAnswerComes()
+    {
+        Desk desk;
+        desk.present(u"mark me"_s);
+        QVERIFY(desk.focusField());
+        desk.panel.showFollowUpThinking(u"why?"_s);
+        QQuickItem *text = desk.item("explanation");
+        QTest::mouseDClick(desk.window, Qt::LeftButton, {}, text->mapToScene({20, 10}).toPoint());
+        QCOMPARE(text->property("selectedText").toString(), u"mark"_s);
+        desk.panel.showFollowUpAnswer(line);
+        QCOMPARE(text->property("selectedText").toString(), u"mark"_s);
+        QVERIFY(text->hasActiveFocus());
+        QTest::keySequence(desk.window, QKeySequence::Copy);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"mark"_s);
+    }
+
+    void showsTextsAsTheyAre()
+    {
+        Desk desk;
+        const auto shown = [&](const QString &given) {
+            desk.present(given, given, {{given.left(100), given, false}});
+            const auto text = desk.item("explanation")->property("text").toString();
+            const bool isEverywhere = text == desk.item("translation")->property("text").toString()
+                && text == desk.item("answer")->property("text").toString();
+            return isEverywhere ? text : u"differs"_s;
+        };
+        const auto markup = u"<b>x</b> &amp; **y** \u202Eمرحبا <img src='http://127.0.0.1/'>"_s;
+        QCOMPARE(shown(markup), markup);
+        QCOMPARE(desk.item("explanation")->property("textFormat").toInt(), int{Qt::PlainText});
+        QCOMPARE(shown(u"a\r\nb\rc\u2028d\u0007\u0000\uFFFC"_s), u"a\nb\nc\nd"_s);
+        QCOMPARE(shown(QString(100000, u'长')), QString(20000, u'长') + u'…');
+    }
+
+    void switchesLanguageAndCloses()
+    {
+        Desk desk;
+        desk.panel.present(IslandContent::loading(u"word"_s), {}, {});
+        QCOMPARE(desk.item("title")->property("text").toString(), u"Reading…"_s);
+        desk.language = u"Chinese"_s;
+        desk.texts.refresh();
+        QCOMPARE(desk.item("title")->property("text").toString(), u"正在阅读…"_s);
+        desk.click("close");
+        QVERIFY(!desk.panel.isOnScreen());
+        QVERIFY(!desk.window->isVisible());
+    }
+};
 
 int main(int argc, char **argv)
 {

@@ -56,71 +56,68 @@ class PillViewTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { installApplicationFonts(); }
-    void followsAFinger();
-    void largeTextStaysWhole_data();
-    void largeTextStaysWhole();
-};
 
-void PillViewTest::followsAFinger()
-{
-    const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
-    Desk desk(2);
-    const auto finger = [&] { return QTest::touchEvent(desk.window, screen.get()); };
-    const QPoint start = QPoint(40, 40);
-    const QPoint before = desk.window->position();
-    const auto moveBy = [&](QPoint way) {
-        finger().move(0, before + start + way - desk.window->position());
-    };
-    auto isDragged = [&, steps = 0]() mutable { // a motion counts with the next frame
-        moveBy({-60, -30 - (++steps % 2)});
-        return desk.window->position() != before;
-    };
-    finger().press(0, start);
-    QTRY_VERIFY(isDragged());
-    moveBy({-60, -30});
-    QVERIFY(!desk.defaults.value(u"notesPillOrigin"_s).isValid());
-    finger().release(0, start); // the window has come along
-    QCOMPARE(desk.window->position(), before - QPoint(60, 30));
-    QVERIFY(desk.defaults.value(u"notesPillOrigin"_s).isValid());
-    QCOMPARE(desk.opened, 0);
-    for (const auto &place : {start, start + QPoint(60, -20)}) {
-        finger().press(0, place);
-        finger().release(0, place);
+    void followsAFinger()
+    {
+        const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+        Desk desk(2);
+        const auto finger = [&] { return QTest::touchEvent(desk.window, screen.get()); };
+        const QPoint start = QPoint(40, 40);
+        const QPoint before = desk.window->position();
+        const auto moveBy = [&](QPoint way) {
+            finger().move(0, before + start + way - desk.window->position());
+        };
+        auto isDragged = [&, steps = 0]() mutable { // a motion counts with the next frame
+            moveBy({-60, -30 - (++steps % 2)});
+            return desk.window->position() != before;
+        };
+        finger().press(0, start);
+        QTRY_VERIFY(isDragged());
+        moveBy({-60, -30});
+        QVERIFY(!desk.defaults.value(u"notesPillOrigin"_s).isValid());
+        finger().release(0, start); // the window has come along
+        QCOMPARE(desk.window->position(), before - QPoint(60, 30));
+        QVERIFY(desk.defaults.value(u"notesPillOrigin"_s).isValid());
+        QCOMPARE(desk.opened, 0);
+        for (const auto &place : {start, start + QPoint(60, -20)}) {
+            finger().press(0, place);
+            finger().release(0, place);
+        }
+        QVERIFY(desk.opened > 0); // two taps in a row may count as one
     }
-    QVERIFY(desk.opened > 0); // two taps in a row may count as one
-}
 
-void PillViewTest::largeTextStaysWhole_data()
-{
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<qreal>("points");
-    for (const auto &language : {u"English"_s, u"Chinese"_s}) {
-        for (const qreal points : {10.0, 15.0, 20.0}) // as usual, to twice of it
-            QTest::addRow("%s, %g points", qPrintable(language), points) << language << points;
+    void largeTextStaysWhole_data()
+    {
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<qreal>("points");
+        for (const auto &language : {u"English"_s, u"Chinese"_s}) {
+            for (const qreal points : {10.0, 15.0, 20.0}) // as usual, to twice of it
+                QTest::addRow("%s, %g points", qPrintable(language), points) << language << points;
+        }
     }
-}
 
-void PillViewTest::largeTextStaysWhole()
-{
-    QFETCH(QString, language);
-    QFETCH(qreal, points);
-    const test::LargeText large(points);
-    Desk desk(12345, language);
-    const QQuickItem *count = desk.item(u"count"_s);
-    QVERIFY(count && count->property("text").toString().endsWith("12345"_L1));
-    QVERIFY(!count->property("truncated").toBool());
-    QVERIFY(count->property("contentHeight").toReal() <= 44);
+    void largeTextStaysWhole()
+    {
+        QFETCH(QString, language);
+        QFETCH(qreal, points);
+        const test::LargeText large(points);
+        Desk desk(12345, language);
+        const QQuickItem *count = desk.item(u"count"_s);
+        QVERIFY(count && count->property("text").toString().endsWith("12345"_L1));
+        QVERIFY(!count->property("truncated").toBool());
+        QVERIFY(count->property("contentHeight").toReal() <= 44);
 
-    desk.entrance.showNotesList({}, {});
-    const auto isWhole = [&] {
+        desk.entrance.showNotesList({}, {});
+        const auto isWhole = [&] {
+            const QQuickItem *nothing = desk.item(u"nothing"_s);
+            return nothing && nothing->property("contentHeight").toReal() <= nothing->height()
+                && nothing->property("contentWidth").toReal() <= nothing->width();
+        };
+        QTRY_VERIFY(isWhole());
         const QQuickItem *nothing = desk.item(u"nothing"_s);
-        return nothing && nothing->property("contentHeight").toReal() <= nothing->height()
-            && nothing->property("contentWidth").toReal() <= nothing->width();
-    };
-    QTRY_VERIFY(isWhole());
-    const QQuickItem *nothing = desk.item(u"nothing"_s);
-    QVERIFY(nothing->mapToScene({0, nothing->height()}).y() <= desk.window->height());
-}
+        QVERIFY(nothing->mapToScene({0, nothing->height()}).y() <= desk.window->height());
+    }
+};
 
 int main(int argc, char **argv)
 {

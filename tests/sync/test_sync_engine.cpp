@@ -90,147 +90,140 @@ class TestSyncEngine : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void pushesWhatIsPending();
-    void callsDuringAPassMakeOneMore();
-    void marksWhatWasSentAndNotWhatCameMeanwhile();
-    void passEndsWhereEveryNoteWouldFail_data();
-    void passEndsWhereEveryNoteWouldFail();
-    void signedOutTouchesNothing();
-    void signingOutEndsAPass();
-};
-
-void TestSyncEngine::pushesWhatIsPending()
-{
-    Home home;
-    const ReadingNote note = makeNote(u"a"_s, 3);
-    home.store.add(note, page);
-    home.store.markSynced(note.id, 1);
-    home.push();
-    QCOMPARE(home.completions, 0); // never before the call returns
-    QCOMPARE(home.serve(done), u"A1"_s);
-    QCOMPARE(home.serve(done), u"A2"_s);
-    QVERIFY(waitUntil([&] { return home.completions == 1; }));
-    QVERIFY(home.store.pendingSync().isEmpty());
-
-    home.store.add(makeNote(u"b"_s), page);
-    home.push();
-    QCOMPARE(home.serve(created), u"C"_s);
-    QVERIFY(waitUntil([&] { return home.completions == 2; }));
-    home.push();
-    QVERIFY(waitUntil([&] { return home.completions == 3; }));
-    QVERIFY(home.isQuiet());
-    const QString file = home.folder.filePath(u"vellumo/notes.json"_s);
-    QVERIFY(waitUntil([&] { return NotesStore(file).pendingSync().isEmpty(); }));
-}
-
-void TestSyncEngine::callsDuringAPassMakeOneMore()
-{
-    Home home;
-    home.store.add(makeNote(u"a"_s), page);
-    home.push();
-    home.push();
-    QVERIFY(waitUntil([&] { return home.session.requests.size() == 1; }));
-    home.store.add(makeNote(u"b"_s), page);
-    home.push();
-    home.push();
-    QVERIFY(waitUntil([&] { return home.completions == 3; })); // all but the one at work
-    QCOMPARE(home.serve(failed), u"C"_s);
-    // the pass afterwards has both notes, and nothing comes after it
-    QCOMPARE(home.serve(created), u"C"_s);
-    QCOMPARE(home.serve(failed), u"C"_s);
-    QVERIFY(waitUntil([&] { return home.completions == 4; }));
-    QVERIFY(home.isQuiet());
-}
-
-void TestSyncEngine::marksWhatWasSentAndNotWhatCameMeanwhile()
-{
-    Home home;
-    ReadingNote note = makeNote(u"a"_s, 1);
-    home.store.add(note, page);
-    home.push();
-    QCOMPARE(home.serve(created), u"C"_s);
-    note.followUps.append({QUuid::createUuid(), u"later"_s, u"a"_s});
-    home.store.update(note, page);
-    QCOMPARE(home.serve(done), u"A0"_s);
-    QVERIFY(waitUntil([&] { return home.completions == 1; }));
-    QCOMPARE(home.store.pendingSync().value(0).state, (NoteSyncState{true, 1}));
-    home.push();
-    QCOMPARE(home.serve(done), u"Alater"_s);
-}
-
-void TestSyncEngine::passEndsWhereEveryNoteWouldFail_data()
-{
-    QTest::addColumn<int>("status"); // 0: no answer
-    QTest::addColumn<int>("requests"); // of a pass with three notes, and of the one after it
-    QTest::addColumn<int>("further");
-    QTest::newRow("no connection") << 0 << 1 << 3;
-    QTest::newRow("session refused") << 401 << 1 << 3;
-    QTest::newRow("refused") << 500 << 3 << 3;
-    QTest::newRow("too large") << 413 << 3 << 2;
-}
-
-void TestSyncEngine::passEndsWhereEveryNoteWouldFail()
-{
-    QFETCH(int, status);
-    QFETCH(int, requests);
-    QFETCH(int, further);
-    Home home;
-    for (int i = 0; i < 3; ++i)
-        home.store.add(makeNote(QString::number(i)), page);
-    const auto answered = [&](int failing) {
-        const int completions = home.completions;
-        const qsizetype before = home.session.requests.size();
+    void pushesWhatIsPending()
+    {
+        Home home;
+        const ReadingNote note = makeNote(u"a"_s, 3);
+        home.store.add(note, page);
+        home.store.markSynced(note.id, 1);
         home.push();
-        const bool hasEnded = waitUntil([&] {
-            if (home.session.requests.size() > before) {
-                const bool isFirst = failing-- > 0;
-                home.session.answer(!isFirst          ? HttpResponse{.status = 500}
-                                        : status == 0 ? Result<HttpResponse, HttpError>(HttpError{})
-                                                      : HttpResponse{.status = status});
-            }
-            return home.completions > completions;
-        });
-        return hasEnded ? home.session.requests.size() - before : -1;
-    };
-    QCOMPARE(answered(1), requests);
-    QCOMPARE(answered(0), further);
-}
+        QCOMPARE(home.completions, 0); // never before the call returns
+        QCOMPARE(home.serve(done), u"A1"_s);
+        QCOMPARE(home.serve(done), u"A2"_s);
+        QVERIFY(waitUntil([&] { return home.completions == 1; }));
+        QVERIFY(home.store.pendingSync().isEmpty());
 
-void TestSyncEngine::signedOutTouchesNothing()
-{
-    for (const bool isSignedIn : {false, true}) {
+        home.store.add(makeNote(u"b"_s), page);
+        home.push();
+        QCOMPARE(home.serve(created), u"C"_s);
+        QVERIFY(waitUntil([&] { return home.completions == 2; }));
+        home.push();
+        QVERIFY(waitUntil([&] { return home.completions == 3; }));
+        QVERIFY(home.isQuiet());
+        const QString file = home.folder.filePath(u"vellumo/notes.json"_s);
+        QVERIFY(waitUntil([&] { return NotesStore(file).pendingSync().isEmpty(); }));
+    }
+
+    void callsDuringAPassMakeOneMore()
+    {
         Home home;
         home.store.add(makeNote(u"a"_s), page);
-        home.isAllowed = !isSignedIn;
-        if (!isSignedIn)
-            home.auth.signedIn.reset();
         home.push();
-        home.pull();
-        QVERIFY(waitUntil([&] { return home.completions == 2; }));
+        home.push();
+        QVERIFY(waitUntil([&] { return home.session.requests.size() == 1; }));
+        home.store.add(makeNote(u"b"_s), page);
+        home.push();
+        home.push();
+        QVERIFY(waitUntil([&] { return home.completions == 3; })); // all but the one at work
+        QCOMPARE(home.serve(failed), u"C"_s);
+        // the pass afterwards has both notes, and nothing comes after it
+        QCOMPARE(home.serve(created), u"C"_s);
+        QCOMPARE(home.serve(failed), u"C"_s);
+        QVERIFY(waitUntil([&] { return home.completions == 4; }));
         QVERIFY(home.isQuiet());
     }
-}
 
-void TestSyncEngine::signingOutEndsAPass()
-{
-    Home home;
-    home.store.add(makeNote(u"a"_s), page);
-    home.store.add(makeNote(u"b"_s), page);
-    home.store.add(makeNote(u"c"_s), page);
-    home.push();
-    home.pull();
-    QVERIFY(waitUntil([&] { return home.session.requests.size() == 2; }));
-    home.auth.signedIn->email = u"new@example.org"_s; // of the same account
-    QCOMPARE(home.serve(created), u"C"_s);
-    QVERIFY(waitUntil([&] { return home.session.requests.size() == 3; }));
-    home.auth.signedIn->uid = u"another"_s;
-    QCOMPARE(home.serve(listOf(u"of the first one"_s)), u"L"_s);
-    QCOMPARE(home.serve(created), u"C"_s);
-    QVERIFY(waitUntil([&] { return home.completions == 2; }));
-    QVERIFY(home.isQuiet());
-    QCOMPARE(home.store.noteCount(), 3);
-    QCOMPARE(home.store.pendingSync().size(), 1); // what the server took is not sent again
-}
+    void marksWhatWasSentAndNotWhatCameMeanwhile()
+    {
+        Home home;
+        ReadingNote note = makeNote(u"a"_s, 1);
+        home.store.add(note, page);
+        home.push();
+        QCOMPARE(home.serve(created), u"C"_s);
+        note.followUps.append({QUuid::createUuid(), u"later"_s, u"a"_s});
+        home.store.update(note, page);
+        QCOMPARE(home.serve(done), u"A0"_s);
+        QVERIFY(waitUntil([&] { return home.completions == 1; }));
+        QCOMPARE(home.store.pendingSync().value(0).state, (NoteSyncState{true, 1}));
+        home.push();
+        QCOMPARE(home.serve(done), u"Alater"_s);
+    }
+
+    void passEndsWhereEveryNoteWouldFail_data()
+    {
+        QTest::addColumn<int>("status"); // 0: no answer
+        QTest::addColumn<int>("requests"); // of a pass with three notes, and of the one after it
+        QTest::addColumn<int>("further");
+        QTest::newRow("no connection") << 0 << 1 << 3;
+        QTest::newRow("session refused") << 401 << 1 << 3;
+        QTest::newRow("refused") << 500 << 3 << 3;
+        QTest::newRow("too large") << 413 << 3 << 2;
+    }
+
+    void passEndsWhereEveryNoteWouldFail()
+    {
+        QFETCH(int, status);
+        QFETCH(int, requests);
+        QFETCH(int, further);
+        Home home;
+        for (int i = 0; i < 3; ++i)
+            home.store.add(makeNote(QString::number(i)), page);
+        const auto answered = [&](int failing) {
+            const int completions = home.completions;
+            const qsizetype before = home.session.requests.size();
+            home.push();
+            const bool hasEnded = waitUntil([&] {
+                if (home.session.requests.size() > before) {
+                    const bool isFirst = failing-- > 0;
+                    home.session.answer(!isFirst ? HttpResponse{.status = 500}
+                                            : status == 0
+                                            ? Result<HttpResponse, HttpError>(HttpError{})
+                                            : HttpResponse{.status = status});
+                }
+                return home.completions > completions;
+            });
+            return hasEnded ? home.session.requests.size() - before : -1;
+        };
+        QCOMPARE(answered(1), requests);
+        QCOMPARE(answered(0), further);
+    }
+
+    void signedOutTouchesNothing()
+    {
+        for (const bool isSignedIn : {false, true}) {
+            Home home;
+            home.store.add(makeNote(u"a"_s), page);
+            home.isAllowed = !isSignedIn;
+            if (!isSignedIn)
+                home.auth.signedIn.reset();
+            home.push();
+            home.pull();
+            QVERIFY(waitUntil([&] { return home.completions == 2; }));
+            QVERIFY(home.isQuiet());
+        }
+    }
+
+    void signingOutEndsAPass()
+    {
+        Home home;
+        home.store.add(makeNote(u"a"_s), page);
+        home.store.add(makeNote(u"b"_s), page);
+        home.store.add(makeNote(u"c"_s), page);
+        home.push();
+        home.pull();
+        QVERIFY(waitUntil([&] { return home.session.requests.size() == 2; }));
+        home.auth.signedIn->email = u"new@example.org"_s; // of the same account
+        QCOMPARE(home.serve(created), u"C"_s);
+        QVERIFY(waitUntil([&] { return home.session.requests.size() == 3; }));
+        home.auth.signedIn->uid = u"another"_s;
+        QCOMPARE(home.serve(listOf(u"of the first one"_s)), u"L"_s);
+        QCOMPARE(home.serve(created), u"C"_s);
+        QVERIFY(waitUntil([&] { return home.completions == 2; }));
+        QVERIFY(home.isQuiet());
+        QCOMPARE(home.store.noteCount(), 3);
+        QCOMPARE(home.store.pendingSync().size(), 1); // what the server took is not sent again
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSyncEngine)
 #include "test_sync_engine.moc"

@@ -72,177 +72,170 @@ class TestSyncStatus : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void explainsWhyAPullFailed();
-    void explainsWhyThereIsNoToken();
-    void explainsWhyANoteStays();
-    void pullsDuringAPullMakeOneMore();
-    void countsNotesOnTheirWay();
-    void keepsNotesFromAnotherAccount_data();
-    void keepsNotesFromAnotherAccount();
-};
-
-void TestSyncStatus::explainsWhyAPullFailed()
-{
-    const std::pair<Result<HttpResponse, HttpError>, Problem> rows[] = {
-        {HttpError{HttpError::Kind::Refused}, Problem::Unreachable},
-        {HttpError{HttpError::Kind::Untrusted}, Problem::Untrusted},
-        {HttpError{HttpError::Kind::Insecure}, Problem::AddressNotAllowed},
-        {HttpError{HttpError::Kind::NoAddress}, Problem::AddressNotAllowed},
-        {HttpError{HttpError::Kind::TooLarge}, Problem::ListTooLarge},
-        {HttpResponse{.status = 503}, Problem::Refused},
-        {HttpResponse{.status = 200, .body = R"({"errors":[{"message":"no"}]})"}, Problem::Refused},
-        {HttpResponse{.status = 200, .body = "<html>"}, Problem::Unreadable},
-    };
-    Home home;
-    for (const auto &[answer, problem] : rows) {
-        home.status.syncNow();
-        QVERIFY(home.status.isSyncing());
-        QVERIFY(home.serve(answer) && home.isQuiet());
-        QCOMPARE(home.status.problem(), problem);
-        QVERIFY(home.status.problemTime().isValid());
-        QVERIFY(!home.status.lastFetched().isValid());
-    }
-    home.status.syncNow();
-    QVERIFY(home.serve(noneListed) && home.isQuiet());
-    QCOMPARE(home.status.problem(), Problem::None);
-    QVERIFY(home.status.lastFetched().isValid());
-}
-
-void TestSyncStatus::explainsWhyThereIsNoToken()
-{
-    using Kind = AuthError::Kind;
-    const std::pair<AuthError, Problem> cases[] = {
-        {{.kind = Kind::server, .status = 400}, Problem::SignedOut},
-        {{.kind = Kind::server, .status = 429}, Problem::Refused},
-        {{.kind = Kind::server, .status = 503}, Problem::Refused},
-        {{.kind = Kind::Unreadable}, Problem::Unreadable},
-        {{.kind = Kind::Network, .network = HttpError::Kind::TimedOut}, Problem::Unreachable},
-        {{.kind = Kind::Network, .network = HttpError::Kind::Untrusted}, Problem::Untrusted},
-        {{.kind = Kind::Network, .network = HttpError::Kind::TooLarge}, Problem::Unreadable},
-    };
-    for (const auto &[error, problem] : cases) {
+    void explainsWhyAPullFailed()
+    {
+        const std::pair<Result<HttpResponse, HttpError>, Problem> rows[] = {
+            {HttpError{HttpError::Kind::Refused}, Problem::Unreachable},
+            {HttpError{HttpError::Kind::Untrusted}, Problem::Untrusted},
+            {HttpError{HttpError::Kind::Insecure}, Problem::AddressNotAllowed},
+            {HttpError{HttpError::Kind::NoAddress}, Problem::AddressNotAllowed},
+            {HttpError{HttpError::Kind::TooLarge}, Problem::ListTooLarge},
+            {HttpResponse{.status = 503}, Problem::Refused},
+            {HttpResponse{.status = 200, .body = R"({"errors":[{"message":"no"}]})"},
+             Problem::Refused},
+            {HttpResponse{.status = 200, .body = "<html>"}, Problem::Unreadable},
+        };
         Home home;
-        home.auth.token = error;
-        home.status.pull();
-        QVERIFY(home.isQuiet());
-        QCOMPARE(home.status.problem(), problem);
+        for (const auto &[answer, problem] : rows) {
+            home.status.syncNow();
+            QVERIFY(home.status.isSyncing());
+            QVERIFY(home.serve(answer) && home.isQuiet());
+            QCOMPARE(home.status.problem(), problem);
+            QVERIFY(home.status.problemTime().isValid());
+            QVERIFY(!home.status.lastFetched().isValid());
+        }
+        home.status.syncNow();
+        QVERIFY(home.serve(noneListed) && home.isQuiet());
+        QCOMPARE(home.status.problem(), Problem::None);
+        QVERIFY(home.status.lastFetched().isValid());
     }
-}
 
-void TestSyncStatus::explainsWhyANoteStays()
-{
-    Home home;
-    home.store.add(makeNote(u"a"_s), page);
-    home.status.push();
-    QVERIFY(home.serve(HttpError{HttpError::Kind::TimedOut}) && home.isQuiet());
-    QCOMPARE(home.status.pending(), 1);
-    QCOMPARE(home.status.problem(), Problem::Unreachable);
+    void explainsWhyThereIsNoToken()
+    {
+        using Kind = AuthError::Kind;
+        const std::pair<AuthError, Problem> cases[] = {
+            {{.kind = Kind::server, .status = 400}, Problem::SignedOut},
+            {{.kind = Kind::server, .status = 429}, Problem::Refused},
+            {{.kind = Kind::server, .status = 503}, Problem::Refused},
+            {{.kind = Kind::Unreadable}, Problem::Unreadable},
+            {{.kind = Kind::Network, .network = HttpError::Kind::TimedOut}, Problem::Unreachable},
+            {{.kind = Kind::Network, .network = HttpError::Kind::Untrusted}, Problem::Untrusted},
+            {{.kind = Kind::Network, .network = HttpError::Kind::TooLarge}, Problem::Unreadable},
+        };
+        for (const auto &[error, problem] : cases) {
+            Home home;
+            home.auth.token = error;
+            home.status.pull();
+            QVERIFY(home.isQuiet());
+            QCOMPARE(home.status.problem(), problem);
+        }
+    }
 
-    // That the way back works does not bring the note there.
-    home.status.pull();
-    QVERIFY(home.serve(noneListed) && home.isQuiet());
-    QCOMPARE(home.status.problem(), Problem::Unreachable);
-
-    home.status.push();
-    QVERIFY(home.serve(created) && home.isQuiet());
-    QCOMPARE(home.status.pending(), 0);
-    home.store.add(makeNote(u"b"_s), page);
-    home.status.push(); // under way, with nothing against it
-    QCOMPARE(home.status.pending(), 1);
-    QCOMPARE(home.status.problem(), Problem::None);
-    QVERIFY(home.serve(HttpResponse{.status = 413}) && home.isQuiet());
-    QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
-    home.status.push(); // of what is too large nothing is sent again
-    QVERIFY(home.isQuiet());
-    QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
-
-    Home elsewhere{QString()};
-    elsewhere.store.add(makeNote(u"a"_s), page);
-    elsewhere.status.push();
-    QVERIFY(elsewhere.isQuiet());
-    QCOMPARE(elsewhere.status.problem(), Problem::AddressNotAllowed);
-
-    elsewhere.status.forget();
-    QCOMPARE(elsewhere.status.problem(), Problem::None);
-}
-
-void TestSyncStatus::pullsDuringAPullMakeOneMore()
-{
-    Home home;
-    for (int i = 0; i < 4; ++i)
-        home.status.pull();
-    QVERIFY(home.serve(noneListed) && home.serve(noneListed) && home.isQuiet());
-    QCOMPARE(home.session.requests.size(), 2);
-}
-
-void TestSyncStatus::countsNotesOnTheirWay()
-{
-    Home home;
-    home.status.announceArrivals();
-    QVERIFY(home.serve(oneListed) && home.isQuiet());
-    QCOMPARE(home.status.arriving(), 0); // no pull was asked for
-
-    home.status.syncNow();
-    home.status.announceArrivals();
-    QVERIFY(home.serve(oneListed));
-    QVERIFY(waitUntil([&] { return home.status.arriving() == 1; }));
-    QVERIFY(home.serve(oneListed) && home.isQuiet());
-    QCOMPARE(home.status.arriving(), 0);
-    QCOMPARE(home.store.noteCount(), 1);
-
-    home.status.announceArrivals();
-    QVERIFY(home.serve(oneListed) && home.isQuiet());
-    QCOMPARE(home.status.arriving(), 0);
-}
-
-void TestSyncStatus::keepsNotesFromAnotherAccount_data()
-{
-    QTest::addColumn<QString>("owner");
-    QTest::addColumn<bool>("hasNote");
-    QTest::addColumn<bool>("isAsked");
-    QTest::newRow("the same") << u"u"_s << true << false;
-    QTest::newRow("another") << u"v"_s << true << true;
-    QTest::newRow("the first") << QString() << true << true;
-    QTest::newRow("another, nothing to send") << u"v"_s << false << false;
-    QTest::newRow("the first, nothing to send") << QString() << false << false;
-}
-
-void TestSyncStatus::keepsNotesFromAnotherAccount()
-{
-    QFETCH(QString, owner);
-    QFETCH(bool, hasNote);
-    QFETCH(bool, isAsked);
-    Home home;
-    home.own(owner);
-    if (hasNote)
+    void explainsWhyANoteStays()
+    {
+        Home home;
         home.store.add(makeNote(u"a"_s), page);
-    home.status.syncNow();
-    if (!isAsked) {
-        QVERIFY((!hasNote || home.serve(created)) && home.serve(noneListed) && home.isQuiet());
-        QVERIFY(!home.ownership.isUnanswered() && !home.status.isWithheld());
-        QCOMPARE(home.owner(), u"u"_s);
-        return;
+        home.status.push();
+        QVERIFY(home.serve(HttpError{HttpError::Kind::TimedOut}) && home.isQuiet());
+        QCOMPARE(home.status.pending(), 1);
+        QCOMPARE(home.status.problem(), Problem::Unreachable);
+
+        // That the way back works does not bring the note there.
+        home.status.pull();
+        QVERIFY(home.serve(noneListed) && home.isQuiet());
+        QCOMPARE(home.status.problem(), Problem::Unreachable);
+
+        home.status.push();
+        QVERIFY(home.serve(created) && home.isQuiet());
+        QCOMPARE(home.status.pending(), 0);
+        home.store.add(makeNote(u"b"_s), page);
+        home.status.push(); // under way, with nothing against it
+        QCOMPARE(home.status.pending(), 1);
+        QCOMPARE(home.status.problem(), Problem::None);
+        QVERIFY(home.serve(HttpResponse{.status = 413}) && home.isQuiet());
+        QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
+        home.status.push(); // of what is too large nothing is sent again
+        QVERIFY(home.isQuiet());
+        QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
+
+        Home elsewhere{QString()};
+        elsewhere.store.add(makeNote(u"a"_s), page);
+        elsewhere.status.push();
+        QVERIFY(elsewhere.isQuiet());
+        QCOMPARE(elsewhere.status.problem(), Problem::AddressNotAllowed);
+
+        elsewhere.status.forget();
+        QCOMPARE(elsewhere.status.problem(), Problem::None);
     }
-    QVERIFY(home.isQuiet());
-    QVERIFY(home.ownership.isUnanswered() && home.status.isWithheld());
 
-    home.ownership.decline();
-    home.status.syncNow();
-    QVERIFY(home.isQuiet());
-    QVERIFY(!home.ownership.isUnanswered() && home.status.isWithheld());
-    QCOMPARE(home.status.pending(), 1);
-    NotesOwnership later({home.defaults, home.auth, home.store}); // of the next run
-    QVERIFY(!later.allowsSync() && later.isWithheld() && !later.isUnanswered());
+    void pullsDuringAPullMakeOneMore()
+    {
+        Home home;
+        for (int i = 0; i < 4; ++i)
+            home.status.pull();
+        QVERIFY(home.serve(noneListed) && home.serve(noneListed) && home.isQuiet());
+        QCOMPARE(home.session.requests.size(), 2);
+    }
 
-    home.auth.signedIn->uid = u"w"_s; // is asked about anew
-    home.status.syncNow();
-    QVERIFY(home.isQuiet() && home.ownership.isUnanswered());
-    home.auth.signedIn->uid = u"u"_s;
-    home.status.uploadWithheld();
-    QVERIFY(home.serve(created) && home.serve(noneListed) && home.isQuiet());
-    QVERIFY(!home.status.isWithheld());
-    QCOMPARE(home.owner(), u"u"_s);
-}
+    void countsNotesOnTheirWay()
+    {
+        Home home;
+        home.status.announceArrivals();
+        QVERIFY(home.serve(oneListed) && home.isQuiet());
+        QCOMPARE(home.status.arriving(), 0); // no pull was asked for
+
+        home.status.syncNow();
+        home.status.announceArrivals();
+        QVERIFY(home.serve(oneListed));
+        QVERIFY(waitUntil([&] { return home.status.arriving() == 1; }));
+        QVERIFY(home.serve(oneListed) && home.isQuiet());
+        QCOMPARE(home.status.arriving(), 0);
+        QCOMPARE(home.store.noteCount(), 1);
+
+        home.status.announceArrivals();
+        QVERIFY(home.serve(oneListed) && home.isQuiet());
+        QCOMPARE(home.status.arriving(), 0);
+    }
+
+    void keepsNotesFromAnotherAccount_data()
+    {
+        QTest::addColumn<QString>("owner");
+        QTest::addColumn<bool>("hasNote");
+        QTest::addColumn<bool>("isAsked");
+        QTest::newRow("the same") << u"u"_s << true << false;
+        QTest::newRow("another") << u"v"_s << true << true;
+        QTest::newRow("the first") << QString() << true << true;
+        QTest::newRow("another, nothing to send") << u"v"_s << false << false;
+        QTest::newRow("the first, nothing to send") << QString() << false << false;
+    }
+
+    void keepsNotesFromAnotherAccount()
+    {
+        QFETCH(QString, owner);
+        QFETCH(bool, hasNote);
+        QFETCH(bool, isAsked);
+        Home home;
+        home.own(owner);
+        if (hasNote)
+            home.store.add(makeNote(u"a"_s), page);
+        home.status.syncNow();
+        if (!isAsked) {
+            QVERIFY((!hasNote || home.serve(created)) && home.serve(noneListed) && home.isQuiet());
+            QVERIFY(!home.ownership.isUnanswered() && !home.status.isWithheld());
+            QCOMPARE(home.owner(), u"u"_s);
+            return;
+        }
+        QVERIFY(home.isQuiet());
+        QVERIFY(home.ownership.isUnanswered() && home.status.isWithheld());
+
+        home.ownership.decline();
+        home.status.syncNow();
+        QVERIFY(home.isQuiet());
+        QVERIFY(!home.ownership.isUnanswered() && home.status.isWithheld());
+        QCOMPARE(home.status.pending(), 1);
+        NotesOwnership later({home.defaults, home.auth, home.store}); // of the next run
+        QVERIFY(!later.allowsSync() && later.isWithheld() && !later.isUnanswered());
+
+        home.auth.signedIn->uid = u"w"_s; // is asked about anew
+        home.status.syncNow();
+        QVERIFY(home.isQuiet() && home.ownership.isUnanswered());
+        home.auth.signedIn->uid = u"u"_s;
+        home.status.uploadWithheld();
+        QVERIFY(home.serve(created) && home.serve(noneListed) && home.isQuiet());
+        QVERIFY(!home.status.isWithheld());
+        QCOMPARE(home.owner(), u"u"_s);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestSyncStatus)
 #include "test_sync_status.moc"

@@ -77,9 +77,89 @@ private Q_SLOTS:
         static_cast<KeyringState &>(keyring_) = {};
         items_ = std::make_unique<SecretServiceItems>(bus_, QStringLiteral(VELLUMO_CIPHER_MODULE));
     }
-    void asksTheUserOnlyWhenUnlocking();
-    void goesOnAfterAnError();
-    void refusesPredictableKeys();
+
+    void asksTheUserOnlyWhenUnlocking()
+    {
+        QSignalSpy readable(items_.get(), &SecretItems::becameReadable);
+        const auto answer = [&](bool isDismissed) {
+            QDBusMessage signal = QDBusMessage::createSignal(
+                place.path(), QString::fromLatin1(promptInterface), u"Completed"_s);
+            signal << isDismissed << QVariant::fromValue(QDBusVariant(u""_s));
+            return end_.send(signal);
+        };
+
+        items_->set(u"a"_s, "older");
+        items_->set(u"a"_s, "value");
+        QCOMPARE(get().kind, Kind::Missing);
+        QCOMPARE(keyring_.withdrawn, 1); // or the older value could come last
+        QCOMPARE(keyring_.asked, 0);
+        items_->unlock();
+        QVERIFY(waitUntil([&] { return keyring_.asked == 1; }));
+        QVERIFY(answer(true));
+        items_->set(u"a"_s, "value");
+        items_->unlock();
+        QVERIFY(waitUntil([&] { return keyring_.asked == 2; }));
+        QCOMPARE(readable.count(), 0);
+        keyring_.hasItem = true;
+        QVERIFY(answer(false));
+        QVERIFY(waitUntil([&] { return readable.count() == 1; }));
+        QCOMPARE(get().value, "value");
+        items_->remove(u"a"_s);
+        items_->unlock();
+        QVERIFY(waitUntil([&] { return keyring_.asked == 3; }));
+    }
+
+    void goesOnAfterAnError()
+    {
+        const std::pair<QString, bool> rows[] = {{u"SearchItems"_s, false},
+                                                 {u"ReadAlias"_s, false},
+                                                 {u"Get"_s, false},
+                                                 {u"OpenSession"_s, true},
+                                                 {u"GetSecret"_s, true}};
+        for (const auto &[method, hasItem] : rows) {
+            keyring_.hasItem = hasItem;
+            keyring_.failing = method;
+            QVERIFY2(get().kind == Kind::Unavailable, qPrintable(method));
+            keyring_.failing.clear();
+            QVERIFY2(get().kind == (hasItem ? Kind::Found : Kind::Missing), qPrintable(method));
+        }
+        keyring_.failing = u"CreateItem"_s;
+        items_->set(u"a"_s, "value"); // is owed then, and keeps nothing from being asked
+        QCOMPARE(get().kind, Kind::Found);
+    }
+
+    void refusesPredictableKeys()
+    {
+        using namespace secretCipherModule;
+        QLibrary library(QStringLiteral(VELLUMO_CIPHER_MODULE));
+        const auto find = reinterpret_cast<Find>(library.resolve(function));
+        QVERIFY(find);
+        QByteArray own(pairSize, '\0');
+        QByteArray open(pairSize, '\0');
+        QByteArray key(blockSize, '\0');
+        const auto bytes = [](QByteArray &array) {
+            return reinterpret_cast<unsigned char *>(array.data());
+        };
+        QCOMPARE(find()->makePair(bytes(own), bytes(open)), 1);
+        const auto agrees = [&](QByteArray peer) {
+            return find()->agree(bytes(own), bytes(peer), static_cast<size_t>(peer.size()),
+                                 bytes(key));
+        };
+        const QByteArray prime = QByteArray::fromHex(
+            "FFFFFFFFFFFFFFFFC90FDAA22168C234C4C6628B80DC1CD129024E088A67CC74020BBEA63B139B22514A08"
+            "798E"
+            "34"
+            "04DDEF9519B3CD3A431B302B0A6DF25F14374FE1356D6D51C245E485B576625E7EC6F44C42E9A637ED6B0B"
+            "FF5C"
+            "B6"
+            "F406B7EDEE386BFB5A899FA5AE9F24117C4B1FE649286651ECE65381FFFFFFFFFFFFFFFF");
+        QByteArray belowPrime = prime;
+        belowPrime.back() = '\xFE';
+        for (const QByteArray &peer : {QByteArray(1, '\0'), QByteArray(1, '\1'), belowPrime, prime})
+            QCOMPARE(agrees(peer), 0);
+        QCOMPARE(agrees(QByteArray(1, '\2')), 1);
+        QCOMPARE(agrees(open), 1);
+    }
 
 private:
     SecretAnswer get()
@@ -94,86 +174,6 @@ private:
     SessionBus bus_;
     std::unique_ptr<SecretServiceItems> items_;
 };
-
-void TestSecretQuestions::goesOnAfterAnError()
-{
-    const std::pair<QString, bool> rows[] = {{u"SearchItems"_s, false},
-                                             {u"ReadAlias"_s, false},
-                                             {u"Get"_s, false},
-                                             {u"OpenSession"_s, true},
-                                             {u"GetSecret"_s, true}};
-    for (const auto &[method, hasItem] : rows) {
-        keyring_.hasItem = hasItem;
-        keyring_.failing = method;
-        QVERIFY2(get().kind == Kind::Unavailable, qPrintable(method));
-        keyring_.failing.clear();
-        QVERIFY2(get().kind == (hasItem ? Kind::Found : Kind::Missing), qPrintable(method));
-    }
-    keyring_.failing = u"CreateItem"_s;
-    items_->set(u"a"_s, "value"); // is owed then, and keeps nothing from being asked
-    QCOMPARE(get().kind, Kind::Found);
-}
-
-void TestSecretQuestions::asksTheUserOnlyWhenUnlocking()
-{
-    QSignalSpy readable(items_.get(), &SecretItems::becameReadable);
-    const auto answer = [&](bool isDismissed) {
-        QDBusMessage signal = QDBusMessage::createSignal(
-            place.path(), QString::fromLatin1(promptInterface), u"Completed"_s);
-        signal << isDismissed << QVariant::fromValue(QDBusVariant(u""_s));
-        return end_.send(signal);
-    };
-
-    items_->set(u"a"_s, "older");
-    items_->set(u"a"_s, "value");
-    QCOMPARE(get().kind, Kind::Missing);
-    QCOMPARE(keyring_.withdrawn, 1); // or the older value could come last
-    QCOMPARE(keyring_.asked, 0);
-    items_->unlock();
-    QVERIFY(waitUntil([&] { return keyring_.asked == 1; }));
-    QVERIFY(answer(true));
-    items_->set(u"a"_s, "value");
-    items_->unlock();
-    QVERIFY(waitUntil([&] { return keyring_.asked == 2; }));
-    QCOMPARE(readable.count(), 0);
-    keyring_.hasItem = true;
-    QVERIFY(answer(false));
-    QVERIFY(waitUntil([&] { return readable.count() == 1; }));
-    QCOMPARE(get().value, "value");
-    items_->remove(u"a"_s);
-    items_->unlock();
-    QVERIFY(waitUntil([&] { return keyring_.asked == 3; }));
-}
-
-void TestSecretQuestions::refusesPredictableKeys()
-{
-    using namespace secretCipherModule;
-    QLibrary library(QStringLiteral(VELLUMO_CIPHER_MODULE));
-    const auto find = reinterpret_cast<Find>(library.resolve(function));
-    QVERIFY(find);
-    QByteArray own(pairSize, '\0');
-    QByteArray open(pairSize, '\0');
-    QByteArray key(blockSize, '\0');
-    const auto bytes = [](QByteArray &array) {
-        return reinterpret_cast<unsigned char *>(array.data());
-    };
-    QCOMPARE(find()->makePair(bytes(own), bytes(open)), 1);
-    const auto agrees = [&](QByteArray peer) {
-        return find()->agree(bytes(own), bytes(peer), static_cast<size_t>(peer.size()), bytes(key));
-    };
-    const QByteArray prime = QByteArray::fromHex(
-        "FFFFFFFFFFFFFFFFC90FDAA22168C234C4C6628B80DC1CD129024E088A67CC74020BBEA63B139B22514A08798E"
-        "34"
-        "04DDEF9519B3CD3A431B302B0A6DF25F14374FE1356D6D51C245E485B576625E7EC6F44C42E9A637ED6B0BFF5C"
-        "B6"
-        "F406B7EDEE386BFB5A899FA5AE9F24117C4B1FE649286651ECE65381FFFFFFFFFFFFFFFF");
-    QByteArray belowPrime = prime;
-    belowPrime.back() = '\xFE';
-    for (const QByteArray &peer : {QByteArray(1, '\0'), QByteArray(1, '\1'), belowPrime, prime})
-        QCOMPARE(agrees(peer), 0);
-    QCOMPARE(agrees(QByteArray(1, '\2')), 1);
-    QCOMPARE(agrees(open), 1);
-}
 
 QTEST_GUILESS_MAIN(TestSecretQuestions)
 #include "test_secret_questions.moc"
