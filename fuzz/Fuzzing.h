@@ -10,7 +10,7 @@
 
 namespace vellumo::fuzzing {
 
-/// Ends the run when a property does not hold; the fuzzer keeps the input that showed it.
+/// Ends the run when a property does not hold. The fuzzer keeps the input that caused it.
 inline void require(bool holds, const char *property)
 {
     if (!holds) {
@@ -19,7 +19,7 @@ inline void require(bool holds, const char *property)
     }
 }
 
-/// The input itself, not a copy: a read beyond its end is seen.
+/// Refers to the input without a copy, so that a read beyond its end is noticed.
 inline QByteArray bytes(const uint8_t *data, size_t size)
 {
     return QByteArray::fromRawData(reinterpret_cast<const char *>(data),
@@ -33,5 +33,5 @@ inline QString text(const uint8_t *data, size_t size)
 
 } // namespace vellumo::fuzzing
 
-/// Runs one input; what libFuzzer calls.
+/// Runs one input. Called by libFuzzer.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);

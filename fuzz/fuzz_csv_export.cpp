@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// A table's cells are read back as what the note says, and no spreadsheet calculates with one,
-// whichever sign it takes between cells.
-// The source, what it means, a question, its answer and the place come one after the other,
-// between NULs.
+// Cells of an exported table are read back unchanged, and no spreadsheet evaluates one,
+// whichever separator it uses.
+// The input has the source, its translation, a question, its answer and the place, separated
+// by NULs.
 
 #include "Fuzzing.h"
 #include "export/CsvNotes.h"
@@ -14,8 +14,8 @@ using namespace vellumo::fuzzing;
 
 namespace {
 
-/// The cells of one row, as spreadsheets read it that take this sign between cells: quotes count at
-/// a cell's beginning, and what follows a closing quote is added as it is.
+/// Returns the cells of one row as a spreadsheet with this separator reads them. Quotes count at
+/// the beginning of a cell; what follows a closing quote is appended unchanged.
 QStringList cellsOf(const QString &row, QChar separator)
 {
     QStringList cells;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// Three versions, each on a line: their order is one.
+// Three versions, one on each line, have a consistent order.
 
 #include "Fuzzing.h"
 #include "update/DebianVersion.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// Text with embedded objects, of an application that answers whatever it likes.
+// Text with embedded objects of an application that gives arbitrary answers.
 
 #include "Fuzzing.h"
 #include "platform/atspi/EmbeddedText.h"
@@ -64,7 +64,7 @@ QVariantList answerTo(const QString &method)
 
 } // namespace
 
-/// In place of the bus: every call is answered at once, now and then with a refusal or a wrong
+/// Replaces the bus. Answers every call at once, sometimes with an error or a wrong
 /// type.
 QDBusPendingCall QDBusConnection::asyncCall(const QDBusMessage &message, int /*timeout*/) const
 {

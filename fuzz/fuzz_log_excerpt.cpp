@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// A server's message, and after a NUL each value that was sent.
+// A server's message, followed by a NUL and each value that was sent.
 
 #include "Fuzzing.h"
 #include "sync/LogExcerpt.h"
@@ -10,7 +10,7 @@ using namespace vellumo::fuzzing;
 
 namespace {
 
-/// One by one: in whole texts some letters become two, and seven characters in common eight.
+/// Folds one character at a time: in a whole text some letters become two, which changes counts.
 QString lowered(QString text)
 {
     for (QChar &c : text) {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// Whatever a note says stays text: a reader of the document finds no markup but ours. The source
-// and what it means come one after the other, between them a NUL.
+// Text of a note stays text: a reader of the document finds no markup but ours. The source
+// and its translation are separated by a NUL.
 
 #include "Fuzzing.h"
 #include "export/MarkdownNotes.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// What is read from a notes file is written so that it is read again as the same.
+// Notes that were read from a file are the same after they are written and read again.
 
 #include "Fuzzing.h"
 #include "notes/StoreFile.h"

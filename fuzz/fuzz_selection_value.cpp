@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// What another program hands over as its selection.
+// Selections as other programs send them.
 
 #include "Fuzzing.h"
 #include "platform/x11/SelectionValue.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// A sign-in with whatever address comes back from the browser and whatever the token service
-// answers: a callback's address, a line end, an answer's body, again for each that follows.
+// A sign-in with any address from the browser and any answers of the token service:
+// the callback's address and the body of each answer, separated by line ends.
 
 #include "Fuzzing.h"
 #include "account/AuthService.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// What a signed feed says, once its signature is good.
+// Contents of a feed with a valid signature.
 
 #include "Fuzzing.h"
 #include "update/Ed25519PublicKey.h"
@@ -10,7 +10,7 @@
 using namespace vellumo;
 using namespace vellumo::fuzzing;
 
-/// In place of the real check, so that what lies behind it is reached.
+/// Replaces the real check, so that the code behind it is reached.
 SignatureCheck::Verdict SignatureCheck::verify(const Ed25519PublicKey & /*key*/,
                                                QByteArrayView /*message*/,
                                                QByteArrayView /*signature*/) const

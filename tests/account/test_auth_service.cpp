@@ -31,7 +31,7 @@ HttpResponse tokens(const QByteArray &lifetime = "3600")
             .body = R"({"id_token":"i1","refresh_token":"r2","expires_in":")" + lifetime + R"("})"};
 }
 
-/// An answer that says whose it is; with no uid at all, where `uid` is null.
+/// Returns an answer that names the account. A null `uid` leaves it out.
 HttpResponse tokensOf(const QString &uid, const QString &sub, const QString &email)
 {
     const QByteArray user = uid.isNull() ? QByteArray() : R"("user_id":")" + uid.toUtf8() + R"(",)";
@@ -41,7 +41,7 @@ HttpResponse tokensOf(const QString &uid, const QString &sub, const QString &ema
                 + R"(","refresh_token":"r2","expires_in":"3600"})"};
 }
 
-/// The service with its collaborators; records what callers get.
+/// The service with its collaborators. Records what callers get.
 struct Desk {
     explicit Desk(const Stored &stored = {}, bool isHung = false)
     {
@@ -50,7 +50,7 @@ struct Desk {
         start(isHung);
     }
 
-    /// The program's start; a second one is its next run.
+    /// Starts the program; a second call is its next run.
     void start(bool isHung = false)
     {
         auth.reset();
@@ -328,8 +328,8 @@ private Q_SLOTS:
         const QString none;
         const struct {
             const char *name;
-            QString email; // that the page names
-            QString userId; // that the service says, and so on
+            QString email; // named by the page
+            QString userId; // named by the service, as are the next ones
             QString subject;
             QString claimed;
             bool isRefused = false;
@@ -429,7 +429,7 @@ private Q_SLOTS:
         desk.answer(HttpResponse{503, {}, {}});
         QCOMPARE(desk.said(), QStringList{u"sign-in: HTTP 503"_s});
         QCOMPARE(desk.state(), u"u1 new+x@b.org"_s);
-        desk.askForToken(); // the one of the former user is not good enough
+        desk.askForToken(); // the previous user's token does not count
         QCOMPARE(desk.http.requests.constLast().body.right(2), QByteArray("r1"));
     }
 
@@ -469,7 +469,7 @@ private Q_SLOTS:
         QCOMPARE(desk.secrets.values, Stored());
     }
 
-    /// Although the keyring is closed then, and the user does not open it.
+    /// The keyring is closed then, and the user does not open it.
     void signingOutHolds()
     {
         for (const bool signsInAgain : {false, true}) {
@@ -490,7 +490,7 @@ private Q_SLOTS:
             QCOMPARE(desk.secrets.values, Stored());
             QVERIFY(!desk.defaults.value(u"signedOut"_s).isValid());
 
-            // what is stored while the sign-out is still owed counts once it is stored
+            // a session that is stored while the sign-out is pending counts once it is stored
             Desk open(someone);
             signOut(open);
             QVERIFY(open.defaults.value(u"signedOut"_s).toBool());

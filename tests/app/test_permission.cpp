@@ -31,7 +31,7 @@ private Q_SLOTS:
         manager.onChange = [&reports](bool isTrusted) { reports.append(isTrusted); };
         manager.startMonitoring();
 
-        Q_EMIT accessibility.trustChanged(); // nothing has changed
+        Q_EMIT accessibility.trustChanged(); // without a change
         clock.advance(1s);
         QCOMPARE(reports, QList<bool>());
 
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QVERIFY(QFile::rename(folder, folder + u"2"_s) && obstacle.open(QIODevice::WriteOnly));
         saveOneMore();
         QCoreApplication::processEvents();
-        QVERIFY(panel.isOnScreen()); // another failure is said again
+        QVERIFY(panel.isOnScreen()); // another failure is reported again
     }
 };
 

@@ -69,7 +69,7 @@ public:
     }
 };
 
-/// Behaves as the real panel does towards the coordinator; shows nothing.
+/// Behaves towards the coordinator as the real panel does. Shows nothing.
 class FakeResultPanel : public ResultPanelControlling {
 public:
     std::optional<IslandContent> shown; ///< absent while no panel is on screen

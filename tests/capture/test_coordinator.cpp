@@ -20,7 +20,7 @@ const ReadingContext window{u"app-window:x:y"_s, u"y"_s, ReadingContextSource::a
 const ExplanationResult answer{u"译文"_s, u"explanation"_s};
 const ExplanationError failure = DecodingError{};
 
-// Lets the tasks run that were started, and those that they start.
+// Runs the pending tasks and those that they start.
 void settle()
 {
     for (int hop = 0; hop < 3; ++hop) {
@@ -127,7 +127,7 @@ private Q_SLOTS:
 
         doubleTap();
         with_->explainer.explanations[1].answer(withoutKey({KeyError::Kind::Late}));
-        QCOMPARE(with_->panel.help, ErrorHelp::None); // time helps
+        QCOMPARE(with_->panel.help, ErrorHelp::None); // only waiting helps
     }
 
     void explanationWithoutContextIsNotStored()
@@ -168,7 +168,7 @@ private Q_SLOTS:
         with_->panel.dismiss();
         QCOMPARE(with_->store.notes.at(0).context.key, page.key + u"2"_s);
 
-        // what is shown meanwhile is read elsewhere
+        // a document that is shown meanwhile does not count
         explainSelection(u"y"_s);
         const ReadingNote note{QUuid::createUuid(), u"z"_s, {}, u"e"_s, 5, {}};
         with_->store.notes.append({note, window});
@@ -185,7 +185,7 @@ private Q_SLOTS:
         settle();
         QVERIFY(with_->panel.isOnScreen());
         with_->explainer.explanations[0].answer(answer);
-        QCOMPARE(with_->workspace.skips, 1); // it was on screen: what happened meanwhile counts
+        QCOMPARE(with_->workspace.skips, 1); // not again: the panel was on screen
         Q_EMIT with_->workspace.didActivateApplication(99);
         settle();
         QVERIFY(!with_->panel.isOnScreen());
@@ -226,7 +226,7 @@ private Q_SLOTS:
                  (QStringList{u"Q1"_s, u"A1"_s, u"Q2"_s,
                               u"failed: vellumo could not answer that just now."_s, u"Q3"_s,
                               u"unkept: A3"_s}));
-        // a second question without an answer brings the pairs back, and the panel says no less
+        // a second question without an answer keeps the pairs, and the panel shows as much
         ask(u"Q4"_s);
         with_->explainer.followUps[3].answer(failure);
         ask(u"Q5"_s);

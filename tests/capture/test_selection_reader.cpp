@@ -29,7 +29,7 @@ const QList<PasteboardItem> usersClipboard = {
 
 const SelectedText unfinished{SelectedText::Kind::Unfinished, {}};
 
-/// What the application in front would answer on each road, and what comes of it.
+/// How the application in front answers in each of the three ways, and what is expected.
 struct Roads {
     std::optional<ElementKind> focused = ElementKind::Ordinary;
     bool isTapped = false; ///< Option, twice, 300 ms apart

@@ -8,7 +8,7 @@
 
 namespace vellumo::test {
 
-/// A tray of the older kind, which embeds icons as windows, for as long as this object.
+/// A tray of the older kind, which embeds icons as windows. Exists as long as this object.
 class EmbeddingTray {
 public:
     EmbeddingTray();
@@ -18,7 +18,7 @@ public:
     EmbeddingTray(EmbeddingTray &&) = delete;
     EmbeddingTray &operator=(EmbeddingTray &&) = delete;
 
-    /// Where the first icon that asks for a place is shown.
+    /// Returns where the first icon that asks for a place is shown.
     [[nodiscard]] std::optional<QRect> waitForIcon();
 
 private:

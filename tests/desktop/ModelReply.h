@@ -11,7 +11,7 @@ namespace vellumo::test {
 
 inline const QByteArray target = "/v1/chat/completions";
 
-/// What a chat-completions service sends when the model replies with this.
+/// Returns what a chat-completions service sends when the model replies with this.
 inline HttpAnswer modelSays(const QString &reply)
 {
     using namespace Qt::StringLiterals;
@@ -20,7 +20,7 @@ inline HttpAnswer modelSays(const QString &reply)
     return {.body = QJsonDocument(QJsonObject{{u"choices"_s, choices}}).toJson()};
 }
 
-/// The reply of a model that explains as it was asked to.
+/// Returns the reply of a model that follows its instructions.
 inline QString explanationOf(const QString &text)
 {
     return QStringLiteral(R"({"intent": "x", "translation": "", "explanation": "%1"})").arg(text);

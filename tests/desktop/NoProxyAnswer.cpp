@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// Loaded before a program: the system then never answers which proxies to use, as when the script
-// for it lies on a host that is silent.
+// Preloaded into a program. The system then never answers which proxies to use, as when the script
+// for it is on a host that does not answer.
 #include <unistd.h>
 
 extern "C" __attribute__((visibility("default"))) char **

@@ -15,8 +15,8 @@ using namespace std::chrono_literals;
 
 inline const QString sentence = u"The tide turns twice a day, and nobody asks it why."_s;
 
-/// Base of the tests that drive the built program. Each function and each row has a program with
-/// settings and data of its own, and an editor with the sentence; neither is started yet.
+/// Base of the tests that drive the built program. Each function and each row gets a program with
+/// separate settings and data, and an editor with the sentence. Neither is started yet.
 class ProgramTest : public QObject {
     Q_OBJECT
 

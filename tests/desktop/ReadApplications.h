@@ -6,8 +6,8 @@
 
 namespace vellumo::test {
 
-/// Applications that only the reading tests start. The browsers have a fresh profile, ask nothing
-/// and fetch nothing of their own.
+/// Applications that only tests start. The browsers have a fresh profile, ask nothing
+/// and fetch nothing in the background.
 Application::Command chromium(const QString &address, const QString &title, const QString &profile,
                               bool exposesTree);
 Application::Command epiphany(const QString &address, const QString &title);

@@ -112,7 +112,7 @@ QList<std::pair<QString, QByteArray>> ReadingDesk::clipboard()
     const auto answer = [](const QString &type) {
         return outputOf(u"xclip"_s, {u"-o"_s, u"-selection"_s, u"clipboard"_s, u"-t"_s, type});
     };
-    // what an owner answers about the transfer itself is no content
+    // answers about the transfer itself are not content
     static const QStringList protocol{u"TARGETS"_s, u"MULTIPLE"_s, u"TIMESTAMP"_s,
                                       u"SAVE_TARGETS"_s, u"DELETE"_s};
     QList<std::pair<QString, QByteArray>> contents;

@@ -12,7 +12,7 @@
 
 namespace vellumo::test {
 
-/// A reader and a tracker over the real platform, with what a test of them needs: a desktop, pages,
+/// A reader and a tracker on the real platform, with a desktop, pages,
 /// files and the clipboard.
 class ReadingDesk {
 public:
@@ -26,27 +26,27 @@ public:
     [[nodiscard]] std::optional<QString> read();
     [[nodiscard]] std::optional<ReadingContext> context();
 
-    /// What one double tap may cost, and what a busy machine adds to it.
+    /// The time for one double tap, plus what a busy machine adds.
     static constexpr std::chrono::milliseconds longestReading =
         ReadingBudget::total + std::chrono::milliseconds(250);
-    /// How long it takes to read the selection and its context, whatever they are.
+    /// Measures how long it takes to read the selection and its context.
     [[nodiscard]] std::chrono::milliseconds timeOfReading();
 
-    /// Whether the platform has noticed that the window's process is in front.
+    /// Returns whether the platform has noticed that the window's process is in front.
     [[nodiscard]] bool isFrontmost(const Application &application);
     /// Starts the application and brings it to the front.
     [[nodiscard]] bool open(Application &application);
 
-    /// Whether the application in front answers questions: on a machine that is too busy for that,
-    /// only the text that it has published is left to be read.
+    /// Returns whether the application in front answers questions. On a machine that is too busy,
+    /// only the text that it has published can be read.
     [[nodiscard]] bool answers();
 
     QString writeFile(const QString &name, const QByteArray &content);
     [[nodiscard]] QString folder(const QString &name) const;
 
-    /// Every type of the clipboard with its bytes, as another program receives them.
+    /// Returns every type of the clipboard with its bytes, as another program receives them.
     [[nodiscard]] QList<std::pair<QString, QByteArray>> clipboard();
-    /// Text of the selection that another program would paste with the middle button.
+    /// Returns the text that another program would paste with the middle button.
     [[nodiscard]] QString primary();
 
     Desktop desktop;

@@ -11,8 +11,8 @@
 
 namespace vellumo::test {
 
-/// A panel with room for icons, as seen on the bus: the watcher that icons register with,
-/// and the host that shows them. It is there for as long as this object.
+/// A desktop panel's tray on the bus: the watcher that icons register with
+/// and the host that shows them. Exists as long as this object.
 class TrayHost : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
@@ -23,7 +23,7 @@ class TrayHost : public QObject, protected QDBusContext {
 public:
     struct MenuItem {
         int id;
-        QString label; ///< empty for a line
+        QString label; ///< empty for a separator
         bool isEnabled;
         QStringList shortcut;
     };
@@ -38,10 +38,10 @@ public:
     [[nodiscard]] QStringList items() const { return items_; }
     [[nodiscard]] bool waitForItem() const;
 
-    /// Of the item that registered last, as it answers now.
+    /// Asks the item that registered last.
     [[nodiscard]] QVariant property(const QString &name);
     void activate();
-    /// The first pixmap that it offers for its icon.
+    /// Returns the first pixmap that it offers for its icon.
     [[nodiscard]] QImage icon();
     [[nodiscard]] QList<MenuItem> menu();
     void choose(int menuItem);

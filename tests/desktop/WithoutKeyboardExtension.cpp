@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// Loaded before a program: its X server then seems to lack the keyboard extension, which no server
+// Preloaded into a program. Its X server then seems to lack the keyboard extension, which no server
 // can switch off.
 #include <cstring>
 #include <dlfcn.h>

@@ -8,7 +8,7 @@
 
 using namespace vellumo::test;
 
-/// The built program of someone who has signed in before, with the desktop's real keyring.
+/// The built program with a session of an earlier run, and the desktop's real keyring.
 class TestAccount : public ProgramTest {
     Q_OBJECT
 
@@ -40,7 +40,7 @@ private Q_SLOTS:
         vellumo_->setEnvironment(u"VELLUMO_PROXY_URL"_s, proxy.url({}).toString());
         const bool hasStarted = vellumo_->start();
 
-        // asks once more until the request comes as wanted
+        // asks again until the expected request comes
         const auto asksWith = [&](bool token) {
             const auto before = proxy.requests().size();
             desktop_.chord(Key::ControlLeft, Key::A);
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QCOMPARE(backend.tables().uidOfRefreshToken(QString::fromUtf8(kept)), uid);
         QCOMPARE(backend.complaints(), QStringList());
 
-        // secrets are in the keyring alone
+        // secrets are only in the keyring
         const QByteArray everything = vellumo_->allThatIsKept();
         for (const QByteArray &secret : {token, kept, refreshToken.toUtf8()})
             QVERIFY(!secret.isEmpty() && !everything.contains(secret));

@@ -35,7 +35,7 @@ private Q_SLOTS:
         QVERIFY(shows(u"Show the key"_s));
         desktop_.chord(Key::ControlLeft, Key::A);
         desktop_.doubleTap();
-        QVERIFY(vellumo_->waitForText(u"Select text first."_s)); // it is no reading matter
+        QVERIFY(vellumo_->waitForText(u"Select text first."_s)); // a secret is not read
         QVERIFY(vellumo_->dismissPanel());
         desktop_.tap(Key::Return);
         QVERIFY(vellumo_->waitForText(u"The key is in your keyring"_s));
@@ -60,7 +60,7 @@ private Q_SLOTS:
         everything += vellumo_->allThatIsKept();
         QVERIFY(everything.contains("model-1") && !everything.contains(key.toUtf8()));
 
-        // a key that is not accepted: the panel leads back here
+        // a key that is not accepted: the panel leads back to this page
         server.answer("POST", target, {.status = "401 No"});
         QVERIFY(reads(u"Check the service"_s));
         QVERIFY(goesToService(u"Check the service"_s));
@@ -83,7 +83,7 @@ private Q_SLOTS:
         QVERIFY(vellumo_->dismissPanel());
         QVERIFY(vellumo_->click(
             u"Allow"_s)); // on the page, whose window looks at the permission as it activates
-        // now the question is shown, which would wait behind a warning; its button has the same
+        // the question is shown now; it would wait behind an alert. Its button has the same
         // name
         QVERIFY(shows(u"Not now"_s));
         QVERIFY(!warns());
@@ -107,14 +107,14 @@ private:
     {
         return waitUntil([&] { return vellumo_->find(name).has_value(); });
     }
-    /// Clicks this button of the panel until it is gone, which takes a panel that has settled.
+    /// Clicks this button of the panel until it is gone; the panel may still move.
     bool goesToService(const QString &button)
     {
         return waitUntil([&] { return vellumo_->click(button) && vellumo_->waitForNoPanel(1s); })
             && shows(u"Base address"_s);
     }
 
-    /// Double-taps on the selected sentence until the panel says this.
+    /// Double-taps with the sentence selected until the panel shows this text.
     bool reads(const QString &text)
     {
         return waitUntil([&] {

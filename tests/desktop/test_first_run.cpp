@@ -10,7 +10,7 @@
 
 using namespace vellumo::test;
 
-/// The built program in a home where it has never been, driven with clicks and keys.
+/// The built program in a new home, driven with clicks and keys.
 class TestFirstRun : public ProgramTest {
     Q_OBJECT
 
@@ -76,7 +76,7 @@ private Q_SLOTS:
         QVERIFY(vellumo_->process().end() == 0);
 
         QVERIFY(vellumo_->start({}));
-        desktop_.doubleTap(); // reads for good now
+        desktop_.doubleTap(); // no demonstration any more
         QVERIFY(shows(u"Select text first."_s));
         QVERIFY(!window());
     }
@@ -122,7 +122,7 @@ private Q_SLOTS:
         QCOMPARE(profile[u"industry"_s].toString(), u"Retail"_s);
         QVERIFY(waitUntil([this] { return !window(); }));
 
-        // What was read before the sign-in is not uploaded unasked.
+        // Notes from before the sign-in are not uploaded without a question.
         QVERIFY(shows(u"heading: Signed in as a@b.org — upload 1 note?"_s));
         takePicture(u"upload"_s);
         QVERIFY(backend.tables().notes(uid).isEmpty());
@@ -150,7 +150,7 @@ private Q_SLOTS:
         QVERIFY(desktop_.activate(*window()));
         desktop_.chord(64, 70); // Alt+F4
         QVERIFY(waitUntil([this] { return !window(); }));
-        QVERIFY(waitUntil([this] { // it takes a moment until taps are for good
+        QVERIFY(waitUntil([this] { // the demonstration ends a moment later
             desktop_.doubleTap();
             return vellumo_->waitForPanel(1s).has_value();
         }));
@@ -163,7 +163,7 @@ private Q_SLOTS:
     void waitsForASilentStartToBeOpened()
     {
         QVERIFY(vellumo_->start(Program::inBackground()));
-        desktop_.doubleTap(); // already for good
+        desktop_.doubleTap(); // no demonstration
         QVERIFY(vellumo_->waitForPanel());
         QVERIFY(!window());
         QVERIFY(vellumo_->dismissPanel());
@@ -176,7 +176,7 @@ private Q_SLOTS:
 
 private:
     void prepare() override { QFile::remove(settingsFile()); }
-    /// Lets a program stand for the browser that sends the user back with this address at once.
+    /// Replaces the browser with a program that opens this callback address at once.
     [[nodiscard]] bool makeBrowser(const QString &address)
     {
         QFile browser(folder_.filePath(u"xdg-open"_s));
@@ -191,7 +191,7 @@ private:
     }
 
     [[nodiscard]] bool shows(const QString &text) const { return vellumo_->waitForText(text); }
-    /// Clicks what has this name and can be clicked: on the card, or in the question before it.
+    /// Clicks the item of this name on the card, or in the question in front of it.
     [[nodiscard]] bool press(const QString &name, bool isQuestion = false)
     {
         const QStringList clickable{u"button"_s, u"push button"_s, u"radio button"_s};
@@ -201,9 +201,9 @@ private:
             const auto items = accessibleItems(vellumo_->process().processIdentifier());
             for (const AccessibleItem &item : items) {
                 if (item.name == name && clickable.contains(item.role))
-                    place = item.extents; // of several the last, which is the topmost window's
+                    place = item.extents; // the last of several is in the topmost window
             }
-            // where it stays, and with nothing before it
+            // once it rests in one place with nothing in front of it
             const auto seen = desktop_.windowAt(place.center());
             return !place.isEmpty() && place == before && window()
                 && desktop_.windows(u"vellumo"_s).contains(seen)
@@ -217,7 +217,7 @@ private:
         return true;
     }
 
-    /// What the browser was started with, and what others can see of the program.
+    /// Checks the browser's arguments and what other users can see of the program.
     void keepsItsOwn() const
     {
         const auto contentOf = [](const QString &path) {

@@ -102,7 +102,7 @@ private Q_SLOTS:
     void escapeIsTheListsBeforeThePanels()
     {
         QVERIFY(openList() && vellumo_->click(asked, u"button"_s) && vellumo_->waitForAnswer());
-        // a question that was begun keeps the panel, and the keyboard, while the list opens
+        // with an unsent question the panel stays and keeps the keyboard while the list opens
         const auto hasKeyboard = [this] { return desktop_.activeWindow() == vellumo_->panel(); };
         QVERIFY(waitUntil([&] {
             return vellumo_->click(u"Ask a follow-up"_s, u"text"_s)
@@ -151,7 +151,7 @@ private:
         const auto heading = vellumo_->click(u"Notes 2"_s, u"button"_s)
             ? vellumo_->waitFor(u"Notes 2"_s, u"heading"_s)
             : std::nullopt;
-        // the list's upper left is uncovered last
+        // the upper left of the list is uncovered last
         return heading && waitUntil([&] { return hasBrightPixels(desktop_.pixels(*heading)); });
     }
 

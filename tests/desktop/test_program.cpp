@@ -9,7 +9,7 @@
 
 using namespace vellumo::test;
 
-/// The built program on a desktop with a window manager, the way a person meets it.
+/// The built program on a desktop with a window manager, driven as by a user.
 class TestProgram : public ProgramTest {
     Q_OBJECT
 
@@ -101,7 +101,7 @@ private Q_SLOTS:
         } else {
             QVERIFY(editor_->selectNothing());
         }
-        desktop_.doubleTap(); // one pair, also when its first press belongs to the one before
+        desktop_.doubleTap(); // one pair, even if its first press follows the last pair closely
         QVERIFY(vellumo_->waitForPanel());
         QVERIFY(vellumo_->waitForText(u"Select text first."_s));
         QVERIFY(vellumo_->waitForText(u"vellumo needs a readable selection to continue."_s));

@@ -8,7 +8,7 @@
 
 using namespace vellumo::test;
 
-/// The built program with a service that answers, and with services that do not.
+/// The built program with a service that answers, and with services that fail.
 class TestProgramService : public ProgramTest {
     Q_OBJECT
 
@@ -45,7 +45,7 @@ private Q_SLOTS:
             QVERIFY(request.header("X-Firebase-Token").isEmpty());
             QVERIFY(request.body.contains("model-1"));
         }
-        const QByteArray last = server.requests().constLast().body; // with all that was said before
+        const QByteArray last = server.requests().constLast().body; // with the whole conversation
         for (const QString &said : {sentence, u"It is the moon."_s, u"Why twice"_s,
                                     u"Because it turns."_s, u"And where"_s})
             QVERIFY2(last.contains(said.toUtf8()), qPrintable(said));
@@ -104,7 +104,7 @@ private Q_SLOTS:
             desktop_.doubleTap();
             QVERIFY(vellumo_->waitForNoPanel() && vellumo_->notes().isEmpty());
         }
-        QCOMPARE(server.requests().size(), std::size(rows)); // nothing was tried twice
+        QCOMPARE(server.requests().size(), std::size(rows)); // no request was repeated
     }
 
     void doesNotWaitForProxiesForEver()
@@ -114,7 +114,7 @@ private Q_SLOTS:
                                  qEnvironmentVariable("ASAN_OPTIONS")
                                      + u":verify_asan_link_order=0"_s);
         QVERIFY(readWith(u"https://nowhere.invalid/v1"_s));
-        // it goes on living meanwhile
+        // the program stays responsive meanwhile
         desktop_.doubleTap();
         QVERIFY(vellumo_->waitForPanel());
         desktop_.doubleTap();

@@ -12,7 +12,7 @@ using namespace vellumo::test;
 
 namespace {
 
-/// A screen saver, or a login manager, that says whether the screen is locked.
+/// A screen saver or login manager that reports whether the screen is locked.
 class Locker : public QDBusVirtualObject {
 public:
     bool isLocked = false;
@@ -40,9 +40,9 @@ private Q_SLOTS:
     {
         const struct {
             const char *name;
-            std::function<bool()> keys; // answers whether a panel is expected
+            std::function<bool()> keys; // returns whether a panel is expected
         } rows[] = {
-            // what counts is the distance as the server dates it, to the millisecond
+            // the distance by the server's time stamps counts, to the millisecond
             {"just within the time", [&] { return desktop_.doubleTap(355ms) <= 360ms; }},
             {"just beyond the time", [&] { return desktop_.doubleTap(366ms) <= 360ms; }},
             {"left, then right",

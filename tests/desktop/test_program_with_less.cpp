@@ -4,8 +4,8 @@
 
 using namespace vellumo::test;
 
-/// The built program where something of a desktop is missing: it does what it still can, says in
-/// one line what it cannot, and ends cleanly. Each case runs on a desktop of its own.
+/// The built program where a part of the desktop is missing. It does what it still can, prints
+/// one line about what it cannot do, and ends cleanly. Each case has a separate desktop.
 class TestProgramWithLess : public ProgramTest {
     Q_OBJECT
 
@@ -53,7 +53,7 @@ private:
         QCOMPARE(complaintsAtTheEnd().size(), 1);
     }
 
-    /// Ends it; what it has said beside what it always says.
+    /// Ends the program. Returns what it has printed beyond its usual lines.
     QStringList complaintsAtTheEnd()
     {
         editor_.reset();

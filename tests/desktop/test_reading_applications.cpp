@@ -19,7 +19,7 @@ namespace {
 constexpr QStringView firstLine = u"The tide turns 潮水 twice 🌊 a day 👩‍👩‍👧 here";
 constexpr QStringView secondLine = u"Nobody asks it why.";
 
-/// Waits until a thread of ours has slept for as long as no answer of a running application takes.
+/// Waits until a thread of ours has slept for longer than a running application takes to answer.
 void waitUntilAsleep(pid_t thread)
 {
     QFile file(u"/proc/self/task/%1/stat"_s.arg(thread));
@@ -78,7 +78,7 @@ private Q_SLOTS:
             QCOMPARE(desk.read(), row.expected); // still selected, still in the focused element
         }
 
-        // whose windows name their application only after they are shown
+        // its windows name their application only after they are shown
         if (QLatin1StringView(QTest::currentDataTag()).startsWith("LibreOffice"_L1)) {
             const QString key = desk.context().value_or(ReadingContext()).key;
             QVERIFY2(key.startsWith("app-window:libreoffice-writer:"_L1), qPrintable(key));
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE_LE(stopped, ReadingDesk::longestReading);
         QVERIFY(waitUntil([&] { return desk.read() == firstLine; }));
 
-        // in the middle of a reading, which waits for an answer at that time
+        // in the middle of a reading, while it waits for an answer
         application.stopAll();
         std::thread death([&application, reader = gettid()] {
             waitUntilAsleep(reader);
@@ -159,7 +159,7 @@ private Q_SLOTS:
         timer.start();
         const auto read = desk.read();
         QCOMPARE_LE(std::chrono::milliseconds(timer.elapsed()), ReadingDesk::longestReading);
-        // a text that is too long may come cut, or be too slow to come
+        // a text that is too long may be cut, or come too late
         const bool isTooLong = expected.size() > maxSelectionLength;
         QVERIFY2(isTooLong ? !read || read->size() > maxSelectionLength
                            : read.value_or(QString()) == expected,
@@ -212,20 +212,20 @@ private Q_SLOTS:
             return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
         };
 
-        // nothing is selected: every road is tried
+        // nothing is selected, so all three ways are tried
         QCOMPARE(desk.read(), std::nullopt);
 
         const QString line = u"The tide turns twice a day."_s;
         QVERIFY(waitUntil([&] {
             const QRect place = desk.desktop.geometry(window);
             desk.desktop.click(place.topLeft() + QPoint(30, 10), 3);
-            // the second click of three selects a word, which the third gives up again
+            // the second click selects a word, the third drops that selection
             return waitUntil([&] { return desk.primary().trimmed() == line; }, 700ms);
         }));
         QCOMPARE(desk.read().value_or(QString()).trimmed(), line);
         QCOMPARE(desk.desktop.activeWindow(), window);
 
-        // what a person types arrives, and nothing else has
+        // typed text arrives, and nothing else has
         desk.desktop.type(u"x"_s);
         QVERIFY(waitUntil([&] { return !typedBytes().isEmpty(); }));
         QCOMPARE(typedBytes(), QByteArray("x"));

@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The window's title says how much is selected, which the browser learns from the page after the
+/// The window's title shows how much is selected. The browser gets it from the page after the
 /// selection itself.
 constexpr QStringView body = uR"html(
 <script>
@@ -31,7 +31,7 @@ document.addEventListener('selectionchange', () => {
 <p id=empty>&nbsp;</p>
 )html";
 
-/// How many line breaks stand between blocks differs from road to road; that there is one does not.
+/// Folds line breaks: their number between blocks depends on how the text was read.
 QStringList paragraphs(const QString &text)
 {
     return text.split(u'\n', Qt::SkipEmptyParts);
@@ -78,17 +78,17 @@ private Q_SLOTS:
         for (const auto &row : rows) {
             QVERIFY2(select(desk, row.from, row.to), qPrintable(row.from));
             const QString selection = desk.pages.selection(u"first"_s);
-            std::optional<QString> read; // nothing only while the machine is too busy
+            std::optional<QString> read; // null only while the machine is too busy
             QVERIFY(waitUntil([&] { return (read = desk.read()).has_value(); }));
             QCOMPARE(paragraphs(*read), row.expected);
-            // the person sees no difference
+            // the user sees no difference
             QCOMPARE(desk.pages.selection(u"first"_s), selection);
             QVERIFY(desk.pages.hasFocus(u"first"_s));
             QCOMPARE(desk.desktop.activeWindow(), window);
             // browsers go on publishing a text that is not selected any more
             QVERIFY(deselect(desk));
             if (browser == "chromium"_L1)
-                continue; // it alone knows that nothing is selected, and does not say so
+                continue; // the browser does not report that nothing is selected
             QVERIFY(waitUntil([&] { return desk.answers(); }));
             QCOMPARE(desk.read().value_or(u"nothing"_s), u"nothing"_s);
         }
@@ -170,8 +170,8 @@ private:
         QTest::newRow("Chromium without its tree") << u"chromium"_s;
     }
 
-    /// Starts the browser of this row on the page "first", in front and ready for input; null when
-    /// that did not work.
+    /// Starts the browser of this row on the page "first", in front and ready for input. Returns
+    /// null on failure.
     static std::unique_ptr<Application> open(ReadingDesk &desk)
     {
         QFETCH(QString, browser);
@@ -189,7 +189,7 @@ private:
         return ready ? std::move(application) : nullptr;
     }
 
-    /// Waits until the page knows where on the screen it lies.
+    /// Waits until the page knows its place on the screen.
     static bool locate(ReadingDesk &desk, const QString &page)
     {
         int step = 0;
@@ -222,7 +222,7 @@ private:
             [&] { return desk.pages.selection(u"first"_s).isEmpty() && isSettled(desk); });
     }
 
-    /// Whether the page and its browser agree in the end on how much is selected.
+    /// Waits until the page and its browser agree on how much is selected.
     static bool isSettled(const ReadingDesk &desk)
     {
         const qsizetype length = desk.pages.selection(u"first"_s).size();

@@ -36,7 +36,7 @@ QByteArray anyBytes(qsizetype size)
     return bytes;
 }
 
-/// An editor in front in which all is selected, and of which nothing but a copy can be had.
+/// An editor in front with everything selected. Its selection can only be copied.
 class SilentEditor {
 public:
     explicit SilentEditor(ReadingDesk &desk)
@@ -67,7 +67,7 @@ private:
     ReadingDesk &desk_;
 };
 
-/// The arguments of a program that owns the clipboard.
+/// Returns the arguments of a program that owns the clipboard.
 QStringList owning(ReadingDesk &desk, const Contents &contents)
 {
     QStringList arguments{u"own"_s};
@@ -80,8 +80,8 @@ QStringList owning(ReadingDesk &desk, const Contents &contents)
 
 } // namespace
 
-/// An application that neither answers accessibility questions nor owns the selection of the middle
-/// button leaves only the copy road, which must not cost the user the clipboard.
+/// An application that neither answers accessibility questions nor publishes its selection
+/// can only be read by copying, which must not change the user's clipboard.
 class TestReadingClipboard : public QObject {
     Q_OBJECT
 
@@ -110,7 +110,7 @@ private Q_SLOTS:
 
         QCOMPARE(sorted(desk.clipboard()), sorted(before));
         QCOMPARE(desk.desktop.activeWindow(), window);
-        // it is really ours now, and not the old owner's, which a copy has displaced
+        // it belongs to us now, since the copy has replaced the old owner
         owner.reset();
         QCOMPARE(sorted(desk.clipboard()), sorted(before));
     }
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(newOwners.size(), 0);
         editor.edit.continueAll();
         QVERIFY(waitUntil([&] { return newOwners.size() > 0; }));
-        owner.reset(); // what is there from now on is what was put back
+        owner.reset(); // from now on only the restored contents exist
         QVERIFY(waitUntil([&] { return sorted(desk.clipboard()) == sorted(before); }));
     }
 };

@@ -10,7 +10,7 @@
 
 using namespace vellumo::test;
 
-/// The built program when the desktop's accessibility switch is turned off and on again.
+/// The built program while the desktop's accessibility switch is turned off and on again.
 class TestRevocation : public ProgramTest {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ private Q_SLOTS:
     {
         if (qEnvironmentVariable("TEST_DESKTOP_WM") != "kwin_x11"_L1)
             return;
-        // here no window may take the keyboard by itself
+        // this window manager lets no window take the keyboard
         QSettings(qEnvironmentVariable("XDG_CONFIG_HOME") + u"/kwinrc"_s, QSettings::IniFormat)
             .setValue(u"Windows/FocusStealingPreventionLevel"_s, 4);
         const QDBusMessage call = QDBusMessage::createMethodCall(
@@ -42,7 +42,7 @@ private Q_SLOTS:
             60s));
         for (int change = 0; change < 3; ++change) {
             QVERIFY(desktop_.activate(editor_->window()));
-            desktop_.type(u"hello"_s); // a window that is typed into keeps the keyboard, as a rule
+            desktop_.type(u"hello"_s); // a window that is being typed into keeps the keyboard
             setSwitch(false);
             QVERIFY(waitForDialog());
             const WindowId alert = dialogs().constFirst();
@@ -52,7 +52,7 @@ private Q_SLOTS:
                     desktop_.tap(Key::Escape);
                     return waitUntil([&] { return !desktop_.isVisible(alert); }, 500ms);
                 }));
-                QVERIFY(waitForDialog(alert)); // only now the question
+                QVERIFY(waitForDialog(alert)); // the question comes only now
             }
             setSwitch(true);
             QVERIFY(waitUntil([this] { return dialogs().isEmpty(); }));
@@ -95,7 +95,7 @@ private:
         QCOMPARE(QDBusConnection::sessionBus().call(call).type(), QDBusMessage::ReplyMessage);
     }
 
-    /// The program's windows that are neither panel nor pill.
+    /// Returns the program's windows other than panel and pill.
     [[nodiscard]] QList<WindowId> dialogs() const
     {
         QList<WindowId> found = desktop_.windows(u"vellumo"_s);
@@ -109,11 +109,11 @@ private:
     {
         return waitUntil([&] { return dialogs().size() == 1 && dialogs().constFirst() != other; });
     }
-    /// Only what knows that it has permission can lose it, and a busy start may take a while to
-    /// find out.
+    /// Waits until the program knows that it has permission, which may take a while in a busy
+    /// start.
     [[nodiscard]] bool waitForPermission()
     {
-        int times = 0; // in a row: the program itself looks twice as well
+        int times = 0; // in a row, as the program itself checks twice
         return waitUntil(
             [&] {
                 desktop_.doubleTap();

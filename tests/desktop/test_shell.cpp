@@ -14,7 +14,7 @@
 
 using namespace vellumo::test;
 
-/// The built program as the desktop's panels and other programs meet it.
+/// The built program as seen by the desktop's panels and by other programs.
 class TestShell : public ProgramTest {
     Q_OBJECT
 
@@ -49,7 +49,7 @@ private Q_SLOTS:
         QVERIFY(!menu[0].isEnabled);
         QCOMPARE(menu[4].shortcut, (QStringList{u"Control"_s, u"Q"_s}));
 
-        for (int time = 0; time < 2; ++time) { // it says so whenever it is asked
+        for (int time = 0; time < 2; ++time) { // each time it is asked
             host.choose(menu[2].id);
             QVERIFY(vellumo_->waitForText(u"heading: Updates unavailable"_s));
             QVERIFY(
@@ -94,7 +94,7 @@ private Q_SLOTS:
         QVERIFY(vellumo_->start());
         TrayHost host;
         QVERIFY(host.waitForItem());
-        // what the icon is drawn with, wherever it is drawn
+        // the colour of the icon's opaque pixels
         const auto ink = [&host] {
             const QImage icon = host.icon();
             std::optional<QRgb> found;
@@ -168,7 +168,7 @@ private Q_SLOTS:
              {QStringList{u"--background"_s}, {u"-session"_s, u"10a2b3c4"_s}})
             QCOMPARE(vellumo_->startAgain(arguments), 0);
         QCOMPARE(vellumo_->startAgain({u"--explain"_s}),
-                 0); // whatever the others asked for has come before it
+                 0); // requests of the others came before it
         QVERIFY(vellumo_->waitForPanel());
         const auto panel = vellumo_->panel();
         QList<WindowId> others = desktop_.windows(u"vellumo"_s);
@@ -229,7 +229,7 @@ private Q_SLOTS:
             const char *name;
             QString method;
             QVariantList arguments;
-            QString error = {}; // empty when the call is taken and nothing comes of it
+            QString error = {}; // empty when the call is accepted without an effect
         } rows[] = {
             {"a number for the data", u"Activate"_s, {7}, unknown},
             {"one address for the list", u"Open"_s, {secret, none}, unknown},
@@ -315,7 +315,7 @@ private Q_SLOTS:
     }
 
 private:
-    /// A window of the program that is not the pill.
+    /// Returns a window of the program that is not the pill.
     [[nodiscard]] std::optional<WindowId> ordinaryWindow() const
     {
         const QList<WindowId> windows = desktop_.windows(u"vellumo"_s);

@@ -6,7 +6,7 @@
 
 using namespace vellumo::test;
 
-/// The built program, signed in, beside the stand-in backend.
+/// The built program, signed in at the stand-in backend.
 class TestSync : public ProgramTest {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private Q_SLOTS:
         // The follow-up, too: a pass would end at it while the backend is away.
         QVERIFY(waitUntil([&] { return backend.count(u"AddFollowUp"_s) == 1; }));
 
-        // what is read while the backend is away goes there at the next start
+        // notes made while the backend is away are uploaded at the next start
         backend.fail(Backend::Fault::Offline);
         QVERIFY(read(*here));
         QVERIFY(here->waitForNotes(2));

@@ -70,7 +70,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return window() && desktop_.geometry(*window()) == moved; }));
         QVERIFY(waitUntil([this] { return desktop_.activeWindow() == window(); }));
 
-        // a start without a window shows none, and remembers who goes without an account
+        // a start in the background shows no window, and use without an account is remembered
         QCOMPARE(vellumo_->process().end(), 0);
         QVERIFY(vellumo_->start());
         QVERIFY(shows(u"button"_s, u"Notes 1"_s)); // the pill
@@ -89,7 +89,7 @@ private Q_SLOTS:
         const QPoint shared = (desktop_.geometry(*reading) & desktop_.geometry(*window())).center();
         QVERIFY(waitUntil([&] { return desktop_.windowAt(shared) == *reading; }));
 
-        // Nothing is selected: the panel says so. It goes again if the program learns only then
+        // The panel reports that nothing is selected. It closes if the program learns only then
         // that the editor has come to the front.
         const auto panelHasKeyboard = [this] {
             if (!vellumo_->panel()

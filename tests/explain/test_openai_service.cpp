@@ -222,9 +222,9 @@ private Q_SLOTS:
         const QString base = u"OPENAI_BASE_URL"_s;
         const struct {
             const char *name;
-            QList<std::optional<QString>> answers; // of the provider, in turn
+            QList<std::optional<QString>> answers; // of the token provider, one after another
             std::chrono::seconds delay;
-            QString variable; // that has the address
+            QString variable; // with the address
             QByteArray expected;
         } rows[] = {
             {"token", {u"t"_s}, 1s, proxy, "t"},          {"none", {std::nullopt}, 1s, proxy, {}},
@@ -274,7 +274,7 @@ private Q_SLOTS:
         QCOMPARE(session.requests.at(0).url.host(), u"a.example"_s);
         QCOMPARE(session.requests.at(1).url.host(), u"b.example"_s);
 
-        // what becomes of the old service says nothing about the new one
+        // a failure of the old service does not count for the new one
         QVERIFY(session.answer(HttpError{HttpError::Kind::Refused}));
         QVERIFY(!explainer.lastFailure());
         QVERIFY(session.answer(HttpResponse{429, {}, "secret"}));

@@ -28,7 +28,7 @@ const QString keyAccount = u"serviceKey:https://a.test"_s;
 
 const QString sentWithKey = u"https://a.test/v1/chat/completions Bearer sk-1"_s;
 
-/// A computer whose files, settings and keyring stay while programs come and go.
+/// A computer whose files, settings and keyring persist between runs.
 struct Computer {
     QTemporaryDir folder;
     FakeDefaultsStore defaults;
@@ -60,7 +60,7 @@ struct Run {
         QCoreApplication::processEvents();
     }
 
-    /// "sample", what went wrong, or to where a request goes and with which key.
+    /// Returns "sample", the failure, or the request's address and key.
     QString ask()
     {
         const qsizetype before = computer.http.requests.size();
@@ -186,7 +186,7 @@ private Q_SLOTS:
         };
         askAside();
         computer.clock.advance(4900ms);
-        askAside(); // for five seconds of its own
+        askAside(); // waits separately for five seconds
         QCOMPARE(outcomes, QStringList());
         computer.clock.advance(100ms);
         QCOMPARE(outcomes, QStringList{u"the keyring has not given the key yet"_s});

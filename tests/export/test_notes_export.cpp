@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// What notes become in a file, and that a file is there whole or not at all.
+// Exported notes. A file is written as a whole or not at all.
 
 #include "driver/Waiting.h"
 #include "export/CsvNotes.h"
@@ -94,7 +94,7 @@ private Q_SLOTS:
             {u"潮, tide"_s, u"\"潮, tide\""_s},
             {u"say \"no\""_s, u"\"say \"\"no\"\"\""_s},
             {u"a\r\nb\rc\u2028d"_s, u"\"a\nb\nc\nd\""_s},
-            // a mark keeps what could be a formula from being one
+            // a mark keeps text from being read as a formula
             {u" \u00A0=1"_s, u"\"' \u00A0=1\""_s},
             {u"\uFEFF\u200B\u0001@x"_s, u"\"'\uFEFF\u200B@x\""_s},
             {u"\ta"_s, u"\"'\ta\""_s},
@@ -263,7 +263,7 @@ private Q_SLOTS:
         QVERIFY(job.ends());
         QVERIFY(contentOf(path).endsWith("]\n}\n"));
         {
-            Job left; // goes while it writes
+            Job left; // destroyed while it writes
             left.start(notes, path);
         }
         QVERIFY(contentOf(path).endsWith("]\n}\n"));

@@ -14,7 +14,7 @@ namespace vellumo::test {
 
 class SampleDesktop : public DesktopReporting {
 public:
-    bool isPoor = false; ///< lacks whatever a desktop may lack
+    bool isPoor = false; ///< lacks everything that is optional
     Keyring state = Keyring::Open;
 
     [[nodiscard]] bool isWayland() const override { return isPoor; }
@@ -64,11 +64,11 @@ struct SampleComputer {
                                        folder.filePath(QStringLiteral("built.json")));
     SampleDesktop desktop = {};
     SampleLogin login = {};
-    // as late as the page, so that a test can say first what was set up earlier
+    // made with the page, so that a test can first set up an earlier run
     std::unique_ptr<ServiceSetup> setup = {};
     std::unique_ptr<ForwardingExplainer> explainer = {};
 
-    /// As if a service had been entered in an earlier run.
+    /// Stores a service as an earlier run would have.
     void enterService() const
     {
         defaults.setValue(QStringLiteral("explanationService"), QStringLiteral("own"));

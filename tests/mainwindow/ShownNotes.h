@@ -18,7 +18,7 @@ inline NoteWithContext noteOf(double secondsAgo, const QString &source)
     return entry;
 }
 
-/// One an hour, the newest first: "note 0" and so on.
+/// Makes one note for each hour, the newest first: "note 0" and so on.
 inline QList<NoteWithContext> notes(int count)
 {
     QList<NoteWithContext> list;

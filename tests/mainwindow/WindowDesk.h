@@ -33,7 +33,7 @@ constexpr double day = 86400;
 
 class SampleSync : public SyncReporting {
 public:
-    QStringList asked; ///< what the window has asked for
+    QStringList asked; ///< requests of the window
     SyncError::Kind trouble = SyncError::Kind::None;
     int left = 0;
     bool withheld = false;
@@ -53,7 +53,7 @@ public:
     void announceArrivals() override { asked.append(QStringLiteral("arrivals")); }
 };
 
-/// What the pages have asked of the program.
+/// Records the requests of the pages.
 class SampleHost : public PageHosting {
 public:
     QString copied;
@@ -126,7 +126,7 @@ struct WindowDesk {
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(window.window()));
     }
-    /// The visible item of this name; null when there is none.
+    /// Returns the visible item of this name, or null.
     [[nodiscard]] QQuickItem *item(const char *name) const
     {
         return findItem(window.window()->contentItem(), QLatin1StringView(name));
@@ -135,7 +135,7 @@ struct WindowDesk {
     {
         return item(name) != nullptr ? item(name)->property("text").toString() : QString();
     }
-    /// What the form of the service says.
+    /// Returns the message of the service's form.
     [[nodiscard]] QString outcome() const
     {
         return item("outcome") != nullptr ? item("outcome")->property("title").toString()

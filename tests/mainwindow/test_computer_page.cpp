@@ -63,7 +63,7 @@ private Q_SLOTS:
         desk.item("mode")->forceActiveFocus();
         desk.key(Qt::Key_Left);
         QVERIFY(desk.computer.explainer->answersAreSamples());
-        desk.key(Qt::Key_Right); // what was entered counts again
+        desk.key(Qt::Key_Right); // the entered service counts again
         QVERIFY(!desk.computer.explainer->answersAreSamples());
 
         desk.item("forgetKey")->forceActiveFocus();
@@ -140,7 +140,7 @@ private Q_SLOTS:
         desk.key(Qt::Key_Space);
         QVERIFY(!desk.computer.accessibility.trusted);
         QVERIFY(desk.item("allow"));
-        desk.key(Qt::Key_Space); // the keyboard has stayed at the button
+        desk.key(Qt::Key_Space); // the button has kept the keyboard focus
         QCOMPARE(desk.computer.calls, QStringList{u"ask for trust"_s});
         desk.computer.accessibility.trusted = true; // from outside
         Q_EMIT desk.computer.accessibility.trustChanged();
@@ -192,7 +192,7 @@ private Q_SLOTS:
         QVERIFY(desk.text("startsAtLoginText").contains("turned off"_L1));
         QQuickItem *toggle = desk.item("startsAtLogin");
         toggle->forceActiveFocus();
-        // the keyboard takes the page along
+        // the page scrolls to the focused item
         QVERIFY(waitUntil([&] {
             return desk.item("computerPage")->property("contentY").toReal() > 0
                 || toggle->mapToScene({}).y() < desk.window.window()->height();

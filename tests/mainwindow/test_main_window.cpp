@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// The main window as a user meets it, without a desktop.
+// The main window as a user sees it, without a desktop.
 
 #include "ShownNotes.h"
 #include "app/ActivationGuard.h"
@@ -211,7 +211,7 @@ private Q_SLOTS:
             QSet<QString> met;
             for (int i = 0; i < 20; ++i) {
                 desk.key(Qt::Key_Tab);
-                QCoreApplication::processEvents(); // a sheet brings the keyboard back
+                QCoreApplication::processEvents(); // a sheet returns the keyboard focus
                 const QQuickItem *item = desk.window.window()->activeFocusItem();
                 while (item->objectName().isEmpty())
                     item = item->parentItem(); // the row of a list
@@ -224,7 +224,7 @@ private Q_SLOTS:
     void warnsOnceThatSettingsAreLost()
     {
         const QTemporaryDir folder;
-        QFile file(folder.filePath(u"file"_s)); // which is no folder
+        QFile file(folder.filePath(u"file"_s)); // not a folder
         QVERIFY(file.open(QIODevice::WriteOnly));
         SettingsDefaultsStore store(file.fileName() + u"/vellumo.ini"_s);
         store.setValue(u"key"_s, 1);

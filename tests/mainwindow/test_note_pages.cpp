@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// What the pages of the main window show of the notes, and what can be done with them there.
+// The notes on the pages of the main window.
 
 #include "ShownNotes.h"
 #include "driver/Waiting.h"
@@ -45,7 +45,7 @@ private Q_SLOTS:
         QCOMPARE(desk.host.opened, QUrl(u"https://a.test/1"_s));
         QVERIFY(desk.text("error").contains("https://a.test/1"_L1));
 
-        // what is asked meanwhile appears
+        // a follow-up that is asked meanwhile appears
         desk.notes.notes[1].note.followUps = {{QUuid::createUuid(), u"Why?"_s, u"So."_s}};
         Q_EMIT desk.notes.vellumoNotesDidChange();
         QVERIFY(waitUntil(
@@ -302,7 +302,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return desk.text("count") == "201"_L1; }));
         QVERIFY(rows->property("contentY").toReal() > 2000);
 
-        // the keyboard stays with its note, in the list and, while that is open, on a card
+        // the keyboard focus stays with its note, in the list and on the open card
         const auto add = [&](double secondsAgo) {
             desk.notes.add(noteOf(secondsAgo, u"newest"_s).note, added.context);
             QCoreApplication::processEvents();
@@ -336,7 +336,7 @@ private Q_SLOTS:
         desk.show();
         desk.click("notes");
         QVERIFY(desk.item("rows"));
-        // only what can be seen exists
+        // only visible rows exist
         QVERIFY(desk.window.window()->findChildren<QQuickItem *>().size() < 2000);
         desk.key(Qt::Key_Down);
         desk.key(Qt::Key_End);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// What the main window knows of the notes: days and places in words, search, grouping, numbers.
+// The models of the main window: names of days and places, search, grouping, counts.
 
 #include "WindowDesk.h"
 #include "driver/Waiting.h"
@@ -49,7 +49,7 @@ struct Shelf {
         store.notes = notes;
         library.setShown(true);
     }
-    /// Headings with their number, and notes, in one line.
+    /// Returns headings with their number, and notes, in one line.
     [[nodiscard]] QString rows()
     {
         QStringList rows;
@@ -187,7 +187,7 @@ private Q_SLOTS:
         QCOMPARE(shelf.library.found(), 1);
         QVERIFY(shelf.rows().startsWith("[Paper.pdf 1] note 99999 lorem"_L1));
 
-        // what is found stays what it is until the notes have been searched again
+        // the results stay until the notes have been searched again
         const QSignalSpy refreshed(&shelf.library, &NotesLibrary::rowsRefreshed);
         shelf.store.add(noteOf(eveningOfTheDay, u"another 99999"_s).note, paper);
         QVERIFY(waitUntil([&] { return shelf.library.isSearching(); }));
@@ -335,7 +335,7 @@ private Q_SLOTS:
         Shelf shelf(notes);
         QSignalSpy changes(&shelf.insights, &NotesInsights::changed);
         shelf.insights.setShown(true);
-        shelf.insights.setShown(false); // given up
+        shelf.insights.setShown(false); // cancels the count
         shelf.store.add(notes[0].note, siteA2);
         QCoreApplication::processEvents();
         QCOMPARE(changes.size(), 0);

@@ -22,11 +22,11 @@ using namespace vellumo;
 
 namespace {
 
-QStringList diskCalls; ///< what the calls below were asked for
+QStringList diskCalls; ///< records the calls below
 
 } // namespace
 
-// In place of the system's: what has reached the disk cannot be seen otherwise.
+// Replace the system's functions, since a test cannot see otherwise what has reached the disk.
 extern "C" int fsync(int descriptor)
 {
     struct stat state { };
@@ -330,7 +330,7 @@ private Q_SLOTS:
         }
         QVERIFY(QFile::remove(directory_->filePath(u"vellumo/x"_s)));
         kept.reset();
-        QCOMPARE(NotesStore(store1).allNotes().size(), 1); // the end is an occasion, too
+        QCOMPARE(NotesStore(store1).allNotes().size(), 1); // the end of the store saves as well
     }
 
     void dataIsOnTheDiskBeforeItHasTheName()

@@ -22,7 +22,7 @@ QByteArray readValidFile()
 const ReadingContext page{u"p"_s, u"page"_s, ReadingContextSource::webURL};
 const ReadingContext cloud{cloudKey, u"Synced"_s, ReadingContextSource::appWindow};
 
-/// A note with a follow-up for each letter, which is its question.
+/// Makes a note with a follow-up for each letter, which is its question.
 ReadingNote noteAsked(const QUuid &id, const QString &letters)
 {
     ReadingNote note{id, u"s"_s, {}, u"e"_s, 1, {}};
@@ -138,7 +138,7 @@ private Q_SLOTS:
 
     void mergeLosesNothing_data()
     {
-        // what was asked, and how many of it the server has; -1: nothing, not even the note
+        // the questions, and how many the server has; -1: not even the note
         QTest::addColumn<QString>("ours");
         QTest::addColumn<int>("sentByOurs");
         QTest::addColumn<QString>("theirs");

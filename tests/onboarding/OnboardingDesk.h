@@ -20,7 +20,7 @@
 
 namespace vellumo::test {
 
-/// The names of the cards, in their order.
+/// Returns the names of the cards in their order.
 inline const QStringList phaseNames{
     QStringLiteral("signin"),    QStringLiteral("privacy"), QStringLiteral("permission"),
     QStringLiteral("keytest"),   QStringLiteral("select"),  QStringLiteral("notes"),
@@ -55,7 +55,8 @@ struct OnboardingDesk {
         QCoreApplication::processEvents(); // the keyring has nothing
     }
 
-    /// One for all, as in the program: Qt 6.8 takes a card of a second engine for another type.
+    /// One engine for all, as in the program: Qt 6.8 treats a card of a second engine as another
+    /// type.
     static QQmlEngine &sharedEngine()
     {
         static QPointer<QQmlEngine> engine;
@@ -66,7 +67,7 @@ struct OnboardingDesk {
         return *engine;
     }
 
-    /// The visible item of this name; null when there is none.
+    /// Returns the visible item of this name, or null.
     [[nodiscard]] QQuickItem *item(const QString &name) const
     {
         return findItem(flow.window()->contentItem(), name);
@@ -83,7 +84,7 @@ struct OnboardingDesk {
     void click(const QString &name) const
     {
         QVERIFY(QTest::qWaitForWindowExposed(flow.window()));
-        static_cast<void>(flow.window()->grabWindow()); // puts everything in its place
+        static_cast<void>(flow.window()->grabWindow()); // completes the layout
         const QQuickItem *button = item(name);
         QVERIFY2(button != nullptr, qPrintable(name));
         QTest::mouseClick(

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// The order of the cards, and what each asks of the rest of the program.
+// The order of the cards, and what each requests of the program.
 
 #include "OnboardingDesk.h"
 #include <QRegularExpression>
@@ -56,7 +56,7 @@ private Q_SLOTS:
             for (const bool isSignedIn : {false, true}) {
                 QList<int> next{1, 2, 3, 4, 5, 6, 7, 8, -1}; // -1: none
                 QList<int> back{-1, 0, 1, 2, 3, 4, 5, 6, 7};
-                if (isTrusted) { // the card of the permission is passed over
+                if (isTrusted) { // the card of the permission is skipped
                     next[1] = 3;
                     back[3] = 1;
                 }
@@ -142,7 +142,7 @@ private Q_SLOTS:
         }
         desk.click(u"permissionContinueButton"_s);
         QCOMPARE(desk.flow.phase(), Phase::keyTest);
-        desk.accessibility.trusted = false; // taken back while another card is shown
+        desk.accessibility.trusted = false; // withdrawn while another card is shown
         desk.clock.advance(1s);
         desk.flow.goBack();
         QCOMPARE(desk.flow.phase(), Phase::permission);

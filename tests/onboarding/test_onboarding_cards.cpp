@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// What the cards say and how they are reached, in both languages.
+// Texts and keys of the cards, in both languages.
 
 #include "OnboardingDesk.h"
 #include "onboarding/Survey.h"
@@ -71,7 +71,7 @@ private Q_SLOTS:
                  u"vellumo"_s);
         QTest::keyClick(window, Qt::Key_Tab);
         QVERIFY(desk.item(u"skip"_s)->hasActiveFocus());
-        desk.flow.present(u"privacy"_s); // Return goes on from anywhere but a button
+        desk.flow.present(u"privacy"_s); // Return continues unless a button has the focus
         QTest::keyClick(window, Qt::Key_Return);
         QCOMPARE(desk.flow.phase(), Phase::permission);
         QTest::keyClick(window, Qt::Key_Return);
@@ -98,14 +98,14 @@ private Q_SLOTS:
         for (const QString &name : phaseNames) {
             desk.flow.present(name);
             if (name == phaseNames.first()) {
-                desk.flow.signIn(); // with most to say
+                desk.flow.signIn(); // the state with the most text
             }
             QQuickWindow *window = desk.flow.window();
             window->resize(size.isValid() ? size : window->minimumSize());
             QVERIFY(QTest::qWaitForWindowExposed(window));
-            static_cast<void>(window->grabWindow()); // puts everything in its place
+            static_cast<void>(window->grabWindow()); // completes the layout
             QVERIFY2(cutButtons(window->contentItem()).isEmpty(), qPrintable(name));
-            // what the card asks to look at is there without scrolling
+            // the card's main content is visible without scrolling
             const QString test = name == "keytest"_L1 ? u"gesture"_s : name;
             if (size.isValid() && (name == "keytest"_L1 || name == "select"_L1)) {
                 const QQuickItem *hint = desk.item(test + u"HintLabel"_s);

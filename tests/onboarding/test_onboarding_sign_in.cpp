@@ -79,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(desk.workspace.openedUrls.size(), 2);
         desk.comeBackFromBrowser();
         QCOMPARE(desk.flow.phase(), Phase::signIn); // until there is a token
-        QVERIFY(!desk.item(u"openPageAgain"_s)); // it has served
+        QVERIFY(!desk.item(u"openPageAgain"_s)); // no longer needed
         desk.comeBackFromBrowser(); // a second time
         desk.answerToken();
         QCOMPARE(desk.flow.phase(), Phase::privacy);

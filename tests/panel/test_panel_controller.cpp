@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// The rules of the panel against a fake desktop: no window, no drawing. The view's fitting height
-// is what the test says.
+// The rules of the panel on a fake desktop, without window or drawing. The test sets the view's
+// fitting height.
 
 #include "panel/PanelGeometry.h"
 #include "panel/ResultPanelController.h"

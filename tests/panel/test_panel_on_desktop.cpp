@@ -37,7 +37,7 @@ struct Desk {
     QWindow *window = nullptr;
     Desktop desktop;
     X11Problems problems;
-    X11Connection outside{problems}; ///< sees the panel as any other client does
+    X11Connection outside{problems}; ///< another client of the server
     int timesUnmapped = 0;
 
     Desk()
@@ -68,7 +68,7 @@ struct Desk {
         return property("_NET_WM_DESKTOP").value(0) == 0xFFFFFFFF
             || hasState("_NET_WM_STATE_STICKY");
     }
-    /// Counts from here on how often the panel is unmapped.
+    /// Counts how often the panel is unmapped from now on.
     void watch()
     {
         constexpr quint32 mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// What the user sees and does in the island, in its real window on a platform without a display.
+// The island in its real window, on a platform without a display.
 
 #include "panel/ResultPanelController.h"
 #include "platform/fake/FakeEventMonitors.h"
@@ -115,7 +115,7 @@ class ResultPanelViewTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { installApplicationFonts(); }
 
-    // The image plugin for SVG is a package of its own and may be missing.
+    // The image plugin for SVG is a separate package and may be missing.
     void drawsIconsByItself()
     {
         const QStringList plugins = QCoreApplication::libraryPaths();
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QVERIFY(pending > one + 40);
         desk.panel.showFollowUpAnswer(line + line + line);
         QVERIFY(desk.height() > pending);
-        // nothing of the last answer lies behind the field
+        // the last answer ends above the field
         const QQuickItem *answer = desk.item("answer");
         const QQuickItem *field = desk.item("followUpInput");
         QVERIFY(answer->mapToScene({0, answer->height()}).y() <= field->mapToScene({}).y());
@@ -277,7 +277,7 @@ private Q_SLOTS:
         desk.type(u"and?"_s);
         QTest::keyClick(desk.window, Qt::Key_Enter);
         desk.click("send");
-        QCOMPARE(desk.asked.size(), 1); // one is awaited
+        QCOMPARE(desk.asked.size(), 1); // an answer is pending
         QCOMPARE(desk.draft(), u"and?"_s);
 
         desk.panel.showFollowUpAnswer(u"because"_s);
@@ -323,7 +323,7 @@ private Q_SLOTS:
             QGuiApplication::sendEvent(focused, &composing);
             QCOMPARE(desk.draft(), QString());
             QCOMPARE(desk.item("followUpInput")->property("preeditText").toString(), u"n"_s);
-            QCOMPARE(QGuiApplication::focusObject(), focused); // another focus would end it
+            QCOMPARE(QGuiApplication::focusObject(), focused); // a change of focus would end it
             QInputMethodEvent composed;
             composed.setCommitString(u"你"_s);
             QGuiApplication::sendEvent(focused, &composed);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// The rules of the notes pill against a fake desktop: no window, no drawing.
+// The rules of the notes pill on a fake desktop, without window or drawing.
 
 #include "pill/NotesEntranceController.h"
 #include "pill/PillGeometry.h"
@@ -147,7 +147,7 @@ private Q_SLOTS:
             QVERIFY(desk.panel().lastFrameWasAnimated && !desk.isPill());
             desk.entrance.collapse();
             QCOMPARE(desk.panel().frame(),
-                     pillGeometry::pillAt(pill)); // wherever the list had to open
+                     pillGeometry::pillAt(pill)); // wherever the list opens
             QVERIFY(!desk.isPill());
             QVERIFY(desk.panel().finishAnimation());
             QVERIFY(desk.isPill());

@@ -67,7 +67,7 @@ private Q_SLOTS:
         const auto moveBy = [&](QPoint way) {
             finger().move(0, before + start + way - desk.window->position());
         };
-        auto isDragged = [&, steps = 0]() mutable { // a motion counts with the next frame
+        auto isDragged = [&, steps = 0]() mutable { // a motion takes effect with the next frame
             moveBy({-60, -30 - (++steps % 2)});
             return desk.window->position() != before;
         };
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QTRY_VERIFY(isDragged());
         moveBy({-60, -30});
         QVERIFY(!desk.defaults.value(u"notesPillOrigin"_s).isValid());
-        finger().release(0, start); // the window has come along
+        finger().release(0, start); // the window has followed
         QCOMPARE(desk.window->position(), before - QPoint(60, 30));
         QVERIFY(desk.defaults.value(u"notesPillOrigin"_s).isValid());
         QCOMPARE(desk.opened, 0);
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("language");
         QTest::addColumn<qreal>("points");
         for (const auto &language : {u"English"_s, u"Chinese"_s}) {
-            for (const qreal points : {10.0, 15.0, 20.0}) // as usual, to twice of it
+            for (const qreal points : {10.0, 15.0, 20.0}) // from the usual size to twice that
                 QTest::addRow("%s, %g points", qPrintable(language), points) << language << points;
         }
     }

@@ -7,10 +7,10 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
-/// What a window shows, item by item.
+/// Finds and reads the items that a window shows.
 namespace vellumo::test {
 
-/// Text of twice the usual size, while it lives.
+/// Doubles the text size as long as it exists.
 class LargeText {
 public:
     explicit LargeText(qreal points = 20)
@@ -26,7 +26,7 @@ private:
     QFont before_ = QGuiApplication::font();
 };
 
-/// The visible item of this name, at or below `item`; null when there is none.
+/// Returns the visible item of this name, at or below `item`, or null.
 inline QQuickItem *findItem(QQuickItem *item, const QString &name)
 {
     if (!item->isVisible() || item->objectName() == name) {
@@ -41,7 +41,7 @@ inline QQuickItem *findItem(QQuickItem *item, const QString &name)
     return nullptr;
 }
 
-/// Everything that can be read, a line for each text.
+/// Returns all visible texts, one on each line.
 inline QStringList textsOf(const QQuickItem *item)
 {
     QStringList texts;
@@ -61,7 +61,7 @@ inline QStringList textsOf(const QQuickItem *item)
     return texts;
 }
 
-/// Buttons that are cut, or lie outside of the window.
+/// Returns buttons that are cut, or outside the window.
 inline QStringList cutButtons(const QQuickItem *item)
 {
     QStringList cut;

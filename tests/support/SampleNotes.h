@@ -7,7 +7,7 @@
 
 namespace vellumo::test {
 
-/// Notes as the test sets them, in no file.
+/// Notes set by the test, without a file.
 class SampleNotes : public NotesStoring {
 public:
     QList<NoteWithContext> notes; ///< newest first

@@ -8,7 +8,7 @@
 
 namespace vellumo::test {
 
-/// A session that a test decides about.
+/// A session controlled by a test.
 class FakeAuth : public Authenticating {
 public:
     std::optional<User> signedIn = User{QStringLiteral("u"), QStringLiteral("u@example.org")};
@@ -33,7 +33,7 @@ inline ReadingNote makeNote(const QString &text, int followUps = 0)
     return note;
 }
 
-/// Reads the configuration out of a list such as an environment.
+/// Reads the configuration from a list such as an environment.
 inline DataConnectHistory::Lookup lookupIn(const QList<std::pair<QString, QString>> &values)
 {
     return [values](const QString &key) -> std::optional<QString> {

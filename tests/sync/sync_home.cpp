@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // sync_home FILE TOKEN NAME: one run of a home whose notes are in FILE: makes a note with two
-// follow-ups, asks one more about the note before, pushes, pulls, and ends. Says what it has saved
+// follow-ups, adds one to the previous note, pushes, pulls, and ends. Prints what it has saved
 // as soon as it has.
 #include "notes/NotesStore.h"
 #include "platform/qt/QtHttpSession.h"

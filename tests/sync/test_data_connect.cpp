@@ -141,7 +141,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return results.size() == 3 && listed; }));
         QCOMPARE(results, (QList<bool>{false, false, false}));
         QCOMPARE(*listed, 0);
-        // nothing to send is done, wherever to
+        // nothing to send succeeds without a request
         history.addFollowUps(QUuid::createUuid(), {}, this, done_);
         QVERIFY(waitUntil([&] { return result_.has_value(); }));
         QVERIFY(*result_);
@@ -258,7 +258,7 @@ private Q_SLOTS:
         for (int i = 0; i < 3; ++i)
             QVERIFY(bodyOf(session_.requests.at(i)).contains(uR"("question":"%1")"_s.arg(i)));
 
-        // what is not wanted any more is not sent
+        // a cancelled request is not sent
         auto context = std::make_unique<QObject>();
         history.addFollowUps(note.id, note.followUps, context.get(),
                              [](auto) { QFAIL("completed"); });
@@ -384,7 +384,7 @@ private Q_SLOTS:
                  u"… is too long"_s);
         QCOMPARE(logExcerpt(u"no abc-7"_s, {u"  abc-7"_s}), u"no …"_s);
 
-        // what was sent is looked at once, not for each character that is shown
+        // the sent text is scanned once, not for each shown character
         const QString message = u"Nothing of this was sent: "_s + QString(160, u'z');
         const QString note = text.repeated(20'000);
         const std::clock_t start = std::clock();
@@ -417,7 +417,7 @@ private Q_SLOTS:
         QVERIFY(*count == 50'000);
         QVERIFY2(away < timer.elapsed() / 4, qPrintable(QString::number(away)));
 
-        // ends with what waits for it
+        // ends together with its callers
         auto context = std::make_unique<QObject>();
         history.list(context.get(), [](const auto &) { QFAIL("completed"); });
         QVERIFY(waitUntil([this] { return session_.requests.size() == 2; }));

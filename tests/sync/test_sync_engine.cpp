@@ -22,7 +22,7 @@ namespace {
 
 const ReadingContext page{u"web-url:https://a.test/"_s, u"a.test"_s, ReadingContextSource::webURL};
 
-/// One home with everything that syncing needs; the network is the test's.
+/// One home with everything that syncing needs. The test is the network.
 struct Home {
     QTemporaryDir folder;
     FakeAuth auth;
@@ -126,7 +126,7 @@ private Q_SLOTS:
         home.push();
         QVERIFY(waitUntil([&] { return home.completions == 3; })); // all but the one at work
         QCOMPARE(home.serve(failed), u"C"_s);
-        // the pass afterwards has both notes, and nothing comes after it
+        // the next pass has both notes and is the last one
         QCOMPARE(home.serve(created), u"C"_s);
         QCOMPARE(home.serve(failed), u"C"_s);
         QVERIFY(waitUntil([&] { return home.completions == 4; }));
@@ -221,7 +221,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return home.completions == 2; }));
         QVERIFY(home.isQuiet());
         QCOMPARE(home.store.noteCount(), 3);
-        QCOMPARE(home.store.pendingSync().size(), 1); // what the server took is not sent again
+        QCOMPARE(home.store.pendingSync().size(), 1); // accepted follow-ups are not sent again
     }
 };
 

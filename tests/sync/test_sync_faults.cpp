@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// Notes travel between homes and a backend that both may end, fail or be unreachable at any moment.
+// Notes are synced between homes and a backend; each may end, fail or be unreachable at any time.
 
 #include "backend/Backend.h"
 #include "driver/Waiting.h"
@@ -65,7 +65,7 @@ struct Home {
     NotesSyncEngine engine{store, history, auth};
 };
 
-/// What the backend has, each question where it came first.
+/// Returns what the backend has, each question where it came first.
 FollowUps onServer(Backend &backend, const QString &uid)
 {
     FollowUps found;
@@ -80,7 +80,7 @@ FollowUps onServer(Backend &backend, const QString &uid)
     return found;
 }
 
-/// What is different between the two, to be empty.
+/// Returns the differences between the two.
 QStringList difference(const FollowUps &server, const FollowUps &home)
 {
     QStringList found;
@@ -125,7 +125,7 @@ private Q_SLOTS:
         const quint32 seed = QRandomGenerator::global()->generate();
         qInfo("seed %u", seed);
         QRandomGenerator random(seed);
-        FollowUps saved; // what a run has said, for the last time of each note
+        FollowUps saved; // as a run has printed last for each note
         int kills = 0;
         QMap<QString, int> killsAt;
         for (int run = 0; kills < wanted; ++run) {
@@ -185,7 +185,7 @@ private Q_SLOTS:
         QVERIFY(home.sync());
         const FollowUps kept = home.followUps();
         for (auto note = saved.cbegin(); note != saved.cend(); ++note) {
-            // a run may have ended between saving and saying
+            // a run may have ended between saving and printing
             const QStringList questions = kept.value(note.key(), {u"lost"_s});
             QCOMPARE(questions.first(note->size()), note.value());
         }
@@ -269,7 +269,7 @@ private Q_SLOTS:
         QCOMPARE(texts(there), all);
         QCOMPARE(here.followUps(), there.followUps());
         QCOMPARE(difference(onServer(*backend_, uid_), here.followUps()), QStringList());
-        // a person of another account has none of them
+        // another account has none of them
         Home stranger(file(u"stranger.json"_s), *backend_,
                       backend_->tables().newIdToken(u"stranger"_s, 1h));
         QVERIFY(stranger.sync());

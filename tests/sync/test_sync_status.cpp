@@ -130,7 +130,7 @@ private Q_SLOTS:
         QCOMPARE(home.status.pending(), 1);
         QCOMPARE(home.status.problem(), Problem::Unreachable);
 
-        // That the way back works does not bring the note there.
+        // A pull that works does not upload the note.
         home.status.pull();
         QVERIFY(home.serve(noneListed) && home.isQuiet());
         QCOMPARE(home.status.problem(), Problem::Unreachable);
@@ -139,12 +139,12 @@ private Q_SLOTS:
         QVERIFY(home.serve(created) && home.isQuiet());
         QCOMPARE(home.status.pending(), 0);
         home.store.add(makeNote(u"b"_s), page);
-        home.status.push(); // under way, with nothing against it
+        home.status.push(); // running, without an error yet
         QCOMPARE(home.status.pending(), 1);
         QCOMPARE(home.status.problem(), Problem::None);
         QVERIFY(home.serve(HttpResponse{.status = 413}) && home.isQuiet());
         QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
-        home.status.push(); // of what is too large nothing is sent again
+        home.status.push(); // a note that is too large is not sent again
         QVERIFY(home.isQuiet());
         QCOMPARE(home.status.problem(), Problem::NoteTooLarge);
 
@@ -226,7 +226,7 @@ private Q_SLOTS:
         NotesOwnership later({home.defaults, home.auth, home.store}); // of the next run
         QVERIFY(!later.allowsSync() && later.isWithheld() && !later.isUnanswered());
 
-        home.auth.signedIn->uid = u"w"_s; // is asked about anew
+        home.auth.signedIn->uid = u"w"_s; // needs a new answer
         home.status.syncNow();
         QVERIFY(home.isQuiet() && home.ownership.isUnanswered());
         home.auth.signedIn->uid = u"u"_s;

@@ -23,7 +23,7 @@ private Q_SLOTS:
     {
         QByteArray json = sampleFeed;
         json.replace("\"format\"", "\"later\": {\"a\": [1]}, \"format\"");
-        json.replace("2027-05-31", "2026-11-21"); // believed to the end of that day
+        json.replace("2027-05-31", "2026-11-21"); // valid to the end of that day
         const auto feed = read(maintainer_.signedFeed(json));
         QVERIFY(feed.isOk());
         QCOMPARE(feed.value().version.toString(), u"0.2.0~rc1-1"_s);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// A check from the menu to the window.
+// An update check, from the menu to the window.
 
 #include "FeedSigning.h"
 #include "driver/Desktop.h"
@@ -27,10 +27,10 @@ namespace {
 constexpr double november2026 = 817000000; // on the program's clock
 constexpr double december2027 = 850000000;
 
-/// What the feed's address answers, and when.
+/// How the feed's address answers.
 struct Answer {
     QByteArray version = {};
-    QByteArray addition = {}; ///< behind what is signed
+    QByteArray addition = {}; ///< after the signed part
     int status = 200;
     std::optional<HttpError::Kind> error = {}; ///< in place of all that
     double time = november2026;
@@ -38,7 +38,7 @@ struct Answer {
 
 struct Desk {
     Maintainer maintainer;
-    FakeHttpSession http; ///< asked unless a session of the test's own is
+    FakeHttpSession http; ///< unless the test has its own session
     FakeWorkspace workspace;
     FakeClock clock;
     QQmlEngine engine;
@@ -69,7 +69,7 @@ struct Desk {
     {
         return controller.window()->findChild<QQuickItem *>(QLatin1StringView(name));
     }
-    /// All that can be read in the window, a line for each text.
+    /// Returns all texts of the window, one on each line.
     [[nodiscard]] QString shown() const
     {
         QStringList lines;
@@ -216,7 +216,7 @@ private Q_SLOTS:
         for (int i = 0; i < 3; ++i) {
             desk.http.answer(HttpError{});
             QVERIFY(QTest::qWaitFor(fits, 10000));
-            desk.click("act"); // tries again, which takes less room
+            desk.click("act"); // tries again; the text is shorter then
             QVERIFY(QTest::qWaitFor(fits, 10000));
         }
         desk.answer(desk.feed());

@@ -8,14 +8,14 @@
 
 namespace vellumo::test {
 
-/// One element as a screen reader meets it.
+/// One element as a screen reader sees it.
 struct AccessibleItem {
     QString name;
     QString role; ///< such as "text", "label" or "button"
     QRect extents; ///< on the screen
 };
 
-/// The elements of a process that are showing on the screen, parents first; none without an
+/// Returns the elements of a process that show on the screen, parents first. Empty without an
 /// accessibility bus.
 QList<AccessibleItem> accessibleItems(qint64 processIdentifier);
 

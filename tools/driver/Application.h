@@ -11,7 +11,7 @@
 
 namespace vellumo::test {
 
-/// A program of the desktop, started as it must be on a machine without a person, and ended with
+/// A program of the desktop, started without questions to a user, and ended with
 /// everything that it started.
 class Application {
 public:
@@ -32,28 +32,29 @@ public:
 
     [[nodiscard]] bool isInstalled() const;
 
-    /// Starts the program and waits for its window; nothing when it did not come.
+    /// Starts the program and waits for its window. Returns nothing if none came.
     std::optional<WindowId> start(const Desktop &desktop);
     /// Starts the program without waiting for anything.
     bool launch();
 
     [[nodiscard]] qint64 processIdentifier() const { return process_.processId(); }
     [[nodiscard]] bool isRunning() const { return process_.state() == QProcess::Running; }
-    /// Whether the process is the program or was started by it.
+    /// Returns whether the process is the program or was started by it.
     [[nodiscard]] bool owns(qint64 process) const
     {
         return process > 1 && tree().contains(process);
     }
-    /// What the program has written to its error output so far.
+    /// Returns what the program has written to its error output so far.
     [[nodiscard]] QString errorOutput();
     [[nodiscard]] QString standardOutput();
 
-    /// SIGSTOP for the program and all that it started; likewise the next two.
+    /// Sends SIGSTOP to the program and all that it started. Likewise the next two.
     void stopAll() const { signalAll(SIGSTOP); }
     void continueAll() const { signalAll(SIGCONT); }
     void killAll() const { signalAll(SIGKILL); }
     void signal(int number) const;
-    /// Ends the program with SIGTERM, then harder; the exit code, or nothing when it crashed.
+    /// Ends the program with SIGTERM, then SIGKILL. Returns the exit code, or nothing after a
+    /// crash.
     std::optional<int> end();
     bool waitForEnd(std::chrono::milliseconds time)
     {
@@ -74,12 +75,12 @@ private:
     QString standardOutput_;
 };
 
-/// Firefox with a fresh profile that asks nothing and fetches nothing of its own.
+/// Firefox with a fresh profile. Asks nothing and fetches nothing in the background.
 Application::Command firefox(const QString &address, const QString &title, const QString &profile);
 Application::Command mousepad(const QString &file);
 Application::Command qtTextEdit(const QString &file);
 
-/// Runs a program to its end, or for this time at most, without blocking the event loop; its
+/// Runs a program to its end, for at most this time, without blocking the event loop. Returns its
 /// standard output.
 QByteArray outputOf(const QString &program, const QStringList &arguments,
                     const QByteArray &input = {},

@@ -85,7 +85,7 @@ struct Desktop::Private {
     void collectClients(xcb_window_t window, int depth, QList<WindowId> &found) const
     {
         for (const xcb_window_t child : children(window)) {
-            // newer versions of Mutter have frames with a class of their own
+            // newer versions of Mutter have frames with a separate class
             const bool isFrame = !property(child, "_MUTTER_FRAME_FOR").isEmpty();
             if (!isFrame && !property(child, "WM_CLASS").isEmpty())
                 found.append(child);

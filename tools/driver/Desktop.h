@@ -16,7 +16,7 @@ namespace vellumo::test {
 
 using WindowId = quint32;
 
-/// Keys and buttons as a person presses them, on a connection of its own to the display.
+/// Key codes of a standard PC keyboard.
 namespace Key {
 constexpr quint8 Escape = 9;
 constexpr quint8 Tab = 23;
@@ -38,8 +38,8 @@ constexpr quint8 Q = 24;
 constexpr quint8 W = 25;
 } // namespace Key
 
-/// The display as a person and a camera see it: windows by class and title, pixels, and input.
-/// Everything is asked of the X server; nothing of the program under test.
+/// The display as a user sees it: windows by class and title, pixels, and input.
+/// Asks only the X server, never the program under test.
 class Desktop {
 public:
     Desktop();
@@ -49,13 +49,13 @@ public:
     Desktop(Desktop &&) = delete;
     Desktop &operator=(Desktop &&) = delete;
 
-    /// False when there is no X server to talk to.
+    /// Returns false without an X server.
     [[nodiscard]] bool isOpen() const;
 
     // Windows -------------------------------------------------------------------------------------
 
-    /// Visible windows whose WM_CLASS has `part` in one of its halves, whatever the case, and whose
-    /// title contains `title`.
+    /// Returns visible windows whose WM_CLASS has `part` in one of its halves, in any case, and
+    /// whose title contains `title`.
     [[nodiscard]] QList<WindowId> windows(const QString &part, const QString &title = {}) const;
     [[nodiscard]] std::optional<WindowId>
     waitForWindow(const QString &part, const QString &title = {},
@@ -66,17 +66,17 @@ public:
     [[nodiscard]] WindowId activeWindow() const;
     [[nodiscard]] WindowId focusWindow() const;
 
-    /// Asks the window manager to activate the window, or without one gives it the input focus;
-    /// answers whether it has the keyboard in the end.
+    /// Asks the window manager to activate the window, or without one gives it the input focus.
+    /// Returns whether it has the keyboard in the end.
     bool activate(WindowId window) const;
     void setFullScreen(WindowId window, bool fullScreen) const;
 
-    /// The topmost window at a point of the screen that has a WM_CLASS.
+    /// Returns the topmost window with a WM_CLASS at a point of the screen.
     [[nodiscard]] WindowId windowAt(QPoint point) const;
 
     [[nodiscard]] QImage pixels(QRect area = {}) const; ///< of the whole screen without an area
 
-    /// Where the topmost line of dark pixels lies in a light area, such as a line of print.
+    /// Finds the topmost line of dark pixels in a light area, such as a line of print.
     [[nodiscard]] QRect firstLineOfPrint(QRect area) const;
 
     // Input ---------------------------------------------------------------------------------------
@@ -84,25 +84,25 @@ public:
     void press(quint8 keycode) const;
     void release(quint8 keycode) const;
     void tap(quint8 keycode) const;
-    /// Presses now and releases after 40 ms; returns at once, the server keeps the time.
+    /// Presses now and releases after 40 ms. Returns at once; the server keeps the time.
     void pressForAMoment(quint8 keycode) const;
     /// Holds `modifier` while tapping `keycode` `times` times.
     void chord(quint8 modifier, quint8 keycode, int times = 1) const;
-    /// ASCII letters, digits, blanks and -,./;: on the layout that the server starts with.
+    /// Types ASCII letters, digits, blanks and -,./;: on the layout that the server starts with.
     void type(const QString &text) const;
     void moveTo(QPoint point) const;
     void click(QPoint point, int times = 1, quint8 button = 1) const;
-    /// Presses at one point and moves to another with several motions, as toolkits want it.
+    /// Presses at one point and moves to another with several motions, as toolkits expect.
     void drag(QPoint from, QPoint to) const;
 
-    /// Two presses of Alt, as quick as a person's. Once more if the machine was too busy for that.
+    /// Presses Alt twice, as quickly as a user. Repeats if the machine was too busy for that.
     void doubleTap() const;
-    /// Two presses. The server itself waits between them, so that the times of the events do not
-    /// depend on how busy this process is. Answers the distance of the presses as the server dated
-    /// them.
+    /// Presses twice. The server itself waits between the presses, so that the events' times do not
+    /// depend on how busy this process is. Returns the distance of the presses by the server's
+    /// clock.
     std::chrono::milliseconds doubleTap(std::chrono::milliseconds gap, quint8 first = Key::AltLeft,
                                         quint8 second = Key::AltLeft) const;
-    /// When the last press of a key happened, on the server's clock.
+    /// Returns the time of the last press of a key, on the server's clock.
     [[nodiscard]] std::optional<quint32> timeOfPress(quint8 keycode) const;
 
     /// Returns when the server has handled everything that was sent.

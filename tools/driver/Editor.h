@@ -8,7 +8,7 @@
 
 namespace vellumo::test {
 
-/// A text editor with one sentence in it, which a person selects.
+/// A text editor with one sentence, which gets selected.
 class Editor {
 public:
     Editor(const Desktop &desktop, QString sentence);

@@ -5,14 +5,14 @@
 #include <QByteArray>
 #include <QString>
 
-/// What people and the desktop's own tools do to the keyring of a private desktop.
+/// Changes the keyring of a private desktop as its user and the desktop's tools do.
 namespace vellumo::test::Keyring {
 
-/// vellumo's item of this account, through the desktop's own tool; in the default collection, if no
+/// Stores vellumo's item of this account with the desktop's tool; in the default collection, if no
 /// other is named.
 void store(const QString &account, const QByteArray &value, const QString &collection = {});
 [[nodiscard]] QByteArray lookUp(const QString &account);
-/// How many items the account has in open collections.
+/// Counts the account's items in open collections.
 [[nodiscard]] int count(const QString &account);
 
 bool lock();

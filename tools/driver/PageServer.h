@@ -9,20 +9,20 @@
 namespace vellumo::test {
 
 /// Pages for browsers, served from memory on a free loopback port. The page script reports where on
-/// the screen each element with an id lies, what is selected and whether the page has the focus.
+/// the screen each element with an id is, what is selected and whether the page has the focus.
 class PageServer {
 public:
     PageServer();
 
-    /// The address of a page; any path and query after it shows the same page with the path's last
-    /// part as title.
+    /// Returns the address of a page. Any path and query after it shows the same page with the
+    /// path's last part as title.
     [[nodiscard]] QString address(const QString &path) const
     {
         return server_.url({}).toString() + u'/' + path;
     }
     void setBody(const QString &path, const QString &html) { bodies_.insert(path, html); }
 
-    /// What the page of this path reported last.
+    /// Return what the page of this path reported last.
     [[nodiscard]] QString selection(const QString &path) const
     {
         return reports_.value(path)[QLatin1StringView("selection")].toString();
@@ -31,8 +31,8 @@ public:
     {
         return reports_.value(path)[QLatin1StringView("hasFocus")].toBool();
     }
-    /// Just inside the first and the last character of an element, once the page knows where its
-    /// window lies, which a motion of the pointer over the page lets it know.
+    /// Returns points just inside the first and the last character of an element, once the page
+    /// knows where its window is. The page learns that from a motion of the pointer over it.
     [[nodiscard]] std::optional<QPoint> startOf(const QString &path, const QString &id) const
     {
         return place(path, id, QStringLiteral("start"));

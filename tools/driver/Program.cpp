@@ -22,7 +22,7 @@ constexpr int narrowestPanel = 500;
 constexpr int widestPanel = 620;
 constexpr int lowestTopOfPanel = 40;
 
-/// The only field in the panel, in whatever language.
+/// Returns the only field in the panel, in any language.
 bool isFollowUpField(const AccessibleItem &item)
 {
     return item.role == "text"_L1 || item.role == "entry"_L1;

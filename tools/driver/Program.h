@@ -10,18 +10,18 @@
 
 namespace vellumo::test {
 
-/// The built vellumo with data and settings of its own, driven like a person would.
+/// The built vellumo with separate data and settings, driven as by a user.
 class Program {
 public:
     /// `path` is the executable. Settings and data are those of the desktop's user.
     Program(const Desktop &desktop, QString path);
-    /// With settings and data of its own in a folder of this name: onboarded and with consent.
+    /// With separate settings and data in a folder of this name, onboarded and with consent.
     Program(const Desktop &desktop, QString path, const QString &folder);
 
     void setSetting(const QString &key, const QString &value);
     void setEnvironment(const QString &name, const QString &value);
-    /// Lets a command, such as one that changes what the program finds on the disk, run it in its
-    /// own place: program and arguments are appended.
+    /// Starts the program through a command, such as one that changes what it finds on the disk.
+    /// Program and arguments are appended.
     void setWrapper(const QStringList &command) { wrapper_ = command; }
 
     /// Starts it and waits until it listens for double taps. Without other arguments its main
@@ -33,20 +33,20 @@ public:
 
     /// Another process of the same user, with the same settings and data; not yet launched.
     [[nodiscard]] std::unique_ptr<Application> another(const QStringList &arguments = {}) const;
-    /// Runs the program once more to its end; its exit status, or nothing when it crashed or
+    /// Runs the program once more to its end. Returns its exit status, or nothing if it crashed or
     /// printed something.
     [[nodiscard]] std::optional<int> startAgain(const QStringList &arguments = {}) const;
 
     [[nodiscard]] bool hasStarted() const { return process_ != nullptr; }
     [[nodiscard]] Application &process() { return *process_; }
-    /// What it has printed and what it shows, for the log of a failed test.
+    /// Returns what it has printed and what it shows, for the log of a failed test.
     [[nodiscard]] QString report() const;
-    /// The folder with its settings and data.
+    /// Returns the folder with its settings and data.
     [[nodiscard]] QString folder() const { return folder_; }
-    /// The content of every file there, and what the process has printed.
+    /// Returns the content of every file there, and what the process has printed.
     [[nodiscard]] QByteArray allThatIsKept() const;
 
-    /// The result panel: the visible window at the top edge of the screen.
+    /// Returns the result panel: the visible window at the top edge of the screen.
     [[nodiscard]] std::optional<WindowId> panel() const;
     [[nodiscard]] std::optional<WindowId>
     waitForPanel(std::chrono::milliseconds time = patience) const;
@@ -63,12 +63,12 @@ public:
     {
         return waitUntil([&] { return panelText().contains(text); });
     }
-    /// All accessible elements of the panel, one a line.
+    /// Returns all accessible elements of the panel, one on each line.
     [[nodiscard]] QString panelText() const;
-    /// Where the element of this name lies on the screen. `role` is how its role ends; without one,
-    /// labels do not count.
+    /// Returns where the element of this name is on the screen. `role` is the end of its role;
+    /// without one, labels do not count.
     [[nodiscard]] std::optional<QRect> find(const QString &name, const QString &role = {}) const;
-    /// The same, once it rests in one place.
+    /// Waits until it rests in one place.
     [[nodiscard]] std::optional<QRect> waitFor(const QString &name, const QString &role = {}) const;
     /// Clicks it once it rests in one place with no other program's window over it.
     [[nodiscard]] bool click(const QString &name, const QString &role = {}) const;
@@ -79,7 +79,7 @@ public:
     {
         return dataHome_ + QStringLiteral("/vellumo/notes.json");
     }
-    /// Every note in the file, each with its "context" beside its own fields.
+    /// Returns every note in the file, each with its "context" beside its fields.
     [[nodiscard]] QList<QJsonObject> notes() const;
     [[nodiscard]] bool waitForNotes(qsizetype count) const
     {
@@ -99,7 +99,7 @@ private:
     std::unique_ptr<Application> process_;
 };
 
-/// Puts a session into the desktop's keyring, as after an earlier sign-in.
+/// Stores a session in the desktop's keyring, as after an earlier sign-in.
 void keepSession(const QString &refreshToken, const QString &uid, const QString &email);
 
 } // namespace vellumo::test

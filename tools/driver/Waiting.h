@@ -10,10 +10,10 @@
 
 namespace vellumo::test {
 
-/// How long a test waits for what must happen: long enough for a slow and busy machine.
+/// The time that a test waits for an event, long enough for a slow and busy machine.
 constexpr std::chrono::seconds patience(15);
 
-/// Runs the event loop until the condition holds or the time is over; answers whether it holds.
+/// Runs the event loop until the condition holds or the time is over. Returns whether it holds.
 template <typename Condition>
 [[nodiscard]] bool waitUntil(Condition condition, std::chrono::milliseconds time = patience)
 {

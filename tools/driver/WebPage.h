@@ -9,7 +9,7 @@
 
 namespace vellumo::test {
 
-/// A page in Firefox with one sentence on it, which a person selects with the mouse.
+/// A page in Firefox with one sentence, which gets selected with the mouse.
 class WebPage {
 public:
     /// The sentence is the content of the element with the id "sentence". `suffix` is what follows

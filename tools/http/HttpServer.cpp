@@ -94,7 +94,7 @@ QByteArray wireForm(const HttpAnswer &answer)
     return bytes + "\r\n" + answer.body;
 }
 
-/// Sends one answer as fast as the other side takes it, or byte by byte. Goes with its socket.
+/// Sends one answer as fast as the other side takes it, or byte by byte. Deleted with its socket.
 class Sender : public QObject {
 public:
     Sender(QTcpSocket *socket, const HttpAnswer &answer, qint64 &bytesSent)
@@ -125,7 +125,7 @@ private:
             send(chunkSize);
     }
 
-    /// What the network has not taken yet, also of what is encrypted already.
+    /// Returns how many bytes the network has not taken yet, including encrypted ones.
     [[nodiscard]] qint64 waiting() const
     {
         const auto *tls = qobject_cast<QSslSocket *>(socket_);

@@ -18,7 +18,7 @@ class QTcpSocket;
 
 namespace vellumo::test {
 
-/// A request as it came, byte for byte.
+/// A received request, byte for byte.
 struct HttpReceived {
     QByteArray method;
     QByteArray target; ///< path and query as they were sent
@@ -27,11 +27,11 @@ struct HttpReceived {
     QByteArray body;
     int connection = 0; ///< 1 for the first connection that the server took
 
-    /// The values of all headers of this name, whatever the case of its letters.
+    /// Returns the values of all headers of this name, in any case.
     [[nodiscard]] QByteArrayList header(const QByteArray &name) const;
 };
 
-/// The bytes as `Content-Encoding: gzip` has them.
+/// Compresses the bytes for `Content-Encoding: gzip`.
 [[nodiscard]] QByteArray gzipped(const QByteArray &bytes);
 
 /// What the server sends, well-formed or not.
@@ -48,9 +48,9 @@ struct HttpAnswer {
     std::chrono::milliseconds delay{0}; ///< before the first byte
 };
 
-/// HTTP/1.1 on a loopback port, plain or with TLS. Records every request whole; one that no answer
-/// was set for ends the test run, unless there is a handler, who is then asked instead. With TLS it
-/// offers HTTP/2 as well, as services do, and a client that takes the offer ends the test run too.
+/// Serves HTTP/1.1 on a loopback port, plain or with TLS. Records every whole request. A request
+/// without an answer ends the test run, unless there is a handler to ask. With TLS it offers HTTP/2
+/// as well, as services do, and a client that takes the offer ends the test run too.
 class HttpServer : public QObject {
     Q_OBJECT
 
@@ -59,16 +59,16 @@ public:
 
     using Handler = std::function<HttpAnswer(const HttpReceived &)>;
 
-    /// Port 0 is any free one. A port that cannot be had ends the process.
+    /// Port 0 takes any free one. A port that is not free ends the process.
     explicit HttpServer(Security security = Security::Plain, quint16 port = 0);
     ~HttpServer() override;
     Q_DISABLE_COPY_MOVE(HttpServer)
 
     /// The address of a path such as "/v1/chat", by number without TLS and by name with it.
     [[nodiscard]] QUrl url(const QString &path) const { return base_.resolved(QUrl(path)); }
-    /// What a client has to trust; made for this run, for "localhost" alone. Needs TLS.
+    /// Returns the certificate to trust, made for this run and only for "localhost". Needs TLS.
     [[nodiscard]] static QSslCertificate certificate();
-    /// Lets every session of this process trust it that has not sent a request yet.
+    /// Makes all sessions of this process trust it that have not sent a request yet.
     static void trustCertificate();
 
     /// Sets the answer to requests of a method and a target from now on.
@@ -78,14 +78,14 @@ public:
 
     [[nodiscard]] const QList<HttpReceived> &requests() const { return requests_; }
     void forgetRequests() { requests_.clear(); }
-    /// How many connections were taken, each with its own TLS handshake if there is TLS.
+    /// Counts the accepted connections, each with a TLS handshake if there is TLS.
     [[nodiscard]] int connections() const { return connections_; }
     [[nodiscard]] int openConnections() const { return openConnections_; }
-    /// How many bytes of answers have been handed to the network.
+    /// Counts the bytes of answers that were passed to the network.
     [[nodiscard]] qint64 bytesSent() const { return bytesSent_; }
 
-    /// From now on the connections that there are get no answers and no end, as if the network had
-    /// gone from under them. New ones are served.
+    /// Existing connections get neither answers nor an end from now on, as if the network had
+    /// vanished. New ones are served.
     void loseConnections();
     void closeConnections();
     /// Refuses connections from now on.

@@ -25,7 +25,7 @@ struct RecordingPrompt : ConsentPrompting {
     std::function<void(bool)> answer;
 };
 
-/// Consent, prompt and the accessibility made of them.
+/// An accessibility backend with its consent and prompt.
 struct Reader {
     explicit Reader(bool consented)
     {
@@ -51,12 +51,12 @@ struct Reader {
     std::unique_ptr<AtspiAccessibility> accessibility;
 };
 
-/// The helper program, showing trees of objects.
+/// The helper program that shows trees of objects.
 class Peer {
 public:
     explicit Peer(const QJsonObject &tree) : Peer(QList{tree}) { }
 
-    /// Each on a connection of its own. The process has the name, unless that is empty.
+    /// Each tree has a separate connection. The process gets the name, unless it is empty.
     explicit Peer(const QList<QJsonObject> &trees, const QString &name = {})
         : process_({QStringLiteral("peer"), programNamed(name), files(trees), {}, {}})
     {

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 //
 // vellumo_atspi_peer TREE...: an application on the accessibility bus with one window for each JSON
-// file, on a connection of its own, which holds the tree of the file. Prints "ready" when all are
+// file, on a separate connection, which holds the tree of the file. Prints "ready" when all are
 // registered and "read ROLE" for each text that it is asked for. An object of the tree:
 //   role, focused, name, text, selections [[start, end]...], fleeting (they are gone once asked
 //   for), display, address, toolkit, inactive and title (topmost), elsewhere (the bus name that
@@ -207,7 +207,7 @@ private:
     QString toolkit_;
 };
 
-/// Shows the tree; answers whether it can. `registered` runs when the registry knows it.
+/// Shows the tree. Returns whether it can. `registered` runs when the registry knows it.
 bool show(const QString &file, std::vector<std::unique_ptr<Peer>> &peers,
           const std::function<void()> &registered)
 {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// The listener for Alt, told by the accessibility registry as an application tells it.
+// The listener for Alt. Keys are reported through the accessibility registry, as applications do.
 
 #include "platform/atspi/AltKeys.h"
 #include "platform/atspi/AtspiBus.h"

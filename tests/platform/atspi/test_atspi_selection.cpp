@@ -244,7 +244,7 @@ private Q_SLOTS:
         QFETCH(QString, text);
         Peer peer(trees, program);
         QVERIFY(peer.waitUntilReady());
-        // A sandbox's window belongs to another process than its connection does.
+        // The window of a sandboxed program belongs to another process than its connection.
         const auto element = focusedElement(program.isEmpty() ? peer.id() : 1);
         const QString read =
             element ? accessibility().selectedText(*element, QDeadlineTimer(1000)).text : QString();

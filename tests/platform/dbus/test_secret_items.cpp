@@ -15,7 +15,7 @@ using namespace vellumo::test;
 using namespace Qt::StringLiterals;
 using Kind = SecretAnswer::Kind;
 
-/// The desktop's real keyring, and what people do to it.
+/// The desktop's real keyring, and changes by its user.
 class TestSecretItems : public QObject {
     Q_OBJECT
 
@@ -75,7 +75,7 @@ private Q_SLOTS:
         auto damaged = *first;
         damaged.value.chop(1);
         QVERIFY(!session.unseal(damaged));
-        // what the keyring itself has decrypted is what another program reads there
+        // another program reads the value that the keyring has decrypted
         items_.set(u"sealed"_s, "a secret");
         QCOMPARE(get(u"sealed"_s).value, QByteArray("a secret"));
         QCOMPARE(Keyring::lookUp(u"sealed"_s), QByteArray("a secret"));

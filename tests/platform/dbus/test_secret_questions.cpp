@@ -33,7 +33,7 @@ struct KeyringState {
     int withdrawn = 0;
 };
 
-/// An open keyring that asks the user before every change, and cannot encrypt a session.
+/// An open keyring that asks the user before each change and supports no encrypted session.
 class AskingKeyring : public QDBusVirtualObject, public KeyringState {
 public:
     [[nodiscard]] QString introspect(const QString & /*path*/) const override { return {}; }
@@ -91,7 +91,7 @@ private Q_SLOTS:
         items_->set(u"a"_s, "older");
         items_->set(u"a"_s, "value");
         QCOMPARE(get().kind, Kind::Missing);
-        QCOMPARE(keyring_.withdrawn, 1); // or the older value could come last
+        QCOMPARE(keyring_.withdrawn, 1); // otherwise the older value could be written last
         QCOMPARE(keyring_.asked, 0);
         items_->unlock();
         QVERIFY(waitUntil([&] { return keyring_.asked == 1; }));
@@ -124,7 +124,7 @@ private Q_SLOTS:
             QVERIFY2(get().kind == (hasItem ? Kind::Found : Kind::Missing), qPrintable(method));
         }
         keyring_.failing = u"CreateItem"_s;
-        items_->set(u"a"_s, "value"); // is owed then, and keeps nothing from being asked
+        items_->set(u"a"_s, "value"); // is pending then, and blocks no question
         QCOMPARE(get().kind, Kind::Found);
     }
 

@@ -21,7 +21,7 @@ using Security = HttpServer::Security;
 
 constexpr qint64 smallLimit = 100'000;
 
-/// What a completion was called with, each time that it was called.
+/// Records the result of each call of a completion.
 struct Outcomes {
     QList<Result<HttpResponse, HttpError>> all;
 
@@ -172,7 +172,7 @@ private Q_SLOTS:
         for (const auto &[name, value] : request.headers)
             names.append(name.toLower()); // as newer versions of Qt write it
         std::sort(names.begin(), names.end());
-        // no cookie, and no wish for another protocol
+        // no cookie, and no request for another protocol
         QCOMPARE(names.join(' '),
                  "accept-encoding accept-language authorization connection content-length "
                  "content-type host user-agent");
@@ -290,7 +290,7 @@ private Q_SLOTS:
         Outcomes next;
         session.send(request, this, next.completion());
         if (change)
-            change(place); // what is on its way is not disturbed by the next one
+            change(place); // a pending request is not affected by the next one
         session.send(request, this, next.completion());
         QVERIFY(waitUntil([&] { return next.all.size() == 2; }, 10s));
         QCOMPARE(text(next.all.at(0)), "200 hello");
@@ -421,7 +421,7 @@ private Q_SLOTS:
         QCOMPARE(send(QUrl(u"http://127.0.0.1:1/"_s)), describe(Kind::Refused).toUtf8());
         for (int i = 0; i < 20; ++i)
             QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
-        QCOMPARE_LT(timer.elapsed(), 20 * 200); // not waited for each time
+        QCOMPARE_LT(timer.elapsed(), 20 * 200); // no wait for each request
         mayAnswer->release(2);
     }
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// PRIMARY through a compositor of the test's own, whose applications misbehave.
+// PRIMARY through the test's compositor, whose applications misbehave.
 
 #include "platform/Accessibility.h"
 #include "platform/wayland/client/DataControlProtocol.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// Another X client for the tests, in a process of its own. Prints one line when it is ready.
+// Another X client for the tests, in a separate process. Prints one line when it is ready.
 //
 //   vellumo_x11_peer own [TARGET|TYPE|FORMAT|FILE...]   owns the clipboard and serves it
 //   vellumo_x11_peer stall [...]      as own, but stops the process once it owns the clipboard

@@ -8,7 +8,7 @@
 
 namespace vellumo::test {
 
-/// The other X client, running until this object goes.
+/// The other X client. Runs as long as this object exists.
 class PeerProcess {
 public:
     /// Returns when it is ready.

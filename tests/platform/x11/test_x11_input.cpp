@@ -25,7 +25,7 @@ namespace {
 
 constexpr quint8 insertKey = 118;
 
-/// Sees only what no monitor swallows.
+/// Receives only what no monitor swallows.
 class OwnWindow : public QWindow {
 public:
     OwnWindow()
@@ -226,7 +226,7 @@ private Q_SLOTS:
 private:
     [[nodiscard]] bool giveKeyboardTo(PeerProcess &peer) const
     {
-        // The manager may still name a window that has gone, and its number may be this one's.
+        // The manager may still name a destroyed window, whose number this one may have got.
         return desktop_.activate(peer.window())
             && QTest::qWaitFor([&] { return desktop_.focusWindow() == peer.window(); });
     }
@@ -241,7 +241,7 @@ private:
             }
         }
         desktop_.sync();
-        with_->connection.roundTrip(); // what these keys cause is in the queue now
+        with_->connection.roundTrip(); // the events of these keys are in the queue now
     }
 
     [[nodiscard]] bool hasFlags(const Flags &flags)

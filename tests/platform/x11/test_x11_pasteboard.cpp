@@ -85,7 +85,7 @@ private Q_SLOTS:
         QCOMPARE(dumpClipboard(), QByteArray());
         pasteboard_->write(*items);
         QCOMPARE(dumpClipboard(), before);
-        // A snapshot of what we serve ourselves is the same again.
+        // A snapshot of our own clipboard is equal.
         QElapsedTimer time;
         time.start();
         QCOMPARE(pasteboard_->items(QDeadlineTimer(1000)), items);
@@ -111,13 +111,13 @@ private Q_SLOTS:
             QVERIFY2(!pasteboard_->items(QDeadlineTimer(each.deadlineMs)), qPrintable(each.manner));
             QCOMPARE_LE(time.elapsed(), each.atMostMs);
 
-            // Nothing of it disturbs what comes next.
+            // None of this affects later requests.
             const PeerProcess next({u"own"_s, spec("UTF8_STRING", "UTF8_STRING", 8, "next")});
             QCOMPARE(pasteboard_->string(QDeadlineTimer(2000)), u"next"_s);
         }
         const PeerProcess owner({u"own"_s, spec("PIXMAP", "PIXMAP", 32, randomBytes(4))});
         QVERIFY(owner.isReady());
-        QVERIFY(!pasteboard_->items(QDeadlineTimer(1000))); // what it has is not nothing
+        QVERIFY(!pasteboard_->items(QDeadlineTimer(1000))); // unreadable, not empty
     }
 
     void namesTheProcessThatTookItOver()
@@ -140,8 +140,7 @@ private Q_SLOTS:
         QVERIFY(!pasteboard_->waitForOwner(second.processId(), after, QDeadlineTimer(10)));
         QVERIFY(!pasteboard_->waitForOwner(QCoreApplication::applicationPid(), before,
                                            QDeadlineTimer(10)));
-        QVERIFY(
-            QTest::qWaitFor([&] { return news > 0; })); // also of what a question has seen before
+        QVERIFY(QTest::qWaitFor([&] { return news > 0; })); // also of a change seen before
     }
 
     void readsText()
@@ -195,7 +194,7 @@ private Q_SLOTS:
     {
         const QByteArray bytes = randomBytes(3'000'000);
         pasteboard_->write({{{u"UTF8_STRING"_s, bytes}}});
-        // Asks, takes the announcement of parts, and then neither takes them nor stays.
+        // Asks, takes the announcement of parts, then takes none of them and leaves.
         auto *xcb = xcb_connect(nullptr, nullptr);
         const auto window = xcb_generate_id(xcb);
         xcb_create_window(xcb, 0, window, connection_->root(), 0, 0, 1, 1, 0,
@@ -253,7 +252,7 @@ private Q_SLOTS:
         QCOMPARE(value("P1"_ba), ""_ba);
         QCOMPARE(value("P2"_ba), "text"_ba);
         auto outcome = pairs;
-        outcome[3] = XCB_ATOM_NONE; // the one that could not be had
+        outcome[3] = XCB_ATOM_NONE; // the unavailable one
         QCOMPARE(value("PAIRS"_ba),
                  QByteArray(reinterpret_cast<const char *>(outcome.data()), sizeof outcome));
     }

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 //
-// What needs no desktop: rules, and a server that lacks something.
+// Rules that need no desktop, and a server that lacks something.
 #include "driver/Application.h"
 #include "driver/Waiting.h"
 #include "platform/EventMonitoring.h"
@@ -95,7 +95,7 @@ private Q_SLOTS:
         });
         QVERIFY(list->deliver(event));
         QCOMPARE(calls, (QStringList{u"newest"_s, u"oldest"_s}));
-        QVERIFY(!list->deliver(event)); // what the newest swallows, none of the others sees
+        QVERIFY(!list->deliver(event)); // the newest swallows the event
         QCOMPARE(calls, (QStringList{u"newest"_s, u"oldest"_s, u"added"_s}));
         list.reset(); // before its last handle
     }

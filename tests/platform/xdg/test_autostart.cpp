@@ -91,7 +91,7 @@ private Q_SLOTS:
         QVERIFY(written.startsWith("[Desktop Entry]\n") && written.contains("\nExec="));
         QVERIFY(written.contains(" --background\n"));
         QCOMPARE(written.contains("Name=mine"),
-                 own.contains("Name=mine")); // what others wrote stays
+                 own.contains("Name=mine")); // entries of others stay
         QVERIFY(entry.setOn(false));
         QCOMPARE(entry.state(), off);
         QVERIFY(entry.setOn(true));
