@@ -235,6 +235,11 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return desk.http.answer(HttpResponse{.status = 401}); }));
         QVERIFY(desk.text("explanationProblem").contains("wants a key"_L1));
         QVERIFY(desk.item("explanationProblem")->property("title").toString().contains(u':'));
+        desk.click("notes");
+        desk.clock.now += day;
+        desk.click("computer");
+        QVERIFY(
+            desk.item("explanationProblem")->property("title").toString().contains(u"2026-11-"));
     }
 };
 

@@ -29,6 +29,7 @@ const QDBusObjectPath place(u"/x"_s);
 struct KeyringState {
     bool hasItem = false;
     QString failing = {}; ///< the method that is answered with an error
+    bool isGarbled = false; ///< then it is answered with another type instead
     int asked = 0;
     int withdrawn = 0;
 };
@@ -52,6 +53,8 @@ public:
             {u"GetSecret"_s, {QVariant::fromValue(secret)}},
             {u"CreateItem"_s, {path(nowhere), path(place)}},
             {u"Delete"_s, {path(place)}}};
+        if (message.member() == failing && isGarbled)
+            return bus.send(message.createReply(u"no"_s));
         if (message.member() == failing)
             return bus.send(message.createErrorReply(QDBusError::Failed, u"no"_s));
         asked += message.member() == "Prompt"_L1 ? 1 : 0;
@@ -119,7 +122,10 @@ private Q_SLOTS:
         for (const auto &[method, hasItem] : rows) {
             keyring_.hasItem = hasItem;
             keyring_.failing = method;
-            QVERIFY2(get().kind == Kind::Unavailable, qPrintable(method));
+            for (const bool isGarbled : {false, true}) {
+                keyring_.isGarbled = isGarbled;
+                QVERIFY2(get().kind == Kind::Unavailable, qPrintable(method));
+            }
             keyring_.failing.clear();
             QVERIFY2(get().kind == (hasItem ? Kind::Found : Kind::Missing), qPrintable(method));
         }
@@ -145,14 +151,11 @@ private Q_SLOTS:
             return find()->agree(bytes(own), bytes(peer), static_cast<size_t>(peer.size()),
                                  bytes(key));
         };
-        const QByteArray prime = QByteArray::fromHex(
-            "FFFFFFFFFFFFFFFFC90FDAA22168C234C4C6628B80DC1CD129024E088A67CC74020BBEA63B139B22514A08"
-            "798E"
-            "34"
-            "04DDEF9519B3CD3A431B302B0A6DF25F14374FE1356D6D51C245E485B576625E7EC6F44C42E9A637ED6B0B"
-            "FF5C"
-            "B6"
-            "F406B7EDEE386BFB5A899FA5AE9F24117C4B1FE649286651ECE65381FFFFFFFFFFFFFFFF");
+        const QByteArray prime =
+            QByteArray::fromHex("FFFFFFFFFFFFFFFFC90FDAA22168C234C4C6628B80DC1CD129024E088A67CC74"
+                                "020BBEA63B139B22514A08798E3404DDEF9519B3CD3A431B302B0A6DF25F1437"
+                                "4FE1356D6D51C245E485B576625E7EC6F44C42E9A637ED6B0BFF5CB6F406B7ED"
+                                "EE386BFB5A899FA5AE9F24117C4B1FE649286651ECE65381FFFFFFFFFFFFFFFF");
         QByteArray belowPrime = prime;
         belowPrime.back() = '\xFE';
         for (const QByteArray &peer : {QByteArray(1, '\0'), QByteArray(1, '\1'), belowPrime, prime})

@@ -400,7 +400,7 @@ private Q_SLOTS:
         const QNetworkProxy found(QNetworkProxy::HttpProxy, u"127.0.0.1"_s,
                                   static_cast<quint16>(proxy.url({}).port()));
         const auto mayAnswer = std::make_shared<QSemaphore>(2);
-        QtHttpSession session(
+        auto session = std::make_unique<QtHttpSession>(
             [mayAnswer, found](const QUrl & /*url*/) {
                 mayAnswer->acquire();
                 return QList<QNetworkProxy>{found};
@@ -408,7 +408,7 @@ private Q_SLOTS:
             200ms);
         const auto send = [&](const QUrl &url) {
             Outcomes outcomes;
-            session.send(get(url), this, outcomes.completion());
+            session->send(get(url), this, outcomes.completion());
             return outcomes.wait() ? text(outcomes.all.constFirst()) : QByteArray();
         };
         QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
@@ -422,7 +422,11 @@ private Q_SLOTS:
         for (int i = 0; i < 20; ++i)
             QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
         QCOMPARE_LT(timer.elapsed(), 20 * 200); // no wait for each request
-        mayAnswer->release(2);
+
+        session.reset();
+        mayAnswer->release(2); // too late
+        QVERIFY(waitUntil([&] { return mayAnswer.use_count() == 1; }));
+        QCoreApplication::processEvents();
     }
 
 private:
