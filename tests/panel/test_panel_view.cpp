@@ -7,6 +7,7 @@
 #include "platform/fake/FakeScreens.h"
 #include "platform/windowing/QtFloatingPanel.h"
 #include "platform/windowing/QtFloatingWindows.h"
+#include "support/QuickItems.h"
 #include "ui/ApplicationFonts.h"
 #include "ui/BilingualText.h"
 #include "ui/QmlEngine.h"
@@ -20,6 +21,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
+using namespace vellumo::test;
 
 namespace {
 
@@ -55,25 +57,12 @@ struct Desk {
     }
     [[nodiscard]] QQuickItem *item(const char *name) const
     {
-        return find(window->contentItem(), QLatin1StringView(name));
-    }
-    [[nodiscard]] static QQuickItem *find(QQuickItem *root, QLatin1StringView name)
-    {
-        if (root->objectName() == name) {
-            return root;
-        }
-        const auto children = root->childItems();
-        for (QQuickItem *child : children) {
-            if (QQuickItem *found = find(child, name)) {
-                return found;
-            }
-        }
-        return nullptr;
+        return findItem(window->contentItem(), QLatin1StringView(name));
     }
     [[nodiscard]] bool isShown(const char *name) const
     {
         const QQuickItem *found = item(name);
-        return found != nullptr && found->isVisible() && found->height() > 0;
+        return found != nullptr && found->height() > 0;
     }
     [[nodiscard]] QString draft() const
     {

@@ -41,7 +41,7 @@ inline QQuickItem *findItem(QQuickItem *item, const QString &name)
     return nullptr;
 }
 
-/// Returns all visible texts, one on each line.
+/// Returns all visible texts.
 inline QStringList textsOf(const QQuickItem *item)
 {
     QStringList texts;
