@@ -39,8 +39,7 @@ void UnsavedNotes::say()
     const auto failure = with_.store.saveFailure();
     if (failure && !isSaid_ && !with_.panel.isOnScreen()) {
         isSaid_ = true;
-        Q_EMIT noticed(
-            IslandContent::notice(NotesFileState::unsavedText(*failure, with_.texts.isEnglish())));
+        Q_EMIT noticed(IslandContent::notice(NotesFileState::unsavedText(*failure, with_.texts)));
     }
 }
 

@@ -23,11 +23,13 @@ ComputerModel::ComputerModel(const Collaborators &collaborators, QObject *parent
 {
     connect(&with_.accessibility, &Accessibility::trustChanged, this, &ComputerModel::trustChanged);
     connect(&with_.defaults, &DefaultsStore::changed, this, &ComputerModel::copyingChanged);
+    connect(&with_.desktop, &DesktopReporting::changed, this, &ComputerModel::browsersChanged);
     connect(&with_.login, &LoginStart::changed, this, &ComputerModel::loginChanged);
     connect(&with_.explainer, &ForwardingExplainer::lastFailureChanged, this,
             &ComputerModel::problemsChanged);
     connect(&with_.texts, &BilingualText::languageChanged, this, [this] {
         Q_EMIT copyingChanged();
+        Q_EMIT browsersChanged();
         Q_EMIT loginChanged();
         Q_EMIT problemsChanged();
     });
@@ -55,9 +57,46 @@ void ComputerModel::setReadsByCopying(bool copies)
     settings::readsByCopying.set(with_.defaults, copies);
 }
 
-QString ComputerModel::noCopyingIn() const
+QString ComputerModel::copyingText() const
 {
-    return UserPreferences(with_.defaults).noCopyingIn().join(with_.texts.pick(u", "_s, u"、"_s));
+    const BilingualText &texts = with_.texts;
+    const QString text = texts.pick(
+        u"A few applications give a selection away only by copying it. vellumo then copies for "
+        "you and puts the clipboard back; a clipboard history may keep what you selected."_s,
+        u"少数应用只能通过复制读到选中的文字。这时 vellumo 会代你复制,再恢复剪贴板;剪贴板历史可能会"
+        "留下选中的文字。"_s);
+    const QStringList exceptions = UserPreferences(with_.defaults).noCopyingIn();
+    return exceptions.isEmpty()
+        ? text
+        : text + texts.pick(u" Never in: %1."_s, u"以下应用除外:%1。"_s).arg(listed(exceptions));
+}
+
+QString ComputerModel::browsersText() const
+{
+    const BilingualText &texts = with_.texts;
+    const QStringList always = with_.desktop.browsers();
+    const QStringList atStart = with_.desktop.browsersDecidingAtStart();
+    QStringList lines;
+    if (!always.isEmpty()) {
+        lines << texts.pick(u"%1: notes are filed under the page."_s, u"%1:笔记归到所在网页下。"_s)
+                     .arg(listed(always));
+    }
+    if (!atStart.isEmpty()) {
+        lines << texts
+                     .pick(u"%1: notes are filed under the page if accessibility was on when the "
+                           "browser started. If they are filed under the window, start it again."_s,
+                           u"%1:浏览器启动时辅助功能已打开,笔记才归到所在网页下。如果归到了窗口下,"
+                           "请重新启动浏览器。"_s)
+                     .arg(listed(atStart));
+    }
+    return lines.isEmpty() ? texts.pick(u"No browser that vellumo knows is installed."_s,
+                                        u"没有安装 vellumo 认识的浏览器。"_s)
+                           : lines.join(u'\n');
+}
+
+QString ComputerModel::listed(const QStringList &names) const
+{
+    return names.join(with_.texts.pick(u", "_s, u"、"_s));
 }
 
 bool ComputerModel::startsAtLogin() const

@@ -25,7 +25,8 @@ class ComputerModel : public QObject {
     Q_PROPERTY(vellumo::ServiceForm *service READ service CONSTANT)
     Q_PROPERTY(vellumo::DesktopReporting *desktop READ desktop CONSTANT)
     Q_PROPERTY(bool readsByCopying READ readsByCopying NOTIFY copyingChanged)
-    Q_PROPERTY(QString noCopyingIn READ noCopyingIn NOTIFY copyingChanged)
+    Q_PROPERTY(QString copyingText READ copyingText NOTIFY copyingChanged)
+    Q_PROPERTY(QString browsersText READ browsersText NOTIFY browsersChanged)
     Q_PROPERTY(bool startsAtLogin READ startsAtLogin NOTIFY loginChanged)
     Q_PROPERTY(QString loginText READ loginText NOTIFY loginChanged)
     Q_PROPERTY(QString explanationProblem READ explanationProblem NOTIFY problemsChanged)
@@ -58,8 +59,10 @@ public:
 
     [[nodiscard]] bool readsByCopying() const;
     Q_INVOKABLE void setReadsByCopying(bool copies);
-    /// The applications in which that is not done, as one list to read.
-    [[nodiscard]] QString noCopyingIn() const;
+    /// What copying means, and the applications that are excluded.
+    [[nodiscard]] QString copyingText() const;
+    /// Which installed browsers expose the addresses of pages, and when.
+    [[nodiscard]] QString browsersText() const;
 
     [[nodiscard]] bool startsAtLogin() const;
     /// What is special about it; empty when nothing is.
@@ -81,11 +84,14 @@ public:
 Q_SIGNALS:
     void trustChanged();
     void copyingChanged();
+    void browsersChanged();
     void loginChanged();
     void problemsChanged();
     void serviceRequested();
 
 private:
+    [[nodiscard]] QString listed(const QStringList &names) const;
+
     Collaborators with_;
     ServiceForm service_;
     bool isLoginFaulty_ = false;

@@ -60,21 +60,7 @@ SectionCard {
         english: section.english
         objectName: "browsers"
         title: section.english ? "Addresses of pages" : "网页地址"
-        text: {
-            const ready = section.desktop.browsers.join(section.english ? ", " : "、")
-            const atStart = section.desktop.browsersDecidingAtStart.join(section.english ? ", " : "、")
-            const parts = []
-            if (ready.length > 0)
-                parts.push((section.english ? "%1: notes are filed under the page."
-                                            : "%1:笔记归到所在网页下。").arg(ready))
-            if (atStart.length > 0)
-                parts.push((section.english ? "%1: notes are filed under the page if accessibility was on when the browser started. If they are filed under the window, start it again."
-                                            : "%1:浏览器启动时辅助功能已打开,笔记才归到所在网页下。如果归到了窗口下,请重新启动浏览器。").arg(atStart))
-            if (parts.length === 0)
-                parts.push(section.english ? "No browser that vellumo knows is installed."
-                                           : "没有安装 vellumo 认识的浏览器。")
-            return parts.join("\n")
-        }
+        text: section.computer.browsersText
     }
     Fact {
         english: section.english

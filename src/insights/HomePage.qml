@@ -134,7 +134,6 @@ ScrollPage {
                 objectName: "latest"
 
                 width: latest.width
-                english: page.english
                 activeFocusOnTab: true
                 hasKeyboard: activeFocus
                 onAction: page.noteChosen(card.index)

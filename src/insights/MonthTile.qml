@@ -12,7 +12,7 @@ HomeTile {
     required property bool english
 
     heading: tile.english ? "This month" : "本月"
-    spoken: number.text + ", " + compared.text
+    spoken: tile.overview.monthText
 
     Label {
         id: number

@@ -103,6 +103,11 @@ QString NotesOverview::comparison() const
         .arg(QString::number(std::abs(difference)), month);
 }
 
+QString NotesOverview::monthText() const
+{
+    return QString::number(thisMonth_) + u", "_s + comparison();
+}
+
 QString NotesOverview::placesText() const
 {
     QStringList parts;

@@ -21,6 +21,7 @@ class NotesOverview : public QObject {
     Q_PROPERTY(QString summary READ summary NOTIFY changed)
     Q_PROPERTY(int thisMonth READ thisMonth NOTIFY changed)
     Q_PROPERTY(QString comparison READ comparison NOTIFY changed)
+    Q_PROPERTY(QString monthText READ monthText NOTIFY changed)
     Q_PROPERTY(QStringList placeNames READ placeNames NOTIFY changed)
     Q_PROPERTY(QList<int> placeCounts READ placeCounts NOTIFY changed)
     Q_PROPERTY(QString placesText READ placesText NOTIFY changed)
@@ -40,6 +41,8 @@ public:
     [[nodiscard]] int thisMonth() const { return thisMonth_; }
     /// This month beside the one before.
     [[nodiscard]] QString comparison() const;
+    /// Both in one line, for screen readers.
+    [[nodiscard]] QString monthText() const;
     /// The places with most notes in the last 30 days, and how many each.
     [[nodiscard]] QStringList placeNames() const { return placeNames_; }
     [[nodiscard]] QList<int> placeCounts() const { return placeCounts_; }

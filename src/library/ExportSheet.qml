@@ -93,8 +93,7 @@ Sheet {
             width: parent.width
             bottomPadding: Units.space24
             visible: !sheet.asksWhat
-            text: (sheet.english ? "“%1” is there already. Replace it?" : "“%1”已存在,要替换吗?")
-                .arg(sheet.exporter.fileName)
+            text: sheet.exporter.replaceText
             wrapMode: Text.Wrap
             lineFactor: Units.readingLine
             onVisibleChanged: announcer.announce(visible ? text : "")

@@ -11,9 +11,9 @@ Item {
     required property string title
     required property string detail
     required property string when
-    required property string place
+    required property string origin
+    required property string spoken
     required property int followUps
-    required property bool english
     property bool hasKeyboard: false
     /// Whether notes are being marked, and whether this one is.
     property bool selecting: false
@@ -28,12 +28,7 @@ Item {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: card.title
-    Accessible.description: {
-        const parts = [card.detail, card.when, card.place]
-        if (card.followUps > 0)
-            parts.push((card.english ? "asked further: %1" : "追问 %1 次").arg(card.followUps))
-        return parts.filter(part => part.length > 0).join(", ")
-    }
+    Accessible.description: card.spoken
     Accessible.focusable: true
     Accessible.checkable: card.selecting
     Accessible.checked: card.selected
@@ -139,8 +134,7 @@ Item {
 
                 anchors.right: parent.right
                 width: Math.min(implicitWidth, parent.width - lower.ahead)
-                text: (card.followUps > 0 ? card.followUps : "")
-                    + (card.followUps > 0 && card.place.length > 0 ? " · " : "") + card.place
+                text: card.origin
                 alignment: Text.AlignRight
                 color: Theme.secondInk
                 size: Units.type12

@@ -17,6 +17,13 @@ namespace vellumo {
 namespace {
 /// More than one line can show in the narrowest letters.
 constexpr qsizetype maxShown = 300;
+
+QString joined(QStringList parts, const QString &separator)
+{
+    parts.removeAll(QString());
+    return parts.join(separator);
+}
+
 } // namespace
 
 NoteRowsModel::NoteRowsModel(std::function<TextContext()> textContext, QObject *parent)
@@ -180,36 +187,66 @@ QVariant NoteRowsModel::headingData(const Group &group, int role) const
 
 QVariant NoteRowsModel::noteData(const NoteWithContext &entry, int role) const
 {
-    const ReadingNote &note = entry.note;
     switch (role) {
     case Title:
-        return presentableLine(note.sourceText, maxShown);
+        return presentableLine(entry.note.sourceText, maxShown);
     case Detail:
-        return presentableLine(note.explanation.isEmpty() ? note.translation : note.explanation,
-                               maxShown);
-    case When: {
-        const TextContext textContext = textContext_();
-        const QDateTime time = NoteDates::localTime(note.createdAt);
-        return grouping_ == Grouping::ByDay
-            ? NoteDates::clockTime(time)
-            : NoteDates::moment(time, textContext.today, textContext.isEnglish);
-    }
-    case Place:
-        return grouping_ == Grouping::ByPlace ? QString()
-                                              : placeOf(entry.context, textContext_().isEnglish);
+        return detail(entry.note);
+    case When:
+        return time(entry.note);
+    case Origin:
+        return origin(entry);
+    case Spoken:
+        return spoken(entry);
     case FollowUps:
-        return static_cast<int>(note.followUps.size());
+        return static_cast<int>(entry.note.followUps.size());
     default:
         return {};
     }
 }
 
+QString NoteRowsModel::detail(const ReadingNote &note) const
+{
+    return presentableLine(note.explanation.isEmpty() ? note.translation : note.explanation,
+                           maxShown);
+}
+
+QString NoteRowsModel::time(const ReadingNote &note) const
+{
+    const TextContext textContext = textContext_();
+    const QDateTime time = NoteDates::localTime(note.createdAt);
+    return grouping_ == Grouping::ByDay
+        ? NoteDates::clockTime(time)
+        : NoteDates::moment(time, textContext.today, textContext.isEnglish);
+}
+
+QString NoteRowsModel::place(const ReadingContext &context) const
+{
+    return grouping_ == Grouping::ByPlace ? QString() : placeOf(context, textContext_().isEnglish);
+}
+
+QString NoteRowsModel::origin(const NoteWithContext &entry) const
+{
+    const qsizetype followUps = entry.note.followUps.size();
+    return joined({followUps > 0 ? QString::number(followUps) : QString(), place(entry.context)},
+                  u" · "_s);
+}
+
+QString NoteRowsModel::spoken(const NoteWithContext &entry) const
+{
+    const qsizetype followUps = entry.note.followUps.size();
+    const QString asked =
+        (textContext_().isEnglish ? u"asked further: %1"_s : u"追问 %1 次"_s).arg(followUps);
+    return joined({detail(entry.note), time(entry.note), place(entry.context),
+                   followUps > 0 ? asked : QString()},
+                  u", "_s);
+}
+
 QHash<int, QByteArray> NoteRowsModel::roleNames() const
 {
-    return {{IsHeading, "isHeading"},  {Title, "title"},
-            {Detail, "detail"},        {When, "when"},
-            {Place, "place"},          {FollowUps, "followUps"},
-            {IsSelected, "isSelected"}};
+    return {{IsHeading, "isHeading"}, {Title, "title"},          {Detail, "detail"},
+            {When, "when"},           {Origin, "origin"},        {Spoken, "spoken"},
+            {FollowUps, "followUps"}, {IsSelected, "isSelected"}};
 }
 
 } // namespace vellumo

@@ -21,7 +21,16 @@ public:
     enum class Grouping : quint8 { None, ByDay, ByPlace };
     Q_ENUM(Grouping)
 
-    enum Role { IsHeading = Qt::UserRole, Title, Detail, When, Place, FollowUps, IsSelected };
+    enum Role {
+        IsHeading = Qt::UserRole,
+        Title,
+        Detail,
+        When,
+        Origin, ///< the number of follow-ups, if any, and the place
+        Spoken, ///< everything but the title, for screen readers
+        FollowUps, ///< the number of notes for a heading
+        IsSelected,
+    };
 
     struct TextContext {
         bool isEnglish;
@@ -67,6 +76,11 @@ private:
     void addGroup(const QList<int> &members, QDate day);
     [[nodiscard]] QVariant headingData(const Group &group, int role) const;
     [[nodiscard]] QVariant noteData(const NoteWithContext &entry, int role) const;
+    [[nodiscard]] QString detail(const ReadingNote &note) const;
+    [[nodiscard]] QString time(const ReadingNote &note) const;
+    [[nodiscard]] QString place(const ReadingContext &context) const;
+    [[nodiscard]] QString origin(const NoteWithContext &entry) const;
+    [[nodiscard]] QString spoken(const NoteWithContext &entry) const;
 
     std::function<TextContext()> textContext_;
     std::function<bool(const QUuid &id)> selected_;

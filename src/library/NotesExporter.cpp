@@ -150,6 +150,12 @@ void NotesExporter::chosen(const QString &path)
     }
 }
 
+QString NotesExporter::replaceText() const
+{
+    return texts_.pick(u"“%1” is there already. Replace it?"_s, u"“%1”已存在,要替换吗?"_s)
+        .arg(fileName());
+}
+
 void NotesExporter::replace()
 {
     if (isOpen_ && asksToReplace_) {

@@ -27,8 +27,8 @@ class NotesExporter : public QObject {
     Q_PROPERTY(QString scopeText READ scopeText NOTIFY changed)
     Q_PROPERTY(QString formatText READ formatText NOTIFY changed)
     Q_PROPERTY(State state READ state NOTIFY changed)
-    Q_PROPERTY(QString fileName READ fileName NOTIFY changed)
     Q_PROPERTY(bool asksToReplace READ asksToReplace NOTIFY changed)
+    Q_PROPERTY(QString replaceText READ replaceText NOTIFY changed)
     Q_PROPERTY(qreal progress READ progress NOTIFY changed)
     Q_PROPERTY(QString outcome READ outcome NOTIFY changed)
 
@@ -77,11 +77,11 @@ public:
     Q_INVOKABLE void chooseFile();
     /// Whether the chosen file is there already; the answer is replace() or another chooseFile().
     [[nodiscard]] bool asksToReplace() const { return asksToReplace_; }
+    /// The question whether to replace it.
+    [[nodiscard]] QString replaceText() const;
     Q_INVOKABLE void replace();
 
     [[nodiscard]] State state() const { return state_; }
-    /// Of the file that is or was written, without its folder.
-    [[nodiscard]] QString fileName() const;
     /// What is written of the notes, from 0 to 1.
     [[nodiscard]] qreal progress() const;
     /// How far the export is, or what came of it.
@@ -103,6 +103,7 @@ private:
     };
 
     [[nodiscard]] Plan plan() const;
+    [[nodiscard]] QString fileName() const;
     void chosen(const QString &path);
     void write();
     void done(const NotesExport::Result &result);

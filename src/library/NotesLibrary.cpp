@@ -125,9 +125,17 @@ QString NotesLibrary::countText() const
                          : texts_.pick(u"%1 of %2"_s, u"%1 / %2"_s).arg(found()).arg(total());
 }
 
-QString NotesLibrary::placeName() const
+QString NotesLibrary::placeText() const
 {
-    return place_ ? placeOf(*place_, texts_.isEnglish()) : QString();
+    return place_
+        ? texts_.pick(u"Only %1"_s, u"只看 %1"_s).arg(placeOf(*place_, texts_.isEnglish()))
+        : QString();
+}
+
+QString NotesLibrary::leavePlaceText() const
+{
+    return place_ ? texts_.pick(u"%1. Show all places"_s, u"%1,改为显示全部位置"_s).arg(placeText())
+                  : QString();
 }
 
 bool NotesLibrary::fits(const NoteWithContext &entry) const

@@ -31,7 +31,8 @@ class NotesLibrary : public QObject {
     Q_PROPERTY(QString countText READ countText NOTIFY changed)
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY changed)
     Q_PROPERTY(bool isOfOnePlace READ isOfOnePlace NOTIFY changed)
-    Q_PROPERTY(QString placeName READ placeName NOTIFY changed)
+    Q_PROPERTY(QString placeText READ placeText NOTIFY changed)
+    Q_PROPERTY(QString leavePlaceText READ leavePlaceText NOTIFY changed)
     Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY changed)
     Q_PROPERTY(
         vellumo::NoteRowsModel::Grouping grouping READ grouping WRITE setGrouping NOTIFY changed)
@@ -80,8 +81,10 @@ public:
     void setPlace(const std::optional<ReadingContext> &place);
     Q_INVOKABLE void leavePlace() { setPlace(std::nullopt); }
     [[nodiscard]] bool isOfOnePlace() const { return place_.has_value(); }
-    /// In a few plain words.
-    [[nodiscard]] QString placeName() const;
+    /// Says that only notes of the place are shown; empty without a place.
+    [[nodiscard]] QString placeText() const;
+    /// The same, and what leavePlace() does, for screen readers.
+    [[nodiscard]] QString leavePlaceText() const;
     /// Whether there is a query or a place.
     [[nodiscard]] bool isFiltered() const { return isOfOnePlace() || !search_.isEmpty(); }
 

@@ -133,7 +133,8 @@ FocusScope {
             required property string title
             required property string detail
             required property string when
-            required property string place
+            required property string origin
+            required property string spoken
             required property int followUps
             required property bool isSelected
 
@@ -161,11 +162,11 @@ FocusScope {
                 anchors.leftMargin: list.sidePadding
                 anchors.rightMargin: list.sidePadding
                 visible: !row.isHeading
-                english: list.english
                 title: row.title
                 detail: row.detail
                 when: row.when
-                place: row.place
+                origin: row.origin
+                spoken: row.spoken
                 followUps: row.followUps
                 hasKeyboard: rows.activeFocus && row.ListView.isCurrentItem
                 selecting: list.selection.isActive

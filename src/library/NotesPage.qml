@@ -142,8 +142,8 @@ FocusScope {
             width: Math.min(implicitWidth, top.width)
             height: implicitHeight
             visible: page.library.isOfOnePlace
-            place: page.library.placeName
-            english: page.english
+            text: page.library.placeText
+            accessibleName: page.library.leavePlaceText
             onClicked: page.leavePlace()
         }
     }

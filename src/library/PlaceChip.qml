@@ -7,15 +7,10 @@ import Vellumo.Ui
 ButtonArea {
     id: chip
 
-    required property string place
-    required property bool english
-
-    readonly property string fullText: (chip.english ? "Only %1" : "只看 %1").arg(chip.place)
+    required property string text
 
     implicitWidth: words.implicitWidth + cross.width + 2 * Units.space12 + Units.space8
     implicitHeight: Units.scaled(30)
-    accessibleName: (chip.english ? "%1. Show all places" : "%1,改为显示全部位置")
-        .arg(chip.fullText)
 
     Rectangle {
         anchors.fill: parent
@@ -30,7 +25,7 @@ ButtonArea {
         anchors.right: cross.left
         anchors.rightMargin: Units.space8
         anchors.verticalCenter: parent.verticalCenter
-        text: chip.fullText
+        text: chip.text
         color: Theme.ink
         size: Units.type13
         weight: Font.Medium

@@ -3,31 +3,35 @@
 import QtQuick
 import Vellumo.Ui
 
-/// A notice or question above the pages, until it is answered. Takes no room
-/// otherwise.
+/// A notice or question above the pages, with up to two answers. Takes no room while it is not
+/// wanted.
 FocusScope {
     id: notice
 
     required property bool wanted
     required property string words
     required property color dotColor
-    required property string acceptText
+    property string acceptText: ""
     property string declineText: ""
 
     signal accepted
     signal declined
 
-    /// It goes, and had the keyboard.
+    /// Emitted when the notice disappears while it has the focus.
     signal keyboardLeft
 
     visible: notice.wanted
     implicitHeight: notice.visible ? card.height + Units.space16 : 0
 
+    onWordsChanged: notice.announce()
     onVisibleChanged: {
-        if (visible)
-            announcer.announce(notice.words)
-        else if (activeFocus)
+        notice.announce()
+        if (!visible && activeFocus)
             notice.keyboardLeft()
+    }
+
+    function announce(): void {
+        announcer.announce(notice.visible ? notice.words : "")
     }
 
     Announcer {
@@ -58,7 +62,7 @@ FocusScope {
             anchors.leftMargin: Units.space16 + Units.statusDot + Units.space12
             anchors.verticalCenter: card.verticalCenter
             anchors.right: answers.left
-            anchors.rightMargin: Units.space12
+            anchors.rightMargin: answers.width > 0 ? Units.space12 : Units.space8
             text: notice.words
             wrapMode: Text.Wrap
             font.pixelSize: Units.type13
@@ -82,6 +86,7 @@ FocusScope {
             TextButton {
                 objectName: notice.objectName + "Accept"
                 focus: true
+                visible: notice.acceptText.length > 0
                 quiet: true
                 text: notice.acceptText
                 onClicked: notice.accepted()

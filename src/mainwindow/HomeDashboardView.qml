@@ -42,11 +42,17 @@ FocusScope {
         anchors.right: parent.right
         anchors.rightMargin: Units.space24
 
-        NotesFileNotice {
+        DashboardNotice {
+            readonly property NotesFileState file: dashboard.main.notesFile
+
+            objectName: "notesFile"
             width: parent.width
             height: implicitHeight
-            file: dashboard.main.notesFile
-            english: dashboard.texts.english
+            wanted: words.length > 0
+            dotColor: file.isUnsaved ? Theme.bad : Theme.amber
+            words: file.notice
+            acceptText: file.isUnsaved ? "" : dashboard.texts.english ? "Got it" : "知道了"
+            onAccepted: file.acknowledge()
             onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
         }
         DashboardNotice {

@@ -33,7 +33,7 @@ struct MainWindowModel::Pages {
     Pages(const Collaborators &with, PageHosting &host)
         : account(with.auth, with.sync, with.texts)
         , library(with.notesStore, with.clock, with.texts)
-        , notesFile(with.notesStore, with.defaults)
+        , notesFile(with.notesStore, with.defaults, with.texts)
         , overview(library, with.clock, with.texts)
         , insights(library, with.texts)
         , exporter(library, host, with.texts)

@@ -4,6 +4,7 @@
 
 #include "notes/NotesStoring.h"
 #include "settings/SettingsKeys.h"
+#include "ui/BilingualText.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,6 +16,7 @@ namespace vellumo {
 
 namespace {
 
+// As a user would write it.
 QString readable(const QString &path)
 {
     const QString home = QDir::homePath() + u'/';
@@ -26,12 +28,13 @@ QString nameOf(const QString &file)
     return QFileInfo(file).fileName();
 }
 
-bool hasNameOfItsOwn(const QString &file)
+// Whether the file was renamed to make room for a new one. Otherwise the next save does that.
+bool isSetAside(const QString &file)
 {
     return nameOf(file).contains(".unreadable-"_L1);
 }
 
-// A file keeps it when it is set aside.
+// Survives the renaming of the file.
 QString timeOf(const QString &file)
 {
     return QFileInfo(file).lastModified().toUTC().toString(Qt::ISODateWithMs);
@@ -39,58 +42,56 @@ QString timeOf(const QString &file)
 
 } // namespace
 
-NotesFileState::NotesFileState(const NotesStoring &store, DefaultsStore &defaults, QObject *parent)
+NotesFileState::NotesFileState(const NotesStoring &store, DefaultsStore &defaults,
+                               const BilingualText &texts, QObject *parent)
     : QObject(parent)
     , store_(store)
     , defaults_(defaults)
+    , texts_(texts)
 {
     connect(&store_, &NotesStoring::filesChanged, this, &NotesFileState::look);
+    connect(&texts_, &BilingualText::languageChanged, this, &NotesFileState::changed);
     look();
 }
 
-QString NotesFileState::saveFailure() const
+QString NotesFileState::notice() const
 {
-    return store_.saveFailure().value_or(QString());
+    const auto failure = store_.saveFailure();
+    return failure ? unsavedText(*failure, texts_) : unreadableText();
 }
 
-QString NotesFileState::unsavedText(const QString &failure, bool english)
+bool NotesFileState::isUnsaved() const
 {
-    return (english
-                ? u"Notes cannot be saved: %1. They are kept in memory and saved as soon as it works."_s
-                : u"笔记无法保存:%1。内容暂存在内存中,可以写入时会立即保存。"_s)
+    return store_.saveFailure().has_value();
+}
+
+QString NotesFileState::unsavedText(const QString &failure, const BilingualText &texts)
+{
+    return texts
+        .pick(
+            u"Notes cannot be saved: %1. They are kept in memory and saved as soon as it works."_s,
+            u"笔记无法保存:%1。内容暂存在内存中,可以写入时会立即保存。"_s)
         .arg(failure);
 }
 
-QString NotesFileState::unreadableText(const QString &file, bool isSetAside, bool english)
+QString NotesFileState::unreadableText() const
 {
-    if (file.isEmpty()) {
+    if (unreadableFile_.isEmpty()) {
         return {};
     }
-    if (isSetAside) {
-        return (english ? u"A file of notes could not be read, so vellumo began a new one. The old "
-                          "one is kept: %1"_s
-                        : u"有一个笔记文件无法读取,vellumo 新建了一个。旧文件已保留:%1"_s)
-            .arg(file);
-    }
-    return (english ? u"Your file of notes could not be read. It is kept, and set aside when the "
-                      "next note is saved: %1"_s
-                    : u"笔记文件无法读取。它会保留下来,保存下一条笔记时改名存放:%1"_s)
-        .arg(file);
-}
-
-QString NotesFileState::unreadableFile() const
-{
-    return readable(unreadableFile_);
-}
-
-bool NotesFileState::isSetAside() const
-{
-    return hasNameOfItsOwn(unreadableFile_);
+    return (isSetAside(unreadableFile_)
+                ? texts_.pick(u"A file of notes could not be read, so vellumo began a new one. The "
+                              "old one is kept: %1"_s,
+                              u"有一个笔记文件无法读取,vellumo 新建了一个。旧文件已保留:%1"_s)
+                : texts_.pick(u"Your file of notes could not be read. It is kept, and set aside "
+                              "when the next note is saved: %1"_s,
+                              u"笔记文件无法读取。它会保留下来,保存下一条笔记时改名存放:%1"_s))
+        .arg(readable(unreadableFile_));
 }
 
 bool NotesFileState::isKnown(const QString &file) const
 {
-    if (hasNameOfItsOwn(file) && nameOf(file) <= settings::acknowledgedNotesFile.value(defaults_)) {
+    if (isSetAside(file) && nameOf(file) <= settings::acknowledgedNotesFile.value(defaults_)) {
         return true;
     }
     const QString time = timeOf(file);
@@ -109,7 +110,7 @@ void NotesFileState::look()
 
 void NotesFileState::acknowledge()
 {
-    if (isSetAside()) {
+    if (isSetAside(unreadableFile_)) {
         settings::acknowledgedNotesFile.set(defaults_, nameOf(unreadableFile_));
     } else {
         knownFile_ = unreadableFile_;

@@ -8,38 +8,32 @@
 
 namespace vellumo {
 
+class BilingualText;
 class DefaultsStore;
 class NotesStoring;
 
-/// What the user must know about the file of notes.
+/// Composes the notice about the file of notes: it cannot be saved, or could not be read.
 class NotesFileState : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
-    Q_PROPERTY(QString saveFailure READ saveFailure NOTIFY changed)
-    Q_PROPERTY(QString unreadableFile READ unreadableFile NOTIFY changed)
-    Q_PROPERTY(bool isSetAside READ isSetAside NOTIFY changed)
+    Q_PROPERTY(QString notice READ notice NOTIFY changed)
+    Q_PROPERTY(bool isUnsaved READ isUnsaved NOTIFY changed)
 
 public:
-    /// Both must outlive this object.
-    NotesFileState(const NotesStoring &store, DefaultsStore &defaults, QObject *parent = nullptr);
+    /// All must outlive this object.
+    NotesFileState(const NotesStoring &store, DefaultsStore &defaults, const BilingualText &texts,
+                   QObject *parent = nullptr);
 
-    /// Why notes cannot be saved, in the system's words; empty when they can.
-    [[nodiscard]] QString saveFailure() const;
-    /// The text for such a failure, wherever it is shown.
-    [[nodiscard]] Q_INVOKABLE static QString unsavedText(const QString &failure, bool english);
-    /// The text about a file that could not be read; empty without one.
-    [[nodiscard]] Q_INVOKABLE static QString unreadableText(const QString &file, bool isSetAside,
-                                                            bool english);
-    /// The newest file that could not be read and is kept, as the user would write it; empty when
-    /// the user knows of it.
-    [[nodiscard]] QString unreadableFile() const;
-    /// Whether that file has made room for a new one, under another name. Otherwise that
-    /// happens with the next note that is saved.
-    [[nodiscard]] bool isSetAside() const;
+    /// Returns the text of the notice; empty without a problem and once the user knows of it.
+    [[nodiscard]] QString notice() const;
+    /// Returns whether notes cannot be saved. The notice then stays until they can.
+    [[nodiscard]] bool isUnsaved() const;
+    /// Returns the text for a failed save, which the panel shows as well.
+    [[nodiscard]] static QString unsavedText(const QString &failure, const BilingualText &texts);
 
-    /// Remembers that the user has seen the notice, in later runs and once the file is set aside as
-    /// well.
+    /// Remembers that the user has seen the notice about an unreadable file, in later runs and
+    /// after the file is renamed as well.
     Q_INVOKABLE void acknowledge();
 
 Q_SIGNALS:
@@ -48,10 +42,12 @@ Q_SIGNALS:
 private:
     void look();
     [[nodiscard]] bool isKnown(const QString &file) const;
+    [[nodiscard]] QString unreadableText() const;
 
     const NotesStoring &store_;
     DefaultsStore &defaults_;
-    QString unreadableFile_; ///< its whole path
+    const BilingualText &texts_;
+    QString unreadableFile_; ///< path of the newest that the user does not know of; or empty
     QString knownFile_; ///< in this run; in later ones it is known by its time
 };
 

@@ -120,8 +120,7 @@ Window {
                               : parent.height - height - Units.space20
             count: window.flow.count
             position: window.flow.position
-            text: (window.english ? "Step %1 of %2" : "第 %1 步,共 %2 步")
-                .arg(progress.position + 1).arg(progress.count)
+            text: window.flow.progressText
         }
     }
 }

@@ -32,6 +32,7 @@ class OnboardingWindowController final : public QObject {
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(int position READ position NOTIFY changed)
     Q_PROPERTY(int count READ count CONSTANT)
+    Q_PROPERTY(QString progressText READ progressText NOTIFY changed)
     Q_PROPERTY(QString card READ card NOTIFY cardShown)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY changed)
     Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY changed)
@@ -99,6 +100,7 @@ public:
 
     [[nodiscard]] int position() const { return static_cast<int>(phase_); }
     [[nodiscard]] static int count() { return phaseCount; }
+    [[nodiscard]] QString progressText() const;
     /// The QML type that draws the card.
     [[nodiscard]] QString card() const;
     [[nodiscard]] bool canGoBack() const { return backPhase().has_value(); }

@@ -4,6 +4,8 @@
 
 #include "ui/PlainText.h"
 
+using namespace Qt::StringLiterals;
+
 namespace vellumo {
 
 namespace {
@@ -37,8 +39,8 @@ QVariant NoteListModel::data(const QModelIndex &index, int role) const
     case Detail:
         return presentableLine(note.explanation.isEmpty() ? note.translation : note.explanation,
                                maxShownLength);
-    case FollowUps:
-        return static_cast<int>(note.followUps.size());
+    case Asked:
+        return note.followUps.isEmpty() ? QString() : u"↩ %1"_s.arg(note.followUps.size());
     default:
         return {};
     }
@@ -46,7 +48,7 @@ QVariant NoteListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> NoteListModel::roleNames() const
 {
-    return {{SourceText, "sourceText"}, {Detail, "detail"}, {FollowUps, "followUps"}};
+    return {{SourceText, "sourceText"}, {Detail, "detail"}, {Asked, "asked"}};
 }
 
 } // namespace vellumo

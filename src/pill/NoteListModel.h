@@ -22,7 +22,11 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
-    enum Role { SourceText = Qt::UserRole, Detail, FollowUps };
+    enum Role {
+        SourceText = Qt::UserRole,
+        Detail,
+        Asked, ///< a sign with the number of follow-ups; empty without any
+    };
 
 private:
     QList<ReadingNote> notes_;

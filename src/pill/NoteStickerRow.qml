@@ -9,7 +9,7 @@ Item {
 
     required property string sourceText
     required property string detail
-    required property int followUps
+    required property string asked
 
     readonly property bool hovering: hover.hovered
     readonly property int gap: 3
@@ -17,7 +17,7 @@ Item {
     signal action
 
     implicitHeight: Units.space8 + source.height + row.gap + meaning.height
-                    + (row.followUps > 0 ? row.gap + asked.height : 0) + Units.space8
+                    + (row.asked.length > 0 ? row.gap + questions.height : 0) + Units.space8
 
     Accessible.role: Accessible.Button
     Accessible.name: row.sourceText
@@ -57,13 +57,13 @@ Item {
         size: Units.type11
     }
     TextLine {
-        id: asked
+        id: questions
 
         x: Units.space12
         y: meaning.y + meaning.height + row.gap
         width: row.width - 2 * Units.space12
-        visible: row.followUps > 0
-        text: "↩ " + row.followUps
+        visible: row.asked.length > 0
+        text: row.asked
         color: Theme.islandThirdText
         size: Units.type10
         family: "DejaVu Sans" // the interface's fonts have this arrow as an emoji only

@@ -22,7 +22,7 @@ Item {
         x: list.sidePadding
         y: list.sidePadding
         width: list.width - 2 * list.sidePadding
-        text: "Notes " + list.pill.noteCount
+        text: list.pill.listTitle
         textFormat: Text.PlainText
         elide: Text.ElideRight
         color: Theme.islandText

@@ -5,6 +5,8 @@
 #include "pill/PillGeometry.h"
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace vellumo {
 
 void NotesPillModel::setCount(int count)
@@ -12,6 +14,11 @@ void NotesPillModel::setCount(int count)
     if (std::exchange(count_, count) != count) {
         Q_EMIT countChanged();
     }
+}
+
+QString NotesPillModel::label() const
+{
+    return count_ < 1 ? u"Notes"_s : u"Notes %1"_s.arg(count_);
 }
 
 void NotesPillModel::setNotes(const QList<ReadingNote> &notes)
@@ -39,6 +46,11 @@ void NotesPillModel::setPillHovered(bool hovered)
     if (std::exchange(pillHovered_, hovered) != hovered) {
         Q_EMIT pillHoveredChanged();
     }
+}
+
+QString NotesPillModel::listTitle() const
+{
+    return u"Notes %1"_s.arg(noteCount());
 }
 
 qreal NotesPillModel::listHeight() const

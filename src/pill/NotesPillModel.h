@@ -15,8 +15,10 @@ class NotesPillModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the entrance's controller")
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(QString label READ label NOTIFY countChanged)
     Q_PROPERTY(QObject *rows READ rows CONSTANT)
     Q_PROPERTY(int noteCount READ noteCount NOTIFY notesChanged)
+    Q_PROPERTY(QString listTitle READ listTitle NOTIFY notesChanged)
     Q_PROPERTY(qreal listHeight READ listHeight NOTIFY notesChanged)
     Q_PROPERTY(bool expanded READ isExpanded NOTIFY expandedChanged)
     Q_PROPERTY(bool highlighted READ isHighlighted NOTIFY highlightedChanged)
@@ -31,6 +33,8 @@ public:
     /// Returns the number on the pill.
     [[nodiscard]] int count() const { return count_; }
     void setCount(int count);
+    /// Returns the text on the pill.
+    [[nodiscard]] QString label() const;
 
     /// Returns the list's rows, in this order.
     [[nodiscard]] const QList<ReadingNote> &notes() const { return rows_.notes(); }
@@ -50,6 +54,7 @@ public:
 
     [[nodiscard]] QAbstractListModel *rows() { return &rows_; }
     [[nodiscard]] int noteCount() const { return rows_.rowCount(); }
+    [[nodiscard]] QString listTitle() const;
     [[nodiscard]] qreal listHeight() const;
     Q_INVOKABLE void select(int row);
 

@@ -130,7 +130,7 @@ Item {
         enabled: root.isPill
 
         Accessible.role: Accessible.Button
-        Accessible.name: root.pill.count < 1 ? "Notes" : "Notes " + root.pill.count
+        Accessible.name: root.pill.label
         Accessible.ignored: !root.isPill
         Accessible.onPressAction: root.container.press()
 

@@ -10,7 +10,6 @@ Item {
 
     required property NotesPillModel pill
 
-    readonly property string text: label.pill.count < 1 ? "Notes" : "Notes " + label.pill.count
     readonly property real room: label.width - dot.width - Units.space8 - 2 * Units.space12
 
     Rectangle {
@@ -30,7 +29,7 @@ Item {
         objectName: "count"
         width: Math.min(Math.ceil(implicitWidth), label.room)
         height: label.height
-        text: label.text
+        text: label.pill.label
         textFormat: Text.PlainText
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
@@ -43,7 +42,7 @@ Item {
     TextMetrics {
         id: usual
 
-        text: label.text
+        text: label.pill.label
         font.family: words.font.family
         font.pixelSize: Units.type13
         font.weight: Font.Medium

@@ -5,20 +5,10 @@
 
 #include "ui/BilingualText.h"
 #include "ui/OrdinaryWindow.h"
-#include "ui/PlainText.h"
-
-#include <QLocale>
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
-
-namespace {
-
-constexpr qsizetype maxShownNotes = 4000;
-constexpr qsizetype maxShownSite = 80;
-
-} // namespace
 
 UpdateWindow::UpdateWindow(QQmlEngine &engine, BilingualText &texts, QString runningVersion,
                            QObject *parent)
@@ -62,7 +52,7 @@ void UpdateWindow::showFailure(Failure failure)
 void UpdateWindow::show(State state)
 {
     state_ = state;
-    unopenedPage_.clear();
+    isPageUnopened_ = false;
     Q_EMIT changed();
     if (window_) {
         Q_EMIT stateShown();
@@ -91,7 +81,7 @@ bool UpdateWindow::raise()
 void UpdateWindow::showUnopenedPage()
 {
     if (offer_) {
-        unopenedPage_ = QString::fromLatin1(offer_->page.toEncoded());
+        isPageUnopened_ = true;
         Q_EMIT changed();
     }
 }
@@ -99,35 +89,6 @@ void UpdateWindow::showUnopenedPage()
 void UpdateWindow::close()
 {
     closeForGood(window_);
-}
-
-QString UpdateWindow::version() const
-{
-    return offer_ ? offer_->version.toString() : QString();
-}
-
-QString UpdateWindow::released() const
-{
-    if (!offer_) {
-        return {};
-    }
-    return texts_.isEnglish() ? QLocale(QLocale::English).toString(offer_->date, u"d MMMM yyyy"_s)
-                              : offer_->date.toString(u"yyyy年M月d日"_s);
-}
-
-QString UpdateWindow::notes() const
-{
-    if (!offer_) {
-        return {};
-    }
-    const QString notes = texts_.pick(offer_->englishNotes, offer_->chineseNotes);
-    return presentableText(notes, maxShownNotes).trimmed();
-}
-
-QString UpdateWindow::site() const
-{
-    return offer_ ? presentableLine(offer_->page.host(QUrl::FullyEncoded), maxShownSite)
-                  : QString();
 }
 
 void UpdateWindow::download()

@@ -23,13 +23,10 @@ class UpdateWindow final : public QObject {
     QML_NAMED_ELEMENT(UpdateReport)
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(State state READ state NOTIFY changed)
-    Q_PROPERTY(Failure failure READ failure NOTIFY changed)
-    Q_PROPERTY(QString runningVersion READ runningVersion CONSTANT)
-    Q_PROPERTY(QString version READ version NOTIFY changed)
-    Q_PROPERTY(QString released READ released NOTIFY changed)
+    Q_PROPERTY(QString heading READ heading NOTIFY changed)
+    Q_PROPERTY(QString detail READ detail NOTIFY changed)
     Q_PROPERTY(QString notes READ notes NOTIFY changed)
-    Q_PROPERTY(QString site READ site NOTIFY changed)
-    Q_PROPERTY(QString unopenedPage READ unopenedPage NOTIFY changed)
+    Q_PROPERTY(QString hint READ hint NOTIFY changed)
 
 public:
     enum class State : quint8 { Checking, NothingNew, SomethingNew, Failed };
@@ -72,15 +69,14 @@ public:
     // called by the view
 
     [[nodiscard]] State state() const { return state_; }
-    [[nodiscard]] Failure failure() const { return failure_; }
-    [[nodiscard]] QString runningVersion() const { return runningVersion_; }
-    [[nodiscard]] QString version() const;
-    [[nodiscard]] QString released() const;
+    [[nodiscard]] QString heading() const;
+    /// Returns the sentences below the heading; empty during a check.
+    [[nodiscard]] QString detail() const;
+    /// Returns the release notes of the offer; empty without one.
     [[nodiscard]] QString notes() const;
-    /// Returns the host of the download page.
-    [[nodiscard]] QString site() const;
-    /// Returns the whole address after it could not be opened; otherwise empty.
-    [[nodiscard]] QString unopenedPage() const { return unopenedPage_; }
+    /// Returns where the offer is downloaded, with the whole address after it could not be opened;
+    /// empty without an offer.
+    [[nodiscard]] QString hint() const;
 
     Q_INVOKABLE void download();
     Q_INVOKABLE void tryAgain();
@@ -99,6 +95,8 @@ Q_SIGNALS:
 private:
     void show(State state);
     [[nodiscard]] bool create();
+    [[nodiscard]] QString releaseDate() const;
+    [[nodiscard]] QString failureText() const;
 
     QQmlEngine &engine_;
     BilingualText &texts_;
@@ -107,7 +105,7 @@ private:
     State state_ = State::Checking;
     Failure failure_ = Failure::Unreachable;
     std::optional<UpdateFeed> offer_;
-    QString unopenedPage_;
+    bool isPageUnopened_ = false;
 };
 
 } // namespace vellumo

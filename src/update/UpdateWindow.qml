@@ -21,12 +21,6 @@ FittingDialog {
 
     onClosing: dialog.report.userClosed()
 
-    UpdateTexts {
-        id: words
-
-        report: dialog.report
-        english: dialog.english
-    }
     Item {
         id: content
 
@@ -63,7 +57,7 @@ FittingDialog {
 
             objectName: "heading"
             width: parent.width
-            text: words.heading
+            text: dialog.report.heading
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.ink
@@ -84,7 +78,7 @@ FittingDialog {
             anchors.topMargin: Units.space8
             width: parent.width
             visible: detail.text.length > 0
-            text: words.detail
+            text: dialog.report.detail
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.secondInk
@@ -126,7 +120,7 @@ FittingDialog {
             width: parent.width
             visible: dialog.isOffer
             wrapMode: TextEdit.Wrap
-            text: words.hint
+            text: dialog.report.hint
             color: Theme.secondInk
             selectedTextColor: Theme.ink
             font.pixelSize: Units.type12

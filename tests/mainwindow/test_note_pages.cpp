@@ -77,7 +77,7 @@ private Q_SLOTS:
         desk.key(Qt::Key_Tab);
         const auto filter = [&] {
             return desk.item("placeFilter") != nullptr
-                ? desk.item("placeFilter")->property("fullText").toString()
+                ? desk.item("placeFilter")->property("text").toString()
                 : QString();
         };
         desk.key(Qt::Key_Return); // the first place
@@ -113,20 +113,20 @@ private Q_SLOTS:
         desk.useWithoutAccount();
         desk.notes.unreadable = {u"/a/notes.json.unreadable-2"_s, u"/a/notes.json.unreadable-1"_s};
         desk.show();
-        QVERIFY(desk.text("notesFileNotice").endsWith(u"/a/notes.json.unreadable-2"_s));
-        desk.click("knowNotesFile");
-        QVERIFY(!desk.item("notesFileNotice"));
+        QVERIFY(desk.text("notesFileWords").endsWith(u"/a/notes.json.unreadable-2"_s));
+        desk.click("notesFileAccept");
+        QVERIFY(!desk.item("notesFileWords"));
 
         desk.notes.failure = u"No space left"_s;
         Q_EMIT desk.notes.filesChanged();
-        QVERIFY(desk.text("notesFileNotice").contains(u"No space left"_s));
+        QVERIFY(desk.text("notesFileWords").contains(u"No space left"_s));
 
         desk.notes.failure.reset();
         MainWindowController later(
             desk.engine, {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts},
             desk.host);
         later.show();
-        const auto *notice = later.window()->findChild<QQuickItem *>(u"notesFileNotice"_s);
+        const auto *notice = later.window()->findChild<QQuickItem *>(u"notesFileWords"_s);
         QVERIFY(notice && !notice->isVisible());
 
         // another one, first under the name that notes are read from
@@ -140,13 +140,13 @@ private Q_SLOTS:
         breaks(u"notes.json"_s);
         QVERIFY(notice->isVisible());
         QVERIFY(notice->property("text").toString().contains("is kept, and set aside when"_L1));
-        desk.click("knowNotesFile");
-        QVERIFY(!desk.item("notesFileNotice"));
+        desk.click("notesFileAccept");
+        QVERIFY(!desk.item("notesFileWords"));
         const QString aside = folder.filePath(u"notes.json.unreadable-3"_s);
         QVERIFY(QFile::rename(desk.notes.unreadable[0], aside));
         desk.notes.unreadable[0] = aside;
         Q_EMIT desk.notes.filesChanged();
-        QVERIFY(!notice->isVisible() && !desk.item("notesFileNotice"));
+        QVERIFY(!notice->isVisible() && !desk.item("notesFileWords"));
         breaks(u"notes.json.unreadable-4"_s);
         QVERIFY(notice->isVisible());
     }
@@ -163,7 +163,7 @@ private Q_SLOTS:
             desk.key(key);
             return !desk.item(button) && desk.window.window()->activeFocusItem()->isVisible();
         };
-        QVERIFY(goesBy("knowNotesFile", Qt::Key_Space));
+        QVERIFY(goesBy("notesFileAccept", Qt::Key_Space));
         desk.click("notes");
         desk.click("select");
         QVERIFY(goesBy("selectAll", Qt::Key_Escape));

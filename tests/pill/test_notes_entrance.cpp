@@ -337,7 +337,7 @@ private Q_SLOTS:
         const NoteListModel &rows = *static_cast<NoteListModel *>(desk.model().rows());
         QCOMPARE(rows.data(rows.index(0), NoteListModel::Detail), u"translated"_s);
         QCOMPARE(rows.data(rows.index(1), NoteListModel::Detail), u"explained"_s);
-        QCOMPARE(rows.data(rows.index(0), NoteListModel::FollowUps), 2);
+        QCOMPARE(rows.data(rows.index(0), NoteListModel::Asked), u"↩ 2"_s);
         const QString shown = rows.data(rows.index(0), NoteListModel::SourceText).toString();
         QVERIFY(shown.startsWith("a bxx"_L1) && shown.endsWith(u'…') && shown.size() < 300);
     }
