@@ -108,7 +108,7 @@ Sheet {
             readonly property int needed: cancel.width + next.width + spacing
                 + (replace.visible ? replace.width + spacing : 0)
 
-            x: Math.max(0, parent.width - needed)
+            anchors.right: parent.right
             width: Math.min(needed, parent.width)
             spacing: Units.space12
 

@@ -27,8 +27,10 @@ CardFrame {
             id: step
 
             anchors.verticalCenter: parent.verticalCenter
-            x: Units.space20
-            width: allow.x - x - Units.space16
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space20
+            anchors.right: allow.left
+            anchors.rightMargin: Units.space16
             text: card.english ? "Allow vellumo to read the text you select"
                                : "允许 vellumo 读取你选中的文字"
             wrapMode: Text.Wrap

@@ -7,7 +7,7 @@ import Vellumo.Ui
 Rectangle {
     id: pill
 
-    width: words.x + words.width + Units.space24
+    width: dot.width + Units.space8 + words.width + 2 * Units.space24
     height: Math.max(Units.pillHeight, words.height + Units.space20)
     radius: height / 2
     color: Theme.islandGround
@@ -18,7 +18,10 @@ Rectangle {
     Accessible.name: words.text
 
     Rectangle {
-        x: Units.space24
+        id: dot
+
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space24
         anchors.verticalCenter: parent.verticalCenter
         width: Units.scaled(Units.pillDot)
         height: width
@@ -28,7 +31,8 @@ Rectangle {
     Text {
         id: words
 
-        x: Units.space24 + Units.scaled(Units.pillDot) + Units.space8
+        anchors.left: dot.right
+        anchors.leftMargin: Units.space8
         anchors.verticalCenter: parent.verticalCenter
         text: "Notes"
         textFormat: Text.PlainText

@@ -12,7 +12,7 @@ ButtonArea {
     required property bool isChosen
 
     accessibleName: chip.text
-    implicitHeight: Math.max(40, Units.scaled(36))
+    implicitHeight: Units.surveyChip
 
     Accessible.role: Accessible.RadioButton
     Accessible.checkable: true

@@ -18,8 +18,9 @@ Card {
     Rectangle {
         id: mark
 
-        x: Units.space20
-        y: Units.space20
+        anchors.left: parent.left
+        anchors.top: parent.top
+        anchors.margins: Units.space20
         width: Units.scaled(40)
         height: width
         radius: Units.radius10
@@ -37,9 +38,11 @@ Card {
     Column {
         id: words
 
-        x: mark.x + mark.width + Units.space16
-        y: Units.space20
-        width: parent.width - x - Units.space20
+        anchors.left: mark.right
+        anchors.leftMargin: Units.space16
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space20
+        anchors.top: mark.top
         spacing: Units.space8
 
         Label {

@@ -39,7 +39,8 @@ Item {
         id: explanation
 
         objectName: "explanation"
-        y: answer.hasTranslation ? translation.height + Units.space8 : 0
+        anchors.top: translation.bottom
+        anchors.topMargin: answer.hasTranslation ? Units.space8 : 0
         width: parent.width
         height: answer.hasExplanation ? implicitHeight : 0
         visible: answer.hasExplanation

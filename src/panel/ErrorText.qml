@@ -31,7 +31,8 @@ Item {
     Text {
         id: need
 
-        y: headline.height + Units.space4
+        anchors.top: headline.bottom
+        anchors.topMargin: Units.space4
         width: parent.width
         text: "vellumo needs a readable selection to continue." // the messages above are English too
         textFormat: Text.PlainText
@@ -48,7 +49,9 @@ Item {
         id: allow
 
         objectName: "allow"
-        y: need.y + need.height + Units.space12
+        anchors.top: need.bottom
+        anchors.topMargin: Units.space12
+        anchors.left: parent.left
         visible: error.view.offersPermission
         island: true
         primary: true
@@ -59,7 +62,8 @@ Item {
         id: service
 
         objectName: "checkService"
-        y: allow.y
+        anchors.top: allow.top
+        anchors.left: parent.left
         visible: error.view.offersService && !allow.visible
         island: true
         primary: true

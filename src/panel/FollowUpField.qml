@@ -62,8 +62,10 @@ FocusScope {
         readonly property UnwatchedClipboard clipboard: UnwatchedClipboard { field: input }
 
         objectName: "followUpInput"
-        x: Units.space16 - Units.space2
-        width: send.x - x - Units.space8
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space16 - Units.space2
+        anchors.right: send.left
+        anchors.rightMargin: Units.space8
         height: parent.height
         clip: true
         focus: true
@@ -95,7 +97,7 @@ FocusScope {
         anchors.rightMargin: (parent.height - height) / 2
         anchors.verticalCenter: parent.verticalCenter
         diameter: Units.submitButton
-        iconSize: 14
+        iconSize: Units.submitIcon
         iconColor: Theme.islandText
         ground: field.canSubmit ? Theme.islandAccent : Theme.islandControlHovered
         enabled: field.canSubmit

@@ -42,8 +42,10 @@ Item {
         ReadingText {
             id: questionText
 
-            x: Units.space12
-            y: Units.space4
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space12
+            anchors.top: parent.top
+            anchors.topMargin: Units.space4
             width: Math.min(Math.ceil(measure.implicitWidth),
                             Math.round(row.width * 0.85) - 2 * Units.space12)
             text: row.question
@@ -63,7 +65,8 @@ Item {
         id: reply
 
         objectName: "answer"
-        y: bubble.height + Units.space12
+        anchors.top: bubble.bottom
+        anchors.topMargin: Units.space12
         width: parent.width
         visible: !row.pending
         text: row.answer
@@ -75,13 +78,15 @@ Item {
     Item {
         id: failure
 
-        y: reply.y + reply.height + Units.space4
+        anchors.top: reply.bottom
+        anchors.topMargin: Units.space4
         width: parent.width
         height: note.height
         visible: !row.kept && !row.pending
 
         Rectangle {
-            y: Math.round((note.height - height) / 2)
+            anchors.left: parent.left
+            anchors.verticalCenter: note.verticalCenter
             width: Units.dot
             height: Units.dot
             radius: Units.dot / 2
@@ -91,8 +96,9 @@ Item {
             id: note
 
             objectName: "failureNote"
-            x: Units.space12 + Units.space2
-            width: parent.width - x
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space12 + Units.space2
+            anchors.right: parent.right
             text: row.failed ? (row.texts.english ? "No answer — not kept with your note."
                                                   : "没有得到回答,不会存进笔记。")
                              : (row.texts.english ? "Not kept with your note: a question before it got no answer."
@@ -110,7 +116,9 @@ Item {
     ThinkingDots {
         id: dots
 
-        y: bubble.height + Units.space12
+        anchors.top: bubble.bottom
+        anchors.topMargin: Units.space12
+        anchors.left: parent.left
         visible: row.pending
         accessibleName: row.texts.english ? "Waiting for the answer" : "正在等待回答"
     }

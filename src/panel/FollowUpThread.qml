@@ -30,7 +30,8 @@ Item {
     Column {
         id: column
 
-        y: rule.height + Units.space12
+        anchors.top: rule.bottom
+        anchors.topMargin: Units.space12
         width: parent.width
         spacing: Units.space12
 

@@ -51,7 +51,8 @@ Item {
     LoadingLines {
         id: skeleton
 
-        y: quote.height + (quote.visible ? Units.space12 : 0)
+        anchors.top: quote.bottom
+        anchors.topMargin: quote.visible ? Units.space12 : 0
         width: parent.width
         visible: body.isLoading
         running: body.isLoading && body.view.shown
@@ -60,7 +61,8 @@ Item {
     AnswerText {
         id: answer
 
-        y: quote.height + (quote.visible ? Units.space12 : 0)
+        anchors.top: quote.bottom
+        anchors.topMargin: quote.visible ? Units.space12 : 0
         width: parent.width
         visible: !body.isError && !body.isLoading
         view: body.view
@@ -69,7 +71,8 @@ Item {
     SampleNote {
         id: sample
 
-        y: answer.y + answer.height + Units.space12
+        anchors.top: answer.bottom
+        anchors.topMargin: Units.space12
         width: parent.width
         visible: body.view.isSample && !body.isError && !body.isLoading
         view: body.view
@@ -79,7 +82,8 @@ Item {
     FollowUpThread {
         id: thread
 
-        y: (sample.visible ? sample.y + sample.height : answer.y + answer.height) + Units.space16
+        anchors.top: sample.visible ? sample.bottom : answer.bottom
+        anchors.topMargin: Units.space16
         width: parent.width
         visible: thread.count > 0 && !body.isError && !body.isLoading
         view: body.view

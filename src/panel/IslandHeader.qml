@@ -16,6 +16,7 @@ Item {
     Rectangle {
         id: dot
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         width: Units.dot
         height: Units.dot

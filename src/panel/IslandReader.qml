@@ -48,7 +48,8 @@ Flickable {
 
     ScrollThumb {
         parent: reader // not the content, which it would scroll with
-        x: reader.width - width - Units.space4
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space4
         flickable: reader
         onDragged: reader.followsBottom = false
     }

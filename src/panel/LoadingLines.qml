@@ -15,13 +15,18 @@ Item {
     height: second.y + second.height
 
     SkeletonLine {
+        id: first
+
+        anchors.left: parent.left
         width: Math.round(lines.width * 0.78)
         light: lines.light * lines.width / width
     }
     SkeletonLine {
         id: second
 
-        y: height + Units.space8
+        anchors.top: first.bottom
+        anchors.topMargin: Units.space8
+        anchors.left: parent.left
         width: Math.round(lines.width * 0.92)
         light: lines.light * lines.width / width
     }

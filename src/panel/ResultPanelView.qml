@@ -65,17 +65,19 @@ FocusScope {
 
     // Square at the screen's edge, round below: the upper corners lie outside.
     Rectangle {
-        y: -Units.radius22
-        width: island.width
-        height: island.height + Units.radius22
+        anchors.fill: parent
+        anchors.topMargin: -Units.radius22
         radius: Units.radius22
         color: Theme.islandGround
     }
 
     IslandHeader {
-        x: island.sidePadding
-        y: island.view.topInset + Units.space12 + Units.space2
-        width: island.width - 2 * island.sidePadding
+        anchors.top: parent.top
+        anchors.topMargin: island.view.topInset + Units.space12 + Units.space2
+        anchors.left: parent.left
+        anchors.leftMargin: island.sidePadding
+        anchors.right: parent.right
+        anchors.rightMargin: island.sidePadding
         view: island.view
         texts: island.texts
     }
@@ -103,9 +105,12 @@ FocusScope {
     FollowUpField {
         id: followUp
 
-        x: island.sidePadding
-        y: island.height - Units.space16 - Units.space2 - height
-        width: island.width - 2 * island.sidePadding
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Units.space16 + Units.space2
+        anchors.left: parent.left
+        anchors.leftMargin: island.sidePadding
+        anchors.right: parent.right
+        anchors.rightMargin: island.sidePadding
         visible: island.takesFollowUps
         view: island.view
         texts: island.texts
@@ -115,9 +120,12 @@ FocusScope {
         id: tooLong
 
         objectName: "tooLong"
-        x: island.sidePadding + Units.space16 - Units.space2
-        y: followUp.y - height - Units.space8
-        width: island.width - 2 * x
+        anchors.bottom: followUp.top
+        anchors.bottomMargin: Units.space8
+        anchors.left: followUp.left
+        anchors.leftMargin: Units.space16 - Units.space2
+        anchors.right: followUp.right
+        anchors.rightMargin: Units.space16 - Units.space2
         visible: followUp.visible && followUp.isTooLong
         text: island.texts.english ? "That is too long — shorten the question."
                                    : "太长了 —— 请缩短问题。"
@@ -155,9 +163,9 @@ FocusScope {
 
     Keys.onPressed: event => {
         if (event.key === Qt.Key_PageDown || event.key === Qt.Key_Down)
-            reader.scrollBy(event.key === Qt.Key_Down ? 40 : reader.height * 0.9)
+            reader.scrollBy(event.key === Qt.Key_Down ? Units.islandScrollStep : reader.height * 0.9)
         else if (event.key === Qt.Key_PageUp || event.key === Qt.Key_Up)
-            reader.scrollBy(event.key === Qt.Key_Up ? -40 : -reader.height * 0.9)
+            reader.scrollBy(event.key === Qt.Key_Up ? -Units.islandScrollStep : -reader.height * 0.9)
         else if (island.takesFollowUps && island.isTyping(event))
             followUp.type(event.text) // the panel has the keyboard, and this is where it writes
         else

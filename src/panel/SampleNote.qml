@@ -16,6 +16,7 @@ Item {
     Text {
         id: label
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         width: parent.width - (open.visible ? open.width + Units.space12 : 0)
         text: note.view.isForAFault

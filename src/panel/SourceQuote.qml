@@ -13,16 +13,18 @@ Item {
     implicitHeight: label.height
 
     Rectangle {
+        anchors.left: parent.left
         width: Units.space2
         height: parent.height
-        radius: 1
+        radius: width / 2
         color: Theme.islandControlHovered
     }
     Text {
         id: label
 
-        x: Units.space12
-        width: parent.width - x
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space12
+        anchors.right: parent.right
         text: quote.text
         textFormat: Text.PlainText
         wrapMode: Text.Wrap

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
+import Vellumo.Ui
 
 /// The finger that shows where to click.
 Item {
@@ -11,7 +12,7 @@ Item {
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         font.family: "Noto Color Emoji" // the reading fonts would draw an outline
-        font.pixelSize: 40 // its window has a fixed size
+        font.pixelSize: Units.demoFinger
         Accessible.ignored: true
     }
 }

@@ -12,12 +12,11 @@ Item {
     required property string asked
 
     readonly property bool hovering: hover.hovered
-    readonly property int gap: 3
 
     signal action
 
-    implicitHeight: Units.space8 + source.height + row.gap + meaning.height
-                    + (row.asked.length > 0 ? row.gap + questions.height : 0) + Units.space8
+    implicitHeight: Units.space8 + source.height + Units.cardGap + meaning.height
+                    + (row.asked.length > 0 ? Units.cardGap + questions.height : 0) + Units.space8
 
     Accessible.role: Accessible.Button
     Accessible.name: row.sourceText
@@ -38,9 +37,12 @@ Item {
     TextLine {
         id: source
 
-        x: Units.space12
-        y: Units.space8
-        width: row.width - 2 * Units.space12
+        anchors.top: parent.top
+        anchors.topMargin: Units.space8
+        anchors.left: parent.left
+        anchors.leftMargin: Units.space12
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space12
         text: row.sourceText
         color: Theme.islandText
         size: Units.type13
@@ -49,9 +51,10 @@ Item {
     TextLine {
         id: meaning
 
-        x: Units.space12
-        y: source.y + source.height + row.gap
-        width: row.width - 2 * Units.space12
+        anchors.top: source.bottom
+        anchors.topMargin: Units.cardGap
+        anchors.left: source.left
+        anchors.right: source.right
         text: row.detail
         color: Theme.islandSecondText
         size: Units.type11
@@ -59,9 +62,10 @@ Item {
     TextLine {
         id: questions
 
-        x: Units.space12
-        y: meaning.y + meaning.height + row.gap
-        width: row.width - 2 * Units.space12
+        anchors.top: meaning.bottom
+        anchors.topMargin: Units.cardGap
+        anchors.left: source.left
+        anchors.right: source.right
         visible: row.asked.length > 0
         text: row.asked
         color: Theme.islandThirdText

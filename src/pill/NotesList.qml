@@ -19,9 +19,10 @@ Item {
     Text {
         id: header
 
-        x: list.sidePadding
-        y: list.sidePadding
-        width: list.width - 2 * list.sidePadding
+        anchors.top: parent.top
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.margins: list.sidePadding
         text: list.pill.listTitle
         textFormat: Text.PlainText
         elide: Text.ElideRight
@@ -37,10 +38,12 @@ Item {
         id: nothing
 
         objectName: "nothing"
-        x: list.sidePadding
-        y: cards.y + Units.space2
-        width: list.width - 2 * list.sidePadding
-        height: list.height - y - Units.space12
+        anchors.top: cards.top
+        anchors.topMargin: Units.space2
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Units.space12
+        anchors.left: header.left
+        anchors.right: header.right
         visible: list.pill.noteCount === 0
         text: list.texts.english ? "No notes yet — select text and double-tap Option."
                                  : "还没有笔记 —— 选中文字,按两下 Option。"
@@ -49,7 +52,7 @@ Item {
         color: Theme.islandSecondText
         // the list has one size, so larger text grows as far as it stays whole
         fontSizeMode: Text.Fit
-        minimumPixelSize: 10
+        minimumPixelSize: Units.minType
         font.pixelSize: Units.type12
 
         Accessible.role: Accessible.StaticText
@@ -60,9 +63,11 @@ Item {
         id: cards
 
         objectName: "cards"
-        y: header.y + header.height + Units.space12
-        width: list.width
-        height: list.height - y
+        anchors.top: header.bottom
+        anchors.topMargin: Units.space12
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
         visible: list.pill.noteCount > 0
         model: list.hasCards ? list.pill.rows : null
         spacing: Units.space8
@@ -87,8 +92,10 @@ Item {
 
     // more below
     Rectangle {
-        y: list.height - Units.cornerInset - height
-        width: list.width
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Units.cornerInset
+        anchors.left: parent.left
+        anchors.right: parent.right
         height: Units.space24
         visible: cards.visible && !cards.atYEnd
         gradient: Gradient {

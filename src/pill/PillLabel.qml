@@ -15,8 +15,10 @@ Item {
     Rectangle {
         id: dot
 
-        x: Math.round((label.width - width - Units.space8 - words.width) / 2)
-        y: (label.height - height) / 2
+        anchors.left: parent.left
+        anchors.leftMargin: Math.round((label.width - width - Units.space8 - words.width) / 2)
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.alignWhenCentered: false
         width: Units.pillDot
         height: Units.pillDot
         radius: Units.pillDot / 2
@@ -25,7 +27,8 @@ Item {
     Text {
         id: words
 
-        x: dot.x + dot.width + Units.space8
+        anchors.left: dot.right
+        anchors.leftMargin: Units.space8
         objectName: "count"
         width: Math.min(Math.ceil(implicitWidth), label.room)
         height: label.height
@@ -35,12 +38,12 @@ Item {
         elide: Text.ElideRight
         color: Theme.islandText
         // the pill has one size, so larger text grows as far as the number stays whole
-        font.pixelSize: Math.max(10, Math.min(Units.type13,
-            Math.floor(Units.type13 * label.room / usual.advanceWidth)))
+        font.pixelSize: Math.max(Units.minType, Math.min(Units.type13,
+            Math.floor(Units.type13 * label.room / fullSize.advanceWidth)))
         font.weight: Font.Medium
     }
     TextMetrics {
-        id: usual
+        id: fullSize
 
         text: label.pill.label
         font.family: words.font.family

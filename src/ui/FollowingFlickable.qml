@@ -22,8 +22,9 @@ Flickable {
     }
     /// Scrolls by the arrow and page keys; whether it was one of them.
     function scrollByKey(key: int): bool {
-        const page = flickable.height - 80
-        const distance = key === Qt.Key_Up ? -60 : key === Qt.Key_Down ? 60
+        const page = flickable.height - Units.scrollOverlap
+        const distance = key === Qt.Key_Up ? -Units.scrollStep
+            : key === Qt.Key_Down ? Units.scrollStep
             : key === Qt.Key_PageUp ? -page : key === Qt.Key_PageDown ? page : 0
         if (distance !== 0)
             flickable.scrollTo(flickable.contentY + distance)

@@ -9,7 +9,7 @@ ButtonArea {
 
     required property string icon ///< of LineIcon
     property int diameter: Units.closeButton
-    property int iconSize: 10
+    property int iconSize: Units.closeIcon
     property color iconColor: Theme.islandBody
     property color ground: Theme.islandControl
 

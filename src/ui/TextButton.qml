@@ -60,6 +60,7 @@ ButtonArea {
         LineIcon {
             id: mark
 
+            anchors.left: parent.left
             anchors.verticalCenter: parent.verticalCenter
             visible: button.icon.length > 0
             width: Units.icon
@@ -70,6 +71,7 @@ ButtonArea {
         Text {
             id: letter
 
+            anchors.left: parent.left
             height: parent.height
             visible: button.glyph.length > 0
             text: button.glyph
@@ -83,8 +85,9 @@ ButtonArea {
         Text {
             id: label
 
-            x: button.ahead
-            width: parent.width - x
+            anchors.left: parent.left
+            anchors.leftMargin: button.ahead
+            anchors.right: parent.right
             height: parent.height
             text: button.text
             textFormat: Text.PlainText

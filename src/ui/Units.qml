@@ -52,7 +52,14 @@ QtObject {
     readonly property int button: Math.max(36, units.scaled(34))
     readonly property int dot: 6
     readonly property int closeButton: 22
+    readonly property int closeIcon: 10
     readonly property int submitButton: 26
+    readonly property int submitIcon: 14
+    /// What an arrow key scrolls, on a page and in the island.
+    readonly property int scrollStep: 60
+    readonly property int islandScrollStep: 40
+    /// What stays visible when a key scrolls a page.
+    readonly property int scrollOverlap: 80
     /// At least, for the answers of a dialog.
     readonly property int dialogButton: 96
     readonly property int followUpField: Math.max(36, units.scaled(34))
@@ -101,6 +108,7 @@ QtObject {
     readonly property int onboardingPanelRoom: units.scaled(180)
     readonly property int onboardingColumn: units.scaled(534)
     readonly property int onboardingButton: units.scaled(340)
+    readonly property int surveyChip: Math.max(40, units.scaled(36))
     readonly property int onboardingDrawing: units.scaled(168)
 
     // the pill and its list: the sizes of their panel
@@ -109,6 +117,10 @@ QtObject {
     readonly property int pillDot: 7
     readonly property real pillOutline: 2.5
     readonly property int listWidth: 340
+    readonly property int cardGap: 3
+    readonly property int demoFinger: 40
+    /// Smallest type in panels of a fixed size.
+    readonly property int minType: 10
     /// Inside a corner of radius22, a corner inset by this lies on the ground.
     readonly property int cornerInset: 7
 
