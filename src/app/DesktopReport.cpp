@@ -53,12 +53,12 @@ bool DesktopReport::hasTray() const
     return with_.tray.isPresent();
 }
 
-bool DesktopReport::blendsWindows() const
+bool DesktopReport::hasCompositor() const
 {
     return with_.compositor.isCompositing();
 }
 
-bool DesktopReport::hearsApplications() const
+bool DesktopReport::isConnected() const
 {
     return with_.platform.accessibility().isConnected();
 }

@@ -26,8 +26,8 @@ public:
 
     [[nodiscard]] bool isWayland() const override { return isWayland_; }
     [[nodiscard]] bool hasTray() const override;
-    [[nodiscard]] bool blendsWindows() const override;
-    [[nodiscard]] bool hearsApplications() const override;
+    [[nodiscard]] bool hasCompositor() const override;
+    [[nodiscard]] bool isConnected() const override;
     [[nodiscard]] bool isConnecting() const override;
     [[nodiscard]] Keyring keyring() const override { return keyring_; }
     [[nodiscard]] QStringList browsers() const override { return browsers_; }

@@ -108,7 +108,7 @@ bool ComputerModel::startsAtLogin() const
 QString ComputerModel::loginText() const
 {
     const BilingualText &texts = with_.texts;
-    if (isLoginFaulty_) {
+    if (hasLoginFailed_) {
         return texts.pick(u"The entry in the folder of programs to start could not be written."_s,
                           u"无法写入开机启动的条目。"_s);
     }
@@ -131,7 +131,7 @@ QString ComputerModel::loginText() const
 
 void ComputerModel::setStartsAtLogin(bool starts)
 {
-    isLoginFaulty_ = !with_.login.setOn(starts);
+    hasLoginFailed_ = !with_.login.setOn(starts);
     Q_EMIT loginChanged();
 }
 

@@ -16,7 +16,7 @@ namespace vellumo {
 class DefaultsStore;
 class ForwardingExplainer;
 
-/// What the page of this computer shows, and what can be done there.
+/// View model of the page "This computer".
 class ComputerModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -47,7 +47,7 @@ public:
 
     explicit ComputerModel(const Collaborators &collaborators, QObject *parent = nullptr);
 
-    /// Takes the permission back without a warning afterwards.
+    /// Called to withdraw the consent without the warning about lost permission.
     std::function<void()> onWithdrawConsent;
 
     [[nodiscard]] bool isTrusted() const { return with_.accessibility.isProcessTrusted(); }
@@ -59,26 +59,26 @@ public:
 
     [[nodiscard]] bool readsByCopying() const;
     Q_INVOKABLE void setReadsByCopying(bool copies);
-    /// What copying means, and the applications that are excluded.
+    /// Returns an explanation of copying, with the excluded applications.
     [[nodiscard]] QString copyingText() const;
-    /// Which installed browsers expose the addresses of pages, and when.
+    /// Returns which installed browsers expose the addresses of pages, and when.
     [[nodiscard]] QString browsersText() const;
 
     [[nodiscard]] bool startsAtLogin() const;
-    /// What is special about it; empty when nothing is.
+    /// Returns a remark on the state of the autostart entry; empty for plain on and off.
     [[nodiscard]] QString loginText() const;
     Q_INVOKABLE void setStartsAtLogin(bool starts);
 
-    /// What went wrong last, with what to do; empty when nothing did.
+    /// Return the last failure of an explanation with advice, and its time; empty without one.
     [[nodiscard]] QString explanationProblem() const;
     [[nodiscard]] QString explanationTime() const;
 
-    /// "18:42", with the day before it if that is another one.
+    /// Returns the time as "18:42", with the date unless it is today.
     [[nodiscard]] Q_INVOKABLE QString timeText(const QDateTime &time) const;
 
-    /// The page has come on screen.
+    /// Updates everything when the page is shown.
     Q_INVOKABLE void refresh();
-    /// Leads to where a service is entered.
+    /// Scrolls to the fields of the service.
     void askForService() { Q_EMIT serviceRequested(); }
 
 Q_SIGNALS:
@@ -94,7 +94,7 @@ private:
 
     Collaborators with_;
     ServiceForm service_;
-    bool isLoginFaulty_ = false;
+    bool hasLoginFailed_ = false;
 };
 
 } // namespace vellumo

@@ -4,13 +4,13 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// The state of vellumo on this computer: permission, service, and what works.
+/// The page "This computer": permission, service, settings and diagnostics.
 ScrollPage {
     id: page
 
     required property ComputerModel computer
     required property BilingualText texts
-    property bool syncsNotes: false ///< the user is signed in
+    property bool syncsNotes: false ///< whether the user is signed in
     property string syncProblem: ""
     property date syncTime
 

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// Whether applications are made to copy what is selected in them.
+/// The setting for reading selections by copying.
 SectionCard {
     id: section
 

@@ -8,15 +8,15 @@
 
 namespace vellumo {
 
-/// What this desktop offers of the things that vellumo uses, for those who show it.
+/// Interface that reports which features of the desktop are available to vellumo.
 class DesktopReporting : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool isWayland READ isWayland CONSTANT)
     Q_PROPERTY(bool hasTray READ hasTray NOTIFY changed)
-    Q_PROPERTY(bool blendsWindows READ blendsWindows NOTIFY changed)
-    Q_PROPERTY(bool hearsApplications READ hearsApplications NOTIFY changed)
+    Q_PROPERTY(bool hasCompositor READ hasCompositor NOTIFY changed)
+    Q_PROPERTY(bool isConnected READ isConnected NOTIFY changed)
     Q_PROPERTY(bool isConnecting READ isConnecting NOTIFY changed)
     Q_PROPERTY(Keyring keyring READ keyring NOTIFY changed)
     Q_PROPERTY(QStringList browsers READ browsers NOTIFY changed)
@@ -29,21 +29,21 @@ public:
     using QObject::QObject;
 
     [[nodiscard]] virtual bool isWayland() const = 0;
-    /// Something shows tray icons.
+    /// Returns whether a tray is present.
     [[nodiscard]] virtual bool hasTray() const = 0;
-    /// A compositor runs, so that corners can be round and shadows soft.
-    [[nodiscard]] virtual bool blendsWindows() const = 0;
-    /// The accessibility bus is open; it is not while the user has not allowed it.
-    [[nodiscard]] virtual bool hearsApplications() const = 0;
-    /// It is being opened, and nothing has gone wrong so far.
+    /// Returns whether a compositor runs, so that windows can have round corners and shadows.
+    [[nodiscard]] virtual bool hasCompositor() const = 0;
+    /// Returns whether the accessibility bus is connected. It requires the user's consent.
+    [[nodiscard]] virtual bool isConnected() const = 0;
+    /// Returns whether a connection attempt is in progress.
     [[nodiscard]] virtual bool isConnecting() const = 0;
     [[nodiscard]] virtual Keyring keyring() const = 0;
-    /// Names of the installed browsers that expose the address of a page.
+    /// Returns the installed browsers that always expose the address of a page.
     [[nodiscard]] virtual QStringList browsers() const = 0;
-    /// Names of those that expose it only if accessibility was on when they started.
+    /// Returns those that expose it only if accessibility was on when they started.
     [[nodiscard]] virtual QStringList browsersDecidingAtStart() const = 0;
 
-    /// Looks again at what does not report its changes.
+    /// Reads again what does not notify changes.
     virtual void refresh() = 0;
 
 Q_SIGNALS:

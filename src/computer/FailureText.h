@@ -9,10 +9,10 @@ namespace vellumo {
 
 class BilingualText;
 
-/// What went wrong with an explanation and what to do about it, in plain words.
+/// Describes a failed explanation and what the user can do about it.
 [[nodiscard]] QString failureText(const ExplanationFailure &failure, const BilingualText &texts);
 
-/// What is wrong with the configuration and where to put it right, in plain words.
+/// Describes a mistake in the configuration and where to correct it.
 [[nodiscard]] QString faultText(const ConfigurationFault &fault, const BilingualText &texts);
 
 } // namespace vellumo

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// Whether vellumo starts with the session.
+/// The setting for starting with the session.
 SectionCard {
     id: section
 

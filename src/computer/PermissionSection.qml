@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// Whether vellumo may read selections, and the way there and back.
+/// The permission to read selections, with buttons to grant and to withdraw it.
 SectionCard {
     id: section
 

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// What went wrong last, and what to do about it.
+/// The last failure of explanations and of the sync, with advice.
 SectionCard {
     id: section
 

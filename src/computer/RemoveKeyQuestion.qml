@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// Asks before the key is removed from the keyring.
+/// Asks for confirmation before the key is removed from the keyring.
 Flow {
     id: removal
 
@@ -14,7 +14,7 @@ Flow {
 
     spacing: Units.space8
 
-    /// The keyboard goes to the answer that changes nothing.
+    /// Focuses the answer that changes nothing.
     function ask(): void {
         keep.forceActiveFocus(Qt.OtherFocusReason)
         announcer.announce(question.text)

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// One subject of the page: its name, and a card with all of it.
+/// A section of the page: its heading and a card with its content.
 Column {
     id: section
 

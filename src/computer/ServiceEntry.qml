@@ -4,8 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// Where an own service is entered: address, model and key, what can be done with them, and what
-/// has come of it.
+/// The form for an own service: address, model and key, the buttons, and the result.
 Column {
     id: entry
 

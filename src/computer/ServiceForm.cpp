@@ -111,17 +111,17 @@ QString ServiceForm::addressError() const
 
 QString ServiceForm::outcome() const
 {
-    switch (said_) {
-    case Said::Nothing:
+    switch (outcome_) {
+    case Outcome::Nothing:
         return {};
-    case Said::Removed:
+    case Outcome::Removed:
         return removedText();
-    case Said::Saved:
+    case Outcome::Saved:
         return savedText();
-    case Said::Works:
+    case Outcome::Works:
         return texts_.pick(u"It works: the service has explained a word."_s,
                            u"可以使用:服务成功解释了一个词。"_s);
-    case Said::Failure:
+    case Outcome::Failure:
         return failure_ ? failureText(*failure_, texts_) : QString();
     }
     Q_UNREACHABLE();
@@ -140,21 +140,21 @@ void ServiceForm::choose(Mode mode)
     } else if (mode == Mode::Configured) {
         setup_.useConfigured();
     } else {
-        // What was entered earlier counts again; for the rest there is "Save".
+        // applies stored values again; new input is applied by "Save"
         showsOwn_ = !setup_.resumeOwn();
     }
-    say(Said::Nothing, false);
+    show(Outcome::Nothing, false);
 }
 
 std::optional<ServiceSetup::Entry> ServiceForm::entryOf(const QString &base, const QString &model,
                                                         const QString &key)
 {
-    // What the environment says is taken as it is.
+    // a value from the environment is not validated
     const ServiceAddress address =
         isBaseFixed() ? ServiceAddress{.base = setup_.base()} : ServiceAddress::fromInput(base);
     addressProblem_ = address.problem;
     if (address.problem != Problem::None) {
-        say(Said::Nothing, false);
+        show(Outcome::Nothing, false);
         return std::nullopt;
     }
     return ServiceSetup::Entry{address.base, isModelFixed() ? setup_.model() : model.trimmed(),
@@ -170,13 +170,13 @@ bool ServiceForm::save(const QString &base, const QString &model, const QString 
     }
     if (entry->base.isEmpty() && entry->key.isEmpty() && setup_.keyPlace({}) == Place::None) {
         failure_ = ExplanationFailure{.kind = KeyError::Kind::Missing};
-        say(Said::Failure, false);
+        show(Outcome::Failure, false);
         return false;
     }
     setup_.useOwn(*entry);
     typedBase_.reset();
     showsOwn_ = false;
-    say(Said::Saved, true);
+    show(Outcome::Saved, true);
     return true;
 }
 
@@ -187,8 +187,8 @@ void ServiceForm::tryOut(const QString &base, const QString &model, const QStrin
         return;
     }
     trial_ = std::make_unique<QObject>();
-    say(Said::Nothing, false);
-    // Whichever comes first, the answer or the end of its time, ends the trial.
+    show(Outcome::Nothing, false);
+    // the answer or the timeout ends the trial, whichever comes first
     const auto end = [this,
                       trial = trial_.get()](const std::optional<ExplanationFailure> &failure) {
         if (trial == trial_.get()) {
@@ -207,9 +207,9 @@ void ServiceForm::tryOut(const QString &base, const QString &model, const QStrin
 
 void ServiceForm::endTrial(const std::optional<ExplanationFailure> &failure)
 {
-    trial_.release()->deleteLater(); // it may be what calls this
+    trial_.release()->deleteLater(); // it may be the caller
     failure_ = failure;
-    say(failure ? Said::Failure : Said::Works, !failure);
+    show(failure ? Outcome::Failure : Outcome::Works, !failure);
 }
 
 void ServiceForm::forgetKey()
@@ -217,9 +217,9 @@ void ServiceForm::forgetKey()
     trial_.reset();
     addressProblem_ = Problem::None;
     removedBase_ = shownBase();
-    showsOwn_ = true; // the usual service is not in use without its key
+    showsOwn_ = true; // the default service is not in use without its key
     setup_.forgetKey(removedBase_);
-    say(Said::Removed, true);
+    show(Outcome::Removed, true);
 }
 
 void ServiceForm::unlock()
@@ -236,12 +236,12 @@ void ServiceForm::edited(const QString &base)
         typedBase_ = address.base;
         setup_.loadKey(address.base);
     }
-    say(Said::Nothing, false);
+    show(Outcome::Nothing, false);
 }
 
-void ServiceForm::say(Said said, bool isGood)
+void ServiceForm::show(Outcome outcome, bool isGood)
 {
-    said_ = said;
+    outcome_ = outcome;
     isGood_ = isGood;
     Q_EMIT changed();
 }

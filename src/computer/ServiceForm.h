@@ -12,8 +12,7 @@ namespace vellumo {
 
 class BilingualText;
 
-/// Which service explains, as it is shown and changed on the page; see ServiceSetup for what the
-/// choices mean.
+/// View model of the service settings. ServiceSetup documents the choices.
 class ServiceForm : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -49,78 +48,79 @@ public:
     ServiceForm(ServiceSetup &setup, Clock &clock, const BilingualText &texts,
                 QObject *parent = nullptr);
 
-    /// The choice that is shown; an own service need not be in use yet.
+    /// Returns the displayed choice. An own service may not be in use yet.
     [[nodiscard]] Mode mode() const;
     [[nodiscard]] bool isForced() const { return setup_.use() == ServiceSetup::Use::Environment; }
     [[nodiscard]] bool hasConfigured() const { return setup_.hasConfigured(); }
     [[nodiscard]] bool isInUse() const { return setup_.use() == ServiceSetup::Use::Own; }
-    /// Whether a token that names the account of a signed-in user goes along with a selection.
+    /// Returns whether requests carry a token that identifies the signed-in user.
     [[nodiscard]] bool sendsToken() const { return setup_.sendsToken(); }
     [[nodiscard]] QString host() const { return setup_.host(); }
     [[nodiscard]] QString base() const { return setup_.base(); }
     [[nodiscard]] QString model() const { return setup_.model(); }
     [[nodiscard]] QString defaultBase() const { return ServiceEndpoint::defaultBase; }
     [[nodiscard]] QString defaultModel() const { return ServiceEndpoint::defaultModel; }
-    /// Whether the environment says it.
+    /// Return whether an environment variable sets the value.
     [[nodiscard]] bool isBaseFixed() const { return ServiceSetup::isBaseFixed(); }
     [[nodiscard]] bool isModelFixed() const { return ServiceSetup::isModelFixed(); }
     [[nodiscard]] QString file() const { return setup_.config().userFile(); }
-    /// What the choice means; empty for an own service.
+    /// Returns a description of the choice; empty for an own service.
     [[nodiscard]] QString choiceText() const;
-    /// What goes to the service.
+    /// Returns a description of what is sent to the service.
     [[nodiscard]] QString sentText() const;
-    /// What is wrong with the configuration; empty when nothing is.
+    /// Returns a description of a mistake in the configuration; empty without one.
     [[nodiscard]] QString fault() const;
-    /// Where the key for the address is that was typed last, and so with the rest of the key.
+    /// Returns where the key for the entered address is stored. The following properties refer to
+    /// the same key.
     [[nodiscard]] QString keyText() const;
     [[nodiscard]] bool hasKey() const;
     [[nodiscard]] bool canForgetKey() const;
     [[nodiscard]] bool canUnlock() const;
     [[nodiscard]] QString addressError() const;
-    /// What has come of the last thing that was done here.
+    /// Returns the result of the last action.
     [[nodiscard]] QString outcome() const;
     [[nodiscard]] bool isGood() const { return isGood_; }
     [[nodiscard]] bool isTrying() const { return trial_ != nullptr; }
 
     Q_INVOKABLE void choose(Mode mode);
-    /// Takes what was typed over, at once and for later runs; false with the reason shown.
+    /// Stores and applies the input. Returns false and shows the reason if it is invalid.
     Q_INVOKABLE bool save(const QString &base, const QString &model, const QString &key);
-    /// Sends one small real request to what was typed.
+    /// Sends a small real request to the entered service.
     Q_INVOKABLE void tryOut(const QString &base, const QString &model, const QString &key);
     Q_INVOKABLE void forgetKey();
     Q_INVOKABLE void unlock();
-    /// What was typed has changed: what was said about it is out of date.
+    /// Called when the input has changed. Clears the result of the last action.
     Q_INVOKABLE void edited(const QString &base);
 
 Q_SIGNALS:
     void changed();
 
 private:
-    enum class Said : quint8 { Nothing, Removed, Saved, Works, Failure };
+    enum class Outcome : quint8 { Nothing, Removed, Saved, Works, Failure };
 
-    /// Nothing, with the reason shown, when there is no such address.
+    /// Absent, with the reason shown, for an invalid address.
     [[nodiscard]] std::optional<ServiceSetup::Entry>
     entryOf(const QString &base, const QString &model, const QString &key);
     [[nodiscard]] QString shownBase() const { return typedBase_.value_or(setup_.base()); }
     [[nodiscard]] ServiceKeys::Place keyPlace() const { return setup_.keyPlace(shownBase()); }
-    /// Whether it is without a key that it may need.
+    /// Returns whether the service at this address may need a key that is missing.
     [[nodiscard]] bool lacksKey(const QString &base) const;
     [[nodiscard]] QString savedText() const;
     [[nodiscard]] QString removedText() const;
-    void say(Said said, bool isGood);
+    void show(Outcome outcome, bool isGood);
     void endTrial(const std::optional<ExplanationFailure> &failure);
 
     ServiceSetup &setup_;
     Clock &clock_;
     const BilingualText &texts_;
-    bool showsOwn_ = false; ///< although something else is in use
-    std::optional<QString> typedBase_; ///< unless it was saved, or is no address
-    QString removedBase_; ///< whose key was removed last
+    bool showsOwn_ = false; ///< while another one is in use
+    std::optional<QString> typedBase_; ///< valid and not saved yet
+    QString removedBase_; ///< address whose key was removed last
     ServiceAddress::Problem addressProblem_ = ServiceAddress::Problem::None;
-    Said said_ = Said::Nothing;
+    Outcome outcome_ = Outcome::Nothing;
     bool isGood_ = false;
     std::optional<ExplanationFailure> failure_;
-    std::unique_ptr<QObject> trial_; ///< ends the request when it goes
+    std::unique_ptr<QObject> trial_; ///< its destruction cancels the request
 };
 
 } // namespace vellumo

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// Which service explains: sample answers, what Info.json names, or one that is entered here.
+/// The choice of the service: sample answers, the one of Info.json, or one entered here.
 SectionCard {
     id: section
 

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// A setting that is on or off, with what it means below its name.
+/// A switch with its name and explanation.
 Item {
     id: row
 

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// What leaves this computer, in plain words.
+/// Describes which data leaves this computer.
 Column {
     id: sent
 

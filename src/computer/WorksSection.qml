@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// What this desktop offers of the things that vellumo uses, and what goes without.
+/// The features of this desktop that vellumo uses, and the consequences of missing ones.
 SectionCard {
     id: section
 
@@ -42,7 +42,7 @@ SectionCard {
     Fact {
         english: section.english
         objectName: "accessibility"
-        good: section.desktop.hearsApplications
+        good: section.desktop.isConnected
         status: good ? StatusLine.Good
               : section.desktop.isConnecting ? StatusLine.Neutral : StatusLine.Limited
         title: section.english ? "Accessibility service" : "辅助功能服务"
@@ -92,7 +92,7 @@ SectionCard {
     Fact {
         english: section.english
         objectName: "compositor"
-        good: section.desktop.blendsWindows
+        good: section.desktop.hasCompositor
         title: section.english ? "Round corners and shadows" : "圆角与阴影"
         text: good ? (section.english ? "A compositor blends windows." : "合成器正在运行。")
                    : (section.english ? "Without a compositor the panel's corners are a little rough and it casts no shadow; everything else is the same."

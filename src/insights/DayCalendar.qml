@@ -5,8 +5,8 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// Notes per day, a column for each week, as many weeks as there is room for. The arrow keys and the
-/// pointer choose a day and show its figure.
+/// Notes per day, with a column for each week, as many as fit. The arrow keys and the pointer select a
+/// day and show its number of notes.
 FocusScope {
     id: calendar
 
@@ -18,10 +18,10 @@ FocusScope {
     readonly property int room: Math.floor((calendar.width - weekdays.width + Units.calendarGap)
                                            / calendar.pitch)
     readonly property int weeks: Math.min(calendar.allWeeks, Math.max(1, calendar.room))
-    /// The first day that is shown.
+    /// Index of the first day that fits.
     readonly property int first: (calendar.allWeeks - calendar.weeks) * 7
     readonly property int last: calendar.insights.days.length - 1
-    readonly property int most: calendar.maxPerDay()
+    readonly property int maxCount: calendar.maxPerDay()
 
     property int keyDay: -1
     property int pointedDay: -1
@@ -58,15 +58,15 @@ FocusScope {
     }
 
     function maxPerDay(): int {
-        // a single note is not a full day
-        let most = 4
+        // a single note does not get the strongest shade
+        let max = 4
         for (let i = calendar.first; i <= calendar.last; ++i)
-            most = Math.max(most, calendar.insights.days[i] ?? 0)
-        return most
+            max = Math.max(max, calendar.insights.days[i] ?? 0)
+        return max
     }
-    /// From 0 to 4, small numbers apart.
+    /// Returns a shade from 0 to 4 that distinguishes small numbers.
     function level(count: int): int {
-        const level = Math.ceil(4 * Math.sqrt(count / calendar.most) - 0.01)
+        const level = Math.ceil(4 * Math.sqrt(count / calendar.maxCount) - 0.01)
         return count === 0 ? 0 : Math.max(1, Math.min(4, level))
     }
 
@@ -110,7 +110,7 @@ FocusScope {
             required property int index
 
             x: grid.x + month.index * calendar.pitch
-            // in the last columns it would be cut
+            // hidden in the last columns, where it would be cut
             visible: x + implicitWidth <= calendar.width
             text: calendar.insights.monthsBegun[calendar.first / 7 + month.index] ?? ""
             color: Theme.secondInk
@@ -146,7 +146,7 @@ FocusScope {
                 color: cell.level === 0 ? Theme.softFill : Theme.accent
                 opacity: [1, 0.28, 0.5, 0.75, 1][cell.level]
 
-                // days without notes are passed over
+                // screen readers skip days without notes
                 Accessible.role: Accessible.ListItem
                 Accessible.name: cell.count === 0 ? ""
                     : calendar.insights.dayText(cell.day, cell.count, calendar.english)

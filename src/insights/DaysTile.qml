@@ -5,7 +5,7 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// The notes of each of the last two weeks' days.
+/// Notes per day of the last two weeks.
 HomeTile {
     id: tile
 

@@ -6,7 +6,7 @@ import Vellumo.Insights
 import Vellumo.Library
 import Vellumo.Ui
 
-/// Home: a greeting, the month in a few numbers, and the latest notes.
+/// The home page: a greeting, a few figures and the newest notes.
 ScrollPage {
     id: page
 
@@ -17,7 +17,7 @@ ScrollPage {
     readonly property bool english: page.texts.english
     readonly property bool isEmpty: page.library.total === 0
 
-    /// One of the latest notes.
+    /// `row` is one of the newest notes.
     signal noteChosen(row: int)
     signal allNotesAsked
 
@@ -39,7 +39,7 @@ ScrollPage {
             if (page.keptCard < 0)
                 return
             const row = page.library.latestRowOf(page.keptId)
-            // the keyboard as well, if the page has it
+            // takes the active focus as well if the page has it
             const card = cards.itemAt(row >= 0 ? row : Math.min(page.keptCard, cards.count - 1))
             if (card !== null)
                 card.focus = true

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// A tile of the home page: a heading above, the content below it down to the tile's end.
+/// A tile of the home page: a heading above its content.
 Card {
     id: tile
 

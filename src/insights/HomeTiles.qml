@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// The month in numbers, where it was read, and the last two weeks day by day.
+/// The tiles of the home page: this month, the places, and the last two weeks.
 Grid {
     id: tiles
 

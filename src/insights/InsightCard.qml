@@ -3,14 +3,14 @@
 import QtQuick
 import Vellumo.Ui
 
-/// A chart with its heading, and at the heading's end what is said about one of its figures.
+/// A card with a chart and its heading. A remark on one of the figures follows the heading.
 Card {
     id: card
 
     required property string heading
     property string figure: ""
-    /// Of the content, which begins below the heading.
     default property alias content: body.data
+    /// Height of the content below the heading.
     property int bodyHeight: body.childrenRect.height
 
     implicitHeight: body.y + card.bodyHeight + Units.space20

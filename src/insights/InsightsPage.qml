@@ -6,7 +6,7 @@ import Vellumo.Insights
 import Vellumo.Library
 import Vellumo.Ui
 
-/// Insights: when was read, in which languages, and where.
+/// The page of insights: notes by day, month, language and place.
 ScrollPage {
     id: page
 

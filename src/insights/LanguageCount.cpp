@@ -18,15 +18,15 @@ int &of(Counts &counts, Language language)
     return counts[static_cast<size_t>(language)];
 }
 
-/// Adds what only its letters name to the language that most of the rest is in, if there is one.
+/// Moves the notes of a script to the most common language with these letters, if there is one.
 void settle(Counts &counts, Language letters, std::initializer_list<Language> candidates)
 {
-    const Language most =
+    const Language largest =
         *std::max_element(candidates.begin(), candidates.end(), [&counts](Language a, Language b) {
             return of(counts, a) < of(counts, b);
         });
-    if (of(counts, most) > 0) {
-        of(counts, most) += std::exchange(of(counts, letters), 0);
+    if (of(counts, largest) > 0) {
+        of(counts, largest) += std::exchange(of(counts, letters), 0);
     }
 }
 

@@ -8,13 +8,13 @@
 
 namespace vellumo {
 
-/// Counts notes by what they are written in. A word or two without a recognizable language is taken
-/// for what most of the others from the same place are in.
+/// Counts notes by language. A note whose letters fit several languages counts for the most common
+/// language of its place that has these letters.
 class LanguageCount {
 public:
     using Counts = std::array<int, static_cast<size_t>(ReadingLanguage::Count)>;
 
-    /// Places are numbered from 0 on.
+    /// `place` is a number from 0.
     void add(ReadingLanguage language, size_t place);
 
     [[nodiscard]] Counts counts() const;

@@ -5,7 +5,7 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// The languages of what was read, as parts of one bar and as a list with their figures.
+/// Notes by language, as parts of one bar and as a list with figures.
 Column {
     id: chart
 
@@ -16,12 +16,12 @@ Column {
 
     spacing: Units.space8
 
-    /// Every language is seen, however small its share; the others make room for it.
+    /// Gives each language a minimum width, which the others make room for.
     function widthOf(index: int): int {
         const counts = chart.insights.languageCounts
         const gaps = bar.spacing * (counts.length - 1)
-        const least = Units.space4
-        return least + Math.floor((bar.width - gaps - least * counts.length)
+        const minWidth = Units.space4
+        return minWidth + Math.floor((bar.width - gaps - minWidth * counts.length)
                                   * counts[index] / chart.total)
     }
     function colorOf(index: int): color {

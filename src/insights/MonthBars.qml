@@ -5,18 +5,18 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// Notes per month, each bar with its figure above and its month below.
+/// Notes per month as bars, labelled with figure and month.
 Item {
     id: chart
 
     required property NotesInsights insights
     required property bool english
 
-    readonly property int most: Math.max(1, ...chart.insights.months)
+    readonly property int maxCount: Math.max(1, ...chart.insights.months)
     readonly property int step: Math.max(1, chart.insights.months.length)
     readonly property real pitch: chart.width / chart.step
     readonly property int labelHeight: Math.round(Units.type11 * Units.cardLine)
-    /// Every label is drawn, or every second, or every third.
+    /// Draws each label, every second or every third, as fits.
     readonly property int every: Math.max(1, Math.ceil((widest.implicitWidth + Units.space4)
                                                        / chart.pitch))
 
@@ -70,7 +70,7 @@ Item {
                 y: chart.height - chart.labelHeight - Units.space4 - height
                 width: Math.min(Units.scaled(22), Math.round(month.width * 0.64))
                 height: month.modelData === 0 ? Units.space2
-                    : Math.max(Units.space4, Math.round(Units.monthBars * month.modelData / chart.most))
+                    : Math.max(Units.space4, Math.round(Units.monthBars * month.modelData / chart.maxCount))
                 radius: Math.min(Units.radius3, height / 2)
                 color: month.modelData === 0 ? Theme.hairline : Theme.accent
                 opacity: month.isLast || month.modelData === 0 ? 1 : 0.6

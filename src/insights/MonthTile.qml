@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// The notes of this month, beside the month before.
+/// The number of notes of this month, compared with the previous one.
 HomeTile {
     id: tile
 

@@ -22,16 +22,16 @@ constexpr int shownWeeks = 53;
 constexpr int shownMonths = 12;
 constexpr qsizetype shownLanguages = 5;
 constexpr qsizetype shownPlaces = 8;
-/// What counting may take of one turn of the event loop.
+/// Longest time that counting takes of one turn of the event loop.
 constexpr auto sliceTime = 10ms;
-constexpr qsizetype notesPerLook = 64; ///< between two looks at the time
+constexpr qsizetype notesPerTimeCheck = 64;
 
 QDate monthOf(QDate date, int monthsLater)
 {
     return QDate(date.year(), date.month(), 1).addMonths(monthsLater);
 }
 
-/// Which of the spans a time lies in; -1 before the first.
+/// Returns the index of the span that contains a time; -1 before the first.
 qsizetype spanOf(const QList<double> &begins, double time)
 {
     return std::distance(begins.begin(), std::upper_bound(begins.begin(), begins.end(), time)) - 1;
@@ -96,7 +96,7 @@ void NotesInsights::begin()
 
 bool NotesInsights::countSome()
 {
-    const qsizetype end = std::min(pass_->next + notesPerLook, pass_->notes.size());
+    const qsizetype end = std::min(pass_->next + notesPerTimeCheck, pass_->notes.size());
     for (; pass_->next < end; ++pass_->next) {
         count(*pass_, std::as_const(pass_->notes)[pass_->next]);
     }
@@ -109,13 +109,13 @@ void NotesInsights::count(Pass &pass, const NoteWithContext &entry)
     pass.languages.add(readingLanguage(entry.note.sourceText), pass.places.add(entry.context));
     const double time = entry.note.createdAt;
     if (!(time < pass.dayBegins.last())) {
-        return; // another computer's clock
+        return; // in the future, by another computer's clock
     }
     const qsizetype day = spanOf(pass.dayBegins, time);
     if (day >= 0) {
         figures.activeDays += figures.days[day]++ == 0 ? 1 : 0;
     } else if (time < pass.dayBegin) {
-        // an older day, whose limit is worked out once: the notes come newest first
+        // older days: the notes are sorted, so the limits of each day are computed once
         const QDate date = NoteDates::localTime(time).date();
         pass.dayBegin = NoteDates::startOf(date);
         ++figures.activeDays;

@@ -18,8 +18,8 @@ class NotesLibrary;
 
 inline constexpr int daysOfAWeek = 7;
 
-/// When, where and in which languages was read, over all notes. Follows the library while it is
-/// shown; many notes are counted in slices, and the figures change after the last one.
+/// Statistics of all notes by day, month, language and place. Follows the library while shown.
+/// Notes are counted in slices; the figures are published after the last one.
 class NotesInsights : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -41,59 +41,59 @@ class NotesInsights : public QObject {
     Q_PROPERTY(QString placesNote READ placesNote NOTIFY changed)
 
 public:
-    /// What is handed over must outlive the insights.
+    /// All references must outlive the insights.
     NotesInsights(NotesLibrary &library, BilingualText &texts, QObject *parent = nullptr);
 
-    /// Nothing is counted while it is not shown.
+    /// Starts or stops following the library.
     void setShown(bool shown);
 
-    /// False until notes have been counted for the first time.
+    /// Returns whether the notes have been counted at least once.
     [[nodiscard]] bool isReady() const { return isReady_; }
     [[nodiscard]] int total() const { return published_.total; }
-    /// How many notes there are, on how many days.
+    /// Returns a text with the number of notes and of days with notes.
     [[nodiscard]] QString summary() const;
 
-    /// Notes per day of a year of whole weeks, by the user's first day of the week; the last week
-    /// ends with today.
+    /// Returns the notes per day of the calendar: whole weeks of a year, beginning on the locale's
+    /// first day of the week. The last week ends today.
     [[nodiscard]] QList<int> days() const { return published_.days; }
-    /// A day of these with its number of notes; empty for any other index. This and the other texts
-    /// take everything that they depend on, so that bindings notice its changes.
+    /// Returns a day of the calendar with its number of notes; empty for any other index. This and
+    /// the other invokable texts take all that they depend on, so that bindings notice changes.
     Q_INVOKABLE [[nodiscard]] QString dayText(int index, int count, bool english) const;
-    /// "Mon" or "一", for each row of the calendar.
+    /// Returns the label of each row of the calendar, such as "Mon" or "一".
     [[nodiscard]] QStringList weekdayNames() const;
-    /// For each week of the calendar the month that begins in it; empty without one.
+    /// Returns the month that begins in each week of the calendar; empty for other weeks.
     [[nodiscard]] QStringList monthsBegun() const;
 
-    /// Notes per month of the last twelve, this month last.
+    /// Returns the notes of each of the last twelve months, this month last.
     [[nodiscard]] QList<int> months() const { return published_.months; }
-    /// "Nov" or "11月".
+    /// Returns labels such as "Nov" or "11月".
     [[nodiscard]] QStringList monthLabels() const;
-    /// A month of these by its full name, with its number of notes.
+    /// Returns the full name of a month with its number of notes.
     Q_INVOKABLE [[nodiscard]] QString monthText(int index, int count, bool english) const;
 
-    /// Most read first, the rest together last.
+    /// Returns the languages by descending number of notes; the last one combines the rest.
     [[nodiscard]] QStringList languageNames() const;
     [[nodiscard]] QList<int> languageCounts() const;
-    /// Rounded so that together they are 100.
+    /// Returns the shares, rounded so that they add up to 100.
     [[nodiscard]] QList<int> languagePercents() const;
-    /// "38 %", for each language.
+    /// Returns the share of each language, such as "38 %".
     [[nodiscard]] QStringList shareTexts() const;
-    /// A language with its share and its number of notes, for screen readers.
+    /// Returns a language with its share and number of notes, for screen readers.
     Q_INVOKABLE [[nodiscard]] static QString languageText(const QString &name, const QString &share,
                                                           int count, bool english);
-    /// Whether one of them is named by its letters, since a word or two may fit several languages.
+    /// Returns whether a script is listed, since its notes are too short to tell the language.
     [[nodiscard]] bool namesLetters() const;
 
-    /// The places with most notes.
+    /// Returns the places with most notes.
     [[nodiscard]] QStringList placeNames() const;
     [[nodiscard]] QList<int> placeCounts() const;
-    /// A place with its number of notes, for screen readers.
+    /// Returns a place with its number of notes, for screen readers.
     Q_INVOKABLE [[nodiscard]] static QString placeText(const QString &name, int count,
                                                        bool english);
-    /// How many of all places these are; empty when they are all.
+    /// Returns a text with the number of listed and of all places; empty when all are listed.
     [[nodiscard]] QString placesNote() const;
 
-    /// One of the contexts of a place; the place is where all of that name belong together.
+    /// Returns one of the contexts that belong to a listed place.
     [[nodiscard]] std::optional<ReadingContext> placeAt(int index) const;
 
 Q_SIGNALS:
@@ -116,16 +116,16 @@ private:
         ReadingLanguage language;
         int count;
     };
-    /// What one pass over the notes needs.
+    /// The state of one pass over the notes.
     struct Pass {
         QList<NoteWithContext> notes;
         qsizetype next = 0;
         Figures figures;
         PlaceCount places;
         LanguageCount languages;
-        QList<double> dayBegins; ///< of the calendar, and of tomorrow
-        QList<double> monthBegins; ///< of the twelve
-        double dayBegin = 0; ///< of the day before the calendar that the notes have come to
+        QList<double> dayBegins; ///< for each day of the calendar, and tomorrow
+        QList<double> monthBegins; ///< for each of the twelve months
+        double dayBegin = 0; ///< of the current note's day, for days before the calendar
     };
 
     void begin();

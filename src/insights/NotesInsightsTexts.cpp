@@ -34,7 +34,7 @@ QString NotesInsights::summary() const
     if (published_.total == 1) {
         return texts_.pick(u"One note so far."_s, u"目前有 1 条笔记。"_s);
     }
-    if (published_.activeDays == 0) { // all from a clock that runs ahead
+    if (published_.activeDays == 0) { // all notes are in the future
         return texts_.pick(u"%1 notes."_s, u"%1 条笔记。"_s).arg(published_.total);
     }
     if (published_.activeDays == 1) {

@@ -153,7 +153,7 @@ void NotesOverview::compute()
     for (const NoteWithContext &entry : library_.notes()) {
         const double time = entry.note.createdAt;
         if (time >= tomorrow) {
-            continue; // another computer's clock
+            continue; // in the future, by another computer's clock
         }
         if (time < std::min(lastMonthBegin, recent)) {
             break;

@@ -12,7 +12,8 @@ class BilingualText;
 class Clock;
 class NotesLibrary;
 
-/// The texts and figures of the home page: how many notes, when and where.
+/// Texts and figures of the home page: the notes of today, this month and two weeks, and the
+/// places.
 class NotesOverview : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -30,33 +31,34 @@ class NotesOverview : public QObject {
     Q_PROPERTY(QString daysText READ daysText NOTIFY changed)
 
 public:
-    /// What is handed over must outlive the overview.
+    /// All references must outlive the overview.
     NotesOverview(NotesLibrary &library, const Clock &clock, BilingualText &texts,
                   QObject *parent = nullptr);
 
-    /// By the part of the day.
+    /// Returns a greeting for the part of the day.
     [[nodiscard]] QString greeting() const;
-    /// How many notes today, and where more than half of them were read.
+    /// Returns a text with the number of notes today, and the place of more than half of them.
     [[nodiscard]] QString summary() const;
     [[nodiscard]] int thisMonth() const { return thisMonth_; }
-    /// This month beside the one before.
+    /// Returns a comparison of this month with the previous one.
     [[nodiscard]] QString comparison() const;
-    /// Both in one line, for screen readers.
+    /// Returns both in one line, for screen readers.
     [[nodiscard]] QString monthText() const;
-    /// The places with most notes in the last 30 days, and how many each.
+    /// Return the places with most notes in the last 30 days, and their numbers of notes.
     [[nodiscard]] QStringList placeNames() const { return placeNames_; }
     [[nodiscard]] QList<int> placeCounts() const { return placeCounts_; }
-    /// Both in one line, for screen readers.
+    /// Returns both in one line, for screen readers.
     [[nodiscard]] QString placesText() const;
-    /// Notes per day of the last two weeks, today last.
+    /// Returns the notes per day of the last two weeks, today last.
     [[nodiscard]] QList<int> days() const { return days_; }
-    /// The largest of these, at least 1.
+    /// Returns the largest of these, at least 1.
     [[nodiscard]] int maxPerDay() const;
-    /// In one line, for screen readers.
+    /// Returns the days in one line, for screen readers.
     [[nodiscard]] QString daysText() const;
 
+    /// Recomputes everything from the library.
     void compute();
-    /// The part of the day may be another when someone looks again.
+    /// Updates the part of the day.
     void followClock();
 
 Q_SIGNALS:
@@ -72,7 +74,7 @@ private:
     BilingualText &texts_;
     PartOfDay partOfDay_ = PartOfDay::Evening;
     int today_ = 0;
-    QString todayPlace_; ///< empty without one of most notes, and when it has no name
+    QString todayPlace_; ///< place of more than half of today's notes; empty without one
     int thisMonth_ = 0;
     int lastMonth_ = 0;
     QStringList placeNames_;

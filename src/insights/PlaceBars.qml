@@ -5,7 +5,7 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// Where most was read. Each place leads to its notes.
+/// The places with most notes as bars. Each opens its notes.
 Column {
     id: chart
 

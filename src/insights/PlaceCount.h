@@ -7,19 +7,19 @@
 
 namespace vellumo {
 
-/// Counts notes by place. Every context that is counted must stay where it is.
+/// Counts notes by place. The contexts must outlive the counter; it keeps pointers to them.
 class PlaceCount {
 public:
     struct Entry {
-        const ReadingContext *context = nullptr; ///< of its oldest note, if the newest come first
+        const ReadingContext *context = nullptr; ///< that of the last note added
         int count = 0;
-        size_t number = 0; ///< in the order in which the places came
+        size_t number = 0; ///< in the order of first occurrence
     };
 
-    /// Answers the place's number.
+    /// Counts a note. Returns the number of its place.
     size_t add(const ReadingContext &context);
 
-    /// Most notes first.
+    /// Returns at most `count` places, by descending number of notes.
     [[nodiscard]] QList<Entry> top(qsizetype count) const;
     [[nodiscard]] qsizetype size() const { return entries_.size(); }
 

@@ -5,7 +5,7 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// The places with most notes of late.
+/// The places with most notes in the last 30 days.
 HomeTile {
     id: tile
 
@@ -33,7 +33,7 @@ HomeTile {
                 required property string modelData
 
                 readonly property int count: tile.overview.placeCounts[place.index] ?? 0
-                readonly property int most: tile.overview.placeCounts[0] ?? 1
+                readonly property int maxCount: tile.overview.placeCounts[0] ?? 1
 
                 width: places.width
                 height: words.height + Units.space4
@@ -61,7 +61,7 @@ HomeTile {
                     anchors.left: parent.left
                     anchors.bottom: parent.bottom
                     width: Math.max(height, Math.round(parent.width * place.count
-                                                       / Math.max(1, place.most)))
+                                                       / Math.max(1, place.maxCount)))
                     height: Units.bar
                     radius: height / 2
                     color: Theme.accent

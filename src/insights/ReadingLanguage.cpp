@@ -15,10 +15,10 @@ namespace {
 
 using Language = ReadingLanguage;
 
-constexpr qsizetype looksAt = 160; ///< UTF-16 units
-constexpr int sureHan = 8; ///< so much Japanese is hardly ever without a kana
+constexpr qsizetype maxExamined = 160; ///< UTF-16 units
+constexpr int sureHan = 8; ///< Japanese of this length almost always contains a kana
 constexpr int sureWords = 2;
-/// A character of these scripts says about as much as a word's worth of letters.
+/// A character of these scripts counts as much as several letters of others.
 constexpr int hanWeight = 3;
 
 struct CommonWords {
@@ -42,7 +42,7 @@ constexpr std::array<CommonWords, 7> commonWords{{
 
 constexpr int longestWord = 8;
 
-/// A letter more of a word that is held as a number.
+/// Appends a letter to a word that is packed into an integer.
 constexpr quint64 longer(quint64 word, char16_t letter)
 {
     return word << 8 | (letter & 0xFF);
@@ -81,14 +81,14 @@ char16_t lowered(char16_t c)
     return isUpper ? static_cast<char16_t>(c + 0x20) : c;
 }
 
-/// Whose words occur, for a text in Latin letters.
+/// Returns the language whose common words occur, for a text in Latin letters.
 Language byWords(QStringView text)
 {
     static const std::vector<KnownWord> known = sortedWords();
     std::array<int, static_cast<size_t>(Language::Count)> hits{};
     quint64 word = 0;
     int length = 0;
-    // a word that is cut by the end of what is looked at does not count
+    // a word that is cut by the limit does not count
     for (const QChar each : text) {
         const char16_t c = lowered(each.unicode());
         if (isLatin1Letter(c)) {
@@ -97,7 +97,7 @@ Language byWords(QStringView text)
             continue;
         }
         if (each.isLetter()) {
-            length = longestWord + 1; // no such letter is in a known word
+            length = longestWord + 1; // not a letter of any known word
             continue;
         }
         if (length > 0 && length <= longestWord) {
@@ -109,10 +109,10 @@ Language byWords(QStringView text)
         word = 0;
         length = 0;
     }
-    const auto most = std::max_element(hits.begin(), hits.end());
-    const int others = std::accumulate(hits.begin(), hits.end(), 0) - *most;
-    return *most >= sureWords && *most >= 2 * others
-        ? static_cast<Language>(std::distance(hits.begin(), most))
+    const auto best = std::max_element(hits.begin(), hits.end());
+    const int others = std::accumulate(hits.begin(), hits.end(), 0) - *best;
+    return *best >= sureWords && *best >= 2 * others
+        ? static_cast<Language>(std::distance(hits.begin(), best))
         : Language::LatinLetters;
 }
 
@@ -175,16 +175,16 @@ private:
 
 ReadingLanguage readingLanguage(QStringView text)
 {
-    text = text.first(std::min(text.size(), looksAt));
+    text = text.first(std::min(text.size(), maxExamined));
     Letters letters;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool isPair = text[i].isHighSurrogate() && i + 1 < text.size();
         letters.add(isPair ? QChar::surrogateToUcs4(text[i], text[i + 1]) : text[i].unicode());
         i += isPair ? 1 : 0;
     }
-    const auto most = std::max_element(letters.others.begin(), letters.others.end());
+    const auto best = std::max_element(letters.others.begin(), letters.others.end());
     const int eastAsian = letters.han + letters.kana + letters.hangul;
-    if (eastAsian * hanWeight > *most) {
+    if (eastAsian * hanWeight > *best) {
         if (letters.hangul > letters.han + letters.kana) {
             return Language::Korean;
         }
@@ -193,10 +193,10 @@ ReadingLanguage readingLanguage(QStringView text)
         }
         return letters.han >= sureHan ? Language::Chinese : Language::ChineseCharacters;
     }
-    if (*most == 0) {
+    if (*best == 0) {
         return Language::NoLetters;
     }
-    const auto letter = static_cast<Language>(std::distance(letters.others.begin(), most));
+    const auto letter = static_cast<Language>(std::distance(letters.others.begin(), best));
     return letter == Language::LatinLetters ? byWords(text) : letter;
 }
 

@@ -6,11 +6,11 @@
 
 namespace vellumo {
 
-/// The language of a text, judged by its letters and its most common words. Letters that
-/// several languages share are named by themselves unless the words say more.
+/// The language of a text, detected by its letters and its most common words; or only the script
+/// when several languages share the letters and no common word occurs.
 enum class ReadingLanguage : quint8 {
     Chinese,
-    ChineseCharacters, ///< a few of them, which may as well be Japanese
+    ChineseCharacters, ///< a few, which may also be Japanese
     Japanese,
     Korean,
     English,
@@ -32,7 +32,7 @@ enum class ReadingLanguage : quint8 {
     Count
 };
 
-/// Looks at the beginning only, however long the text is.
+/// Detects the language from the beginning of a text, in bounded time.
 [[nodiscard]] ReadingLanguage readingLanguage(QStringView text);
 
 [[nodiscard]] QString nameOf(ReadingLanguage language, bool english);

@@ -7,8 +7,8 @@
 namespace vellumo {
 
 namespace {
-constexpr qsizetype longestQuestion = 20000;
-constexpr qsizetype longestAnswer = 20000;
+constexpr qsizetype maxQuestion = 20000;
+constexpr qsizetype maxAnswer = 20000;
 } // namespace
 
 void ExchangeModel::setExchanges(const QList<FollowUpExchange> &exchanges)
@@ -31,8 +31,8 @@ QVariant ExchangeModel::data(const QModelIndex &index, int role) const
         return {};
     }
     const FollowUpExchange &exchange = exchanges_[index.row()];
-    return role == Question ? presentableText(exchange.question, longestQuestion).trimmed()
-                            : presentableText(exchange.answer, longestAnswer).trimmed();
+    return role == Question ? presentableText(exchange.question, maxQuestion).trimmed()
+                            : presentableText(exchange.answer, maxAnswer).trimmed();
 }
 
 QHash<int, QByteArray> ExchangeModel::roleNames() const

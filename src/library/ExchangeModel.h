@@ -7,7 +7,7 @@
 
 namespace vellumo {
 
-/// The questions that were asked about a note, with their answers. Plain and of bounded length.
+/// List model of a note's follow-up questions and answers, as plain text of bounded length.
 class ExchangeModel final : public QAbstractListModel {
     Q_OBJECT
 

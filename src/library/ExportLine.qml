@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// How far an export is, and what came of it, until that has been seen. Absent otherwise.
+/// Progress and result of an export, visible until the result is dismissed.
 Card {
     id: line
 
@@ -18,7 +18,7 @@ Card {
     readonly property bool fits: words.implicitWidth + buttons.oneLine + Units.space32
                                  <= line.width - Units.space16
 
-    /// It goes, and one of its buttons had the keyboard.
+    /// Emitted when the line disappears while one of its buttons has the focus.
     signal keyboardLeft
 
     visible: line.exporter.state !== NotesExporter.Idle
@@ -31,12 +31,12 @@ Card {
     Connections {
         target: line.exporter
 
-        property int told: NotesExporter.Idle
+        property int announcedState: NotesExporter.Idle
 
         function onChanged(): void {
-            if (line.exporter.state === told)
+            if (line.exporter.state === announcedState)
                 return
-            told = line.exporter.state
+            announcedState = line.exporter.state
             announcer.announce(line.exporter.outcome)
         }
     }

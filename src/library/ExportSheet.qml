@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// Which notes are exported, and as what. The file is chosen next.
+/// Asks which notes to export and in which format, before the file is chosen.
 Sheet {
     id: sheet
 

@@ -4,7 +4,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Ui
 
-/// What a user without notes sees: how the first one comes about.
+/// Explains how the first note is made, in place of an empty list.
 Item {
     id: first
 

@@ -4,8 +4,8 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// The way back from a note, and what can be done with it. Where they do not fit beside each other,
-/// the buttons go below.
+/// The back button of a note's page and the actions for the note, in a second line where one is too
+/// narrow.
 Item {
     id: bar
 

@@ -3,8 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// A note in a list: what was read and what it means, when and where, and how often it was asked
-/// about.
+/// A note in a list: its text and meaning, when and where it was read, and its number of follow-ups.
 Item {
     id: card
 
@@ -15,13 +14,13 @@ Item {
     required property string spoken
     required property int followUps
     property bool hasKeyboard: false
-    /// Whether notes are being marked, and whether this one is.
+    /// Whether selection mode is on, and whether this note is selected.
     property bool selecting: false
     property bool selected: false
 
     readonly property int sideWidth: Math.round(card.width * 0.28)
 
-    /// A click's modifiers; none for a press that came another way.
+    /// `modifiers` are those of a click, and none for a press by accessibility.
     signal action(modifiers: int)
 
     implicitHeight: Units.noteRow

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// A question that was asked about a note, and its answer.
+/// A follow-up question and its answer.
 Item {
     id: exchange
 

@@ -5,12 +5,12 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// One note: what was read and where, what it means, and everything that was asked about it.
+/// The page of one note: its text, origin, meaning and follow-ups.
 FocusScope {
     id: page
 
     required property OpenedNote note
-    required property bool isFromHome ///< it was opened there
+    required property bool isFromHome ///< whether "back" leads to the home page
     required property BilingualText texts
 
     readonly property bool english: page.texts.english

@@ -27,7 +27,7 @@ QString placeOf(const ReadingContext &context, bool english)
 
 QString placeKey(const ReadingContext &context)
 {
-    // a window may well be titled as the key of the others
+    // the prefix keeps a window title from being equal to the key of synced notes
     return isPulled(context) ? QString(cloudKey) : u'/' + context.displayName;
 }
 

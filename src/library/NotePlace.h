@@ -6,15 +6,15 @@
 
 namespace vellumo {
 
-/// Where a note was read, in a few plain words: the site, the file or the window.
+/// Returns the display name of the place where a note was read: the site, the file or the window.
 [[nodiscard]] QString placeOf(const ReadingContext &context, bool english);
 
-/// Whether notes came from another computer, whose context is not known here.
+/// Returns whether the notes were synced from another computer, so that their context is unknown.
 [[nodiscard]] bool isPulled(const ReadingContext &context);
 
-/// Notes of one such name belong together where places are counted; for a hash.
+/// Returns the hash key under which places are counted. It is equal for contexts of one name.
 [[nodiscard]] QString placeKey(const ReadingContext &context);
-/// Whether two have the same placeKey().
+/// Returns whether both contexts have the same placeKey(), without composing it.
 [[nodiscard]] bool isSamePlace(const ReadingContext &one, const ReadingContext &other);
 
 } // namespace vellumo

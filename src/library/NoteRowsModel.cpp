@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace vellumo {
 
 namespace {
-/// More than one line can show in the narrowest letters.
+/// Longer than one line in the narrowest letters.
 constexpr qsizetype maxShown = 300;
 
 QString joined(QStringList parts, const QString &separator)
@@ -69,7 +69,7 @@ void NoteRowsModel::addGroup(const QList<int> &members, QDate day)
 
 void NoteRowsModel::arrangeByDay(const QList<int> &shown)
 {
-    // Neighbours are mostly of one day: its limits are worked out once.
+    // Consecutive notes are mostly of one day, so its limits are computed once.
     QList<int> members;
     QDate day;
     double begin = std::numeric_limits<double>::infinity();
@@ -94,7 +94,7 @@ void NoteRowsModel::arrangeByDay(const QList<int> &shown)
 
 void NoteRowsModel::arrangeByPlace(const QList<int> &shown)
 {
-    // the place that was read last comes first
+    // places in the order of their newest notes
     QHash<QString, int> places;
     std::vector<QList<int>> members;
     for (const int note : shown) {

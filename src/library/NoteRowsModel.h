@@ -10,8 +10,8 @@
 
 namespace vellumo {
 
-/// The list of notes as it is drawn: headings, and below each its notes. Texts are made, short and
-/// plain, when the view asks for them; a row itself is two numbers.
+/// List model of headings, each followed by its notes. Short plain texts are composed when the view
+/// requests them; a row itself is two numbers.
 class NoteRowsModel final : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -37,23 +37,23 @@ public:
         QDate today;
     };
 
-    /// `textContext` is asked for the language and the day whenever a text is made.
+    /// `textContext` returns the language and the day. It is called for each text.
     explicit NoteRowsModel(std::function<TextContext()> textContext, QObject *parent = nullptr);
 
-    /// Shows those of the notes that `shown` names by their index, in its order.
+    /// Replaces the rows. `shown` holds the indices of the notes to show, in order.
     void setNotes(const QList<NoteWithContext> &notes, const QList<int> &shown, Grouping grouping);
-    /// The language or the day has changed.
+    /// Notifies the views that the language or the day has changed.
     void refreshTexts();
 
-    /// Answers which notes are marked; none are without it.
+    /// Sets the predicate that returns whether a note is selected. Without it none is.
     void setSelected(std::function<bool(const QUuid &id)> selected);
-    /// Its answers have changed.
+    /// Notifies the views that results of the predicate have changed.
     void refreshSelection();
 
-    /// The note of a row; null for a heading and beyond the end.
+    /// Returns the note of a row; null for a heading and beyond the end.
     [[nodiscard]] const NoteWithContext *noteAt(int row) const;
 
-    /// The row of a note; -1 when there is none.
+    /// Returns the row of a note; -1 without one.
     [[nodiscard]] int rowOf(const QUuid &id) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

@@ -40,7 +40,7 @@ bool NoteSearch::narrows(const NoteSearch &earlier) const
         });
 }
 
-bool NoteSearch::fits(const NoteWithContext &note) const
+bool NoteSearch::matches(const NoteWithContext &note) const
 {
     return std::all_of(words_.begin(), words_.end(),
                        [&note](const QStringMatcher &word) { return occurs(word, note); });

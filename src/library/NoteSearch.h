@@ -7,20 +7,19 @@
 
 namespace vellumo {
 
-/// What is typed into the search field: every word of it must occur somewhere in a note, in
-/// whatever case.
+/// A parsed search query. A note matches if each word occurs somewhere in it, ignoring case.
 class NoteSearch {
 public:
     NoteSearch() = default;
     explicit NoteSearch(const QString &query);
 
-    /// Whether there is nothing to look for, so that every note fits.
+    /// Returns whether the query has no words, so that every note matches.
     [[nodiscard]] bool isEmpty() const { return words_.isEmpty(); }
 
-    /// Whether only notes that fit `earlier` can fit this.
+    /// Returns whether each note that matches this query also matches `earlier`.
     [[nodiscard]] bool narrows(const NoteSearch &earlier) const;
 
-    [[nodiscard]] bool fits(const NoteWithContext &note) const;
+    [[nodiscard]] bool matches(const NoteWithContext &note) const;
 
 private:
     QList<QStringMatcher> words_;

@@ -11,7 +11,7 @@ namespace vellumo {
 NoteSelection::NoteSelection(NoteRowsModel &rows, QObject *parent) : QObject(parent), rows_(rows)
 {
     rows_.setSelected([this](const QUuid &id) { return contains(id); });
-    // a row is another note then
+    // the anchor is a row, which is another note after a reset
     connect(&rows_, &NoteRowsModel::modelReset, this, [this] { anchor_ = -1; });
 }
 

@@ -11,8 +11,8 @@ namespace vellumo {
 
 class NoteRowsModel;
 
-/// The notes that are marked in a list. They stay marked through searches and other groupings,
-/// until selecting ends.
+/// The selected notes of a list, kept by id: they stay selected when the list is searched or
+/// regrouped, until selection mode ends.
 class NoteSelection : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -24,21 +24,21 @@ public:
     /// The rows must outlive the selection.
     explicit NoteSelection(NoteRowsModel &rows, QObject *parent = nullptr);
 
-    /// While notes are being selected. Leaving forgets all of them.
+    /// Returns whether selection mode is on. Turning it off clears the selection.
     [[nodiscard]] bool isActive() const { return isActive_; }
     void setActive(bool active);
     [[nodiscard]] int count() const { return static_cast<int>(selected_.size()); }
-    [[nodiscard]] const QSet<QUuid> &marked() const { return selected_; }
+    [[nodiscard]] const QSet<QUuid> &ids() const { return selected_; }
     [[nodiscard]] bool contains(const QUuid &id) const { return selected_.contains(id); }
 
-    /// Marks the note of a row, or takes its mark. Begins selecting.
+    /// Toggles the note of a row and makes it the anchor. Turns selection mode on.
     Q_INVOKABLE void toggle(int row);
-    /// Marks everything from the row that was toggled last up to this one; what an earlier call
-    /// has marked beyond goes again. Begins selecting.
+    /// Selects the range from the anchor to this row, in place of the range of the previous call.
+    /// Without an anchor this row becomes it. Turns selection mode on.
     Q_INVOKABLE void extendTo(int row);
-    /// The next extension starts a new range.
+    /// Forgets the anchor, so that the next extendTo() starts a new range.
     Q_INVOKABLE void dropAnchor() { anchor_ = -1; }
-    /// Marks every note of the list. Begins selecting.
+    /// Selects all notes of the list. Turns selection mode on.
     Q_INVOKABLE void selectAll();
 
 Q_SIGNALS:
@@ -50,7 +50,7 @@ private:
     NoteRowsModel &rows_;
     bool isActive_ = false;
     QSet<QUuid> selected_;
-    QSet<QUuid> before_; ///< what was marked when the anchor was set
+    QSet<QUuid> before_; ///< the selection when the anchor was set
     int anchor_ = -1; ///< a row; -1 without one
 };
 

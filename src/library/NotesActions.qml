@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// What can be done with several notes: marking them, and writing them to a file.
+/// The buttons to select notes and to export them.
 Flow {
     id: actions
 
@@ -12,11 +12,11 @@ Flow {
     required property NotesExporter exporter
     required property bool english
 
-    /// The width at which all fit in one line.
+    /// The width of all buttons in one line.
     readonly property int oneLine: all.implicitWidth * (all.visible ? 1 : 0) + select.implicitWidth
         + save.implicitWidth + (all.visible ? 2 : 1) * actions.spacing
 
-    /// Marking has begun, with this button.
+    /// Emitted when the button has turned selection mode on.
     signal selecting
 
     spacing: Units.space4

@@ -57,7 +57,7 @@ NotesExporter::NotesExporter(NotesLibrary &library, PageHosting &host, Bilingual
         written_ = static_cast<int>(written);
         Q_EMIT changed();
     });
-    connect(&job_, &NotesExport::finished, this, &NotesExporter::done);
+    connect(&job_, &NotesExport::finished, this, &NotesExporter::finish);
     connect(&texts_, &BilingualText::languageChanged, this, &NotesExporter::changed);
     connect(&library_, &NotesLibrary::changed, this, &NotesExporter::changed);
 }
@@ -131,12 +131,12 @@ void NotesExporter::chooseFile()
         {name, suffix,
          [guard = QPointer<NotesExporter>(this), question = ++question_](const QString &path) {
              if (guard && guard->question_ == question) {
-                 guard->chosen(path);
+                 guard->useFile(path);
              }
          }});
 }
 
-void NotesExporter::chosen(const QString &path)
+void NotesExporter::useFile(const QString &path)
 {
     if (path.isEmpty() || job_.isRunning()) {
         return;
@@ -165,16 +165,16 @@ void NotesExporter::replace()
 
 NotesExporter::Plan NotesExporter::plan() const
 {
-    const bool isOfMarked = scope_ == Scope::Selected;
-    NotesLibrary::Excerpt excerpt = isOfMarked ? library_.selectedNotes()
-        : scope_ == Scope::Found               ? library_.foundNotes()
-                                               : library_.allNotes();
+    const bool isSelection = scope_ == Scope::Selected;
+    NotesLibrary::Excerpt excerpt = isSelection ? library_.selectedNotes()
+        : scope_ == Scope::Found                ? library_.foundNotes()
+                                                : library_.allNotes();
     Plan plan;
     plan.order.notes = std::move(excerpt.notes);
     plan.order.chosen = std::move(excerpt.chosen);
     plan.order.format = format_;
-    if (isOfMarked) {
-        plan.marks = library_.selection()->marked();
+    if (isSelection) {
+        plan.selection = library_.selection()->ids();
     }
     return plan;
 }
@@ -188,7 +188,7 @@ void NotesExporter::write()
     isFolderUnopened_ = false;
     written_ = 0;
     total_ = static_cast<int>(plan.order.chosen.size());
-    writtenMarks_ = std::move(plan.marks);
+    writtenSelection_ = std::move(plan.selection);
     plan.order.isEnglish = texts_.isEnglish();
     plan.order.at = QDateTime::currentDateTime();
     plan.order.path = path_;
@@ -196,13 +196,13 @@ void NotesExporter::write()
     Q_EMIT changed();
 }
 
-void NotesExporter::done(const NotesExport::Result &result)
+void NotesExporter::finish(const NotesExport::Result &result)
 {
     state_ = stateAfter(result.outcome);
     detail_ = presentableLine(result.detail, maxDetail);
     if (state_ == State::Written) {
         written_ = total_;
-        if (writtenMarks_ == library_.selection()->marked()) {
+        if (writtenSelection_ == library_.selection()->ids()) {
             library_.selection()->setActive(false);
         }
     }

@@ -15,8 +15,8 @@ class BilingualText;
 class NotesLibrary;
 class PageHosting;
 
-/// Exporting notes as the window shows it: which notes and in which format, then a file, then how
-/// far its writing is and what came of it.
+/// View model of the export: asks for the notes, the format and the file, then reports progress and
+/// the result.
 class NotesExporter : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -42,7 +42,7 @@ public:
         NotAllowed,
         NoFolder,
         NotAFile,
-        Failed, ///< the detail says why, in the system's words
+        Failed, ///< the detail is the system's message
     };
     Q_ENUM(State)
     enum class Scope : quint8 { All, Found, Selected };
@@ -54,41 +54,41 @@ public:
     };
     Q_ENUM(Format)
 
-    /// What is handed over must outlive the exporter.
+    /// All references must outlive the exporter.
     NotesExporter(NotesLibrary &library, PageHosting &host, BilingualText &texts,
                   QObject *parent = nullptr);
 
-    /// Whether it is being asked what to export. Opening proposes what is at hand: the marked
-    /// notes, else those that were found, else all. Closing forgets the file that was asked for.
+    /// Returns whether the export sheet is open. Opening preselects the selected notes, else those
+    /// that the search found, else all. Closing cancels a pending question for the file.
     [[nodiscard]] bool isOpen() const { return isOpen_; }
     void setOpen(bool open);
 
     [[nodiscard]] Scope scope() const { return scope_; }
     void setScope(Scope scope);
-    /// How many notes these are.
+    /// Returns the number of notes in the scope, as a text.
     [[nodiscard]] QString scopeText() const;
     [[nodiscard]] Format format() const { return static_cast<Format>(format_); }
     void setFormat(Format format);
-    /// What the format is good for.
+    /// Returns a description of the format.
     [[nodiscard]] QString formatText() const;
 
-    /// Asks for a file, and writes it once it is known: the notes as they are chosen now, in the
-    /// format of now.
+    /// Asks for a file and writes it when it is chosen. The notes and the format are those at the
+    /// time of this call.
     Q_INVOKABLE void chooseFile();
-    /// Whether the chosen file is there already; the answer is replace() or another chooseFile().
+    /// Returns whether the chosen file exists. The user then calls replace() or chooseFile().
     [[nodiscard]] bool asksToReplace() const { return asksToReplace_; }
-    /// The question whether to replace it.
+    /// Returns the question whether to replace the file.
     [[nodiscard]] QString replaceText() const;
     Q_INVOKABLE void replace();
 
     [[nodiscard]] State state() const { return state_; }
-    /// What is written of the notes, from 0 to 1.
+    /// Returns the written share of the notes, from 0 to 1.
     [[nodiscard]] qreal progress() const;
-    /// How far the export is, or what came of it.
+    /// Returns a text about the progress or the result.
     [[nodiscard]] QString outcome() const;
 
     Q_INVOKABLE void cancel() { job_.cancel(); }
-    /// What came of it has been seen.
+    /// Hides the result.
     Q_INVOKABLE void dismiss();
     Q_INVOKABLE void openFolder();
 
@@ -96,17 +96,17 @@ Q_SIGNALS:
     void changed();
 
 private:
-    /// What is written once its file is known.
+    /// An export whose file is not chosen yet.
     struct Plan {
         NotesExport::Order order;
-        std::optional<QSet<QUuid>> marks; ///< when they were what was chosen
+        std::optional<QSet<QUuid>> selection; ///< absent in other scopes
     };
 
     [[nodiscard]] Plan plan() const;
     [[nodiscard]] QString fileName() const;
-    void chosen(const QString &path);
+    void useFile(const QString &path);
     void write();
-    void done(const NotesExport::Result &result);
+    void finish(const NotesExport::Result &result);
     [[nodiscard]] QString writtenText() const;
 
     NotesLibrary &library_;
@@ -115,17 +115,17 @@ private:
     Scope scope_ = Scope::All;
     ExportFormat format_ = ExportFormat::Markdown;
     Plan plan_;
-    int question_ = 0; ///< the last one; answers to earlier ones are ignored
+    int question_ = 0; ///< number of the latest; answers to earlier ones are ignored
     QString path_;
-    std::optional<QSet<QUuid>> writtenMarks_; ///< of the plan that is being written
+    std::optional<QSet<QUuid>> writtenSelection_; ///< of the export in progress
     bool isOpen_ = false;
     bool asksToReplace_ = false;
-    bool isFolderUnopened_ = false; ///< no file manager could be started
+    bool isFolderUnopened_ = false; ///< no file manager could be opened
     State state_ = State::Idle;
     int written_ = 0;
     int total_ = 0;
     QString detail_;
-    NotesExport job_; ///< goes first: it may still be writing
+    NotesExport job_; ///< declared last: destroyed first, since it may still be writing
 };
 
 } // namespace vellumo

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// What the notes below have in common: a day or a place.
+/// The heading of a group of notes: a day or a place, and the number of notes.
 Item {
     id: header
 

@@ -18,9 +18,9 @@ namespace vellumo {
 namespace {
 
 constexpr qsizetype latestCount = 5;
-/// What a search may take of one turn of the event loop.
+/// Longest time that a search takes of one turn of the event loop.
 constexpr auto slice = 25ms;
-constexpr qsizetype searchedPerLook = 64; ///< between two looks at the time
+constexpr qsizetype notesPerTimeCheck = 64;
 
 QList<int> upTo(qsizetype count)
 {
@@ -71,7 +71,7 @@ void NotesLibrary::storeChanged()
 {
     isStale_ = true;
     if (isShown_) {
-        refreshing_.start(); // once for changes that belong together
+        refreshing_.start(); // combines consecutive changes
     }
 }
 
@@ -138,16 +138,16 @@ QString NotesLibrary::leavePlaceText() const
                   : QString();
 }
 
-bool NotesLibrary::fits(const NoteWithContext &entry) const
+bool NotesLibrary::matches(const NoteWithContext &entry) const
 {
-    return (!place_ || isSamePlace(*place_, entry.context)) && search_.fits(entry);
+    return (!place_ || isSamePlace(*place_, entry.context)) && search_.matches(entry);
 }
 
 void NotesLibrary::setGrouping(NoteRowsModel::Grouping grouping)
 {
     if (grouping != grouping_) {
         grouping_ = grouping;
-        if (!slices_.isActive()) { // otherwise what is found will be grouped so
+        if (!slices_.isActive()) { // otherwise the result of the search is grouped
             rows_.setNotes(searchedNotes_, shown_, grouping_);
         }
         Q_EMIT changed();
@@ -170,9 +170,9 @@ void NotesLibrary::startSearch(bool narrowed)
 
 bool NotesLibrary::searchSome()
 {
-    const qsizetype end = std::min(searched_ + searchedPerLook, candidates_.size());
+    const qsizetype end = std::min(searched_ + notesPerTimeCheck, candidates_.size());
     for (; searched_ < end; ++searched_) {
-        if (fits(notes_[candidates_[searched_]])) {
+        if (matches(notes_[candidates_[searched_]])) {
             hits_.append(candidates_[searched_]);
         }
     }

@@ -16,8 +16,8 @@ namespace vellumo {
 class BilingualText;
 class Clock;
 
-/// All notes for the window: what is in the store, searched and grouped. Follows the store while it
-/// is shown. A long search goes on in slices, so that typing is never held up.
+/// The notes of the store, searched and grouped for the main window. Follows the store while the
+/// window is shown. A long search runs in slices, so that typing is never blocked.
 class NotesLibrary : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -39,64 +39,62 @@ class NotesLibrary : public QObject {
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY changed)
 
 public:
-    /// Some of the notes of a list, by index, newest first.
+    /// A list of notes and the indices of some of them, newest first.
     struct Excerpt {
         QList<NoteWithContext> notes;
         QList<int> chosen;
     };
 
-    /// What is handed over must outlive the library.
+    /// All references must outlive the library.
     NotesLibrary(NotesStoring &store, const Clock &clock, BilingualText &texts,
                  QObject *parent = nullptr);
 
-    /// While it is not shown it does not follow the store.
+    /// Starts or stops following the store.
     void setShown(bool shown);
 
-    /// Newest first.
+    /// Returns all notes, newest first.
     [[nodiscard]] const QList<NoteWithContext> &notes() const { return notes_; }
     [[nodiscard]] QDate today() const { return today_; }
 
     [[nodiscard]] QAbstractItemModel *rows() { return &rows_; }
     [[nodiscard]] NoteSelection *selection() { return &selection_; }
     [[nodiscard]] Excerpt allNotes() const;
-    /// The notes that fit query and place; during a search, what the one before has found.
+    /// Returns the notes that match query and place; during a search, the previous result.
     [[nodiscard]] Excerpt foundNotes() const { return {searchedNotes_, shown_}; }
     [[nodiscard]] Excerpt selectedNotes() const;
-    /// The last few, ungrouped.
+    /// Returns the rows of the newest notes, ungrouped.
     [[nodiscard]] QAbstractItemModel *latest() { return &latest_; }
     [[nodiscard]] int total() const { return static_cast<int>(notes_.size()); }
-    /// How many fit query and place.
+    /// Returns the number of notes that match query and place.
     [[nodiscard]] int found() const { return static_cast<int>(shown_.size()); }
-    /// Whether something was looked for, and is found.
+    /// Returns whether a finished search or filter has results.
     [[nodiscard]] bool hasFound() const;
-    /// How many notes the list has, of how many.
+    /// Returns a text with the number of selected, of found or of all notes.
     [[nodiscard]] QString countText() const;
     [[nodiscard]] bool isSearching() const { return slices_.isActive(); }
 
     [[nodiscard]] QString query() const { return query_; }
     void setQuery(const QString &query);
 
-    /// Only the notes of a place, if one is given, are searched and shown. Any of its contexts
-    /// names it.
+    /// Restricts the list to the place of this context, or removes the restriction.
     void setPlace(const std::optional<ReadingContext> &place);
     Q_INVOKABLE void leavePlace() { setPlace(std::nullopt); }
     [[nodiscard]] bool isOfOnePlace() const { return place_.has_value(); }
-    /// Says that only notes of the place are shown; empty without a place.
+    /// Returns the label of the restriction; empty without one.
     [[nodiscard]] QString placeText() const;
-    /// The same, and what leavePlace() does, for screen readers.
+    /// Returns the label with the effect of leavePlace(), for screen readers.
     [[nodiscard]] QString leavePlaceText() const;
-    /// Whether there is a query or a place.
+    /// Returns whether there is a query or a place.
     [[nodiscard]] bool isFiltered() const { return isOfOnePlace() || !search_.isEmpty(); }
 
-    /// By day or by place.
     [[nodiscard]] NoteRowsModel::Grouping grouping() const { return grouping_; }
     void setGrouping(NoteRowsModel::Grouping grouping);
 
     Q_INVOKABLE [[nodiscard]] bool isHeading(int row) const { return noteAt(row) == nullptr; }
     [[nodiscard]] const NoteWithContext *noteAt(int row) const { return rows_.noteAt(row); }
     [[nodiscard]] const NoteWithContext *latestAt(int row) const { return latest_.noteAt(row); }
-    /// What a note in a row is known by through a refresh; empty without a note. Its row
-    /// afterwards; -1 without one.
+    /// Convert between a row and the id of its note, which stays the same through a refresh. The id
+    /// is empty and the row -1 without a note.
     Q_INVOKABLE [[nodiscard]] QString idAt(int row) const { return idOf(noteAt(row)); }
     Q_INVOKABLE [[nodiscard]] int rowOf(const QString &id) const;
     Q_INVOKABLE [[nodiscard]] QString latestIdAt(int row) const { return idOf(latestAt(row)); }
@@ -105,14 +103,14 @@ public:
 
 Q_SIGNALS:
     void changed();
-    /// Another place is shown, or all are again.
+    /// Emitted when the restriction to a place has changed.
     void placeChanged();
-    /// The notes have changed, or the day that their dates are relative to.
+    /// Emitted when the notes have changed, or the day that their dates are relative to.
     void notesChanged();
-    /// The rows are about to be replaced by those of the same filters, and have been.
+    /// Emitted before and after the rows are replaced by those of the same query and place.
     void rowsAboutToRefresh();
     void rowsRefreshed();
-    /// The same of the latest ones.
+    /// The same for latest().
     void latestAboutToRefresh();
     void latestRefreshed();
 
@@ -120,7 +118,7 @@ private:
     [[nodiscard]] static QString idOf(const NoteWithContext *entry);
     void storeChanged();
     void refresh();
-    [[nodiscard]] bool fits(const NoteWithContext &entry) const;
+    [[nodiscard]] bool matches(const NoteWithContext &entry) const;
     void startSearch(bool narrowed);
     bool searchSome(); ///< returns whether some are left
     void showFound();
@@ -137,16 +135,16 @@ private:
     QString query_;
     NoteSearch search_;
     std::optional<ReadingContext> place_;
-    QList<int> shown_; ///< the notes that fit, by index, newest first
-    QList<NoteWithContext> searchedNotes_; ///< the list of which they are
-    QList<int> candidates_; ///< of the search under way
-    qsizetype searched_ = 0; ///< how many of them have been looked at
-    QList<int> hits_; ///< so far
+    QList<int> shown_; ///< indices of the matching notes, newest first
+    QList<NoteWithContext> searchedNotes_; ///< the list that shown_ refers to
+    QList<int> candidates_; ///< of the search in progress
+    qsizetype searched_ = 0; ///< number of candidates searched so far
+    QList<int> hits_; ///< found so far
     WorkSlices slices_;
     QTimer refreshing_;
     bool isShown_ = false;
     bool isStale_ = true;
-    bool isRefreshing_ = false; ///< the search under way has the same filters as the rows
+    bool isRefreshing_ = false; ///< the search in progress has the query and place of the rows
 };
 
 } // namespace vellumo

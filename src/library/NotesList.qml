@@ -5,7 +5,7 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// All notes that are found, below their headings. Only what can be seen exists.
+/// The found notes below their headings. Only visible rows are instantiated.
 FocusScope {
     id: list
 
@@ -27,18 +27,18 @@ FocusScope {
     function step(by: int): void {
         const last = rows.count - 1
         let next = Math.max(0, Math.min(last, rows.currentIndex + by))
-        // headings are passed over, in the direction of the step or back
+        // skips headings, in the direction of the step or back
         const direction = by < 0 ? -1 : 1
         if (list.library.isHeading(next))
             next = next + direction >= 0 && next + direction <= last ? next + direction : next + 1
         if (next <= last && !list.library.isHeading(next))
             rows.currentIndex = next
-        // the first heading belongs to the first note
+        // shows the first heading with the first note
         if (rows.currentIndex <= 1)
             rows.positionViewAtBeginning()
     }
 
-    /// Takes a step; with Shift, marks what it passes.
+    /// Moves the current row; with Shift, extends the selection to it.
     function move(by: int, modifiers: int): void {
         if (!(modifiers & Qt.ShiftModifier)) {
             list.selection.dropAnchor()
@@ -49,13 +49,13 @@ FocusScope {
         list.step(by)
         list.selection.extendTo(rows.currentIndex)
     }
-    function take(row: int, modifiers: int): void {
-        const marks = (modifiers & (Qt.ShiftModifier | Qt.ControlModifier)) !== 0
-        if (!marks && !list.selection.isActive) {
+    function activate(row: int, modifiers: int): void {
+        const selects = (modifiers & (Qt.ShiftModifier | Qt.ControlModifier)) !== 0
+        if (!selects && !list.selection.isActive) {
             list.noteChosen(row)
             return
         }
-        // from here on the keys go on with it
+        // the keyboard continues from here
         rows.currentIndex = row
         rows.forceActiveFocus(Qt.MouseFocusReason)
         if (modifiers & Qt.ShiftModifier)
@@ -172,7 +172,7 @@ FocusScope {
                 selecting: list.selection.isActive
                 selected: row.isSelected
                 Accessible.ignored: !visible
-                onAction: modifiers => list.take(row.index, modifiers)
+                onAction: modifiers => list.activate(row.index, modifiers)
             }
         }
     }

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// All notes: searched, and grouped by day or by place.
+/// The page of all notes, with search and grouping.
 FocusScope {
     id: page
 
@@ -30,7 +30,7 @@ FocusScope {
         page.library.leavePlace()
     }
 
-    // what was begun last ends first; the search field has emptied itself before
+    // ends the selection, then the filter by place; the search field handles Escape before
     Keys.onEscapePressed: event => {
         event.accepted = page.selection.isActive || page.library.isOfOnePlace
         if (page.selection.isActive)

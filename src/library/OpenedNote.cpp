@@ -16,7 +16,7 @@ namespace vellumo {
 
 namespace {
 constexpr qsizetype maxText = 20000;
-constexpr qsizetype longestAddress = 300;
+constexpr qsizetype maxAddress = 300;
 } // namespace
 
 OpenedNote::OpenedNote(NotesLibrary &library, PageHosting &host, BilingualText &texts,
@@ -112,7 +112,7 @@ QString OpenedNote::pageError() const
         : texts_
               .pick(u"No browser could be opened. The address is %1"_s,
                     u"无法打开浏览器。网址是 %1"_s)
-              .arg(presentableLine(pageOf(entry_->context).toDisplayString(), longestAddress));
+              .arg(presentableLine(pageOf(entry_->context).toDisplayString(), maxAddress));
 }
 
 bool OpenedNote::isShortened() const

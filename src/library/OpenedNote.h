@@ -13,8 +13,8 @@ class BilingualText;
 class NotesLibrary;
 class PageHosting;
 
-/// One note as a page shows it. Follows the library, so that what is asked meanwhile appears.
-/// Everything shown is plain and of bounded length; what is copied is whole.
+/// View model of a note's page. Follows the library, so that new follow-ups appear. Shown texts are
+/// plain and of bounded length; copy() copies the whole note.
 class OpenedNote : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -30,17 +30,17 @@ class OpenedNote : public QObject {
     Q_PROPERTY(QObject *exchanges READ exchanges CONSTANT)
 
 public:
-    /// What is handed over must outlive this object.
+    /// All references must outlive this object.
     OpenedNote(NotesLibrary &library, PageHosting &host, BilingualText &texts,
                QObject *parent = nullptr);
 
-    /// Opens the note in a row of the library's list, or of its latest notes.
+    /// Opens the note in a row of the library's list, or of its newest notes.
     Q_INVOKABLE void openRow(int row);
     Q_INVOKABLE void openLatest(int row);
     Q_INVOKABLE void close();
 
     [[nodiscard]] bool isOpen() const { return entry_.has_value(); }
-    /// Absent without an open note.
+    /// Returns the context of the open note, if any.
     [[nodiscard]] std::optional<ReadingContext> context() const
     {
         return entry_ ? std::optional(entry_->context) : std::nullopt;
@@ -48,13 +48,13 @@ public:
     [[nodiscard]] QString sourceText() const;
     [[nodiscard]] QString translation() const;
     [[nodiscard]] QString explanation() const;
-    /// Where and when it was read.
+    /// Returns where and when it was read.
     [[nodiscard]] QString origin() const;
-    /// Whether it was read on a page that can be opened again.
+    /// Returns whether it was read on a page that can be opened.
     [[nodiscard]] bool hasPage() const;
-    /// The address of the page, when it could not be opened; empty otherwise.
+    /// Returns a text with the address of a page that could not be opened; empty otherwise.
     [[nodiscard]] QString pageError() const;
-    /// Whether the texts shown are only the beginning of the note's.
+    /// Returns whether a shown text is cut.
     [[nodiscard]] bool isShortened() const;
     [[nodiscard]] QAbstractItemModel *exchanges() { return &exchanges_; }
 
@@ -62,12 +62,12 @@ public:
     Q_INVOKABLE void copy();
     Q_INVOKABLE void openPage();
 
-    /// The whole note as a text to paste elsewhere.
+    /// Returns the whole note as plain text for the clipboard.
     [[nodiscard]] static QString asText(const NoteWithContext &entry);
 
 Q_SIGNALS:
     void changed();
-    /// Another note, not the same one with more in it.
+    /// Emitted when another note is opened, not when the open one has changed.
     void opened();
 
 private:
@@ -78,7 +78,7 @@ private:
     PageHosting &host_;
     BilingualText &texts_;
     std::optional<NoteWithContext> entry_;
-    bool isPageUnopened_ = false; ///< no browser could be started
+    bool isPageUnopened_ = false; ///< no browser could be opened
     ExchangeModel exchanges_;
 };
 

@@ -10,14 +10,14 @@ class QUuid;
 
 namespace vellumo {
 
-/// What a page of the main window can ask of the program around it.
+/// Interface through which pages of the main window use the rest of the program.
 class PageHosting {
 public:
     /// A request for a file dialog.
     struct FileQuestion {
         QString suggestedName;
         QString suffix; ///< "md", "csv" or "json"
-        /// Called with the whole path, at most once; not at all when none is chosen.
+        /// Called with the absolute path, at most once; not called when no file is chosen.
         std::function<void(const QString &path)> onChosen;
     };
 
@@ -27,11 +27,11 @@ public:
     virtual void copyText(const QString &text) = 0;
     /// Returns whether a browser could be started.
     [[nodiscard]] virtual bool openPage(const QUrl &page) = 0;
-    /// Opens the panel of a note with the keyboard in its question field.
+    /// Opens the panel of a note with the focus in its question field.
     virtual void askFurther(const QUuid &note) = 0;
-    /// Shows a file dialog, in place of one that is open. Returns at once.
+    /// Shows a file dialog, replacing one that is open. Does not block.
     virtual void chooseFile(const FileQuestion &question) = 0;
-    /// Closes the file dialog, if one is open; nothing is answered.
+    /// Closes an open file dialog without calling onChosen.
     virtual void closeFileDialog() = 0;
     /// Returns whether the folder could be shown.
     [[nodiscard]] virtual bool openFolder(const QString &folder) = 0;

@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// Names the place that the list is filtered by; a click removes the filter.
+/// Shows the place that filters the list. A click removes the filter.
 ButtonArea {
     id: chip
 

@@ -6,12 +6,12 @@ import Vellumo.MainWindow
 import Vellumo.Sync
 import Vellumo.Ui
 
-/// Who is signed in and how the notes travel; or that they stay here, and the way to sign in.
+/// The account and the state of its sync; without an account, a button to sign in.
 Item {
     id: corner
 
     required property AuthService auth
-    required property SyncReporting sync ///< null where nothing is synced
+    required property SyncReporting sync ///< null in builds without sync
     required property AccountStatus status
     required property bool english
 

@@ -11,7 +11,7 @@ class AuthService;
 class BilingualText;
 class SyncReporting;
 
-/// Who is signed in and how the notes of the account are synced, in words.
+/// Composes the texts about the account and its sync.
 class AccountStatus : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -27,20 +27,20 @@ public:
     enum class Light : quint8 { Neutral, Good, Trouble };
     Q_ENUM(Light)
 
-    /// All must outlive the status; `sync` is null where nothing is synced.
+    /// All must outlive the status. `sync` is null in builds without sync.
     AccountStatus(AuthService &auth, SyncReporting *sync, BilingualText &texts,
                   QObject *parent = nullptr);
 
-    /// The address of the account, or where notes stay without one.
+    /// Returns the address of the account, or where notes are kept without one.
     [[nodiscard]] QString account() const;
-    /// Whether someone is signed in and notes are synced.
+    /// Returns whether a user is signed in and notes are synced.
     [[nodiscard]] bool syncs() const;
     [[nodiscard]] Light light() const;
-    /// How far the sync is, or what keeps it; empty while nothing is synced.
+    /// Returns a text about the progress or the problem of the sync; empty without a sync.
     [[nodiscard]] QString syncText() const;
-    /// The question whether to upload the pending notes to this account.
+    /// Returns the question whether to upload the pending notes to this account.
     [[nodiscard]] QString uploadText() const;
-    /// What to do about the sync's problem; empty without one.
+    /// Returns advice about the sync's problem; empty without one.
     [[nodiscard]] QString advice() const;
 
 Q_SIGNALS:

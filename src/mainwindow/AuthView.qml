@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Account
 import Vellumo.Ui
 
-/// Where a user signs in, or goes on without.
+/// The sign-in view, with a button to continue without an account.
 FocusScope {
     id: view
 
@@ -75,7 +75,7 @@ FocusScope {
                 primary: !view.auth.isWorking
                 large: true
                 enabled: !view.auth.isWorking
-                opacity: 1 // what it says then is to be read
+                opacity: 1 // its text stays readable while it is disabled
                 glyph: view.auth.isWorking ? "" : "G"
                 text: view.auth.isWorking
                     ? (view.english ? "Opening browser…" : "正在打开浏览器登录…")

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.MainWindow
 
-/// The page of this computer, with the state of the sync.
+/// The page "This computer" in the main window.
 ComputerPage {
     id: view
 

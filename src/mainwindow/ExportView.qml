@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.MainWindow
 
-/// The questions before an export, above the main window's page.
+/// The export sheet over the main window.
 ExportSheet {
     id: view
 

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.MainWindow
 import Vellumo.Ui
 
-/// The dashboard: a side bar, and the page that is chosen there, or a note on top of it.
+/// The dashboard: the side bar, notices, and the current page or open note.
 FocusScope {
     id: dashboard
 

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.MainWindow
 import Vellumo.Ui
 
-/// A view of the window that exists only while it is wanted, or from then on.
+/// A view that is loaded when it is first wanted, and optionally kept.
 FocusScope {
     id: view
 

@@ -14,13 +14,13 @@ class QQmlEngine;
 
 namespace vellumo {
 
-/// The program's one ordinary window that stays: made when it is first shown, kept when it is
-/// closed, with its place and size.
+/// Owns the main window. It is created when first shown; closing hides it and keeps its position
+/// and size.
 class MainWindowController : public QObject {
     Q_OBJECT
 
 public:
-    /// The engine, the host of the pages and all of the others must outlive the controller.
+    /// All references must outlive the controller.
     MainWindowController(QQmlEngine &engine, MainWindowModel::Collaborators collaborators,
                          PageHosting &host, QObject *parent = nullptr);
     ~MainWindowController() override;
@@ -28,26 +28,26 @@ public:
 
     /// Called when show() has shown the window.
     std::function<void()> onShown;
-    /// Gives the shown window the keyboard whatever other application has it.
+    /// Called to take the keyboard focus from another application.
     std::function<void(QWindow &window)> onActivate;
 
-    /// Brings the window to the front with the keyboard, making it on first use.
+    /// Creates the window on first use, brings it to the front and activates it.
     void show();
-    /// The same, at the place where a service is entered.
+    /// The same, and opens the service settings.
     void showService();
 
-    /// Whether the program itself has hidden the window while one of its panels is being clicked.
+    /// Whether hideForPanelActivation() has hidden the window.
     bool hiddenForPanelActivation = false;
 
-    /// Hides the window for that moment, if it is shown.
+    /// Hides a shown window while a panel is clicked, so that it is not raised with the panel.
     void hideForPanelActivation();
-    /// Shows it again behind the others, without the keyboard.
+    /// Shows the window again behind the others, without activating it.
     void orderBack();
 
-    /// The place of the note that the window shows; absent while the window is not in front.
+    /// Returns the context of the shown note; absent while the window is not active.
     [[nodiscard]] std::optional<ReadingContext> openNoteContext() const;
 
-    /// Null until it is shown first.
+    /// Returns null until the window is first shown.
     [[nodiscard]] QQuickWindow *window() const { return window_.get(); }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -59,8 +59,8 @@ private:
     MainWindowModel::Collaborators with_;
     PageHosting &host_;
     std::unique_ptr<MainWindowModel> model_;
-    std::unique_ptr<QQuickWindow> window_; ///< goes before the model that it shows
-    std::optional<QPoint> lastPosition_; ///< while it is hidden
+    std::unique_ptr<QQuickWindow> window_; ///< destroyed before its model
+    std::optional<QPoint> lastPosition_; ///< while the window is hidden
 };
 
 } // namespace vellumo

@@ -28,7 +28,7 @@ constexpr QLatin1StringView english("English");
 constexpr QLatin1StringView chinese("Chinese");
 } // namespace
 
-/// What the pages show.
+/// The models of the pages.
 struct MainWindowModel::Pages {
     Pages(const Collaborators &with, PageHosting &host)
         : account(with.auth, with.sync, with.texts)
@@ -117,12 +117,12 @@ OpenedNote *MainWindowModel::note()
 
 bool MainWindowModel::hasUnsavedSettings() const
 {
-    return with_.defaults.hasFailed() && !knowsUnsavedSettings_;
+    return with_.defaults.hasFailed() && !isNoticeAcknowledged_;
 }
 
 void MainWindowModel::acknowledgeUnsavedSettings()
 {
-    knowsUnsavedSettings_ = true;
+    isNoticeAcknowledged_ = true;
     Q_EMIT unsavedSettingsChanged();
 }
 
@@ -209,12 +209,12 @@ void MainWindowModel::userChanged()
         settings::usesWithoutAccount.remove(with_.defaults);
     }
     if (!with_.auth.isSignedIn()) {
-        leaveEverything();
+        resetViews();
     }
     Q_EMIT faceChanged();
 }
 
-void MainWindowModel::leaveEverything()
+void MainWindowModel::resetViews()
 {
     setPage(Page::Home);
     pages_->library.selection()->setActive(false);

@@ -36,8 +36,7 @@ class OpenedNote;
 class PageHosting;
 class SyncReporting;
 
-/// The main window around its pages: which one is shown, the settings, and the models that the
-/// pages are given.
+/// View model of the main window: navigation, settings, and the models of its pages.
 class MainWindowModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -71,8 +70,8 @@ public:
     enum class Language : quint8 { Chinese, English, Other };
     Q_ENUM(Language)
 
-    /// Without sync, nothing is said about it; without what makes the page of this computer, there
-    /// is none. All must outlive the model.
+    /// All must outlive the model. Without `sync` its state is not shown; without `makeComputer`
+    /// there is no page "This computer".
     struct Collaborators {
         NotesStoring &notesStore;
         AuthService &auth;
@@ -81,39 +80,39 @@ public:
         const Clock &clock;
         BilingualText &texts;
         std::function<std::unique_ptr<ComputerModel>()> makeComputer = {};
-        /// What the tray's menu offers, for desktops without a tray; both or none.
+        /// The entries of the tray's menu, for desktops without a tray. Set both or none.
         std::function<void()> onCheckForUpdates = {};
         std::function<void()> onQuit = {};
-        /// This build can look for new versions by itself.
+        /// Whether this build can check for new versions daily.
         bool canLookForUpdates = false;
     };
 
-    /// The pages ask `host`, which must outlive the model.
+    /// `host` must outlive the model.
     MainWindowModel(const Collaborators &collaborators, PageHosting &host,
                     QObject *parent = nullptr);
     ~MainWindowModel() override;
     Q_DISABLE_COPY_MOVE(MainWindowModel)
 
-    /// The dashboard, for a signed-in user and for one who goes without an account; otherwise the
-    /// sign-in view.
+    /// Returns whether to show the dashboard: the user is signed in or has chosen to go without an
+    /// account. Otherwise the sign-in view is shown.
     [[nodiscard]] bool showsDashboard() const;
-    /// Goes to the dashboard without an account, now and in later runs, until someone signs in or
-    /// out.
+    /// Shows the dashboard without an account, in later runs as well, until the next sign-in or
+    /// sign-out.
     Q_INVOKABLE void useWithoutAccount();
-    /// Signs in through the browser, then reports how many notes are about to arrive.
+    /// Signs in through the browser. After success the sync reports how many notes arrive.
     Q_INVOKABLE void signIn();
     /// Shows the sign-in view to a user without an account.
     Q_INVOKABLE void askForSignIn();
 
-    /// The window is shown or hidden. Showing it fetches notes.
+    /// Called when the window is shown or hidden. Showing it starts a sync pass.
     void setShown(bool shown);
 
-    /// Going to a page closes the note that is open.
+    /// Setting the page closes an open note.
     [[nodiscard]] Page page() const { return page_; }
     void setPage(Page page);
     [[nodiscard]] bool showsSettings() const { return showsSettings_; }
     void setShowsSettings(bool shows);
-    /// Goes to the notes, with the keyboard in the search field.
+    /// Opens the page of notes and focuses the search field.
     Q_INVOKABLE void goToSearch();
 
     /// Opens the service settings. A user who is not signed in continues without an account.
@@ -133,15 +132,16 @@ public:
     [[nodiscard]] OpenedNote *note();
     [[nodiscard]] SyncReporting *sync() const { return with_.sync; }
     [[nodiscard]] bool hasComputer() const { return static_cast<bool>(with_.makeComputer); }
-    /// Made when it is asked for first.
+    /// Creates the model on first use.
     [[nodiscard]] ComputerModel *computer();
 
-    /// The settings cannot be written, and this run has not shown the notice yet.
+    /// Returns whether the settings cannot be saved and the user has not acknowledged it in this
+    /// run.
     [[nodiscard]] bool hasUnsavedSettings() const;
     Q_INVOKABLE void acknowledgeUnsavedSettings();
 
     [[nodiscard]] bool canLookForUpdates() const { return with_.canLookForUpdates; }
-    /// Whether the user is still to be asked if new versions may be looked for.
+    /// Returns whether to ask the user for daily checks for updates.
     [[nodiscard]] bool asksForUpdates() const;
     [[nodiscard]] bool looksForUpdates() const;
     void setLooksForUpdates(bool looks);
@@ -150,9 +150,9 @@ public:
     Q_INVOKABLE void checkForUpdates();
     Q_INVOKABLE void quit();
 
-    /// Goes to the notes of all places.
+    /// Opens the page of notes without a filter by place.
     Q_INVOKABLE void goToAllNotes();
-    /// Goes to the notes of one of the places that the insights name.
+    /// Opens the page of notes, filtered by a place of the insights.
     Q_INVOKABLE void goToPlace(int index);
 
 Q_SIGNALS:
@@ -168,7 +168,7 @@ private:
 
     void userChanged();
     /// Resets all view state for the next user.
-    void leaveEverything();
+    void resetViews();
     void pull();
 
     Collaborators with_;
@@ -176,9 +176,9 @@ private:
     Page page_ = Page::Home;
     bool showsSettings_ = false;
     bool isAskedToSignIn_ = false;
-    bool isSigningIn_ = false; ///< from here
+    bool isSigningIn_ = false; ///< the sign-in was started by signIn()
     bool isShown_ = false;
-    bool knowsUnsavedSettings_ = false;
+    bool isNoticeAcknowledged_ = false;
 };
 
 } // namespace vellumo

@@ -49,9 +49,9 @@ NotesFileState::NotesFileState(const NotesStoring &store, DefaultsStore &default
     , defaults_(defaults)
     , texts_(texts)
 {
-    connect(&store_, &NotesStoring::filesChanged, this, &NotesFileState::look);
+    connect(&store_, &NotesStoring::filesChanged, this, &NotesFileState::update);
     connect(&texts_, &BilingualText::languageChanged, this, &NotesFileState::changed);
-    look();
+    update();
 }
 
 QString NotesFileState::notice() const
@@ -89,21 +89,21 @@ QString NotesFileState::unreadableText() const
         .arg(readable(unreadableFile_));
 }
 
-bool NotesFileState::isKnown(const QString &file) const
+bool NotesFileState::isAcknowledged(const QString &file) const
 {
     if (isSetAside(file) && nameOf(file) <= settings::acknowledgedNotesFile.value(defaults_)) {
         return true;
     }
     const QString time = timeOf(file);
-    return file == knownFile_
+    return file == acknowledgedFile_
         || (!time.isEmpty() && time == settings::acknowledgedNotesTime.value(defaults_));
 }
 
-void NotesFileState::look()
+void NotesFileState::update()
 {
     const QStringList files = store_.unreadableFiles();
     const auto newest = std::find_if(files.begin(), files.end(),
-                                     [this](const QString &file) { return !isKnown(file); });
+                                     [this](const QString &file) { return !isAcknowledged(file); });
     unreadableFile_ = newest != files.end() ? *newest : QString();
     Q_EMIT changed();
 }
@@ -113,10 +113,10 @@ void NotesFileState::acknowledge()
     if (isSetAside(unreadableFile_)) {
         settings::acknowledgedNotesFile.set(defaults_, nameOf(unreadableFile_));
     } else {
-        knownFile_ = unreadableFile_;
+        acknowledgedFile_ = unreadableFile_;
         settings::acknowledgedNotesTime.set(defaults_, timeOf(unreadableFile_));
     }
-    look();
+    update();
 }
 
 } // namespace vellumo

@@ -40,15 +40,15 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void look();
-    [[nodiscard]] bool isKnown(const QString &file) const;
+    void update();
+    [[nodiscard]] bool isAcknowledged(const QString &file) const;
     [[nodiscard]] QString unreadableText() const;
 
     const NotesStoring &store_;
     DefaultsStore &defaults_;
     const BilingualText &texts_;
     QString unreadableFile_; ///< path of the newest that the user does not know of; or empty
-    QString knownFile_; ///< in this run; in later ones it is known by its time
+    QString acknowledgedFile_; ///< in this run; later runs compare the time of the file
 };
 
 } // namespace vellumo

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.MainWindow
 import Vellumo.Ui
 
-/// One of the window's two faces, whichever the user's session asks for.
+/// Shows the sign-in view or the dashboard, depending on the session.
 FocusScope {
     id: root
 

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.MainWindow
 import Vellumo.Ui
 
-/// The settings: the language of explanations and of every text here. A choice counts at once.
+/// The settings sheet. Changes take effect immediately.
 Sheet {
     id: settings
 

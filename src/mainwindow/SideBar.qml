@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.MainWindow
 import Vellumo.Ui
 
-/// Where one can go, and who is signed in.
+/// The navigation between pages, and the account.
 Rectangle {
     id: bar
 

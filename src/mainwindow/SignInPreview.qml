@@ -5,7 +5,7 @@ import Vellumo.Account
 import Vellumo.MainWindow
 import Vellumo.Ui
 
-/// For developers: the sign-in view, also for a signed-in user.
+/// The sign-in view regardless of the session, for development.
 Window {
     id: window
 

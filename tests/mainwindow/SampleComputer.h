@@ -19,8 +19,8 @@ public:
 
     [[nodiscard]] bool isWayland() const override { return isPoor; }
     [[nodiscard]] bool hasTray() const override { return !isPoor; }
-    [[nodiscard]] bool blendsWindows() const override { return !isPoor; }
-    [[nodiscard]] bool hearsApplications() const override { return !isPoor; }
+    [[nodiscard]] bool hasCompositor() const override { return !isPoor; }
+    [[nodiscard]] bool isConnected() const override { return !isPoor; }
     [[nodiscard]] bool isConnecting() const override { return false; }
     [[nodiscard]] Keyring keyring() const override { return state; }
     [[nodiscard]] QStringList browsers() const override
