@@ -265,7 +265,7 @@ private Q_SLOTS:
     {
         Computer computer;
         computer.writeFile(
-            R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})");
+            "{\"OPENAI_API_KEY\": \"sk-file\", \"OPENAI_BASE_URL\": \"https://file.test/v1\"}");
         Run run(computer);
         QCOMPARE(run.setup.use(), Use::Configured);
         QCOMPARE(run.ask(), u"https://file.test/v1/chat/completions Bearer sk-file"_s);
@@ -288,7 +288,7 @@ private Q_SLOTS:
         const std::pair<QByteArray, QString> rows[] = {
             {R"({"OPENAI_API_KEY": "sk-file"})",
              u"https://api.openai.com/v1/chat/completions Bearer sk-file"_s},
-            {R"({"OPENAI_API_KEY": "sk-file", "OPENAI_BASE_URL": "https://file.test/v1"})",
+            {"{\"OPENAI_API_KEY\": \"sk-file\", \"OPENAI_BASE_URL\": \"https://file.test/v1\"}",
              u"https://file.test/v1/chat/completions Bearer sk-file"_s},
             {R"({"VELLUMO_PROXY_URL": "https://proxy.test", "VELLUMO_CLIENT_TOKEN": "token"})",
              u"https://proxy.test/v1/chat Bearer token"_s},
@@ -342,7 +342,8 @@ private Q_SLOTS:
         const QString ignored = u"Info.json has a mistake in line %1; nothing in it counts"_s;
         const QString noAddress = u"OPENAI_BASE_URL is no web address"_s;
         const auto at = [](const char *typed) {
-            return QByteArray(R"({"OPENAI_API_KEY": "sk", "OPENAI_BASE_URL": ")") + typed + R"("})";
+            return QByteArray("{\"OPENAI_API_KEY\": \"sk\", \"OPENAI_BASE_URL\": \"") + typed
+                + "\"}";
         };
         const struct {
             QByteArray installed;
@@ -355,8 +356,8 @@ private Q_SLOTS:
             {"[]", ignored.arg(1)},
             {R"({"OPENAI_API_KEY": 12})",
              u"Info.json: the value of OPENAI_API_KEY is no string and does not count"_s},
-            {R"({"VELLUMO_PROXY_URL": "https://[p"})", u"VELLUMO_PROXY_URL is no web address"_s},
-            // what has no address is not sent anywhere
+            {"{\"VELLUMO_PROXY_URL\": \"https://[p\"}", u"VELLUMO_PROXY_URL is no web address"_s},
+            // without a valid address nothing is sent
             {at("https//a.test/v1"), noAddress, SampleAnswers::None},
             {at("htps://a.test/v1"), noAddress, SampleAnswers::None},
             {at("https://"), noAddress, SampleAnswers::None},
