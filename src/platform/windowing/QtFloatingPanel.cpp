@@ -226,6 +226,7 @@ void QtFloatingPanel::handlePointer(const QPointerEvent &event)
         place(picture, picture);
     }
     if (step.isOver) {
+        isMoved_ = true;
         settling_.start(); // the window manager may have placed the window elsewhere
         Q_EMIT moved();
         Q_EMIT movedByUser();
@@ -240,12 +241,13 @@ void QtFloatingPanel::noticeMove()
     const bool isOwn = drag_.isUnderWay() || animation_.state() == QVariantAnimation::Running
         || window_->position() == native_.topLeft();
     isMovedByHand_ = isMovedByHand_ || (!isOwn && x11::isButtonHeld());
+    isMoved_ = true;
     settling_.start();
 }
 
 void QtFloatingPanel::settle()
 {
-    if (style_.isMovable) {
+    if (std::exchange(isMoved_, false)) {
         takeOverPosition();
     }
     // A window manager that is still handling the last unmapping may keep the geometry from before.
