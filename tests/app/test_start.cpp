@@ -4,6 +4,7 @@
 #include "app/CommandLine.h"
 #include "app/DailyUpdates.h"
 #include "app/DataFolderLock.h"
+#include "app/UpdaterManager.h"
 #include "app/WindowSystem.h"
 #include "platform/Diagnostics.h"
 #include "platform/ProgramEnvironment.h"
@@ -14,6 +15,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcessEnvironment>
+#include <QQmlEngine>
 #include <QSignalSpy>
 #include <QSocketNotifier>
 #include <QTemporaryDir>
@@ -27,7 +29,8 @@ namespace {
 
 struct CountingUpdates : UpdateControlling {
     int looks = 0;
-    void checkForUpdates() override { }
+    int asked = 0;
+    void checkForUpdates() override { ++asked; }
     void checkInBackground() override { ++looks; }
 };
 
@@ -74,6 +77,17 @@ private Q_SLOTS:
             }
             QCOMPARE(understood, asked);
         }
+    }
+
+    void menuReachesTheUpdateController()
+    {
+        QQmlEngine engine;
+        UpdaterManager manager(engine);
+        auto updates = std::make_unique<CountingUpdates>();
+        const CountingUpdates &seen = *updates;
+        manager.controller = std::move(updates);
+        manager.checkForUpdates();
+        QCOMPARE(seen.asked, 1);
     }
 
     void looksForUpdatesOnceADay()

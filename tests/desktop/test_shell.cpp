@@ -69,9 +69,19 @@ private Q_SLOTS:
         QCOMPARE(vellumo_->process().exitCode(), 0);
     }
 
+    void olderTrayHasTheIcon_data()
+    {
+        QTest::addColumn<bool>("isLate");
+        QTest::newRow("while the program waits for a newer one") << false;
+        QTest::newRow("later") << true;
+    }
+
     void olderTrayHasTheIcon()
     {
+        QFETCH(bool, isLate);
         QVERIFY(vellumo_->start());
+        if (isLate)
+            QTest::qWait(3500); // it waits for 3 s
         EmbeddingTray tray; // later than the program
         const auto icon = tray.waitForIcon();
         QVERIFY(icon);

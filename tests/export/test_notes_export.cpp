@@ -94,6 +94,7 @@ private Q_SLOTS:
             {u"潮, tide"_s, u"\"潮, tide\""_s},
             {u"say \"no\""_s, u"\"say \"\"no\"\"\""_s},
             {u"a\r\nb\rc\u2028d"_s, u"\"a\nb\nc\nd\""_s},
+            {u"a\u2028b\u2029c"_s, u"\"a\nb\nc\""_s},
             // a mark keeps text from being read as a formula
             {u" \u00A0=1"_s, u"\"' \u00A0=1\""_s},
             {u"\uFEFF\u200B\u0001@x"_s, u"\"'\uFEFF\u200B@x\""_s},

@@ -284,6 +284,9 @@ private Q_SLOTS:
 
     void isHiddenWhileAPanelIsClicked()
     {
+        WindowDesk unopened;
+        unopened.window.hideForPanelActivation();
+        QVERIFY(!unopened.window.hiddenForPanelActivation);
         const struct {
             Point pointer;
             bool isPanelVisible;

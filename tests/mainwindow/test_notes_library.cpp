@@ -243,6 +243,7 @@ private Q_SLOTS:
             {"DER MOND IST AUFGEGANGEN UND FÜR ALLE DA", "German"},
             {"El agua de los ríos no es como la del mar", "Spanish"},
             {"the", "Latin letters"},
+            {"theş andş thatş withş thisş whichş fromş", "Latin letters"},
             {"Từ điển và ngôn ngữ của người Việt", "Latin letters"},
             {"潮水每天涨落两次,没有人问 it 为什么", "Chinese"},
             {"経済", "Chinese characters"},

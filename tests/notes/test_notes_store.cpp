@@ -218,6 +218,19 @@ private Q_SLOTS:
         QCOMPARE(NotesStore(path()).unreadableFiles(), QStringList{directory.filePath(kept[0])});
     }
 
+    void unreadableFileThatCannotBeSetAsideStays()
+    {
+        const QString longName =
+            directory_->filePath(QString(240, u'n')); // leaves no room for a suffix
+        QFile file(longName);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no json") == 7);
+        file.close();
+        NotesStore store(longName);
+        store.add(makeNote(u"new"_s, 1), page);
+        QVERIFY(store.saveFailure());
+        QCOMPARE(contentOf(longName), "no json");
+    }
+
     void duplicateKeysEndTheProcess()
     {
         const QByteArray bucket =
