@@ -241,9 +241,11 @@ bool Desktop::activate(WindowId window) const
         d_->clientMessage(window, "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0, 0, 0});
         return waitUntil([&] { return activeWindow() == window && focusWindow() != XCB_NONE; });
     }
-    xcb_set_input_focus(d_->connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
-    sync();
-    return focusWindow() == window;
+    return waitUntil([&] { // fails before the window is visible
+        xcb_set_input_focus(d_->connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+        sync();
+        return focusWindow() == window;
+    });
 }
 
 void Desktop::setFullScreen(WindowId window, bool fullScreen) const

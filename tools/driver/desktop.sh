@@ -12,7 +12,8 @@
 #
 # options:
 #   --size WxH         screen size (default 1280x800), always 24 bit
-#   --wm NAME          openbox (default), xfwm4, mutter, kwin_x11 or none
+#   --wm NAME          openbox (default), xfwm4, mutter, kwin_x11 or none; gnome-shell: a Wayland session,
+#                      whose X display is XWayland
 #   --compositor NAME  picom or xcompmgr (default: none, except that mutter and kwin_x11 bring their own)
 #   --keyring          a secret service with an unlocked default collection
 #   --no-a11y          org.a11y.Status.IsEnabled stays false (default: true before any application starts)
@@ -185,6 +186,25 @@ if [ "$bus" = session ]; then
         fail "org.a11y.Bus does not answer"
 fi
 
+# --- GNOME Shell: ready when it answers on the session bus. The machine's system bus is not used.
+shell_answers() {
+    gdbus call --session --dest org.gnome.Shell --object-path /org/gnome/Shell \
+        --method org.freedesktop.DBus.Properties.Get org.gnome.Shell OverviewActive > /dev/null 2>&1
+}
+start_gnome_shell() {
+    export XDG_SESSION_TYPE=wayland XDG_CURRENT_DESKTOP=GNOME GSETTINGS_BACKEND=keyfile
+    export DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS
+    unset DISPLAY GDK_BACKEND QT_QPA_PLATFORM
+    gsettings set org.gnome.shell welcome-dialog-last-shown-version 99
+    gsettings set org.gnome.desktop.interface enable-animations false
+    gnome-shell --headless --wayland --wayland-display=wayland-0 --virtual-monitor "$size" \
+        > "$dir/log/wm" 2>&1 &
+    wait_for 60 shell_answers || fail "gnome-shell did not start"
+    DISPLAY=$(sed -n 's/.*Using public X11 display \(:[0-9]*\).*/\1/p' "$dir/log/wm" | head -n 1)
+    XAUTHORITY=$(find "$XDG_RUNTIME_DIR" -name '.mutter-Xwaylandauth*' | head -n 1)
+    export WAYLAND_DISPLAY=wayland-0 DISPLAY XAUTHORITY
+}
+
 # --- window manager: ready when it has announced itself on the root window
 has_wm() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; }
 case $wm in
@@ -192,6 +212,7 @@ case $wm in
     openbox) openbox --sm-disable > "$dir/log/wm" 2>&1 & ;;
     xfwm4) xfwm4 --compositor=off --sm-client-disable > "$dir/log/wm" 2>&1 & ;;
     mutter) mutter --x11 --sm-disable > "$dir/log/wm" 2>&1 & ;;
+    gnome-shell) start_gnome_shell ;;
     kwin_x11) kwin_x11 --no-kactivities > "$dir/log/wm" 2>&1 & ;;
     *) fail "unknown window manager $wm" ;;
 esac

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+// The program in a Wayland session of GNOME Shell, beside native windows.
+
+#include "desktop/MutterInput.h"
+#include "desktop/ProgramTest.h"
+#include "desktop/ReadApplications.h"
+#include <QJsonObject>
+#include <linux/input-event-codes.h>
+
+using namespace vellumo::test;
+
+class TestProgramOnGnome : public ProgramTest {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        input_ = std::make_unique<MutterInput>();
+        QVERIFY(MutterInput::closeOverview());
+    }
+    void init() { ProgramTest::init(); }
+    void cleanup() { ProgramTest::cleanup(); }
+
+    void explainsWhatIsSelectedInANativeWindow_data()
+    {
+        QTest::addColumn<bool>("reportsKeys");
+        QTest::newRow("GTK 3") << true;
+        QTest::newRow("GTK 4") << false;
+    }
+    void explainsWhatIsSelectedInANativeWindow()
+    {
+        QFETCH(const bool, reportsKeys);
+        const QTemporaryDir folder;
+        QFile file(folder.filePath(u"text.txt"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(sentence.toUtf8()) > 0);
+        file.close();
+        Application editor(reportsKeys ? mousepad(file.fileName())
+                                       : gnomeTextEditor(file.fileName()));
+        if (!editor.isInstalled())
+            QSKIP("not installed");
+        QVERIFY(vellumo_->start() && editor.launch());
+        const auto explain = [&] {
+            if (reportsKeys)
+                input_->doubleTap();
+            else
+                QCOMPARE(vellumo_->startAgain({u"--explain"_s}), 0);
+        };
+        // until the editor has the keyboard and its text is selected
+        QVERIFY(waitUntil(
+            [&] {
+                input_->chord(KEY_LEFTCTRL, KEY_A);
+                explain();
+                if (!vellumo_->waitForPanel(2s))
+                    return false;
+                QString shown;
+                const bool isSettled = waitUntil([&] {
+                    shown = vellumo_->panelText();
+                    return shown.contains(u"Select text first."_s)
+                        || shown.contains(u"Ask a follow-up"_s);
+                });
+                explain();
+                return vellumo_->waitForNoPanel() && isSettled
+                    && shown.contains(u"Ask a follow-up"_s);
+            },
+            40s));
+        QVERIFY(vellumo_->waitForNotes(1));
+        QCOMPARE(vellumo_->notes().constFirst().value("sourceText"_L1).toString(), sentence);
+    }
+
+private:
+    std::unique_ptr<MutterInput> input_;
+};
+
+QTEST_GUILESS_MAIN(TestProgramOnGnome)
+#include "test_program_on_gnome.moc"
