@@ -132,11 +132,12 @@ private Q_SLOTS:
         QVERIFY(desktop_.activate(first.window()));
         const auto s = session();
         QVERIFY(desktop_.activate(second.window())); // its event is on the way
+        const auto before = s->activations.size(); // a slow desktop has reported it already
         s->workspace.skipPastActivations();
         QVERIFY(desktop_.activate(first.window()));
-        QVERIFY(QTest::qWaitFor([&] { return !s->activations.isEmpty(); }));
-        QCOMPARE(s->activations[0][0].toLongLong(), first.processId());
-        QCOMPARE(s->activations.size(), 1);
+        QVERIFY(QTest::qWaitFor([&] { return s->activations.size() > before; }));
+        QCOMPARE(s->activations[before][0].toLongLong(), first.processId());
+        QCOMPARE(s->activations.size(), before + 1);
     }
 
     void processBehindAWindow_data()
