@@ -6,7 +6,6 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStringList>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -64,8 +63,8 @@ QString applicationIdInUnit(const QString &unit)
 QString applicationIdInUnits(const QString &controlGroup)
 {
     const QStringList units = controlGroup.split(u'/', Qt::SkipEmptyParts);
-    for (const QString &unit : std::ranges::reverse_view(units)) {
-        if (QString id = applicationIdInUnit(unit); !id.isEmpty()) {
+    for (qsizetype i = units.size() - 1; i >= 0; --i) {
+        if (QString id = applicationIdInUnit(units[i]); !id.isEmpty()) {
             return id;
         }
     }
