@@ -29,8 +29,9 @@ void WorkSlices::work()
         if (!sinceBegin.hasExpired(slice_.count())) {
             continue;
         }
-        if (!isActive()) {
-            timer_.start();
+        const bool isFirst = !isActive();
+        timer_.start(); // anew, so that other timers that are due come before the next slice
+        if (isFirst) {
             Q_EMIT postponed();
         }
         return;
