@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
+#include <QTimer>
+#include <algorithm>
 #include <vector>
 
 using namespace std::chrono_literals;
@@ -18,6 +20,10 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int replyTimeoutMs = 150;
 constexpr auto titleTime = 50ms;
+
+/// How often an application that does not answer is asked again, with doubling pauses.
+constexpr int maxAttempts = 5;
+constexpr auto attemptPause = 250ms;
 
 /// For the search at the start, when no event has been seen yet.
 constexpr auto firstSearchTime = 150ms;
@@ -60,7 +66,7 @@ void ActiveFrames::listenOn(const QDBusConnection &bus)
     message.setArguments({QStringLiteral("object:state-changed:active"), QStringList(), QString()});
     connection.send(message);
     findFirst();
-    if (!candidate_ && !front_) {
+    if (candidates_.isEmpty() && !front_) {
         front_.emplace();
         setInactive(); // of an application that is not seen here
     }
@@ -68,7 +74,8 @@ void ActiveFrames::listenOn(const QDBusConnection &bus)
 
 void ActiveFrames::forget()
 {
-    candidate_.reset();
+    candidates_.clear();
+    frontService_.reset();
     frame_ = {};
     if (front_ && front_->isActive) {
         setInactive();
@@ -117,7 +124,7 @@ void ActiveFrames::findFirst()
     for (auto &[frame, answer] : states) {
         const auto state = answer.value<Atspi::StateSet>().value_or(Atspi::StateSet());
         if (Atspi::hasState(state, Atspi::State::Active)) {
-            consider(frame);
+            consider(frame, Clock::now());
         }
     }
 }
@@ -133,35 +140,55 @@ QDBusPendingCall ActiveFrames::ask(const ObjectReference &object, const char *in
                : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, QString()));
 }
 
-void ActiveFrames::consider(const ObjectReference &object)
+void ActiveFrames::consider(const ObjectReference &object, Clock::time_point since, int attempt)
 {
-    candidate_.emplace(Candidate{
-        object, Clock::now(), ask(object, Atspi::accessible, "GetRole"),
+    candidates_.removeIf([&](const Candidate &candidate) { return candidate.object == object; });
+    candidates_.append(Candidate{
+        object, since, ask(object, Atspi::accessible, "GetRole"),
         ask(busDaemon(), "org.freedesktop.DBus", "GetConnectionUnixProcessID", {object.service}),
         ask(Atspi::rootOf(object.service), Atspi::properties, "Get",
-            {QString::fromLatin1(Atspi::accessible), QStringLiteral("Name")})});
-    auto *watcher = new QDBusPendingCallWatcher(candidate_->name, this);
+            {QString::fromLatin1(Atspi::accessible), QStringLiteral("Name")}),
+        attempt, false});
+    auto *watcher = new QDBusPendingCallWatcher(candidates_.constLast().name, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, object] {
         watcher->deleteLater();
         settle(object);
     });
 }
 
-/// Takes the candidate as the window in front if it is a window of an application. Blocks until its
-/// answers are there.
+/// Ends the wait for the candidate's answers. Blocks until they are there.
 void ActiveFrames::settle(const ObjectReference &object)
 {
-    if (!candidate_ || candidate_->object != object) {
-        return;
+    const auto found = std::ranges::find(candidates_, object, &Candidate::object);
+    if (found != candidates_.end()) {
+        const Candidate candidate = *found;
+        candidates_.erase(found);
+        take(candidate);
     }
-    const Candidate candidate = *candidate_;
-    candidate_.reset();
+}
+
+/// Takes the candidate as the window in front if it is a window of an application.
+void ActiveFrames::take(const Candidate &candidate)
+{
     const QDBusReply<quint32> process = QDBusPendingCall(candidate.process);
     if (!process.isValid() || process.value() == QCoreApplication::applicationPid()) {
         return; // before waiting for an answer of this process
     }
     const QDBusReply<quint32> role = QDBusPendingCall(candidate.role);
-    const QDBusReply<QVariant> name = QDBusPendingCall(candidate.name);
+    if (role.error().type() == QDBusError::NoReply && candidate.attempt < maxAttempts) {
+        // An application that starts or loads is busy. Until it answers, it is not known.
+        leave(frame_);
+        candidates_.append(candidate);
+        candidates_.last().isPaused = true;
+        QTimer::singleShot(attemptPause * (1 << candidate.attempt), this, [this, candidate] {
+            const auto waiting =
+                std::ranges::find(candidates_, candidate.object, &Candidate::object);
+            if (waiting != candidates_.end()) {
+                consider(candidate.object, candidate.since, candidate.attempt + 1);
+            }
+        });
+        return;
+    }
     if (!role.isValid() || !isWindowRole(static_cast<Atspi::Role>(role.value()))) {
         return;
     }
@@ -169,20 +196,27 @@ void ActiveFrames::settle(const ObjectReference &object)
         leave(frame_);
         return;
     }
-    frame_ = object;
+    if (front_ && front_->isActive && candidate.since < front_->since) {
+        return; // another one has come to the front meanwhile
+    }
+    const QDBusReply<QVariant> name = QDBusPendingCall(candidate.name);
+    frame_ = candidate.object;
     front_ = FrontWindow{.processIdentifier = process.value(),
                          .applicationId = {},
                          .applicationName = name.value().toString(),
                          .since = candidate.since,
                          .isActive = true};
+    if (const auto bus = bus_.connection()) { // an application that crashes reports nothing
+        frontService_.emplace(frame_.service, *bus, QDBusServiceWatcher::WatchForUnregistration);
+        connect(&*frontService_, &QDBusServiceWatcher::serviceUnregistered, this,
+                [this] { leave(frame_); });
+    }
     Q_EMIT changed();
 }
 
 void ActiveFrames::leave(const ObjectReference &object)
 {
-    if (candidate_ && candidate_->object == object) {
-        candidate_.reset();
-    }
+    candidates_.removeIf([&](const Candidate &candidate) { return candidate.object == object; });
     if (front_ && front_->isActive && frame_ == object) {
         setInactive();
     }
@@ -200,15 +234,18 @@ void ActiveFrames::onStateChanged(const QDBusMessage &message)
     if (arguments.at(1).toInt() == 0) {
         leave(object);
     } else if (!front_ || !front_->isActive || frame_ != object) {
-        consider(object);
+        consider(object, Clock::now());
     }
 }
 
 std::optional<FrontWindow> ActiveFrames::frontWindow()
 {
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall); // events that have arrived
-    if (candidate_) {
-        settle(candidate_->object);
+    const QList<Candidate> candidates = candidates_;
+    for (const Candidate &candidate : candidates) {
+        if (!candidate.isPaused) {
+            settle(candidate.object);
+        }
     }
     return front_;
 }

@@ -8,6 +8,8 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QDBusServiceWatcher>
+#include <QList>
 #include <functional>
 
 namespace vellumo {
@@ -31,21 +33,25 @@ private Q_SLOTS:
     void onStateChanged(const QDBusMessage &message);
 
 private:
-    /// An activated object whose role and process are still awaited.
+    /// An activated object whose role and process are awaited.
     struct Candidate {
         ObjectReference object;
         std::chrono::steady_clock::time_point since;
         QDBusPendingCall role;
         QDBusPendingCall process;
         QDBusPendingCall name;
+        int attempt = 0; ///< number of times that it was asked before
+        bool isPaused = false; ///< it did not answer and is asked again later
     };
 
     void listenOn(const QDBusConnection &bus);
     void forget();
     void setInactive();
     void findFirst();
-    void consider(const ObjectReference &object);
+    void consider(const ObjectReference &object, std::chrono::steady_clock::time_point since,
+                  int attempt = 0);
     void settle(const ObjectReference &object);
+    void take(const Candidate &candidate);
     void leave(const ObjectReference &object);
     [[nodiscard]] QDBusPendingCall ask(const ObjectReference &object, const char *interface,
                                        const char *method, const QVariantList &arguments = {});
@@ -53,7 +59,8 @@ private:
     AtspiBus &bus_;
     std::function<bool(qint64)> isOfDesktop_;
     UnresponsiveServices unresponsive_;
-    std::optional<Candidate> candidate_;
+    QList<Candidate> candidates_; ///< in the order of their activation
+    std::optional<QDBusServiceWatcher> frontService_;
     ObjectReference frame_;
     std::optional<FrontWindow> front_;
 };

@@ -64,8 +64,8 @@ constexpr qint32 symbolAltLeft = 0xffe9;
 constexpr qint32 symbolAltRight = 0xffea;
 
 /// Sets of modifiers, by the bits of X11, with which the keys are reported: none, or Alt itself for
-/// the release, each also with Num Lock.
-constexpr quint32 modifierSets[] = {0, 8, 16, 24};
+/// the release, also with Shift or Control pressed since, each also with Num Lock.
+constexpr quint32 modifierSets[] = {0, 8, 9, 12, 16, 24, 25, 28};
 
 constexpr quint32 pressesAndReleases = 3;
 constexpr quint32 typePress = 0;
@@ -144,6 +144,7 @@ bool AltKeyListener::handleMessage(const QDBusMessage &message, const QDBusConne
     qint32 symbol = 0;
     event.beginStructure();
     event >> type >> symbol;
+    event.endStructure(); // which also ends the reading of the rest
     if (symbol == symbolAltLeft || symbol == symbolAltRight) {
         note(type == typePress);
     }

@@ -41,14 +41,15 @@ void AltKeys::listen(const QString &address)
 
 void AltKeys::stop()
 {
-    if (!listener_) {
+    const auto listener = std::exchange(listener_, nullptr);
+    if (!listener) {
         return;
     }
-    disconnect(listener_.get(), nullptr, this, nullptr);
+    disconnect(listener.get(), nullptr, this, nullptr);
     // Not waited for: the thread may be connecting to a bus that does not answer.
     QMetaObject::invokeMethod(
-        listener_.get(),
-        [listener = std::exchange(listener_, nullptr), thread = thread_] {
+        listener.get(),
+        [listener, thread = thread_] {
             listener->close();
             thread->quit();
         },

@@ -11,6 +11,10 @@ namespace {
 /// More applications than run at once. Forgetting one only makes its copies less trusted.
 constexpr qsizetype maxPublishers = 256;
 
+/// Changes between windows that the source does not see are not reported, so that older text may be
+/// of another one of them.
+constexpr std::chrono::seconds maxUnseenAge{30};
+
 /// Maximum delay between the publication in XWayland and its report to clipboard managers.
 constexpr std::chrono::milliseconds maxBridgingTime{100};
 
@@ -46,7 +50,8 @@ std::optional<Publication> BridgedPrimarySelection::attributed(Publication publi
         return std::nullopt;
     }
     publication.processIdentifier = window->isActive ? window->processIdentifier : 0;
-    publication.isOver = publication.age > std::chrono::steady_clock::now() - window->since;
+    publication.isOver = publication.age > std::chrono::steady_clock::now() - window->since
+        || (!window->isActive && publication.age > maxUnseenAge);
     if (!publication.isOver) {
         if (publishers_.size() >= maxPublishers) {
             publishers_.clear();

@@ -45,8 +45,10 @@ void WaylandWorkspace::look()
         }
         return;
     }
-    if (!window_ || window_->since != window->since) {
+    const bool isNew = !window_ || window_->since != window->since;
+    if (isNew || (!wasDescribed_ && x11_.entries().isRead())) {
         window_ = window;
+        wasDescribed_ = x11_.entries().isRead();
         front_ = window->isActive ? describe(*window) : RunningApplication();
     }
 }
@@ -57,6 +59,7 @@ void WaylandWorkspace::announceSoon()
     const auto window = native_.frontWindow();
     const bool isBetween = !x11_.isForeignWindowActive() && (!window || !window->isActive);
     announcing_.start(isBetween ? nextWindowTime : 0ms);
+    x11_.refreshEntriesWhenIdle();
 }
 
 RunningApplication WaylandWorkspace::describe(const FrontWindow &window) const

@@ -42,6 +42,7 @@ private:
     X11Workspace &x11_;
     FrontWindows &native_;
     std::optional<FrontWindow> window_; ///< the native window that front_ describes
+    bool wasDescribed_ = false; ///< with the installed applications
     std::optional<RunningApplication> front_;
     std::optional<qint64> announcedProcess_;
     QTimer announcing_;

@@ -21,6 +21,7 @@ namespace vellumo {
 namespace {
 
 constexpr std::chrono::milliseconds keyboardReturnTime(100); // time for the window manager to do it
+constexpr int maxGeometryAttempts = 3;
 constexpr quint32 transparentPixel = 0;
 constexpr quint32 opaqueBlackPixel = 0xFF000000;
 
@@ -195,6 +196,7 @@ void QtFloatingPanel::placeNative(const QRect &native)
 {
     if (native != native_) {
         native_ = native;
+        geometryAttempts_ = 0;
         window_->setGeometry(native);
     }
 }
@@ -252,7 +254,9 @@ void QtFloatingPanel::settle()
     }
     // A window manager that is still handling the last unmapping may keep the geometry from before.
     const bool rests = !drag_.isUnderWay() && animation_.state() != QVariantAnimation::Running;
-    if (isVisible() && rests && window_->geometry() != native_) {
+    if (isVisible() && rests && window_->geometry() != native_
+        && geometryAttempts_ < maxGeometryAttempts) {
+        ++geometryAttempts_; // some window managers insist on theirs
         window_->setGeometry(native_);
     }
 }
@@ -295,6 +299,7 @@ void QtFloatingPanel::orderFrontRegardless()
 {
     if (!isVisible()) {
         isNewlyMapped_ = true;
+        geometryAttempts_ = 0;
         isAppearing_ = true;
         x11::leaveOutOfLists(window_->winId());
         window_->show();
@@ -315,8 +320,12 @@ void QtFloatingPanel::orderOut()
     animation_.stop();
     fade_.stop();
     drag_.cancel();
+    const bool hadKeyboard = window_->isActive();
     window_->hide();
-    scheduleKeyboardReturn();
+    if (hadKeyboard) {
+        scheduleKeyboardReturn();
+    }
+    activeBefore_ = 0;
     windows_.refreshCompositor(); // here, since showing must be quick
     lift_.undo(*window_);
 }

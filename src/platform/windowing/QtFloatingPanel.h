@@ -87,6 +87,7 @@ private:
     PanelDrag drag_; ///< of the picture
     QTimer settling_; ///< waits until the window manager has finished moving the window
     WId activeBefore_ = 0; ///< the window that was active when this one was shown; 0 for none
+    int geometryAttempts_ = 0; ///< number of times that this geometry was requested again
     bool isMoved_ = false; ///< moved since it last settled
     /// Moved by the user through the window manager since it last settled.
     bool isMovedByHand_ = false;

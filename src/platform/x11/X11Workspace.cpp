@@ -101,15 +101,21 @@ void X11Workspace::look()
     }
     activeWindow_ = window;
     activeProcess_ = process;
-    Q_EMIT activeWindowChanged();
-    if (!activeProcess_ || *activeProcess_ == getpid()) {
-        return;
+    if (activeProcess_ && *activeProcess_ != getpid()) {
+        foreignWindow_ = window;
+        foreignProcess_ = activeProcess_;
+        watch(window);
+        resolved_.reset();
+        idle_.start(0ms);
     }
-    foreignWindow_ = window;
-    foreignProcess_ = activeProcess_;
-    watch(window);
-    resolved_.reset();
-    idle_.start(0ms);
+    Q_EMIT activeWindowChanged();
+}
+
+void X11Workspace::refreshEntriesWhenIdle()
+{
+    if (!idle_.isActive()) {
+        idle_.start(0ms);
+    }
 }
 
 std::optional<qint64> X11Workspace::processOf(xcb_window_t window) const

@@ -38,8 +38,9 @@ public:
     /// Returns whether the active window is one of another process that the server knows.
     [[nodiscard]] bool isForeignWindowActive();
 
-    /// Returns the installed applications. Refreshed when the event loop is idle.
+    /// Returns the installed applications, which are read when the event loop is idle.
     [[nodiscard]] const DesktopEntries &entries() const { return entries_; }
+    void refreshEntriesWhenIdle();
 
     /// Returns the title of the active window; absent if it does not belong to the process.
     [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier);

@@ -49,6 +49,8 @@ private Q_SLOTS:
             {compositor, 5s, 1s, true, native, true}, // selected in the window before
             {compositor, 1s, 5s, false, 0, false}, // in a window that the source does not see
             {compositor, 5s, 1s, false, 0, true},
+            {compositor, 60s, 90s, false, 0, true}, // perhaps of another such window
+            {compositor, 60s, 90s, true, native, false},
             {compositor, 1s, std::nullopt, true, -1, false},
         };
         for (const auto &row : rows) {
