@@ -33,7 +33,9 @@ function(vellumo_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;SERIAL;QUICK;WIDGETS" "WM;TIMEOUT" "SOURCES;LINK;OPTIONS;LABELS")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE vellumo_options vellumo_test_options ${arg_LINK})
-    if(NOT arg_WIDGETS) # Qt's test headers read otherwise with them
+    # Qt's test headers read otherwise with widgets. From Qt 6.5 on, programs are compiled as
+    # position-independent executables, and the library with the header is not.
+    if(NOT arg_WIDGETS AND Qt6_VERSION VERSION_LESS 6.5)
         target_precompile_headers(${name} REUSE_FROM vellumo_test_pch)
     endif()
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/tools)
