@@ -16,7 +16,7 @@ class AtspiBus;
 /// Firefox. Only the two Alt keys are requested; no other key is reported.
 ///
 /// An application waits for the answer of every listener before it handles the key. The listener
-/// therefore has a connection and a thread of its own, and always answers at once.
+/// therefore uses a separate connection and thread, and answers at once.
 class AltKeys : public TapSource {
     Q_OBJECT
 

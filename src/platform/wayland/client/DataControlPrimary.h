@@ -12,7 +12,7 @@
 
 namespace vellumo {
 
-/// PRIMARY of all windows, native ones and those of XWayland, on a connection of its own. The
+/// PRIMARY of all windows, native ones and those of XWayland, on a separate connection. The
 /// compositor does not name the application that published. After the connection is lost nothing is
 /// published any more.
 class DataControlPrimary : public PrimarySelection {
