@@ -60,11 +60,7 @@ void ActiveFrames::listenOn(const QDBusConnection &bus)
     connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"),
                        QStringLiteral("StateChanged"), {QStringLiteral("active")}, QString(), this,
                        SLOT(onStateChanged(QDBusMessage)));
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        Atspi::registryService(), QStringLiteral("/org/a11y/atspi/registry"),
-        QString::fromLatin1(Atspi::registry), QStringLiteral("RegisterEvent"));
-    message.setArguments({QStringLiteral("object:state-changed:active"), QStringList(), QString()});
-    connection.send(message);
+    Atspi::registerEvent(connection, QStringLiteral("object:state-changed:active"));
     findFirst();
     if (candidates_.isEmpty() && !front_) {
         front_.emplace();

@@ -1,6 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
+
 #include "platform/atspi/AtspiProtocol.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
 
 namespace vellumo {
 
@@ -85,6 +89,15 @@ ObjectReference rootOf(const QString &service)
 QString registryService()
 {
     return QStringLiteral("org.a11y.atspi.Registry");
+}
+
+void registerEvent(const QDBusConnection &bus, const QString &event)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        registryService(), QStringLiteral("/org/a11y/atspi/registry"),
+        QString::fromLatin1(registry), QStringLiteral("RegisterEvent"));
+    message.setArguments({event, QStringList(), QString()});
+    bus.send(message);
 }
 
 bool hasState(const StateSet &states, State state)

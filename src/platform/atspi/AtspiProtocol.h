@@ -9,6 +9,8 @@
 #include <QString>
 #include <QStringList>
 
+class QDBusConnection;
+
 namespace vellumo {
 
 /// An object of some application on the accessibility bus; the wire type (so).
@@ -68,6 +70,9 @@ inline constexpr const char *properties = "org.freedesktop.DBus.Properties";
 ObjectReference rootOf(const QString &service);
 
 QString registryService();
+
+/// Asks applications to send an event to this connection, such as "window:activate".
+void registerEvent(const QDBusConnection &bus, const QString &event);
 
 /// Bits of Accessible.GetState, numbered by the protocol.
 enum class State : quint8 {

@@ -16,15 +16,6 @@ constexpr qsizetype maxAwakened = 1024;
 constexpr qint64 sameChangeMs = 20;
 constexpr qsizetype maxChanges = 32;
 
-void registerEvent(const QDBusConnection &bus, const QString &event)
-{
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        Atspi::registryService(), QStringLiteral("/org/a11y/atspi/registry"),
-        QString::fromLatin1(Atspi::registry), QStringLiteral("RegisterEvent"));
-    message.setArguments({event, QStringList(), QString()});
-    bus.send(message);
-}
-
 /// Sends the calls of a read in advance, for an empty range, without waiting for replies. Browsers
 /// collect the texts of a page at the first request, which takes tens of milliseconds; this moves
 /// them out of the time after a double tap.
@@ -63,9 +54,9 @@ void FocusEvents::listenOn(const QDBusConnection &bus)
                        this, SLOT(onTextSelectionChanged(QDBusMessage)));
     connection.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Window"),
                        QStringLiteral("Activate"), this, SLOT(onWindowActivated(QDBusMessage)));
-    registerEvent(connection, QStringLiteral("object:state-changed:focused"));
-    registerEvent(connection, QStringLiteral("object:text-selection-changed"));
-    registerEvent(connection, QStringLiteral("window:activate"));
+    Atspi::registerEvent(connection, QStringLiteral("object:state-changed:focused"));
+    Atspi::registerEvent(connection, QStringLiteral("object:text-selection-changed"));
+    Atspi::registerEvent(connection, QStringLiteral("window:activate"));
 }
 
 void FocusEvents::clear()
