@@ -17,7 +17,7 @@ Q_COREAPP_STARTUP_FUNCTION(checkLeaksEarly)
 
 // Fonts are still in use then, and fontconfig refers to its patterns by relative addresses, which
 // the check does not follow.
-extern "C" const char *__lsan_default_suppressions()
+extern "C" Q_DECL_EXPORT const char *__lsan_default_suppressions()
 {
     return "leak:libfontconfig\n";
 }
