@@ -9,6 +9,7 @@
 #include "platform/fake/FakeDesktop.h"
 #include "ui/BilingualText.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 

@@ -4,6 +4,8 @@
 #include "desktop/ProgramTest.h"
 #include "driver/AccessibleTree.h"
 #include <QDir>
+#include <QFile>
+#include <QJsonObject>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <sys/resource.h>

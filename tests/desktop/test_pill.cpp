@@ -161,3 +161,5 @@ private:
 
 QTEST_MAIN(TestPill)
 #include "test_pill.moc"
+
+#include <QJsonObject>

@@ -4,6 +4,7 @@
 #include "desktop/ReadApplications.h"
 #include "driver/WebPage.h"
 #include "platform/x11/PeerProcess.h"
+#include <QJsonObject>
 #include <QTemporaryFile>
 #include <csignal>
 

@@ -5,7 +5,9 @@
 #include "desktop/MutterInput.h"
 #include "desktop/ProgramTest.h"
 #include "desktop/ReadApplications.h"
+#include <QFile>
 #include <QJsonObject>
+#include <QTemporaryDir>
 #include <linux/input-event-codes.h>
 
 using namespace vellumo::test;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "backend/Backend.h"
 #include "desktop/ProgramTest.h"
+#include <QJsonObject>
 #include <QTemporaryDir>
 
 using namespace vellumo::test;

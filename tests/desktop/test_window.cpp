@@ -135,3 +135,5 @@ private:
 
 QTEST_MAIN(TestWindow)
 #include "test_window.moc"
+
+#include <QJsonObject>

@@ -8,6 +8,7 @@
 #include "export/MarkdownNotes.h"
 #include "export/NotesExport.h"
 #include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>

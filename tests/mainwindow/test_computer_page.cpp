@@ -8,6 +8,7 @@
 #include <QClipboard>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;

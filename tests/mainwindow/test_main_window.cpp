@@ -10,9 +10,11 @@
 #include "platform/fake/FakeScreens.h"
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "ui/OrdinaryWindow.h"
+#include <QFile>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;

@@ -4,11 +4,13 @@
 
 #include "ShownNotes.h"
 #include "driver/Waiting.h"
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;

@@ -5,6 +5,7 @@
 #include "settings/AppConfig.h"
 #include "settings/UserPreferences.h"
 
+#include <QJsonObject>
 #include <QTest>
 
 using namespace Qt::StringLiterals;

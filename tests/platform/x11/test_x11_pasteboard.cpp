@@ -7,6 +7,7 @@
 #include "platform/x11/X11Problems.h"
 #include <QClipboard>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QRandomGenerator>
 #include <QTemporaryDir>

@@ -8,6 +8,7 @@
 #include "platform/x11/X11SelectionHistory.h"
 #include "platform/x11/X11Windows.h"
 #include "platform/x11/X11Workspace.h"
+#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QWindow>

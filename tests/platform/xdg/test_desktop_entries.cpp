@@ -5,6 +5,7 @@
 #include "platform/xdg/StartedApplication.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
