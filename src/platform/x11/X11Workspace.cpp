@@ -101,7 +101,8 @@ void X11Workspace::look()
     }
     activeWindow_ = window;
     activeProcess_ = process;
-    if (activeProcess_ && *activeProcess_ != getpid()) {
+    isNoneActive_ = isStandIn(window, process);
+    if (isForeign()) {
         foreignWindow_ = window;
         foreignProcess_ = activeProcess_;
         watch(window);
@@ -116,6 +117,19 @@ void X11Workspace::refreshEntriesWhenIdle()
     if (!idle_.isActive()) {
         idle_.start(0ms);
     }
+}
+
+bool X11Workspace::isForeign() const
+{
+    return activeProcess_ && *activeProcess_ != getpid() && !isNoneActive_;
+}
+
+/// Returns whether the window stands for none. Mutter 48 names a window of its own as the active
+/// one while no X11 window is active.
+bool X11Workspace::isStandIn(xcb_window_t window, std::optional<qint64> process)
+{
+    return process && *process != getpid() && windows_.managerProcess() == process
+        && windows_.windowClass(window) == WindowClass();
 }
 
 std::optional<qint64> X11Workspace::processOf(xcb_window_t window) const
@@ -219,7 +233,7 @@ bool X11Workspace::isForeignWindowActive()
     if (connection_.isUsable()) {
         look();
     }
-    return activeProcess_ && *activeProcess_ != getpid();
+    return isForeign();
 }
 
 bool X11Workspace::isOwnWindowActive() const

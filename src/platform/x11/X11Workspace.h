@@ -56,6 +56,8 @@ private:
     void resolve();
     void watch(xcb_window_t window);
     [[nodiscard]] bool isNaming(const xcb_property_notify_event_t &event);
+    [[nodiscard]] bool isForeign() const;
+    [[nodiscard]] bool isStandIn(xcb_window_t window, std::optional<qint64> process);
     [[nodiscard]] std::optional<qint64> processOf(xcb_window_t window) const;
 
     X11Connection &connection_;
@@ -64,6 +66,7 @@ private:
     QTimer idle_;
     xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
     std::optional<qint64> activeProcess_;
+    bool isNoneActive_ = false; ///< the active window stands for none
     xcb_window_t foreignWindow_ = XCB_WINDOW_NONE;
     std::optional<qint64> foreignProcess_; ///< process of the last active foreign window
     std::optional<qint64> announcedProcess_;
