@@ -16,16 +16,18 @@ Window {
     required property bool returnAgrees ///< wherever the focus is
 
     readonly property bool asks: dialog.refusal.length > 0
+    readonly property real contentHeight: Math.ceil(content.height) + 2 * Units.space32 - Units.space8
 
     signal dismissed()
     signal agreed()
 
     width: Units.alertWidth
-    height: Math.ceil(content.height) + 2 * Units.space32 - Units.space8
-    minimumWidth: width
-    maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
+    height: dialog.contentHeight
+    minimumWidth: Units.alertWidth
+    maximumWidth: Units.alertWidth
+    // Not the window's height: Qt 6.8 changes it with the limits, which would then depend on themselves.
+    minimumHeight: dialog.contentHeight
+    maximumHeight: dialog.contentHeight
     flags: Qt.Dialog | Qt.WindowTitleHint | Qt.WindowCloseButtonHint
     modality: Qt.ApplicationModal
     color: Theme.ground
