@@ -188,12 +188,12 @@ void ActiveFrames::take(const Candidate &candidate)
     if (!role.isValid() || !isWindowRole(static_cast<Atspi::Role>(role.value()))) {
         return;
     }
+    if (front_ && front_->isActive && candidate.since < front_->since) {
+        return; // another one has come to the front meanwhile
+    }
     if (isOfDesktop_(process.value())) {
         leave(frame_);
         return;
-    }
-    if (front_ && front_->isActive && candidate.since < front_->since) {
-        return; // another one has come to the front meanwhile
     }
     const QDBusReply<QVariant> name = QDBusPendingCall(candidate.name);
     frame_ = candidate.object;
