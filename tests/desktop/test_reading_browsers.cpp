@@ -3,6 +3,7 @@
 #include "desktop/ReadApplications.h"
 #include "desktop/ReadingDesk.h"
 #include "driver/Waiting.h"
+#include <QProcess>
 #include <QTest>
 
 using namespace vellumo;
@@ -153,6 +154,11 @@ private Q_SLOTS:
         Application browser(epiphany(address, u"first"_s));
         if (!browser.isInstalled())
             QSKIP("not installed");
+        // It would ask whether it is to be the default browser.
+        const QString settings = u"GSETTINGS_BACKEND=keyfile gsettings set org.gnome.Epiphany "
+                                 "ask-for-default false"_s;
+        QCOMPARE(QProcess::execute(u"sh"_s, {u"-c"_s, settings}), 0);
+        browser.setEnvironment(u"GSETTINGS_BACKEND"_s, u"keyfile"_s);
         browser.setEnvironment(u"WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS"_s, u"1"_s); // for root
         QVERIFY(desk.open(browser));
         QVERIFY(waitUntil([&] {

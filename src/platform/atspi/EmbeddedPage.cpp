@@ -23,7 +23,8 @@ bool isStartedBy(qint64 processIdentifier, const QString &service, AtspiQuestion
     return process && isAncestor(processIdentifier, *process);
 }
 
-/// A socket has no state and lists no children, but its first child is in another process.
+/// Before GTK 4.18, a socket has no state and lists no children, but its first child is in another
+/// process. Later versions list it.
 ObjectReference pluggedInto(const ObjectReference &socket, AtspiQuestion &question)
 {
     const auto plug =
@@ -47,11 +48,12 @@ ObjectReference plugIn(const ObjectReference &frame, AtspiQuestion &question)
             const auto found = list.value<QList<ObjectReference>>();
             for (const ObjectReference &child :
                  found.value_or(QList<ObjectReference>()).mid(0, maxObjects - seen)) {
-                if (child.service == frame.service) {
-                    children.append(child);
-                    states.push_back(question.send(child, Atspi::accessible, "GetState"));
-                    ++seen;
+                if (child.service != frame.service) {
+                    return child;
                 }
+                children.append(child);
+                states.push_back(question.send(child, Atspi::accessible, "GetState"));
+                ++seen;
             }
         }
         level.clear();
