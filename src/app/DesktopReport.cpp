@@ -42,10 +42,29 @@ DesktopReport::DesktopReport(const Collaborators &with)
     connect(&with_.compositor, &CompositorWatch::changed, this, &DesktopReport::changed);
     connect(&with_.platform.secrets(), &SecretItems::becameReadable, this,
             &DesktopReport::askKeyring);
+    connect(&with_.platform.sessionBus(), &SessionBus::opened, this, &DesktopReport::changed);
     connect(&with_.platform.accessibility(), &Accessibility::trustChanged, this,
             &DesktopReport::changed);
     connect(&with_.platform.accessibility(), &Accessibility::connectionChanged, this,
             &DesktopReport::changed);
+}
+
+bool DesktopReport::hearsEveryTap() const
+{
+    const DesktopChange *const setting = tapSetting();
+    return !isWayland_ || (setting != nullptr && setting->state() == DesktopChange::State::Made);
+}
+
+DesktopChange *DesktopReport::tapSetting() const
+{
+    DesktopReach *const reach = with_.platform.reach();
+    return reach != nullptr ? &reach->tapSetting() : nullptr;
+}
+
+DesktopChange *DesktopReport::shortcut() const
+{
+    DesktopReach *const reach = with_.platform.reach();
+    return reach != nullptr ? &reach->shortcut() : nullptr;
 }
 
 bool DesktopReport::hasTray() const

@@ -25,6 +25,9 @@ public:
     explicit DesktopReport(const Collaborators &with);
 
     [[nodiscard]] bool isWayland() const override { return isWayland_; }
+    [[nodiscard]] bool hearsEveryTap() const override;
+    [[nodiscard]] DesktopChange *tapSetting() const override;
+    [[nodiscard]] DesktopChange *shortcut() const override;
     [[nodiscard]] bool hasTray() const override;
     [[nodiscard]] bool hasCompositor() const override;
     [[nodiscard]] bool isConnected() const override;

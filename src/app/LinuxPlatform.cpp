@@ -5,6 +5,7 @@
 
 #include "app/ModuleFile.h"
 #include "app/WindowSystem.h"
+#include "platform/xdg/AutostartEntry.h"
 #include "settings/SettingsKeys.h"
 
 #include <QProcessEnvironment>
@@ -12,6 +13,18 @@
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
+
+namespace {
+
+/// Returns the command line, quoted as in a shell.
+QString explainCommand()
+{
+    QString program = AutostartEntry::ownProgram();
+    program.replace(u'\'', u"'\\''"_s);
+    return u'\'' + program + u"' --explain"_s;
+}
+
+} // namespace
 
 LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
     : accessibility_({.session = sessionBus_,
@@ -60,6 +73,10 @@ void LinuxPlatform::followSession()
     if (const auto bus = sessionBus_.connection()) {
         appearance_.follow(*bus);
         screenLock_.followSession(*bus);
+        if (wayland_) {
+            reach_ = std::make_unique<DesktopReach>(*bus, explainCommand());
+            wayland_->addTaps(reach_->taps());
+        }
     }
 }
 

@@ -7,6 +7,7 @@
 #include "platform/dbus/ScreenLockWatch.h"
 #include "platform/dbus/SecretServiceItems.h"
 #include "platform/dbus/SessionBus.h"
+#include "platform/shortcuts/DesktopReach.h"
 #include "platform/wayland/WaylandSession.h"
 #include "platform/windowing/FieldPasting.h"
 #include "platform/x11/X11Backend.h"
@@ -34,6 +35,9 @@ public:
     [[nodiscard]] const ScreenLock &screenLock() const { return screenLock_; }
     [[nodiscard]] SecretItems &secrets() { return secrets_; }
     [[nodiscard]] SessionBus &sessionBus() { return sessionBus_; }
+    /// Returns what the desktop's settings can do in a Wayland session; null in an X11 session, and
+    /// before the session bus is open.
+    [[nodiscard]] DesktopReach *reach() { return reach_.get(); }
 
 private:
     [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier);
@@ -42,6 +46,7 @@ private:
     X11Backend x11_;
     SessionBus sessionBus_;
     AtspiAccessibility accessibility_;
+    std::unique_ptr<DesktopReach> reach_;
     std::unique_ptr<WaylandSession> wayland_; ///< null in an X11 session
     PortalAppearance appearance_;
     ScreenLockWatch screenLock_;

@@ -20,6 +20,7 @@ ComputerModel::ComputerModel(const Collaborators &collaborators, QObject *parent
     : QObject(parent)
     , with_(collaborators)
     , service_(collaborators.service, collaborators.clock, collaborators.texts)
+    , taps_(collaborators.desktop, collaborators.texts)
 {
     connect(&with_.accessibility, &Accessibility::trustChanged, this, &ComputerModel::trustChanged);
     connect(&with_.defaults, &DefaultsStore::changed, this, &ComputerModel::copyingChanged);
@@ -150,6 +151,7 @@ QString ComputerModel::explanationTime() const
 void ComputerModel::refresh()
 {
     with_.desktop.refresh();
+    taps_.refresh();
     Q_EMIT trustChanged();
     Q_EMIT loginChanged();
     Q_EMIT problemsChanged();

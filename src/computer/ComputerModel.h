@@ -4,6 +4,7 @@
 
 #include "computer/DesktopReporting.h"
 #include "computer/ServiceForm.h"
+#include "computer/TapReach.h"
 #include "platform/Accessibility.h"
 #include "platform/LoginStart.h"
 #include <QDateTime>
@@ -24,6 +25,7 @@ class ComputerModel : public QObject {
     Q_PROPERTY(bool isTrusted READ isTrusted NOTIFY trustChanged)
     Q_PROPERTY(vellumo::ServiceForm *service READ service CONSTANT)
     Q_PROPERTY(vellumo::DesktopReporting *desktop READ desktop CONSTANT)
+    Q_PROPERTY(vellumo::TapReach *taps READ taps CONSTANT)
     Q_PROPERTY(bool readsByCopying READ readsByCopying NOTIFY copyingChanged)
     Q_PROPERTY(QString copyingText READ copyingText NOTIFY copyingChanged)
     Q_PROPERTY(QString browsersText READ browsersText NOTIFY browsersChanged)
@@ -56,6 +58,8 @@ public:
 
     [[nodiscard]] ServiceForm *service() { return &service_; }
     [[nodiscard]] DesktopReporting *desktop() const { return &with_.desktop; }
+
+    [[nodiscard]] TapReach *taps() { return &taps_; }
 
     [[nodiscard]] bool readsByCopying() const;
     Q_INVOKABLE void setReadsByCopying(bool copies);
@@ -94,6 +98,7 @@ private:
 
     Collaborators with_;
     ServiceForm service_;
+    TapReach taps_;
     bool hasLoginFailed_ = false;
 };
 

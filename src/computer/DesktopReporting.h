@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/DesktopChange.h"
 #include <QObject>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
@@ -29,6 +30,13 @@ public:
     using QObject::QObject;
 
     [[nodiscard]] virtual bool isWayland() const = 0;
+    /// Returns whether a double tap works in every window.
+    [[nodiscard]] virtual bool hearsEveryTap() const = 0;
+    /// Return the setting that makes the desktop report taps in every window, and the one of a
+    /// shortcut that does the same as a double tap; null where none is needed. Once returned, they
+    /// exist as long as this object.
+    [[nodiscard]] virtual DesktopChange *tapSetting() const = 0;
+    [[nodiscard]] virtual DesktopChange *shortcut() const = 0;
     /// Returns whether a tray is present.
     [[nodiscard]] virtual bool hasTray() const = 0;
     /// Returns whether a compositor runs, so that windows can have round corners and shadows.

@@ -29,15 +29,21 @@ SectionCard {
                              : (fact.english ? "limited" : "受限")
     }
 
-    Fact {
-        english: section.english
-        objectName: "session"
-        good: !section.desktop.isWayland
-        title: section.english ? "Double tap and selections" : "双击与选中文字"
-        text: !good
-            ? (section.english ? "In this Wayland session, double taps are heard in X11 windows, GTK 3 windows and Firefox. For the others, bind a keyboard shortcut of the desktop to “vellumo -\u2060-\u2060explain”: it does the same as a double tap."
-                               : "在这个 Wayland 会话里,双击在 X11 窗口、GTK 3 窗口和 Firefox 中有效。其他窗口请在桌面设置里给“vellumo -\u2060-\u2060explain”绑定一个快捷键,效果与双击相同。")
-            : (section.english ? "Everywhere in this X11 session." : "在这个 X11 会话里处处可用。")
+    ActionLine {
+        readonly property TapReach taps: section.computer.taps
+
+        width: parent.width
+        lineName: "session"
+        status: taps.isEverywhere ? StatusLine.Good : StatusLine.Limited
+        stateName: taps.isEverywhere ? (section.english ? "works" : "可用")
+                                     : (section.english ? "limited" : "受限")
+        title: taps.title
+        text: taps.text
+        buttonName: "changeReach"
+        buttonText: taps.actionText
+        primary: !taps.isUndo
+        canAct: !taps.isBusy
+        onActed: taps.act()
     }
     Fact {
         english: section.english

@@ -16,8 +16,12 @@ class SampleDesktop : public DesktopReporting {
 public:
     bool isPoor = false; ///< lacks everything that is optional
     Keyring state = Keyring::Open;
+    DesktopChange *change = nullptr;
 
     [[nodiscard]] bool isWayland() const override { return isPoor; }
+    [[nodiscard]] bool hearsEveryTap() const override { return !isPoor; }
+    [[nodiscard]] DesktopChange *tapSetting() const override { return nullptr; }
+    [[nodiscard]] DesktopChange *shortcut() const override { return change; }
     [[nodiscard]] bool hasTray() const override { return !isPoor; }
     [[nodiscard]] bool hasCompositor() const override { return !isPoor; }
     [[nodiscard]] bool isConnected() const override { return !isPoor; }

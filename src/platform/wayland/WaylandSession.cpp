@@ -40,6 +40,7 @@ public:
     EventMonitoring &events() override { return events_; }
     Workspace &workspace() override { return workspace_; }
     PrimarySelection &primarySelection() override { return primarySelection_; }
+    void addTaps(TapSource &source) override { events_.add(source); }
     std::optional<QString> windowTitle(qint64 processIdentifier) override
     {
         return workspace_.windowTitle(processIdentifier);

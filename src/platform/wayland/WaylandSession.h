@@ -11,6 +11,7 @@ namespace vellumo {
 class AtspiBus;
 class EventMonitoring;
 class PrimarySelection;
+class TapSource;
 class Workspace;
 class X11Backend;
 
@@ -28,6 +29,9 @@ public:
 
     /// Returns the title of the window in front; absent if it does not belong to the process.
     [[nodiscard]] virtual std::optional<QString> windowTitle(qint64 processIdentifier) = 0;
+
+    /// Adds a source of taps to those of the session, which must outlive the session.
+    virtual void addTaps(TapSource &source) = 0;
 
     /// Returns null when the program was built without Wayland. Both must outlive the session.
     /// `clientModule` is the path of the module that is a Wayland client.

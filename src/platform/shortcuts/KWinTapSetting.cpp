@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+
+#include "platform/shortcuts/KWinTapSetting.h"
+
+#include "platform/shortcuts/DesktopTaps.h"
+#include "platform/shortcuts/DesktopTool.h"
+
+#include <QDBusMessage>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+const QStringList place{u"--file"_s, u"kwinrc"_s, u"--group"_s, u"ModifierOnlyShortcuts"_s,
+                        u"--key"_s,  u"Alt"_s};
+
+QString reader()
+{
+    return desktopTool::find({u"kreadconfig6"_s, u"kreadconfig5"_s});
+}
+
+QString writer()
+{
+    return desktopTool::find({u"kwriteconfig6"_s, u"kwriteconfig5"_s});
+}
+
+QString ownValue()
+{
+    return QStringList{DesktopTaps::service(), DesktopTaps::path(), DesktopTaps::interface(),
+                       DesktopTaps::method()}
+        .join(u',');
+}
+
+} // namespace
+
+KWinTapSetting::KWinTapSetting(const QDBusConnection &bus, QObject *parent)
+    : DesktopChange(parent)
+    , bus_(bus)
+    , kwin_(bus, u"org.kde.KWin"_s)
+{
+    connect(&kwin_, &BusName::ownerChanged, this, &KWinTapSetting::refresh);
+}
+
+void KWinTapSetting::refresh()
+{
+    read(false, State::Unknown);
+}
+
+void KWinTapSetting::read(bool isAfterWriting, State expected)
+{
+    if (kwin_.owner().isEmpty() || reader().isEmpty() || writer().isEmpty()) {
+        settle(State::Unavailable);
+        if (isAfterWriting) {
+            Q_EMIT finished(false);
+        }
+        return;
+    }
+    desktopTool::run(reader(), place, this,
+                     [this, isAfterWriting, expected](const std::optional<QByteArray> &output) {
+                         const QString value = QString::fromUtf8(output.value_or("")).trimmed();
+                         settle(!output                   ? State::Unavailable
+                                    : value.isEmpty()     ? State::Possible
+                                    : value == ownValue() ? State::Made
+                                                          : State::Taken);
+                         if (isAfterWriting) {
+                             Q_EMIT finished(state_ == expected);
+                         }
+                     });
+}
+
+void KWinTapSetting::make()
+{
+    write({ownValue()}, State::Made);
+}
+
+void KWinTapSetting::undo()
+{
+    write({u"--delete"_s}, State::Possible);
+}
+
+void KWinTapSetting::write(const QStringList &value, State expected)
+{
+    // Reads first, since another program may have used the key in the meantime.
+    desktopTool::run(
+        reader(), place, this, [this, value, expected](const std::optional<QByteArray> &before) {
+            const QString found = QString::fromUtf8(before.value_or("")).trimmed();
+            if (!before || (!found.isEmpty() && found != ownValue())) {
+                read(true, expected);
+                return;
+            }
+            desktopTool::run(
+                writer(), place + value, this,
+                [this, expected](const std::optional<QByteArray> & /*output*/) {
+                    bus_.send(QDBusMessage::createMethodCall(u"org.kde.KWin"_s, u"/KWin"_s,
+                                                             u"org.kde.KWin"_s, u"reconfigure"_s));
+                    read(true, expected);
+                });
+        });
+}
+
+void KWinTapSetting::settle(State state)
+{
+    if (state != state_) {
+        state_ = state;
+        Q_EMIT changed();
+    }
+}
+
+} // namespace vellumo
