@@ -34,7 +34,7 @@ LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
                       .prompting = consent,
                       .windowTitle = [this](qint64 pid) { return windowTitle(pid); }})
     , wayland_(isWaylandSession(QProcessEnvironment::systemEnvironment()) ? WaylandSession::make(
-                   x11_, accessibility_.bus(), moduleFile(u"waylandclient.so"_s))
+                   x11_, sessionBus_, accessibility_.bus(), moduleFile(u"waylandclient.so"_s))
                                                                           : nullptr)
     , secrets_(sessionBus_, moduleFile(u"secretcipher.so"_s))
 {

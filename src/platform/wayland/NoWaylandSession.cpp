@@ -4,7 +4,8 @@
 
 namespace vellumo {
 
-std::unique_ptr<WaylandSession> WaylandSession::make(X11Backend & /*x11*/, AtspiBus & /*bus*/,
+std::unique_ptr<WaylandSession> WaylandSession::make(X11Backend & /*x11*/, SessionBus & /*session*/,
+                                                     AtspiBus & /*accessibility*/,
                                                      const QString & /*clientModule*/)
 {
     return nullptr;

@@ -5,7 +5,13 @@
 
 #include "platform/atspi/ActiveFrames.h"
 #include "platform/atspi/AltKeys.h"
+#include "platform/atspi/AtspiBus.h"
 #include "platform/wayland/BridgedPrimarySelection.h"
+#include "platform/wayland/ChosenFrontWindows.h"
+#include "platform/wayland/KWinWindows.h"
+#include "platform/wayland/SwayConnection.h"
+#include "platform/wayland/SwayTaps.h"
+#include "platform/wayland/SwayWindows.h"
 #include "platform/wayland/WaylandWorkspace.h"
 #include "platform/wayland/client/WaylandClientModule.h"
 #include "platform/x11/X11Backend.h"
@@ -24,17 +30,32 @@ std::unique_ptr<PrimarySelection> makePrimarySelection(const QString &clientModu
 
 class Session : public WaylandSession {
 public:
-    Session(X11Backend &x11, AtspiBus &bus, const QString &clientModule)
+    Session(X11Backend &x11, SessionBus &session, AtspiBus &accessibility,
+            const QString &clientModule)
         : x11_(x11)
-        , frames_(bus, [this](qint64 process) { return process == compositor(); })
-        , workspace_(x11.workspace(), frames_)
-        , altKeys_(bus)
+        , sway_(SwayConnection::socketOfSession(),
+                [this](qint64 process) { return mayBeCompositor(process); })
+        , swayWindows_(sway_)
+        , kwinWindows_(session, [this](qint64 process) { return mayBeCompositor(process); })
+        , frames_(accessibility, [this](qint64 process) { return process == compositor(); })
+        , frontWindows_({&swayWindows_, &kwinWindows_, &frames_})
+        , workspace_(x11.workspace(), frontWindows_)
+        , altKeys_(accessibility)
+        , swayTaps_(sway_)
         , events_(x11.eventMonitoring())
         , managed_(makePrimarySelection(clientModule))
-        , primarySelection_(x11.primarySelection(), managed_.get(), frames_,
+        , primarySelection_(x11.primarySelection(), managed_.get(), frontWindows_,
                             [this] { return compositor(); })
     {
         events_.add(altKeys_);
+        events_.add(swayTaps_);
+        // Without the user's consent this bus is closed, and no tap is listened for.
+        swayTaps_.setListening(accessibility.isOpen());
+        QObject::connect(&accessibility, &AtspiBus::opened, &swayTaps_,
+                         [this] { swayTaps_.setListening(true); });
+        QObject::connect(&accessibility, &AtspiBus::closed, &swayTaps_,
+                         [this] { swayTaps_.setListening(false); });
+        sway_.open();
     }
 
     EventMonitoring &events() override { return events_; }
@@ -50,10 +71,20 @@ private:
     /// The compositor is the window manager of XWayland.
     [[nodiscard]] std::optional<qint64> compositor() { return x11_.windows().managerProcess(); }
 
+    [[nodiscard]] bool mayBeCompositor(qint64 process)
+    {
+        return process == compositor().value_or(process);
+    }
+
     X11Backend &x11_;
+    SwayConnection sway_;
+    SwayWindows swayWindows_;
+    KWinWindows kwinWindows_;
     ActiveFrames frames_;
+    ChosenFrontWindows frontWindows_;
     WaylandWorkspace workspace_;
     AltKeys altKeys_;
+    SwayTaps swayTaps_;
     WaylandEventMonitors events_;
     std::unique_ptr<PrimarySelection> managed_; ///< null where the compositor has no such protocol
     BridgedPrimarySelection primarySelection_;
@@ -61,10 +92,11 @@ private:
 
 } // namespace
 
-std::unique_ptr<WaylandSession> WaylandSession::make(X11Backend &x11, AtspiBus &bus,
+std::unique_ptr<WaylandSession> WaylandSession::make(X11Backend &x11, SessionBus &session,
+                                                     AtspiBus &accessibility,
                                                      const QString &clientModule)
 {
-    return std::make_unique<Session>(x11, bus, clientModule);
+    return std::make_unique<Session>(x11, session, accessibility, clientModule);
 }
 
 } // namespace vellumo

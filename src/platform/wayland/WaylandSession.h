@@ -11,6 +11,7 @@ namespace vellumo {
 class AtspiBus;
 class EventMonitoring;
 class PrimarySelection;
+class SessionBus;
 class TapSource;
 class Workspace;
 class X11Backend;
@@ -33,9 +34,10 @@ public:
     /// Adds a source of taps to those of the session, which must outlive the session.
     virtual void addTaps(TapSource &source) = 0;
 
-    /// Returns null when the program was built without Wayland. Both must outlive the session.
-    /// `clientModule` is the path of the module that is a Wayland client.
-    [[nodiscard]] static std::unique_ptr<WaylandSession> make(X11Backend &x11, AtspiBus &bus,
+    /// Returns null when the program was built without Wayland. All references must outlive the
+    /// session. `clientModule` is the path of the module that is a Wayland client.
+    [[nodiscard]] static std::unique_ptr<WaylandSession> make(X11Backend &x11, SessionBus &session,
+                                                              AtspiBus &accessibility,
                                                               const QString &clientModule);
 };
 

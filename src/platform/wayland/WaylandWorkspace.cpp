@@ -66,11 +66,11 @@ RunningApplication WaylandWorkspace::describe(const FrontWindow &window) const
 {
     RunningApplication application;
     application.processIdentifier = window.processIdentifier;
-    const QString id = window.applicationId.isEmpty()
-        ? startedApplicationId(window.processIdentifier)
-        : window.applicationId;
-    const auto *entry =
-        x11_.entries().find(id, window.applicationName, programName(window.processIdentifier));
+    const DesktopEntry *entry = x11_.entries().find(window.applicationId, {}, {});
+    if (entry == nullptr) {
+        entry = x11_.entries().find(startedApplicationId(window.processIdentifier),
+                                    window.applicationName, programName(window.processIdentifier));
+    }
     if (entry != nullptr) {
         application.bundleIdentifier = entry->id;
         application.localizedName = entry->name;
