@@ -60,8 +60,7 @@ KWinWindows::KWinWindows(SessionBus &bus, KWinScript::IsCompositor isCompositor)
     , script_(&scriptFor, std::move(isCompositor))
 {
     connect(&script_, &KWinScript::ended, this, [this] {
-        front_.reset();
-        frontId_.clear();
+        front_ = {};
         Q_EMIT changed();
     });
     if (bus_.hasOpened()) {
@@ -87,32 +86,26 @@ void KWinWindows::report(const QString &window, const QString &process, const QS
         return;
     }
     const qint64 identifier = process.toLongLong();
-    if (identifier == QCoreApplication::applicationPid()) {
-        return;
+    const QString id = window.left(maxTextLength);
+    const bool hasChanged = identifier > 0
+        ? front_.set(id,
+                     {.processIdentifier = identifier,
+                      .applicationId = entryOf(desktopFile),
+                      .applicationName = className.left(maxTextLength),
+                      .since = {}})
+        : front_.setNone();
+    if (front_.isLast(id)) {
+        title_ = titleOf(caption);
     }
-    const QString id = identifier > 0 ? window.left(maxTextLength) : QString();
-    title_ = titleOf(caption);
-    if (front_ && frontId_ == id) {
-        return;
+    if (hasChanged) {
+        Q_EMIT changed();
     }
-    frontId_ = id;
-    if (!front_) {
-        front_.emplace();
-    }
-    front_->isActive = !id.isEmpty();
-    front_->since = std::chrono::steady_clock::now();
-    if (front_->isActive) {
-        front_->processIdentifier = identifier;
-        front_->applicationId = entryOf(desktopFile);
-        front_->applicationName = className.left(maxTextLength);
-    }
-    Q_EMIT changed();
 }
 
 std::optional<FrontWindow> KWinWindows::frontWindow()
 {
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall); // reports that have arrived
-    return front_;
+    return front_.state();
 }
 
 std::optional<QString> KWinWindows::windowTitle(qint64 processIdentifier)

@@ -4,6 +4,7 @@
 
 #include "platform/FrontWindows.h"
 #include "platform/wayland/KWinScript.h"
+#include "platform/wayland/ReportedWindow.h"
 #include <QDBusContext>
 
 namespace vellumo {
@@ -34,8 +35,7 @@ private:
     void follow();
 
     SessionBus &bus_;
-    std::optional<FrontWindow> front_;
-    QString frontId_; ///< KWin's id of the window; empty when none is active
+    ReportedWindow front_;
     QString title_;
     KWinScript script_;
 };

@@ -3,8 +3,8 @@
 #include "platform/wayland/SwayWindows.h"
 
 #include "platform/wayland/SwayConnection.h"
-#include <QCoreApplication>
 #include <QJsonArray>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +27,11 @@ QJsonObject focusedNode(const QJsonObject &node)
         }
     }
     return {};
+}
+
+QString idOf(const QJsonObject &container)
+{
+    return QString::number(container["id"_L1].toInteger());
 }
 
 } // namespace
@@ -66,7 +71,7 @@ void SwayWindows::handleEvent(quint32 type, const QJsonDocument &content)
         const QJsonObject container = content["container"_L1].toObject();
         if (change == "focus"_L1) {
             setFront(container);
-        } else if (container["id"_L1].toDouble() != frontId_) {
+        } else if (!front_.isLast(idOf(container))) {
             return;
         } else if (change == "title"_L1) {
             title_ = container["name"_L1].toString();
@@ -80,49 +85,37 @@ void SwayWindows::handleEvent(quint32 type, const QJsonDocument &content)
 void SwayWindows::setFront(const QJsonObject &container)
 {
     const auto process = static_cast<qint64>(container["pid"_L1].toDouble());
-    if (process == QCoreApplication::applicationPid()) {
-        return;
-    }
-    const double id = process > 0 ? container["id"_L1].toDouble() : -1;
-    const bool wasKnown = std::exchange(isKnown_, true);
-    title_ = container["name"_L1].toString();
-    if (front_ && id == frontId_) {
-        if (!wasKnown) {
-            Q_EMIT changed();
-        }
-        return;
-    }
-    const auto now = std::chrono::steady_clock::now();
-    frontId_ = id;
+    bool hasChanged = !std::exchange(isKnown_, true);
     if (process > 0) {
         const QString application = container["app_id"_L1].toString();
         const QString x11Class = container["window_properties"_L1]["class"_L1].toString();
-        front_ = FrontWindow{.processIdentifier = process,
-                             .applicationId = application,
-                             .applicationName = application.isEmpty() ? x11Class : application,
-                             .since = now,
-                             .isActive = true};
+        hasChanged |= front_.set(idOf(container),
+                                 {.processIdentifier = process,
+                                  .applicationId = application,
+                                  .applicationName = application.isEmpty() ? x11Class : application,
+                                  .since = {}});
     } else {
-        if (!front_) {
-            front_.emplace();
-        }
-        front_->isActive = false;
-        front_->since = now;
+        hasChanged |= front_.setNone();
     }
-    Q_EMIT changed();
+    if (front_.isLast(idOf(container))) {
+        title_ = container["name"_L1].toString();
+    }
+    if (hasChanged) {
+        Q_EMIT changed();
+    }
 }
 
 std::optional<FrontWindow> SwayWindows::frontWindow()
 {
     sway_.readArrived();
-    return isKnown_ ? front_ : std::nullopt;
+    return isKnown_ ? front_.state() : std::nullopt;
 }
 
 std::optional<QString> SwayWindows::windowTitle(qint64 processIdentifier)
 {
-    sway_.readArrived();
+    const auto window = frontWindow();
     const bool isInFront =
-        isKnown_ && front_ && front_->isActive && front_->processIdentifier == processIdentifier;
+        window && window->isActive && window->processIdentifier == processIdentifier;
     return isInFront ? std::optional(title_) : std::nullopt;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/FrontWindows.h"
+#include "platform/wayland/ReportedWindow.h"
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -30,8 +31,7 @@ private:
 
     SwayConnection &sway_;
     bool isKnown_ = false; ///< sway has answered since the connection was opened
-    std::optional<FrontWindow> front_;
-    double frontId_ = -1; ///< of the container
+    ReportedWindow front_;
     QString title_;
 };
 

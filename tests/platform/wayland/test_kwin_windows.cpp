@@ -104,6 +104,11 @@ private Q_SLOTS:
         QCOMPARE(windows->windowTitle(41), u"ls"_s);
         (void)report(kwin->connection, {u"{3}"_s, u"not a number"_s, {}, {}, {}});
         QVERIFY(!windows->frontWindow()->isActive);
+        QVERIFY(!windows->windowTitle(41));
+        (void)report(kwin->connection, {u"{4}"_s, QString::number(getpid()), {}, {}, u"own"_s});
+        QVERIFY(windows->frontWindow()->isActive);
+        QVERIFY(windows->frontWindow()->since == first->since);
+        QCOMPARE(windows->windowTitle(41), u"ls"_s);
 
         kwin.reset();
         QTRY_VERIFY(!windows->frontWindow());
