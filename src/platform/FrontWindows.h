@@ -17,6 +17,9 @@ struct FrontWindow {
     /// When it came to the front; when it is not active any more, when it lost the keyboard.
     std::chrono::steady_clock::time_point since;
     bool isActive = true; ///< false: no reported window has the keyboard now
+    bool isOfCompositor = false; ///< reported by the compositor, which sees all windows
+    bool isBehindOwn =
+        false; ///< known to the compositor: a window of this process has the keyboard
 };
 
 /// Reports the window in front where the X server does not know it. Applications that the source

@@ -10,7 +10,11 @@ bool ReportedWindow::set(const QString &window, const FrontWindow &report)
 {
     const bool isOwn = report.processIdentifier == QCoreApplication::applicationPid();
     if (isOwn || window == window_) {
-        if (!state_ || state_->isActive || window_.isEmpty()) {
+        if (!state_) {
+            return false;
+        }
+        state_->isBehindOwn = isOwn;
+        if (state_->isActive || window_.isEmpty()) {
             return false;
         }
         state_->isActive = true;
@@ -22,16 +26,18 @@ bool ReportedWindow::set(const QString &window, const FrontWindow &report)
     state_ = report;
     state_->since = since_;
     state_->isActive = true;
+    state_->isOfCompositor = true;
     return true;
 }
 
 bool ReportedWindow::setNone()
 {
-    if (state_ && !state_->isActive) {
-        return false;
-    }
     if (!state_) {
-        state_.emplace();
+        state_.emplace().isOfCompositor = true;
+    }
+    state_->isBehindOwn = false;
+    if (!state_->isActive) {
+        return false;
     }
     state_->isActive = false;
     state_->since = std::chrono::steady_clock::now();

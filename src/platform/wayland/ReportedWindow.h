@@ -11,11 +11,11 @@ namespace vellumo {
 /// window, has been in front all the time: compositors report no window before each other one.
 class ReportedWindow {
 public:
-    /// Takes the window with this id as the one with the keyboard; `report.since` and
-    /// `report.isActive` are not used. Returns whether the state has changed.
+    /// Takes the window with this id as the one with the keyboard; of the report, the process and
+    /// the names are used. Returns whether another window is in front.
     bool set(const QString &window, const FrontWindow &report);
 
-    /// Takes no window as the one with the keyboard. Returns whether the state has changed.
+    /// Takes no window as the one with the keyboard. Returns whether there was one.
     bool setNone();
 
     /// Returns the state; absent before the first report.

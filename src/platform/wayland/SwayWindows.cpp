@@ -71,12 +71,10 @@ void SwayWindows::handleEvent(quint32 type, const QJsonDocument &content)
         const QJsonObject container = content["container"_L1].toObject();
         if (change == "focus"_L1) {
             setFront(container);
-        } else if (!front_.isLast(idOf(container))) {
-            return;
-        } else if (change == "title"_L1) {
+        } else if (change == "title"_L1 && front_.isLast(idOf(container))) {
             title_ = container["name"_L1].toString();
         } else if (change == "close"_L1 || change == "move"_L1) {
-            lookAtTree();
+            lookAtTree(); // no window may be left in front
         }
     }
 }

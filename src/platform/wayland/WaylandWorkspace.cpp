@@ -25,21 +25,34 @@ WaylandWorkspace::WaylandWorkspace(X11Workspace &x11, FrontWindows &native)
     connect(&x11_, &X11Workspace::activeWindowChanged, this, &WaylandWorkspace::announceSoon);
     connect(&native_, &FrontWindows::changed, this, &WaylandWorkspace::announceSoon);
     connect(&x11_, &Workspace::didRenameFrontmostApplication, this, [this] {
-        if (x11_.isForeignWindowActive()) {
+        if (isX11WindowInFront()) {
             Q_EMIT didRenameFrontmostApplication();
         }
     });
 }
 
+bool WaylandWorkspace::isX11WindowInFront()
+{
+    if (!x11_.isForeignWindowActive()) {
+        return false;
+    }
+    const auto window = native_.frontWindow();
+    if (!window || !window->isOfCompositor || !window->isActive) {
+        return true;
+    }
+    const auto application = x11_.frontmostApplication();
+    return application && application->processIdentifier == window->processIdentifier;
+}
+
 void WaylandWorkspace::look()
 {
-    if (x11_.isForeignWindowActive()) {
+    if (isX11WindowInFront()) {
         front_ = x11_.frontmostApplication();
         window_.reset();
         return;
     }
     const auto window = native_.frontWindow();
-    if (x11_.isOwnWindowActive() || !window) {
+    if (!window || (!window->isOfCompositor && x11_.isOwnWindowActive())) {
         if (!front_) {
             front_ = x11_.frontmostApplication();
         }
@@ -57,7 +70,7 @@ void WaylandWorkspace::look()
 void WaylandWorkspace::announceSoon()
 {
     const auto window = native_.frontWindow();
-    const bool isBetween = !x11_.isForeignWindowActive() && (!window || !window->isActive);
+    const bool isBetween = !isX11WindowInFront() && (!window || !window->isActive);
     announcing_.start(isBetween ? nextWindowTime : 0ms);
     x11_.refreshEntriesWhenIdle();
 }
@@ -114,7 +127,8 @@ bool WaylandWorkspace::isScreenCovered()
 
 bool WaylandWorkspace::isOwnWindowActive() const
 {
-    return x11_.isOwnWindowActive();
+    const auto window = native_.frontWindow();
+    return window && window->isOfCompositor ? window->isBehindOwn : x11_.isOwnWindowActive();
 }
 
 QString WaylandWorkspace::ownSelectedText() const
@@ -139,7 +153,7 @@ bool WaylandWorkspace::openAccessibilitySettings()
 
 std::optional<QString> WaylandWorkspace::windowTitle(qint64 processIdentifier)
 {
-    if (x11_.isForeignWindowActive()) {
+    if (isX11WindowInFront()) {
         return x11_.windowTitle(processIdentifier);
     }
     return native_.windowTitle(processIdentifier);

@@ -11,8 +11,9 @@ namespace vellumo {
 class X11Workspace;
 
 /// The applications of a Wayland session: those of X11 windows, which XWayland shows, and the
-/// native ones, which another source reports. XWayland has an active window only while an X11
-/// window has the keyboard. While an application that the source does not see is in front, the
+/// native ones, which another source reports. XWayland has an active window while an X11 window has
+/// the keyboard, and under sway sometimes also later, so that a compositor's report is preferred.
+/// While an application that the source does not see is in front, the
 /// frontmost application has process 0 and no name.
 class WaylandWorkspace : public Workspace {
     Q_OBJECT
@@ -34,6 +35,7 @@ public:
     [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier);
 
 private:
+    [[nodiscard]] bool isX11WindowInFront();
     void look();
     void announceSoon();
     void announce();

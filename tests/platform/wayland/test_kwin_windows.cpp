@@ -106,7 +106,7 @@ private Q_SLOTS:
         QVERIFY(!windows->frontWindow()->isActive);
         QVERIFY(!windows->windowTitle(41));
         (void)report(kwin->connection, {u"{4}"_s, QString::number(getpid()), {}, {}, u"own"_s});
-        QVERIFY(windows->frontWindow()->isActive);
+        QVERIFY(windows->frontWindow()->isActive && windows->frontWindow()->isBehindOwn);
         QVERIFY(windows->frontWindow()->since == first->since);
         QCOMPARE(windows->windowTitle(41), u"ls"_s);
 
