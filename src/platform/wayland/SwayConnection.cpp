@@ -151,11 +151,11 @@ void SwayConnection::handle(const SwayMessage &message)
     }
 }
 
-void SwayConnection::flush(std::chrono::milliseconds timeout)
+void SwayConnection::waitForReplies(QDeadlineTimer deadline)
 {
-    socket_.flush();
-    if (socket_.bytesToWrite() > 0) {
-        socket_.waitForBytesWritten(static_cast<int>(timeout.count()));
+    while (isOpen_ && !replies_.isEmpty() && !deadline.hasExpired()) {
+        socket_.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
+        readArrived();
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/wayland/SwayMessages.h"
+#include <QDeadlineTimer>
 #include <QJsonDocument>
 #include <QLocalSocket>
 #include <QObject>
@@ -13,8 +14,8 @@
 
 namespace vellumo {
 
-/// A connection to sway's IPC. Nothing blocks, except for flush(). A connection that was open is
-/// opened again when it is lost: sway drops clients that do not read. Main thread only.
+/// A connection to sway's IPC. Nothing blocks, except for waitForReplies(). A connection that was
+/// open is opened again when it is lost: sway drops clients that do not read. Main thread only.
 class SwayConnection : public QObject {
     Q_OBJECT
 
@@ -42,8 +43,9 @@ public:
     /// Handles what has arrived, without waiting.
     void readArrived();
 
-    /// Blocks until everything has been sent, at most for the timeout.
-    void flush(std::chrono::milliseconds timeout);
+    /// Blocks, without running an event loop, until sway has replied to every message or the
+    /// deadline has passed. sway drops what it has not read when the connection is closed.
+    void waitForReplies(QDeadlineTimer deadline);
 
 Q_SIGNALS:
     void opened();

@@ -45,7 +45,7 @@ SwayTaps::SwayTaps(SwayConnection &sway) : sway_(sway)
 SwayTaps::~SwayTaps()
 {
     setListening(false);
-    sway_.flush(unbindTime);
+    sway_.waitForReplies(QDeadlineTimer(unbindTime));
 }
 
 void SwayTaps::setListening(bool isListening)
