@@ -37,11 +37,8 @@ bool WaylandWorkspace::isX11WindowInFront()
         return false;
     }
     const auto window = native_.frontWindow();
-    if (!window || !window->isOfCompositor || !window->isActive) {
-        return true;
-    }
-    const auto application = x11_.frontmostApplication();
-    return application && application->processIdentifier == window->processIdentifier;
+    const bool isReported = window && window->isOfCompositor && window->isActive;
+    return !isReported || x11_.isActiveWindowOf(window->processIdentifier);
 }
 
 void WaylandWorkspace::look()

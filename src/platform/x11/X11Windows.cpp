@@ -117,8 +117,7 @@ xcb_window_t X11Windows::focusedTopLevel()
 
 std::optional<qint64> X11Windows::process(xcb_window_t window)
 {
-    const auto named =
-        firstNumber(property(window, connection_.atom("_NET_WM_PID"_ba), XCB_ATOM_CARDINAL));
+    const auto named = namedProcess(window);
     const auto connected = clientProcess(window);
     if (connected && named && *connected == *named) {
         return connected;
@@ -127,7 +126,12 @@ std::optional<qint64> X11Windows::process(xcb_window_t window)
     if (isOfAnotherMachine(window) && !(connected && hasOwnHostName(*connected))) {
         return std::nullopt;
     }
-    return connected || !named || *named == 0 ? connected : std::optional<qint64>(*named);
+    return connected || !named || *named == 0 ? connected : named;
+}
+
+std::optional<qint64> X11Windows::namedProcess(xcb_window_t window)
+{
+    return firstNumber(property(window, connection_.atom("_NET_WM_PID"_ba), XCB_ATOM_CARDINAL));
 }
 
 bool X11Windows::exists(xcb_window_t window)

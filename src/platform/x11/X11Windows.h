@@ -38,6 +38,9 @@ public:
     /// the process that the window names. Absent for a window of another machine.
     [[nodiscard]] std::optional<qint64> process(xcb_window_t window);
 
+    /// Returns the process that the window names, in a sandbox by another number than outside.
+    [[nodiscard]] std::optional<qint64> namedProcess(xcb_window_t window);
+
     /// Returns the process whose connection made this window, as the server knows it.
     [[nodiscard]] std::optional<qint64> clientProcess(xcb_window_t window);
 

@@ -236,6 +236,15 @@ bool X11Workspace::isForeignWindowActive()
     return isForeign();
 }
 
+bool X11Workspace::isActiveWindowOf(qint64 processIdentifier)
+{
+    if (connection_.isUsable()) {
+        look();
+    }
+    return activeProcess_ == processIdentifier
+        || windows_.namedProcess(activeWindow_) == processIdentifier;
+}
+
 bool X11Workspace::isOwnWindowActive() const
 {
     const auto window = windows_.activeWindow();

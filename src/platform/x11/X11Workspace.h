@@ -38,6 +38,9 @@ public:
     /// Returns whether the active window is one of another process that the server knows.
     [[nodiscard]] bool isForeignWindowActive();
 
+    /// Returns whether the active window belongs to the process, or names it.
+    [[nodiscard]] bool isActiveWindowOf(qint64 processIdentifier);
+
     /// Returns the installed applications, which are read when the event loop is idle.
     [[nodiscard]] const DesktopEntries &entries() const { return entries_; }
     void refreshEntriesWhenIdle();
