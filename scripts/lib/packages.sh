@@ -16,7 +16,7 @@ packages_build=(
 # Runtime dependencies beyond the libraries of the development packages.
 packages_run=(
     qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick qml6-module-qtquick-window
-    qt6-translations-l10n at-spi2-core dbus xdg-utils
+    qt6-translations-l10n qt6-wayland at-spi2-core dbus xdg-utils
     fonts-dejavu-core fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
 )
 # A headless desktop with a browser.

@@ -3,9 +3,11 @@
 #pragma once
 
 #include "app/LinuxPlatform.h"
+#include "app/ModuleFile.h"
 #include "platform/qt/QtHttpSession.h"
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/qt/SystemClock.h"
+#include "platform/wayland/LayerShell.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/QtScreens.h"
 #include "settings/AppConfig.h"
@@ -34,7 +36,9 @@ struct Foundation {
     QtTranslation qtTexts{texts};
     ConsentDialog consent{engine, texts};
     QtScreens screens;
-    QtFloatingWindows windows{engine, [this] { return look().isMotionReduced(); }};
+    std::unique_ptr<LayerShell> layerShell = LayerShell::make(moduleFile(waylandClientFile));
+    QtFloatingWindows windows{engine, [this] { return look().isMotionReduced(); },
+                              layerShell.get()};
     LinuxPlatform platform{defaults, consent};
 
     Foundation() { texts.follow(defaults); }

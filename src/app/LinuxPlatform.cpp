@@ -33,9 +33,10 @@ LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
                                    .leftOff = settings::accessibilityLeftOff.name.toString()},
                       .prompting = consent,
                       .windowTitle = [this](qint64 pid) { return windowTitle(pid); }})
-    , wayland_(isWaylandSession(QProcessEnvironment::systemEnvironment()) ? WaylandSession::make(
-                   x11_, sessionBus_, accessibility_.bus(), moduleFile(u"waylandclient.so"_s))
-                                                                          : nullptr)
+    , wayland_(isWaylandSession(QProcessEnvironment::systemEnvironment())
+                   ? WaylandSession::make(x11_, sessionBus_, accessibility_.bus(),
+                                          moduleFile(waylandClientFile))
+                   : nullptr)
     , secrets_(sessionBus_, moduleFile(u"secretcipher.so"_s))
 {
     screenLock_.followLogins();

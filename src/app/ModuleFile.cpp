@@ -3,7 +3,7 @@
 
 #include "app/ModuleFile.h"
 
-#include <QCoreApplication>
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -11,7 +11,9 @@ namespace vellumo {
 
 QString moduleFile(const QString &name)
 {
-    return QCoreApplication::applicationDirPath() + u"/" VELLUMO_MODULE_FOLDER "/"_s + name;
+    // not by the application object, before which a module may be needed
+    const QFileInfo program(QFileInfo(u"/proc/self/exe"_s).symLinkTarget());
+    return program.absolutePath() + u"/" VELLUMO_MODULE_FOLDER "/"_s + name;
 }
 
 } // namespace vellumo

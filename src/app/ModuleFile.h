@@ -6,8 +6,10 @@
 
 namespace vellumo {
 
+/// Name of the module that is a Wayland client.
+inline const QString waylandClientFile = QStringLiteral("waylandclient.so");
+
 /// Returns the path of one of the program's own modules, which are loaded on first use.
-/// Needs the application object.
 [[nodiscard]] QString moduleFile(const QString &name);
 
 } // namespace vellumo

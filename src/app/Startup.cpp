@@ -3,6 +3,7 @@
 
 #include "app/Startup.h"
 
+#include "app/ModuleFile.h"
 #include "app/WindowSystem.h"
 #include "notes/NotesStore.h"
 #include "platform/Diagnostics.h"
@@ -10,6 +11,7 @@
 #include "platform/dbus/ApplicationName.h"
 #include "platform/dbus/BusProbe.h"
 #include "platform/qt/SettingsDefaultsStore.h"
+#include "platform/wayland/LayerShell.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "settings/AppConfig.h"
 #include "settings/UserPreferences.h"
@@ -69,7 +71,9 @@ Startup::Startup(int argc, char **argv)
     request_ = std::get<LaunchRequest>(parsed);
     avoidHungBus();
 
-    const WindowSystem windows = chooseWindowSystem(QProcessEnvironment::systemEnvironment());
+    const WindowSystem windows = chooseWindowSystem(QProcessEnvironment::systemEnvironment(), [] {
+        return LayerShell::isOffered(moduleFile(waylandClientFile));
+    });
     remark_ = windows.remark;
     if (!windows.isUsable) {
         // Another vellumo, on a display, can still be reached.
@@ -80,6 +84,10 @@ Startup::Startup(int argc, char **argv)
     QGuiApplication::setDesktopFileName(ApplicationName::id);
     if (!windows.platform.isEmpty()) {
         programEnvironment::setHere("QT_QPA_PLATFORM", windows.platform);
+    }
+    if (windows.hasLayers) {
+        // Lets panels become layer surfaces. Qt reads it for each window.
+        programEnvironment::setHere("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
     }
     QtFloatingWindows::chooseRenderer();
 }

@@ -15,22 +15,28 @@ bool isWaylandSession(const QProcessEnvironment &environment)
         || !environment.value(u"WAYLAND_DISPLAY"_s).isEmpty();
 }
 
-WindowSystem chooseWindowSystem(const QProcessEnvironment &environment)
+WindowSystem chooseWindowSystem(const QProcessEnvironment &environment,
+                                const std::function<bool()> &offersLayers)
 {
     const bool isWayland = isWaylandSession(environment);
     const QString chosen = environment.value(u"QT_QPA_PLATFORM"_s);
     if (!chosen.isEmpty() && !chosen.startsWith("wayland"_L1) && !chosen.startsWith("xcb"_L1)) {
         return {};
     }
-    if (environment.value(u"DISPLAY"_s).isEmpty()) {
+    const bool hasLayers = isWayland && !chosen.startsWith("xcb"_L1) && offersLayers();
+    if (environment.value(u"DISPLAY"_s).isEmpty() && !hasLayers) {
         return {false,
                 {},
+                false,
                 isWayland
                     ? u"this Wayland session has no XWayland, which vellumo needs (DISPLAY is not "
                       "set)"_s
                     : u"no X display; start it in a desktop session (DISPLAY is not set)"_s};
     }
-    WindowSystem system{true, "xcb", {}};
+    WindowSystem system;
+    // the plugin for Wayland may be missing
+    system.platform = hasLayers ? "wayland;xcb" : "xcb";
+    system.hasLayers = hasLayers;
     if (isWayland) {
         system.remark =
             u"on Wayland, double taps are heard in X11 windows, GTK 3 windows and Firefox only; "

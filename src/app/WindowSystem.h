@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <functional>
 
 class QProcessEnvironment;
 
@@ -13,13 +14,16 @@ namespace vellumo {
 struct WindowSystem {
     bool isUsable = true;
     QByteArray platform; ///< for QT_QPA_PLATFORM; empty to leave it
+    bool hasLayers = false; ///< panels are layer surfaces
     QString remark; ///< for the user; empty when all is as usual
 };
 
 [[nodiscard]] bool isWaylandSession(const QProcessEnvironment &environment);
 
-/// Windows are placed and taps are seen through X11, on a Wayland session through XWayland. A Qt
-/// platform other than Wayland that the user has chosen is kept.
-[[nodiscard]] WindowSystem chooseWindowSystem(const QProcessEnvironment &environment);
+/// Windows are X11's, in a Wayland session XWayland's unless the compositor has a layer shell,
+/// which `offersLayers` asks it. X11, or a Qt platform other than Wayland, is kept when the user
+/// has chosen it.
+[[nodiscard]] WindowSystem chooseWindowSystem(const QProcessEnvironment &environment,
+                                              const std::function<bool()> &offersLayers);
 
 } // namespace vellumo

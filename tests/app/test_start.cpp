@@ -122,7 +122,7 @@ private Q_SLOTS:
         QCOMPARE(updates.looks, 2);
     }
 
-    void windowSystemIsX11WhereverItCan()
+    void windowSystemIsX11UnlessThereAreLayers()
     {
         const QString wayland = u"XDG_SESSION_TYPE=wayland"_s;
         const QString command = u"vellumo --explain"_s;
@@ -131,20 +131,26 @@ private Q_SLOTS:
             QByteArray platform;
             QString remark = {}; // contains this
             bool isUsable = true;
+            bool offersLayers = false;
         } rows[] = {
             {{u"DISPLAY=:0"_s}, "xcb"},
             {{wayland, u"DISPLAY=:0"_s}, "xcb", command},
             {{u"WAYLAND_DISPLAY=wayland-0"_s, u"DISPLAY=:0"_s}, "xcb", command},
             {{wayland, u"DISPLAY=:0"_s, u"QT_QPA_PLATFORM=wayland;xcb"_s}, "xcb", command},
             {{wayland}, {}, u"XWayland"_s, false},
+            {{wayland, u"DISPLAY=:0"_s}, "wayland;xcb", command, true, true},
+            {{wayland}, "wayland;xcb", command, true, true},
+            {{wayland, u"DISPLAY=:0"_s, u"QT_QPA_PLATFORM=xcb"_s}, "xcb", command, true, true},
+            {{u"DISPLAY=:0"_s}, "xcb", {}, true, true},
             {{}, {}, u"DISPLAY is not set"_s, false},
             {{u"QT_QPA_PLATFORM=offscreen"_s}, {}},
         };
-        for (const auto &[environment, platform, remark, isUsable] : rows) {
+        for (const auto &[environment, platform, remark, isUsable, offersLayers] : rows) {
             QProcessEnvironment variables;
             for (const QString &variable : environment)
                 variables.insert(variable.section(u'=', 0, 0), variable.section(u'=', 1));
-            const WindowSystem system = chooseWindowSystem(variables);
+            const WindowSystem system =
+                chooseWindowSystem(variables, [offers = offersLayers] { return offers; });
             QCOMPARE(system.isUsable, isUsable);
             QCOMPARE(system.platform, platform);
             QVERIFY(system.remark.isEmpty() == remark.isEmpty() && system.remark.contains(remark));

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
+#include "platform/wayland/LayerShell.h"
 #include "platform/wayland/WaylandSession.h"
 
 namespace vellumo {
@@ -7,6 +8,16 @@ namespace vellumo {
 std::unique_ptr<WaylandSession> WaylandSession::make(X11Backend & /*x11*/, SessionBus & /*session*/,
                                                      AtspiBus & /*accessibility*/,
                                                      const QString & /*clientModule*/)
+{
+    return nullptr;
+}
+
+bool LayerShell::isOffered(const QString & /*clientModule*/)
+{
+    return false;
+}
+
+std::unique_ptr<LayerShell> LayerShell::make(const QString & /*clientModule*/)
 {
     return nullptr;
 }

@@ -18,14 +18,14 @@ bool isHeld(const QPointerEvent &event)
 
 } // namespace
 
-PanelDrag::Step PanelDrag::handle(const QPointerEvent &event, QPoint origin)
+PanelDrag::Step PanelDrag::cancelled()
+{
+    return {std::nullopt, std::exchange(grabbedAt_, std::nullopt).has_value()};
+}
+
+PanelDrag::Step PanelDrag::handle(const QPointerEvent &event, QPoint pointer, QPoint origin)
 {
     const auto grabbedAt = grabbedAt_;
-    if (event.pointCount() == 0) { // the system has cancelled the touch
-        cancel();
-        return {std::nullopt, grabbedAt.has_value()};
-    }
-    const QPoint pointer = event.points().constFirst().globalPosition().toPoint();
     if (event.type() == QEvent::MouseButtonPress || event.type() == QEvent::TouchBegin) {
         cancel(); // its release was never delivered
         pressedAt_ = pointer - origin;

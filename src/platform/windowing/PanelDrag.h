@@ -18,9 +18,12 @@ public:
         bool isOver = false; ///< the drag has ended
     };
 
-    /// Processes an event of the mouse or the first finger. `origin` is the current top left corner
-    /// of the rectangle.
-    [[nodiscard]] Step handle(const QPointerEvent &event, QPoint origin);
+    /// Processes an event of the mouse or the first finger at `pointer`. `origin` is the current
+    /// top left corner of the rectangle.
+    [[nodiscard]] Step handle(const QPointerEvent &event, QPoint pointer, QPoint origin);
+
+    /// The system has cancelled the touch.
+    [[nodiscard]] Step cancelled();
 
     /// Starts a drag from the last press.
     void begin() { grabbedAt_ = pressedAt_; }

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style)
+std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style, bool isLayer)
 {
     auto window = std::make_unique<QQuickWindow>();
     QSurfaceFormat format = window->format();
@@ -25,7 +25,10 @@ std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style)
     if (!style.canBecomeKey) {
         flags |= Qt::WindowDoesNotAcceptFocus;
     }
-    if (style.ignoresMouseEvents) {
+    if (isLayer) {
+        flags |= Qt::BypassWindowManagerHint;
+        flags.setFlag(Qt::WindowTransparentForInput, style.ignoresMouseEvents);
+    } else if (style.ignoresMouseEvents) {
         // Decoration only, which the window manager need not manage.
         flags |= Qt::X11BypassWindowManagerHint;
     }

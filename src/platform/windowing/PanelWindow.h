@@ -12,8 +12,10 @@ class QQuickWindow;
 
 namespace vellumo {
 
-/// Creates a hidden native window for a panel of this style.
-[[nodiscard]] std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style);
+/// Creates a hidden native window for a panel of this style, which becomes a layer surface or a
+/// window of the window manager.
+[[nodiscard]] std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style,
+                                                            bool isLayer);
 
 /// Creates the content inside the window, which owns it. Returns null, after a diagnostic line,
 /// when the component cannot be created.

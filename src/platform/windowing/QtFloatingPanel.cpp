@@ -2,28 +2,23 @@
 // SPDX-License-Identifier: MIT
 #include "platform/windowing/QtFloatingPanel.h"
 
+#include "platform/windowing/LayerPlacing.h"
 #include "platform/windowing/PanelShape.h"
 #include "platform/windowing/PanelWindow.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/ShadowItem.h"
-#include "platform/windowing/x11/X11Hints.h"
+#include "platform/windowing/X11Placing.h"
 #include <QGuiApplication>
 #include <QPointerEvent>
 #include <QQuickItem>
 #include <QScreen>
-#include <chrono>
 
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
 namespace {
-
-constexpr std::chrono::milliseconds keyboardReturnTime(100); // time for the window manager to do it
-constexpr int maxGeometryAttempts = 3;
-constexpr quint32 transparentPixel = 0;
-constexpr quint32 opaqueBlackPixel = 0xFF000000;
 
 /// Size of the first drawing of a window that has no frame yet.
 constexpr QSize firstSize(520, 420);
@@ -41,8 +36,8 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
                                  const FloatingPanelContent &content)
     : windows_(windows)
     , style_(style)
-    , window_(makePanelWindow(style_))
-    , outline_(*window_, style_)
+    , window_(makePanelWindow(style_, windows.layerShell() != nullptr))
+    , placing_(makePlacing())
     , fade_([this](double opacity) {
         if (content_ && hasBlendedEdges()) {
             content_->setOpacity(opacity);
@@ -75,9 +70,8 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
             Q_EMIT appeared();
         }
     });
-    settling_.setSingleShot(true);
-    settling_.setInterval(100);
-    connect(&settling_, &QTimer::timeout, this, &QtFloatingPanel::settle);
+    connect(placing_.get(), &PanelPlacing::movedByDesktop, this,
+            &QtFloatingPanel::takeOverPosition);
     adaptToCompositor();
     if (style_.isDrawnAhead) {
         renderOnce();
@@ -87,6 +81,18 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
 QtFloatingPanel::~QtFloatingPanel()
 {
     windows_.forget(this);
+    window_->removeEventFilter(this);
+}
+
+std::unique_ptr<PanelPlacing> QtFloatingPanel::makePlacing()
+{
+    const auto isMoving = [this] {
+        return drag_.isUnderWay() || animation_.state() == QVariantAnimation::Running;
+    };
+    if (auto *shell = windows_.layerShell()) {
+        return std::make_unique<LayerPlacing>(*shell, *window_, style_, isMoving);
+    }
+    return std::make_unique<X11Placing>(*window_, style_, isMoving);
 }
 
 /// Draws the hidden window once, so that fonts, glyphs and images are loaded before it is shown.
@@ -103,8 +109,7 @@ bool QtFloatingPanel::hasBlendedEdges() const
 
 void QtFloatingPanel::adaptToCompositor()
 {
-    // Fills new areas before they are painted, so that no remains of other windows are visible.
-    x11::setBackground(window_->winId(), hasBlendedEdges() ? transparentPixel : opaqueBlackPixel);
+    placing_->setBlended(hasBlendedEdges());
     if (shadow_) {
         shadow_->setVisible(hasBlendedEdges());
     }
@@ -165,10 +170,10 @@ void QtFloatingPanel::arrive()
 void QtFloatingPanel::place(const QRect &picture, const QRect &around)
 {
     picture_ = picture;
-    placeNative(style_.hasShadow && hasBlendedEdges()
-                    ? withShadowMargin(around, shadowMargin, screenAround(around))
-                    : around);
-    const QRect inside = picture_.translated(-native_.topLeft());
+    placing_->setGeometry(style_.hasShadow && hasBlendedEdges()
+                              ? withShadowMargin(around, shadowMargin, screenAround(around))
+                              : around);
+    const QRect inside = picture_.translated(-placing_->geometry().topLeft());
     if (isVisible() && inside == inside_) {
         return; // only moved
     }
@@ -192,24 +197,16 @@ void QtFloatingPanel::place(const QRect &picture, const QRect &around)
     }
 }
 
-void QtFloatingPanel::placeNative(const QRect &native)
-{
-    if (native != native_) {
-        native_ = native;
-        geometryAttempts_ = 0;
-        window_->setGeometry(native);
-    }
-}
-
 void QtFloatingPanel::shapeVisiblePart()
 {
     isShapePending_ = false;
-    outline_.show(picture_.translated(-native_.topLeft()), hasBlendedEdges());
+    placing_->outline(picture_.translated(-placing_->geometry().topLeft()), hasBlendedEdges());
 }
 
 void QtFloatingPanel::shapeInput()
 {
-    outline_.takeClicks(wholeUnits(toQt(frame_, mainGeometry())).translated(-native_.topLeft()));
+    placing_->takeClicks(
+        wholeUnits(toQt(frame_, mainGeometry())).translated(-placing_->geometry().topLeft()));
 }
 
 void QtFloatingPanel::performDrag()
@@ -221,62 +218,29 @@ void QtFloatingPanel::performDrag()
 
 void QtFloatingPanel::handlePointer(const QPointerEvent &event)
 {
-    const PanelDrag::Step step = drag_.handle(event, picture_.topLeft());
+    const PanelDrag::Step step = event.pointCount() == 0
+        ? drag_.cancelled()
+        : drag_.handle(event, placing_->pointerPosition(event), picture_.topLeft());
     if (step.origin) {
         const QRect picture(*step.origin, picture_.size());
         frame_ = toDesktop(QRectF(picture), mainGeometry());
-        place(picture, picture);
+        place(picture, placing_->dragArea(picture));
     }
     if (step.isOver) {
-        isMoved_ = true;
-        settling_.start(); // the window manager may have placed the window elsewhere
+        place(picture_, picture_);
+        placing_->finishDrag();
         Q_EMIT moved();
         Q_EMIT movedByUser();
     }
 }
 
-void QtFloatingPanel::noticeMove()
+void QtFloatingPanel::takeOverPosition(QPoint distance, bool isByUser)
 {
-    if (!style_.isMovable) {
-        return;
-    }
-    const bool isOwn = drag_.isUnderWay() || animation_.state() == QVariantAnimation::Running
-        || window_->position() == native_.topLeft();
-    isMovedByHand_ = isMovedByHand_ || (!isOwn && x11::isButtonHeld());
-    isMoved_ = true;
-    settling_.start();
-}
-
-void QtFloatingPanel::settle()
-{
-    if (std::exchange(isMoved_, false)) {
-        takeOverPosition();
-    }
-    // A window manager that is still handling the last unmapping may keep the geometry from before.
-    const bool rests = !drag_.isUnderWay() && animation_.state() != QVariantAnimation::Running;
-    if (isVisible() && rests && window_->geometry() != native_
-        && geometryAttempts_ < maxGeometryAttempts) {
-        ++geometryAttempts_; // some window managers insist on theirs
-        window_->setGeometry(native_);
-    }
-}
-
-/// Handles moves that the user makes through the window manager, and positions that the window
-/// manager refuses or changes.
-void QtFloatingPanel::takeOverPosition()
-{
-    const bool isByHand = std::exchange(isMovedByHand_, false);
-    const QPoint distance = window_->position() - native_.topLeft();
-    const bool rests = !drag_.isUnderWay() && animation_.state() != QVariantAnimation::Running;
-    if (!isVisible() || !rests || distance.isNull()) {
-        return;
-    }
-    native_.translate(distance);
     picture_.translate(distance);
     frame_ = toDesktop(QRectF(picture_), mainGeometry());
     place(picture_, picture_);
     Q_EMIT moved();
-    if (isByHand) {
+    if (isByUser) {
         Q_EMIT movedByUser();
     }
 }
@@ -295,23 +259,23 @@ void QtFloatingPanel::setCursor(PanelCursor cursor)
                                                            : Qt::ArrowCursor);
 }
 
+bool QtFloatingPanel::isVisible() const
+{
+    return placing_->isShown();
+}
+
 void QtFloatingPanel::orderFrontRegardless()
 {
     if (!isVisible()) {
-        isNewlyMapped_ = true;
-        geometryAttempts_ = 0;
         isAppearing_ = true;
-        x11::leaveOutOfLists(window_->winId());
-        window_->show();
-        x11::floatEverywhere(window_->winId());
     }
-    const WId active = x11::isAvailable() ? x11::activeWindow() : 0;
-    if (active != window_->winId()) {
-        activeBefore_ = active;
-    }
-    lift_.apply(*window_, style_.level, active);
-    window_->raise();
+    placing_->show();
     windows_.restackAbove(*this);
+}
+
+void QtFloatingPanel::raise()
+{
+    placing_->raise();
 }
 
 void QtFloatingPanel::orderOut()
@@ -320,78 +284,40 @@ void QtFloatingPanel::orderOut()
     animation_.stop();
     fade_.stop();
     drag_.cancel();
-    const bool hadKeyboard = window_->isActive();
-    window_->hide();
-    if (hadKeyboard) {
-        scheduleKeyboardReturn();
-    }
-    activeBefore_ = 0;
+    placing_->hide();
     windows_.refreshCompositor(); // here, since showing must be quick
-    lift_.undo(*window_);
 }
 
 void QtFloatingPanel::makeKey()
 {
-    if (!style_.canBecomeKey || !isVisible()) {
-        return;
-    }
-    if (x11::isAvailable()) {
-        x11::activate(window_->winId());
-    } else {
-        window_->requestActivate();
-    }
-}
-
-/// Window managers give the keyboard to the window that had it before, or to one that was clicked.
-/// Some, such as xfwm4 4.20, may leave no window with it.
-void QtFloatingPanel::scheduleKeyboardReturn()
-{
-    if (const WId window = std::exchange(activeBefore_, 0)) {
-        QTimer::singleShot(keyboardReturnTime, this, [this, window] {
-            if (!isVisible() && x11::activeWindow() == 0) {
-                x11::activate(window);
-            }
-        });
+    if (style_.canBecomeKey && isVisible()) {
+        placing_->takeKeyboard();
     }
 }
 
 bool QtFloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == window_.get() && event->type() == QEvent::Close) {
+    if (watched != window_.get()) {
+        return FloatingPanel::eventFilter(watched, event);
+    }
+    if (event->type() == QEvent::Close) {
         event->ignore(); // the panel's owner decides when to hide it
         Q_EMIT closeRequested();
         return true;
     }
-    if (watched == window_.get() && event->type() == QEvent::Expose && window_->isExposed()) {
-        if (!isVisible()) {
-            // a slow window manager maps a window that has been hidden meanwhile
-            x11::withdraw(window_->winId());
-        } else if (std::exchange(isNewlyMapped_, false)) {
-            // Again: some window managers ignore what was set before they managed the window.
-            shapeInput();
-            settling_.start(); // they may also ignore a geometry set before
-        }
-    }
-    if (watched == window_.get()) {
-        switch (event->type()) {
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseMove:
-        case QEvent::MouseButtonRelease:
-        case QEvent::TouchBegin:
-        case QEvent::TouchUpdate:
-        case QEvent::TouchEnd:
-        case QEvent::TouchCancel:
-            handlePointer(*static_cast<QPointerEvent *>(event));
-            break;
-        case QEvent::Move:
-            noticeMove();
-            break;
-        case QEvent::Resize:
-            settling_.start();
-            break;
-        default:
-            break;
-        }
+    placing_->handle(*event);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
+        handlePointer(*static_cast<QPointerEvent *>(event));
+        break;
+    default:
+        break;
     }
     return FloatingPanel::eventFilter(watched, event);
 }

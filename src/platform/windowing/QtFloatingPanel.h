@@ -5,10 +5,7 @@
 #include "platform/FloatingWindows.h"
 #include "platform/windowing/PanelDrag.h"
 #include "platform/windowing/PanelFade.h"
-#include "platform/windowing/PanelOutline.h"
-#include "platform/windowing/PanelWindow.h"
 #include <QQuickWindow>
-#include <QTimer>
 #include <QVariantAnimation>
 
 class QQmlEngine;
@@ -16,6 +13,7 @@ class QQuickItem;
 
 namespace vellumo {
 
+class PanelPlacing;
 class QtFloatingWindows;
 class ShadowItem;
 
@@ -39,12 +37,13 @@ public:
     void animateAlpha(double alpha, std::chrono::milliseconds duration,
                       std::function<void()> completion) override;
     void setCursor(PanelCursor cursor) override;
-    [[nodiscard]] bool isVisible() const override { return window_->isVisible(); }
+    [[nodiscard]] bool isVisible() const override;
     void orderFrontRegardless() override;
     void orderOut() override;
     void makeKey() override;
 
     [[nodiscard]] WindowLevel level() const { return style_.level; }
+    void raise();
     [[nodiscard]] QQuickWindow &window() const { return *window_; }
     /// Returns the root of the content; null when it could not be created.
     [[nodiscard]] QQuickItem *content() const { return content_; }
@@ -53,18 +52,15 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    [[nodiscard]] std::unique_ptr<PanelPlacing> makePlacing();
     void renderOnce();
     void adaptToCompositor();
 
     /// Moves picture and native window; the native window encloses `around`.
     void place(const QRect &picture, const QRect &around);
-    void placeNative(const QRect &native);
     void arrive();
     void handlePointer(const QPointerEvent &event);
-    void noticeMove();
-    void takeOverPosition();
-    void settle();
-    void scheduleKeyboardReturn();
+    void takeOverPosition(QPoint distance, bool isByUser);
     void shapeVisiblePart();
     void shapeInput();
     [[nodiscard]] bool hasBlendedEdges() const;
@@ -72,27 +68,18 @@ private:
     QtFloatingWindows &windows_;
     FloatingPanelStyle style_;
     std::unique_ptr<QQuickWindow> window_;
-    PanelOutline outline_;
+    std::unique_ptr<PanelPlacing> placing_;
     QQuickItem *content_ = nullptr;
     ShadowItem *shadow_ = nullptr;
 
     Rect frame_;
     QRect picture_;
-    QRect native_;
     QRect inside_; ///< the picture in the native window
     QVariantAnimation animation_;
     std::function<void()> completion_;
-    FullScreenLift lift_;
     PanelFade fade_;
     PanelDrag drag_; ///< of the picture
-    QTimer settling_; ///< waits until the window manager has finished moving the window
-    WId activeBefore_ = 0; ///< the window that was active when this one was shown; 0 for none
-    int geometryAttempts_ = 0; ///< number of times that this geometry was requested again
-    bool isMoved_ = false; ///< moved since it last settled
-    /// Moved by the user through the window manager since it last settled.
-    bool isMovedByHand_ = false;
     bool isShapePending_ = false;
-    bool isNewlyMapped_ = false;
     bool isAppearing_ = false;
 };
 

@@ -14,9 +14,11 @@ void QtFloatingWindows::chooseRenderer()
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 
-QtFloatingWindows::QtFloatingWindows(QQmlEngine &engine, std::function<bool()> isMotionReduced)
+QtFloatingWindows::QtFloatingWindows(QQmlEngine &engine, std::function<bool()> isMotionReduced,
+                                     LayerShell *layerShell)
     : engine_(engine)
     , isMotionReduced_(std::move(isMotionReduced))
+    , layerShell_(layerShell)
 {
 }
 
@@ -45,7 +47,7 @@ void QtFloatingWindows::restackAbove(const QtFloatingPanel &panel)
 {
     for (QtFloatingPanel *other : std::as_const(panels_)) {
         if (other->isVisible() && other->level() > panel.level()) {
-            other->window().raise();
+            other->raise();
         }
     }
 }

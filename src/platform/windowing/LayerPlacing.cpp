@@ -1,0 +1,227 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#include "platform/windowing/LayerPlacing.h"
+
+#include "platform/Diagnostics.h"
+#include "platform/windowing/TextUnderPointer.h"
+#include <QGuiApplication>
+#include <QPointerEvent>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QScreen>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace vellumo {
+
+namespace {
+
+/// How often a compositor is asked that was too busy to show the panel at once.
+constexpr int maxAttempts = 10;
+
+/// More than the pointer moves between two events.
+constexpr int dragMargin = 256;
+
+int distance(QPoint from, QPoint to)
+{
+    return (to - from).manhattanLength();
+}
+
+/// Returns the screen that shows the middle of a rectangle, else the main one; null without
+/// screens.
+QScreen *screenOf(const QRect &rect)
+{
+    QScreen *screen = QGuiApplication::screenAt(rect.center());
+    return screen != nullptr ? screen : QGuiApplication::primaryScreen();
+}
+
+} // namespace
+
+LayerPlacing::LayerPlacing(LayerShell &shell, QQuickWindow &window, const FloatingPanelStyle &style,
+                           std::function<bool()> isMoving)
+    : shell_(shell)
+    , window_(window)
+    , style_(style)
+    , isMoving_(std::move(isMoving))
+{
+}
+
+LayerPlacing::~LayerPlacing()
+{
+    hide();
+}
+
+LayerSurface::State LayerPlacing::state() const
+{
+    const QPoint origin = screen_ != nullptr ? screen_->geometry().topLeft() : QPoint();
+    return {geometry_.topLeft() - origin, geometry_.size(), takesKeyboard_};
+}
+
+void LayerPlacing::setGeometry(const QRect &geometry)
+{
+    if (geometry == geometry_) {
+        return;
+    }
+    const bool isResized = geometry.size() != geometry_.size();
+    geometry_ = geometry;
+    if (surface_ && !isMoving_() && screenOf(geometry) != screen_) {
+        reappear();
+        return;
+    }
+    if (surface_) {
+        surface_->set(state());
+    }
+    window_.setGeometry(geometry);
+    if (!surface_) {
+        return;
+    }
+    if (isResized) {
+        window_.update(); // its frame brings the state
+        return;
+    }
+    surface_->commit();
+}
+
+void LayerPlacing::show()
+{
+    if (!std::exchange(isShown_, true)) {
+        attempts_ = 0;
+        appear();
+    }
+}
+
+void LayerPlacing::appear()
+{
+    screen_ = screenOf(geometry_);
+    if (!isShown_ || surface_ || screen_ == nullptr) {
+        return;
+    }
+    window_.setScreen(screen_);
+    window_.setGeometry(geometry_);
+    surface_ = shell_.show(window_, *screen_, state());
+    if (surface_) {
+        attempts_ = 0;
+        surface_->onClosed = [this] { handleClosed(); };
+    } else if (++attempts_ < maxAttempts) {
+        shell_.whenProcessed([self = QPointer(this)] {
+            if (self && self->isShown_ && !self->surface_) {
+                self->appear();
+            }
+        });
+    } else {
+        printDiagnostic(u"the compositor does not show a layer surface"_s);
+    }
+}
+
+/// The compositor closes what was on a screen that is removed.
+void LayerPlacing::handleClosed()
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            surface_.reset();
+            window_.hide();
+            if (isShown_) {
+                appear();
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+void LayerPlacing::reappear()
+{
+    surface_.reset();
+    window_.hide();
+    appear();
+}
+
+void LayerPlacing::hide()
+{
+    isShown_ = false;
+    takesKeyboard_ = false;
+    surface_.reset();
+    window_.hide();
+}
+
+void LayerPlacing::takeKeyboard()
+{
+    if (surface_ && !std::exchange(takesKeyboard_, true)) {
+        surface_->set(state());
+        surface_->commit();
+    }
+}
+
+void LayerPlacing::releaseKeyboard()
+{
+    if (std::exchange(takesKeyboard_, false) && surface_) {
+        surface_->set(state());
+        surface_->commit();
+    }
+}
+
+void LayerPlacing::takeClicks(const QRect &frame)
+{
+    window_.setMask(frame);
+}
+
+QPoint LayerPlacing::pointerPosition(const QPointerEvent &event)
+{
+    const QPoint inside = event.points().constFirst().position().toPoint();
+    const QPoint now = geometry_.topLeft() + inside;
+    const QPoint before = pressOrigin_ + inside;
+    if (event.type() == QEvent::MouseButtonPress || event.type() == QEvent::TouchBegin) {
+        pressOrigin_ = geometry_.topLeft();
+        pointer_ = now;
+    } else if (isMoving_() && distance(before, pointer_) < distance(now, pointer_)) {
+        pointer_ = before;
+    } else {
+        pointer_ = now;
+    }
+    return pointer_;
+}
+
+/// Covers the whole screen, so that the window need not move: until the button is released, some
+/// compositors report positions relative to where the window was at the press, others to where it
+/// is. The corner is moved so far that the two cannot be confused.
+QRect LayerPlacing::dragArea(const QRect &picture) const
+{
+    return screen_ != nullptr ? screen_->geometry().adjusted(-dragMargin, -dragMargin, 0, 0)
+                              : picture;
+}
+
+void LayerPlacing::finishDrag()
+{
+    if (surface_ && screenOf(geometry_) != screen_) {
+        reappear();
+    }
+}
+
+void LayerPlacing::handle(const QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+        handlePress(static_cast<const QPointerEvent &>(event).points().constFirst().position());
+        break;
+    case QEvent::Leave:
+        if (!hasTypedText(window_)) {
+            releaseKeyboard();
+        }
+        break;
+    case QEvent::FocusOut:
+        releaseKeyboard();
+        break;
+    default:
+        break;
+    }
+}
+
+void LayerPlacing::handlePress(QPointF position)
+{
+    if (style_.canBecomeKey && hasSelectableText(*window_.contentItem(), position)) {
+        takeKeyboard();
+    }
+}
+
+} // namespace vellumo

@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QPoint>
+#include <QRect>
+
+class QEvent;
+class QPointerEvent;
+
+namespace vellumo {
+
+/// Puts a panel's window on the desktop in the way of one window system. Geometries are Qt's; they
+/// include a shadow's margin. Main thread only.
+class PanelPlacing : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Moves and resizes the window, also while it is hidden.
+    virtual void setGeometry(const QRect &geometry) = 0;
+    [[nodiscard]] virtual QRect geometry() const = 0;
+
+    /// Shows the window, or raises it if it is shown, without giving it the keyboard.
+    virtual void show() = 0;
+
+    /// Hides the window. If it had the keyboard, the window that had it before gets it back.
+    virtual void hide() = 0;
+
+    /// Returns whether the window was shown and not hidden since. The desktop may still have to
+    /// show it.
+    [[nodiscard]] virtual bool isShown() const = 0;
+
+    virtual void raise() = 0;
+    virtual void takeKeyboard() = 0;
+
+    /// Prepares new areas of the window for a desktop that blends windows, or one that does not.
+    virtual void setBlended(bool isBlended) = 0;
+
+    /// Makes the whole window visible if it is blended, else only what the picture covers. Relative
+    /// to the window.
+    virtual void outline(const QRect &picture, bool isBlended) = 0;
+
+    /// Passes clicks outside of the frame to the window behind. Relative to the window.
+    virtual void takeClicks(const QRect &frame) = 0;
+
+    /// Returns the position of the pointer, or the first finger, in an event of the window.
+    [[nodiscard]] virtual QPoint pointerPosition(const QPointerEvent &event) = 0;
+
+    /// Returns the area that the window is to cover while the user drags the picture in it.
+    [[nodiscard]] virtual QRect dragArea(const QRect &picture) const = 0;
+
+    /// To be called when the user has finished dragging.
+    virtual void finishDrag() = 0;
+
+    /// To be called with every event of the window, before the window processes it.
+    virtual void handle(const QEvent &event) = 0;
+
+Q_SIGNALS:
+    /// Emitted when the desktop has moved the window, by itself or for the user. geometry() is
+    /// the new one already.
+    void movedByDesktop(QPoint distance, bool isByUser);
+};
+
+} // namespace vellumo
