@@ -8,6 +8,7 @@
 #include "platform/qt/SettingsDefaultsStore.h"
 #include "platform/qt/SystemClock.h"
 #include "platform/wayland/LayerShell.h"
+#include "platform/windowing/OwnPointer.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/QtScreens.h"
 #include "settings/AppConfig.h"
@@ -40,8 +41,16 @@ struct Foundation {
     QtFloatingWindows windows{engine, [this] { return look().isMotionReduced(); },
                               layerShell.get()};
     LinuxPlatform platform{defaults, consent};
+    /// After the platform, whose event filters ask for the pointer. Null unless panels are layers.
+    std::unique_ptr<OwnPointer> pointer = layerShell ? std::make_unique<OwnPointer>() : nullptr;
 
-    Foundation() { texts.follow(defaults); }
+    Foundation()
+    {
+        texts.follow(defaults);
+        if (pointer) {
+            screens.followPointer(*pointer);
+        }
+    }
     SystemLook &look() { return *SystemLook::of(engine); }
 };
 

@@ -13,6 +13,14 @@ class QWindow;
 
 namespace vellumo {
 
+/// Properties of a window that is a layer surface.
+namespace layerProperty {
+/// QPoint: where it is on the desktop, in Qt's coordinates. Qt itself does not know.
+inline constexpr auto position = "layerPosition";
+/// bool: it gives up the keyboard by itself, not because the user has turned to another window.
+inline constexpr auto yieldsKeyboard = "layerYieldsKeyboard";
+} // namespace layerProperty
+
 /// A window as a layer surface, above full-screen windows. Destroying it takes the window off the
 /// screen; the window must then be hidden before it can become a layer surface again.
 class LayerSurface {

@@ -2,8 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/wayland/WaylandEventMonitors.h"
 
+#include "platform/wayland/LayerShell.h"
 #include "platform/x11/MonitorList.h"
+#include <QGuiApplication>
 #include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
@@ -44,6 +49,7 @@ private:
 WaylandEventMonitors::WaylandEventMonitors(EventMonitoring &x11)
     : x11_(x11)
     , global_(std::make_shared<MonitorList>())
+    , elsewhere_(std::make_shared<MonitorList>())
     , local_(std::make_shared<MonitorList>())
     , x11Global_(x11.addGlobalMonitor(flagsMask,
                                       [this](const Event &event) { handleX11(event, *global_); }))
@@ -52,6 +58,10 @@ WaylandEventMonitors::WaylandEventMonitors(EventMonitoring &x11)
         return true;
     }))
 {
+    if (qGuiApp != nullptr && QGuiApplication::platformName() == "wayland"_L1) {
+        connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
+                &WaylandEventMonitors::handleFocus);
+    }
 }
 
 WaylandEventMonitors::~WaylandEventMonitors() = default;
@@ -76,6 +86,19 @@ void WaylandEventMonitors::add(TapSource &source)
             deliver(0, at);
         }
     });
+}
+
+void WaylandEventMonitors::handleFocus(QWindow *window)
+{
+    const QPointer<QWindow> before = std::exchange(focus_, window);
+    const bool isLost = window == nullptr && before != nullptr && before->isVisible()
+        && !before->property(layerProperty::yieldsKeyboard).toBool();
+    if (isLost) {
+        Event event;
+        event.type = EventType::LeftMouseDown;
+        event.timestampMs = sinceBegin(std::chrono::steady_clock::now()).count();
+        elsewhere_->deliver(event);
+    }
 }
 
 void WaylandEventMonitors::deliver(quint32 flags, TapSource::Time at)
@@ -116,6 +139,13 @@ WaylandEventMonitors::addGlobalMonitor(EventMask mask, std::function<void(const 
     std::unique_ptr<EventMonitorHandle> ofX11;
     if ((mask & ~flagsMask) != 0) {
         ofX11 = x11_.addGlobalMonitor(mask & ~flagsMask, handler);
+    }
+    if ((mask & maskOf(EventType::LeftMouseDown)) != 0) {
+        ofX11 = std::make_unique<BothHandles>(std::move(ofX11),
+                                              elsewhere_->add(mask, [handler](const Event &event) {
+                                                  handler(event);
+                                                  return true;
+                                              }));
     }
     if ((mask & flagsMask) == 0) {
         return ofX11;

@@ -7,6 +7,8 @@
 #include "platform/wayland/TapMerger.h"
 #include <QList>
 #include <QObject>
+#include <QPointer>
+#include <QWindow>
 #include <chrono>
 #include <optional>
 
@@ -15,7 +17,8 @@ namespace vellumo {
 class MonitorList;
 
 /// Input events of a Wayland session: those that XWayland sees, and the taps of Option that other
-/// sources report. Event times are on the steady clock.
+/// sources report. Where presses in other programs' windows are not reported, the loss of the
+/// keyboard counts as one. Event times are on the steady clock.
 class WaylandEventMonitors : public QObject, public EventMonitoring {
     Q_OBJECT
 
@@ -35,12 +38,15 @@ public:
     bool waitForRelease(quint32 flags, QDeadlineTimer deadline) override;
 
 private:
+    void handleFocus(QWindow *window);
     void handleX11(const Event &event, MonitorList &monitors);
     void deliver(quint32 flags, TapSource::Time at);
     [[nodiscard]] TapSource::Time timeOf(const Event &event);
 
     EventMonitoring &x11_;
+    QPointer<QWindow> focus_; ///< our window that has the keyboard
     std::shared_ptr<MonitorList> global_; ///< of changed flags
+    std::shared_ptr<MonitorList> elsewhere_; ///< of presses
     std::shared_ptr<MonitorList> local_;
     std::unique_ptr<EventMonitorHandle> x11Global_;
     std::unique_ptr<EventMonitorHandle> x11Local_;

@@ -4,7 +4,9 @@
 
 #include "platform/x11/X11Workspace.h"
 #include "platform/xdg/StartedApplication.h"
+#include <QGuiApplication>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace vellumo {
@@ -49,7 +51,7 @@ void WaylandWorkspace::look()
         return;
     }
     const auto window = native_.frontWindow();
-    if (!window || (!window->isOfCompositor && x11_.isOwnWindowActive())) {
+    if (!window || (!window->isOfCompositor && isOwnWindowActive())) {
         if (!front_) {
             front_ = x11_.frontmostApplication();
         }
@@ -124,6 +126,9 @@ bool WaylandWorkspace::isScreenCovered()
 
 bool WaylandWorkspace::isOwnWindowActive() const
 {
+    if (QGuiApplication::platformName() == "wayland"_L1) {
+        return QGuiApplication::focusWindow() != nullptr; // sway does not report layer surfaces
+    }
     const auto window = native_.frontWindow();
     return window && window->isOfCompositor ? window->isBehindOwn : x11_.isOwnWindowActive();
 }

@@ -65,6 +65,7 @@ void LayerPlacing::setGeometry(const QRect &geometry)
     }
     const bool isResized = geometry.size() != geometry_.size();
     geometry_ = geometry;
+    window_.setProperty(layerProperty::position, geometry.topLeft());
     if (surface_ && !isMoving_() && screenOf(geometry) != screen_) {
         reappear();
         return;
@@ -147,6 +148,7 @@ void LayerPlacing::hide()
 void LayerPlacing::takeKeyboard()
 {
     if (surface_ && !std::exchange(takesKeyboard_, true)) {
+        window_.setProperty(layerProperty::yieldsKeyboard, false);
         surface_->set(state());
         surface_->commit();
     }
@@ -205,7 +207,9 @@ void LayerPlacing::handle(const QEvent &event)
         handlePress(static_cast<const QPointerEvent &>(event).points().constFirst().position());
         break;
     case QEvent::Leave:
-        if (!hasTypedText(window_)) {
+        // Otherwise keys that are meant for the panel would reach the window below the pointer.
+        if (takesKeyboard_ && !hasTypedText(window_)) {
+            window_.setProperty(layerProperty::yieldsKeyboard, true);
             releaseKeyboard();
         }
         break;

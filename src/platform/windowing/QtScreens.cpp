@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/windowing/QtScreens.h"
 
+#include "platform/windowing/OwnPointer.h"
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/x11/X11Hints.h"
 #include <QCursor>
@@ -11,6 +12,9 @@
 namespace vellumo {
 
 namespace {
+
+/// Outside of every screen.
+constexpr QPoint nowhere(-1'000'000, -1'000'000);
 
 Screen described(const QScreen &screen, const StrutWatch &struts)
 {
@@ -74,7 +78,9 @@ std::optional<Screen> QtScreens::mainScreen() const
 
 Point QtScreens::pointerLocation() const
 {
-    return toDesktop(QCursor::pos(), mainGeometry());
+    const QPoint position =
+        pointer_ != nullptr ? pointer_->position().value_or(nowhere) : QCursor::pos();
+    return toDesktop(position, mainGeometry());
 }
 
 } // namespace vellumo

@@ -10,6 +10,8 @@ class QScreen;
 
 namespace vellumo {
 
+class OwnPointer;
+
 /// The screens of Qt; the main screen is the primary one.
 class QtScreens final : public Screens {
     Q_OBJECT
@@ -19,13 +21,18 @@ public:
 
     [[nodiscard]] QList<Screen> screens() const override;
     [[nodiscard]] std::optional<Screen> mainScreen() const override;
-    /// Queries the display server, since motion outside of our windows is not delivered.
+    /// Queries the display server, since motion outside of our windows is not delivered. With
+    /// followPointer() the result is outside of every screen where the position is unknown.
     [[nodiscard]] Point pointerLocation() const override;
+
+    /// Takes the position of the pointer from `pointer`, which must outlive this object.
+    void followPointer(const OwnPointer &pointer) { pointer_ = &pointer; }
 
 private:
     void watch(const QScreen &screen);
 
     StrutWatch struts_;
+    const OwnPointer *pointer_ = nullptr;
     QTimer settling_; ///< combines the changes of one new layout
 };
 
