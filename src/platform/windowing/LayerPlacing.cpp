@@ -45,6 +45,7 @@ LayerPlacing::LayerPlacing(LayerShell &shell, QQuickWindow &window, const Floati
     , style_(style)
     , isMoving_(std::move(isMoving))
 {
+    window_.setProperty(layerProperty::yieldsKeyboard, !style.canBecomeKey);
 }
 
 LayerPlacing::~LayerPlacing()
@@ -162,6 +163,26 @@ void LayerPlacing::releaseKeyboard()
     }
 }
 
+/// KWin gives the keyboard to what was clicked, unasked, and back only when that is hidden.
+void LayerPlacing::refuseKeyboard()
+{
+    if (style_.canBecomeKey) {
+        return;
+    }
+    const auto reappear = [this] {
+        if (surface_ && window_.isActive() && QGuiApplication::mouseButtons() == Qt::NoButton) {
+            this->reappear();
+        }
+    };
+    QMetaObject::invokeMethod(this, reappear, Qt::QueuedConnection); // after the click
+}
+
+void LayerPlacing::yieldKeyboard()
+{
+    window_.setProperty(layerProperty::yieldsKeyboard, true);
+    releaseKeyboard();
+}
+
 void LayerPlacing::takeClicks(const QRect &frame)
 {
     window_.setMask(frame);
@@ -209,9 +230,13 @@ void LayerPlacing::handle(const QEvent &event)
     case QEvent::Leave:
         // Otherwise keys that are meant for the panel would reach the window below the pointer.
         if (takesKeyboard_ && !hasTypedText(window_)) {
-            window_.setProperty(layerProperty::yieldsKeyboard, true);
-            releaseKeyboard();
+            yieldKeyboard();
         }
+        break;
+    case QEvent::FocusIn:
+    case QEvent::MouseButtonRelease:
+    case QEvent::TouchEnd:
+        refuseKeyboard();
         break;
     case QEvent::FocusOut:
         releaseKeyboard();

@@ -45,6 +45,8 @@ private:
     void reappear();
     void handleClosed();
     void releaseKeyboard();
+    void yieldKeyboard();
+    void refuseKeyboard();
     void handlePress(QPointF position);
     [[nodiscard]] LayerSurface::State state() const;
 
