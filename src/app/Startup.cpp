@@ -88,6 +88,10 @@ Startup::Startup(int argc, char **argv)
     if (windows.hasLayers) {
         // Lets panels become layer surfaces. Qt reads it for each window.
         programEnvironment::setHere("QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT", "1");
+        // Otherwise Qt loads a graphics driver, which takes memory and is not used.
+        if (!qEnvironmentVariableIsSet("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION")) {
+            programEnvironment::setHere("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION", "none");
+        }
     }
     QtFloatingWindows::chooseRenderer();
 }
