@@ -5,9 +5,12 @@
 
 #include "app/ModuleFile.h"
 #include "app/WindowSystem.h"
+#include "platform/windowing/QtClipboardText.h"
+#include "platform/x11/X11ClipboardText.h"
 #include "platform/xdg/AutostartEntry.h"
 #include "settings/SettingsKeys.h"
 
+#include <QGuiApplication>
 #include <QProcessEnvironment>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +27,14 @@ QString explainCommand()
     return u'\'' + program + u"' --explain"_s;
 }
 
+std::unique_ptr<ClipboardText> makeClipboardText()
+{
+    if (QGuiApplication::platformName() == "wayland"_L1) {
+        return std::make_unique<QtClipboardText>();
+    }
+    return std::make_unique<X11ClipboardText>();
+}
+
 } // namespace
 
 LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
@@ -38,6 +49,7 @@ LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
                                           moduleFile(waylandClientFile))
                    : nullptr)
     , secrets_(sessionBus_, moduleFile(u"secretcipher.so"_s))
+    , clipboardText_(makeClipboardText())
 {
     screenLock_.followLogins();
     if (sessionBus_.connection()) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/ClipboardText.h"
 #include "platform/atspi/AtspiAccessibility.h"
 #include "platform/dbus/PortalAppearance.h"
 #include "platform/dbus/ScreenLockWatch.h"
@@ -11,7 +12,6 @@
 #include "platform/wayland/WaylandSession.h"
 #include "platform/windowing/FieldPasting.h"
 #include "platform/x11/X11Backend.h"
-#include "platform/x11/X11ClipboardText.h"
 
 namespace vellumo {
 
@@ -51,8 +51,8 @@ private:
     PortalAppearance appearance_;
     ScreenLockWatch screenLock_;
     SecretServiceItems secrets_;
-    X11ClipboardText clipboardText_;
-    FieldPasting pasting_{clipboardText_};
+    std::unique_ptr<ClipboardText> clipboardText_;
+    FieldPasting pasting_{*clipboardText_};
 };
 
 } // namespace vellumo
