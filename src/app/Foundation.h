@@ -48,7 +48,7 @@ struct Foundation {
     {
         texts.follow(defaults);
         if (pointer) {
-            screens.followPointer(*pointer);
+            screens.followPointer(*pointer, *layerShell);
         }
     }
     SystemLook &look() { return *SystemLook::of(engine); }

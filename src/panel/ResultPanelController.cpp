@@ -248,7 +248,7 @@ void ResultPanelController::applyLimits(const std::optional<Screen> &screen)
 
 std::optional<Screen> ResultPanelController::activeScreen() const
 {
-    return panelGeometry::screenAt(screens_.pointerLocation(), screens_.screens(),
+    return panelGeometry::screenAt(screens_.activeLocation(), screens_.screens(),
                                    screens_.mainScreen());
 }
 

@@ -28,6 +28,9 @@ public:
     [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
     /// Returns the position of the pointer in desktop coordinates.
     [[nodiscard]] virtual Point pointerLocation() const = 0;
+    /// Returns a point on the screen where the user works: the pointer's, where it is known. May
+    /// ask the desktop, for at most 100 ms.
+    [[nodiscard]] virtual Point activeLocation() const { return pointerLocation(); }
 
 Q_SIGNALS:
     /// Emitted when screens were added, removed or have changed their frames; once for changes that

@@ -68,6 +68,10 @@ public:
     [[nodiscard]] virtual std::unique_ptr<LayerSurface> show(QWindow &window, QScreen &screen,
                                                              const LayerSurface::State &state) = 0;
 
+    /// Returns the screen where the user works in the compositor's view. Blocks for at most 100 ms,
+    /// and not at all with one screen; null when the compositor does not answer in time.
+    [[nodiscard]] virtual QScreen *activeScreen() = 0;
+
     /// Calls back once, from the event loop, when the compositor has processed all earlier
     /// requests.
     virtual void whenProcessed(std::function<void()> callback) = 0;

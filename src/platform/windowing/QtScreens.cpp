@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/windowing/QtScreens.h"
 
+#include "platform/wayland/LayerShell.h"
 #include "platform/windowing/OwnPointer.h"
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/x11/X11Hints.h"
@@ -81,6 +82,16 @@ Point QtScreens::pointerLocation() const
     const QPoint position =
         pointer_ != nullptr ? pointer_->position().value_or(nowhere) : QCursor::pos();
     return toDesktop(position, mainGeometry());
+}
+
+Point QtScreens::activeLocation() const
+{
+    if (shell_ == nullptr || pointer_->position()) {
+        return pointerLocation();
+    }
+    const QScreen *screen = shell_->activeScreen();
+    return screen != nullptr ? toDesktop(screen->geometry().center(), mainGeometry())
+                             : pointerLocation();
 }
 
 } // namespace vellumo

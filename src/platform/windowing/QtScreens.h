@@ -10,6 +10,7 @@ class QScreen;
 
 namespace vellumo {
 
+class LayerShell;
 class OwnPointer;
 
 /// The screens of Qt; the main screen is the primary one.
@@ -25,14 +26,22 @@ public:
     /// followPointer() the result is outside of every screen where the position is unknown.
     [[nodiscard]] Point pointerLocation() const override;
 
-    /// Takes the position of the pointer from `pointer`, which must outlive this object.
-    void followPointer(const OwnPointer &pointer) { pointer_ = &pointer; }
+    [[nodiscard]] Point activeLocation() const override;
+
+    /// Takes the position of the pointer from `pointer`, and asks the shell where that is unknown.
+    /// Both must outlive this object.
+    void followPointer(const OwnPointer &pointer, LayerShell &shell)
+    {
+        pointer_ = &pointer;
+        shell_ = &shell;
+    }
 
 private:
     void watch(const QScreen &screen);
 
     StrutWatch struts_;
     const OwnPointer *pointer_ = nullptr;
+    LayerShell *shell_ = nullptr;
     QTimer settling_; ///< combines the changes of one new layout
 };
 

@@ -2,13 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "platform/wayland/client/LayerShellClient.h"
 
+#include "platform/wayland/client/ActiveOutput.h"
 #include "platform/wayland/client/LayerShellProtocol.h"
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <qpa/qplatformnativeinterface.h>
+#include <type_traits>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -21,6 +24,7 @@ namespace protocol = layerShellProtocol;
 
 constexpr auto startTimeout = 2s;
 constexpr auto configureTimeout = 100ms;
+constexpr auto activeScreenTimeout = 100ms;
 
 QPlatformNativeInterface &native()
 {
@@ -147,8 +151,12 @@ LayerShellClient::~LayerShellClient()
     for (const Awaited &each : awaited_) {
         wl_callback_destroy(each.answer);
     }
-    if (shell_ != nullptr) {
-        wl_proxy_destroy(shell_); // version 1 has no request for it
+    // version 1 of the shell has no request for it
+    for (wl_proxy *proxy :
+         {shell_, reinterpret_cast<wl_proxy *>(compositor_), reinterpret_cast<wl_proxy *>(shm_)}) {
+        if (proxy != nullptr) {
+            wl_proxy_destroy(proxy);
+        }
     }
 }
 
@@ -176,6 +184,20 @@ std::unique_ptr<LayerSurface> LayerShellClient::show(QWindow &window, QScreen &s
     return surface;
 }
 
+QScreen *LayerShellClient::activeScreen()
+{
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    if (screens.size() < 2 || compositor_ == nullptr || shm_ == nullptr) {
+        return QGuiApplication::primaryScreen();
+    }
+    const wl_output *output =
+        ActiveOutput(queue_, compositor_, shm_, shell_).ask(QDeadlineTimer(activeScreenTimeout));
+    const auto found = std::ranges::find_if(screens, [output](QScreen *screen) {
+        return native().nativeResourceForScreen("output", screen) == output;
+    });
+    return found != screens.end() ? *found : nullptr;
+}
+
 void LayerShellClient::whenProcessed(std::function<void()> callback)
 {
     static constexpr wl_callback_listener listener{&onProcessed};
@@ -197,10 +219,15 @@ void LayerShellClient::onGlobal(void *data, wl_registry *registry, uint32_t name
                                 const char *interface, uint32_t /*version*/)
 {
     auto &self = *static_cast<LayerShellClient *>(data);
-    if (self.shell_ == nullptr && std::strcmp(interface, protocol::shell().name) == 0) {
-        self.shell_ = static_cast<wl_proxy *>(wl_registry_bind(
-            registry, name, &protocol::shell(), static_cast<uint32_t>(protocol::shell().version)));
-    }
+    const auto bind = [&](auto *&object, const wl_interface &wanted) {
+        if (object == nullptr && std::strcmp(interface, wanted.name) == 0) {
+            object = static_cast<std::remove_reference_t<decltype(object)>>(
+                wl_registry_bind(registry, name, &wanted, 1));
+        }
+    };
+    bind(self.compositor_, wl_compositor_interface);
+    bind(self.shm_, wl_shm_interface);
+    bind(self.shell_, protocol::shell());
 }
 
 } // namespace vellumo

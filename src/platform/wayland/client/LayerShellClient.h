@@ -21,6 +21,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<LayerSurface> show(QWindow &window, QScreen &screen,
                                                      const LayerSurface::State &state) override;
+    [[nodiscard]] QScreen *activeScreen() override;
     void whenProcessed(std::function<void()> callback) override;
 
 private:
@@ -39,6 +40,8 @@ private:
     wl_display *display_;
     EventQueue queue_; ///< of what is waited for
     wl_proxy *shell_ = nullptr;
+    wl_compositor *compositor_ = nullptr;
+    wl_shm *shm_ = nullptr;
     std::list<Awaited> awaited_;
 };
 
