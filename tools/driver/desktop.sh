@@ -12,8 +12,8 @@
 #
 # options:
 #   --size WxH         screen size (default 1280x800), always 24 bit
-#   --wm NAME          openbox (default), xfwm4, mutter, kwin_x11 or none; gnome-shell: a Wayland session,
-#                      whose X display is XWayland
+#   --wm NAME          openbox (default), xfwm4, mutter, kwin_x11 or none; gnome-shell or sway: a Wayland
+#                      session, whose X display is XWayland
 #   --compositor NAME  picom or xcompmgr (default: none, except that mutter and kwin_x11 bring their own)
 #   --keyring          a secret service with an unlocked default collection
 #   --no-a11y          org.a11y.Status.IsEnabled stays false (default: true before any application starts)
@@ -205,6 +205,26 @@ start_gnome_shell() {
     export WAYLAND_DISPLAY=wayland-0 DISPLAY XAUTHORITY
 }
 
+# --- sway: ready when it has started the first program. It refuses to run as root, and a namespace in
+# which root is somebody else is enough for it. Without a keyboard no window would get the focus; wtype
+# holds one.
+start_sway() {
+    local -a as_user=()
+    [ "$(id -u)" != 0 ] || as_user=(unshare --user --map-user=1000 --map-group=1000 --)
+    export XDG_SESSION_TYPE=wayland XDG_CURRENT_DESKTOP=sway
+    unset DISPLAY GDK_BACKEND QT_QPA_PLATFORM
+    printf '%s\n' "output * resolution $size" 'default_border none' \
+        "exec env > $dir/run/env && mv $dir/run/env $dir/run/sway.env" > "$dir/sway.conf"
+    WLR_BACKENDS=headless WLR_LIBINPUT_NO_DEVICES=1 WLR_RENDERER=pixman \
+        "${as_user[@]}" sway -c "$dir/sway.conf" > "$dir/log/wm" 2>&1 &
+    wait_for 20 test -e "$dir/run/sway.env" || fail "sway did not start"
+    local name
+    for name in WAYLAND_DISPLAY SWAYSOCK DISPLAY; do
+        export "$name=$(sed -n "s/^$name=//p" "$dir/run/sway.env")"
+    done
+    wtype -s 86400000 2>> "$dir/log/wm" &
+}
+
 # --- window manager: ready when it has announced itself on the root window
 has_wm() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; }
 case $wm in
@@ -213,6 +233,7 @@ case $wm in
     xfwm4) xfwm4 --compositor=off --sm-client-disable > "$dir/log/wm" 2>&1 & ;;
     mutter) mutter --x11 --sm-disable > "$dir/log/wm" 2>&1 & ;;
     gnome-shell) start_gnome_shell ;;
+    sway) start_sway ;;
     kwin_x11) kwin_x11 --no-kactivities > "$dir/log/wm" 2>&1 & ;;
     *) fail "unknown window manager $wm" ;;
 esac
