@@ -171,6 +171,7 @@ void NotesEntranceController::expand()
     container_->setMode(PillContainerView::Mode::List);
     model_->setExpanded(true);
     panel_->animateFrame(target, expansion, {});
+    panel_->setCatchesClicks(true);
     collapseMonitors_.start({.escaped = [this] { collapse(); },
                              .acted = [this](EventType) { collapseIfPointerIsOutside(); }});
 }
@@ -187,6 +188,7 @@ void NotesEntranceController::fold(const Rect &pill)
 {
     collapseMonitors_.stop();
     model_->setExpanded(false);
+    panel_->setCatchesClicks(false);
     panel_->animateFrame(pill, collapsing, [this] { finishCollapse(); });
 }
 

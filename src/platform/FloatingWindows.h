@@ -61,6 +61,11 @@ public:
     /// press or a drag motion, of a mouse or a finger.
     virtual void performDrag() = 0;
 
+    /// Where a program is not told of clicks elsewhere, makes them go to this panel, whose local
+    /// monitors then see them; the windows below do not get them. For a panel that a click
+    /// elsewhere closes, while it is open.
+    virtual void setCatchesClicks(bool catches) = 0;
+
     /// Fades the content to this opacity, 0 to 1, where windows are blended. `completion`, if any,
     /// runs once after the duration, and never when the panel is hidden before that.
     virtual void animateAlpha(double alpha, std::chrono::milliseconds duration,

@@ -21,6 +21,7 @@ public:
     int timesShown = 0; ///< number of changes from hidden to visible
     int timesRaised = 0;
     bool isKey = false;
+    bool catchesClicks = false;
     bool lastFrameWasAnimated = false;
     int dragsBegun = 0;
     double alpha = 1;
@@ -30,6 +31,7 @@ public:
     void setFrame(const Rect &frame) override;
     void animateFrame(const Rect &frame, std::chrono::milliseconds duration,
                       std::function<void()> completion) override;
+    void setCatchesClicks(bool catches) override { catchesClicks = catches; }
     void performDrag() override { ++dragsBegun; }
     void animateAlpha(double alpha, std::chrono::milliseconds duration,
                       std::function<void()> completion) override;

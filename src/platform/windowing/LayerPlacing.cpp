@@ -46,6 +46,7 @@ LayerPlacing::LayerPlacing(LayerShell &shell, QQuickWindow &window, const Floati
     , isMoving_(std::move(isMoving))
 {
     window_.setProperty(layerProperty::yieldsKeyboard, !style.canBecomeKey);
+    connect(&window_, &QQuickWindow::afterRendering, this, &LayerPlacing::applyResize);
 }
 
 LayerPlacing::~LayerPlacing()
@@ -71,18 +72,24 @@ void LayerPlacing::setGeometry(const QRect &geometry)
         reappear();
         return;
     }
-    if (surface_) {
-        surface_->set(state());
-    }
     window_.setGeometry(geometry);
-    if (!surface_) {
-        return;
+    if (surface_ && isResized) {
+        isResizing_ = true;
+        window_.update();
+    } else if (surface_) {
+        surface_->set(state());
+        surface_->commit();
     }
-    if (isResized) {
-        window_.update(); // its frame brings the state
-        return;
+}
+
+/// Moves the surface together with the frame that has its new size, which is about to be committed.
+void LayerPlacing::applyResize()
+{
+    if (surface_ && isResizing_ && window_.size() == geometry_.size()) {
+        isResizing_ = false;
+        surface_->set(state());
+        window_.setMask(clickable_); // commits
     }
-    surface_->commit();
 }
 
 void LayerPlacing::show()
@@ -99,8 +106,10 @@ void LayerPlacing::appear()
     if (!isShown_ || surface_ || screen_ == nullptr) {
         return;
     }
+    isResizing_ = false;
     window_.setScreen(screen_);
     window_.setGeometry(geometry_);
+    window_.setMask(clickable_);
     surface_ = shell_.show(window_, *screen_, state());
     if (surface_) {
         attempts_ = 0;
@@ -185,7 +194,10 @@ void LayerPlacing::yieldKeyboard()
 
 void LayerPlacing::takeClicks(const QRect &frame)
 {
-    window_.setMask(frame);
+    clickable_ = frame;
+    if (!isResizing_) {
+        window_.setMask(frame);
+    }
 }
 
 QPoint LayerPlacing::pointerPosition(const QPointerEvent &event)
@@ -204,13 +216,20 @@ QPoint LayerPlacing::pointerPosition(const QPointerEvent &event)
     return pointer_;
 }
 
+/// A surface is shown on one screen only.
+bool LayerPlacing::canAnimate(const QRect &from, const QRect &to) const
+{
+    return screenOf(from) == screenOf(to);
+}
+
 /// Covers the whole screen, so that the window need not move: until the button is released, some
 /// compositors report positions relative to where the window was at the press, others to where it
 /// is. The corner is moved so far that the two cannot be confused.
 QRect LayerPlacing::dragArea(const QRect &picture) const
 {
-    return screen_ != nullptr ? screen_->geometry().adjusted(-dragMargin, -dragMargin, 0, 0)
-                              : picture;
+    const QScreen *screen = isMoving_() ? screen_.data() : screenOf(picture);
+    return screen != nullptr ? screen->geometry().adjusted(-dragMargin, -dragMargin, 0, 0)
+                             : picture;
 }
 
 void LayerPlacing::finishDrag()

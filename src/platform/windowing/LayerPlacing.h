@@ -36,12 +36,15 @@ public:
     void outline(const QRect & /*picture*/, bool /*isBlended*/) override { }
     void takeClicks(const QRect &frame) override;
     [[nodiscard]] QPoint pointerPosition(const QPointerEvent &event) override;
+    [[nodiscard]] bool seesClicksElsewhere() const override { return false; }
+    [[nodiscard]] bool canAnimate(const QRect &from, const QRect &to) const override;
     [[nodiscard]] QRect dragArea(const QRect &picture) const override;
     void finishDrag() override;
     void handle(const QEvent &event) override;
 
 private:
     void appear();
+    void applyResize();
     void reappear();
     void handleClosed();
     void releaseKeyboard();
@@ -57,9 +60,11 @@ private:
     std::unique_ptr<LayerSurface> surface_; ///< null while hidden, or while none is to be had
     QPointer<QScreen> screen_; ///< of the surface
     QRect geometry_;
+    QRect clickable_;
     QPoint pointer_; ///< the last position
     QPoint pressOrigin_; ///< top left corner of the window at the last press
     bool isShown_ = false;
+    bool isResizing_ = false; ///< the frame with the new size is not drawn yet
     int attempts_ = 0; ///< to show the window, without an answer in time
     bool takesKeyboard_ = false;
 };

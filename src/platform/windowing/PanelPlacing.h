@@ -49,7 +49,14 @@ public:
     /// Returns the position of the pointer, or the first finger, in an event of the window.
     [[nodiscard]] virtual QPoint pointerPosition(const QPointerEvent &event) = 0;
 
-    /// Returns the area that the window is to cover while the user drags the picture in it.
+    /// Returns whether presses in other programs' windows are reported to the program.
+    [[nodiscard]] virtual bool seesClicksElsewhere() const = 0;
+
+    /// Returns whether the window can show a picture on its way between these places.
+    [[nodiscard]] virtual bool canAnimate(const QRect &from, const QRect &to) const = 0;
+
+    /// Returns the area that the window is to cover while the user drags the picture in it, or
+    /// while it catches clicks.
     [[nodiscard]] virtual QRect dragArea(const QRect &picture) const = 0;
 
     /// To be called when the user has finished dragging.

@@ -136,7 +136,8 @@ void QtFloatingPanel::animateFrame(const Rect &frame, std::chrono::milliseconds 
                                    std::function<void()> completion)
 {
     const QRect target = wholeUnits(toQt(frame, mainGeometry()));
-    if (!isVisible() || duration.count() <= 0 || windows_.isMotionReduced() || target == picture_) {
+    if (!isVisible() || duration.count() <= 0 || windows_.isMotionReduced() || target == picture_
+        || !placing_->canAnimate(picture_, target)) {
         setFrame(frame);
         if (completion) {
             QMetaObject::invokeMethod(this, std::move(completion), Qt::QueuedConnection);
@@ -170,9 +171,10 @@ void QtFloatingPanel::arrive()
 void QtFloatingPanel::place(const QRect &picture, const QRect &around)
 {
     picture_ = picture;
+    const QRect covered = catchesClicks_ ? around | placing_->dragArea(picture) : around;
     placing_->setGeometry(style_.hasShadow && hasBlendedEdges()
-                              ? withShadowMargin(around, shadowMargin, screenAround(around))
-                              : around);
+                              ? withShadowMargin(covered, shadowMargin, screenAround(around))
+                              : covered);
     const QRect inside = picture_.translated(-placing_->geometry().topLeft());
     if (isVisible() && inside == inside_) {
         return; // only moved
@@ -205,8 +207,25 @@ void QtFloatingPanel::shapeVisiblePart()
 
 void QtFloatingPanel::shapeInput()
 {
+    if (catchesClicks_) {
+        placing_->takeClicks(QRect(QPoint(), placing_->geometry().size()));
+        return;
+    }
     placing_->takeClicks(
         wholeUnits(toQt(frame_, mainGeometry())).translated(-placing_->geometry().topLeft()));
+}
+
+void QtFloatingPanel::setCatchesClicks(bool catches)
+{
+    if (placing_->seesClicksElsewhere() || catches == catchesClicks_) {
+        return;
+    }
+    catchesClicks_ = catches;
+    const bool isAnimated = animation_.state() == QVariantAnimation::Running;
+    place(picture_,
+          isAnimated ? animation_.startValue().toRect() | animation_.endValue().toRect()
+                     : picture_);
+    shapeInput();
 }
 
 void QtFloatingPanel::performDrag()

@@ -33,6 +33,7 @@ public:
     void setFrame(const Rect &frame) override;
     void animateFrame(const Rect &frame, std::chrono::milliseconds duration,
                       std::function<void()> completion) override;
+    void setCatchesClicks(bool catches) override;
     void performDrag() override;
     void animateAlpha(double alpha, std::chrono::milliseconds duration,
                       std::function<void()> completion) override;
@@ -79,6 +80,7 @@ private:
     std::function<void()> completion_;
     PanelFade fade_;
     PanelDrag drag_; ///< of the picture
+    bool catchesClicks_ = false; ///< the window covers the screen
     bool isShapePending_ = false;
     bool isAppearing_ = false;
 };

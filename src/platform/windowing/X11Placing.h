@@ -32,6 +32,11 @@ public:
     void outline(const QRect &picture, bool isBlended) override;
     void takeClicks(const QRect &frame) override;
     [[nodiscard]] QPoint pointerPosition(const QPointerEvent &event) override;
+    [[nodiscard]] bool seesClicksElsewhere() const override { return true; }
+    [[nodiscard]] bool canAnimate(const QRect & /*from*/, const QRect & /*to*/) const override
+    {
+        return true;
+    }
     [[nodiscard]] QRect dragArea(const QRect &picture) const override { return picture; }
     void finishDrag() override;
     void handle(const QEvent &event) override;
