@@ -33,7 +33,11 @@ int distance(QPoint from, QPoint to)
 QScreen *screenOf(const QRect &rect)
 {
     QScreen *screen = QGuiApplication::screenAt(rect.center());
-    return screen != nullptr ? screen : QGuiApplication::primaryScreen();
+    if (screen == nullptr) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    // The last screen that is removed is replaced by one without an output.
+    return screen != nullptr && !screen->geometry().isEmpty() ? screen : nullptr;
 }
 
 } // namespace
@@ -47,6 +51,9 @@ LayerPlacing::LayerPlacing(LayerShell &shell, QQuickWindow &window, const Floati
 {
     window_.setProperty(layerProperty::yieldsKeyboard, !style.canBecomeKey);
     connect(&window_, &QQuickWindow::afterRendering, this, &LayerPlacing::applyResize);
+    // There may have been none. Queued, since the screen is not complete yet.
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &LayerPlacing::retry,
+            Qt::QueuedConnection);
 }
 
 LayerPlacing::~LayerPlacing()
@@ -102,8 +109,11 @@ void LayerPlacing::show()
 
 void LayerPlacing::appear()
 {
+    if (!isShown_ || surface_) {
+        return;
+    }
     screen_ = screenOf(geometry_);
-    if (!isShown_ || surface_ || screen_ == nullptr) {
+    if (screen_ == nullptr) {
         return;
     }
     isResizing_ = false;
@@ -116,13 +126,19 @@ void LayerPlacing::appear()
         surface_->onClosed = [this] { handleClosed(); };
     } else if (++attempts_ < maxAttempts) {
         shell_.whenProcessed([self = QPointer(this)] {
-            if (self && self->isShown_ && !self->surface_) {
+            if (self) {
                 self->appear();
             }
         });
     } else {
         printDiagnostic(u"the compositor does not show a layer surface"_s);
     }
+}
+
+void LayerPlacing::retry()
+{
+    attempts_ = 0;
+    appear();
 }
 
 /// The compositor closes what was on a screen that is removed.
@@ -133,9 +149,7 @@ void LayerPlacing::handleClosed()
         [this] {
             surface_.reset();
             window_.hide();
-            if (isShown_) {
-                appear();
-            }
+            retry();
         },
         Qt::QueuedConnection);
 }

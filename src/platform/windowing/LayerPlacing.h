@@ -46,6 +46,7 @@ private:
     void appear();
     void applyResize();
     void reappear();
+    void retry();
     void handleClosed();
     void releaseKeyboard();
     void yieldKeyboard();

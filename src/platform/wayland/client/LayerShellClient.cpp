@@ -72,8 +72,8 @@ public:
     {
         set(state);
         commit();
-        const bool isDone =
-            queue_.waitUntil([this] { return isConfigured_; }, QDeadlineTimer(configureTimeout));
+        const bool isDone = queue_.waitUntil([this] { return isConfigured_ || isClosed_; },
+                                             QDeadlineTimer(configureTimeout));
         wl_proxy_set_queue(role_, nullptr); // Qt processes further events
         queue_.dispatchPending();
         return isDone && !isClosed_;
