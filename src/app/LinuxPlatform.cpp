@@ -5,12 +5,9 @@
 
 #include "app/ModuleFile.h"
 #include "app/WindowSystem.h"
-#include "platform/windowing/QtClipboardText.h"
-#include "platform/x11/X11ClipboardText.h"
 #include "platform/xdg/AutostartEntry.h"
 #include "settings/SettingsKeys.h"
 
-#include <QGuiApplication>
 #include <QProcessEnvironment>
 
 using namespace Qt::StringLiterals;
@@ -27,14 +24,6 @@ QString explainCommand()
     return u'\'' + program + u"' --explain"_s;
 }
 
-std::unique_ptr<ClipboardText> makeClipboardText()
-{
-    if (QGuiApplication::platformName() == "wayland"_L1) {
-        return std::make_unique<QtClipboardText>();
-    }
-    return std::make_unique<X11ClipboardText>();
-}
-
 } // namespace
 
 LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
@@ -44,12 +33,11 @@ LinuxPlatform::LinuxPlatform(DefaultsStore &defaults, ConsentPrompting &consent)
                                    .leftOff = settings::accessibilityLeftOff.name.toString()},
                       .prompting = consent,
                       .windowTitle = [this](qint64 pid) { return windowTitle(pid); }})
-    , wayland_(isWaylandSession(QProcessEnvironment::systemEnvironment())
-                   ? WaylandSession::make(x11_, sessionBus_, accessibility_.bus(),
-                                          moduleFile(waylandClientFile))
-                   : nullptr)
+    , wayland_(isWaylandSession(QProcessEnvironment::systemEnvironment()) ? WaylandSession::make(
+                   x11_, sessionBus_, accessibility_.bus(), moduleFile(waylandClientFile))
+                                                                          : nullptr)
     , secrets_(sessionBus_, moduleFile(u"secretcipher.so"_s))
-    , clipboardText_(makeClipboardText())
+    , pasting_(wayland_ ? wayland_->clipboardText() : clipboardText_)
 {
     screenLock_.followLogins();
     if (sessionBus_.connection()) {
@@ -73,6 +61,16 @@ Workspace &LinuxPlatform::workspace()
 PrimarySelection &LinuxPlatform::primarySelection()
 {
     return wayland_ ? wayland_->primarySelection() : x11_.primarySelection();
+}
+
+Pasteboard &LinuxPlatform::pasteboard()
+{
+    return wayland_ ? wayland_->pasteboard() : x11_.pasteboard();
+}
+
+KeyPosting &LinuxPlatform::keys()
+{
+    return wayland_ ? wayland_->keyPosting() : x11_.keyPosting();
 }
 
 std::optional<QString> LinuxPlatform::windowTitle(qint64 processIdentifier)

@@ -12,6 +12,7 @@
 #include "platform/wayland/WaylandSession.h"
 #include "platform/windowing/FieldPasting.h"
 #include "platform/x11/X11Backend.h"
+#include "platform/x11/X11ClipboardText.h"
 
 namespace vellumo {
 
@@ -27,14 +28,16 @@ public:
 
     [[nodiscard]] EventMonitoring &events();
     [[nodiscard]] Workspace &workspace();
-    [[nodiscard]] Pasteboard &pasteboard() { return x11_.pasteboard(); }
+    [[nodiscard]] Pasteboard &pasteboard();
     [[nodiscard]] PrimarySelection &primarySelection();
-    [[nodiscard]] KeyPosting &keys() { return x11_.keyPosting(); }
+    [[nodiscard]] KeyPosting &keys();
     [[nodiscard]] Accessibility &accessibility() { return accessibility_; }
     [[nodiscard]] DesktopAppearance &appearance() { return appearance_; }
     [[nodiscard]] const ScreenLock &screenLock() const { return screenLock_; }
     [[nodiscard]] SecretItems &secrets() { return secrets_; }
     [[nodiscard]] SessionBus &sessionBus() { return sessionBus_; }
+    /// Returns whether the session itself reports double taps in every window.
+    [[nodiscard]] bool hearsEveryTap() const { return !wayland_ || wayland_->hearsEveryTap(); }
     /// Returns what the desktop's settings can do in a Wayland session; null in an X11 session, and
     /// before the session bus is open.
     [[nodiscard]] DesktopReach *reach() { return reach_.get(); }
@@ -51,8 +54,8 @@ private:
     PortalAppearance appearance_;
     ScreenLockWatch screenLock_;
     SecretServiceItems secrets_;
-    std::unique_ptr<ClipboardText> clipboardText_;
-    FieldPasting pasting_{*clipboardText_};
+    X11ClipboardText clipboardText_; ///< in an X11 session
+    FieldPasting pasting_;
 };
 
 } // namespace vellumo

@@ -25,6 +25,8 @@ constexpr auto copyTime = 350ms;
 constexpr auto nothingTime = 210ms;
 constexpr auto minCopyTime = 100ms; // with less time the copy would arrive after the deadline
 constexpr auto lateTime = 5s; // a copy that arrives later than this is not undone
+// Where owners are not named, a late copy looks like one by the user, who is slower than this.
+constexpr auto anonymousLateTime = 500ms;
 
 } // namespace
 
@@ -130,7 +132,7 @@ void SyntheticCopy::expectLate(qint64 process, quint64 changeCount,
                 late_->userActed = static_cast<quint32>(event.timestampMs);
             }
         });
-    lateTimer_.start(lateTime);
+    lateTimer_.start(desktop_.pasteboard.namesOwners() ? lateTime : anonymousLateTime);
 }
 
 /// Restores the clipboard if the late copy has arrived. The timer keeps running, since an

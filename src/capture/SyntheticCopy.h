@@ -20,7 +20,8 @@ class ReadingBudget;
 struct RunningApplication;
 
 /// Makes an application copy its selection, and restores the clipboard, also when the copy arrives
-/// seconds later. Main thread only.
+/// later: up to 5 s, or half a second where the pasteboard does not name its owners. Main thread
+/// only.
 class SyntheticCopy {
 public:
     /// Whether the application is known to have a selection, which determines the timeout of a

@@ -26,6 +26,10 @@ public:
     /// Returns a number that grows each time the owner of the contents changes.
     [[nodiscard]] virtual quint64 changeCount() = 0;
 
+    /// Returns whether the window system names the owner. Where it does not, the application in
+    /// front when the contents changed is taken for the owner.
+    [[nodiscard]] virtual bool namesOwners() const { return true; }
+
     /// Returns the process that owns the contents; absent for an empty pasteboard and for an
     /// unknown process, such as one of another machine.
     [[nodiscard]] virtual std::optional<qint64> ownerProcess() = 0;

@@ -343,6 +343,22 @@ private Q_SLOTS:
         }
     }
 
+    /// A copy by the user is not seen where owners are not named.
+    void undoesAnAnonymousLateCopyForAMoment()
+    {
+        const QList<PasteboardItem> late = {{{u"UTF8_STRING"_s, "late"}}};
+        with_->pasteboard.isNaming = false;
+        with_->accessibility.focusedKind.reset();
+        for (const bool isSoon : {true, false}) {
+            QCOMPARE(with_->reader.currentSelectedText(), std::nullopt);
+            if (!isSoon) {
+                QTest::qWait(600);
+            }
+            with_->pasteboard.put(late, applicationPid, 100);
+            QCOMPARE(with_->pasteboard.contents, isSoon ? usersClipboard : late);
+        }
+    }
+
     void waitsLongerForASlowApplication()
     {
         with_->accessibility.focusedKind.reset();

@@ -91,6 +91,8 @@ for size in 16 22 24 32 48 64 128 256 512; do   # the size stands in the file's 
         die "the icon of $size pixels has another size"
 done
 desktop-file-validate "$share/applications/$id.desktop"
+grep -qx "Exec=$prefix/bin/vellumo %u" "$share/applications/$id.desktop" ||
+    die "the desktop entry names another program"
 appstreamcli validate --no-net "$share/metainfo/$id.metainfo.xml" || die "the metainfo is not valid"
 grep -qx "Exec=$prefix/bin/vellumo --background" "$share/dbus-1/services/$id.service" ||
     die "the service names another program"

@@ -120,7 +120,9 @@ public:
     std::chrono::milliseconds copyingTime{0}; ///< delay of the copy
     qint64 copier = 4711; ///< the process that copies
     std::optional<qint64> successor; ///< a process that becomes the owner after the copy
+    bool isNaming = true; ///< whether owners are named
 
+    [[nodiscard]] bool namesOwners() const override { return isNaming; }
     [[nodiscard]] quint64 changeCount() override { return changeCount_; }
     [[nodiscard]] std::optional<qint64> ownerProcess() override
     {

@@ -12,20 +12,26 @@
 #include "platform/wayland/SwayConnection.h"
 #include "platform/wayland/SwayTaps.h"
 #include "platform/wayland/SwayWindows.h"
+#include "platform/wayland/WaylandClipboardText.h"
+#include "platform/wayland/WaylandKeyPosting.h"
+#include "platform/wayland/WaylandPasteboard.h"
 #include "platform/wayland/WaylandWorkspace.h"
 #include "platform/wayland/client/WaylandClientModule.h"
 #include "platform/x11/X11Backend.h"
+#include "platform/x11/X11ClipboardText.h"
 #include <QLibrary>
 
 namespace vellumo {
 
 namespace {
 
-std::unique_ptr<PrimarySelection> makePrimarySelection(const QString &clientModule)
+using waylandClientModule::Client;
+
+std::unique_ptr<Client> makeClient(const QString &clientModule)
 {
-    const auto make = reinterpret_cast<waylandClientModule::MakePrimarySelection>(
-        QLibrary::resolve(clientModule, waylandClientModule::makePrimarySelection));
-    return std::unique_ptr<PrimarySelection>(make != nullptr ? make() : nullptr);
+    const auto make = reinterpret_cast<waylandClientModule::MakeClient>(
+        QLibrary::resolve(clientModule, waylandClientModule::makeClient));
+    return std::unique_ptr<Client>(make != nullptr ? make() : nullptr);
 }
 
 class Session : public WaylandSession {
@@ -43,9 +49,15 @@ public:
         , altKeys_(accessibility)
         , swayTaps_(sway_)
         , events_(x11.eventMonitoring())
-        , managed_(makePrimarySelection(clientModule))
-        , primarySelection_(x11.primarySelection(), managed_.get(), frontWindows_,
+        , client_(makeClient(clientModule))
+        , primarySelection_(x11.primarySelection(),
+                            client_ ? &client_->primarySelection() : nullptr, frontWindows_,
                             [this] { return compositor(); })
+        , pasteboard_(x11.pasteboard(), client_ ? &client_->clipboard() : nullptr,
+                      [this] { return frontProcess(); })
+        , clipboardText_(x11ClipboardText_, client_.get())
+        , keyPosting_(x11.keyPosting(), x11.workspace(), frontWindows_,
+                      client_ ? &client_->copyKeys() : nullptr)
     {
         events_.add(altKeys_);
         events_.add(swayTaps_);
@@ -61,6 +73,10 @@ public:
     EventMonitoring &events() override { return events_; }
     Workspace &workspace() override { return workspace_; }
     PrimarySelection &primarySelection() override { return primarySelection_; }
+    Pasteboard &pasteboard() override { return pasteboard_; }
+    KeyPosting &keyPosting() override { return keyPosting_; }
+    ClipboardText &clipboardText() override { return clipboardText_; }
+    bool hearsEveryTap() const override { return swayTaps_.isBound(); }
     void addTaps(TapSource &source) override { events_.add(source); }
     std::optional<QString> windowTitle(qint64 processIdentifier) override
     {
@@ -70,6 +86,12 @@ public:
 private:
     /// The compositor is the window manager of XWayland.
     [[nodiscard]] std::optional<qint64> compositor() { return x11_.windows().managerProcess(); }
+
+    [[nodiscard]] std::optional<qint64> frontProcess()
+    {
+        const auto front = workspace_.frontmostApplication();
+        return front ? std::optional(front->processIdentifier) : std::nullopt;
+    }
 
     [[nodiscard]] bool mayBeCompositor(qint64 process)
     {
@@ -86,8 +108,12 @@ private:
     AltKeys altKeys_;
     SwayTaps swayTaps_;
     WaylandEventMonitors events_;
-    std::unique_ptr<PrimarySelection> managed_; ///< null where the compositor has no such protocol
+    std::unique_ptr<Client> client_; ///< null where there is no compositor
     BridgedPrimarySelection primarySelection_;
+    WaylandPasteboard pasteboard_;
+    X11ClipboardText x11ClipboardText_;
+    WaylandClipboardText clipboardText_;
+    WaylandKeyPosting keyPosting_;
 };
 
 } // namespace

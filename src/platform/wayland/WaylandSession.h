@@ -9,7 +9,10 @@
 namespace vellumo {
 
 class AtspiBus;
+class ClipboardText;
 class EventMonitoring;
+class KeyPosting;
+class Pasteboard;
 class PrimarySelection;
 class SessionBus;
 class TapSource;
@@ -27,9 +30,15 @@ public:
     [[nodiscard]] virtual EventMonitoring &events() = 0;
     [[nodiscard]] virtual Workspace &workspace() = 0;
     [[nodiscard]] virtual PrimarySelection &primarySelection() = 0;
+    [[nodiscard]] virtual Pasteboard &pasteboard() = 0;
+    [[nodiscard]] virtual KeyPosting &keyPosting() = 0;
+    [[nodiscard]] virtual ClipboardText &clipboardText() = 0;
 
     /// Returns the title of the window in front; absent if it does not belong to the process.
     [[nodiscard]] virtual std::optional<QString> windowTitle(qint64 processIdentifier) = 0;
+
+    /// Returns whether the compositor reports taps in every window.
+    [[nodiscard]] virtual bool hearsEveryTap() const = 0;
 
     /// Adds a source of taps to those of the session, which must outlive the session.
     virtual void addTaps(TapSource &source) = 0;

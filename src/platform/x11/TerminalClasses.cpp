@@ -20,6 +20,8 @@ constexpr auto terminals = std::to_array<std::string_view>({
     "com.raggesilver.blackbox",
     "contour",
     "dev.warp.warp",
+    "foot",
+    "footclient",
     "ghostty",
     "guake",
     "hyper",

@@ -1,135 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// PRIMARY through the test's compositor, whose applications misbehave.
+// PRIMARY and CLIPBOARD through the test's compositor, whose application misbehaves.
 
+#include "TestCompositor.h"
 #include "platform/Accessibility.h"
-#include "platform/wayland/client/DataControlProtocol.h"
+#include "platform/wayland/WaylandClipboardText.h"
 #include "platform/wayland/client/WaylandClientModule.h"
+#include "platform/x11/X11ClipboardText.h"
 #include <QElapsedTimer>
 #include <QLibrary>
 #include <QTemporaryDir>
 #include <QTest>
-#include <atomic>
 #include <csignal>
-#include <thread>
-#include <unistd.h>
-#include <wayland-server.h>
 
 using namespace Qt::StringLiterals;
 using namespace vellumo;
-
-namespace {
-
-enum class Answer { Text, Nothing, Endless, Closed };
-
-struct Behaviour {
-    QByteArray type = "text/plain;charset=utf-8";
-    QByteArray text = "selected"_ba;
-    Answer answer = Answer::Text;
-};
-
-/// Publishes one text as soon as a client has a device. Runs in a thread.
-class Compositor {
-public:
-    Compositor(const DataControlProtocol &protocol, Behaviour behaviour)
-        : protocol_(protocol)
-        , behaviour_(std::move(behaviour))
-        , display_(wl_display_create())
-    {
-        wl_display_add_socket(display_, "test");
-        wl_global_create(display_, &wl_seat_interface, 1, this, &bindSeat);
-        wl_global_create(display_, &protocol_.manager, protocol_.manager.version, this,
-                         &bindManager);
-        thread_ = std::thread([this] {
-            while (!isOver_) {
-                wl_event_loop_dispatch(wl_display_get_event_loop(display_), 10);
-                wl_display_flush_clients(display_);
-            }
-        });
-    }
-    ~Compositor()
-    {
-        isOver_ = true;
-        thread_.join();
-        wl_display_destroy_clients(display_);
-        wl_display_destroy(display_);
-        for (const int descriptor : held_) {
-            ::close(descriptor);
-        }
-    }
-    Q_DISABLE_COPY_MOVE(Compositor)
-
-private:
-    static Compositor &self(wl_resource *resource)
-    {
-        return *static_cast<Compositor *>(wl_resource_get_user_data(resource));
-    }
-    static void bindSeat(wl_client *client, void *data, uint32_t version, uint32_t id)
-    {
-        wl_resource *seat =
-            wl_resource_create(client, &wl_seat_interface, static_cast<int>(version), id);
-        wl_resource_set_implementation(seat, nullptr, data, nullptr);
-    }
-    static void bindManager(wl_client *client, void *data, uint32_t version, uint32_t id)
-    {
-        static const struct {
-            void (*createSource)(wl_client *, wl_resource *, uint32_t);
-            void (*getDevice)(wl_client *, wl_resource *, uint32_t, wl_resource *);
-            void (*destroy)(wl_client *, wl_resource *);
-        } requests{nullptr, &getDevice, nullptr};
-        wl_resource *manager =
-            wl_resource_create(client, &static_cast<Compositor *>(data)->protocol_.manager,
-                               static_cast<int>(version), id);
-        wl_resource_set_implementation(manager, &requests, data, nullptr);
-    }
-    static void getDevice(wl_client *client, wl_resource *manager, uint32_t id, wl_resource *)
-    {
-        static const struct {
-            void (*receive)(wl_client *, wl_resource *, const char *, int);
-            void (*destroy)(wl_client *, wl_resource *);
-        } requests{&receive, [](wl_client *, wl_resource *offer) { wl_resource_destroy(offer); }};
-        Compositor &compositor = self(manager);
-        const int version = wl_resource_get_version(manager);
-        wl_resource *device = wl_resource_create(client, &compositor.protocol_.device, version, id);
-        wl_resource_set_implementation(device, nullptr, &compositor, nullptr);
-        wl_resource *offer = wl_resource_create(client, &compositor.protocol_.offer, version, 0);
-        wl_resource_set_implementation(offer, &requests, &compositor, nullptr);
-        wl_resource_post_event(device, 0, offer);
-        for (const QByteArray &type : compositor.behaviour_.type.split(' ')) {
-            wl_resource_post_event(offer, 0, type.constData());
-        }
-        wl_resource_post_event(device, 3, offer);
-    }
-    static void receive(wl_client *, wl_resource *offer, const char *, int descriptor)
-    {
-        Compositor &compositor = self(offer);
-        const Behaviour &behaviour = compositor.behaviour_;
-        switch (behaviour.answer) {
-        case Answer::Nothing:
-            compositor.held_.append(descriptor);
-            return;
-        case Answer::Endless:
-            while (::write(descriptor, "abcdefgh", 8) > 0) { }
-            break;
-        case Answer::Text:
-            static_cast<void>(
-                ::write(descriptor, behaviour.text.constData(), behaviour.text.size()));
-            break;
-        case Answer::Closed:
-            break;
-        }
-        ::close(descriptor);
-    }
-
-    const DataControlProtocol &protocol_;
-    Behaviour behaviour_;
-    wl_display *display_;
-    QList<int> held_;
-    std::atomic<bool> isOver_ = false;
-    std::thread thread_;
-};
-
-} // namespace
 
 class TestDataControl : public QObject {
     Q_OBJECT
@@ -141,18 +26,13 @@ private Q_SLOTS:
         QVERIFY(folder_.isValid());
         qputenv("XDG_RUNTIME_DIR", folder_.path().toLocal8Bit());
         qputenv("WAYLAND_DISPLAY", "test");
-        make_ = reinterpret_cast<waylandClientModule::MakePrimarySelection>(QLibrary::resolve(
-            QStringLiteral(VELLUMO_WAYLAND_CLIENT), waylandClientModule::makePrimarySelection));
+        make_ = reinterpret_cast<waylandClientModule::MakeClient>(QLibrary::resolve(
+            QStringLiteral(VELLUMO_WAYLAND_CLIENT), waylandClientModule::makeClient));
         QVERIFY(make_ != nullptr);
     }
 
     void readsWhatApplicationsPublish()
     {
-        const DataControlProtocol wlr("zwlr_data_control_manager_v1", "zwlr_data_control_device_v1",
-                                      "zwlr_data_control_source_v1", "zwlr_data_control_offer_v1",
-                                      2);
-        const DataControlProtocol ext("ext_data_control_manager_v1", "ext_data_control_device_v1",
-                                      "ext_data_control_source_v1", "ext_data_control_offer_v1", 1);
         constexpr qsizetype maxBytes = 4 * (maxSelectionLength + 1);
         const struct {
             const char *name;
@@ -160,19 +40,20 @@ private Q_SLOTS:
             Behaviour behaviour;
             std::optional<qsizetype> length; ///< minimum; absent for no text
         } rows[] = {
-            {"text", wlr, {}, 8},
-            {"text, later protocol", ext, {}, 8},
-            {"an old type", wlr, {"image/png STRING", "selected", Answer::Text}, 8},
-            {"no text", wlr, {"image/png", "selected", Answer::Text}, {}},
-            {"a secret", wlr, {"text/plain x-kde-passwordManagerHint", "x", Answer::Text}, {}},
-            {"never writes", wlr, {"text/plain", {}, Answer::Nothing}, {}},
-            {"never ends", ext, {"text/plain", {}, Answer::Endless}, maxBytes},
-            {"closed at once", wlr, {"text/plain", {}, Answer::Closed}, 0},
+            {"text", wlr_, {}, 8},
+            {"text, later protocol", ext_, {}, 8},
+            {"an old type", wlr_, {"image/png STRING", "selected", Answer::Text}, 8},
+            {"no text", wlr_, {"image/png", "selected", Answer::Text}, {}},
+            {"a secret", wlr_, {"text/plain x-kde-passwordManagerHint", "x", Answer::Text}, {}},
+            {"never writes", wlr_, {"text/plain", {}, Answer::Nothing}, {}},
+            {"never ends", ext_, {"text/plain", {}, Answer::Endless}, maxBytes},
+            {"closed at once", wlr_, {"text/plain", {}, Answer::Closed}, 0},
         };
         for (const auto &row : rows) {
-            const Compositor compositor(row.protocol, row.behaviour);
-            const std::unique_ptr<PrimarySelection> primary(make_());
-            QVERIFY2(primary, row.name);
+            const TestCompositor compositor(row.protocol, row.behaviour);
+            const std::unique_ptr<waylandClientModule::Client> client(make_());
+            QVERIFY2(client, row.name);
+            PrimarySelection *primary = &client->primarySelection();
             QTRY_VERIFY2(primary->publication(), row.name);
             QCOMPARE(primary->publication()->processIdentifier,
                      waylandClientModule::unknownProcess);
@@ -185,24 +66,156 @@ private Q_SLOTS:
         }
     }
 
+    void keepsTheWholeClipboard()
+    {
+        QByteArray manyTypes = "text/plain";
+        for (int i = 0; i < 256; ++i) {
+            manyTypes += " type/" + QByteArray::number(i);
+        }
+        const struct {
+            const char *name;
+            Behaviour behaviour;
+            QStringList types; ///< empty for no snapshot
+        } rows[] = {
+            {"two types", {"text/plain image/png"}, {u"text/plain"_s, u"image/png"_s}},
+            {"no contents", {"text/plain TARGETS SAVE_TARGETS"}, {u"text/plain"_s}},
+            {"an empty type", {"image/png", {}, Answer::Closed}, {u"image/png"_s}},
+            {"never writes", {"text/plain", {}, Answer::Nothing}, {}},
+            {"never ends", {"text/plain", {}, Answer::Endless}, {}},
+            {"exits while it writes", {"text/plain", "selected", Answer::Dies}, {}},
+            {"too many types", {manyTypes}, {}},
+        };
+        for (const auto &row : rows) {
+            const TestCompositor compositor(wlr_, row.behaviour);
+            const auto client = connected();
+            QElapsedTimer timer;
+            timer.start();
+            const auto items = client->clipboard().items(QDeadlineTimer(300));
+            QVERIFY2(timer.elapsed() < 600, row.name);
+            QVERIFY2(items.has_value() == !row.types.isEmpty(), row.name);
+            QStringList types;
+            for (const auto &[type, bytes] : items ? items->first() : PasteboardItem()) {
+                types.append(type);
+                QCOMPARE(bytes, row.behaviour.answer == Answer::Closed ? "" : "selected");
+            }
+            QCOMPARE(types, row.types);
+        }
+    }
+
+    /// The other client reads in this thread, which therefore does not serve it.
+    void servesOthersWithoutTheMainThread()
+    {
+        TestCompositor compositor(ext_, {});
+        const auto client = connected();
+        const auto other = connected();
+        const quint64 before = other->clipboard().changeCount();
+        const QList<PasteboardItem> items{{{u"image/png"_s, QByteArray(3'000'000, 'p')},
+                                           {u"text/plain"_s, "caf\xC3\xA9"_ba},
+                                           {u"x-kde-passwordManagerHint"_s, "secret"_ba}}};
+        client->clipboard().write(items);
+        QVERIFY(other->clipboard().waitForChange(before, QDeadlineTimer(1000)));
+        compositor.requestWithoutReading();
+        QCOMPARE(other->clipboard().items(QDeadlineTimer(5000)), items);
+        QVERIFY(!other->clipboard().string(QDeadlineTimer(1000))); // a secret
+
+        other->clipboard().write({{{u"text/plain"_s, "of the other"_ba}}});
+        QCOMPARE(client->clipboard().string(QDeadlineTimer(1000)), u"of the other"_s);
+        for (int i = 0; i < 20; ++i) { // the events of both may be read by the thread of either
+            bool isNoticed = false;
+            client->clipboard().onChange = [&isNoticed] { isNoticed = true; };
+            other->clipboard().write({{{u"text/plain"_s, QByteArray::number(i)}}});
+            QTRY_VERIFY_WITH_TIMEOUT(isNoticed, 1000);
+        }
+        client->clipboard().onChange = nullptr;
+        client->clipboard().clear();
+        QCOMPARE(other->clipboard().items(QDeadlineTimer(1000)), QList<PasteboardItem>());
+    }
+
+    void doesNotWaitForAStoppedCompositor()
+    {
+        TestCompositor compositor(wlr_, {});
+        const auto client = connected();
+        ManagedClipboard &clipboard = client->clipboard();
+        const QList<PasteboardItem> items{{{u"text/plain"_s, "put back"_ba}}};
+        clipboard.write({{{u"text/plain"_s, "before"_ba}}});
+        compositor.stop();
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(!clipboard.items(QDeadlineTimer(150)));
+        const quint64 count = clipboard.changeCount();
+        QVERIFY(!clipboard.string(QDeadlineTimer(150)));
+        clipboard.write(items); // later
+        QVERIFY(timer.elapsed() < 300);
+        compositor.resume();
+        QVERIFY(clipboard.waitForChange(count, QDeadlineTimer(2000)));
+        QCOMPARE(clipboard.items(QDeadlineTimer(1000)), items);
+    }
+
+    void pastesWithoutBlocking()
+    {
+        const struct {
+            const char *name;
+            Behaviour behaviour;
+            QString text;
+        } rows[] = {
+            {"text", {"text/plain", "caf\xC3\xA9"}, u"caf\u00E9"_s},
+            {"Latin-1", {"STRING", "caf\xE9"}, u"caf\u00E9"_s},
+            {"a secret", {"text/plain x-kde-passwordManagerHint"}, u"selected"_s},
+            {"no text", {"image/png"}, {}},
+            {"never writes", {"text/plain", {}, Answer::Nothing}, {}},
+        };
+        for (const auto &row : rows) {
+            const TestCompositor compositor(ext_, row.behaviour);
+            const auto client = connected();
+            X11ClipboardText x11(":none"_ba);
+            WaylandClipboardText pasting(x11, client.get());
+            std::optional<QString> text;
+            const auto take = [&text](const QString &read) { text = read; };
+            if (&row == rows) {
+                QObject gone;
+                pasting.read(ClipboardText::Source::Published, gone, take);
+            }
+            QTRY_VERIFY_WITH_TIMEOUT(
+                [&] {
+                    pasting.read(ClipboardText::Source::Clipboard, *this, take);
+                    return text.has_value();
+                }(),
+                6000);
+            QVERIFY2(text == row.text, row.name);
+        }
+    }
+
     void survivesTheCompositor()
     {
-        const DataControlProtocol ext("ext_data_control_manager_v1", "ext_data_control_device_v1",
-                                      "ext_data_control_source_v1", "ext_data_control_offer_v1", 1);
-        std::unique_ptr<PrimarySelection> primary;
+        std::unique_ptr<waylandClientModule::Client> client;
         {
-            const Compositor compositor(ext, {});
-            primary.reset(make_());
-            QTRY_VERIFY(primary->publication());
+            const TestCompositor compositor(ext_, {});
+            client = connected();
+            QTRY_VERIFY(client->primarySelection().publication());
+            client->clipboard().write({{{u"text/plain"_s, "text"_ba}}});
         }
-        QTRY_VERIFY(!primary->publication());
-        QVERIFY(!primary->string(QDeadlineTimer(150)));
-        QVERIFY(!std::unique_ptr<PrimarySelection>(make_()));
+        QTRY_VERIFY(!client->primarySelection().publication());
+        QVERIFY(!client->primarySelection().string(QDeadlineTimer(150)));
+        QVERIFY(!client->clipboard().isAvailable());
+        QVERIFY(!std::unique_ptr<waylandClientModule::Client>(make_()));
     }
 
 private:
+    [[nodiscard]] std::unique_ptr<waylandClientModule::Client> connected()
+    {
+        std::unique_ptr<waylandClientModule::Client> client(make_());
+        if (!QTest::qWaitFor([&client] { return client && client->clipboard().isAvailable(); })) {
+            qFatal("no clipboard");
+        }
+        return client;
+    }
+
+    const DataControlProtocol wlr_{"zwlr_data_control_manager_v1", "zwlr_data_control_device_v1",
+                                   "zwlr_data_control_source_v1", "zwlr_data_control_offer_v1", 2};
+    const DataControlProtocol ext_{"ext_data_control_manager_v1", "ext_data_control_device_v1",
+                                   "ext_data_control_source_v1", "ext_data_control_offer_v1", 1};
     QTemporaryDir folder_;
-    waylandClientModule::MakePrimarySelection make_ = nullptr;
+    waylandClientModule::MakeClient make_ = nullptr;
 };
 
 QTEST_GUILESS_MAIN(TestDataControl)

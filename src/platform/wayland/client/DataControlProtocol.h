@@ -27,8 +27,9 @@ public:
     wl_interface offer;
 
     /// Numbers of the requests that are used.
-    enum ManagerRequest { GetDataDevice = 1, DestroyManager = 2 };
-    enum DeviceRequest { DestroyDevice = 1 };
+    enum ManagerRequest { CreateDataSource = 0, GetDataDevice = 1 };
+    enum DeviceRequest { SetSelection = 0 };
+    enum SourceRequest { OfferType = 0, DestroySource = 1 };
     enum OfferRequest { Receive = 0, DestroyOffer = 1 };
 
 private:
