@@ -52,7 +52,8 @@ DesktopReport::DesktopReport(const Collaborators &with)
 bool DesktopReport::hearsEveryTap() const
 {
     const DesktopChange *const setting = tapSetting();
-    return !isWayland_ || (setting != nullptr && setting->state() == DesktopChange::State::Made);
+    return with_.platform.hearsEveryTap()
+        || (setting != nullptr && setting->state() == DesktopChange::State::Made);
 }
 
 DesktopChange *DesktopReport::tapSetting() const

@@ -39,9 +39,8 @@ WindowSystem chooseWindowSystem(const QProcessEnvironment &environment,
     system.hasLayers = hasLayers;
     if (isWayland) {
         system.remark =
-            u"on Wayland, double taps are heard in X11 windows, GTK 3 windows and Firefox only; "
-            u"for "
-            "the others, bind a keyboard shortcut of the desktop to: vellumo --explain"_s;
+            u"in this Wayland session, not every window may report a double tap; the page "
+            "\"This computer\" shows what works, and \"vellumo --explain\" does the same"_s;
     }
     return system;
 }

@@ -206,11 +206,14 @@ start_gnome_shell() {
 }
 
 # --- sway: ready when it has started the first program. It refuses to run as root, and a namespace in
-# which root is somebody else is enough for it. Without a keyboard no window would get the focus; wtype
+# which root is another user is enough for it. Without a keyboard no window would get the focus; wtype
 # holds one.
 start_sway() {
     local -a as_user=()
-    [ "$(id -u)" != 0 ] || as_user=(unshare --user --map-user=1000 --map-group=1000 --)
+    if [ "$(id -u)" = 0 ]; then
+        as_user=(unshare --user --map-user=1000 --map-group=1000 --)
+        "${as_user[@]}" true 2> /dev/null || { echo "desktop.sh: sway needs user namespaces" >&2; exit 77; }
+    fi
     export XDG_SESSION_TYPE=wayland XDG_CURRENT_DESKTOP=sway
     unset DISPLAY GDK_BACKEND QT_QPA_PLATFORM
     printf '%s\n' "output * resolution $size" 'default_border none' \
