@@ -89,9 +89,9 @@ QString TapReach::text() const
     if (made != nullptr && made == desktop_.tapSetting()) {
         return texts_.pick(
             u"In every window of this Wayland session. For this, KWin reports Alt pressed alone to "
-            "vellumo; the entry is in its settings until you remove it here."_s,
+            "vellumo; the entry is in its settings until you turn this off."_s,
             u"在这个 Wayland 会话的所有窗口中有效。为此,KWin 会把单独按下 Alt 告知 vellumo;在这里"
-            "移除之前,该条目会保留在 KWin 的设置中。"_s);
+            "停用之前,该条目会保留在 KWin 的设置中。"_s);
     }
     if (made != nullptr) {
         return texts_.pick(
@@ -134,8 +134,9 @@ QString TapReach::text() const
 
 QString TapReach::actionText() const
 {
-    if (made() != nullptr) {
-        return texts_.pick(u"Remove"_s, u"移除"_s);
+    if (const DesktopChange *const made = this->made()) {
+        return made == desktop_.tapSetting() ? texts_.pick(u"Turn off"_s, u"停用"_s)
+                                             : texts_.pick(u"Remove shortcut"_s, u"移除快捷键"_s);
     }
     const DesktopChange *const offered = this->offered();
     return offered == nullptr              ? QString()
