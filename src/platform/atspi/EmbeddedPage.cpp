@@ -23,13 +23,20 @@ bool isStartedBy(qint64 processIdentifier, const QString &service, AtspiQuestion
     return process && isAncestor(processIdentifier, *process);
 }
 
-/// Before GTK 4.18, a socket has no state and lists no children, but its first child is in another
-/// process. Later versions list it.
-ObjectReference pluggedInto(const ObjectReference &socket, AtspiQuestion &question)
+/// Returns the first child in another process of one of these objects.
+ObjectReference plugOf(const QList<ObjectReference> &objects, AtspiQuestion &question)
 {
-    const auto plug =
-        question.send(socket, Atspi::accessible, "GetChildAtIndex", {0}).objectOfAnyService();
-    return plug && plug->service != socket.service ? *plug : ObjectReference();
+    std::vector<PendingAnswer> answers;
+    for (const ObjectReference &object : objects) {
+        answers.push_back(question.send(object, Atspi::accessible, "GetChildAtIndex", {0}));
+    }
+    for (qsizetype i = 0; i < objects.size(); ++i) {
+        const auto plug = answers[static_cast<size_t>(i)].objectOfAnyService();
+        if (plug && plug->service != objects.at(i).service) {
+            return *plug;
+        }
+    }
+    return {};
 }
 
 /// Searches visible objects only, so that pages of other tabs are not found.
@@ -43,14 +50,15 @@ ObjectReference plugIn(const ObjectReference &frame, AtspiQuestion &question)
             lists.push_back(question.send(object, Atspi::accessible, "GetChildren"));
         }
         QList<ObjectReference> children;
+        QList<ObjectReference> sockets; // or objects that have no children at all
         std::vector<PendingAnswer> states;
-        for (PendingAnswer &list : lists) {
-            const auto found = list.value<QList<ObjectReference>>();
-            for (const ObjectReference &child :
-                 found.value_or(QList<ObjectReference>()).mid(0, maxObjects - seen)) {
-                if (child.service != frame.service) {
-                    return child;
-                }
+        for (qsizetype i = 0; i < level.size(); ++i) {
+            const auto found = lists[static_cast<size_t>(i)].value<QList<ObjectReference>>();
+            const auto own = found.value_or(QList<ObjectReference>()).mid(0, maxObjects - seen);
+            if (own.isEmpty()) {
+                sockets.append(level.at(i)); // from GTK 4.18 on, they have a state
+            }
+            for (const ObjectReference &child : own) {
                 children.append(child);
                 states.push_back(question.send(child, Atspi::accessible, "GetState"));
                 ++seen;
@@ -60,12 +68,13 @@ ObjectReference plugIn(const ObjectReference &frame, AtspiQuestion &question)
         for (qsizetype i = 0; i < children.size(); ++i) {
             const auto state = states[static_cast<size_t>(i)].value<Atspi::StateSet>();
             if (state == Atspi::StateSet{0, 0}) {
-                if (auto plug = pluggedInto(children.at(i), question); !plug.isNull()) {
-                    return plug;
-                }
+                sockets.append(children.at(i));
             } else if (state && Atspi::hasState(*state, Atspi::State::Showing)) {
                 level.append(children.at(i));
             }
+        }
+        if (auto plug = plugOf(sockets, question); !plug.isNull()) {
+            return plug;
         }
     }
     return {};
