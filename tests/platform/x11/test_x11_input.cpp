@@ -35,8 +35,11 @@ public:
     }
     [[nodiscard]] bool takeKeyboard()
     {
-        requestActivate();
-        return QTest::qWaitForWindowActive(this);
+        // a request for a window that the manager has not seen yet is lost
+        return QTest::qWaitForWindowExposed(this) && QTest::qWaitFor([this] {
+                   requestActivate();
+                   return isActive();
+               });
     }
     QList<int> keys;
 
