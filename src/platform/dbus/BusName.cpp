@@ -18,7 +18,7 @@ constexpr int answerTimeoutMs = 5000;
 
 } // namespace
 
-BusName::BusName(QDBusConnection bus, const QString &name, QObject *parent) : QObject(parent)
+BusName::BusName(const QDBusConnection &bus, const QString &name, QObject *parent) : QObject(parent)
 {
     auto *owners =
         new QDBusServiceWatcher(name, bus, QDBusServiceWatcher::WatchForOwnerChange, this);

@@ -15,7 +15,7 @@ class BusName : public QObject {
     Q_OBJECT
 
 public:
-    BusName(QDBusConnection bus, const QString &name, QObject *parent = nullptr);
+    BusName(const QDBusConnection &bus, const QString &name, QObject *parent = nullptr);
 
     /// Returns the owner's unique name; empty without an owner, and before the bus has answered.
     [[nodiscard]] QString owner() const { return owner_; }

@@ -119,7 +119,7 @@ void GnomeShortcut::make()
 }
 
 /// Adds the keys of the user's own shortcuts, which the list of all settings does not have.
-void GnomeShortcut::collect(QStringList paths, QStringList taken,
+void GnomeShortcut::collect(QStringList paths, const QStringList &taken,
                             std::function<void(const QStringList &)> then)
 {
     if (paths.isEmpty()) {

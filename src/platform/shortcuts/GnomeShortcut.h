@@ -32,7 +32,7 @@ private:
     void set(const QString &schema, const QString &key, const QString &value,
              std::function<void()> then);
     void setList(const QStringList &paths, std::function<void()> then);
-    void collect(QStringList paths, QStringList taken,
+    void collect(QStringList paths, const QStringList &taken,
                  std::function<void(const QStringList &)> then);
     void bind(const QString &accelerator, const QStringList &paths);
     void settle(State state, const QString &keys = {});

@@ -43,7 +43,14 @@ ActiveOutput::ActiveOutput(EventQueue &queue, wl_compositor *compositor, wl_shm 
     : queue_(queue)
     , shm_(shm)
 {
-    static constexpr wl_surface_listener surfaceListener{&onEnter, &onLeave};
+    static constexpr wl_surface_listener surfaceListener{
+        &onEnter,
+        &onLeave,
+#ifdef WL_SURFACE_PREFERRED_BUFFER_SCALE_SINCE_VERSION
+        &onPreferredScale,
+        &onPreferredTransform,
+#endif
+    };
     static std::array<void (*)(), 2> roleListener{reinterpret_cast<void (*)()>(&onConfigure),
                                                   reinterpret_cast<void (*)()>(&onClosed)};
     const auto compositorWrapper = queue.wrap(compositor);
@@ -100,6 +107,17 @@ void ActiveOutput::onEnter(void *data, wl_surface * /*surface*/, wl_output *outp
 {
     static_cast<ActiveOutput *>(data)->output_ = output;
 }
+
+#ifdef WL_SURFACE_PREFERRED_BUFFER_SCALE_SINCE_VERSION
+void ActiveOutput::onPreferredScale(void * /*data*/, wl_surface * /*surface*/, int32_t /*factor*/)
+{
+}
+
+void ActiveOutput::onPreferredTransform(void * /*data*/, wl_surface * /*surface*/,
+                                        uint32_t /*transform*/)
+{
+}
+#endif
 
 void ActiveOutput::onLeave(void * /*data*/, wl_surface * /*surface*/, wl_output * /*output*/) { }
 

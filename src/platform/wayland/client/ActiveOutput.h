@@ -26,6 +26,10 @@ private:
     static void onClosed(void *data, wl_proxy *role);
     static void onEnter(void *data, wl_surface *surface, wl_output *output);
     static void onLeave(void *data, wl_surface *surface, wl_output *output);
+#ifdef WL_SURFACE_PREFERRED_BUFFER_SCALE_SINCE_VERSION // from libwayland 1.22 on
+    static void onPreferredScale(void *data, wl_surface *surface, int32_t factor);
+    static void onPreferredTransform(void *data, wl_surface *surface, uint32_t transform);
+#endif
 
     EventQueue &queue_;
     wl_shm *shm_;
