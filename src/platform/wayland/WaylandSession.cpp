@@ -76,7 +76,7 @@ public:
     Pasteboard &pasteboard() override { return pasteboard_; }
     KeyPosting &keyPosting() override { return keyPosting_; }
     ClipboardText &clipboardText() override { return clipboardText_; }
-    bool hearsEveryTap() const override { return swayTaps_.isBound(); }
+    [[nodiscard]] bool hearsEveryTap() const override { return swayTaps_.isBound(); }
     void addTaps(TapSource &source) override { events_.add(source); }
     std::optional<QString> windowTitle(qint64 processIdentifier) override
     {
