@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/AppDelegate.h"
+#include "app/Doctor.h"
 #include "app/Startup.h"
 #include "platform/FreedMemory.h"
 
@@ -17,6 +18,9 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     if (const auto status = startup.becomeTheOnlyInstance()) {
         return *status;
+    }
+    if (startup.isForReport()) {
+        return vellumo::printSessionReport();
     }
     vellumo::AppDelegate delegate(application);
     return delegate.run(startup.takeRequest());

@@ -21,8 +21,8 @@ QString describe(const AuthError &error, const BilingualText &texts)
     case AuthError::Kind::Network:
         return texts.pick(u"The sign-in service cannot be reached."_s, u"无法连接登录服务。"_s);
     case AuthError::Kind::Unreadable:
-        return texts.pick(u"The sign-in service gave an answer that cannot be read."_s,
-                          u"登录服务的回答无法识别。"_s);
+        return texts.pick(u"The sign-in service sent an unexpected answer."_s,
+                          u"登录服务的响应异常。"_s);
     case AuthError::Kind::NoBrowser:
         return texts.pick(u"The browser could not be opened."_s, u"无法打开浏览器。"_s);
     case AuthError::Kind::Superseded:
@@ -32,7 +32,7 @@ QString describe(const AuthError &error, const BilingualText &texts)
     case AuthError::Kind::OtherAccount:
         return texts.pick(u"Sign-in was refused: the browser named another account than the "
                           "sign-in service. Please try again."_s,
-                          u"登录被拒绝:浏览器给出的账号与登录服务确认的不一致,请重试。"_s);
+                          u"登录被拒绝：浏览器给出的账号与登录服务确认的不一致，请重试。"_s);
     case AuthError::Kind::Cancelled:
         return texts.pick(u"Sign-in was cancelled."_s, u"登录已取消"_s);
     }

@@ -67,7 +67,7 @@ void GoogleOAuth::cancel()
 void GoogleOAuth::handleCallback(const QString &url)
 {
     if (!continuation_) {
-        printDiagnostic(u"a sign-in came back that nobody waits for"_s);
+        printDiagnostic(u"ignored a sign-in callback that no sign-in waits for"_s);
         return;
     }
     if (isCallback(url)) {

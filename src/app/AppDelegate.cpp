@@ -107,12 +107,23 @@ void AppDelegate::configureApplicationInterface()
             &AppDelegate::applicationShouldHandleReopen);
     connect(applicationInterface_.get(), &ApplicationInterface::openRequested, this,
             &AppDelegate::applicationOpen);
+    const auto explain = [this] { capture_->coordinator().handleTrigger(); };
+    foundation_->platform.onShortcut = explain;
     applicationInterface_->actions = {
-        {u"explain"_s, [this] { capture_->coordinator().handleTrigger(); }},
+        {u"explain"_s, explain},
         {u"notes"_s, [this] { capture_->coordinator().showNotesSummary(); }},
         {u"focus"_s, [this] { capture_->panel().focusPanel(); }},
         {u"quit"_s, [this] { terminate(); }},
     };
+    applicationInterface_->writeReport =
+        [this](const ApplicationInterface::ReportCompletion &done) {
+            SessionReport *const report = computer_->makeReport().release();
+            report->setParent(applicationInterface_.get());
+            report->write([report, done](const QString &text, bool canWork) {
+                report->deleteLater();
+                done(text, canWork);
+            });
+        };
     connect(applicationInterface_.get(), &ApplicationInterface::nameTaken, this, [this] {
         printDiagnostic(u"another vellumo has just taken the name on the session bus"_s);
         terminate();
@@ -330,6 +341,7 @@ void AppDelegate::createMainWindow()
                    .clock = with.clock,
                    .texts = with.texts,
                    .makeComputer = [this] { return computer_->makeModel(); },
+                   .makeTaps = [this] { return computer_->makeTaps(); },
                    .onCheckForUpdates = [this] { menus_->updaterManager().checkForUpdates(); },
                    .onQuit = [this] { terminate(); },
                    .canLookForUpdates = menus_->updaterManager().controller != nullptr},

@@ -30,6 +30,10 @@ constexpr std::array commandOptions{
     CommandOption{LaunchRequest::Command::Focus, "focus",
                   "Bring the keyboard into the panel on screen."},
     CommandOption{LaunchRequest::Command::Quit, "quit", "End the vellumo that runs."},
+    CommandOption{LaunchRequest::Command::Doctor, "doctor",
+                  "Print what works in this session, for a bug report."},
+    CommandOption{LaunchRequest::Command::UndoDesktopChanges, "undo-desktop-changes",
+                  "End it, and undo what it added to the desktop's settings."},
 };
 
 /// Session managers start a program again with "-session ID". Answers whether that was so, and

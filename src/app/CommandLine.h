@@ -10,7 +10,15 @@ namespace vellumo {
 
 /// The purpose of a start.
 struct LaunchRequest {
-    enum class Command : quint8 { Open, Explain, Notes, Focus, Quit };
+    enum class Command : quint8 {
+        Open,
+        Explain,
+        Notes,
+        Focus,
+        Quit,
+        Doctor, ///< prints a report and ends
+        UndoDesktopChanges,
+    };
 
     Command command = Command::Open;
     QStringList urls;

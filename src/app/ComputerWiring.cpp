@@ -5,13 +5,41 @@
 
 #include "app/LinuxPlatform.h"
 #include "app/PermissionManager.h"
+#include "app/WindowSystem.h"
+
+#include <QProcessEnvironment>
 
 namespace vellumo {
 
-std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
+DesktopReport &ComputerWiring::desktop()
 {
     if (!desktop_) {
         desktop_ = std::make_unique<DesktopReport>(with_.desktop);
+    }
+    return *desktop_;
+}
+
+std::unique_ptr<TapReach> ComputerWiring::makeTaps()
+{
+    return isWaylandSession(QProcessEnvironment::systemEnvironment())
+        ? std::make_unique<TapReach>(desktop(), with_.texts, with_.defaults)
+        : nullptr;
+}
+
+std::unique_ptr<SessionReport> ComputerWiring::makeReport()
+{
+    return std::make_unique<SessionReport>(
+        SessionReport::Collaborators{.platform = with_.desktop.platform,
+                                     .desktop = desktop(),
+                                     .service = with_.service,
+                                     .explainer = with_.explainer,
+                                     .defaults = with_.defaults,
+                                     .clock = with_.clock});
+}
+
+std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
+{
+    if (!login_) {
         login_ = std::make_unique<AutostartEntry>(AutostartEntry::standardFolders(),
                                                   AutostartEntry::ownProgram());
     }
@@ -20,7 +48,7 @@ std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
         std::make_unique<ComputerModel>(ComputerModel::Collaborators{.accessibility = accessibility,
                                                                      .service = with_.service,
                                                                      .explainer = with_.explainer,
-                                                                     .desktop = *desktop_,
+                                                                     .desktop = desktop(),
                                                                      .login = *login_,
                                                                      .clock = with_.clock,
                                                                      .texts = with_.texts,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/DesktopReport.h"
+#include "app/SessionReport.h"
 #include "computer/ComputerModel.h"
 #include "platform/xdg/AutostartEntry.h"
 #include <memory>
@@ -33,7 +34,16 @@ public:
     /// The model must not outlive this object.
     [[nodiscard]] std::unique_ptr<ComputerModel> makeModel();
 
+    /// Returns what asks for changes to the desktop, which must not outlive this object; null in an
+    /// X11 session, where none is needed.
+    [[nodiscard]] std::unique_ptr<TapReach> makeTaps();
+
+    /// Returns what reports on this session, which must not outlive this object.
+    [[nodiscard]] std::unique_ptr<SessionReport> makeReport();
+
 private:
+    [[nodiscard]] DesktopReport &desktop();
+
     Collaborators with_;
     std::unique_ptr<DesktopReport> desktop_;
     std::unique_ptr<AutostartEntry> login_;

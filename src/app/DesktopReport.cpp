@@ -47,6 +47,9 @@ DesktopReport::DesktopReport(const Collaborators &with)
             &DesktopReport::changed);
     connect(&with_.platform.accessibility(), &Accessibility::connectionChanged, this,
             &DesktopReport::changed);
+    if (const auto *wayland = with_.platform.waylandSession()) {
+        connect(wayland, &WaylandSession::reachChanged, this, &DesktopReport::changed);
+    }
 }
 
 bool DesktopReport::hearsEveryTap() const
@@ -62,10 +65,21 @@ DesktopChange *DesktopReport::tapSetting() const
     return reach != nullptr ? &reach->tapSetting() : nullptr;
 }
 
+DesktopChange *DesktopReport::extension() const
+{
+    DesktopReach *const reach = with_.platform.reach();
+    return reach != nullptr ? &reach->extension() : nullptr;
+}
+
 DesktopChange *DesktopReport::shortcut() const
 {
     DesktopReach *const reach = with_.platform.reach();
     return reach != nullptr ? &reach->shortcut() : nullptr;
+}
+
+SessionRoads DesktopReport::roads() const
+{
+    return with_.platform.roads();
 }
 
 bool DesktopReport::hasTray() const

@@ -27,7 +27,9 @@ public:
     [[nodiscard]] bool isWayland() const override { return isWayland_; }
     [[nodiscard]] bool hearsEveryTap() const override;
     [[nodiscard]] DesktopChange *tapSetting() const override;
+    [[nodiscard]] DesktopChange *extension() const override;
     [[nodiscard]] DesktopChange *shortcut() const override;
+    [[nodiscard]] SessionRoads roads() const override;
     [[nodiscard]] bool hasTray() const override;
     [[nodiscard]] bool hasCompositor() const override;
     [[nodiscard]] bool isConnected() const override;

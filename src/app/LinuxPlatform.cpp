@@ -8,6 +8,7 @@
 #include "platform/xdg/AutostartEntry.h"
 #include "settings/SettingsKeys.h"
 
+#include <QGuiApplication>
 #include <QProcessEnvironment>
 
 using namespace Qt::StringLiterals;
@@ -73,6 +74,17 @@ KeyPosting &LinuxPlatform::keys()
     return wayland_ ? wayland_->keyPosting() : x11_.keyPosting();
 }
 
+SessionRoads LinuxPlatform::roads()
+{
+    SessionRoads roads = wayland_ ? wayland_->roads() : SessionRoads();
+    if (wayland_) {
+        using Windows = SessionRoads::Windows;
+        roads.windows =
+            QGuiApplication::platformName() == "wayland"_L1 ? Windows::Layers : Windows::XWayland;
+    }
+    return roads;
+}
+
 std::optional<QString> LinuxPlatform::windowTitle(qint64 processIdentifier)
 {
     return wayland_ ? wayland_->windowTitle(processIdentifier)
@@ -87,6 +99,8 @@ void LinuxPlatform::followSession()
         if (wayland_) {
             reach_ = std::make_unique<DesktopReach>(*bus, explainCommand());
             wayland_->addTaps(reach_->taps());
+            QObject::connect(reach_.get(), &DesktopReach::explainRequested, reach_.get(),
+                             [this] { onShortcut(); });
         }
     }
 }

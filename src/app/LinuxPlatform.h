@@ -13,6 +13,7 @@
 #include "platform/windowing/FieldPasting.h"
 #include "platform/x11/X11Backend.h"
 #include "platform/x11/X11ClipboardText.h"
+#include <functional>
 
 namespace vellumo {
 
@@ -38,9 +39,15 @@ public:
     [[nodiscard]] SessionBus &sessionBus() { return sessionBus_; }
     /// Returns whether the session itself reports double taps in every window.
     [[nodiscard]] bool hearsEveryTap() const { return !wayland_ || wayland_->hearsEveryTap(); }
+    /// Returns the ways in which this session works now.
+    [[nodiscard]] SessionRoads roads();
+    /// Returns null in an X11 session.
+    [[nodiscard]] const WaylandSession *waylandSession() const { return wayland_.get(); }
     /// Returns what the desktop's settings can do in a Wayland session; null in an X11 session, and
     /// before the session bus is open.
     [[nodiscard]] DesktopReach *reach() { return reach_.get(); }
+    /// Called when the user presses the desktop's shortcut that explains the selection.
+    std::function<void()> onShortcut = [] {};
 
 private:
     [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier);

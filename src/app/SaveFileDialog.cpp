@@ -40,9 +40,9 @@ void SaveFileDialog::ask(QWindow *above, const PageHosting::FileQuestion &questi
     dialog_->setWindowTitle(texts_.pick(u"Export notes"_s, u"导出笔记"_s));
     dialog_->setLabelText(QFileDialog::Accept, texts_.pick(u"Export"_s, u"导出"_s));
     dialog_->setLabelText(QFileDialog::Reject, texts_.pick(u"Cancel"_s, u"取消"_s));
-    dialog_->setLabelText(QFileDialog::FileName, texts_.pick(u"Name:"_s, u"文件名:"_s));
-    dialog_->setLabelText(QFileDialog::FileType, texts_.pick(u"Kind:"_s, u"类型:"_s));
-    dialog_->setLabelText(QFileDialog::LookIn, texts_.pick(u"Folder:"_s, u"文件夹:"_s));
+    dialog_->setLabelText(QFileDialog::FileName, texts_.pick(u"Name:"_s, u"文件名："_s));
+    dialog_->setLabelText(QFileDialog::FileType, texts_.pick(u"Kind:"_s, u"类型："_s));
+    dialog_->setLabelText(QFileDialog::LookIn, texts_.pick(u"Folder:"_s, u"文件夹："_s));
     dialog_->setDirectory(folder_);
     const QString kind = question.suffix == "md"_L1 ? u"Markdown"_s : question.suffix.toUpper();
     dialog_->setNameFilters({u"%1 (*.%2)"_s.arg(kind, question.suffix)});

@@ -3,6 +3,7 @@
 
 #include "app/Startup.h"
 
+#include "app/DesktopUndo.h"
 #include "app/ModuleFile.h"
 #include "app/WindowSystem.h"
 #include "notes/NotesStore.h"
@@ -70,6 +71,11 @@ Startup::Startup(int argc, char **argv)
     }
     request_ = std::get<LaunchRequest>(parsed);
     avoidHungBus();
+    if (request_.command == LaunchRequest::Command::UndoDesktopChanges) {
+        const QCoreApplication application(argc, argv);
+        exitStatus_ = undoDesktopChanges();
+        return;
+    }
 
     const WindowSystem windows = chooseWindowSystem(QProcessEnvironment::systemEnvironment(), [] {
         return LayerShell::isOffered(moduleFile(waylandClientFile));
@@ -120,6 +126,9 @@ std::optional<int> Startup::becomeTheOnlyInstance()
         if (request_.wantsNothing()) {
             return EXIT_SUCCESS;
         }
+        if (request_.command == LaunchRequest::Command::Doctor) {
+            return printReportOf(running);
+        }
         switch (running.handOver(request_.forInstance())) {
         case RunningInstance::Answer::Accepted:
             return EXIT_SUCCESS;
@@ -140,6 +149,37 @@ std::optional<int> Startup::becomeTheOnlyInstance()
                               : u"already running"_s);
     return refuse(u"Another vellumo is using these notes. Quit it and start again."_s,
                   u"另一个 vellumo 正在使用这些笔记，请退出后重新启动。"_s);
+}
+
+int Startup::printReportOf(const RunningInstance &running)
+{
+    const auto report = running.report();
+    if (!report) {
+        printDiagnostic(u"running, but not answering"_s);
+        return EXIT_FAILURE;
+    }
+    printText(report->text);
+    return report->canWork ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+/// Also for a session without a display, and with a vellumo that does not end.
+int Startup::undoDesktopChanges()
+{
+    const RunningInstance running;
+    if (running.exists()) {
+        (void)running.handOver({.action = u"quit"_s, .urls = {}});
+        (void)running.waitUntil([this] { return lock_.tryLock(); },
+                                [this] { return lock_.waitForLock(); },
+                                QDeadlineTimer(instanceTimeout));
+        lock_.stopWaiting();
+    }
+    const bool hasNoStart = undoLoginStart();
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (hasNoStart && bus.isConnected() && DesktopUndo(bus).run()) {
+        return EXIT_SUCCESS;
+    }
+    printDiagnostic(u"not everything in the desktop's settings could be undone"_s);
+    return EXIT_FAILURE;
 }
 
 int Startup::refuse(const QString &english, const QString &chinese)

@@ -24,12 +24,20 @@ public:
     /// is to be the one that runs. Needs the application object.
     [[nodiscard]] std::optional<int> becomeTheOnlyInstance();
 
+    /// Returns whether only a report of this session is wanted.
+    [[nodiscard]] bool isForReport() const
+    {
+        return request_.command == LaunchRequest::Command::Doctor;
+    }
+
     /// What the program was started for; nothing of it is kept here, since addresses carry secrets.
     [[nodiscard]] LaunchRequest takeRequest() { return std::exchange(request_, {}); }
 
 private:
     void avoidHungBus();
+    [[nodiscard]] int undoDesktopChanges();
     [[nodiscard]] std::optional<int> withoutInstance() const;
+    [[nodiscard]] static int printReportOf(const RunningInstance &running);
     /// Returns the exit status of a start that comes to nothing. Blocks until a window that says
     /// why is closed, where the user has asked for a window.
     [[nodiscard]] int refuse(const QString &english, const QString &chinese);

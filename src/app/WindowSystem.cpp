@@ -38,9 +38,7 @@ WindowSystem chooseWindowSystem(const QProcessEnvironment &environment,
     system.platform = hasLayers ? "wayland;xcb" : "xcb";
     system.hasLayers = hasLayers;
     if (isWayland) {
-        system.remark =
-            u"in this Wayland session, not every window may report a double tap; the page "
-            "\"This computer\" shows what works, and \"vellumo --explain\" does the same"_s;
+        system.remark = u"a Wayland session; \"vellumo --doctor\" prints what works in it"_s;
     }
     return system;
 }

@@ -3,6 +3,7 @@
 
 #include "computer/ComputerModel.h"
 
+#include "computer/DesktopFacts.h"
 #include "computer/FailureText.h"
 #include "explain/ForwardingExplainer.h"
 #include "platform/Clock.h"
@@ -20,17 +21,20 @@ ComputerModel::ComputerModel(const Collaborators &collaborators, QObject *parent
     : QObject(parent)
     , with_(collaborators)
     , service_(collaborators.service, collaborators.clock, collaborators.texts)
-    , taps_(collaborators.desktop, collaborators.texts)
+    , taps_(collaborators.desktop, collaborators.texts, collaborators.defaults)
 {
-    connect(&with_.accessibility, &Accessibility::trustChanged, this, &ComputerModel::trustChanged);
+    connect(&with_.accessibility, &Accessibility::trustChanged, this, [this] {
+        Q_EMIT trustChanged();
+        Q_EMIT factsChanged();
+    });
     connect(&with_.defaults, &DefaultsStore::changed, this, &ComputerModel::copyingChanged);
-    connect(&with_.desktop, &DesktopReporting::changed, this, &ComputerModel::browsersChanged);
+    connect(&with_.desktop, &DesktopReporting::changed, this, &ComputerModel::factsChanged);
     connect(&with_.login, &LoginStart::changed, this, &ComputerModel::loginChanged);
     connect(&with_.explainer, &ForwardingExplainer::lastFailureChanged, this,
             &ComputerModel::problemsChanged);
     connect(&with_.texts, &BilingualText::languageChanged, this, [this] {
         Q_EMIT copyingChanged();
-        Q_EMIT browsersChanged();
+        Q_EMIT factsChanged();
         Q_EMIT loginChanged();
         Q_EMIT problemsChanged();
     });
@@ -64,40 +68,23 @@ QString ComputerModel::copyingText() const
     const QString text = texts.pick(
         u"A few applications give a selection away only by copying it. vellumo then copies for "
         "you and puts the clipboard back; a clipboard history may keep what you selected."_s,
-        u"少数应用只能通过复制读到选中的文字。这时 vellumo 会代你复制,再恢复剪贴板;剪贴板历史可能会"
+        u"少数应用只能通过复制读到选中的文字。这时 vellumo "
+        u"会代你复制，再恢复剪贴板；剪贴板历史可能会"
         "留下选中的文字。"_s);
     const QStringList exceptions = UserPreferences(with_.defaults).noCopyingIn();
-    return exceptions.isEmpty()
-        ? text
-        : text + texts.pick(u" Never in: %1."_s, u"以下应用除外:%1。"_s).arg(listed(exceptions));
+    return exceptions.isEmpty() ? text
+                                : text
+            + texts.pick(u" Never in: %1."_s, u"以下应用除外：%1。"_s)
+                  .arg(exceptions.join(texts.pick(u", "_s, u"、"_s)));
 }
 
-QString ComputerModel::browsersText() const
+QVariantList ComputerModel::facts() const
 {
-    const BilingualText &texts = with_.texts;
-    const QStringList always = with_.desktop.browsers();
-    const QStringList atStart = with_.desktop.browsersDecidingAtStart();
-    QStringList lines;
-    if (!always.isEmpty()) {
-        lines << texts.pick(u"%1: notes are filed under the page."_s, u"%1:笔记归到所在网页下。"_s)
-                     .arg(listed(always));
+    QVariantList facts;
+    for (const DesktopFact &fact : desktopFacts(with_.desktop, with_.accessibility, with_.texts)) {
+        facts.append(QVariant::fromValue(fact));
     }
-    if (!atStart.isEmpty()) {
-        lines << texts
-                     .pick(u"%1: notes are filed under the page if accessibility was on when the "
-                           "browser started. If they are filed under the window, start it again."_s,
-                           u"%1:浏览器启动时辅助功能已打开,笔记才归到所在网页下。如果归到了窗口下,"
-                           "请重新启动浏览器。"_s)
-                     .arg(listed(atStart));
-    }
-    return lines.isEmpty() ? texts.pick(u"No browser that vellumo knows is installed."_s,
-                                        u"没有安装 vellumo 认识的浏览器。"_s)
-                           : lines.join(u'\n');
-}
-
-QString ComputerModel::listed(const QStringList &names) const
-{
-    return names.join(with_.texts.pick(u", "_s, u"、"_s));
+    return facts;
 }
 
 bool ComputerModel::startsAtLogin() const
@@ -110,7 +97,7 @@ QString ComputerModel::loginText() const
 {
     const BilingualText &texts = with_.texts;
     if (hasLoginFailed_) {
-        return texts.pick(u"The entry in the folder of programs to start could not be written."_s,
+        return texts.pick(u"The autostart entry could not be written."_s,
                           u"无法写入开机启动的条目。"_s);
     }
     switch (with_.login.state()) {
@@ -118,14 +105,14 @@ QString ComputerModel::loginText() const
     case LoginStart::State::On:
         return {};
     case LoginStart::State::OnForAll:
-        return texts.pick(u"It is set for everyone on this computer."_s,
-                          u"这台电脑为所有用户设置了启动。"_s);
+        return texts.pick(u"On for all users of this computer."_s, u"已为所有用户开启。"_s);
     case LoginStart::State::SwitchedOff:
-        return texts.pick(u"It is set up, but turned off."_s, u"已设置,但已关闭。"_s);
+        return texts.pick(u"An entry exists but is turned off."_s, u"已设置，但已关闭。"_s);
     case LoginStart::State::Broken:
-        return texts.pick(u"It is set up, but the program that it names is not there. Turn it on "
-                          "again to mend it."_s,
-                          u"已设置,但其中的程序不存在。重新打开即可修复。"_s);
+        return texts.pick(
+            u"The entry points to a program that no longer exists. Turn it on again to "
+            "repair it."_s,
+            u"已设置，但其中的程序不存在。重新打开即可修复。"_s);
     }
     Q_UNREACHABLE();
 }

@@ -9,6 +9,7 @@
 #include "platform/LoginStart.h"
 #include <QDateTime>
 #include <QObject>
+#include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 #include <functional>
 
@@ -24,11 +25,10 @@ class ComputerModel : public QObject {
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool isTrusted READ isTrusted NOTIFY trustChanged)
     Q_PROPERTY(vellumo::ServiceForm *service READ service CONSTANT)
-    Q_PROPERTY(vellumo::DesktopReporting *desktop READ desktop CONSTANT)
     Q_PROPERTY(vellumo::TapReach *taps READ taps CONSTANT)
     Q_PROPERTY(bool readsByCopying READ readsByCopying NOTIFY copyingChanged)
     Q_PROPERTY(QString copyingText READ copyingText NOTIFY copyingChanged)
-    Q_PROPERTY(QString browsersText READ browsersText NOTIFY browsersChanged)
+    Q_PROPERTY(QVariantList facts READ facts NOTIFY factsChanged)
     Q_PROPERTY(bool startsAtLogin READ startsAtLogin NOTIFY loginChanged)
     Q_PROPERTY(QString loginText READ loginText NOTIFY loginChanged)
     Q_PROPERTY(QString explanationProblem READ explanationProblem NOTIFY problemsChanged)
@@ -57,16 +57,14 @@ public:
     Q_INVOKABLE void withdraw();
 
     [[nodiscard]] ServiceForm *service() { return &service_; }
-    [[nodiscard]] DesktopReporting *desktop() const { return &with_.desktop; }
-
     [[nodiscard]] TapReach *taps() { return &taps_; }
 
     [[nodiscard]] bool readsByCopying() const;
     Q_INVOKABLE void setReadsByCopying(bool copies);
     /// Returns an explanation of copying, with the excluded applications.
     [[nodiscard]] QString copyingText() const;
-    /// Returns which installed browsers expose the addresses of pages, and when.
-    [[nodiscard]] QString browsersText() const;
+    /// Returns the features of the desktop, each as a DesktopFact.
+    [[nodiscard]] QVariantList facts() const;
 
     [[nodiscard]] bool startsAtLogin() const;
     /// Returns a remark on the state of the autostart entry; empty for plain on and off.
@@ -88,14 +86,12 @@ public:
 Q_SIGNALS:
     void trustChanged();
     void copyingChanged();
-    void browsersChanged();
+    void factsChanged();
     void loginChanged();
     void problemsChanged();
     void serviceRequested();
 
 private:
-    [[nodiscard]] QString listed(const QStringList &names) const;
-
     Collaborators with_;
     ServiceForm service_;
     TapReach taps_;

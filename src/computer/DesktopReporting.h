@@ -3,40 +3,31 @@
 #pragma once
 
 #include "platform/DesktopChange.h"
+#include "platform/SessionRoads.h"
 #include <QObject>
 #include <QStringList>
-#include <QtQml/qqmlregistration.h>
 
 namespace vellumo {
 
 /// Interface that reports which features of the desktop are available to vellumo.
 class DesktopReporting : public QObject {
     Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("made by the application")
-    Q_PROPERTY(bool isWayland READ isWayland CONSTANT)
-    Q_PROPERTY(bool hasTray READ hasTray NOTIFY changed)
-    Q_PROPERTY(bool hasCompositor READ hasCompositor NOTIFY changed)
-    Q_PROPERTY(bool isConnected READ isConnected NOTIFY changed)
-    Q_PROPERTY(bool isConnecting READ isConnecting NOTIFY changed)
-    Q_PROPERTY(Keyring keyring READ keyring NOTIFY changed)
-    Q_PROPERTY(QStringList browsers READ browsers NOTIFY changed)
-    Q_PROPERTY(QStringList browsersDecidingAtStart READ browsersDecidingAtStart NOTIFY changed)
 
 public:
     enum class Keyring : quint8 { Asking, Open, Locked, Absent };
-    Q_ENUM(Keyring)
 
     using QObject::QObject;
 
     [[nodiscard]] virtual bool isWayland() const = 0;
     /// Returns whether a double tap works in every window.
     [[nodiscard]] virtual bool hearsEveryTap() const = 0;
-    /// Return the setting that makes the desktop report taps in every window, and the one of a
-    /// shortcut that does the same as a double tap; null where none is needed. Once returned, they
-    /// exist as long as this object.
+    /// Return the setting and the extension that make the desktop report taps in every window, and
+    /// the setting of a shortcut that does the same as a double tap; null where none is needed.
+    /// Once returned, they exist as long as this object.
     [[nodiscard]] virtual DesktopChange *tapSetting() const = 0;
+    [[nodiscard]] virtual DesktopChange *extension() const = 0;
     [[nodiscard]] virtual DesktopChange *shortcut() const = 0;
+    [[nodiscard]] virtual SessionRoads roads() const = 0;
     /// Returns whether a tray is present.
     [[nodiscard]] virtual bool hasTray() const = 0;
     /// Returns whether a compositor runs, so that windows can have round corners and shadows.

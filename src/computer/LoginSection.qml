@@ -16,10 +16,10 @@ SectionCard {
     SwitchRow {
         width: parent.width
         setting: "startsAtLogin"
-        name: section.english ? "Start vellumo when I log in" : "登录时启动 vellumo"
+        name: section.english ? "Start vellumo when I log in" : "登录系统时启动 vellumo"
         explanation: section.computer.loginText.length > 0 ? section.computer.loginText
             : section.english ? "In the background, without a window."
-                              : "在后台运行,不打开窗口。"
+                              : "在后台运行，不打开窗口。"
         checked: section.computer.startsAtLogin
         onToggled: section.computer.setStartsAtLogin(!section.computer.startsAtLogin)
     }

@@ -14,10 +14,10 @@ SectionCard {
     required property string syncProblem
     required property date syncTime
 
-    readonly property string none: section.english ? "No problem since vellumo was started."
-                                                   : "自 vellumo 启动以来没有问题。"
+    readonly property string none: section.english ? "None since vellumo started."
+                                                   : "启动以来没有出现问题。"
 
-    title: section.english ? "Last problem" : "最近的问题"
+    title: section.english ? "Problems" : "最近的问题"
 
     StatusLine {
         readonly property string problem: section.computer.explanationProblem

@@ -26,8 +26,8 @@ Flow {
         id: question
 
         width: parent.width
-        text: removal.english ? "Remove the key from the keyring? It cannot be brought back from here."
-                              : "要从密钥环里移除密钥吗?移除后无法在这里恢复。"
+        text: removal.english ? "Remove the key from the keyring? To use it again you will have to re-enter it."
+                              : "要从密钥环里移除密钥吗？移除后需要重新填写。"
         wrapMode: Text.Wrap
         lineFactor: Units.readingLine
 
@@ -39,7 +39,7 @@ Flow {
         id: keep
 
         objectName: "keepKey"
-        text: removal.english ? "Keep it" : "保留"
+        text: removal.english ? "Cancel" : "保留"
         onClicked: removal.kept()
     }
     TextButton {

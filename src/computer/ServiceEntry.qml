@@ -57,8 +57,8 @@ Column {
 
     Label {
         width: parent.width
-        text: entry.english ? "Any service that speaks the chat-completions interface, or a model server on your own computer."
-                            : "任何支持 chat-completions 接口的服务,或者你自己电脑上的模型服务器。"
+        text: entry.english ? "Any service with a chat-completions API, or a model running on your own computer."
+                            : "任何支持 chat-completions 接口的服务，或者你自己电脑上的模型服务器。"
         wrapMode: Text.Wrap
         color: Theme.secondInk
         font.pixelSize: Units.type12
@@ -73,15 +73,15 @@ Column {
 
         objectName: "address"
         width: parent.width
-        label: entry.english ? "Base address" : "接口地址"
+        label: entry.english ? "Base URL" : "API 地址"
         placeholder: entry.service.defaultBase
         readOnly: entry.service.isBaseFixed
         error: entry.service.addressError
         help: entry.service.isBaseFixed
-            ? (entry.english ? "Set by OPENAI_BASE_URL in the environment, which goes first."
-                             : "由环境变量 OPENAI_BASE_URL 指定,优先于这里。")
-            : (entry.english ? "Often ends in /v1, such as http://localhost:11434/v1."
-                             : "通常以 /v1 结尾,例如 http://localhost:11434/v1。")
+            ? (entry.english ? "Set by OPENAI_BASE_URL in the environment, which overrides this field."
+                             : "由环境变量 OPENAI_BASE_URL 指定，优先于这里。")
+            : (entry.english ? "Usually ends in /v1, for example http://localhost:11434/v1."
+                             : "通常以 /v1 结尾，例如 http://localhost:11434/v1。")
         onEdited: entry.service.edited(address.text)
         onAccepted: entry.save()
     }
@@ -94,8 +94,8 @@ Column {
         placeholder: entry.service.defaultModel
         readOnly: entry.service.isModelFixed
         help: entry.service.isModelFixed
-            ? (entry.english ? "Set by VELLUMO_MODEL in the environment, which goes first."
-                             : "由环境变量 VELLUMO_MODEL 指定,优先于这里。") : ""
+            ? (entry.english ? "Set by VELLUMO_MODEL in the environment, which overrides this field."
+                             : "由环境变量 VELLUMO_MODEL 指定，优先于这里。") : ""
         onEdited: entry.service.edited(address.text)
         onAccepted: entry.save()
     }
@@ -129,7 +129,7 @@ Column {
             objectName: "tryOut"
             enabled: !entry.service.isTrying
             text: entry.service.isTrying ? (entry.english ? "Trying…" : "正在测试…")
-                                           : (entry.english ? "Try it" : "测试一下")
+                                           : (entry.english ? "Try it" : "测试")
             onClicked: entry.service.tryOut(address.text, model.text, key.text)
         }
         TextButton {
@@ -173,7 +173,7 @@ Column {
                                                                     : StatusLine.Neutral
         title: entry.service.outcome.length > 0 ? entry.service.outcome
             : entry.service.isInUse ? problem
-            : (entry.english ? "Not in use yet: fill this in and save it."
-                             : "还没有启用:填好后保存。")
+            : (entry.english ? "Not in use yet. Fill in the fields and save."
+                             : "还没有启用：填好后保存。")
     }
 }

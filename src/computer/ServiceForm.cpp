@@ -92,18 +92,20 @@ QString ServiceForm::addressError() const
     case Problem::None:
         return {};
     case Problem::NoAddress:
-        return texts_.pick(u"This is no web address. It looks like https://example.org/v1."_s,
-                           u"这不是网址。它应该像 https://example.org/v1 这样。"_s);
+        return texts_.pick(
+            u"This is not a web address. It should look like https://example.org/v1."_s,
+            u"这不是网址。它应该像 https://example.org/v1 这样。"_s);
     case Problem::Insecure:
         return texts_.pick(
-            u"It must begin with https. Only this computer, and addresses by number "
-            "of your own network, are asked over http."_s,
-            u"地址必须以 https 开头。只有这台电脑,以及局域网内用数字表示的地址,才能使用 http。"_s);
+            u"Use https. Plain http is allowed only for this computer and for IP addresses "
+            "on your local network."_s,
+            u"地址必须以 https 开头。只有这台电脑，以及局域网内的 IP 地址，才能使用 http。"_s);
     case Problem::Credentials:
-        return texts_.pick(u"Leave the name and password before the @ out; the key goes below."_s,
-                           u"请去掉 @ 前面的用户名和密码;密钥填在下面。"_s);
+        return texts_.pick(
+            u"Remove the user name and password before the @; enter the key below."_s,
+            u"请去掉 @ 前面的用户名和密码；密钥填在下面。"_s);
     case Problem::Query:
-        return texts_.pick(u"Leave out what follows the ? or #."_s,
+        return texts_.pick(u"Remove everything from the ? or # on."_s,
                            u"请去掉 ? 或 # 之后的部分。"_s);
     }
     Q_UNREACHABLE();
@@ -120,7 +122,7 @@ QString ServiceForm::outcome() const
         return savedText();
     case Outcome::Works:
         return texts_.pick(u"It works: the service has explained a word."_s,
-                           u"可以使用:服务成功解释了一个词。"_s);
+                           u"可以使用：服务成功解释了一个词。"_s);
     case Outcome::Failure:
         return failure_ ? failureText(*failure_, texts_) : QString();
     }

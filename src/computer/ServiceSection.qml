@@ -16,7 +16,7 @@ SectionCard {
 
     onIsOwnChanged: entry.asksToRemove = false
 
-    title: section.english ? "Who explains" : "由谁来解释"
+    title: section.english ? "Explanation service" : "解释服务"
 
     function begin(): void {
         if (section.service.isForced)
@@ -46,9 +46,9 @@ SectionCard {
         visible: !section.service.isForced
         labels: {
             const named = section.service.hasConfigured
-            return section.english ? (named ? ["Samples", "As installed", "Own service"]
-                                            : ["Sample answers", "Own service"])
-                                   : (named ? ["示例", "随安装设置", "自己的服务"]
+            return section.english ? (named ? ["Samples", "Preconfigured", "Your own"]
+                                            : ["Sample answers", "Your own"])
+                                   : (named ? ["示例", "预设服务", "自己的服务"]
                                             : ["示例回答", "自己的服务"])
         }
         values: section.service.hasConfigured

@@ -23,7 +23,7 @@ Column {
 
     Label {
         width: parent.width
-        text: sent.english ? "What is sent where" : "什么会发到哪里"
+        text: sent.english ? "What leaves this computer" : "哪些内容会离开这台电脑"
         wrapMode: Text.Wrap
         font.weight: Font.Medium
     }
@@ -33,11 +33,11 @@ Column {
     }
     Line {
         visible: sent.service.sendsToken
-        text: sent.english ? "While you are signed in, a token that names your account goes along."
-                           : "登录期间,还会附带一个标明你账号的令牌。"
+        text: sent.english ? "While you are signed in, a token identifying your account is sent along."
+                           : "登录账号期间，还会附带标识该账号的令牌。"
     }
     Line {
-        text: sent.english ? "Notes stay on this computer. While you are signed in, what you selected, the explanation and what you asked on are also copied to your account; the page or window that you read is not."
-                           : "笔记保存在这台电脑上。登录期间,原文、解释和追问也会复制到你的账号;所读的网页或窗口不会。"
+        text: sent.english ? "Notes stay on this computer. While you are signed in, what you selected, the explanation and your follow-ups are also copied to your account; the page or window is not."
+                           : "笔记保存在这台电脑上。登录账号期间，原文、解释和追问也会复制到你的账号；所读的网页或窗口不会。"
     }
 }

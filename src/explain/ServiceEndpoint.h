@@ -26,7 +26,7 @@ public:
     configured(const AppConfig &config);
 
     /// Returns a service that the user has entered, with a placeholder instead of a key, for
-    /// servers that need none. Empty or blank parts stand for the defaults.
+    /// servers that need none. Empty or blank parts mean the defaults.
     [[nodiscard]] static ServiceEndpoint entered(const QString &base, const QString &model);
 
     /// Returns the same service with this key.

@@ -34,7 +34,7 @@ FocusScope {
     activeFocusOnTab: true
 
     Accessible.role: Accessible.List
-    Accessible.name: calendar.english ? "Notes per day" : "每天的笔记"
+    Accessible.name: calendar.english ? "Notes per day" : "每日笔记"
     Accessible.description: calendar.figure
     Accessible.focusable: true
 

@@ -64,7 +64,7 @@ ScrollPage {
 
         InsightCard {
             width: parent.width
-            heading: page.english ? "Notes per day" : "每天的笔记"
+            heading: page.english ? "Notes per day" : "每日笔记"
             figure: days.figure
 
             DayCalendar {
@@ -87,7 +87,7 @@ ScrollPage {
                 width: cards.isWide ? cards.half : cards.width
                 height: cards.isWide ? Math.max(implicitHeight, languages.implicitHeight)
                                      : implicitHeight
-                heading: page.english ? "Notes per month" : "每月的笔记"
+                heading: page.english ? "Notes per month" : "每月笔记"
                 bodyHeight: months.implicitHeight
 
                 MonthBars {

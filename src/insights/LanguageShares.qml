@@ -126,8 +126,8 @@ Column {
         width: parent.width
         visible: chart.insights.namesLetters
         topPadding: Units.space4
-        text: chart.english ? "Told from the letters and the most common words. A word alone does not tell its language, unless more was read in the same place."
-                            : "按文字和常用词判断。单个词看不出语言时,参照同一处的其他笔记。"
+        text: chart.english ? "Detected from script and common words. Single words follow the other notes from the same place."
+                            : "根据文字和常用词判断；单个词则参照同一来源的其他笔记。"
         wrapMode: Text.Wrap
         color: Theme.secondInk
         font.pixelSize: Units.type11

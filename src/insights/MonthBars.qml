@@ -23,7 +23,7 @@ Item {
     implicitHeight: Units.monthBars + 2 * (chart.labelHeight + Units.space4)
 
     Accessible.role: Accessible.List
-    Accessible.name: chart.english ? "Notes per month" : "每月的笔记"
+    Accessible.name: chart.english ? "Notes per month" : "每月笔记"
 
     TextLine {
         id: widest

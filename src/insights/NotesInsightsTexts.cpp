@@ -20,7 +20,7 @@ QString countText(const QString &name, int count, bool english)
     if (english && count == 1) {
         return u"%1: one note"_s.arg(name);
     }
-    return (english ? u"%1: %2 notes"_s : u"%1:%2 条"_s).arg(name, QString::number(count));
+    return (english ? u"%1: %2 notes"_s : u"%1：%2 条"_s).arg(name, QString::number(count));
 }
 
 } // namespace
@@ -28,8 +28,8 @@ QString countText(const QString &name, int count, bool english)
 QString NotesInsights::summary() const
 {
     if (library_.total() == 0) {
-        return texts_.pick(u"What your reading looks like, once there is some."_s,
-                           u"读过之后,这里会显示你的阅读轨迹。"_s);
+        return texts_.pick(u"Your reading statistics will appear here."_s,
+                           u"读过之后，这里会显示你的阅读轨迹。"_s);
     }
     if (published_.total == 1) {
         return texts_.pick(u"One note so far."_s, u"目前有 1 条笔记。"_s);
@@ -38,10 +38,10 @@ QString NotesInsights::summary() const
         return texts_.pick(u"%1 notes."_s, u"%1 条笔记。"_s).arg(published_.total);
     }
     if (published_.activeDays == 1) {
-        return texts_.pick(u"%1 notes, all on one day."_s, u"%1 条笔记,都在同一天。"_s)
+        return texts_.pick(u"%1 notes, all on one day."_s, u"%1 条笔记，都在同一天。"_s)
             .arg(published_.total);
     }
-    return texts_.pick(u"%1 notes on %2 days."_s, u"%2 天里的 %1 条笔记。"_s)
+    return texts_.pick(u"%1 notes on %2 days."_s, u"%2 天共 %1 条笔记。"_s)
         .arg(published_.total)
         .arg(published_.activeDays);
 }
@@ -53,7 +53,7 @@ QString NotesInsights::dayText(int index, int count, bool english) const
     }
     const QString day =
         NoteDates::day(published_.firstDay.addDays(index), published_.today, english);
-    return count == 0 ? (english ? u"%1: none"_s : u"%1:没有"_s).arg(day)
+    return count == 0 ? (english ? u"%1: none"_s : u"%1：没有"_s).arg(day)
                       : countText(day, count, english);
 }
 
@@ -132,7 +132,7 @@ QStringList NotesInsights::shareTexts() const
 QString NotesInsights::languageText(const QString &name, const QString &share, int count,
                                     bool english)
 {
-    return (english ? u"%1: %2, notes: %3"_s : u"%1:%2,%3 条"_s)
+    return (english ? u"%1: %2, notes: %3"_s : u"%1：%2，%3 条"_s)
         .arg(name, share, QString::number(count));
 }
 
@@ -146,7 +146,7 @@ QString NotesInsights::placesNote() const
     const qsizetype shown = published_.places.size();
     return published_.allPlaces <= shown
         ? QString()
-        : texts_.pick(u"The first %1 of %2 places"_s, u"共 %2 处,显示前 %1 处"_s)
+        : texts_.pick(u"Top %1 of %2"_s, u"共 %2 处，显示前 %1 处"_s)
               .arg(shown)
               .arg(published_.allPlaces);
 }

@@ -69,22 +69,24 @@ QString NotesOverview::greeting() const
 QString NotesOverview::summary() const
 {
     if (library_.total() == 0) {
-        return texts_.pick(u"Nothing read with vellumo yet."_s, u"还没有用 vellumo 读过内容。"_s);
+        return texts_.pick(u"You have not looked anything up yet."_s,
+                           u"还没有用 vellumo 读过内容。"_s);
     }
     if (today_ == 0) {
-        return texts_.pick(u"Nothing looked up yet today."_s, u"今天还没有查过内容。"_s);
+        return texts_.pick(u"Nothing looked up today."_s, u"今天还没有查过内容。"_s);
     }
     if (todayPlace_.isEmpty()) {
         return today_ == 1
-            ? texts_.pick(u"You looked up one thing today."_s, u"今天查了 1 处。"_s)
-            : texts_.pick(u"You looked up %1 things today."_s, u"今天查了 %1 处。"_s).arg(today_);
+            ? texts_.pick(u"You looked up one thing today."_s, u"今天查了 1 次。"_s)
+            : texts_.pick(u"You looked up %1 things today."_s, u"今天查了 %1 次。"_s).arg(today_);
     }
     if (today_ == 1) {
-        return texts_.pick(u"You looked up one thing today, on %1."_s, u"今天查了 1 处,在 %1。"_s)
+        return texts_
+            .pick(u"You looked up one thing today, on %1."_s, u"今天查了 1 次，来自 %1。"_s)
             .arg(todayPlace_);
     }
     return texts_
-        .pick(u"You looked up %1 things today, mostly on %2."_s, u"今天查了 %1 处,多数在 %2。"_s)
+        .pick(u"You looked up %1 things today, mostly on %2."_s, u"今天查了 %1 次，大多来自 %2。"_s)
         .arg(QString::number(today_), todayPlace_);
 }
 

@@ -12,7 +12,7 @@ HomeTile {
     required property NotesOverview overview
     required property bool english
 
-    heading: tile.english ? "Where you read, last 30 days" : "近 30 天读自"
+    heading: tile.english ? "Top sources, last 30 days" : "近 30 天来源"
     spoken: tile.overview.placesText
 
     Column {
@@ -76,7 +76,7 @@ HomeTile {
         anchors.right: parent.right
         anchors.topMargin: Units.space32
         visible: tile.overview.placeNames.length === 0
-        text: tile.english ? "Nothing lately." : "最近没有。"
+        text: tile.english ? "No notes in the last 30 days." : "近 30 天没有笔记。"
         color: Theme.secondInk
     }
 }

@@ -126,8 +126,8 @@ Sheet {
                 objectName: "exportChoose"
                 minimumWidth: Units.dialogButton
                 primary: sheet.asksWhat
-                text: sheet.asksWhat ? (sheet.english ? "Choose file…" : "选择文件…")
-                                     : (sheet.english ? "Another name…" : "换个名称…")
+                text: sheet.asksWhat ? (sheet.english ? "Save as…" : "选择文件…")
+                                     : (sheet.english ? "Choose another name…" : "换个名称…")
                 onClicked: sheet.exporter.chooseFile()
             }
             TextButton {

@@ -13,10 +13,10 @@ Item {
     readonly property list<string> steps: first.english
         ? ["Select a word or a sentence, in any window.",
            "Tap Option (the Alt key) twice.",
-           "Read. When you close the panel, a note is kept here."]
+           "Read the explanation. When you close it, it is saved here."]
         : ["在任意窗口选中一个词或一句话。",
-           "连按两下 Option(Alt 键)。",
-           "读完关闭面板,笔记就会留在这里。"]
+           "按两下 Option（Alt 键）。",
+           "读完关闭解释，它就会存为笔记。"]
 
     implicitHeight: column.height
 
@@ -29,8 +29,8 @@ Item {
         EmptyState {
             width: parent.width
             icon: "notes"
-            title: first.english ? "Your notes begin with the first question"
-                                 : "从第一次提问开始"
+            title: first.english ? "No notes yet"
+                                 : "还没有笔记"
             text: first.english ? "Every explanation is kept here, with the place where you read it."
                                 : "你查过的内容、出处和解释都会保存在这里。"
         }

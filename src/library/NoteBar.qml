@@ -74,7 +74,7 @@ Item {
             objectName: "askFurther"
             primary: true
             icon: "ask"
-            text: bar.english ? "Ask further" : "继续追问"
+            text: bar.english ? "Ask a follow-up" : "继续追问"
             onClicked: bar.note.askFurther()
         }
     }

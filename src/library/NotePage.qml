@@ -112,8 +112,8 @@ FocusScope {
             Label {
                 width: parent.width
                 visible: page.note.isShortened
-                text: page.english ? "Only the beginning is shown. Copy takes the whole note."
-                                   : "这里只显示开头部分,复制会带上全文。"
+                text: page.english ? "Only the beginning is shown. Copy includes the whole note."
+                                   : "这里只显示开头部分，复制会带上全文。"
                 wrapMode: Text.Wrap
                 color: Theme.secondInk
                 font.pixelSize: Units.type12

@@ -40,7 +40,7 @@ Flow {
         objectName: "select"
         quiet: true
         icon: actions.selection.isActive ? "cross" : "select"
-        text: actions.selection.isActive ? (actions.english ? "Stop selecting" : "退出选择")
+        text: actions.selection.isActive ? (actions.english ? "Done" : "退出选择")
                                          : (actions.english ? "Select" : "选择")
         onClicked: {
             actions.selection.isActive = !actions.selection.isActive

@@ -108,15 +108,15 @@ QString NotesExporter::formatText() const
     switch (format_) {
     case ExportFormat::Markdown:
         return texts_.pick(u"A document to read and print, day by day."_s,
-                           u"按日期排列的文档,适合阅读和打印。"_s);
+                           u"按日期排列的文档，适合阅读和打印。"_s);
     case ExportFormat::Csv:
         return texts_.pick(u"A table for spreadsheets and flash-card programs."_s,
-                           u"表格,可用于电子表格和记忆卡片软件。"_s);
+                           u"表格，可用于电子表格和记忆卡片软件。"_s);
     case ExportFormat::Json:
         break;
     }
     return texts_.pick(u"Everything about each note, for other programs."_s,
-                       u"笔记的全部数据,供其他程序使用。"_s);
+                       u"笔记的全部数据，供其他程序使用。"_s);
 }
 
 void NotesExporter::chooseFile()
@@ -152,7 +152,7 @@ void NotesExporter::useFile(const QString &path)
 
 QString NotesExporter::replaceText() const
 {
-    return texts_.pick(u"“%1” is there already. Replace it?"_s, u"“%1”已存在,要替换吗?"_s)
+    return texts_.pick(u"“%1” already exists. Replace it?"_s, u"“%1”已存在，要替换吗？"_s)
         .arg(fileName());
 }
 
@@ -246,21 +246,21 @@ QString NotesExporter::outcome() const
         return writtenText();
     case State::Cancelled:
         return texts_.pick(u"Export cancelled. No file was written."_s,
-                           u"已取消导出,没有写入文件。"_s);
+                           u"已取消导出，没有写入文件。"_s);
     case State::NoSpace:
-        return texts_.pick(u"There is not enough room for the file. Nothing was written."_s,
-                           u"空间不足,没有写入文件。"_s);
+        return texts_.pick(u"Not enough disk space. Nothing was written."_s,
+                           u"空间不足，没有写入文件。"_s);
     case State::NotAllowed:
         return texts_.pick(u"vellumo may not write there. Choose another folder."_s,
-                           u"没有写入该位置的权限,请选择其他文件夹。"_s);
+                           u"没有写入该位置的权限，请选择其他文件夹。"_s);
     case State::NoFolder:
-        return texts_.pick(u"The folder is not there any more. Choose another one."_s,
-                           u"该文件夹已不存在,请选择其他文件夹。"_s);
+        return texts_.pick(u"The folder no longer exists. Choose another one."_s,
+                           u"该文件夹已不存在，请选择其他文件夹。"_s);
     case State::NotAFile:
         return texts_.pick(u"Something else has this name already. Choose another one."_s,
-                           u"这个名称已被占用,请换一个名称。"_s);
+                           u"这个名称已被占用，请换一个名称。"_s);
     case State::Failed:
-        return texts_.pick(u"The file could not be written: %1"_s, u"无法写入文件:%1"_s)
+        return texts_.pick(u"The file could not be written: %1"_s, u"无法写入文件：%1"_s)
             .arg(detail_);
     }
     return {};
@@ -275,9 +275,10 @@ QString NotesExporter::writtenText() const
             .arg(path_);
     }
     if (total_ == 1) {
-        return texts_.pick(u"One note is in “%1”"_s, u"1 条笔记已导出到“%1”"_s).arg(fileName());
+        return texts_.pick(u"Exported one note to “%1”"_s, u"1 条笔记已导出到“%1”"_s)
+            .arg(fileName());
     }
-    return texts_.pick(u"%1 notes are in “%2”"_s, u"%1 条笔记已导出到“%2”"_s)
+    return texts_.pick(u"Exported %1 notes to “%2”"_s, u"%1 条笔记已导出到“%2”"_s)
         .arg(QString::number(total_), fileName());
 }
 

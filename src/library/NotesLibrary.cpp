@@ -134,7 +134,7 @@ QString NotesLibrary::placeText() const
 
 QString NotesLibrary::leavePlaceText() const
 {
-    return place_ ? texts_.pick(u"%1. Show all places"_s, u"%1,改为显示全部位置"_s).arg(placeText())
+    return place_ ? texts_.pick(u"%1. Show all places"_s, u"%1，显示全部来源"_s).arg(placeText())
                   : QString();
 }
 

@@ -105,7 +105,7 @@ FocusScope {
             anchors.right: page.isNarrow ? parent.right : picker.left
             anchors.rightMargin: page.isNarrow ? 0 : Units.space12
             focus: true
-            placeholder: page.english ? "Search text, explanations and questions"
+            placeholder: page.english ? "Search texts, explanations and follow-ups"
                                       : "搜索原文、解释和追问"
             clearName: page.english ? "Clear the search" : "清除搜索"
             text: page.library.query
@@ -123,7 +123,7 @@ FocusScope {
             anchors.right: parent.right
             anchors.rightMargin: page.isNarrow ? parent.width - width : 0
             y: page.isNarrow ? field.y + field.height + Units.space12 : field.y
-            labels: page.english ? ["By day", "By place"] : ["按日期", "按位置"]
+            labels: page.english ? ["By day", "By place"] : ["按日期", "按来源"]
             values: [NoteRowsModel.ByDay, NoteRowsModel.ByPlace]
             value: page.library.grouping
             accessibleName: page.english ? "Grouping" : "分组"
@@ -187,7 +187,7 @@ FocusScope {
         visible: page.library.total > 0 && page.library.found === 0 && !page.library.isSearching
         icon: "search"
         title: page.english ? "Nothing found" : "没有找到"
-        text: page.english ? "Try fewer or other words. Every word is looked for in the text, its explanation and your questions."
+        text: page.english ? "Try fewer or different words. The search covers texts, explanations and follow-ups."
                            : "试试更少或不同的词。每个词都会在原文、解释和追问里查找。"
     }
 }

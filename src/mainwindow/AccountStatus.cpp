@@ -63,8 +63,8 @@ QString AccountStatus::syncText() const
         return {};
     }
     if (sync_->arriving() > 0) {
-        return countText(sync_->arriving(), u"One note on its way"_s, u"%1 notes on their way"_s,
-                         u"%1 条笔记正在同步过来"_s);
+        return countText(sync_->arriving(), u"Downloading one note…"_s, u"Downloading %1 notes…"_s,
+                         u"正在下载 %1 条笔记"_s);
     }
     if (sync_->isSyncing()) {
         return texts_.pick(u"Syncing…"_s, u"正在同步…"_s);
@@ -74,8 +74,8 @@ QString AccountStatus::syncText() const
     if (sync_->pending() == 0) {
         return trouble.isEmpty() ? upToDateText() : trouble;
     }
-    const QString left = countText(sync_->pending(), u"One note still to sync"_s,
-                                   u"%1 notes still to sync"_s, u"还有 %1 条笔记待同步"_s);
+    const QString left = countText(sync_->pending(), u"1 note waiting to sync"_s,
+                                   u"%1 notes waiting to sync"_s, u"还有 %1 条笔记待同步"_s);
     return trouble.isEmpty() ? left : trouble + u'\n' + left;
 }
 
@@ -102,25 +102,22 @@ QString AccountStatus::problemText() const
     case SyncError::Kind::NotConfigured:
         return texts_.pick(u"No sync service is set up here"_s, u"这里没有设置同步服务"_s);
     case SyncError::Kind::SignedOut:
-        return texts_.pick(u"Could not sync. Please sign in again"_s, u"同步失败,请重新登录"_s);
+        return texts_.pick(u"Sync failed: sign in again"_s, u"同步失败，请重新登录"_s);
     case SyncError::Kind::Unreachable:
-        return texts_.pick(u"Could not sync. No connection"_s, u"同步失败,无法连接"_s);
+        return texts_.pick(u"Sync failed: no connection"_s, u"同步失败，无法连接"_s);
     case SyncError::Kind::Refused:
-        return texts_.pick(u"Could not sync. The service refused"_s, u"同步失败,服务拒绝了请求"_s);
+        return texts_.pick(u"Sync failed: the service refused"_s, u"同步失败，服务拒绝了请求"_s);
     case SyncError::Kind::Untrusted:
-        return texts_.pick(u"Could not sync. The connection is not trusted"_s,
-                           u"同步失败,连接不可信"_s);
+        return texts_.pick(u"Sync failed: untrusted connection"_s, u"同步失败，连接不可信"_s);
     case SyncError::Kind::AddressNotAllowed:
-        return texts_.pick(u"Could not sync. The service's address is not allowed"_s,
-                           u"同步失败,服务地址不可用"_s);
+        return texts_.pick(u"Sync failed: the service's address is not allowed"_s,
+                           u"同步失败，服务地址不可用"_s);
     case SyncError::Kind::ListTooLarge:
-        return texts_.pick(u"Could not sync. The account has too much to fetch"_s,
-                           u"同步失败,账号里的内容太多"_s);
+        return texts_.pick(u"Sync failed: too much to download"_s, u"同步失败，账号里的内容太多"_s);
     case SyncError::Kind::NoteTooLarge:
-        return texts_.pick(u"Could not sync. A note is too large"_s, u"同步失败,有一条笔记太大"_s);
+        return texts_.pick(u"Sync failed: a note is too large"_s, u"同步失败，有一条笔记太大"_s);
     case SyncError::Kind::Unreadable:
-        return texts_.pick(u"Could not sync. The answer was unreadable"_s,
-                           u"同步失败,无法读取服务的回答"_s);
+        return texts_.pick(u"Sync failed: unreadable answer"_s, u"同步失败，服务响应异常"_s);
     }
     return {};
 }
@@ -137,42 +134,45 @@ QString AccountStatus::advice() const
         return texts_.pick(u"This installation knows no place to sync with."_s,
                            u"这个安装没有配置同步服务。"_s);
     case SyncError::Kind::SignedOut:
-        return texts_.pick(u"Your session is not accepted any more. Sign out and in again; notes "
-                           "that have not travelled yet stay here meanwhile."_s,
-                           u"登录状态已失效。请退出后重新登录;还没同步的笔记会先保留在这里。"_s);
+        return texts_.pick(
+            u"Your session is no longer accepted. Sign out and in again; notes that are not "
+            "synced yet stay here meanwhile."_s,
+            u"登录状态已失效。请退出后重新登录；还没同步的笔记会先保留在这里。"_s);
     case SyncError::Kind::Unreachable:
         return texts_.pick(u"No answer came. Check the connection, then choose “Sync now”."_s,
-                           u"没有收到回应。请检查网络,然后点“立即同步”。"_s);
+                           u"没有收到响应。请检查网络，然后点“立即同步”。"_s);
     case SyncError::Kind::Refused:
         return texts_.pick(u"The account's service did not take the notes. They stay here; try "
                            "“Sync now” later."_s,
-                           u"账号服务没有接收笔记。笔记仍在这里;请稍后再点“立即同步”。"_s);
+                           u"账号服务没有接收笔记。笔记仍在这里；请稍后再点“立即同步”。"_s);
     case SyncError::Kind::Unreadable:
         return texts_.pick(u"What answered is not the account's service. A network that asks for a "
                            "login first may be in the way."_s,
-                           u"回应的不是账号服务。可能是需要先登录的网络拦截了请求。"_s);
+                           u"响应的不是账号服务。可能是需要先登录的网络拦截了请求。"_s);
     case SyncError::Kind::Untrusted:
         return texts_.pick(
             u"No trusted connection: the certificate of the account's service is "
             "not known here. Check this computer's clock, and whether something on "
             "the network reads along. Notes stay here meanwhile."_s,
-            u"无法建立可信的连接:这台电脑不认可账号服务的证书。请检查系统时间,以及网络中是否有设备在拦截。笔记会先保留在这里。"_s);
+            u"无法建立可信的连接：这台电脑不认可账号服务的证书。请检查系统时间，以及网络中是"
+            "否有设备在拦截。笔记会先保留在这里。"_s);
     case SyncError::Kind::AddressNotAllowed:
         return texts_.pick(
             u"Not sent: the address of the account's service must be a web address "
             "that begins with https. Check VELLUMO_DATACONNECT_URL and "
             "VELLUMO_SECURETOKEN_URL, in the environment or in Info.json."_s,
-            u"没有发送:账号服务的地址必须是以 https 开头的网址。请检查环境变量或 Info.json 里的 "
+            u"没有发送：账号服务的地址必须是以 https 开头的网址。请检查环境变量或 Info.json 里的 "
             "VELLUMO_DATACONNECT_URL 和 VELLUMO_SECURETOKEN_URL。"_s);
     case SyncError::Kind::ListTooLarge:
         return texts_.pick(
             u"The account has more than vellumo reads at once (32 MiB), so nothing "
             "new was taken over. Delete notes there that you do not need."_s,
-            u"账号里的笔记超过了 vellumo 一次能读取的大小(32 MiB),所以没有取回新的内容。请在那里删除不需要的笔记。"_s);
+            u"账号里的笔记超过了 vellumo 一次能读取的大小（32 MiB），所以没有取回新的内容。"
+            "请在那里删除不需要的笔记。"_s);
     case SyncError::Kind::NoteTooLarge:
         return texts_.pick(u"A note is larger than the account's service takes. It stays on this "
                            "computer."_s,
-                           u"有一条笔记太大,账号服务不接收。它会保留在这台电脑上。"_s);
+                           u"有一条笔记太大，账号服务不接收。它会保留在这台电脑上。"_s);
     }
     return {};
 }

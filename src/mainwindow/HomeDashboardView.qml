@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 import QtQuick
+import Vellumo.Computer
 import Vellumo.MainWindow
 import Vellumo.Ui
 
@@ -62,10 +63,26 @@ FocusScope {
             wanted: dashboard.main.hasUnsavedSettings
             dotColor: Theme.bad
             words: dashboard.texts.english
-                ? "Your settings cannot be saved. What you change is lost when vellumo ends."
-                : "设置无法保存,退出 vellumo 后所做的更改会丢失。"
+                ? "Your settings cannot be saved. Your changes are lost when vellumo quits."
+                : "设置无法保存，退出 vellumo 后所做的更改会丢失。"
             acceptText: dashboard.texts.english ? "Got it" : "知道了"
             onAccepted: dashboard.main.acknowledgeUnsavedSettings()
+            onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+        }
+        DashboardNotice {
+            readonly property TapReach taps: dashboard.main.taps
+
+            objectName: "reach"
+            width: parent.width
+            height: implicitHeight
+            wanted: words.length > 0
+            dotColor: Theme.accent
+            words: taps ? taps.question : ""
+            acceptText: !taps ? "" : taps.hasFailed ? (dashboard.texts.english ? "Got it" : "知道了")
+                                                    : (dashboard.texts.english ? "Allow" : "允许")
+            declineText: !taps || taps.hasFailed ? "" : dashboard.texts.english ? "Not now" : "暂不"
+            onAccepted: taps.answer(!taps.hasFailed)
+            onDeclined: taps.answer(false)
             onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
         }
         DashboardNotice {
@@ -76,7 +93,7 @@ FocusScope {
             dotColor: Theme.accent
             words: dashboard.texts.english
                 ? "May vellumo look for new versions once a day? It only asks whether there is one."
-                : "允许 vellumo 每天检查一次新版本吗?只会查询是否有新版本。"
+                : "允许 vellumo 每天检查一次新版本吗？只会查询是否有新版本。"
             acceptText: dashboard.texts.english ? "Allow" : "允许"
             declineText: dashboard.texts.english ? "Not now" : "暂不"
             onAccepted: dashboard.main.looksForUpdates = true

@@ -49,6 +49,7 @@ struct MainWindowModel::Pages {
     NotesExporter exporter;
     OpenedNote note;
     std::unique_ptr<ComputerModel> computer;
+    std::unique_ptr<TapReach> taps;
 };
 
 MainWindowModel::MainWindowModel(const Collaborators &collaborators, PageHosting &host,
@@ -254,6 +255,14 @@ ComputerModel *MainWindowModel::computer()
         pages_->computer = with_.makeComputer();
     }
     return pages_->computer.get();
+}
+
+TapReach *MainWindowModel::taps()
+{
+    if (!pages_->taps && with_.makeTaps) {
+        pages_->taps = with_.makeTaps();
+    }
+    return pages_->taps.get();
 }
 
 void MainWindowModel::goToService()

@@ -35,6 +35,7 @@ class NotesStoring;
 class OpenedNote;
 class PageHosting;
 class SyncReporting;
+class TapReach;
 
 /// View model of the main window: navigation, settings, and the models of its pages.
 class MainWindowModel : public QObject {
@@ -62,6 +63,7 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(
         bool looksForUpdates READ looksForUpdates WRITE setLooksForUpdates NOTIFY updatesChanged)
     Q_PROPERTY(vellumo::ComputerModel *computer READ computer CONSTANT)
+    Q_PROPERTY(vellumo::TapReach *taps READ taps CONSTANT)
 
 public:
     enum class Page : quint8 { Home, Notes, Insights, Computer };
@@ -80,6 +82,8 @@ public:
         const Clock &clock;
         BilingualText &texts;
         std::function<std::unique_ptr<ComputerModel>()> makeComputer = {};
+        /// May return null where the desktop needs no change.
+        std::function<std::unique_ptr<TapReach>()> makeTaps = {};
         /// The entries of the tray's menu, for desktops without a tray. Set both or none.
         std::function<void()> onCheckForUpdates = {};
         std::function<void()> onQuit = {};
@@ -134,6 +138,9 @@ public:
     [[nodiscard]] bool hasComputer() const { return static_cast<bool>(with_.makeComputer); }
     /// Creates the model on first use.
     [[nodiscard]] ComputerModel *computer();
+    /// Returns what asks for a change to the desktop, created on first use; null where none is
+    /// needed.
+    [[nodiscard]] TapReach *taps();
 
     /// Returns whether the settings cannot be saved and the user has not acknowledged it in this
     /// run.

@@ -68,9 +68,8 @@ bool NotesFileState::isUnsaved() const
 QString NotesFileState::unsavedText(const QString &failure, const BilingualText &texts)
 {
     return texts
-        .pick(
-            u"Notes cannot be saved: %1. They are kept in memory and saved as soon as it works."_s,
-            u"笔记无法保存:%1。内容暂存在内存中,可以写入时会立即保存。"_s)
+        .pick(u"Notes cannot be saved: %1. They are kept in memory until saving works again."_s,
+              u"笔记无法保存：%1。内容暂存在内存中，可以写入时会立即保存。"_s)
         .arg(failure);
 }
 
@@ -80,12 +79,14 @@ QString NotesFileState::unreadableText() const
         return {};
     }
     return (isSetAside(unreadableFile_)
-                ? texts_.pick(u"A file of notes could not be read, so vellumo began a new one. The "
-                              "old one is kept: %1"_s,
-                              u"有一个笔记文件无法读取,vellumo 新建了一个。旧文件已保留:%1"_s)
-                : texts_.pick(u"Your file of notes could not be read. It is kept, and set aside "
-                              "when the next note is saved: %1"_s,
-                              u"笔记文件无法读取。它会保留下来,保存下一条笔记时改名存放:%1"_s))
+                ? texts_.pick(
+                    u"Your notes file could not be read. vellumo started a new one and kept "
+                    "the old one: %1"_s,
+                    u"有一个笔记文件无法读取，vellumo 新建了一个。旧文件已保留：%1"_s)
+                : texts_.pick(
+                    u"Your notes file could not be read. It is kept, and set aside when the "
+                    "next note is saved: %1"_s,
+                    u"笔记文件无法读取。它会保留下来，保存下一条笔记时改名存放：%1"_s))
         .arg(readable(unreadableFile_));
 }
 

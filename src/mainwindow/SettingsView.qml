@@ -60,7 +60,7 @@ Sheet {
         }
         Label {
             width: parent.width
-            text: settings.english ? "Explanations and everything vellumo says are in this language."
+            text: settings.english ? "Used for explanations and for vellumo itself."
                                    : "解释和界面都使用这种语言。"
             wrapMode: Text.Wrap
             color: Theme.secondInk

@@ -9,7 +9,7 @@ CardFrame {
 
     title: card.english ? "Double-tap Option" : "按两下 Option"
     subtitle: card.english ? "On most keyboards, Option is the key marked Alt."
-                           : "在大多数键盘上,Option 就是标着 Alt 的键。"
+                           : "在大多数键盘上，Option 就是标着 Alt 的键。"
     continueName: "gestureContinueButton"
     continueText: card.english ? "Yes, continue" : "可以了,继续"
     canContinue: card.flow.isTestPassed

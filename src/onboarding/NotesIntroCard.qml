@@ -8,8 +8,8 @@ CardFrame {
     id: card
 
     title: card.english ? "Your notes live here" : "你的笔记都在这里"
-    subtitle: card.english ? "Every explanation is kept. Click the pill on your screen to see them."
-                           : "每次解释都会存下来。点一下屏幕上的小标签,就能看到全部。"
+    subtitle: card.english ? "Every explanation is saved. Click “Notes” on your screen to see them all."
+                           : "每次解释都会存下来。点一下屏幕上的“Notes”，就能看到全部。"
     continueName: "notesContinueButton"
     drawsContinue: card.flow.isDemoOver
 

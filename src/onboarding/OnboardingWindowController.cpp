@@ -90,7 +90,7 @@ bool OnboardingWindowController::raise()
 
 QString OnboardingWindowController::progressText() const
 {
-    return with_.texts.pick(u"Step %1 of %2"_s, u"第 %1 步,共 %2 步"_s)
+    return with_.texts.pick(u"Step %1 of %2"_s, u"第 %1 步，共 %2 步"_s)
         .arg(QString::number(position() + 1), QString::number(count()));
 }
 

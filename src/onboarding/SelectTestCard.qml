@@ -12,7 +12,7 @@ CardFrame {
         if (card.isCramped)
             return "" // the sample says the same
         return card.english ? "Select some words below, then double-tap Option."
-                            : "选中下面的几个词,再按两下 Option。"
+                            : "选中下面的几个词，再按两下 Option。"
     }
     // the panel comes down over a window that fills the screen
     low: Screen.height < Units.onboardingHeight + Units.onboardingPanelRoom

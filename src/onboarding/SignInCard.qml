@@ -10,7 +10,7 @@ CardFrame {
     centered: true
     title: card.english ? "Welcome to vellumo" : "欢迎使用 vellumo"
     subtitle: card.english ? "Select what you don't understand, double-tap Option, and read on."
-                           : "选中看不懂的文字,按两下 Option,继续读下去。"
+                           : "选中看不懂的文字，按两下 Option，继续读下去。"
     continueName: "signInButton"
     continueGlyph: card.flow.isOpeningBrowser ? "" : "G"
     canContinue: !card.flow.isOpeningBrowser

@@ -100,9 +100,9 @@ Item {
             anchors.leftMargin: Units.space12 + Units.space2
             anchors.right: parent.right
             text: row.failed ? (row.texts.english ? "No answer — not kept with your note."
-                                                  : "没有得到回答,不会存进笔记。")
+                                                  : "没有得到回答，不会存进笔记。")
                              : (row.texts.english ? "Not kept with your note: a question before it got no answer."
-                                                  : "前面有问题没有得到回答,所以不会存进笔记。")
+                                                  : "前面有问题没有得到回答，所以不会存进笔记。")
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.islandSecondText

@@ -58,6 +58,26 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
     return {bounds.midX() - (width / 2), bounds.maxY() - height, width, height};
 }
 
+/// The top of a screen that the window manager keeps free of panels, as far as it is known.
+struct TopBar {
+    Rect screenFrame;
+    double height = 0;
+
+    /// Returns the screen without its bar.
+    [[nodiscard]] Screen removedFrom(Screen screen) const
+    {
+        if (screen.frame == screenFrame) {
+            screen.frame.height -= height;
+            screen.topSafeAreaInset = std::max(0.0, screen.topSafeAreaInset - height);
+            screen.visibleFrame.height =
+                std::min(screen.visibleFrame.maxY(), screen.frame.maxY()) - screen.visibleFrame.y;
+        }
+        return screen;
+    }
+
+    friend bool operator==(const TopBar &, const TopBar &) = default;
+};
+
 /// Returns the frame with another height and the same top edge.
 [[nodiscard]] inline Rect resized(const Rect &frame, double height)
 {

@@ -22,7 +22,7 @@ IslandContent firstDrawing()
 {
     const QString sample =
         u"The quick brown fox jumps over the lazy dog, 0123456789: “it’s” (a) "
-        u"阅读时选中文字,这里给出解释。的一是在不了有和人这中大为上个国我以要他"_s;
+        u"阅读时选中文字，这里给出解释。的一是在不了有和人这中大为上个国我以要他"_s;
     return IslandContent::result({sample, sample}, sample, {{sample, sample, false}});
 }
 
@@ -72,6 +72,8 @@ void ResultPanelController::prepare()
                                     {{u"view"_s, QVariant::fromValue(view_.get())},
                                      {u"texts"_s, QVariant::fromValue(&texts_)}}});
     connect(window_.get(), &FloatingPanel::closeRequested, this, [this] { dismiss(); });
+    connect(window_.get(), &FloatingPanel::moved, this,
+            &ResultPanelController::followWindowManager);
     view_->show(IslandContent::loading({}), {}, ResultPanelView::Drawing::Fresh);
 }
 
@@ -230,11 +232,8 @@ void ResultPanelController::swapContent(const IslandContent &content)
     if (!panel_) {
         return;
     }
-    std::optional<Screen> screen = panelGeometry::screenAt(panelGeometry::anchor(panel_->frame()),
-                                                           screens_.screens(), std::nullopt);
-    if (!screen) {
-        screen = activeScreen();
-    }
+    const std::optional<Screen> own = panelScreen();
+    const std::optional<Screen> screen = own ? topBar_.removedFrom(*own) : activeScreen();
     applyLimits(screen);
     view_->show(content, currentContext_, ResultPanelView::Drawing::Redraw);
     const double height = panelGeometry::heightFor(view_->fittingHeight(), screen);
@@ -246,10 +245,37 @@ void ResultPanelController::applyLimits(const std::optional<Screen> &screen)
     view_->setLimits(panelGeometry::topInset(screen), panelGeometry::maximumHeight(screen));
 }
 
+/// Returns the screen that holds the panel's top edge.
+std::optional<Screen> ResultPanelController::panelScreen() const
+{
+    return panelGeometry::screenAt(panelGeometry::anchor(panel_->frame()), screens_.screens(),
+                                   std::nullopt);
+}
+
 std::optional<Screen> ResultPanelController::activeScreen() const
 {
-    return panelGeometry::screenAt(screens_.activeLocation(), screens_.screens(),
-                                   screens_.mainScreen());
+    const std::optional<Screen> screen = panelGeometry::screenAt(
+        screens_.activeLocation(), screens_.screens(), screens_.mainScreen());
+    return screen ? std::optional(topBar_.removedFrom(*screen)) : std::nullopt;
+}
+
+/// Keeps below the bar of a window manager that moves the panel there, now and from the start of
+/// the next presentation.
+void ResultPanelController::followWindowManager()
+{
+    const std::optional<Screen> screen = panel_ ? panelScreen() : std::nullopt;
+    if (!screen) {
+        return;
+    }
+    const Rect frame = panel_->frame();
+    const panelGeometry::TopBar found{screen->frame, screen->frame.maxY() - frame.maxY()};
+    if (found.height > 0 && found != topBar_) {
+        topBar_ = found;
+        const Screen below = topBar_.removedFrom(*screen);
+        applyLimits(below);
+        panel_->setFrame(
+            panelGeometry::resized(frame, panelGeometry::heightFor(view_->fittingHeight(), below)));
+    }
 }
 
 void ResultPanelController::focusPanel()

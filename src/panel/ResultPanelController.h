@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "panel/PanelGeometry.h"
 #include "panel/ResultPanelControlling.h"
 #include "panel/ResultPanelView.h"
 #include "platform/DismissalMonitors.h"
@@ -68,7 +69,9 @@ private:
     void applyLimits(const std::optional<Screen> &screen);
     void installMonitors();
     void dismissIfPointerIsOutsidePanel();
+    [[nodiscard]] std::optional<Screen> panelScreen() const;
     [[nodiscard]] std::optional<Screen> activeScreen() const;
+    void followWindowManager();
 
     FloatingWindows &windows_;
     const Screens &screens_;
@@ -81,6 +84,7 @@ private:
     QPointer<ResultPanelView> panelView_; ///< the view while it is on screen, otherwise null
     std::function<void()> onDismiss_;
     DismissalMonitors dismissalMonitors_; ///< while it is on screen
+    panelGeometry::TopBar topBar_;
     std::optional<ReadingContext> currentContext_;
     std::optional<ExplanationResult> baseResult_;
     std::optional<QString> baseSourceText_;

@@ -16,6 +16,7 @@ public:
     enum class State : quint8 {
         Unknown, ///< not read yet
         Unavailable, ///< this desktop has no such setting
+        AfterLogin, ///< possible once the user has logged in again
         Possible,
         Taken, ///< the setting has another use and is left alone
         Made,

@@ -21,12 +21,18 @@ public:
     /// has passed. Returns whether it is released.
     virtual bool waitForRelease(QDeadlineTimer /*deadline*/) { return true; }
 
+    /// Returns whether taps in every window are reported now.
+    [[nodiscard]] virtual bool hearsEveryWindow() const { return false; }
+
 Q_SIGNALS:
     void pressed(vellumo::TapSource::Time at);
     void released(vellumo::TapSource::Time at);
 
     /// Emitted by sources that report only the release of a key that was pressed alone.
     void tapped(vellumo::TapSource::Time at);
+
+    /// Emitted when hearsEveryWindow() has changed.
+    void reachChanged();
 };
 
 } // namespace vellumo

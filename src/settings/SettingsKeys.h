@@ -33,6 +33,10 @@ inline const Setting<QString> acknowledgedNotesFile{u"acknowledgedNotesFile"};
 /// aside.
 inline const Setting<QString> acknowledgedNotesTime{u"acknowledgedNotesTime"};
 
+/// The user was asked whether to change the desktop's settings, so that double taps or a shortcut
+/// work in every window.
+inline const Setting<bool> askedForReach{u"askedForReach"};
+
 /// Whether applications may be made to copy what is selected in them.
 inline const Setting<bool> readsByCopying{u"readsByCopying", true};
 /// The .desktop ids or names of the applications that may not.

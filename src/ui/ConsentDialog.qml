@@ -14,12 +14,12 @@ FittingDialog {
 
     readonly property var points: dialog.texts.english ? [
         "Only when you double-tap Option (the Alt key), vellumo looks at the text you have selected, the title of the window and, in a browser, the page's address.",
-        "That text goes only to the service you set up for explanations. Nothing is read between double-taps, and password fields never.",
-        "You can take this back at any time."
+        "That text goes only to the service you set up for explanations. Nothing is read between double-taps, and password fields are never read.",
+        "You can withdraw this at any time under “This computer”."
     ] : [
-        "只有在你双击 Option(Alt 键)时,vellumo 才会查看你选中的文字、窗口标题,以及浏览器中的网页地址。",
-        "这段文字只会发送到你设置的解释服务。两次双击之间不读取任何内容,密码框永远不读。",
-        "你随时可以收回这项许可。"
+        "只有在你按两下 Option（Alt 键）时，vellumo 才会查看你选中的文字、窗口标题，以及浏览器中的网页地址。",
+        "这段文字只会发送到你设置的解释服务。其余时间不读取任何内容，密码框永远不读。",
+        "你可以随时在“这台电脑”页收回许可。"
     ]
 
     fittingHeight: Math.ceil(column.height) + 2 * Units.space32 - Units.space8
@@ -47,8 +47,8 @@ FittingDialog {
             id: heading
 
             width: parent.width
-            text: dialog.texts.english ? "May vellumo read what you select?"
-                                       : "允许 vellumo 读取你选中的文字吗?"
+            text: dialog.texts.english ? "Let vellumo read the text you select?"
+                                       : "允许 vellumo 读取你选中的文字吗？"
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.ink

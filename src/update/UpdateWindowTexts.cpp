@@ -27,12 +27,12 @@ QString UpdateWindow::heading() const
     case State::NothingNew:
         return texts_.pick(u"vellumo is up to date"_s, u"vellumo 已是最新版本"_s);
     case State::SomethingNew:
-        return texts_.pick(u"vellumo %1 is available"_s, u"vellumo %1 已发布"_s)
+        return texts_.pick(u"vellumo %1 is available"_s, u"有新版本：vellumo %1"_s)
             .arg(offer_ ? offer_->version.toString() : QString());
     case State::Failed:
         break;
     }
-    return texts_.pick(u"The check did not succeed"_s, u"检查更新没有成功"_s);
+    return texts_.pick(u"Could not check for updates"_s, u"检查更新失败"_s);
 }
 
 QString UpdateWindow::detail() const
@@ -43,7 +43,7 @@ QString UpdateWindow::detail() const
     case State::NothingNew:
         return texts_
             .pick(u"You have version %1; there is nothing newer."_s,
-                  u"你使用的是 %1 版,目前没有更新的版本。"_s)
+                  u"你使用的是 %1 版，目前没有更新的版本。"_s)
             .arg(runningVersion_);
     case State::SomethingNew:
         return texts_
@@ -70,35 +70,35 @@ QString UpdateWindow::failureText() const
     case Failure::Unreachable:
         break;
     case Failure::Insecure:
-        return texts_.pick(u"No secure connection to the update service could be made. Nothing was "
-                           "read from it."_s,
-                           u"无法与更新服务建立安全连接,没有读取任何内容。"_s);
+        return texts_.pick(u"No secure connection to the update service could be made."_s,
+                           u"无法与更新服务建立安全连接，没有读取任何内容。"_s);
     case Failure::TimedOut:
         return texts_.pick(u"The update service did not answer in time."_s,
-                           u"更新服务没有及时回应。"_s);
+                           u"更新服务没有及时响应。"_s);
     case Failure::Refused:
         return texts_.pick(u"The update service has a problem at the moment."_s,
                            u"更新服务暂时有问题。"_s);
     case Failure::Untrusted:
-        return texts_.pick(u"The answer does not carry vellumo's signature, so it was ignored."_s,
-                           u"收到的回应没有 vellumo 的签名,已被忽略。"_s);
+        return texts_.pick(u"The answer is not signed by vellumo and was ignored."_s,
+                           u"响应没有 vellumo 的签名，已忽略。"_s);
     case Failure::Unreadable:
-        return texts_.pick(u"The answer cannot be read by this version of vellumo."_s,
-                           u"这个版本的 vellumo 无法读懂收到的回应。"_s);
+        return texts_.pick(u"This version of vellumo cannot read the answer."_s,
+                           u"此版本的 vellumo 无法识别服务器的响应。"_s);
     case Failure::Expired:
-        return texts_.pick(u"The answer is too old to be believed. If the date of this computer is "
-                           "right, try again another day."_s,
-                           u"收到的回应已过期,不能采信。如果本机日期正确,请改天再试。"_s);
+        return texts_.pick(
+            u"The answer is out of date and was ignored. If this computer's date is right, "
+            "try again another day."_s,
+            u"响应已过期，已忽略。如果本机日期正确，请改天再试。"_s);
     case Failure::Incomplete:
         return texts_.pick(
-            u"A part of vellumo that checks signatures is missing, so the answer was "
-            "ignored. Install vellumo again."_s,
-            u"vellumo 缺少检查签名的部分,收到的回应已被忽略。请重新安装 vellumo。"_s);
+            u"vellumo's signature check is missing, so the answer was ignored. Install "
+            "vellumo again."_s,
+            u"vellumo 缺少签名校验组件，响应已忽略。请重新安装 vellumo。"_s);
     }
     return texts_.pick(
         u"The update service could not be reached. Is this computer connected to the "
         "internet?"_s,
-        u"无法连接到更新服务。这台电脑连上网络了吗?"_s);
+        u"无法连接到更新服务。这台电脑连上网络了吗？"_s);
 }
 
 QString UpdateWindow::notes() const

@@ -255,7 +255,7 @@ private Q_SLOTS:
 
     void explainsWhyThereIsNoToken()
     {
-        const QString unreadable = u"The sign-in service gave an answer that cannot be read."_s;
+        const QString unreadable = u"The sign-in service sent an unexpected answer."_s;
         const struct {
             Result<HttpResponse, HttpError> answer;
             QString said;

@@ -2,14 +2,18 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/PermissionManager.h"
+#include "app/RevokedAlert.h"
 #include "app/UnsavedNotes.h"
 #include "capture/CoordinatorFakes.h"
 #include "notes/NotesStore.h"
 #include "platform/fake/FakeClock.h"
 #include "platform/fake/FakeDesktop.h"
 #include "ui/BilingualText.h"
+#include "ui/QmlEngine.h"
 
 #include <QFile>
+#include <QQmlEngine>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -52,6 +56,22 @@ private Q_SLOTS:
 
         accessibility.trusted = false; // without a signal
         QTRY_COMPARE_WITH_TIMEOUT(reports, (QList<bool>{false, true, false}), 4000);
+    }
+
+    /// As when the permission comes back while the alert is shown.
+    void anAlertThatIsClosedOpensNoSettings()
+    {
+        QQmlEngine engine;
+        prepareEngine(engine);
+        const BilingualText texts([] { return u"English"_s; });
+        RevokedAlert alert(engine, texts);
+        const QSignalSpy closed(&alert, &RevokedAlert::closed);
+        alert.close();
+        QVERIFY(closed.isEmpty());
+        alert.show();
+        alert.close();
+        QCOMPARE(closed.size(), 1);
+        QCOMPARE(closed.constFirst().constFirst(), false);
     }
 
     void failedSaveIsSaidOnceAndTriedAgain()

@@ -57,6 +57,7 @@ private Q_SLOTS:
             {{url, u"VELLUMO:b"_s}, url + u" VELLUMO:b"_s},
             {{u"--explain"_s, u"--notes"_s}, u"exit 1"_s},
             {{u"--notes"_s, url}, u"exit 1"_s},
+            {{u"--doctor"_s, u"--quit"_s}, u"exit 1"_s},
             {{url, u"file:///x"_s}, u"exit 1"_s},
             {{u"notes.json"_s}, u"exit 1"_s},
             {{u"vellumo://[x y"_s}, u"vellumo://[x y"_s},
@@ -125,7 +126,7 @@ private Q_SLOTS:
     void windowSystemIsX11UnlessThereAreLayers()
     {
         const QString wayland = u"XDG_SESSION_TYPE=wayland"_s;
-        const QString command = u"vellumo --explain"_s;
+        const QString command = u"vellumo --doctor"_s;
         const struct {
             QStringList environment;
             QByteArray platform;

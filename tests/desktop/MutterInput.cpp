@@ -53,10 +53,20 @@ bool MutterInput::closeOverview()
     });
 }
 
+bool MutterInput::switchExtension(bool isOn)
+{
+    const auto answer =
+        call(u"org.gnome.Shell"_s, u"/org/gnome/Shell"_s, u"org.gnome.Shell.Extensions"_s,
+             isOn ? u"EnableExtension"_s : u"DisableExtension"_s, {u"vellumo@vellumo.app"_s});
+    return answer.value(0).toBool();
+}
+
 void MutterInput::notify(quint32 key, bool isPress) const
 {
+    const bool isButton = key >= BTN_MOUSE && key < BTN_JOYSTICK;
     call(u"org.gnome.Mutter.RemoteDesktop"_s, session_, u"org.gnome.Mutter.RemoteDesktop.Session"_s,
-         u"NotifyKeyboardKeycode"_s, {key, isPress});
+         isButton ? u"NotifyPointerButton"_s : u"NotifyKeyboardKeycode"_s,
+         {isButton ? QVariant(static_cast<int>(key)) : QVariant(key), isPress});
 }
 
 void MutterInput::chord(quint32 modifier, quint32 key) const

@@ -64,8 +64,7 @@ private Q_SLOTS:
         server.answer("POST", target, {.status = "401 No"});
         QVERIFY(reads(u"Check the service"_s));
         QVERIFY(goesToService(u"Check the service"_s));
-        QVERIFY(
-            vellumo_->waitForText(u"The service wants a key, or refused the one it got (401)."_s));
+        QVERIFY(vellumo_->waitForText(u"The key is missing or was rejected (401)."_s));
     }
 
     void takesThePermissionBackWithoutAWarning()
@@ -74,7 +73,7 @@ private Q_SLOTS:
         QVERIFY(reads(u"A sample answer"_s));
         QVERIFY(goesToService(u"Set up a service"_s));
         desktop_.tap(Key::PageUp);
-        QVERIFY(vellumo_->click(u"Take it back"_s));
+        QVERIFY(vellumo_->click(u"Withdraw permission"_s));
         QVERIFY(shows(u"Allow"_s));
         QVERIFY(reads(u"vellumo needs Accessibility permission"_s));
         const auto warns = [this] {
@@ -96,7 +95,8 @@ private Q_SLOTS:
                         == desktop_.windowAt(refusal->center()))
                     desktop_.click(item.extents.center());
             }
-            return waitUntil([this] { return vellumo_->find(u"Take it back"_s).has_value(); }, 2s);
+            return waitUntil(
+                [this] { return vellumo_->find(u"Withdraw permission"_s).has_value(); }, 2s);
         };
         QVERIFY(waitUntil(allows));
         QVERIFY(reads(u"A sample answer"_s));
@@ -111,7 +111,7 @@ private:
     bool goesToService(const QString &button)
     {
         return waitUntil([&] { return vellumo_->click(button) && vellumo_->waitForNoPanel(1s); })
-            && shows(u"Base address"_s);
+            && shows(u"Base URL"_s);
     }
 
     /// Double-taps with the sentence selected until the panel shows this text.

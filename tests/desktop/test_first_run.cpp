@@ -26,9 +26,9 @@ private Q_SLOTS:
         QVERIFY(press(u"Continue"_s));
 
         QVERIFY(shows(u"Set up vellumo on your computer"_s));
-        QVERIFY(!vellumo_->panelText().contains(u"May vellumo read what you select?"_s));
+        QVERIFY(!vellumo_->panelText().contains(u"Let vellumo read the text you select?"_s));
         QVERIFY(press(u"Allow"_s));
-        QVERIFY(shows(u"May vellumo read what you select?"_s));
+        QVERIFY(shows(u"Let vellumo read the text you select?"_s));
         takePicture(u"permission"_s);
         QVERIFY(press(u"Allow"_s, true));
         QVERIFY(shows(u"✓ Enabled"_s));

@@ -32,7 +32,7 @@ deliver() {   # deliver DESKTOP LOG: opens an address; LOG is where the program 
     ! tr '\0' ' ' < "/proc/$(owner)/cmdline" | grep -q geheim || die "a secret is on a command line"
     ! grep -q geheim "$2" || die "a secret is in the log"
 }
-taken() { grep -c 'nobody waits for' "$1" || true; }
+taken() { grep -c 'no sign-in waits for' "$1" || true; }
 has_taken_more() { [ "$(taken "$1")" -gt "$2" ]; }
 has_owner() { [ -n "$(owner)" ]; }
 has_ended() { ! kill -0 "$1" 2>/dev/null; }
@@ -65,6 +65,15 @@ if [ "${1:-}" = --inside ]; then   # on the private desktop
         "$prefix/bin/vellumo" --quit || die "it could not be ended"
         wait_for has_ended "$pid" || die "it did not end"
     done
+    # before it is removed
+    login=$XDG_CONFIG_HOME/autostart/$id.desktop
+    mkdir -p "${login%/*}"
+    printf '%s\n' '[Desktop Entry]' Type=Application "Exec=$prefix/bin/vellumo --background" > "$login"
+    "$prefix/bin/vellumo" --background 2>> "$log" &
+    wait_for has_owner || die "it is not on the bus"
+    "$prefix/bin/vellumo" --undo-desktop-changes || die "its changes to the desktop were not undone"
+    ! has_owner || die "it still runs"
+    grep -qx Hidden=true "$login" || die "it would still start at login"
     exit 0
 fi
 

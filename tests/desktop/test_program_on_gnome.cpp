@@ -27,12 +27,16 @@ private Q_SLOTS:
     void explainsWhatIsSelectedInANativeWindow_data()
     {
         QTest::addColumn<bool>("reportsKeys");
-        QTest::newRow("GTK 3") << true;
-        QTest::newRow("GTK 4") << false;
+        QTest::addColumn<bool>("hasExtension");
+        QTest::newRow("GTK 3") << true << false;
+        QTest::newRow("GTK 3 with the extension") << true << true;
+        QTest::newRow("GTK 4") << false << false;
+        QTest::newRow("GTK 4 with the extension") << false << true;
     }
     void explainsWhatIsSelectedInANativeWindow()
     {
         QFETCH(const bool, reportsKeys);
+        QFETCH(const bool, hasExtension);
         const QTemporaryDir folder;
         QFile file(folder.filePath(u"text.txt"_s));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(sentence.toUtf8()) > 0);
@@ -42,8 +46,9 @@ private Q_SLOTS:
         if (!editor.isInstalled())
             QSKIP("not installed");
         QVERIFY(vellumo_->start() && editor.launch());
+        QVERIFY(MutterInput::switchExtension(hasExtension));
         const auto explain = [&] {
-            if (reportsKeys)
+            if (reportsKeys || hasExtension)
                 input_->doubleTap();
             else
                 QCOMPARE(vellumo_->startAgain({u"--explain"_s}), 0);
@@ -67,7 +72,12 @@ private Q_SLOTS:
             },
             40s));
         QVERIFY(vellumo_->waitForNotes(1));
-        QCOMPARE(vellumo_->notes().constFirst().value("sourceText"_L1).toString(), sentence);
+        const QJsonObject note = vellumo_->notes().constFirst();
+        QCOMPARE(note["sourceText"_L1].toString(), sentence);
+        // the window's title, which names the file
+        QVERIFY2(note["context"_L1]["displayName"_L1].toString().contains(
+                     QFileInfo(file.fileName()).completeBaseName()),
+                 qPrintable(note["context"_L1]["displayName"_L1].toString()));
     }
 
 private:

@@ -197,6 +197,48 @@ private Q_SLOTS:
         }));
     }
 
+    void reportsOnTheSession()
+    {
+        const auto run = [this](int expected) {
+            const auto reporter = vellumo_->another({u"--doctor"_s});
+            if (!reporter->launch() || !reporter->waitForEnd(10s))
+                return u"no end"_s;
+            return reporter->exitCode() == expected ? reporter->standardOutput()
+                                                    : u"exit %1"_s.arg(reporter->exitCode());
+        };
+        const QString alone = run(0);
+        QVERIFY2(alone.contains("not running"_L1), qPrintable(alone));
+        QVERIFY(vellumo_->start());
+        const QString running = run(0);
+        QVERIFY2(!running.contains("not running"_L1)
+                     && running.contains("ok       Double tap: Everywhere"_L1),
+                 qPrintable(running));
+        QVERIFY(vellumo_->process().isRunning());
+        vellumo_->setSetting(u"accessibilityConsent"_s, u"false"_s);
+        QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0);
+        QVERIFY(vellumo_->process().waitForEnd(5s));
+        const QString refused = run(1);
+        QVERIFY2(refused.contains("FAILS    Permission"_L1), qPrintable(refused));
+    }
+
+    /// The notice follows the panel whose note it is about.
+    void saysThatANoteCannotBeSaved()
+    {
+        const QString data = vellumo_->folder() + u"/data/vellumo"_s;
+        QVERIFY(QDir().mkpath(data));
+        vellumo_->setWrapper({u"unshare"_s, u"--mount"_s, u"sh"_s, u"-c"_s,
+                              u"mount --bind \"$0\" \"$0\" && mount -o remount,bind,ro \"$0\" "
+                              "&& exec \"$@\""_s,
+                              data});
+        QVERIFY(editor_->open());
+        QVERIFY(vellumo_->start());
+        QVERIFY(editor_->selectAll());
+        desktop_.doubleTap();
+        QVERIFY(vellumo_->waitForAnswer());
+        desktop_.doubleTap();
+        QVERIFY(vellumo_->waitForText(u"Notes cannot be saved"_s));
+    }
+
     void startsWithWhatIsAsked()
     {
         QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0); // nothing to end

@@ -33,7 +33,7 @@ private Q_SLOTS:
         desktop_.type(u"every"_s); // the search has the keyboard
         QVERIFY(shows(u"label"_s, u"1 of 1"_s));
         QVERIFY(vellumo_->click(u"ubiquitous"_s, u"list item"_s));
-        QVERIFY(vellumo_->click(u"Ask further"_s, u"button"_s));
+        QVERIFY(vellumo_->click(u"Ask a follow-up"_s, u"button"_s));
         QVERIFY(vellumo_->waitForPanel() && vellumo_->waitForAnswer());
         QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
         desktop_.type(u"Why"_s);

@@ -21,7 +21,9 @@ public:
     [[nodiscard]] bool isWayland() const override { return isPoor; }
     [[nodiscard]] bool hearsEveryTap() const override { return !isPoor; }
     [[nodiscard]] DesktopChange *tapSetting() const override { return nullptr; }
+    [[nodiscard]] DesktopChange *extension() const override { return nullptr; }
     [[nodiscard]] DesktopChange *shortcut() const override { return change; }
+    [[nodiscard]] SessionRoads roads() const override { return {.copiesEverywhere = !isPoor}; }
     [[nodiscard]] bool hasTray() const override { return !isPoor; }
     [[nodiscard]] bool hasCompositor() const override { return !isPoor; }
     [[nodiscard]] bool isConnected() const override { return !isPoor; }
@@ -36,6 +38,28 @@ public:
         return isPoor ? QStringList{QStringLiteral("Chromium")} : QStringList();
     }
     void refresh() override { Q_EMIT changed(); }
+};
+
+class SampleChange : public DesktopChange {
+public:
+    State now = State::Possible;
+    bool isWritable = true;
+
+    [[nodiscard]] State state() const override { return now; }
+    [[nodiscard]] QString keys() const override { return QStringLiteral("Super+Ctrl+E"); }
+    void refresh() override { }
+    void make() override { set(State::Made); }
+    void undo() override { set(State::Possible); }
+
+private:
+    void set(State state)
+    {
+        if (isWritable) {
+            now = state;
+            Q_EMIT changed();
+        }
+        Q_EMIT finished(isWritable);
+    }
 };
 
 class SampleLogin : public LoginStart {
@@ -79,6 +103,11 @@ struct SampleComputer {
         defaults.setValue(QStringLiteral("serviceKeysFor"),
                           QStringList{QStringLiteral("https://api.openai.com")});
         secrets.values.insert(QStringLiteral("serviceKey:https://api.openai.com"), "sk-sample");
+    }
+
+    [[nodiscard]] std::unique_ptr<TapReach> makeTaps()
+    {
+        return std::make_unique<TapReach>(desktop, texts, defaults);
     }
 
     [[nodiscard]] std::unique_ptr<ComputerModel> make()

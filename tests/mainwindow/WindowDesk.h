@@ -96,6 +96,7 @@ struct WindowDesk {
     MainWindowController window{engine,
                                 {notes, auth, &sync, defaults, clock, texts,
                                  [this] { return computer.make(); },
+                                 [this] { return computer.makeTaps(); },
                                  [this] { chosen.append(QStringLiteral("updates")); },
                                  [this] { chosen.append(QStringLiteral("quit")); }, true},
                                 host};

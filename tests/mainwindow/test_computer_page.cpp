@@ -40,7 +40,7 @@ private Q_SLOTS:
         desk.show(); // at the sign-in view
         desk.window.showService();
         QCOMPARE(desk.text("title"), QString());
-        QVERIFY(desk.text("sentToService").startsWith("Selections go nowhere"_L1));
+        QVERIFY(desk.text("sentToService").startsWith("No selected text"_L1));
         type(desk, "a.test");
         desk.key(Qt::Key_Tab);
         type(desk, "model-1");
@@ -87,7 +87,7 @@ private Q_SLOTS:
     {
         const std::pair<int, QString> rows[] = {
             {200, u"It works"_s},
-            {401, u"wants a key"_s},
+            {401, u"was rejected"_s},
             {404, u"does not know this model"_s},
             {429, u"quota"_s},
             {503, u"(503)"_s},
@@ -127,7 +127,7 @@ private Q_SLOTS:
         desk.key(Qt::Key_Return);
         QVERIFY(desk.text("addressNote").contains("https"_L1));
         type(desk, "x"); // while it is being corrected
-        QVERIFY(!desk.text("addressNote").contains("must begin"_L1));
+        QVERIFY(!desk.text("addressNote").contains("Use https"_L1));
         QVERIFY(desk.computer.explainer->answersAreSamples());
     }
 
@@ -230,11 +230,18 @@ private Q_SLOTS:
             Q_EMIT desk.sync.changed();
             QVERIFY2(desk.text("syncProblem").contains(word), word.data());
         }
-        QVERIFY(desk.text("explanationProblem").startsWith("No problem"_L1));
+        QVERIFY(desk.text("explanationProblem").startsWith("None since"_L1));
         desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window,
                                          [](const auto &) {});
         QVERIFY(waitUntil([&] { return desk.http.answer(HttpResponse{.status = 401}); }));
-        QVERIFY(desk.text("explanationProblem").contains("wants a key"_L1));
+        QVERIFY(desk.text("explanationProblem").contains("was rejected"_L1));
+        desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window,
+                                         [](const auto &) {});
+        QVERIFY(waitUntil([&] {
+            return desk.http.answer(HttpResponse{
+                .status = 200, .body = "{\"choices\":[{\"message\":{\"content\":\"x\"}}]}"});
+        }));
+        QVERIFY(desk.text("explanationProblem").contains("not in the format"_L1));
         QVERIFY(desk.item("explanationProblem")->property("title").toString().contains(u':'));
         desk.click("notes");
         desk.clock.now += day;

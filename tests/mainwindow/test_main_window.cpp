@@ -245,6 +245,41 @@ private Q_SLOTS:
         QVERIFY(!desk.item("unsavedSettingsWords"));
     }
 
+    void asksOnceForAChangeToTheDesktop()
+    {
+        const struct {
+            bool isAllowed;
+            bool isWritable;
+        } rows[] = {{true, true}, {true, false}, {false, true}};
+        for (const auto &[isAllowed, isWritable] : rows) {
+            WindowDesk desk;
+            SampleChange change;
+            change.isWritable = isWritable;
+            desk.computer.desktop.isPoor = true;
+            desk.computer.desktop.change = &change;
+            desk.useWithoutAccount();
+            desk.show();
+            QVERIFY(desk.text("reachWords").contains("keyboard shortcut"_L1));
+            desk.click(isAllowed ? "reachAccept" : "reachDecline");
+            if (isAllowed && !isWritable) {
+                QVERIFY(desk.text("reachWords").contains("could not be changed"_L1));
+                desk.click("reachAccept");
+            }
+            QVERIFY(!desk.item("reachWords"));
+            using State = DesktopChange::State;
+            QCOMPARE(change.now, isAllowed && isWritable ? State::Made : State::Possible);
+            desk.click("computer");
+            if (change.now == State::Made) {
+                QVERIFY(desk.item("session")->property("title").toString().contains("Super"_L1));
+                desk.item("changeReach")->forceActiveFocus();
+                desk.key(Qt::Key_Space);
+                QCOMPARE(change.now, State::Possible);
+            }
+            desk.computer.desktop.refresh();
+            QVERIFY(!desk.item("reachWords"));
+        }
+    }
+
     void asksOnceWhetherToLookForUpdates()
     {
         for (const bool isAllowed : {true, false}) {

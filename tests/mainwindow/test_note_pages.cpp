@@ -68,6 +68,9 @@ private Q_SLOTS:
         desk.notes.notes[5].context.displayName = u"100 %1 Paper"_s;
         desk.notes.notes[5].note.explanation = u"of a.test"_s;
         desk.show();
+        desk.item("allNotes")->forceActiveFocus(Qt::TabFocusReason);
+        desk.key(Qt::Key_Return);
+        QCOMPARE(desk.text("count"), u"30"_s);
         desk.click("insights");
         QCOMPARE(desk.text("insightsSummary"), u"30 notes on 2 days."_s);
         desk.item("days")->forceActiveFocus(Qt::TabFocusReason);
@@ -75,7 +78,7 @@ private Q_SLOTS:
         desk.key(Qt::Key_Up);
         QCOMPARE(desk.text("figure"), u"Yesterday: 10 notes"_s);
         desk.setLanguage(u"Chinese"_s);
-        QCOMPARE(desk.text("figure"), u"昨天:10 条"_s);
+        QCOMPARE(desk.text("figure"), u"昨天：10 条"_s);
         desk.key(Qt::Key_Tab);
         const auto filter = [&] {
             return desk.item("placeFilter") != nullptr
@@ -232,10 +235,10 @@ private Q_SLOTS:
         desk.item("exportScope")->forceActiveFocus();
         desk.key(Qt::Key_Left); // all of them
         desk.click("exportChoose");
-        QVERIFY(tells(u"30 notes are in “vellumo-notes-2026-11-22.md”"_s));
+        QVERIFY(tells(u"Exported 30 notes to “vellumo-notes-2026-11-22.md”"_s));
         QCOMPARE(desk.text("count"), u"3 selected"_s);
         exportsBy(nullptr);
-        QVERIFY(tells(u"3 notes are in “notes.json”"_s));
+        QVERIFY(tells(u"Exported 3 notes to “notes.json”"_s));
         QCOMPARE(written(path), u"0 3 4"_s);
         QCOMPARE(suggested, u"vellumo-notes-2026-11-22.json"_s);
         QCOMPARE(desk.text("count"), u"30"_s); // marking has ended
@@ -247,7 +250,7 @@ private Q_SLOTS:
         exportsBy("exportCancel");
         QCOMPARE(written(path), u"0 3 4"_s);
         exportsBy("exportReplace");
-        QVERIFY(tells(u"One note is in “notes.json”"_s));
+        QVERIFY(tells(u"Exported one note to “notes.json”"_s));
         QCOMPARE(written(path), u"29"_s);
 
         desk.key(Qt::Key_Escape); // empties the search
@@ -265,7 +268,7 @@ private Q_SLOTS:
 
         QVERIFY(QDir(folder.path()).removeRecursively());
         exportsBy(nullptr);
-        QVERIFY(tells(u"The folder is not there any more. Choose another one."_s));
+        QVERIFY(tells(u"The folder no longer exists. Choose another one."_s));
         QCOMPARE(desk.text("count"), u"3 selected"_s);
 
         // something else is chosen while the dialog is open
@@ -278,7 +281,7 @@ private Q_SLOTS:
         exportsBy(nullptr);
         desk.click("exportFormat"); // the second of three
         chooseLate(other.filePath(u"late.json"_s));
-        QVERIFY(tells(u"3 notes are in “late.json”"_s));
+        QVERIFY(tells(u"Exported 3 notes to “late.json”"_s));
         QCOMPARE(written(other.filePath(u"late.json"_s)).split(u' ').size(), 3);
         QCOMPARE(desk.text("count"), u"30"_s);
         QCOMPARE(desk.host.closedDialogs, before);

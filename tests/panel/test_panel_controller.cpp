@@ -288,6 +288,26 @@ private Q_SLOTS:
         QCOMPARE(desk.view().topInset(), 24.0);
     }
 
+    void staysBelowABarOfTheWindowManager()
+    {
+        Desk desk;
+        desk.screens.list = {screenAt(0, 0, 1440, 900, 32), screenAt(1440, 0, 1440, 900, 24)};
+        desk.fit(150);
+        desk.presentLoading();
+        desk.window().letManagerMoveTo({460, 718, 520, 150});
+        QCOMPARE(desk.view().topInset(), 0.0);
+
+        desk.presentResult();
+        QCOMPARE(desk.window().frame(), (Rect{460, 718, 520, 150}));
+        QCOMPARE(desk.view().topInset(), 0.0);
+
+        desk.panel.dismiss();
+        desk.screens.pointer = {1500, 10};
+        desk.presentResult(); // on the other screen nothing is known yet
+        QCOMPARE(desk.window().frame(), (Rect{1900, 750, 520, 150}));
+        QCOMPARE(desk.view().topInset(), 24.0);
+    }
+
     void errorsTakeNoQuestionAndMayOfferPermission()
     {
         Desk desk;

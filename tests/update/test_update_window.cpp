@@ -100,7 +100,7 @@ private Q_SLOTS:
     void showsWhatItLearned()
     {
         const auto failed = [](const QString &reason) {
-            return u"The check did not succeed\n%1\nClose\nTry again"_s.arg(reason);
+            return u"Could not check for updates\n%1\nClose\nTry again"_s.arg(reason);
         };
         const QString upToDate = u"vellumo is up to date\n"
                                  "You have version 0.2.0~beta; there is nothing newer.\nClose"_s;
@@ -122,15 +122,14 @@ private Q_SLOTS:
             {"older", {.version = "0.1.9"}, upToDate},
             {"malformed",
              {.version = "newest"},
-             failed(u"The answer cannot be read by this version of vellumo."_s)},
+             failed(u"This version of vellumo cannot read the answer."_s)},
             {"tampered",
              {.version = "0.2.0", .addition = " "},
-             failed(u"The answer does not carry vellumo's signature, so it was ignored."_s)},
+             failed(u"The answer is not signed by vellumo and was ignored."_s)},
             {"expired",
              {.version = "0.2.0", .time = december2027},
-             failed(u"The answer is too old to be believed. If the date of this computer is right, "
-                    u"try "
-                    "again another day."_s)},
+             failed(u"The answer is out of date and was ignored. If this computer's date is "
+                    "right, try again another day."_s)},
             {"not found",
              {.version = "0.2.0", .status = 404},
              failed(u"The update service has a problem at the moment."_s)},
@@ -177,8 +176,8 @@ private Q_SLOTS:
             QString shown;
         } cases[] = {{server.url(u"/good"_s), u"0.2.0 is available"_s},
                      {server.url(u"/elsewhere"_s), u"0.2.0 is available"_s},
-                     {server.url(u"/unsafe"_s), u"did not succeed"_s},
-                     {server.url(u"/endless"_s), u"does not carry vellumo's signature"_s},
+                     {server.url(u"/unsafe"_s), u"Could not check"_s},
+                     {server.url(u"/endless"_s), u"not signed by vellumo"_s},
                      {byNumber, u"No secure connection"_s}};
         for (const auto &[feed, shown] : cases) {
             Desk desk(feed, &session);
@@ -269,9 +268,8 @@ private Q_SLOTS:
             desk.controller.checkForUpdates();
             desk.answer(desk.feed());
             QCOMPARE(desk.shown(),
-                     u"The check did not succeed\nA part of vellumo that checks signatures is "
-                     u"missing, so "
-                     "the answer was ignored. Install vellumo again.\nClose\nTry again"_s);
+                     u"Could not check for updates\nvellumo's signature check is missing, so the "
+                     "answer was ignored. Install vellumo again.\nClose\nTry again"_s);
         }
     }
 

@@ -12,8 +12,8 @@
 #
 # options:
 #   --size WxH         screen size (default 1280x800), always 24 bit
-#   --wm NAME          openbox (default), xfwm4, mutter, kwin_x11 or none; gnome-shell or sway: a Wayland
-#                      session, whose X display is XWayland
+#   --wm NAME          openbox (default), xfwm4, mutter, kwin_x11 or none; gnome-shell, kwin_wayland or sway: a
+#                      Wayland session, whose X display is XWayland
 #   --compositor NAME  picom or xcompmgr (default: none, except that mutter and kwin_x11 bring their own)
 #   --keyring          a secret service with an unlocked default collection
 #   --no-a11y          org.a11y.Status.IsEnabled stays false (default: true before any application starts)
@@ -205,15 +205,39 @@ start_gnome_shell() {
     export WAYLAND_DISPLAY=wayland-0 DISPLAY XAUTHORITY
 }
 
-# --- sway: ready when it has started the first program. It refuses to run as root, and a namespace in
-# which root is another user is enough for it. Without a keyboard no window would get the focus; wtype
-# holds one.
+# Compositors that refuse to run as root are content with a namespace in which root is another user.
+as_user=()
+become_user() {   # become_user COMPOSITOR
+    [ "$(id -u)" = 0 ] || return 0
+    as_user=(unshare --user --map-user=1000 --map-group=1000 --)
+    "${as_user[@]}" true 2> /dev/null || { echo "desktop.sh: $1 needs user namespaces" >&2; exit 77; }
+}
+adopt_environment() {   # adopt_environment FILE NAME...: exports these variables of the compositor's child
+    local file=$1 name; shift
+    for name in "$@"; do export "$name=$(sed -n "s/^$name=//p" "$file")"; done
+}
+
+# --- KWin: ready when it has started the session. Every program may use its restricted protocols. The
+# executable carries a file capability, with which it may not start here; a copy has none.
+start_kwin_wayland() {
+    export XDG_SESSION_TYPE=wayland XDG_CURRENT_DESKTOP=KDE KDE_FULL_SESSION=true
+    export DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS
+    unset DISPLAY GDK_BACKEND QT_QPA_PLATFORM
+    cp "$(command -v kwin_wayland)" "$dir/kwin_wayland"
+    printf '%s\n' '#!/bin/sh' "env > $dir/run/env && mv $dir/run/env $dir/run/kwin.env" 'exec sleep infinity' \
+        > "$dir/session"
+    chmod +x "$dir/session"
+    KWIN_WAYLAND_NO_PERMISSION_CHECKS=1 KWIN_COMPOSE=Q "$dir/kwin_wayland" --virtual \
+        --width "${size%x*}" --height "${size#*x}" --xwayland --no-lockscreen --socket wayland-0 \
+        "$dir/session" > "$dir/log/wm" 2>&1 &
+    wait_for 30 test -e "$dir/run/kwin.env" || fail "kwin_wayland did not start"
+    adopt_environment "$dir/run/kwin.env" WAYLAND_DISPLAY DISPLAY XAUTHORITY
+}
+
+# --- sway: ready when it has started the first program. Without a keyboard no window would get the focus;
+# wtype holds one.
 start_sway() {
-    local -a as_user=()
-    if [ "$(id -u)" = 0 ]; then
-        as_user=(unshare --user --map-user=1000 --map-group=1000 --)
-        "${as_user[@]}" true 2> /dev/null || { echo "desktop.sh: sway needs user namespaces" >&2; exit 77; }
-    fi
+    become_user sway
     export XDG_SESSION_TYPE=wayland XDG_CURRENT_DESKTOP=sway
     unset DISPLAY GDK_BACKEND QT_QPA_PLATFORM
     printf '%s\n' "output * resolution $size" 'default_border none' \
@@ -221,10 +245,7 @@ start_sway() {
     WLR_BACKENDS=headless WLR_LIBINPUT_NO_DEVICES=1 WLR_RENDERER=pixman \
         "${as_user[@]}" sway -c "$dir/sway.conf" > "$dir/log/wm" 2>&1 &
     wait_for 20 test -e "$dir/run/sway.env" || fail "sway did not start"
-    local name
-    for name in WAYLAND_DISPLAY SWAYSOCK DISPLAY; do
-        export "$name=$(sed -n "s/^$name=//p" "$dir/run/sway.env")"
-    done
+    adopt_environment "$dir/run/sway.env" WAYLAND_DISPLAY SWAYSOCK DISPLAY
     wtype -s 86400000 2>> "$dir/log/wm" &
 }
 
@@ -236,6 +257,7 @@ case $wm in
     xfwm4) xfwm4 --compositor=off --sm-client-disable > "$dir/log/wm" 2>&1 & ;;
     mutter) mutter --x11 --sm-disable > "$dir/log/wm" 2>&1 & ;;
     gnome-shell) start_gnome_shell ;;
+    kwin_wayland) start_kwin_wayland ;;
     sway) start_sway ;;
     kwin_x11) kwin_x11 --no-kactivities > "$dir/log/wm" 2>&1 & ;;
     *) fail "unknown window manager $wm" ;;

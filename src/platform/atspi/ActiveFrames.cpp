@@ -36,11 +36,6 @@ bool isWindowRole(Atspi::Role role)
         || role == Atspi::Role::FileChooser || role == Atspi::Role::Window;
 }
 
-ObjectReference busDaemon()
-{
-    return {QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")};
-}
-
 } // namespace
 
 ActiveFrames::ActiveFrames(AtspiBus &bus, std::function<bool(qint64)> isOfDesktop)
@@ -100,7 +95,7 @@ void ActiveFrames::findFirst()
     std::vector<std::pair<ObjectReference, PendingAnswer>> processes;
     for (const ObjectReference &application : applications.mid(0, maxApplications)) {
         processes.emplace_back(application,
-                               question.send(busDaemon(), "org.freedesktop.DBus",
+                               question.send(Atspi::busDaemon(), Atspi::busInterface,
                                              "GetConnectionUnixProcessID", {application.service}));
     }
     std::vector<PendingAnswer> lists;
@@ -139,12 +134,13 @@ QDBusPendingCall ActiveFrames::ask(const ObjectReference &object, const char *in
 void ActiveFrames::consider(const ObjectReference &object, Clock::time_point since, int attempt)
 {
     candidates_.removeIf([&](const Candidate &candidate) { return candidate.object == object; });
-    candidates_.append(Candidate{
-        object, since, ask(object, Atspi::accessible, "GetRole"),
-        ask(busDaemon(), "org.freedesktop.DBus", "GetConnectionUnixProcessID", {object.service}),
-        ask(Atspi::rootOf(object.service), Atspi::properties, "Get",
-            {QString::fromLatin1(Atspi::accessible), QStringLiteral("Name")}),
-        attempt, false});
+    candidates_.append(
+        Candidate{object, since, ask(object, Atspi::accessible, "GetRole"),
+                  ask(Atspi::busDaemon(), Atspi::busInterface, "GetConnectionUnixProcessID",
+                      {object.service}),
+                  ask(Atspi::rootOf(object.service), Atspi::properties, "Get",
+                      {QString::fromLatin1(Atspi::accessible), QStringLiteral("Name")}),
+                  attempt, false});
     auto *watcher = new QDBusPendingCallWatcher(candidates_.constLast().name, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, object] {
         watcher->deleteLater();

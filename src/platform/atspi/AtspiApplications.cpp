@@ -92,8 +92,6 @@ void AtspiApplications::lookUp(AtspiQuestion &question)
     if (!registered) {
         return;
     }
-    const ObjectReference bus{QStringLiteral("org.freedesktop.DBus"),
-                              QStringLiteral("/org/freedesktop/DBus")};
     QHash<QString, qint64> processes;
     std::vector<std::pair<QString, PendingAnswer>> lookUps;
     for (const ObjectReference &application : *registered) {
@@ -102,7 +100,7 @@ void AtspiApplications::lookUp(AtspiQuestion &question)
             processes.insert(known.key(), known.value());
         } else {
             lookUps.emplace_back(application.service,
-                                 question.send(bus, "org.freedesktop.DBus",
+                                 question.send(Atspi::busDaemon(), Atspi::busInterface,
                                                "GetConnectionUnixProcessID",
                                                {application.service}));
         }

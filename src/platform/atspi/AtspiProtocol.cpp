@@ -86,6 +86,11 @@ ObjectReference rootOf(const QString &service)
     return {service, QStringLiteral("/org/a11y/atspi/accessible/root")};
 }
 
+ObjectReference busDaemon()
+{
+    return {QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")};
+}
+
 QString registryService()
 {
     return QStringLiteral("org.a11y.atspi.Registry");

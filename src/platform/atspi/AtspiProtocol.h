@@ -71,6 +71,10 @@ ObjectReference rootOf(const QString &service);
 
 QString registryService();
 
+/// The bus itself, and its interface.
+ObjectReference busDaemon();
+inline constexpr const char *busInterface = "org.freedesktop.DBus";
+
 /// Asks applications to send an event to this connection, such as "window:activate".
 void registerEvent(const QDBusConnection &bus, const QString &event);
 

@@ -15,10 +15,9 @@ constexpr int maxDepthOfDocument = 4; ///< below the socket that embeds the page
 
 bool isStartedBy(qint64 processIdentifier, const QString &service, AtspiQuestion &question)
 {
-    const ObjectReference bus{QStringLiteral("org.freedesktop.DBus"),
-                              QStringLiteral("/org/freedesktop/DBus")};
     const auto process =
-        question.send(bus, "org.freedesktop.DBus", "GetConnectionUnixProcessID", {service})
+        question
+            .send(Atspi::busDaemon(), Atspi::busInterface, "GetConnectionUnixProcessID", {service})
             .value<quint32>();
     return process && isAncestor(processIdentifier, *process);
 }

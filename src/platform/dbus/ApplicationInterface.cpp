@@ -53,11 +53,36 @@ private:
     ApplicationInterface &application_;
 };
 
+class ReportAdaptor final : public QDBusAbstractAdaptor {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "app.vellumo.Report1")
+
+public:
+    explicit ReportAdaptor(ApplicationInterface &application)
+        : QDBusAbstractAdaptor(&application)
+        , application_(application)
+    {
+    }
+
+public Q_SLOTS:
+    /// The reply is sent later. What this returns only declares its types.
+    QString Write(bool &can_work)
+    {
+        can_work = false;
+        application_.report();
+        return {};
+    }
+
+private:
+    ApplicationInterface &application_;
+};
+
 } // namespace
 
 ApplicationInterface::ApplicationInterface(QObject *parent) : QObject(parent)
 {
     new ApplicationAdaptor(*this);
+    new ReportAdaptor(*this);
 }
 
 void ApplicationInterface::offerOn(QDBusConnection bus)
@@ -87,6 +112,18 @@ void ApplicationInterface::refuse(const QString &why) const
     if (calledFromDBus()) {
         sendErrorReply(QDBusError::InvalidArgs, why);
     }
+}
+
+void ApplicationInterface::report()
+{
+    if (!writeReport) {
+        sendErrorReply(QDBusError::NotSupported, u"No report"_s);
+        return;
+    }
+    setDelayedReply(true);
+    writeReport([bus = connection(), call = message()](const QString &text, bool canWork) {
+        bus.send(call.createReply({text, canWork}));
+    });
 }
 
 void ApplicationInterface::activate()

@@ -11,9 +11,10 @@
 
 namespace vellumo {
 
-/// The program's interface on the session bus, org.freedesktop.Application, by which desktops start
-/// and address it. Callers are not trusted: arguments are bounded, and invalid ones are answered
-/// with an error that does not repeat them.
+/// The program's interfaces on the session bus: org.freedesktop.Application, by which desktops
+/// start and address it, and app.vellumo.Report1, by which its own command line asks for a report.
+/// Callers are not trusted: arguments are bounded, and invalid ones are answered with an error that
+/// does not repeat them.
 class ApplicationInterface : public QObject, protected QDBusContext {
     Q_OBJECT
 
@@ -27,13 +28,19 @@ public:
     /// has its reply.
     QHash<QString, std::function<void()>> actions;
 
-    /// Registers the interface on this open bus and requests the program's name. Never blocks.
+    using ReportCompletion = std::function<void(const QString &text, bool canWork)>;
+    /// Writes the report of this session for app.vellumo.Report1, to be set before offerOn(). The
+    /// completion may be called later, and after this object was destroyed.
+    std::function<void(const ReportCompletion &)> writeReport;
+
+    /// Registers the interfaces on this open bus and requests the program's name. Never blocks.
     void offerOn(QDBusConnection bus);
 
     // Called by the bus, and by the program's own start.
     void activate();
     void open(const QStringList &urls);
     void activateAction(const QString &name, bool hasParameter);
+    void report(); ///< only by the bus
 
 Q_SIGNALS:
     // The first two are emitted from the event loop, after the caller has its reply.

@@ -10,5 +10,6 @@ namespace vellumo::ApplicationName {
 inline constexpr QLatin1StringView id("app.vellumo.Vellumo");
 inline constexpr QLatin1StringView path("/app/vellumo/Vellumo");
 inline constexpr QLatin1StringView interface("org.freedesktop.Application");
+inline constexpr QLatin1StringView reportInterface("app.vellumo.Report1");
 
 } // namespace vellumo::ApplicationName

@@ -39,8 +39,9 @@ void BusName::onAnswer(QDBusPendingCallWatcher *call)
 {
     call->deleteLater();
     const QDBusPendingReply<QString> answer = *call;
-    if (!hasChanged_ && answer.isValid()) {
-        setOwner(answer.value());
+    if (!hasChanged_) {
+        owner_ = answer.isValid() ? answer.value() : QString();
+        Q_EMIT ownerChanged();
     }
 }
 

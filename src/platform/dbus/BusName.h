@@ -21,7 +21,7 @@ public:
     [[nodiscard]] QString owner() const { return owner_; }
 
 Q_SIGNALS:
-    /// Also emitted for the first answer if there is an owner.
+    /// Also emitted for the bus's first answer, with or without an owner.
     void ownerChanged();
 
 private:

@@ -116,4 +116,14 @@ RunningInstance::Answer RunningInstance::handOver(const InstanceRequest &request
     }
 }
 
+std::optional<RunningInstance::Report> RunningInstance::report() const
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        ApplicationName::id, ApplicationName::path, ApplicationName::reportInterface, u"Write"_s);
+    call.setAutoStartService(false);
+    const QVariantList answer = bus_.call(call, QDBus::Block, instanceTimeoutMs).arguments();
+    return answer.size() == 2 ? std::optional(Report{answer[0].toString(), answer[1].toBool()})
+                              : std::nullopt;
+}
+
 } // namespace vellumo

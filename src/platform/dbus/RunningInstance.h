@@ -6,6 +6,7 @@
 #include <QDeadlineTimer>
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 namespace vellumo {
 
@@ -41,6 +42,14 @@ public:
     /// Hands the request over and blocks until the reply. Gone: the instance ended before it
     /// answered.
     [[nodiscard]] Answer handOver(const InstanceRequest &request) const;
+
+    struct Report {
+        QString text;
+        bool canWork = false; ///< false: no selection can be explained
+    };
+    /// Blocks until the instance has written its report. Absent if it does not answer or
+    /// knows no reports.
+    [[nodiscard]] std::optional<Report> report() const;
 
 private:
     QDBusConnection bus_;

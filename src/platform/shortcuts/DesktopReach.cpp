@@ -3,15 +3,63 @@
 
 #include "platform/shortcuts/DesktopReach.h"
 
+#include <QLocale>
+
+using namespace Qt::StringLiterals;
+
 namespace vellumo {
 
+namespace {
+
+/// The desktop's settings show these, in the desktop's language.
+QString pick(const QString &english, const QString &chinese)
+{
+    return QLocale::system().language() == QLocale::Chinese ? chinese : english;
+}
+
+KGlobalAccelAction::Action loneAlt()
+{
+    return {.name = u"tap"_s,
+            .description =
+                pick(u"Press twice to explain the selection"_s, u"按两次解释选中的文字"_s),
+            .keys = {static_cast<int>(Qt::ALT)},
+            .since = KWinTapSetting::removedIn};
+}
+
+KGlobalAccelAction::Action explainKeys()
+{
+    // Plasma has no use for them as it comes.
+    return {.name = u"explain"_s,
+            .description = pick(u"Explain the selection"_s, u"解释选中的文字"_s),
+            .keys = {(Qt::META | Qt::CTRL | Qt::Key_E).toCombined(),
+                     (Qt::META | Qt::ALT | Qt::Key_E).toCombined(),
+                     (Qt::META | Qt::CTRL | Qt::Key_Y).toCombined()},
+            .since = {}};
+}
+
+} // namespace
+
 DesktopReach::DesktopReach(const QDBusConnection &bus, const QString &command)
-    : tapSetting_(bus)
-    , shortcut_(bus, command)
+    : kwin_(bus)
+    , kwinEntry_(bus, kwin_)
+    , loneAlt_(bus, kwin_, loneAlt())
+    , tapSetting_({&kwinEntry_, &loneAlt_})
+    , extension_(bus)
+    , gnomeShortcut_(bus, command)
+    , kdeShortcut_(bus, kwin_, explainKeys())
+    , shortcut_({&gnomeShortcut_, &kdeShortcut_})
     , taps_(bus)
 {
-    connect(&tapSetting_, &DesktopChange::changed, this,
-            [this] { taps_.setOn(tapSetting_.state() == DesktopChange::State::Made); });
+    connect(&kwinEntry_, &DesktopChange::changed, this,
+            [this] { taps_.setOn(kwinEntry_.state() == DesktopChange::State::Made); });
+    connect(&loneAlt_, &KGlobalAccelAction::activated, &taps_,
+            [this] { Q_EMIT taps_.tapped(std::chrono::steady_clock::now()); });
+    connect(&kdeShortcut_, &KGlobalAccelAction::activated, this, &DesktopReach::explainRequested);
+}
+
+QList<DesktopChange *> DesktopReach::changes()
+{
+    return {&kwinEntry_, &loneAlt_, &extension_, &gnomeShortcut_, &kdeShortcut_};
 }
 
 } // namespace vellumo

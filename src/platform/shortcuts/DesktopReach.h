@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/shortcuts/ChosenChange.h"
 #include "platform/shortcuts/DesktopTaps.h"
+#include "platform/shortcuts/GnomeExtension.h"
 #include "platform/shortcuts/GnomeShortcut.h"
+#include "platform/shortcuts/KGlobalAccelAction.h"
 #include "platform/shortcuts/KWinTapSetting.h"
 
 namespace vellumo {
@@ -19,13 +22,27 @@ public:
 
     /// Makes the desktop report taps in every window.
     [[nodiscard]] DesktopChange &tapSetting() { return tapSetting_; }
+    /// Lets GNOME Shell report taps in every window, to ShellCompanion.
+    [[nodiscard]] DesktopChange &extension() { return extension_; }
     [[nodiscard]] DesktopChange &shortcut() { return shortcut_; }
+    /// Returns all changes that this desktop may have, each of which may be made.
+    [[nodiscard]] QList<DesktopChange *> changes();
     /// Reports taps while tapSetting() is made.
     [[nodiscard]] TapSource &taps() { return taps_; }
 
+Q_SIGNALS:
+    /// Emitted when the user presses a shortcut that does not run the command.
+    void explainRequested();
+
 private:
-    KWinTapSetting tapSetting_;
-    GnomeShortcut shortcut_;
+    KWinVersion kwin_;
+    KWinTapSetting kwinEntry_;
+    KGlobalAccelAction loneAlt_;
+    ChosenChange tapSetting_;
+    GnomeExtension extension_;
+    GnomeShortcut gnomeShortcut_;
+    KGlobalAccelAction kdeShortcut_;
+    ChosenChange shortcut_;
     DesktopTaps taps_;
 };
 

@@ -145,6 +145,7 @@ void GnomeShortcut::bind(const QString &accelerator, const QStringList &paths)
                 all.append(ownPath);
                 setList(all, [this, accelerator] {
                     settle(State::Made, accelerator::readable(accelerator));
+                    end(true);
                 });
             });
         });
@@ -157,9 +158,12 @@ void GnomeShortcut::undo()
         QStringList paths = accelerator::strings(list);
         paths.removeAll(ownPath);
         setList(paths, [this] {
-            run(
-                {u"reset-recursively"_s, entrySchema + ownPath}, [] {}, [](const QString &) {});
-            settle(State::Possible);
+            const auto finish = [this] {
+                settle(State::Possible);
+                end(true);
+            };
+            run({u"reset-recursively"_s, entrySchema + ownPath}, finish,
+                [finish](const QString &) { finish(); });
         });
     });
 }
@@ -175,8 +179,9 @@ void GnomeShortcut::setList(const QStringList &paths, std::function<void()> then
                 const bool isWritten = accelerator::strings(list) == paths;
                 if (isWritten) {
                     then();
+                } else {
+                    end(false);
                 }
-                end(isWritten);
             });
         });
 }

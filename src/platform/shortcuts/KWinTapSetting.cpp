@@ -7,6 +7,7 @@
 #include "platform/shortcuts/DesktopTool.h"
 
 #include <QDBusMessage>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -36,22 +37,25 @@ QString ownValue()
 
 } // namespace
 
-KWinTapSetting::KWinTapSetting(const QDBusConnection &bus, QObject *parent)
+KWinTapSetting::KWinTapSetting(QDBusConnection bus, const KWinVersion &kwin, QObject *parent)
     : DesktopChange(parent)
-    , bus_(bus)
-    , kwin_(bus, u"org.kde.KWin"_s)
+    , bus_(std::move(bus))
+    , kwin_(kwin)
 {
-    connect(&kwin_, &BusName::ownerChanged, this, &KWinTapSetting::refresh);
+    connect(&kwin_, &KWinVersion::changed, this, &KWinTapSetting::refresh);
 }
 
 void KWinTapSetting::refresh()
 {
-    read(false, State::Unknown);
+    if (kwin_.number()) { // otherwise its answer follows
+        read(false, State::Unknown);
+    }
 }
 
 void KWinTapSetting::read(bool isAfterWriting, State expected)
 {
-    if (kwin_.owner().isEmpty() || reader().isEmpty() || writer().isEmpty()) {
+    const QVersionNumber version = kwin_.number().value_or(QVersionNumber());
+    if (version.isNull() || version >= removedIn || reader().isEmpty() || writer().isEmpty()) {
         settle(State::Unavailable);
         if (isAfterWriting) {
             Q_EMIT finished(false);

@@ -3,18 +3,24 @@
 #pragma once
 
 #include "platform/DesktopChange.h"
-#include "platform/dbus/BusName.h"
+#include "platform/shortcuts/KWinVersion.h"
+#include <QDBusConnection>
 
 namespace vellumo {
 
 /// The entry of KWin's settings that makes it call DesktopTaps when Alt was pressed alone: key
 /// "Alt" of the group ModifierOnlyShortcuts in kwinrc, whose value is a service, path, interface
-/// and method. Available while KWin runs and the tools of its settings are installed.
+/// and method. Available while a KWin runs that reads the entry, and the tools of its settings are
+/// installed.
 class KWinTapSetting final : public DesktopChange {
     Q_OBJECT
 
 public:
-    explicit KWinTapSetting(const QDBusConnection &bus, QObject *parent = nullptr);
+    /// The first version of KWin that does not read the entry.
+    static inline const QVersionNumber removedIn{6, 1};
+
+    /// `kwin` must outlive this object.
+    KWinTapSetting(QDBusConnection bus, const KWinVersion &kwin, QObject *parent = nullptr);
 
     [[nodiscard]] State state() const override { return state_; }
     void refresh() override;
@@ -27,7 +33,7 @@ private:
     void settle(State state);
 
     QDBusConnection bus_;
-    BusName kwin_;
+    const KWinVersion &kwin_;
     State state_ = State::Unknown;
 };
 

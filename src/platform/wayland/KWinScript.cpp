@@ -16,7 +16,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr auto kwin = "org.kde.KWin"_L1;
+constexpr auto serviceName = "org.kde.KWin"_L1;
 constexpr auto scriptingPath = "/Scripting"_L1;
 constexpr auto scripting = "org.kde.kwin.Scripting"_L1;
 constexpr auto busDaemon = "org.freedesktop.DBus"_L1;
@@ -80,21 +80,13 @@ KWinScript::~KWinScript()
 void KWinScript::follow(const QDBusConnection &bus)
 {
     bus_ = bus;
-    watcher_.emplace(kwin, bus, QDBusServiceWatcher::WatchForOwnerChange);
-    connect(&*watcher_, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString & /*service*/, const QString & /*from*/, const QString &to) {
-                setOwner(to);
-            });
-    onAnswer(
-        call(busDaemon, u"/org/freedesktop/DBus"_s, busDaemon, u"GetNameOwner"_s, {kwin}),
-        [this](const QDBusMessage &answer) { setOwner(answer.arguments().value(0).toString()); });
+    kwin_.emplace(bus, serviceName);
+    connect(&*kwin_, &BusName::ownerChanged, this, &KWinScript::onOwnerChanged);
 }
 
-void KWinScript::setOwner(const QString &owner)
+void KWinScript::onOwnerChanged()
 {
-    if (owner == std::exchange(owner_, owner)) {
-        return;
-    }
+    const QString owner = kwin_->owner();
     if (!std::exchange(runner_, QString()).isEmpty()) {
         Q_EMIT ended();
     }
@@ -105,7 +97,7 @@ void KWinScript::setOwner(const QString &owner)
                   {owner}),
              [this, owner](const QDBusMessage &answer) {
                  const qint64 process = answer.arguments().value(0).toLongLong();
-                 if (owner == owner_ && process > 0 && isCompositor_(process)) {
+                 if (owner == kwin_->owner() && process > 0 && isCompositor_(process)) {
                      load(owner);
                  }
              });

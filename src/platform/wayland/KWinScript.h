@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/dbus/BusName.h"
 #include <QDBusConnection>
 #include <QDBusPendingCall>
-#include <QDBusServiceWatcher>
 #include <QObject>
 #include <functional>
 #include <optional>
@@ -38,7 +38,7 @@ Q_SIGNALS:
     void ended();
 
 private:
-    void setOwner(const QString &owner);
+    void onOwnerChanged();
     void load(const QString &owner);
     void run(int script, const QString &path);
     void unloadForgotten();
@@ -50,8 +50,7 @@ private:
     Source source_;
     IsCompositor isCompositor_;
     std::optional<QDBusConnection> bus_;
-    std::optional<QDBusServiceWatcher> watcher_;
-    QString owner_; ///< of KWin's name; empty when nobody has it
+    std::optional<BusName> kwin_;
     QString runner_;
 };
 

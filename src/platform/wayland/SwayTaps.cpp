@@ -4,7 +4,9 @@
 
 #include "platform/wayland/SwayConnection.h"
 #include <QJsonArray>
+#include <QJsonObject>
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -33,12 +35,19 @@ bool isSuccess(const QJsonDocument &results)
     });
 }
 
+bool isForLoneAlt(const QJsonObject &binding)
+{
+    const QString key = binding["symbol"_L1].toString();
+    return (key == "Alt_L"_L1 || key == "Alt_R"_L1)
+        && binding["event_state_mask"_L1].toArray().isEmpty();
+}
+
 } // namespace
 
 SwayTaps::SwayTaps(SwayConnection &sway) : sway_(sway)
 {
     connect(&sway_, &SwayConnection::opened, this, &SwayTaps::follow);
-    connect(&sway_, &SwayConnection::closed, this, [this] { isBound_ = false; });
+    connect(&sway_, &SwayConnection::closed, this, [this] { setBound(false); });
     connect(&sway_, &SwayConnection::eventArrived, this, &SwayTaps::handleEvent);
 }
 
@@ -72,17 +81,24 @@ void SwayTaps::follow()
 void SwayTaps::bind()
 {
     sway_.send(SwayMessage::RunCommand, bindings,
-               [this](const QJsonDocument &results) { isBound_ = isSuccess(results); });
+               [this](const QJsonDocument &results) { setBound(isSuccess(results)); });
 }
 
 void SwayTaps::unbind()
 {
-    isBound_ = false;
+    setBound(false);
     sway_.send(SwayMessage::RunCommand, removal);
     sway_.send(SwayMessage::SendTick, QByteArray(unboundTick.data(), unboundTick.size()));
 }
 
-/// The events of bindings include those of the user, which are dropped here.
+void SwayTaps::setBound(bool isBound)
+{
+    if (std::exchange(isBound_, isBound) != isBound) {
+        Q_EMIT reachChanged();
+    }
+}
+
+/// The events of bindings include those of the user, which report no tap.
 void SwayTaps::handleEvent(quint32 type, const QJsonDocument &content)
 {
     if (!isListening_) {
@@ -93,6 +109,8 @@ void SwayTaps::handleEvent(quint32 type, const QJsonDocument &content)
     case SwayMessage::BindingEvent:
         if (content["binding"_L1]["command"_L1].toString() == command) {
             Q_EMIT tapped(std::chrono::steady_clock::now());
+        } else if (isForLoneAlt(content["binding"_L1].toObject())) {
+            setBound(false);
         }
         break;
     case SwayMessage::WorkspaceEvent: // sway has read its configuration again

@@ -28,13 +28,15 @@ public:
     /// Adds the bindings while the connection is open, or removes them.
     void setListening(bool isListening);
 
-    /// Returns whether sway has accepted the bindings.
-    [[nodiscard]] bool isBound() const { return isBound_; }
+    /// Returns whether sway has accepted the bindings, and the user has not been seen to use a
+    /// binding for the same key.
+    [[nodiscard]] bool hearsEveryWindow() const override { return isBound_; }
 
 private:
     void follow();
     void bind();
     void unbind();
+    void setBound(bool isBound);
     void handleEvent(quint32 type, const QJsonDocument &content);
 
     SwayConnection &sway_;

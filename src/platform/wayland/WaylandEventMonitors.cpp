@@ -70,6 +70,7 @@ void WaylandEventMonitors::add(TapSource &source)
 {
     const auto index = static_cast<int>(sources_.size());
     sources_.append(&source);
+    connect(&source, &TapSource::reachChanged, this, &WaylandEventMonitors::reachChanged);
     connect(&source, &TapSource::pressed, this, [this, index](TapSource::Time at) {
         if (merger_.press(index, at)) {
             deliver(ModifierFlag::Option, at);
@@ -86,6 +87,11 @@ void WaylandEventMonitors::add(TapSource &source)
             deliver(0, at);
         }
     });
+}
+
+bool WaylandEventMonitors::hearsEveryWindow() const
+{
+    return std::ranges::any_of(sources_, &TapSource::hearsEveryWindow);
 }
 
 void WaylandEventMonitors::handleFocus(QWindow *window)

@@ -31,11 +31,18 @@ public:
     /// Listens to a source, which must outlive this object.
     void add(TapSource &source);
 
+    /// Returns whether a source reports taps in every window now.
+    [[nodiscard]] bool hearsEveryWindow() const;
+
     [[nodiscard]] std::unique_ptr<EventMonitorHandle>
     addGlobalMonitor(EventMask mask, std::function<void(const Event &)> handler) override;
     [[nodiscard]] std::unique_ptr<EventMonitorHandle>
     addLocalMonitor(EventMask mask, std::function<bool(const Event &)> handler) override;
     bool waitForRelease(quint32 flags, QDeadlineTimer deadline) override;
+
+Q_SIGNALS:
+    /// Emitted when hearsEveryWindow() may have changed.
+    void reachChanged();
 
 private:
     void handleFocus(QWindow *window);

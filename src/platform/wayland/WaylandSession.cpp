@@ -8,7 +8,9 @@
 #include "platform/atspi/AtspiBus.h"
 #include "platform/wayland/BridgedPrimarySelection.h"
 #include "platform/wayland/ChosenFrontWindows.h"
+#include "platform/wayland/HelperTaps.h"
 #include "platform/wayland/KWinWindows.h"
+#include "platform/wayland/ShellWindows.h"
 #include "platform/wayland/SwayConnection.h"
 #include "platform/wayland/SwayTaps.h"
 #include "platform/wayland/SwayWindows.h"
@@ -34,6 +36,14 @@ std::unique_ptr<Client> makeClient(const QString &clientModule)
     return std::unique_ptr<Client>(make != nullptr ? make() : nullptr);
 }
 
+/// Returns the bits of the keys in a request to the service that reports taps.
+std::uint8_t altKeys(OptionKeys keys)
+{
+    using namespace tapProtocol;
+    return static_cast<std::uint8_t>((keys.left ? AltKey::Left : 0)
+                                     | (keys.right ? AltKey::Right : 0));
+}
+
 class Session : public WaylandSession {
 public:
     Session(X11Backend &x11, SessionBus &session, AtspiBus &accessibility,
@@ -43,11 +53,15 @@ public:
                 [this](qint64 process) { return mayBeCompositor(process); })
         , swayWindows_(sway_)
         , kwinWindows_(session, [this](qint64 process) { return mayBeCompositor(process); })
+        , companion_(session, [this](qint64 process) { return mayBeCompositor(process); })
+        , shellWindows_(companion_)
         , frames_(accessibility, [this](qint64 process) { return process == compositor(); })
-        , frontWindows_({&swayWindows_, &kwinWindows_, &frames_})
+        , frontWindows_({&swayWindows_, &kwinWindows_, &shellWindows_, &frames_})
         , workspace_(x11.workspace(), frontWindows_)
         , altKeys_(accessibility)
         , swayTaps_(sway_)
+        , helperTaps_(QString::fromLatin1(tapProtocol::socketPath),
+                      [&x11] { return altKeys(x11.optionKeys()); })
         , events_(x11.eventMonitoring())
         , client_(makeClient(clientModule))
         , primarySelection_(x11.primarySelection(),
@@ -61,12 +75,13 @@ public:
     {
         events_.add(altKeys_);
         events_.add(swayTaps_);
+        events_.add(helperTaps_);
+        events_.add(companion_.taps());
+        connect(&events_, &WaylandEventMonitors::reachChanged, this, &WaylandSession::reachChanged);
         // Without the user's consent this bus is closed, and no tap is listened for.
-        swayTaps_.setListening(accessibility.isOpen());
-        QObject::connect(&accessibility, &AtspiBus::opened, &swayTaps_,
-                         [this] { swayTaps_.setListening(true); });
-        QObject::connect(&accessibility, &AtspiBus::closed, &swayTaps_,
-                         [this] { swayTaps_.setListening(false); });
+        setListening(accessibility.isOpen());
+        connect(&accessibility, &AtspiBus::opened, this, [this] { setListening(true); });
+        connect(&accessibility, &AtspiBus::closed, this, [this] { setListening(false); });
         sway_.open();
     }
 
@@ -76,7 +91,22 @@ public:
     Pasteboard &pasteboard() override { return pasteboard_; }
     KeyPosting &keyPosting() override { return keyPosting_; }
     ClipboardText &clipboardText() override { return clipboardText_; }
-    [[nodiscard]] bool hearsEveryTap() const override { return swayTaps_.isBound(); }
+    SessionRoads roads() override
+    {
+        using Front = SessionRoads::Front;
+        using Selections = SessionRoads::Selections;
+        return {.front = swayWindows_.frontWindow()            ? Front::Sway
+                    : kwinWindows_.frontWindow()               ? Front::KWin
+                    : shellWindows_.frontWindow()              ? Front::GnomeShell
+                    : frames_.frontWindow()                    ? Front::Accessibility
+                    : x11_.workspace().isForeignWindowActive() ? Front::X11
+                                                               : Front::None,
+                .selections = client_ && client_->clipboard().isAvailable()
+                    ? Selections::DataControl
+                    : Selections::XWayland,
+                .copiesEverywhere = client_ && client_->copyKeys().areAvailable()};
+    }
+    [[nodiscard]] bool hearsEveryTap() const override { return events_.hearsEveryWindow(); }
     void addTaps(TapSource &source) override { events_.add(source); }
     std::optional<QString> windowTitle(qint64 processIdentifier) override
     {
@@ -84,6 +114,13 @@ public:
     }
 
 private:
+    void setListening(bool isListening)
+    {
+        swayTaps_.setListening(isListening);
+        helperTaps_.setListening(isListening);
+        companion_.setFollowing(isListening);
+    }
+
     /// The compositor is the window manager of XWayland.
     [[nodiscard]] std::optional<qint64> compositor() { return x11_.windows().managerProcess(); }
 
@@ -102,11 +139,14 @@ private:
     SwayConnection sway_;
     SwayWindows swayWindows_;
     KWinWindows kwinWindows_;
+    ShellCompanion companion_;
+    ShellWindows shellWindows_;
     ActiveFrames frames_;
     ChosenFrontWindows frontWindows_;
     WaylandWorkspace workspace_;
     AltKeys altKeys_;
     SwayTaps swayTaps_;
+    HelperTaps helperTaps_;
     WaylandEventMonitors events_;
     std::unique_ptr<Client> client_; ///< null where there is no compositor
     BridgedPrimarySelection primarySelection_;

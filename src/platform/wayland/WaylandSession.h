@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/SessionRoads.h"
+#include <QObject>
 #include <QString>
 #include <memory>
 #include <optional>
@@ -21,11 +23,11 @@ class X11Backend;
 
 /// What replaces parts of the X11 backend in a Wayland session, where XWayland shows only its own
 /// windows. Main thread only.
-class WaylandSession {
+class WaylandSession : public QObject {
+    Q_OBJECT
+
 public:
-    WaylandSession() = default;
-    virtual ~WaylandSession() = default;
-    Q_DISABLE_COPY_MOVE(WaylandSession)
+    using QObject::QObject;
 
     [[nodiscard]] virtual EventMonitoring &events() = 0;
     [[nodiscard]] virtual Workspace &workspace() = 0;
@@ -37,8 +39,11 @@ public:
     /// Returns the title of the window in front; absent if it does not belong to the process.
     [[nodiscard]] virtual std::optional<QString> windowTitle(qint64 processIdentifier) = 0;
 
-    /// Returns whether the compositor reports taps in every window.
+    /// Returns whether taps in every window are reported now.
     [[nodiscard]] virtual bool hearsEveryTap() const = 0;
+
+    /// Returns the ways in which this session works now, without `windows`.
+    [[nodiscard]] virtual SessionRoads roads() = 0;
 
     /// Adds a source of taps to those of the session, which must outlive the session.
     virtual void addTaps(TapSource &source) = 0;
@@ -48,6 +53,10 @@ public:
     [[nodiscard]] static std::unique_ptr<WaylandSession> make(X11Backend &x11, SessionBus &session,
                                                               AtspiBus &accessibility,
                                                               const QString &clientModule);
+
+Q_SIGNALS:
+    /// Emitted when hearsEveryTap() may have changed.
+    void reachChanged();
 };
 
 } // namespace vellumo

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QRect>
+#include <limits>
 
 class QEvent;
 class QPointerEvent;
@@ -42,6 +43,10 @@ public:
     /// Makes the whole window visible if it is blended, else only what the picture covers. Relative
     /// to the window.
     virtual void outline(const QRect &picture, bool isBlended) = 0;
+
+    /// Returns the topmost row that the desktop lets the window cover, as far as it is known. A
+    /// window that reaches above it, if only with its shadow, is moved down as a whole.
+    [[nodiscard]] virtual int topLimit() const { return std::numeric_limits<int>::min(); }
 
     /// Passes clicks outside of the frame to the window behind. Relative to the window.
     virtual void takeClicks(const QRect &frame) = 0;

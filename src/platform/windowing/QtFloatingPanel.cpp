@@ -172,8 +172,10 @@ void QtFloatingPanel::place(const QRect &picture, const QRect &around)
 {
     picture_ = picture;
     const QRect covered = catchesClicks_ ? around | placing_->dragArea(picture) : around;
+    QRect forShadow = screenAround(around);
+    forShadow.setTop(std::max(forShadow.top(), placing_->topLimit()));
     placing_->setGeometry(style_.hasShadow && hasBlendedEdges()
-                              ? withShadowMargin(covered, shadowMargin, screenAround(around))
+                              ? withShadowMargin(covered, shadowMargin, forShadow)
                               : covered);
     const QRect inside = picture_.translated(-placing_->geometry().topLeft());
     if (isVisible() && inside == inside_) {

@@ -5,6 +5,7 @@
 #include "platform/windowing/x11/X11Hints.h"
 #include <QPointerEvent>
 #include <QQuickWindow>
+#include <QScreen>
 #include <chrono>
 #include <utility>
 
@@ -166,12 +167,27 @@ void X11Placing::handleExposure()
 void X11Placing::noticeMove()
 {
     if (!style_.isMovable) {
+        followBar();
         return;
     }
     const bool isOwn = isMoving_() || window_.position() == geometry_.topLeft();
     isMovedByHand_ = isMovedByHand_ || (!isOwn && x11::isButtonHeld());
     isMoved_ = true;
     settling_.start();
+}
+
+/// Mutter keeps every window below the bar at the top of the screen, also over a full-screen
+/// window, and moves it there before it maps it. Asking again changes nothing.
+void X11Placing::followBar()
+{
+    const QPoint distance = window_.position() - geometry_.topLeft();
+    if (distance.x() == 0 && distance.y() > 0) {
+        const QScreen *screen = window_.screen();
+        if (screen != nullptr && geometry_.top() <= screen->geometry().top()) {
+            topLimit_ = window_.position().y();
+        }
+        takeOverPosition();
+    }
 }
 
 void X11Placing::settle()

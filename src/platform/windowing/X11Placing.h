@@ -38,12 +38,14 @@ public:
         return true;
     }
     [[nodiscard]] QRect dragArea(const QRect &picture) const override { return picture; }
+    [[nodiscard]] int topLimit() const override { return topLimit_; }
     void finishDrag() override;
     void handle(const QEvent &event) override;
 
 private:
     void handleExposure();
     void noticeMove();
+    void followBar();
     void settle();
     void takeOverPosition();
     void scheduleKeyboardReturn();
@@ -57,6 +59,7 @@ private:
     QRect clickable_;
     QTimer settling_; ///< waits until the window manager has finished moving the window
     WId activeBefore_ = 0; ///< the window that was active when this one was shown; 0 for none
+    int topLimit_ = std::numeric_limits<int>::min();
     int geometryAttempts_ = 0; ///< number of times that this geometry was requested again
     bool isMoved_ = false; ///< moved since it last settled
     /// Moved by the user through the window manager since it last settled.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/x11/OptionKeys.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11EventMonitors.h"
 #include "platform/x11/X11KeyPosting.h"
@@ -28,6 +29,7 @@ public:
     [[nodiscard]] X11PrimarySelection &primarySelection() { return primarySelection_; }
     [[nodiscard]] X11KeyPosting &keyPosting() { return keyPosting_; }
     [[nodiscard]] X11Windows &windows() { return windows_; }
+    [[nodiscard]] OptionKeys optionKeys() { return OptionKeys::read(inputConnection_); }
 
 private:
     X11Problems problems_;

@@ -4,6 +4,7 @@
 #include "platform/x11/X11Pasteboard.h"
 
 #include "platform/Diagnostics.h"
+#include "platform/SelectionTypes.h"
 #include "platform/x11/ToolkitClipboard.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11Problems.h"
@@ -156,28 +157,6 @@ bool X11Pasteboard::isOwnedByOwnToolkit(xcb_window_t owner)
     return !isServed(owner) && X11Windows(connection_).clientProcess(owner) == getpid();
 }
 
-/// Targets that are not contents: metadata of the selection, requests for an action, ids of objects
-/// in the owner's memory or on the server that end with the owner.
-bool X11Pasteboard::isSkipped(const QByteArray &target) const
-{
-    static const QSet<QByteArray> skipped{
-        "TARGETS"_ba,
-        "MULTIPLE"_ba,
-        "TIMESTAMP"_ba,
-        "SAVE_TARGETS"_ba,
-        "DELETE"_ba,
-        "INSERT_PROPERTY"_ba,
-        "INSERT_SELECTION"_ba,
-        "PIXMAP"_ba,
-        "BITMAP"_ba,
-        "DRAWABLE"_ba,
-        "COLORMAP"_ba,
-        "GTK_TEXT_BUFFER_CONTENTS"_ba,
-        "application/x-qt-image"_ba,
-    };
-    return target.isEmpty() || skipped.contains(target);
-}
-
 std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadline)
 {
     // Contents that cannot be served cannot be restored, nor contents whose changes are not
@@ -214,7 +193,7 @@ std::optional<QList<PasteboardItem>> X11Pasteboard::items(QDeadlineTimer deadlin
         }
         for (const auto target : *targets) {
             const auto name = connection_.atomName(target);
-            if (isSkipped(name)) {
+            if (!hasContents(name)) {
                 continue;
             }
             const auto answer = reader.convert(target);

@@ -52,7 +52,6 @@ private:
     [[nodiscard]] bool isServed(xcb_window_t owner);
     [[nodiscard]] bool isOwnerChange(const xcb_generic_event_t &event) const;
     [[nodiscard]] bool isOwnedByOwnToolkit(xcb_window_t owner);
-    [[nodiscard]] bool isSkipped(const QByteArray &target) const;
     [[nodiscard]] Form formOf(const QString &type, qsizetype size);
     [[nodiscard]] bool takeOwnerChange(QDeadlineTimer deadline);
     void note(const xcb_xfixes_selection_notify_event_t &change);

@@ -101,7 +101,7 @@ void X11Workspace::look()
     }
     activeWindow_ = window;
     activeProcess_ = process;
-    isNoneActive_ = isStandIn(window, process);
+    isNoneActive_ = isPlaceholder(window, process);
     if (isForeign()) {
         foreignWindow_ = window;
         foreignProcess_ = activeProcess_;
@@ -124,9 +124,9 @@ bool X11Workspace::isForeign() const
     return activeProcess_ && *activeProcess_ != getpid() && !isNoneActive_;
 }
 
-/// Returns whether the window stands for none. Mutter 48 names a window of its own as the active
-/// one while no X11 window is active.
-bool X11Workspace::isStandIn(xcb_window_t window, std::optional<qint64> process)
+/// Returns whether the active window means that none is. Mutter 48 then names one of its own
+/// windows.
+bool X11Workspace::isPlaceholder(xcb_window_t window, std::optional<qint64> process)
 {
     return process && *process != getpid() && windows_.managerProcess() == process
         && windows_.windowClass(window) == WindowClass();

@@ -60,7 +60,7 @@ private:
     void watch(xcb_window_t window);
     [[nodiscard]] bool isNaming(const xcb_property_notify_event_t &event);
     [[nodiscard]] bool isForeign() const;
-    [[nodiscard]] bool isStandIn(xcb_window_t window, std::optional<qint64> process);
+    [[nodiscard]] bool isPlaceholder(xcb_window_t window, std::optional<qint64> process);
     [[nodiscard]] std::optional<qint64> processOf(xcb_window_t window) const;
 
     X11Connection &connection_;
@@ -69,7 +69,7 @@ private:
     QTimer idle_;
     xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
     std::optional<qint64> activeProcess_;
-    bool isNoneActive_ = false; ///< the active window stands for none
+    bool isNoneActive_ = false; ///< the active window is a placeholder
     xcb_window_t foreignWindow_ = XCB_WINDOW_NONE;
     std::optional<qint64> foreignProcess_; ///< process of the last active foreign window
     std::optional<qint64> announcedProcess_;

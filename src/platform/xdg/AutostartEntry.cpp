@@ -24,6 +24,7 @@ const QString fileName = u"/app.vellumo.Vellumo.desktop"_s;
 constexpr auto hiddenKey = "Hidden";
 constexpr auto gnomeKey = "X-GNOME-Autostart-enabled";
 constexpr auto execKey = "Exec";
+constexpr auto tryKey = "TryExec"; ///< a desktop ignores the entry when this program is gone
 
 constexpr auto newEntry = R"([Desktop Entry]
 Type=Application
@@ -31,7 +32,6 @@ Name=vellumo
 Comment=Explains what you select, where you read it
 Comment[zh_CN]=选中文字,就地解释
 Icon=app.vellumo.Vellumo
-Exec=%1
 Terminal=false
 StartupNotify=false
 )";
@@ -44,9 +44,14 @@ QByteArray command(const QString &program)
     return execLine::written(program) + " --background";
 }
 
+QByteArray tried(const QString &program)
+{
+    return program.toUtf8().replace('\\', "\\\\");
+}
+
 QByteArray newContents(const QString &program)
 {
-    return QByteArray(newEntry).replace("%1", command(program));
+    return newEntry + QByteArray("Exec=") + command(program) + "\nTryExec=" + tried(program) + '\n';
 }
 
 /// Returns whether the contents are exactly what this class writes.
@@ -68,8 +73,11 @@ bool isDisabled(const DesktopFile &file)
 
 bool startsSomething(const DesktopFile &file)
 {
-    const QString program = execLine::words(file.value(execKey)).value(0);
-    return !program.isEmpty() && !QStandardPaths::findExecutable(program).isEmpty();
+    const auto isThere = [](const QString &program) {
+        return !program.isEmpty() && !QStandardPaths::findExecutable(program).isEmpty();
+    };
+    return isThere(execLine::words(file.value(execKey)).value(0))
+        && (!file.has(tryKey) || isThere(file.value(tryKey)));
 }
 
 } // namespace
@@ -165,6 +173,7 @@ bool AutostartEntry::switchOn()
     file.remove(gnomeKey);
     if (!startsSomething(file)) {
         file.set(execKey, command(program_));
+        file.set(tryKey, tried(program_));
     }
     return write(file.contents());
 }

@@ -348,6 +348,7 @@ private Q_SLOTS:
         first.answer("GET", "/within", to(first.url(u"/end"_s)));
         first.answer("GET", "/elsewhere", to(second.url(u"/end"_s)));
         first.answer("GET", "/around", to(first.url(u"/around"_s)));
+        first.answer("GET", "/unsafe", to(QUrl(u"http://example.org/end"_s)));
         first.answer("GET", "/end", {.body = "first"});
         second.answer("GET", "/end", {.body = "second"});
         const struct {
@@ -358,6 +359,7 @@ private Q_SLOTS:
             {u"/within"_s, {{"Authorization", "Bearer secret"}}, "200 first"},
             {u"/elsewhere"_s, {{"Authorization", "Bearer secret"}}, describe(Kind::Other).toUtf8()},
             {u"/around"_s, {}, describe(Kind::Other).toUtf8()},
+            {u"/unsafe"_s, {}, describe(Kind::Insecure).toUtf8()},
             {u"/elsewhere"_s, {}, "200 second"},
         };
         QtHttpSession session;

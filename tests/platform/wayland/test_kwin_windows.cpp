@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-// The script in KWin. Another connection of this process stands for KWin on the bus.
+// The script in KWin. Another connection of this process plays KWin on the bus.
 
 #include "platform/dbus/SessionBus.h"
 #include "platform/wayland/KWinWindows.h"

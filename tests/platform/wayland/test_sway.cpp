@@ -139,6 +139,20 @@ private Q_SLOTS:
         QTRY_VERIFY(!front()->isActive);
     }
 
+    void noticesThatNoWindowIsLeft()
+    {
+        for (const QByteArray &change : {"close"_ba, "move"_ba}) {
+            Server server;
+            SwayConnection sway(server.path(), [](qint64 /*process*/) { return true; });
+            SwayWindows windows(sway);
+            sway.open();
+            QTRY_VERIFY(server.answer().isEmpty() && windows.frontWindow());
+            server.front = workspace;
+            server.send(Type::WindowEvent, windowEvent(change, terminal));
+            QTRY_VERIFY(server.answer().isEmpty() && !windows.frontWindow()->isActive);
+        }
+    }
+
     void opensABrokenConnectionAgain()
     {
         Server server;
@@ -166,12 +180,13 @@ private Q_SLOTS:
     {
         Server server;
         SwayConnection sway(server.path(), [](qint64 /*process*/) { return true; });
+        SwayWindows windows(sway);
         std::optional<SwayTaps> taps(sway);
         const QSignalSpy tapped(&*taps, &TapSource::tapped);
         sway.open();
         taps->setListening(true);
         QTRY_COMPARE(server.answer().size(), 1);
-        QTRY_VERIFY(taps->isBound());
+        QTRY_VERIFY(taps->hearsEveryWindow());
         for (const auto &[type, content] : unbindingEvents) {
             const auto bound = server.answer().size();
             server.send(type, content);
@@ -182,6 +197,20 @@ private Q_SLOTS:
         server.send(Type::BindingEvent, bindingEvent("nop"));
         server.send(Type::BindingEvent, bindingEvent("nop vellumo-tap"));
         QTRY_COMPARE(tapped.size(), 1);
+        QVERIFY(taps->hearsEveryWindow());
+        server.send(Type::BindingEvent, R"({"change": "run", "binding": {"symbol": "Alt_L",
+            "command": "exec foot", "event_state_mask": []}})"); // the user's, which is preferred
+        QTRY_VERIFY(!taps->hearsEveryWindow());
+        taps->setListening(false);
+        QTRY_VERIFY(server.answer().constLast().startsWith("unbindsym"));
+        const auto commands = server.answer().size();
+        for (const auto &[type, content] : unbindingEvents) {
+            server.send(type, content);
+        }
+        server.send(Type::BindingEvent, bindingEvent("nop vellumo-tap"));
+        server.send(Type::WindowEvent, windowEvent("focus", xterm)); // after the other events
+        QTRY_COMPARE(windows.windowTitle(42), QString(u"x"_s));
+        QCOMPARE(server.answer().size(), commands);
         taps.reset();
         QTRY_VERIFY(server.answer().constLast().startsWith("unbindsym"));
         QCOMPARE(tapped.size(), 1);

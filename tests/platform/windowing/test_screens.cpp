@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QProcess>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
 #include <array>
@@ -73,6 +74,9 @@ private Q_SLOTS:
         QCOMPARE(visible(left), leftBefore);
         bar.destroy();
         QTRY_COMPARE(visible(right), rightBefore);
+        const QSignalSpy changed(&screens, &Screens::changed);
+        QTest::qWait(100); // nothing happens any more
+        QVERIFY2(changed.size() <= 1, qPrintable(QString::number(changed.size())));
     }
 };
 

@@ -1,10 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
+#include "platform/wayland/LayerShell.h"
+#include "platform/windowing/OwnPointer.h"
 #include "platform/windowing/PanelShape.h"
 #include "platform/windowing/ScreenCoordinates.h"
 #include "platform/windowing/ShadowImage.h"
 #include "platform/windowing/x11/WorkArea.h"
+#include <QMouseEvent>
 #include <QTest>
+#include <QWindow>
 
 using namespace vellumo;
 
@@ -12,6 +16,26 @@ class WindowGeometryTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    /// Of the pointer over a layer surface, whose position only a property knows.
+    void followsThePointer()
+    {
+        const OwnPointer pointer;
+        QWindow window;
+        const auto move = [&window](QPointF to) {
+            QMouseEvent event(QEvent::MouseMove, to, to, Qt::NoButton, Qt::NoButton,
+                              Qt::NoModifier);
+            QCoreApplication::sendEvent(&window, &event);
+        };
+        move({3, 4});
+        QVERIFY(!pointer.position());
+        window.setProperty(layerProperty::position, QPoint(100, 50));
+        move({5, 6});
+        QCOMPARE(pointer.position(), QPoint(105, 56));
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(&window, &leave);
+        QVERIFY(!pointer.position());
+    }
+
     void convertsBetweenOrigins_data()
     {
         QTest::addColumn<QRect>("main");
@@ -130,5 +154,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(WindowGeometryTest)
+QTEST_MAIN(WindowGeometryTest)
 #include "test_window_geometry.moc"

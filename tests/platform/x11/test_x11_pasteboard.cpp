@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QWindow>
@@ -169,7 +170,10 @@ private Q_SLOTS:
         QWindow window; // its events give the toolkit the server's time
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QGuiApplication::clipboard()->setText(u"our own text field"_s);
+        auto *contents = new QMimeData;
+        contents->setText(u"our own text field"_s);
+        contents->setHtml(u"<b>field</b>"_s);
+        QGuiApplication::clipboard()->setMimeData(contents);
         QElapsedTimer time;
         time.start();
         QCOMPARE(pasteboard_->string(QDeadlineTimer(3000)), u"our own text field"_s);
@@ -179,6 +183,10 @@ private Q_SLOTS:
         pasteboard_->write(*items);
         QCOMPARE(outputOf(u"xclip"_s, {u"-selection"_s, u"clipboard"_s, u"-o"_s}, {}, 20s),
                  "our own text field"_ba);
+        QCOMPARE(outputOf(u"xclip"_s,
+                          {u"-selection"_s, u"clipboard"_s, u"-t"_s, u"text/html"_s, u"-o"_s}, {},
+                          20s),
+                 "<b>field</b>"_ba);
     }
 
     void ownTextFieldsDoNotWaitForTheMainThread()

@@ -15,8 +15,8 @@ public:
     virtual ~CopyKeys() = default;
     Q_DISABLE_COPY_MOVE(CopyKeys)
 
-    /// Returns false before the compositor has answered, after the connection is lost, and if the
-    /// compositor lets nobody send keys.
+    /// Returns false before the compositor has answered, after the connection is lost, and where
+    /// the compositor does not accept keys from clients.
     [[nodiscard]] virtual bool areAvailable() const = 0;
 
     /// Sends the keys, without the modifiers that the user holds, and blocks until the compositor

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/wayland/client/DataControlClipboard.h"
 
+#include "platform/SelectionTypes.h"
 #include "platform/wayland/client/DataControlDevice.h"
 #include "platform/wayland/client/OfferReader.h"
 #include "platform/wayland/client/WaylandConnection.h"
@@ -20,28 +21,8 @@ constexpr qsizetype maxTypes = 256;
 /// A compositor answers within a millisecond.
 constexpr auto answerTimeout = 100ms;
 
-/// Types that are not contents: what X11 applications answer about a selection, requests for an
-/// action, and references to objects in the owner's memory or in the X server.
-bool isSkipped(const QByteArray &type)
-{
-    static const QSet<QByteArray> skipped{
-        "TARGETS"_ba,
-        "MULTIPLE"_ba,
-        "TIMESTAMP"_ba,
-        "SAVE_TARGETS"_ba,
-        "DELETE"_ba,
-        "INSERT_PROPERTY"_ba,
-        "INSERT_SELECTION"_ba,
-        "PIXMAP"_ba,
-        "BITMAP"_ba,
-        "DRAWABLE"_ba,
-        "COLORMAP"_ba,
-        "GTK_TEXT_BUFFER_CONTENTS"_ba,
-        "application/x-gtk-text-buffer-rich-text"_ba,
-        "application/x-qt-image"_ba,
-    };
-    return type.isEmpty() || skipped.contains(type);
-}
+/// GTK's description of its own text buffers, which is of use to no other process.
+const QByteArray gtkRichText = "application/x-gtk-text-buffer-rich-text"_ba;
 
 } // namespace
 
@@ -87,7 +68,7 @@ std::optional<QList<PasteboardItem>> DataControlClipboard::items(QDeadlineTimer 
     PasteboardItem item;
     qsizetype left = maxBytes;
     for (const QByteArray &type : offer->types) {
-        if (isSkipped(type)) {
+        if (!hasContents(type) || type == gtkRichText) {
             continue;
         }
         const auto bytes = readOffer(connection_, *offer, type, {left, deadline});

@@ -10,7 +10,7 @@ namespace vellumo {
 class WaylandConnection;
 
 /// Sends the copy keys from a keyboard that exists only meanwhile, through the protocol
-/// virtual-keyboard-unstable-v1. It has a keymap of its own with only these keys. Modifiers are
+/// virtual-keyboard-unstable-v1. Its keymap has only these keys. Modifiers are
 /// those of the keyboard that was used last, so that those of the user's have no effect.
 class VirtualKeyboard : public CopyKeys {
 public:
