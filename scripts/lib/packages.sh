@@ -11,7 +11,7 @@ packages_build=(
     qt6-svg-dev libgl-dev rapidjson-dev libssl-dev
     libxcb1-dev libxcb-xkb-dev libxcb-xinput-dev libxcb-xtest0-dev libxcb-xfixes0-dev
     libxcb-res0-dev libxcb-shape0-dev libxcb-ewmh-dev libxcb-damage0-dev libxcb-shm0-dev
-    libxkbcommon-dev libxkbcommon-x11-dev libwayland-dev
+    libxkbcommon-dev libxkbcommon-x11-dev libwayland-dev libsystemd-dev
 )
 # Runtime dependencies beyond the libraries of the development packages.
 packages_run=(
@@ -27,12 +27,12 @@ packages_desktop=(
 packages_backend=(libqt6sql6-sqlite desktop-file-utils)
 packages_test=(
     "${packages_desktop[@]}" "${packages_backend[@]}" qml6-module-qttest
-    xfwm4 mutter gnome-shell sway wtype grim xwayland kwin-x11 picom openssl gnome-keyring libsecret-tools xdotool xclip
+    xfwm4 mutter gnome-shell sway wtype grim xwayland kwin-x11 kwin-wayland picom openssl gnome-keyring libsecret-tools xdotool xclip
     chromium epiphany-browser mousepad gnome-text-editor evince xterm
     desktop-file-utils appstream libglib2.0-bin
 )
 # Building a package and checking its installation.
-packages_package=(dpkg-dev file desktop-file-utils appstream libglib2.0-bin)
+packages_package=(dpkg-dev file systemd desktop-file-utils appstream libglib2.0-bin)
 # libFuzzer is part of the compiler's runtime libraries.
 packages_fuzz=(clang libclang-rt-dev)
 packages_check=(clang-format clang-tidy shellcheck python3-graphql-core python3-yaml)
