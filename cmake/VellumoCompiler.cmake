@@ -41,6 +41,11 @@ target_compile_options(vellumo_options INTERFACE
     $<$<BOOL:${VELLUMO_WERROR}>:-Werror>
     $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
 
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # a source's anonymous namespace is in an included file there
+    add_compile_options(-Wno-subobject-linkage)
+endif()
+
 if(VELLUMO_SANITIZE)
     add_compile_options(-fsanitize=${VELLUMO_SANITIZE} -fno-omit-frame-pointer
                         -fno-sanitize-recover=all)

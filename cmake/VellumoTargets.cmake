@@ -34,19 +34,24 @@ function(vellumo_qml_library name)
         QML_FILES ${arg_QML_FILES}
         RESOURCES ${arg_RESOURCES}
         IMPORTS ${arg_IMPORTS})
-    # Generated code does not follow our warnings. The QML compiler's files are compiled as one: most
-    # of the time goes into Qt's headers, which each of them includes.
+    # Generated code does not follow our warnings, and sanitizers have nothing of ours to find in it. The
+    # QML compiler's files are compiled as one: most of the time goes into Qt's headers, which each of
+    # them includes.
+    set(generated -w)
+    if(VELLUMO_SANITIZE)
+        list(APPEND generated -fno-sanitize=all -O0)
+    endif()
     get_target_property(sources ${name} SOURCES)
     set(registrations ${sources})
     list(FILTER registrations INCLUDE REGEX "_qmltyperegistrations")
-    set_source_files_properties(${registrations} PROPERTIES COMPILE_OPTIONS "-w")
+    set_source_files_properties(${registrations} PROPERTIES COMPILE_OPTIONS "${generated}")
     list(FILTER sources INCLUDE REGEX "/qmlcache/")
     set_source_files_properties(${sources} PROPERTIES HEADER_FILE_ONLY ON)
     list(TRANSFORM sources REPLACE "${CMAKE_CURRENT_BINARY_DIR}/(.+)" "#include \"\\1\"\n")
     string(JOIN "" includes ${sources})
     set(combined ${CMAKE_CURRENT_BINARY_DIR}/${name}_qmlcache.cpp)
     file(CONFIGURE OUTPUT ${combined} CONTENT "@includes@" @ONLY)
-    set_source_files_properties(${combined} PROPERTIES COMPILE_OPTIONS "-w" SKIP_AUTOGEN ON)
+    set_source_files_properties(${combined} PROPERTIES COMPILE_OPTIONS "${generated}" SKIP_AUTOGEN ON)
     target_sources(${name} PRIVATE ${combined})
     # the generated type registration includes the headers by their bare names
     target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})

@@ -27,7 +27,7 @@ packages_desktop=(
 packages_backend=(libqt6sql6-sqlite desktop-file-utils)
 packages_test=(
     "${packages_desktop[@]}" "${packages_backend[@]}" qml6-module-qttest
-    xfwm4 mutter gnome-shell sway wtype grim xwayland kwin-x11 kwin-wayland picom openssl gnome-keyring libsecret-tools xdotool xclip
+    xfwm4 mutter gnome-shell sway wtype grim xwayland kwin-x11 kwin-wayland libkf5config-bin picom openssl gnome-keyring libsecret-tools xdotool xclip
     chromium epiphany-browser mousepad gnome-text-editor evince xterm
     desktop-file-utils appstream libglib2.0-bin
 )
