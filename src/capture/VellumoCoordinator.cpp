@@ -25,15 +25,6 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
-namespace {
-
-bool isBlank(const QString &text)
-{
-    return QStringView(text).trimmed().isEmpty();
-}
-
-} // namespace
-
 VellumoCoordinator::VellumoCoordinator(const Collaborators &collaborators, QObject *parent)
     : QObject(parent)
     , with_(collaborators)
@@ -204,7 +195,7 @@ void VellumoCoordinator::seedTranscript(const QString &selectedText,
                                         const ExplanationResult &result)
 {
     QStringList parts = {result.translation, result.explanation};
-    parts.removeIf(isBlank);
+    parts.removeIf([](const QString &part) { return part.trimmed().isEmpty(); });
     conversation_ = std::make_shared<Conversation>();
     conversation_->transcript = {
         {ChatTurn::Role::user, text(u"Selected text: "_s, u"选中的内容:"_s) + selectedText},

@@ -22,7 +22,7 @@ constexpr int replyTimeoutMs = 150;
 constexpr auto titleTime = 50ms;
 
 /// How often an application that does not answer is asked again, with doubling pauses.
-constexpr int maxAttempts = 5;
+constexpr int maxQuestions = 5;
 constexpr auto attemptPause = 250ms;
 
 /// For the search at the start, when no event has been seen yet.
@@ -167,7 +167,7 @@ void ActiveFrames::take(const Candidate &candidate)
         return; // before waiting for an answer of this process
     }
     const QDBusReply<quint32> role = QDBusPendingCall(candidate.role);
-    if (role.error().type() == QDBusError::NoReply && candidate.attempt < maxAttempts) {
+    if (role.error().type() == QDBusError::NoReply && candidate.attempt < maxQuestions) {
         // An application that starts or loads is busy. Until it answers, it is not known.
         leave(frame_);
         candidates_.append(candidate);

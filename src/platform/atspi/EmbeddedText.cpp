@@ -12,7 +12,7 @@ namespace vellumo {
 namespace {
 
 constexpr char16_t byteOrderMark = u'\uFEFF'; ///< some browsers pad characters beyond the BMP
-constexpr int maxNesting = 64;
+constexpr int maxEmbedding = 64;
 /// More objects than the deadline allows to ask, few enough for the memory.
 constexpr size_t maxEmbeddedObjects = 4096;
 
@@ -106,7 +106,7 @@ private:
 void Assembly::fill(Piece &root)
 {
     Level level{&root};
-    for (int depth = 0; depth < maxNesting && !level.empty(); ++depth) {
+    for (int depth = 0; depth < maxEmbedding && !level.empty(); ++depth) {
         if (depth > 0) {
             chooseSlices(level);
         }

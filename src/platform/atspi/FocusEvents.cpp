@@ -9,7 +9,7 @@ namespace vellumo {
 namespace {
 
 // Maximum number of applications; the oldest guesses are the least useful.
-constexpr qsizetype maxApplications = 64;
+constexpr qsizetype maxFollowed = 64;
 constexpr qsizetype maxAwakened = 1024;
 
 // Dragging the mouse causes dozens of changes; these reach back beyond a double tap.
@@ -79,7 +79,7 @@ ObjectReference FocusEvents::focusedBefore(const QString &service) const
 
 void FocusEvents::remember(const ObjectReference &focused)
 {
-    if (focused_.size() >= maxApplications && !focused_.contains(focused.service)) {
+    if (focused_.size() >= maxFollowed && !focused_.contains(focused.service)) {
         clear();
     }
     focused_.insert(focused.service, focused);
@@ -99,7 +99,7 @@ void FocusEvents::wake(const ObjectReference &object)
 
 void FocusEvents::noteSelectionChange(const QString &service)
 {
-    if (selectionChanges_.size() >= maxApplications && !selectionChanges_.contains(service)) {
+    if (selectionChanges_.size() >= maxFollowed && !selectionChanges_.contains(service)) {
         selectionChanges_.clear();
     }
     QList<qint64> &times = selectionChanges_[service];

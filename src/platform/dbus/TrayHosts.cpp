@@ -16,7 +16,7 @@ namespace {
 
 constexpr auto watcherService = "org.kde.StatusNotifierWatcher"_L1;
 constexpr auto watcherPath = "/StatusNotifierWatcher"_L1;
-constexpr int askTimeoutMs = 5000;
+constexpr int hostTimeoutMs = 5000;
 
 } // namespace
 
@@ -49,7 +49,7 @@ void TrayHosts::ask()
         watcherService, watcherPath, u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
     question << QString(watcherService) << u"IsStatusNotifierHostRegistered"_s;
     question.setAutoStartService(false);
-    auto *call = new QDBusPendingCallWatcher(bus_->asyncCall(question, askTimeoutMs), this);
+    auto *call = new QDBusPendingCallWatcher(bus_->asyncCall(question, hostTimeoutMs), this);
     connect(call, &QDBusPendingCallWatcher::finished, this,
             [this, number = ++asked_](QDBusPendingCallWatcher *finished) {
                 finished->deleteLater();

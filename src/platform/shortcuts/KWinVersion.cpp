@@ -14,7 +14,7 @@ namespace vellumo {
 
 namespace {
 
-constexpr int answerTimeoutMs = 5000;
+constexpr int versionTimeoutMs = 5000;
 
 /// Returns the version in the text for bug reports, in which this line is not translated.
 QVersionNumber versionIn(const QString &supportInformation)
@@ -44,7 +44,7 @@ void KWinVersion::ask()
     auto *call = new QDBusPendingCallWatcher(
         bus_.asyncCall(QDBusMessage::createMethodCall(owner, u"/KWin"_s, u"org.kde.KWin"_s,
                                                       u"supportInformation"_s),
-                       answerTimeoutMs),
+                       versionTimeoutMs),
         this);
     connect(call, &QDBusPendingCallWatcher::finished, this, [this, call, owner] {
         call->deleteLater();
