@@ -28,14 +28,18 @@ target_link_libraries(vellumo_test_pch PUBLIC vellumo_options vellumo_test_optio
 target_precompile_headers(vellumo_test_pch PRIVATE
     <QFile> <QJsonDocument> <QJsonObject> <QSignalSpy> <QTemporaryDir> <QTest>
     <functional> <memory> <optional> <utility> <variant>)
+if(Qt6_VERSION VERSION_GREATER_EQUAL 6.5)
+    # Qt no longer requires programs to be compiled as libraries are, and the header must be as they are.
+    set_target_properties(vellumo_test_pch PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+    target_compile_options(vellumo_test_pch PRIVATE -fPIE)
+endif()
 
 function(vellumo_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;SERIAL;QUICK;WIDGETS" "WM;TIMEOUT" "SOURCES;LINK;OPTIONS;LABELS")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE vellumo_options vellumo_test_options ${arg_LINK})
-    # Qt's test headers read otherwise with widgets. From Qt 6.5 on, programs are compiled as
-    # position-independent executables, and the library with the header is not.
-    if(NOT arg_WIDGETS AND Qt6_VERSION VERSION_LESS 6.5)
+    # Qt's test headers read otherwise with widgets.
+    if(NOT arg_WIDGETS)
         target_precompile_headers(${name} REUSE_FROM vellumo_test_pch)
     endif()
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/tools)
