@@ -4,6 +4,7 @@
 #include "app/CaptureWiring.h"
 
 #include "app/Foundation.h"
+#include "notes/NotesStoring.h"
 
 namespace vellumo {
 
@@ -11,6 +12,7 @@ CaptureWiring::CaptureWiring(Foundation &with, AIExplaining &aiService, NotesSto
                              const QString &notesFolder)
     : resultPanel_(with.windows, with.screens, with.platform.events(), with.texts)
     , unsavedNotes_({.store = notesStore, .panel = resultPanel_, .texts = with.texts}, notesFolder)
+    , openNote_(notesFolder)
     , notesEntrance_({.windows = with.windows,
                       .screens = with.screens,
                       .monitors = with.platform.events(),
@@ -45,6 +47,15 @@ CaptureWiring::CaptureWiring(Foundation &with, AIExplaining &aiService, NotesSto
                      &UnsavedNotes::panelClosed);
     QObject::connect(&unsavedNotes_, &UnsavedNotes::noticed, &coordinator_,
                      &VellumoCoordinator::showNotice);
+    QObject::connect(&coordinator_, &VellumoCoordinator::noteOpened, &coordinator_,
+                     [this](const NoteWithContext &note) { openNote_.keep(note); });
+    QObject::connect(&coordinator_, &VellumoCoordinator::noteClosed, &coordinator_,
+                     [this, &notesStore](const QUuid &id) {
+                         if (!notesStore.saveFailure()) {
+                             openNote_.drop(id);
+                         }
+                     });
+    openNote_.recover(notesStore);
 }
 
 } // namespace vellumo

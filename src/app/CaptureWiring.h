@@ -8,6 +8,7 @@
 #include "capture/ReadingBudget.h"
 #include "capture/TriggerManager.h"
 #include "capture/VellumoCoordinator.h"
+#include "notes/OpenNote.h"
 #include "panel/ResultPanelController.h"
 #include "pill/NotesEntranceController.h"
 
@@ -32,6 +33,7 @@ private:
     // In the order in which they are built; each may use those above it.
     ResultPanelController resultPanel_;
     UnsavedNotes unsavedNotes_;
+    OpenNote openNote_;
     NotesEntranceController notesEntrance_;
     ReadingBudget readingBudget_;
     AccessibilitySelectionReader selectionReader_;

@@ -112,6 +112,7 @@ VellumoCoordinator::Place VellumoCoordinator::findPlace()
         *place = context;
         if (place == shownPlace_) {
             with_.resultPanelController.showContext(context);
+            announceOpenNote();
         }
     });
     return place;
@@ -168,13 +169,21 @@ void VellumoCoordinator::showExplanation(const ExplanationResult &result, Sample
                                          const QString &selection, const Place &place)
 {
     seedTranscript(selection, result);
+    const ReadingNote note{QUuid::createUuid(),
+                           selection,
+                           result.translation,
+                           result.explanation,
+                           with_.clock.secondsSinceReferenceDate(),
+                           {}};
     const QPointer<VellumoCoordinator> self(this);
     present(IslandContent::result(result, selection, {}, samples), place,
-            [self, conversation = conversation_, result, selection, place] {
+            [self, conversation = conversation_, note, place] {
                 if (self) {
-                    self->handleResultDismissed(*conversation, result, selection, *place);
+                    self->handleResultDismissed(*conversation, note, *place);
                 }
             });
+    openNote_ = note;
+    announceOpenNote();
     if (onExplanationShown) {
         onExplanationShown();
     }
@@ -219,6 +228,10 @@ void VellumoCoordinator::handleFollowUp(const QString &question)
             }
             if (answer.isOk()) {
                 conversation->transcript.append({ChatTurn::Role::assistant, answer.value()});
+                if (openNote_) {
+                    openNote_->followUps = conversation->followUps();
+                    announceOpenNote();
+                }
                 if (conversation->keepsLatest()) {
                     with_.resultPanelController.showFollowUpAnswer(answer.value());
                 } else {
@@ -232,22 +245,32 @@ void VellumoCoordinator::handleFollowUp(const QString &question)
         });
 }
 
-void VellumoCoordinator::handleResultDismissed(Conversation &conversation,
-                                               const ExplanationResult &result,
-                                               const QString &sourceText,
+void VellumoCoordinator::announceOpenNote()
+{
+    if (openNote_ && shownPlace_ && *shownPlace_) {
+        Q_EMIT noteOpened({*openNote_, **shownPlace_});
+    }
+}
+
+void VellumoCoordinator::closeNote(const QUuid &id)
+{
+    if (openNote_ && openNote_->id == id) {
+        openNote_.reset();
+    }
+    Q_EMIT noteClosed(id);
+}
+
+void VellumoCoordinator::handleResultDismissed(Conversation &conversation, ReadingNote note,
                                                const std::optional<ReadingContext> &context)
 {
     conversation.isOver = true;
     if (context) {
-        const ReadingNote note{QUuid::createUuid(),
-                               sourceText,
-                               result.translation,
-                               result.explanation,
-                               with_.clock.secondsSinceReferenceDate(),
-                               conversation.followUps()};
+        note.createdAt = with_.clock.secondsSinceReferenceDate();
+        note.followUps = conversation.followUps();
         with_.notesStore.add(note, *context);
         noteSaved(note);
     }
+    closeNote(note.id);
     updateNotesEntrance();
 }
 
@@ -302,6 +325,7 @@ void VellumoCoordinator::reopenNote(const ReadingNote &note, const ReadingContex
                     self->handleReopenedNoteDismissed(*conversation, note, context, baseline);
                 }
             });
+    openNote_ = note;
 }
 
 void VellumoCoordinator::handleReopenedNoteDismissed(Conversation &conversation, ReadingNote note,
@@ -319,6 +343,7 @@ void VellumoCoordinator::handleReopenedNoteDismissed(Conversation &conversation,
         with_.notesStore.update(note, stored ? stored->context : context);
         noteSaved(note);
     }
+    closeNote(note.id);
     updateNotesEntrance();
 }
 

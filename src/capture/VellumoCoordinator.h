@@ -89,6 +89,13 @@ public:
     /// follow-up question with its answer, if there is one.
     [[nodiscard]] QList<ChatTurn> followUpTranscript() const;
 
+Q_SIGNALS:
+    /// Emitted when the panel shows an answer that becomes a note, or changes one, once it closes;
+    /// and again with each follow-up.
+    void noteOpened(const vellumo::NoteWithContext &note);
+    /// Emitted when the panel with this note has closed, and the store has the note.
+    void noteClosed(const QUuid &id);
+
 private:
     /// The place of what is shown, shared so that a search can refine it.
     using Place = std::shared_ptr<std::optional<ReadingContext>>;
@@ -106,14 +113,15 @@ private:
 
     void seedTranscript(const QString &selectedText, const ExplanationResult &result);
     void handleFollowUp(const QString &question);
-    void handleResultDismissed(Conversation &conversation, const ExplanationResult &result,
-                               const QString &sourceText,
+    void handleResultDismissed(Conversation &conversation, ReadingNote note,
                                const std::optional<ReadingContext> &context);
 
     void reopenLatest(const NoteWithContext &pair);
     void reopenNote(const ReadingNote &note, const ReadingContext &context);
     void handleReopenedNoteDismissed(Conversation &conversation, ReadingNote note,
                                      const ReadingContext &context, qsizetype baselineFollowUps);
+    void announceOpenNote();
+    void closeNote(const QUuid &id);
     void noteSaved(const ReadingNote &note);
     void updateNotesEntrance();
 
@@ -123,6 +131,7 @@ private:
     Collaborators with_;
     std::optional<ReadingContext> currentContext_;
     Place shownPlace_; ///< place of what was shown last; null if it has none
+    std::optional<ReadingNote> openNote_; ///< as the store would get it if the panel closed now
     int presentations_ = 0; ///< number of times that a panel was shown while none was on screen
     /// Conversation of the last answer; null before the first.
     std::shared_ptr<Conversation> conversation_;

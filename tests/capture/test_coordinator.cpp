@@ -326,6 +326,39 @@ private Q_SLOTS:
                  (QStringList{u"Q3=A3"_s, u"Q4=A4"_s, u"Q5=A5"_s}));
     }
 
+    void announcesTheNoteOfTheOpenPanel()
+    {
+        QStringList heard;
+        connect(&with_->coordinator, &VellumoCoordinator::noteOpened, &with_->coordinator,
+                [&heard](const NoteWithContext &open) {
+                    heard.append(open.note.sourceText + u' ' + open.context.displayName + u' '
+                                 + questions(open.note).join(u','));
+                });
+        connect(&with_->coordinator, &VellumoCoordinator::noteClosed, &with_->coordinator,
+                [&](const QUuid &id) {
+                    heard.append(with_->store.find(id) ? u"closed"_s : u"closed, not stored"_s);
+                });
+        const auto take = [&heard] { return std::exchange(heard, {}); };
+
+        with_->tracker.context.reset();
+        explainSelection(u"x"_s);
+        QCOMPARE(take(), QStringList()); // nowhere to keep it
+        with_->tracker.refined(page);
+        ask(u"Q1"_s);
+        with_->explainer.followUps[0].answer(u"A1"_s);
+        QCOMPARE(take(), (QStringList{u"x a.test "_s, u"x a.test Q1=A1"_s}));
+        with_->panel.dismiss();
+        QCOMPARE(take(), QStringList{u"closed"_s});
+
+        with_->coordinator.reopenNote(with_->store.notes.at(0).note.id);
+        QCOMPARE(take(), QStringList()); // stored as it is
+        ask(u"Q2"_s);
+        with_->explainer.followUps[1].answer(u"A2"_s);
+        QCOMPARE(take(), QStringList{u"x a.test Q1=A1,Q2=A2"_s});
+        with_->coordinator.showNotice(IslandContent::loading(u"y"_s)); // replaces it
+        QCOMPARE(take(), QStringList{u"closed"_s});
+    }
+
     void demoModeReadsNothing()
     {
         int demos = 0;

@@ -178,6 +178,30 @@ private Q_SLOTS:
         QCOMPARE(vellumo_->notes().size(), 1);
     }
 
+    /// As when the window system crashes, which ends the program at once.
+    void keepsTheNoteWhenItIsKilled()
+    {
+        QVERIFY(editor_->open());
+        desktop_.doubleTap();
+        QVERIFY(vellumo_->waitForAnswer());
+        QVERIFY(vellumo_->ask(u"Why"_s));
+        QVERIFY(vellumo_->waitForText(u"「Why」"_s));
+        QVERIFY(waitUntil([this] {
+            const auto open = vellumo_->openNote();
+            return open.size() == 1 && open.constFirst()["followUps"_L1].toArray().size() == 1;
+        }));
+        vellumo_->process().signal(SIGKILL);
+        QVERIFY(vellumo_->process().waitForEnd(patience));
+        QVERIFY(vellumo_->notes().isEmpty());
+
+        QVERIFY(vellumo_->start());
+        QVERIFY(vellumo_->waitForNotes(1));
+        const QJsonObject note = vellumo_->notes().constFirst();
+        QCOMPARE(note["sourceText"_L1].toString(), sentence);
+        QCOMPARE(note["followUps"_L1].toArray().size(), 1);
+        QVERIFY(vellumo_->openNote().isEmpty());
+    }
+
 private:
     void prepare() override { QVERIFY(vellumo_->start()); }
 };

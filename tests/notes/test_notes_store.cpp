@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "notes/NotesStore.h"
+#include "notes/OpenNote.h"
 
 #include <QDir>
 #include <QFile>
@@ -382,6 +383,51 @@ private Q_SLOTS:
         store.add(makeNote(u"1"_s, 1), page);
         QVERIFY(QFileInfo(path()).isSymLink());
         QCOMPARE(NotesStore(elsewhere).allNotes().size(), 1);
+    }
+
+    void openNoteOutlivesItsProgram_data()
+    {
+        QTest::addColumn<int>("stored"); // follow-ups in the store; negative without the note
+        QTest::addColumn<int>("expected");
+        QTest::newRow("unknown") << -1 << 2;
+        QTest::newRow("known with fewer") << 1 << 2;
+        QTest::newRow("known with more") << 3 << 3;
+    }
+
+    void openNoteOutlivesItsProgram()
+    {
+        QFETCH(int, stored);
+        QFETCH(int, expected);
+        ReadingNote note = makeNote(u"open"_s, 5, 2);
+        const QString folder = QFileInfo(path()).path();
+        {
+            OpenNote open(folder);
+            open.keep({makeNote(u"earlier"_s, 4), page});
+            open.keep({note, page});
+            open.drop(QUuid::createUuid()); // an earlier panel closes late
+        }
+        NotesStore store(path());
+        if (stored >= 0) {
+            ReadingNote known = note;
+            known.followUps = makeNote({}, 0, stored).followUps;
+            store.add(known, page);
+        }
+        OpenNote open(folder);
+        open.recover(store);
+        QCOMPARE(store.noteCount(), 1);
+        QCOMPARE(store.allNotes().constFirst().id, note.id);
+        QCOMPARE(store.allNotes().constFirst().followUps.size(), expected);
+        QCOMPARE(NotesStore(path()).noteCount(), 1);
+        QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{u"notes.json"_s});
+
+        note = makeNote(u"closed"_s, 6);
+        {
+            OpenNote last(folder);
+            last.keep({note, page});
+            last.drop(note.id);
+        }
+        open.recover(store);
+        QCOMPARE(store.noteCount(), 1);
     }
 
 private:

@@ -219,10 +219,10 @@ bool Program::ask(const QString &question) const
     return true;
 }
 
-QList<QJsonObject> Program::notes() const
+QList<QJsonObject> Program::notesIn(const QString &path)
 {
     QList<QJsonObject> found;
-    QFile file(notesFile());
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return found;
     const QJsonObject store = QJsonDocument::fromJson(file.readAll()).object();

@@ -80,7 +80,12 @@ public:
         return dataHome_ + QStringLiteral("/vellumo/notes.json");
     }
     /// Returns every note in the file, each with its "context" beside its fields.
-    [[nodiscard]] QList<QJsonObject> notes() const;
+    [[nodiscard]] QList<QJsonObject> notes() const { return notesIn(notesFile()); }
+    /// Returns the note that the program keeps while its panel is open.
+    [[nodiscard]] QList<QJsonObject> openNote() const
+    {
+        return notesIn(dataHome_ + QStringLiteral("/vellumo/open-note.json"));
+    }
     [[nodiscard]] bool waitForNotes(qsizetype count) const
     {
         return waitUntil([&] { return notes().size() == count; });
@@ -89,6 +94,8 @@ public:
     [[nodiscard]] bool writeNotes(const QJsonArray &notes) const;
 
 private:
+    [[nodiscard]] static QList<QJsonObject> notesIn(const QString &path);
+
     const Desktop &desktop_;
     QString path_;
     QStringList wrapper_;
