@@ -238,6 +238,15 @@ QList<QJsonObject> Program::notesIn(const QString &path)
     return found;
 }
 
+bool Program::waitForPlace(const QString &text) const
+{
+    return waitUntil([&] {
+        const auto open = openNote();
+        return !open.isEmpty()
+            && open.constFirst()["context"_L1]["displayName"_L1].toString().contains(text);
+    });
+}
+
 bool Program::writeNotes(const QJsonArray &notes) const
 {
     const QJsonObject context{{u"key"_s, u"web-url:https://a.test/"_s},

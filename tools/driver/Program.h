@@ -90,6 +90,8 @@ public:
     {
         return waitUntil([&] { return notes().size() == count; });
     }
+    /// Waits until the note of the open panel is filed under a name with this text.
+    [[nodiscard]] bool waitForPlace(const QString &text) const;
     /// Makes a file with these notes, all of the page https://a.test/.
     [[nodiscard]] bool writeNotes(const QJsonArray &notes) const;
 

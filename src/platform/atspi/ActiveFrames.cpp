@@ -21,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 constexpr int replyTimeoutMs = 150;
 constexpr auto titleTime = 50ms;
 
-/// How often an application that does not answer is asked again, with doubling pauses.
+/// Number of times that an application that does not answer is asked, with doubling pauses.
 constexpr int maxQuestions = 5;
 constexpr auto attemptPause = 250ms;
 
@@ -131,16 +131,19 @@ QDBusPendingCall ActiveFrames::ask(const ObjectReference &object, const char *in
                : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, QString()));
 }
 
+QDBusPendingCall ActiveFrames::askName(const ObjectReference &frame)
+{
+    return ask(Atspi::rootOf(frame.service), Atspi::properties, "Get",
+               {QString::fromLatin1(Atspi::accessible), QStringLiteral("Name")});
+}
+
 void ActiveFrames::consider(const ObjectReference &object, Clock::time_point since, int attempt)
 {
     candidates_.removeIf([&](const Candidate &candidate) { return candidate.object == object; });
-    candidates_.append(
-        Candidate{object, since, ask(object, Atspi::accessible, "GetRole"),
-                  ask(Atspi::busDaemon(), Atspi::busInterface, "GetConnectionUnixProcessID",
-                      {object.service}),
-                  ask(Atspi::rootOf(object.service), Atspi::properties, "Get",
-                      {QString::fromLatin1(Atspi::accessible), QStringLiteral("Name")}),
-                  attempt, false});
+    candidates_.append(Candidate{object, since, ask(object, Atspi::accessible, "GetRole"),
+                                 ask(Atspi::busDaemon(), Atspi::busInterface,
+                                     "GetConnectionUnixProcessID", {object.service}),
+                                 askName(object), attempt, false});
     auto *watcher = new QDBusPendingCallWatcher(candidates_.constLast().name, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, object] {
         watcher->deleteLater();
@@ -203,7 +206,40 @@ void ActiveFrames::take(const Candidate &candidate)
         connect(&*frontService_, &QDBusServiceWatcher::serviceUnregistered, this,
                 [this] { leave(frame_); });
     }
+    if (name.error().type() == QDBusError::NoReply) {
+        askNameAgain(candidate.attempt);
+    }
     Q_EMIT changed();
+}
+
+void ActiveFrames::askNameAgain(int attempt)
+{
+    if (attempt == maxQuestions) {
+        return;
+    }
+    const auto isInFront = [this, frame = frame_] {
+        return front_ && front_->isActive && frame_ == frame;
+    };
+    QTimer::singleShot(attemptPause * (1 << attempt), this, [this, attempt, isInFront] {
+        if (!isInFront()) {
+            return;
+        }
+        auto *watcher = new QDBusPendingCallWatcher(askName(frame_), this);
+        connect(watcher, &QDBusPendingCallWatcher::finished, this,
+                [this, watcher, attempt, isInFront] {
+                    watcher->deleteLater();
+                    const QDBusReply<QVariant> name = *watcher;
+                    if (!isInFront()) {
+                        return;
+                    }
+                    if (name.error().type() == QDBusError::NoReply) {
+                        askNameAgain(attempt + 1);
+                    } else if (name.isValid()) {
+                        front_->applicationName = name.value().toString();
+                        Q_EMIT changed();
+                    }
+                });
+    });
 }
 
 void ActiveFrames::leave(const ObjectReference &object)

@@ -53,6 +53,9 @@ private:
     void settle(const ObjectReference &object);
     void take(const Candidate &candidate);
     void leave(const ObjectReference &object);
+    [[nodiscard]] QDBusPendingCall askName(const ObjectReference &frame);
+    /// Asks the application in front for its name, which it did not report in time.
+    void askNameAgain(int attempt);
     [[nodiscard]] QDBusPendingCall ask(const ObjectReference &object, const char *interface,
                                        const char *method, const QVariantList &arguments = {});
 

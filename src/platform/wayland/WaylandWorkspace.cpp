@@ -57,7 +57,8 @@ void WaylandWorkspace::look()
         }
         return;
     }
-    const bool isNew = !window_ || window_->since != window->since;
+    const bool isNew = !window_ || window_->since != window->since
+        || window_->applicationName != window->applicationName;
     if (isNew || (!wasDescribed_ && x11_.entries().isRead())) {
         window_ = window;
         wasDescribed_ = x11_.entries().isRead();
@@ -79,9 +80,10 @@ RunningApplication WaylandWorkspace::describe(const FrontWindow &window) const
     RunningApplication application;
     application.processIdentifier = window.processIdentifier;
     const DesktopEntry *entry = x11_.entries().find(window.applicationId, {}, {});
+    const QString program = programName(window.processIdentifier);
     if (entry == nullptr) {
         entry = x11_.entries().find(startedApplicationId(window.processIdentifier),
-                                    window.applicationName, programName(window.processIdentifier));
+                                    window.applicationName, program);
     }
     if (entry != nullptr) {
         application.bundleIdentifier = entry->id;
@@ -89,6 +91,8 @@ RunningApplication WaylandWorkspace::describe(const FrontWindow &window) const
         application.isTextEditor = entry->isTextEditor;
     } else if (!window.applicationName.isEmpty()) {
         application.localizedName = window.applicationName;
+    } else if (!program.isEmpty()) {
+        application.localizedName = program; // until it reports its name
     }
     return application;
 }
