@@ -51,12 +51,13 @@ private Q_SLOTS:
         QVERIFY(desk.open(application));
         const WindowId window = desk.desktop.activeWindow();
 
-        // keys reach a window some time after it has the focus: press them until they act
+        // Keys reach a window some time after it has the focus: press them until they act. The wait
+        // is long, because repeated keys change the selection while it is read.
         const auto selects = [&desk](const std::function<void()> &keys, const QString &expected) {
             return waitUntil(
                 [&] {
                     keys();
-                    return waitUntil([&] { return desk.primary() == expected; }, 500ms);
+                    return waitUntil([&] { return desk.primary() == expected; }, 2s);
                 },
                 10s);
         };
