@@ -67,6 +67,8 @@ void VellumoCoordinator::start()
                 self, [self] { self->handleTrigger(); }, Qt::QueuedConnection);
         }
     };
+    connect(&with_.notesStore, &NotesStoring::vellumoNotesDidChange, this,
+            &VellumoCoordinator::updateNotesEntrance);
     with_.triggerManager.start();
     updateNotesEntrance();
 }
@@ -303,6 +305,9 @@ void VellumoCoordinator::reopenLatest(const NoteWithContext &pair)
 {
     // Save what is on screen first: it may be this note with new follow-ups.
     with_.resultPanelController.dismiss();
+    if (with_.notesStore.isDeleted(pair.note.id)) {
+        return;
+    }
     const auto latest = with_.notesStore.find(pair.note.id);
     reopenNote(latest ? latest->note : pair.note, pair.context);
 }

@@ -13,6 +13,8 @@ Item {
     required property bool isFromHome
     required property bool english
 
+    signal deletionAsked
+
     height: actions.anchors.topMargin + actions.height
 
     TextButton {
@@ -28,10 +30,11 @@ Item {
     Flow {
         id: actions
 
-        readonly property int needed: copy.width + ask.width + Units.space8
+        readonly property int needed: remove.width + copy.width + ask.width + 2 * Units.space8
             + (open.visible ? open.width + Units.space8 : 0)
-        readonly property bool fits: back.width + copy.implicitWidth + ask.implicitWidth
-            + (open.visible ? open.implicitWidth : 0) + 4 * Units.space8 <= bar.width
+        readonly property bool fits: back.width + remove.implicitWidth + copy.implicitWidth
+            + ask.implicitWidth + (open.visible ? open.implicitWidth : 0) + 5 * Units.space8
+            <= bar.width
 
         anchors.top: parent.top
         anchors.topMargin: actions.fits ? 0 : back.height + Units.space8
@@ -39,6 +42,15 @@ Item {
         width: actions.fits ? actions.needed : bar.width - Units.space12
         spacing: Units.space8
 
+        TextButton {
+            id: remove
+
+            objectName: "delete"
+            quiet: true
+            icon: "delete"
+            text: bar.english ? "Delete" : "删除"
+            onClicked: bar.deletionAsked()
+        }
         TextButton {
             id: open
 

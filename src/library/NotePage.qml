@@ -17,8 +17,11 @@ FocusScope {
     readonly property int sidePadding: Math.max(Units.space24,
                                                 Math.round((page.width - Units.noteWidth) / 2))
 
+    signal deletionAsked
+
     Keys.onEscapePressed: page.note.close()
     Keys.onBackPressed: page.note.close()
+    Keys.onDeletePressed: page.deletionAsked()
     Keys.onPressed: event => { event.accepted = reader.scrollByKey(event.key) }
 
     Connections {
@@ -41,6 +44,7 @@ FocusScope {
         note: page.note
         isFromHome: page.isFromHome
         english: page.english
+        onDeletionAsked: page.deletionAsked()
     }
 
     FollowingFlickable {

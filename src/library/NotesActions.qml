@@ -4,17 +4,19 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// The buttons to select notes and to export them.
+/// The buttons to select notes, and to delete or export them.
 Flow {
     id: actions
 
     required property NoteSelection selection
+    required property NoteDeletion deletion
     required property NotesExporter exporter
     required property bool english
 
     /// The width of all buttons in one line.
-    readonly property int oneLine: all.implicitWidth * (all.visible ? 1 : 0) + select.implicitWidth
-        + save.implicitWidth + (all.visible ? 2 : 1) * actions.spacing
+    readonly property int oneLine: select.implicitWidth + save.implicitWidth + actions.spacing
+        + (actions.selection.isActive
+            ? all.implicitWidth + remove.implicitWidth + 2 * actions.spacing : 0)
 
     /// Emitted when the button has turned selection mode on.
     signal selecting
@@ -32,6 +34,20 @@ Flow {
         onVisibleChanged: {
             if (!visible && activeFocus)
                 select.forceActiveFocus(Qt.OtherFocusReason)
+        }
+    }
+    TextButton {
+        id: remove
+
+        objectName: "deleteSelected"
+        visible: actions.selection.isActive
+        quiet: true
+        icon: "delete"
+        text: actions.english ? "Delete" : "删除"
+        enabled: actions.selection.count > 0
+        onClicked: {
+            select.forceActiveFocus(Qt.OtherFocusReason)
+            actions.deletion.deleteSelected()
         }
     }
     TextButton {

@@ -10,13 +10,13 @@ FocusScope {
     id: list
 
     required property NotesLibrary library
+    required property NoteDeletion deletion
     required property bool english
     required property int sidePadding
 
     readonly property NoteSelection selection: list.library.selection
 
     signal noteChosen(row: int)
-
     property real keptY: 0
     property string keptId: ""
 
@@ -64,6 +64,19 @@ FocusScope {
             list.selection.toggle(row)
     }
 
+    /// Deletes the selected notes, or else the current one, and moves to its neighbour.
+    function remove(): void {
+        if (list.selection.isActive) {
+            list.deletion.deleteSelected()
+            return
+        }
+        const id = list.library.idAt(rows.currentIndex)
+        list.step(1)
+        if (list.library.idAt(rows.currentIndex) === id)
+            list.step(-1)
+        list.deletion.deleteNote(id)
+    }
+
     Connections {
         target: list.library
 
@@ -103,6 +116,7 @@ FocusScope {
             if (activeFocus && currentIndex < 0)
                 list.step(1)
         }
+        Keys.onDeletePressed: list.remove()
         Keys.onPressed: event => {
             const page = Math.max(1, Math.floor(rows.height / (Units.noteRow + Units.space8)) - 1)
             const steps = {

@@ -9,6 +9,7 @@ FocusScope {
     id: page
 
     required property NotesLibrary library
+    required property NoteDeletion deletion
     required property NotesExporter exporter
     required property BilingualText texts
 
@@ -92,6 +93,7 @@ FocusScope {
             width: fits ? oneLine : top.width + Units.space12
             visible: page.library.total > 0
             selection: page.selection
+            deletion: page.deletion
             exporter: page.exporter
             english: page.english
             onSelecting: list.forceActiveFocus(Qt.OtherFocusReason)
@@ -158,6 +160,7 @@ FocusScope {
         anchors.right: parent.right
         visible: page.library.found > 0
         library: page.library
+        deletion: page.deletion
         english: page.english
         sidePadding: page.sidePadding
         onNoteChosen: row => page.noteChosen(row)

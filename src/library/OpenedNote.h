@@ -20,6 +20,7 @@ class OpenedNote : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
+    Q_PROPERTY(QString noteId READ noteId NOTIFY changed)
     Q_PROPERTY(QString sourceText READ sourceText NOTIFY changed)
     Q_PROPERTY(QString translation READ translation NOTIFY changed)
     Q_PROPERTY(QString explanation READ explanation NOTIFY changed)
@@ -40,6 +41,8 @@ public:
     Q_INVOKABLE void close();
 
     [[nodiscard]] bool isOpen() const { return entry_.has_value(); }
+    /// Returns the id of the open note; empty without one.
+    [[nodiscard]] QString noteId() const { return entry_ ? entry_->note.id.toString() : QString(); }
     /// Returns the context of the open note, if any.
     [[nodiscard]] std::optional<ReadingContext> context() const
     {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Vellumo.Computer
+import Vellumo.Library
 import Vellumo.MainWindow
 import Vellumo.Ui
 
@@ -18,6 +19,11 @@ FocusScope {
         sequence: "Ctrl+F"
         enabled: !dashboard.showsSheet
         onActivated: dashboard.main.goToSearch()
+    }
+    Shortcut {
+        sequences: [StandardKey.Undo]
+        enabled: !dashboard.showsSheet && dashboard.main.deletion.canUndo
+        onActivated: dashboard.main.deletion.undo()
     }
     Shortcut {
         sequence: "Ctrl+,"
@@ -54,6 +60,21 @@ FocusScope {
             words: file.notice
             acceptText: file.isUnsaved ? "" : dashboard.texts.english ? "Got it" : "知道了"
             onAccepted: file.acknowledge()
+            onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+        }
+        DashboardNotice {
+            readonly property NoteDeletion deletion: dashboard.main.deletion
+
+            objectName: "deletion"
+            width: parent.width
+            height: implicitHeight
+            wanted: deletion.canUndo
+            dotColor: Theme.accent
+            words: deletion.outcome
+            acceptText: dashboard.texts.english ? "Undo" : "撤销"
+            declineText: dashboard.texts.english ? "Dismiss" : "知道了"
+            onAccepted: deletion.undo()
+            onDeclined: deletion.dismiss()
             onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
         }
         DashboardNotice {

@@ -6,6 +6,7 @@
 #include "computer/ComputerModel.h"
 #include "insights/NotesInsights.h"
 #include "insights/NotesOverview.h"
+#include "library/NoteDeletion.h"
 #include "library/NotesExporter.h"
 #include "library/NotesLibrary.h"
 #include "library/OpenedNote.h"
@@ -36,6 +37,7 @@ struct MainWindowModel::Pages {
         , notesFile(with.notesStore, with.defaults, with.texts)
         , overview(library, with.clock, with.texts)
         , insights(library, with.texts)
+        , deletion(with.notesStore, *library.selection(), with.texts)
         , exporter(library, host, with.texts)
         , note(library, host, with.texts)
     {
@@ -46,6 +48,7 @@ struct MainWindowModel::Pages {
     NotesFileState notesFile;
     NotesOverview overview;
     NotesInsights insights;
+    NoteDeletion deletion;
     NotesExporter exporter;
     OpenedNote note;
     std::unique_ptr<ComputerModel> computer;
@@ -104,6 +107,11 @@ NotesOverview *MainWindowModel::overview()
 NotesInsights *MainWindowModel::insights()
 {
     return &pages_->insights;
+}
+
+NoteDeletion *MainWindowModel::deletion()
+{
+    return &pages_->deletion;
 }
 
 NotesExporter *MainWindowModel::exporter()
@@ -221,6 +229,7 @@ void MainWindowModel::resetViews()
     pages_->library.selection()->setActive(false);
     pages_->library.setQuery({});
     pages_->library.leavePlace();
+    pages_->deletion.dismiss();
     pages_->exporter.dismiss();
 }
 
@@ -229,6 +238,8 @@ void MainWindowModel::setPage(Page page)
     pages_->note.close();
     if (page != page_) {
         page_ = page;
+        pages_->library.selection()->setActive(false);
+        pages_->deletion.dismiss();
         pages_->insights.setShown(page == Page::Insights);
         Q_EMIT pageChanged();
         pull();

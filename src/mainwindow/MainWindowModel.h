@@ -11,6 +11,7 @@ Q_MOC_INCLUDE("account/AuthService.h")
 Q_MOC_INCLUDE("computer/ComputerModel.h")
 Q_MOC_INCLUDE("insights/NotesInsights.h")
 Q_MOC_INCLUDE("insights/NotesOverview.h")
+Q_MOC_INCLUDE("library/NoteDeletion.h")
 Q_MOC_INCLUDE("library/NotesExporter.h")
 Q_MOC_INCLUDE("library/NotesLibrary.h")
 Q_MOC_INCLUDE("library/OpenedNote.h")
@@ -26,6 +27,7 @@ class BilingualText;
 class Clock;
 class ComputerModel;
 class DefaultsStore;
+class NoteDeletion;
 class NotesExporter;
 class NotesFileState;
 class NotesInsights;
@@ -51,6 +53,7 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(vellumo::NotesFileState *notesFile READ notesFile CONSTANT)
     Q_PROPERTY(vellumo::NotesOverview *overview READ overview CONSTANT)
     Q_PROPERTY(vellumo::NotesInsights *insights READ insights CONSTANT)
+    Q_PROPERTY(vellumo::NoteDeletion *deletion READ deletion CONSTANT)
     Q_PROPERTY(vellumo::NotesExporter *exporter READ exporter CONSTANT)
     Q_PROPERTY(vellumo::OpenedNote *note READ note CONSTANT)
     Q_PROPERTY(vellumo::AccountStatus *account READ account CONSTANT)
@@ -132,6 +135,7 @@ public:
     [[nodiscard]] NotesFileState *notesFile();
     [[nodiscard]] NotesOverview *overview();
     [[nodiscard]] NotesInsights *insights();
+    [[nodiscard]] NoteDeletion *deletion();
     [[nodiscard]] NotesExporter *exporter();
     [[nodiscard]] OpenedNote *note();
     [[nodiscard]] SyncReporting *sync() const { return with_.sync; }

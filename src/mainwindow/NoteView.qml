@@ -12,4 +12,9 @@ NotePage {
 
     note: view.main.note
     isFromHome: view.main.page === MainWindowModel.Home
+    onDeletionAsked: {
+        const id = view.note.noteId
+        view.note.close()
+        view.main.deletion.deleteNote(id)
+    }
 }

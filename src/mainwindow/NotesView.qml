@@ -11,6 +11,7 @@ NotesPage {
     required property MainWindowModel main
 
     library: view.main.library
+    deletion: view.main.deletion
     exporter: view.main.exporter
     onNoteChosen: row => view.main.note.openRow(row)
 

@@ -7,6 +7,7 @@
 #include "platform/Diagnostics.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <algorithm>
 #include <cstdlib>
@@ -40,6 +41,7 @@ QString contentKey(const ReadingNote &note)
 NotesStore::NotesStore(QString storeURL, const Farewell &farewell, QObject *parent)
     : NotesStoring(parent)
     , file_(std::move(storeURL))
+    , deleted_(QFileInfo(file_.path()).absolutePath() + u"/deleted-notes"_s)
 {
     bookkeepingTimer_.setSingleShot(true);
     bookkeepingTimer_.callOnTimeout(this, [this] { saveAndAnnounce(Durability::Ordinary); });
@@ -80,15 +82,21 @@ void NotesStore::load(const Farewell &farewell)
     }
     for (const StoredNotesBucket &bucket : file->buckets) {
         bucketsByContextKey_.insert(bucket.context.key, bucket);
+        for (const ReadingNote &note : bucket.notes) {
+            deleted_.remove(note.id); // the user has put an older file in place
+        }
     }
     syncStates_ = file->syncStates.value_or(NoteSyncStates());
 }
 
 void NotesStore::takeOverOutsideChange()
 {
-    const auto theirs = file_.readOutsideChange();
+    auto theirs = file_.readOutsideChange();
     if (!theirs) {
         return;
+    }
+    for (StoredNotesBucket &bucket : theirs->buckets) {
+        bucket.notes.removeIf([this](const ReadingNote &note) { return isDeleted(note.id); });
     }
     const QSet<QString> changed = mergeStoreFile(bucketsByContextKey_, syncStates_, *theirs);
     for (const QString &key : changed) {
@@ -116,7 +124,10 @@ std::optional<QString> NotesStore::trySave(Durability durability)
         return failure;
     }
     takeOverOutsideChange();
-    return file_.write(encoded(), durability);
+    // A crash in between may bring a deleted note back, and never loses a restored one.
+    const auto failure = file_.write(encoded(), durability);
+    const auto deletedFailure = deleted_.save();
+    return failure ? failure : deletedFailure;
 }
 
 void NotesStore::saveAndAnnounce(Durability durability)
@@ -139,9 +150,11 @@ QStringList NotesStore::unreadableFiles() const
     return file_.unreadableFiles();
 }
 
-void NotesStore::bucketChanged(const QString &key)
+void NotesStore::bucketsChanged(const QSet<QString> &keys)
 {
-    encodedBuckets_.remove(key);
+    for (const QString &key : keys) {
+        encodedBuckets_.remove(key);
+    }
     save(Durability::Synced);
     hasTakenOver_ = false;
     Q_EMIT vellumoNotesDidChange();
@@ -162,15 +175,20 @@ QList<QByteArray> NotesStore::encoded()
     return encodedStoreFile(buckets, syncStates_);
 }
 
-void NotesStore::add(const ReadingNote &note, const ReadingContext &context)
+void NotesStore::insert(const ReadingNote &note, const ReadingContext &context, NoteSyncState state)
 {
     auto bucket = bucketsByContextKey_.find(context.key);
     if (bucket == bucketsByContextKey_.end()) {
         bucket = bucketsByContextKey_.insert(context.key, {context, {}});
     }
     bucket->notes.append(note);
-    syncStates_[noteIdText(note.id)] = {};
-    bucketChanged(context.key);
+    syncStates_[noteIdText(note.id)] = state;
+}
+
+void NotesStore::add(const ReadingNote &note, const ReadingContext &context)
+{
+    insert(note, context, {});
+    bucketsChanged({context.key});
 }
 
 void NotesStore::update(const ReadingNote &note, const ReadingContext &context)
@@ -186,7 +204,50 @@ void NotesStore::update(const ReadingNote &note, const ReadingContext &context)
         return;
     }
     *stored = note;
-    bucketChanged(context.key);
+    bucketsChanged({context.key});
+}
+
+QList<DeletedNote> NotesStore::remove(const QSet<QUuid> &ids)
+{
+    QList<DeletedNote> removed;
+    QSet<QString> changed;
+    for (StoredNotesBucket &bucket : bucketsByContextKey_) {
+        bucket.notes.removeIf([&](const ReadingNote &note) {
+            if (!ids.contains(note.id)) {
+                return false;
+            }
+            removed.append({{note, bucket.context}, syncStates_.value(noteIdText(note.id))});
+            changed.insert(bucket.context.key);
+            return true;
+        });
+    }
+    for (const DeletedNote &note : std::as_const(removed)) {
+        syncStates_.remove(noteIdText(note.entry.note.id));
+        deleted_.insert(note.entry.note.id);
+    }
+    bucketsByContextKey_.removeIf(
+        [](QHash<QString, StoredNotesBucket>::iterator bucket) { return bucket->notes.isEmpty(); });
+    if (!removed.isEmpty()) {
+        bucketsChanged(changed);
+    }
+    return removed;
+}
+
+void NotesStore::restore(const QList<DeletedNote> &notes)
+{
+    QSet<QString> changed;
+    for (const DeletedNote &note : notes) {
+        if (isDeleted(note.entry.note.id)) {
+            insert(note.entry.note, note.entry.context, note.state);
+            changed.insert(note.entry.context.key);
+        }
+    }
+    for (const DeletedNote &note : notes) {
+        deleted_.remove(note.entry.note.id);
+    }
+    if (!changed.isEmpty()) {
+        bucketsChanged(changed);
+    }
 }
 
 qsizetype NotesStore::noteCount() const
@@ -279,7 +340,8 @@ QList<ReadingNote> NotesStore::unknown(const QList<ReadingNote> &notes) const
     for (const ReadingNote &note : notes) {
         // `knownContents` stays that of before the merge: two notes from the server may have the
         // same content.
-        if (knownIds.contains(lowerIdText(note.id)) || knownContents.contains(contentKey(note))) {
+        if (isDeleted(note.id) || knownIds.contains(lowerIdText(note.id))
+            || knownContents.contains(contentKey(note))) {
             continue;
         }
         unknown.append(note);
@@ -306,11 +368,14 @@ void NotesStore::mergeRemote(const QList<ReadingNote> &notes)
         syncStates_[noteIdText(note.id)] = {true, note.followUps.size()};
     }
     bucketsByContextKey_.insert(cloudKey, cloud);
-    bucketChanged(cloudKey);
+    bucketsChanged({cloudKey});
 }
 
 void NotesStore::markSynced(const QUuid &noteId, qint64 followUpCount)
 {
+    if (isDeleted(noteId)) {
+        return; // while it was on its way to the server
+    }
     syncStates_[noteIdText(noteId)] = {true, followUpCount};
     // Lost bookkeeping costs a repeated upload, not a note.
     if (!bookkeepingTimer_.isActive()) {

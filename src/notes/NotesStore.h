@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "notes/DeletedNotes.h"
 #include "notes/NotesFile.h"
 #include "notes/NotesStoring.h"
 #include <QString>
@@ -11,7 +12,8 @@
 namespace vellumo {
 
 /// Keeps the notes in one JSON file, rewritten on every change. Changes by other programs, such as
-/// a restored or synchronised copy, are merged before the file is overwritten.
+/// a restored or synchronised copy, are merged before the file is overwritten. The ids of deleted
+/// notes are in a file of their own beside it.
 class NotesStore : public NotesStoring {
     Q_OBJECT
 
@@ -31,6 +33,9 @@ public:
 
     void add(const ReadingNote &note, const ReadingContext &context) override;
     void update(const ReadingNote &note, const ReadingContext &context) override;
+    QList<DeletedNote> remove(const QSet<QUuid> &ids) override;
+    void restore(const QList<DeletedNote> &notes) override;
+    [[nodiscard]] bool isDeleted(const QUuid &id) const override { return deleted_.contains(id); }
     [[nodiscard]] qsizetype noteCount() const override;
     [[nodiscard]] QList<ReadingNote> allNotes() const override;
     [[nodiscard]] QList<NoteWithContext> allNotesWithContexts() const override;
@@ -55,7 +60,8 @@ private:
     void takeOverOutsideChange();
     void save(Durability durability);
     void saveAndAnnounce(Durability durability);
-    void bucketChanged(const QString &key);
+    void insert(const ReadingNote &note, const ReadingContext &context, NoteSyncState state);
+    void bucketsChanged(const QSet<QString> &keys);
     [[nodiscard]] QList<QByteArray> encoded();
     [[nodiscard]] std::optional<QString> trySave(Durability durability);
     [[nodiscard]] QList<Place> placesNewestFirst() const;
@@ -65,6 +71,7 @@ private:
     NoteSyncStates syncStates_;
     QHash<QString, QByteArray> encodedBuckets_; ///< buckets unchanged since the last save, by key
     NotesFile file_;
+    DeletedNotes deleted_;
     bool hasTakenOver_ = false; ///< notes of another program were merged but not announced yet
     QTimer bookkeepingTimer_; ///< runs while bookkeeping is pending
     std::optional<QString> saveFailure_;

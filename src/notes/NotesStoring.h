@@ -5,6 +5,7 @@
 #include "notes/ReadingNote.h"
 #include "notes/StoreFile.h"
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <optional>
 
@@ -13,6 +14,12 @@ namespace vellumo {
 struct PendingNote {
     ReadingNote note;
     NoteSyncState state; ///< the part that the server already has
+};
+
+/// What NotesStoring::restore() needs to bring a note back.
+struct DeletedNote {
+    NoteWithContext entry;
+    NoteSyncState state;
 };
 
 /// The user's notes. Synchronous; main thread only. No call reports a failure to the caller; see
@@ -28,6 +35,16 @@ public:
 
     /// Replaces the note with the same id in the context's bucket; ignored when there is none.
     virtual void update(const ReadingNote &note, const ReadingContext &context) = 0;
+
+    /// Deletes the notes with these ids and returns them. The ids are remembered: neither a pull
+    /// nor another program's copy of the notes brings them back.
+    virtual QList<DeletedNote> remove(const QSet<QUuid> &ids) = 0;
+
+    /// Undoes a deletion.
+    virtual void restore(const QList<DeletedNote> &notes) = 0;
+
+    /// Returns whether the note was deleted and not restored.
+    [[nodiscard]] virtual bool isDeleted(const QUuid &id) const = 0;
 
     /// Returns the number of notes without building the list of allNotes().
     [[nodiscard]] virtual qsizetype noteCount() const = 0;

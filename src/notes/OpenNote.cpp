@@ -50,9 +50,9 @@ void OpenNote::recover(NotesStoring &store)
     for (const StoredNotesBucket &bucket : file->buckets) {
         for (const ReadingNote &note : bucket.notes) {
             const auto stored = store.find(note.id);
-            if (!stored) {
+            if (!stored && !store.isDeleted(note.id)) {
                 store.add(note, bucket.context);
-            } else if (stored->note.followUps.size() < note.followUps.size()) {
+            } else if (stored && stored->note.followUps.size() < note.followUps.size()) {
                 store.update(note, stored->context);
             }
         }

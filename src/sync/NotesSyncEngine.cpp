@@ -13,7 +13,8 @@
 
 namespace vellumo {
 
-/// Sends the notes that were pending when it began, each as it was then.
+/// Sends the notes that were pending when it began, each as it was then, except those deleted
+/// since.
 class NotesSyncEngine::PushPass : public QObject {
 public:
     /// onEnded runs from the event loop, since a pass with nothing to send ends at once.
@@ -33,6 +34,9 @@ public:
 
     void takeNext()
     {
+        while (!pending_.isEmpty() && store_.isDeleted(pending_.constFirst().note.id)) {
+            pending_.removeFirst();
+        }
         // Another account gets its own pass.
         if (pending_.isEmpty() || auth_.uid() != uid_) {
             QMetaObject::invokeMethod(this, onEnded_, Qt::QueuedConnection);
@@ -51,7 +55,7 @@ private:
     {
         history_.createNote(current_.note, this, [this](SyncError::Kind error) {
             report(error);
-            if (error == SyncError::Kind::None) {
+            if (error == SyncError::Kind::None && !store_.isDeleted(current_.note.id)) {
                 sendFollowUps(0);
             } else {
                 takeNext();

@@ -397,6 +397,9 @@ private Q_SLOTS:
             const auto demo = std::get<IslandContent::Demo>(with_->panel.shown->value).result;
             QCOMPARE(demo.translation.isEmpty(), isEnglish);
             QCOMPARE(demo.explanation.startsWith(u"Just like this"), isEnglish);
+            with_->coordinator.playNotesPillDemo({});
+            QCOMPARE(with_->entrance.sample->translation.isEmpty(), isEnglish);
+            QCOMPARE(with_->entrance.sample->explanation.startsWith(u"Select"), isEnglish);
             with_->panel.dismiss();
         }
     }

@@ -293,6 +293,53 @@ private Q_SLOTS:
         QVERIFY(!desk.item("exportTitle") && !desk.item("exportOutcome"));
     }
 
+    void deletesAndBringsBack()
+    {
+        WindowDesk desk;
+        desk.useWithoutAccount();
+        desk.notes.notes = notes(5);
+        const QList<NoteWithContext> all = desk.notes.notes;
+        const auto settle = [&] { // the list follows the store from the event loop
+            QVERIFY(waitUntil(
+                [&] { return desk.text("count") == QString::number(desk.notes.notes.size()); }));
+        };
+        desk.show();
+        desk.click("notes");
+        desk.item("rows")->forceActiveFocus(Qt::TabFocusReason);
+        desk.key(Qt::Key_Down); // the second note
+        desk.key(Qt::Key_Delete);
+        settle();
+        QCOMPARE(desk.notes.deleted, QSet{all[1].note.id});
+        QCOMPARE(desk.text("deletionWords"), u"Note deleted."_s);
+        desk.key(Qt::Key_Delete); // continues with the next
+        settle();
+        QVERIFY(desk.notes.isDeleted(all[2].note.id));
+        QTest::keyClick(desk.window.window(), Qt::Key_Z, Qt::ControlModifier);
+        settle();
+        QCOMPARE(desk.notes.deleted, QSet{all[1].note.id});
+        QVERIFY(!desk.item("deletionWords"));
+
+        desk.click("select");
+        desk.click("selectAll");
+        desk.setLanguage(u"Chinese"_s);
+        desk.click("deleteSelected");
+        QCOMPARE(desk.text("deletionWords"), u"已删除 4 条笔记。"_s);
+        QCOMPARE(desk.notes.noteCount(), 0);
+        desk.click("deletionAccept");
+        settle();
+        QCOMPARE(desk.notes.noteCount(), 4);
+
+        desk.item("rows")->forceActiveFocus(Qt::TabFocusReason);
+        desk.key(Qt::Key_Return);
+        desk.click("delete");
+        QVERIFY(!desk.item("sourceText"));
+        QCOMPARE(desk.notes.noteCount(), 3);
+        desk.click("home"); // the offer ends with the page
+        QVERIFY(!desk.item("deletionWords"));
+        QTest::keyClick(desk.window.window(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(desk.notes.noteCount(), 3);
+    }
+
     void keepsItsPlaceWhenANoteIsAdded()
     {
         WindowDesk desk;

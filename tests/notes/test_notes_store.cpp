@@ -193,6 +193,74 @@ private Q_SLOTS:
         QCOMPARE(store.pendingSync().size(), 1); // the local one only
     }
 
+    void deletedNotesStayAway()
+    {
+        const ReadingNote kept = makeNote(u"kept"_s, 1);
+        const ReadingNote first = makeNote(u"first"_s, 2, 1);
+        const ReadingNote second = makeNote(u"second"_s, 3);
+        const ReadingContext other{u"x"_s, u"X"_s, ReadingContextSource::appWindow};
+        auto store = std::make_unique<NotesStore>(path());
+        store->add(kept, page);
+        store->add(first, page);
+        store->add(second, other);
+        store->markSynced(first.id, 1);
+        QSignalSpy changes(store.get(), &NotesStoring::vellumoNotesDidChange);
+
+        QVERIFY(store->remove({QUuid::createUuid()}).isEmpty());
+        QCOMPARE(changes.count(), 0);
+        const QByteArray copy = contentOf(path()); // has all three
+        const auto deleted = store->remove({first.id, second.id});
+        QCOMPARE(deleted.size(), 2);
+        QCOMPARE(changes.count(), 1);
+        store->markSynced(first.id, 1); // was on its way
+        QVERIFY(QFile::remove(path()));
+        writeFile(copy); // another program brings it
+        ReadingNote fetched = second;
+        fetched.sourceText = u"changed"_s;
+        store->mergeRemote({first, fetched});
+        QCOMPARE(store->unknownCount({first, fetched}), 0);
+        store->update(kept, page);
+        QCOMPARE(store->allNotes(), QList{kept});
+
+        store = std::make_unique<NotesStore>(path());
+        QCOMPARE(store->allNotes(), QList{kept});
+        store->mergeRemote({first, fetched});
+        QCOMPARE(store->noteCount(), 1);
+
+        store->restore(deleted);
+        store->restore(deleted);
+        store = std::make_unique<NotesStore>(path());
+        QCOMPARE(store->allNotes(), (QList{second, first, kept}));
+        QCOMPARE(store->allNotesWithContexts().constFirst().context, other);
+        QCOMPARE(store->pendingSync().size(), 2); // the first one is on the server
+        QVERIFY(!store->isDeleted(first.id));
+
+        // a copy that is put in place while vellumo does not run is what the user wants
+        store->remove({first.id});
+        store.reset();
+        QVERIFY(QFile::remove(path()));
+        writeFile(copy);
+        store = std::make_unique<NotesStore>(path());
+        QCOMPARE(store->noteCount(), 3);
+        QVERIFY(!store->isDeleted(first.id));
+    }
+
+    void unsavedDeletionIsRepeated()
+    {
+        NotesStore store(path());
+        const ReadingNote note = makeNote(u"1"_s, 1);
+        store.add(note, page);
+        const QString list = QFileInfo(path()).path() + u"/deleted-notes"_s;
+        QVERIFY(QDir().mkpath(list)); // cannot be replaced
+        store.remove({note.id});
+        QVERIFY(store.saveFailure());
+        QCOMPARE(NotesStore(path()).noteCount(), 0);
+        QVERIFY(QDir().rmdir(list));
+        store.retrySave();
+        QVERIFY(!store.saveFailure());
+        QVERIFY(NotesStore(path()).isDeleted(note.id));
+    }
+
     void unreadableFileIsSetAside_data()
     {
         QTest::addColumn<QByteArray>("content");
@@ -388,10 +456,11 @@ private Q_SLOTS:
     void openNoteOutlivesItsProgram_data()
     {
         QTest::addColumn<int>("stored"); // follow-ups in the store; negative without the note
-        QTest::addColumn<int>("expected");
+        QTest::addColumn<int>("expected"); // negative without the note
         QTest::newRow("unknown") << -1 << 2;
         QTest::newRow("known with fewer") << 1 << 2;
         QTest::newRow("known with more") << 3 << 3;
+        QTest::newRow("deleted") << -2 << -1;
     }
 
     void openNoteOutlivesItsProgram()
@@ -411,9 +480,16 @@ private Q_SLOTS:
             ReadingNote known = note;
             known.followUps = makeNote({}, 0, stored).followUps;
             store.add(known, page);
+        } else if (stored == -2) {
+            store.add(note, page);
+            store.remove({note.id});
         }
         OpenNote open(folder);
         open.recover(store);
+        if (expected < 0) {
+            QCOMPARE(store.noteCount(), 0);
+            return;
+        }
         QCOMPARE(store.noteCount(), 1);
         QCOMPARE(store.allNotes().constFirst().id, note.id);
         QCOMPARE(store.allNotes().constFirst().followUps.size(), expected);

@@ -11,6 +11,7 @@ namespace vellumo::test {
 class SampleNotes : public NotesStoring {
 public:
     QList<NoteWithContext> notes; ///< newest first
+    QSet<QUuid> deleted;
     int updates = 0;
     QStringList unreadable;
     std::optional<QString> failure;
@@ -28,6 +29,27 @@ public:
                 pair.note = note;
         }
     }
+    QList<DeletedNote> remove(const QSet<QUuid> &ids) override
+    {
+        QList<DeletedNote> removed;
+        notes.removeIf([&](const NoteWithContext &pair) {
+            if (ids.contains(pair.note.id))
+                removed.append({pair, {}});
+            return ids.contains(pair.note.id);
+        });
+        deleted += ids;
+        Q_EMIT vellumoNotesDidChange();
+        return removed;
+    }
+    void restore(const QList<DeletedNote> &removed) override
+    {
+        for (const DeletedNote &note : removed) {
+            deleted.remove(note.entry.note.id);
+            notes.append(note.entry);
+        }
+        Q_EMIT vellumoNotesDidChange();
+    }
+    [[nodiscard]] bool isDeleted(const QUuid &id) const override { return deleted.contains(id); }
     [[nodiscard]] qsizetype noteCount() const override { return notes.size(); }
     [[nodiscard]] QList<ReadingNote> allNotes() const override
     {

@@ -84,6 +84,15 @@ QByteArray listOf(const QString &text)
         .toUtf8();
 }
 
+QSet<QUuid> idsOf(const QList<ReadingNote> &notes)
+{
+    QSet<QUuid> ids;
+    for (const ReadingNote &note : notes) {
+        ids.insert(note.id);
+    }
+    return ids;
+}
+
 } // namespace
 
 class TestSyncEngine : public QObject {
@@ -130,6 +139,20 @@ private Q_SLOTS:
         QCOMPARE(home.serve(created), u"C"_s);
         QCOMPARE(home.serve(failed), u"C"_s);
         QVERIFY(waitUntil([&] { return home.completions == 4; }));
+        QVERIFY(home.isQuiet());
+    }
+
+    void deletedNotesStayHere()
+    {
+        Home home;
+        for (const QString &text : {u"a"_s, u"b"_s, u"c"_s}) {
+            home.store.add(makeNote(text, 1), page);
+        }
+        home.push();
+        QVERIFY(waitUntil([&] { return home.session.requests.size() == 1; }));
+        home.store.remove(idsOf(home.store.allNotes()));
+        QCOMPARE(home.serve(created), u"C"_s); // was on its way
+        QVERIFY(waitUntil([&] { return home.completions == 1; }));
         QVERIFY(home.isQuiet());
     }
 
