@@ -11,7 +11,7 @@ namespace vellumo {
 
 MainWindowWiring::MainWindowWiring(const Collaborators &with)
     : auth_(with.window.auth)
-    , host_({with.workspace, with.coordinator, with.resultPanel, with.window.texts})
+    , host_({with.engine, with.workspace, with.coordinator, with.resultPanel, with.window.texts})
     , controller_(with.engine, with.window, host_)
     , uploadQuestion_({.engine = with.engine,
                        .ownership = with.ownership,

@@ -8,13 +8,21 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <utility>
 
 namespace vellumo {
 
 PageHost::PageHost(const Collaborators &collaborators)
     : with_(collaborators)
     , dialog_(collaborators.texts)
+    , alert_(collaborators.engine)
 {
+    QObject::connect(&alert_, &Alert::answered, &alert_, [this](bool isAgreed) {
+        const auto agreed = std::exchange(onAgreed_, nullptr);
+        if (isAgreed && agreed) {
+            agreed();
+        }
+    });
 }
 
 void PageHost::copyText(const QString &text)
@@ -36,6 +44,18 @@ void PageHost::askFurther(const QUuid &note)
 void PageHost::chooseFile(const FileQuestion &question)
 {
     dialog_.ask(window ? window() : nullptr, question);
+}
+
+void PageHost::ask(const Question &question)
+{
+    if (alert_.window() == nullptr) {
+        onAgreed_ = question.onAgreed;
+    }
+    alert_.show({.message = question.message,
+                 .informativeText = question.informativeText,
+                 .button = question.agreement,
+                 .refusal = question.refusal},
+                window ? window() : nullptr);
 }
 
 bool PageHost::openFolder(const QString &folder)

@@ -4,6 +4,7 @@
 
 #include "app/SaveFileDialog.h"
 #include "library/PageHosting.h"
+#include "ui/Alert.h"
 #include <functional>
 
 class QWindow;
@@ -16,11 +17,12 @@ class VellumoCoordinator;
 class Workspace;
 
 /// Gives the pages of the main window what they ask for: the clipboard, the browser, the panel, the
-/// desktop's file dialog and its file manager.
+/// desktop's file dialog, its file manager, and questions to the user.
 class PageHost final : public PageHosting {
 public:
     /// All must outlive the host.
     struct Collaborators {
+        QQmlEngine &engine;
         Workspace &workspace;
         VellumoCoordinator &coordinator;
         ResultPanelController &panel;
@@ -29,7 +31,7 @@ public:
 
     explicit PageHost(const Collaborators &collaborators);
 
-    /// Returns the window that file dialogs are shown above; null when there is none.
+    /// Returns the window that dialogs are shown above; null when there is none.
     std::function<QWindow *()> window;
 
     void copyText(const QString &text) override;
@@ -37,11 +39,14 @@ public:
     void askFurther(const QUuid &note) override;
     void chooseFile(const FileQuestion &question) override;
     void closeFileDialog() override { dialog_.withdraw(); }
+    void ask(const Question &question) override;
     [[nodiscard]] bool openFolder(const QString &folder) override;
 
 private:
     Collaborators with_;
     SaveFileDialog dialog_;
+    Alert alert_;
+    std::function<void()> onAgreed_; ///< of the question that is open
 };
 
 } // namespace vellumo

@@ -21,6 +21,16 @@ public:
         std::function<void(const QString &path)> onChosen;
     };
 
+    /// A question before a step that cannot be undone.
+    struct Question {
+        QString message;
+        QString informativeText;
+        QString agreement; ///< text of a button, as `refusal`
+        QString refusal;
+        /// Called when the user agrees.
+        std::function<void()> onAgreed;
+    };
+
     virtual ~PageHosting() = default;
 
     /// Puts the text on the clipboard.
@@ -33,6 +43,8 @@ public:
     virtual void chooseFile(const FileQuestion &question) = 0;
     /// Closes an open file dialog without calling onChosen.
     virtual void closeFileDialog() = 0;
+    /// Asks over the main window. Does not block. A question that is open stays.
+    virtual void ask(const Question &question) = 0;
     /// Returns whether the folder could be shown.
     [[nodiscard]] virtual bool openFolder(const QString &folder) = 0;
 };

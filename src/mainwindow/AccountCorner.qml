@@ -16,6 +16,7 @@ Item {
     required property bool english
 
     signal signInAsked
+    signal signOutAsked
 
     height: column.height
 
@@ -102,7 +103,7 @@ Item {
                                              : (corner.english ? "Sign in" : "登录")
                 onClicked: {
                     if (corner.auth.isSignedIn)
-                        corner.auth.signOut()
+                        corner.signOutAsked()
                     else
                         corner.signInAsked()
                 }

@@ -10,6 +10,7 @@
 #include "library/NotesExporter.h"
 #include "library/NotesLibrary.h"
 #include "library/OpenedNote.h"
+#include "library/PageHosting.h"
 #include "mainwindow/AccountStatus.h"
 #include "mainwindow/NotesFileState.h"
 #include "platform/DefaultsStore.h"
@@ -59,6 +60,7 @@ MainWindowModel::MainWindowModel(const Collaborators &collaborators, PageHosting
                                  QObject *parent)
     : QObject(parent)
     , with_(collaborators)
+    , host_(host)
     , pages_(std::make_unique<Pages>(collaborators, host))
 {
     connect(&with_.auth, &AuthService::userChanged, this, &MainWindowModel::userChanged);
@@ -176,6 +178,19 @@ void MainWindowModel::useWithoutAccount()
     with_.auth.cancelSignIn();
     settings::usesWithoutAccount.set(with_.defaults, true);
     Q_EMIT faceChanged();
+}
+
+void MainWindowModel::askToSignOut()
+{
+    const BilingualText &texts = with_.texts;
+    host_.ask(
+        {.message = texts.pick(u"Sign out?"_s, u"要退出登录吗？"_s),
+         .informativeText = texts.pick(
+             u"Notes stay on this computer. New ones are not uploaded until you sign in again."_s,
+             u"笔记会留在这台电脑上。重新登录之前，新的笔记不会上传。"_s),
+         .agreement = texts.pick(u"Sign out"_s, u"退出登录"_s),
+         .refusal = texts.pick(u"Cancel"_s, u"取消"_s),
+         .onAgreed = [this] { with_.auth.signOut(); }});
 }
 
 void MainWindowModel::askForSignIn()

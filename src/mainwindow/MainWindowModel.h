@@ -108,6 +108,8 @@ public:
     Q_INVOKABLE void useWithoutAccount();
     /// Signs in through the browser. After success the sync reports how many notes arrive.
     Q_INVOKABLE void signIn();
+    /// Asks whether to sign out, and signs out if the user agrees.
+    Q_INVOKABLE void askToSignOut();
     /// Shows the sign-in view to a user without an account.
     Q_INVOKABLE void askForSignIn();
 
@@ -183,6 +185,7 @@ private:
     void pull();
 
     Collaborators with_;
+    PageHosting &host_;
     std::unique_ptr<Pages> pages_;
     Page page_ = Page::Home;
     bool showsSettings_ = false;

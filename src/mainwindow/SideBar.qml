@@ -115,6 +115,7 @@ Rectangle {
             status: bar.main.account
             english: bar.english
             onSignInAsked: bar.main.askForSignIn()
+            onSignOutAsked: bar.main.askToSignOut()
         }
     }
     ScrollThumb {

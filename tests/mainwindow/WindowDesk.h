@@ -61,6 +61,7 @@ public:
     QUuid asked;
     std::function<void(const FileQuestion &question)> answer = [](const auto &) {};
     int closedDialogs = 0;
+    Question confirmation; ///< asked for last
 
     void copyText(const QString &text) override { copied = text; }
     [[nodiscard]] bool openPage(const QUrl &page) override
@@ -71,6 +72,7 @@ public:
     void askFurther(const QUuid &note) override { asked = note; }
     void chooseFile(const FileQuestion &question) override { answer(question); }
     void closeFileDialog() override { ++closedDialogs; }
+    void ask(const Question &question) override { confirmation = question; }
     [[nodiscard]] bool openFolder(const QString & /*folder*/) override { return false; }
 };
 

@@ -141,8 +141,10 @@ private Q_SLOTS:
         desk.window.showService(); // from elsewhere, with a sheet open
         QVERIFY(desk.item("addressInput") && !desk.item("exportTitle"));
         desk.click("notes");
+        desk.click("signOut");
+        QVERIFY(desk.auth.isSignedIn());
         desk.click("settings");
-        desk.auth.signOut(); // likewise
+        desk.host.confirmation.onAgreed(); // with a sheet open
         QVERIFY(desk.item("signIn") && !desk.item("settingsTitle"));
         desk.click("withoutAccount");
         QVERIFY(desk.item("greeting"));
