@@ -3,6 +3,7 @@
 #include "mainwindow/MainWindowController.h"
 
 #include "library/OpenedNote.h"
+#include "mainwindow/WindowPlace.h"
 #include "ui/BilingualText.h"
 #include "ui/OrdinaryWindow.h"
 
@@ -22,7 +23,12 @@ MainWindowController::MainWindowController(QQmlEngine &engine,
 {
 }
 
-MainWindowController::~MainWindowController() = default;
+MainWindowController::~MainWindowController()
+{
+    if (window_ && window_->isVisible()) {
+        storePlace(*window_, with_.defaults);
+    }
+}
 
 void MainWindowController::show()
 {
@@ -67,7 +73,7 @@ bool MainWindowController::create()
         return false;
     }
     window_->installEventFilter(this);
-    centreOnScreen(*window_);
+    restorePlace(*window_, with_.defaults);
     return true;
 }
 
@@ -108,6 +114,7 @@ bool MainWindowController::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::Close:
         lastPosition_ = window_->position();
+        storePlace(*window_, with_.defaults);
         break;
     case QEvent::Hide:
         model_->setShown(false);

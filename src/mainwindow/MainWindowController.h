@@ -14,8 +14,8 @@ class QQmlEngine;
 
 namespace vellumo {
 
-/// Owns the main window. It is created when first shown; closing hides it and keeps its position
-/// and size.
+/// Owns the main window. It is created when first shown; closing hides it. Its place and size are
+/// kept, also for the next start.
 class MainWindowController : public QObject {
     Q_OBJECT
 

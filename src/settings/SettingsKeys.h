@@ -3,6 +3,7 @@
 #pragma once
 
 #include "settings/Setting.h"
+#include <QRect>
 #include <QStringList>
 
 /// Every value of the settings file.
@@ -55,6 +56,10 @@ inline const Setting<QStringList> serviceKeysToRemove{u"serviceKeysToRemove"};
 inline const Setting<bool> looksForUpdates{u"looksForUpdates"};
 /// The time of the last check, in seconds since the reference date.
 inline const Setting<double> lookedForUpdates{u"lookedForUpdates"};
+
+/// The main window without its frame, in the desktop's coordinates, when it was last not maximized.
+inline const Setting<QRect> mainWindowFrame{u"mainWindowFrame"};
+inline const Setting<bool> isMainWindowMaximized{u"isMainWindowMaximized"};
 
 /// The pill's origin, in the form that pillGeometry::storableOrigin() gives it.
 inline const Setting<QVariant> notesPillOrigin{u"notesPillOrigin"};

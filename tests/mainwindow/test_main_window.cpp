@@ -322,6 +322,39 @@ private Q_SLOTS:
         }
     }
 
+    void staysWhereTheUserPutsIt()
+    {
+        WindowDesk desk;
+        const auto again = [&desk](const auto &then) {
+            MainWindowController later(
+                desk.engine,
+                {desk.notes, desk.auth, nullptr, desk.defaults, desk.clock, desk.texts}, desk.host);
+            later.show();
+            then(*later.window());
+        };
+        desk.show();
+        const QRect put(20, 30, 740, 520);
+        desk.window.window()->setGeometry(put);
+        desk.window.window()->close();
+        again([&](QWindow &window) {
+            QCOMPARE(window.geometry(), put);
+            window.setPosition(40, 10);
+        }); // quits while the window is shown
+        again([&](QWindow &window) {
+            QCOMPARE(window.geometry(), QRect({40, 10}, put.size()));
+            window.setWindowStates(Qt::WindowMaximized);
+        });
+        again([](const QWindow &window) {
+            QVERIFY(window.windowStates().testFlag(Qt::WindowMaximized));
+        });
+        settings::isMainWindowMaximized.set(desk.defaults, false);
+        settings::mainWindowFrame.set(desk.defaults, put.translated(-5000, 0));
+        again([&](const QWindow &window) {
+            QCOMPARE(window.size(), put.size());
+            QVERIFY(window.screen()->availableGeometry().contains(window.geometry()));
+        });
+    }
+
     void isHiddenWhileAPanelIsClicked()
     {
         WindowDesk unopened;
