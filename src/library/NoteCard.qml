@@ -51,7 +51,7 @@ Item {
         radius: width / 2
         color: card.selected ? Theme.accent : "transparent"
         border.width: card.selected ? 0 : Units.focusRing
-        border.color: Theme.thirdInk
+        border.color: Theme.fieldEdge
 
         LineIcon {
             anchors.centerIn: parent
@@ -145,7 +145,6 @@ Item {
 
         anchors.fill: parent
         hoverEnabled: true
-        cursorShape: Qt.PointingHandCursor
         onClicked: mouse => card.action(mouse.modifiers)
     }
 }

@@ -69,6 +69,8 @@ FocusScope {
         anchors.topMargin: -Units.radius22
         radius: Units.radius22
         color: Theme.islandGround
+        border.width: Units.hairline
+        border.color: Theme.islandEdge
     }
 
     IslandHeader {

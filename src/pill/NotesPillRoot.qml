@@ -33,6 +33,8 @@ Item {
         radius: Units.radius22
         color: root.pill.pillHovered && !root.pill.expanded ? Theme.pillHovered
                                                             : Theme.islandGround
+        border.width: Units.hairline
+        border.color: Theme.islandEdge
 
         Behavior on color {
             enabled: Units.animated

@@ -33,7 +33,6 @@ Item {
 
         anchors.fill: parent
         hoverEnabled: true
-        cursorShape: Qt.PointingHandCursor
         onClicked: area.clicked()
     }
 }

@@ -25,7 +25,7 @@ FocusScope {
         radius: Units.radius10
         color: Theme.surface
         border.width: input.activeFocus ? Units.focusRing : Units.hairline
-        border.color: input.activeFocus ? Theme.accent : Theme.hairline
+        border.color: input.activeFocus ? Theme.accent : Theme.fieldEdge
     }
     LineIcon {
         id: glass

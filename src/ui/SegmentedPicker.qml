@@ -106,7 +106,6 @@ FocusScope {
 
                     anchors.fill: parent
                     hoverEnabled: true
-                    cursorShape: Qt.PointingHandCursor
                     onClicked: picker.chosen(picker.values[segment.index])
                 }
             }

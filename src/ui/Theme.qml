@@ -15,6 +15,8 @@ QtObject {
     readonly property color islandGround: Qt.rgba(0.055, 0.055, 0.055, 1)
     readonly property color islandGroundClear: Qt.rgba(0.055, 0.055, 0.055, 0)
     readonly property color pillHovered: Qt.rgba(0.125, 0.125, 0.125, 1)
+    /// Separates the island and the pill from dark windows.
+    readonly property color islandEdge: Qt.rgba(0.19, 0.19, 0.19, 1)
     readonly property color islandText: Qt.rgba(0.96, 0.96, 0.96, 1)
     readonly property color islandBody: Qt.rgba(0.85, 0.85, 0.85, 1)
     readonly property color islandSecondText: Qt.rgba(0.62, 0.62, 0.62, 1)
@@ -57,8 +59,8 @@ QtObject {
     /// What stands out of a soft fill.
     readonly property color raised: theme.dark ? "#34343B" : "#FFFFFF"
     readonly property color surfaceHovered: theme.dark ? "#222227" : "#FBFAF8"
-    /// What a field to type in stands out with.
-    readonly property color fieldEdge: theme.dark ? "#45454D" : "#C9C7C0"
+    /// The edge of fields and selection circles, at 3:1 or more on every ground.
+    readonly property color fieldEdge: theme.dark ? "#6E6E77" : "#8A8984"
     readonly property color switchOff: theme.dark ? "#5A5A63" : "#8E8D88"
     readonly property color switchKnob: "#FFFFFF"
 
