@@ -21,7 +21,7 @@ FocusScope {
         onActivated: dashboard.main.goToSearch()
     }
     Shortcut {
-        sequences: [StandardKey.Undo]
+        sequence: "Ctrl+Z"
         enabled: !dashboard.showsSheet && dashboard.main.deletion.canUndo
         onActivated: dashboard.main.deletion.undo()
     }
