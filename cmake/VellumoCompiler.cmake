@@ -1,4 +1,4 @@
-# Compiler settings: language level, strict Qt, warnings, sanitizers, hardening, compiler cache.
+# Compiler settings: language level, strict Qt, warnings, sanitizers, hardening, compiler cache, linker.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -21,6 +21,13 @@ if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
         ${CCACHE_PROGRAM})
+endif()
+
+# Linking takes a quarter of the time with lld, and each test is a program. Releases are linked as the
+# distribution links.
+find_program(LLD_PROGRAM ld.lld)
+if(LLD_PROGRAM AND CMAKE_BUILD_TYPE STREQUAL "Debug")
+    add_link_options(-fuse-ld=lld)
 endif()
 
 add_library(vellumo_options INTERFACE)

@@ -5,7 +5,7 @@
 # Sourced by the scripts: the Debian packages that each task needs, and their installation.
 
 packages_build=(
-    cmake ninja-build g++ ccache pkg-config
+    cmake ninja-build g++ lld ccache pkg-config
     qt6-base-dev qt6-base-dev-tools qt6-base-private-dev
     qt6-declarative-dev qt6-declarative-dev-tools qt6-declarative-private-dev
     qt6-svg-dev libgl-dev rapidjson-dev libssl-dev
