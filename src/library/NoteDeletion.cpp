@@ -63,7 +63,7 @@ QString NoteDeletion::outcome() const
     // The server's interface has no deletion.
     const auto copies =
         std::ranges::count_if(deleted_, [](const DeletedNote &note) { return note.state.created; });
-    const QString deleted = texts_.pick(
+    QString deleted = texts_.pick(
         deleted_.size() == 1 ? u"Note deleted."_s : u"%L1 notes deleted."_s.arg(deleted_.size()),
         u"已删除 %L1 条笔记。"_s.arg(deleted_.size()));
     if (copies == 0) {
