@@ -351,6 +351,8 @@ void AppDelegate::createMainWindow()
         .screens = with.screens,
         .resultPanel = capture_->panel(),
         .coordinator = capture_->coordinator()});
+    connect(&capture_->entrance(), &NotesEntranceController::windowRequested, this,
+            &AppDelegate::applicationShouldHandleReopen);
     capture_->tracker().openNoteContext = [this] { return mainWindow_->openNoteContext(); };
 }
 

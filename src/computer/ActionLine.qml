@@ -45,7 +45,7 @@ Item {
         visible: line.hasButton
         enabled: line.canAct
         anchors.left: parent.left
-        anchors.leftMargin: line.fits ? line.width - width : Units.statusDot + Units.space12
+        anchors.leftMargin: line.fits ? line.width - width : Units.statusMark + Units.space12
         y: line.fits ? Math.round((line.height - height) / 2) : line.height - height
         primary: line.primary
         text: line.buttonText

@@ -28,6 +28,7 @@ ComputerModel::ComputerModel(const Collaborators &collaborators, QObject *parent
         Q_EMIT factsChanged();
     });
     connect(&with_.defaults, &DefaultsStore::changed, this, &ComputerModel::copyingChanged);
+    connect(&with_.defaults, &DefaultsStore::changed, this, &ComputerModel::pillChanged);
     connect(&with_.desktop, &DesktopReporting::changed, this, &ComputerModel::factsChanged);
     connect(&with_.login, &LoginStart::changed, this, &ComputerModel::loginChanged);
     connect(&with_.explainer, &ForwardingExplainer::lastFailureChanged, this,
@@ -60,6 +61,16 @@ bool ComputerModel::readsByCopying() const
 void ComputerModel::setReadsByCopying(bool copies)
 {
     settings::readsByCopying.set(with_.defaults, copies);
+}
+
+bool ComputerModel::showsPill() const
+{
+    return settings::showsPill.value(with_.defaults);
+}
+
+void ComputerModel::setShowsPill(bool shows)
+{
+    settings::showsPill.set(with_.defaults, shows);
 }
 
 QString ComputerModel::copyingText() const

@@ -28,6 +28,7 @@ class ComputerModel : public QObject {
     Q_PROPERTY(vellumo::TapReach *taps READ taps CONSTANT)
     Q_PROPERTY(bool readsByCopying READ readsByCopying NOTIFY copyingChanged)
     Q_PROPERTY(QString copyingText READ copyingText NOTIFY copyingChanged)
+    Q_PROPERTY(bool showsPill READ showsPill NOTIFY pillChanged)
     Q_PROPERTY(QVariantList facts READ facts NOTIFY factsChanged)
     Q_PROPERTY(bool startsAtLogin READ startsAtLogin NOTIFY loginChanged)
     Q_PROPERTY(QString loginText READ loginText NOTIFY loginChanged)
@@ -63,6 +64,8 @@ public:
     Q_INVOKABLE void setReadsByCopying(bool copies);
     /// Returns an explanation of copying, with the excluded applications.
     [[nodiscard]] QString copyingText() const;
+    [[nodiscard]] bool showsPill() const;
+    Q_INVOKABLE void setShowsPill(bool shows);
     /// Returns the features of the desktop, each as a DesktopFact.
     [[nodiscard]] QVariantList facts() const;
 
@@ -86,6 +89,7 @@ public:
 Q_SIGNALS:
     void trustChanged();
     void copyingChanged();
+    void pillChanged();
     void factsChanged();
     void loginChanged();
     void problemsChanged();

@@ -4,7 +4,8 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// The page "This computer": permission, service, settings and diagnostics.
+/// The page "This computer": service, permission, options and diagnostics, in the order in which
+/// people need them.
 ScrollPage {
     id: page
 
@@ -43,11 +44,6 @@ ScrollPage {
         font.weight: Font.Bold
         Accessible.role: Accessible.Heading
     }
-    PermissionSection {
-        width: parent.width
-        computer: page.computer
-        english: page.english
-    }
     ServiceSection {
         id: service
 
@@ -55,17 +51,12 @@ ScrollPage {
         computer: page.computer
         english: page.english
     }
-    CopyingSection {
+    PermissionSection {
         width: parent.width
         computer: page.computer
         english: page.english
     }
-    LoginSection {
-        width: parent.width
-        computer: page.computer
-        english: page.english
-    }
-    WorksSection {
+    OptionsSection {
         width: parent.width
         computer: page.computer
         english: page.english
@@ -75,6 +66,11 @@ ScrollPage {
         syncsNotes: page.syncsNotes
         syncProblem: page.syncProblem
         syncTime: page.syncTime
+        computer: page.computer
+        english: page.english
+    }
+    DetailsSection {
+        width: parent.width
         computer: page.computer
         english: page.english
     }

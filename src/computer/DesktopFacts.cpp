@@ -45,7 +45,9 @@ DesktopFact accessibilityFact(const DesktopReporting &desktop, const Accessibili
     DesktopFact fact{.name = u"accessibility"_s,
                      .title = texts.pick(u"Accessibility service"_s, u"辅助功能服务"_s),
                      .isKnown = desktop.isConnected() || !desktop.isConnecting(),
-                     .works = desktop.isConnected()};
+                     .works = desktop.isConnected(),
+                     .needsAction = !desktop.isConnected() && !desktop.isConnecting()
+                         && accessibility.isProcessTrusted()};
     if (desktop.isConnected()) {
         fact.text = texts.pick(
             u"Most applications report what is selected. For the rest, vellumo reads what "
@@ -84,7 +86,8 @@ DesktopFact keyringFact(const DesktopReporting &desktop, const BilingualText &te
     DesktopFact fact{.name = u"keyring"_s,
                      .title = texts.pick(u"Keyring"_s, u"密钥环"_s),
                      .isKnown = keyring != Keyring::Asking,
-                     .works = keyring == Keyring::Open};
+                     .works = keyring == Keyring::Open,
+                     .needsAction = keyring == Keyring::Locked || keyring == Keyring::Absent};
     switch (keyring) {
     case Keyring::Open:
         fact.text = texts.pick(u"Stores your sign-in and your API key."_s,

@@ -20,6 +20,7 @@ struct DesktopFact {
     Q_PROPERTY(QString text MEMBER text CONSTANT)
     Q_PROPERTY(bool isKnown MEMBER isKnown CONSTANT)
     Q_PROPERTY(bool works MEMBER works CONSTANT)
+    Q_PROPERTY(bool needsAction MEMBER needsAction CONSTANT)
 
 public:
     QString name; ///< identifies the fact; not shown
@@ -27,6 +28,7 @@ public:
     QString text = {};
     bool isKnown = true; ///< false: the desktop has not answered yet
     bool works = true; ///< false: with limits
+    bool needsAction = false; ///< the user can remove the limits
 };
 
 /// Describes the features of this desktop that vellumo uses.

@@ -4,7 +4,7 @@ import QtQuick
 import Vellumo.Computer
 import Vellumo.Ui
 
-/// The permission to read selections, with buttons to grant and to withdraw it.
+/// The permission to read selections, and where double taps work, with buttons that change either.
 SectionCard {
     id: section
 
@@ -38,5 +38,22 @@ SectionCard {
             else
                 section.computer.allow()
         }
+    }
+    ActionLine {
+        readonly property TapReach taps: section.computer.taps
+
+        width: parent.width
+        lineName: "session"
+        status: taps.isEverywhere ? StatusLine.Good
+              : taps.actionText.length > 0 ? StatusLine.Limited : StatusLine.Neutral
+        stateName: taps.isEverywhere ? (section.english ? "works" : "可用")
+                                     : (section.english ? "limited" : "受限")
+        title: taps.title
+        text: taps.text
+        buttonName: "changeReach"
+        buttonText: taps.actionText
+        primary: !taps.isUndo
+        canAct: !taps.isBusy
+        onActed: taps.act()
     }
 }

@@ -85,8 +85,9 @@ bool TapReach::isEverywhere() const
 QString TapReach::title() const
 {
     return is(desktop_.shortcut(), State::Made) && made() == desktop_.shortcut()
-        ? texts_.pick(u"Double tap, or %1"_s, u"双击，或 %1"_s).arg(desktop_.shortcut()->keys())
-        : texts_.pick(u"Double tap"_s, u"双击"_s);
+        ? texts_.pick(u"Double-tap, or %1"_s, u"按两下 Option，或 %1"_s)
+              .arg(desktop_.shortcut()->keys())
+        : texts_.pick(u"Double-tap"_s, u"按两下 Option"_s);
 }
 
 QString TapReach::failureText() const
@@ -107,24 +108,24 @@ QString TapReach::question() const
     }
     if (offered == desktop_.extension()) {
         return texts_.pick(
-            u"In this Wayland session some windows do not report double taps. May vellumo turn on "
+            u"In this Wayland session some windows do not report double-taps. May vellumo turn on "
             "its extension of GNOME Shell, so that they work in every window? “This computer” "
             "turns it off again."_s,
-            u"在这个 Wayland 会话里，部分窗口不会报告双击。允许 vellumo 启用它的 GNOME Shell "
-            "扩展，让双击在所有窗口中有效吗？可以在“这台电脑”页面停用。"_s);
+            u"在这个 Wayland 会话里，部分窗口不会报告按两下。允许 vellumo 启用它的 GNOME Shell "
+            "扩展，让按两下在所有窗口中有效吗？可以在“这台电脑”页面停用。"_s);
     }
     return offered == desktop_.tapSetting()
         ? texts_.pick(
-            u"In this Wayland session some windows do not report double taps. May vellumo add an "
+            u"In this Wayland session some windows do not report double-taps. May vellumo add an "
             "entry to KWin's settings, so that they work in every window? “This computer” "
             "removes it."_s,
-            u"在这个 Wayland 会话里，部分窗口不会报告双击。允许 vellumo 在 KWin "
-            "的设置中添加一个条目，让双击在所有窗口中有效吗？可以在“这台电脑”页面移除。"_s)
+            u"在这个 Wayland 会话里，部分窗口不会报告按两下。允许 vellumo 在 KWin "
+            "的设置中添加一个条目，让按两下在所有窗口中有效吗？可以在“这台电脑”页面移除。"_s)
         : texts_.pick(
-            u"In this Wayland session some windows do not report double taps. May vellumo add a "
+            u"In this Wayland session some windows do not report double-taps. May vellumo add a "
             "keyboard shortcut to the desktop's settings that works in every window? “This "
             "computer” removes it."_s,
-            u"在这个 Wayland 会话里，部分窗口不会报告双击。允许 vellumo "
+            u"在这个 Wayland 会话里，部分窗口不会报告按两下。允许 vellumo "
             "在桌面设置中添加一个在所有窗口中有效的快捷键吗？可以在“这台电脑”页面移除。"_s);
 }
 
@@ -175,11 +176,11 @@ QString TapReach::text() const
     }
     if (made != nullptr) {
         return texts_.pick(
-            u"Double taps are heard in X11, GTK 3 and Qt windows and in Firefox; the shortcut "
+            u"Double-taps are heard in X11, GTK 3 and Qt windows and in Firefox; the shortcut "
             "works in every window. vellumo added it to the desktop's keyboard settings, where you "
             "can "
             "change its keys."_s,
-            u"双击在 X11、GTK 3、Qt 窗口和 Firefox 中有效；快捷键在所有窗口中有效。它由 vellumo "
+            u"按两下在 X11、GTK 3、Qt 窗口和 Firefox 中有效；快捷键在所有窗口中有效。它由 vellumo "
             "添加到桌面的键盘设置中，可以在那里更改按键。"_s);
     }
     if (desktop_.hearsEveryTap()) {
@@ -189,23 +190,23 @@ QString TapReach::text() const
             : texts_.pick(u"Everywhere in this X11 session."_s, u"在这个 X11 会话里处处可用。"_s);
     }
     QString some = texts_.pick(
-        u"In this Wayland session, double taps are heard in X11, GTK 3 and Qt windows and in "
+        u"In this Wayland session, double-taps are heard in X11, GTK 3 and Qt windows and in "
         "Firefox."_s,
-        u"在这个 Wayland 会话里，双击在 X11、GTK 3、Qt 窗口和 Firefox 中有效。"_s);
+        u"在这个 Wayland 会话里，按两下在 X11、GTK 3、Qt 窗口和 Firefox 中有效。"_s);
     if (is(desktop_.extension(), State::AfterLogin)) {
         some +=
             texts_.pick(u" An extension of GNOME Shell makes them heard in every window: log out "
                         "and in once, and it can be turned on here."_s,
-                        u"GNOME Shell 的一个扩展可以让双击在所有窗口中有效：注销并重新登录一次"
+                        u"GNOME Shell 的一个扩展可以让按两下在所有窗口中有效：注销并重新登录一次"
                         "后，即可在这里启用。"_s);
     }
     const DesktopChange *const offered = this->offered();
     if (offered == nullptr) {
         return some
             + texts_.pick(u" For the others, bind a keyboard shortcut of the desktop to “vellumo "
-                          "-\u2060-\u2060explain”: it does the same as a double tap."_s,
+                          "-\u2060-\u2060explain”: it does the same as a double-tap."_s,
                           u"其他窗口请在桌面设置里给“vellumo -\u2060-\u2060explain”绑定一个快捷键，"
-                          "效果与双击相同。"_s);
+                          "效果与按两下相同。"_s);
     }
     return some
         + (offered == desktop_.tapSetting()
@@ -216,7 +217,7 @@ QString TapReach::text() const
                : offered == desktop_.extension()
                ? texts_.pick(u" An extension of GNOME Shell, which came with vellumo, makes them "
                              "heard in every window. You can turn it off here again."_s,
-                             u"随 vellumo 一起安装的 GNOME Shell 扩展可以让双击在所有窗口中有效，"
+                             u"随 vellumo 一起安装的 GNOME Shell 扩展可以让按两下在所有窗口中有效，"
                              "可随时在这里停用。"_s)
                : texts_.pick(u" A keyboard shortcut reaches vellumo in every window: one entry in "
                              "the desktop's keyboard settings, which you can remove here."_s,

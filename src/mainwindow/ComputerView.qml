@@ -14,4 +14,10 @@ ComputerPage {
     syncsNotes: view.main.account.syncs
     syncTime: view.syncsNotes ? view.main.sync.problemTime : new Date(NaN)
     syncProblem: view.main.account.advice
+
+    AboutSection {
+        width: parent.width
+        main: view.main
+        english: view.english
+    }
 }

@@ -71,48 +71,22 @@ Sheet {
             width: 1
             height: Units.space24
         }
-        Item {
-            width: parent.width
-            height: daily.height + Units.space16
-            visible: settings.main.canLookForUpdates
-
-            Label {
-                id: daily
-
-                width: parent.width - looks.width - Units.space12
-                text: settings.english ? "Look for new versions once a day" : "每天检查一次新版本"
-                wrapMode: Text.Wrap
-                font.pixelSize: Units.type14
-            }
-            Switch {
-                id: looks
-
-                objectName: "looksForUpdates"
-                anchors.right: parent.right
-                accessibleName: daily.text
-                checked: settings.main.looksForUpdates
-                onClicked: settings.main.looksForUpdates = !settings.main.looksForUpdates
+        TextButton {
+            objectName: "toComputer"
+            visible: settings.main.hasComputer
+            width: Math.min(implicitWidth, parent.width)
+            quiet: true
+            icon: "computer"
+            text: settings.english ? "More under “This computer”"
+                                   : "更多设置在“这台电脑”页"
+            onClicked: {
+                settings.main.page = MainWindowModel.Computer
+                settings.dismissed()
             }
         }
-        Flow {
-            width: parent.width
-            visible: settings.main.hasProgramMenu
-            bottomPadding: Units.space16
-
-            TextButton {
-                objectName: "checkForUpdates"
-                width: Math.min(implicitWidth, parent.width)
-                quiet: true
-                text: settings.english ? "Check for Updates…" : "检查更新…"
-                onClicked: settings.main.checkForUpdates()
-            }
-            TextButton {
-                objectName: "quit"
-                width: Math.min(implicitWidth, parent.width)
-                quiet: true
-                text: settings.english ? "Quit vellumo" : "退出 vellumo"
-                onClicked: settings.main.quit()
-            }
+        Item {
+            width: 1
+            height: Units.space24
         }
         TextButton {
             objectName: "done"

@@ -70,6 +70,15 @@ NotesEntranceController::NotesEntranceController(const Collaborators &collaborat
     connect(container_.get(), &PillContainerView::cursorChanged, this,
             &NotesEntranceController::setHandCursor);
     connect(&with_.screens, &Screens::changed, this, &NotesEntranceController::adaptToScreens);
+    connect(model_.get(), &NotesPillModel::windowRequested, this, [this] {
+        collapse();
+        Q_EMIT windowRequested();
+    });
+    connect(&with_.defaults, &DefaultsStore::changed, this, [this](const QString &key) {
+        if (key == settings::showsPill.name) {
+            showOrHidePill();
+        }
+    });
 }
 
 NotesEntranceController::~NotesEntranceController() = default;
@@ -78,7 +87,25 @@ void NotesEntranceController::show(int count, std::function<void()> onOpen)
 {
     onOpen_ = std::move(onOpen);
     model_->setCount(count);
-    ensurePanel();
+    if (isPillWanted()) {
+        ensurePanel();
+    }
+}
+
+bool NotesEntranceController::isPillWanted() const
+{
+    return settings::showsPill.value(with_.defaults);
+}
+
+void NotesEntranceController::showOrHidePill()
+{
+    if (isPillWanted() && onOpen_) {
+        ensurePanel();
+    } else if (panel_ && container_->mode() == PillContainerView::Mode::Pill) {
+        panel_->orderOut();
+    } else {
+        collapse();
+    }
 }
 
 void NotesEntranceController::setHighlighted(bool highlighted)
@@ -106,6 +133,9 @@ void NotesEntranceController::selectNote(const ReadingNote &note)
 void NotesEntranceController::ensurePanel()
 {
     if (panel_) {
+        if (!panel_->isVisible()) {
+            panel_->orderFrontRegardless();
+        }
         return;
     }
     panel_ = with_.windows.createPanel(pillStyle,
@@ -199,6 +229,9 @@ void NotesEntranceController::finishCollapse()
     }
     container_->setMode(PillContainerView::Mode::Pill);
     synchronizeCursor();
+    if (!isPillWanted()) {
+        panel_->orderOut();
+    }
 }
 
 void NotesEntranceController::collapseIfPointerIsOutside()

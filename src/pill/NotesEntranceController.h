@@ -19,7 +19,8 @@ class Clock;
 class DefaultsStore;
 
 /// The pill that floats above other windows and expands into the list of notes. Its panel is
-/// created when first shown, and kept. Never takes the keyboard. Main thread only.
+/// created when first shown, and kept. Where the user has turned the pill off, the panel is shown
+/// only while its list is open. Never takes the keyboard. Main thread only.
 class NotesEntranceController final : public QObject, public NotesEntranceControlling {
     Q_OBJECT
 
@@ -54,9 +55,13 @@ public:
 Q_SIGNALS:
     /// Emitted when the pill was painted for the first time.
     void appeared();
+    /// Emitted when the user asks for the main window, after the list was folded.
+    void windowRequested();
 
 private:
     void ensurePanel();
+    [[nodiscard]] bool isPillWanted() const;
+    void showOrHidePill();
     [[nodiscard]] Point restoredPillOrigin() const;
     void savePillOrigin();
     void adaptToScreens();

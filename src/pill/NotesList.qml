@@ -21,7 +21,7 @@ Item {
 
         anchors.top: parent.top
         anchors.left: parent.left
-        anchors.right: parent.right
+        anchors.right: toWindow.left
         anchors.margins: list.sidePadding
         text: list.pill.listTitle
         textFormat: Text.PlainText
@@ -32,6 +32,21 @@ Item {
 
         Accessible.role: Accessible.Heading
         Accessible.name: header.text
+    }
+
+    IconButton {
+        id: toWindow
+
+        objectName: "toWindow"
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space12
+        anchors.verticalCenter: header.verticalCenter
+        diameter: Units.listButton
+        iconSize: Units.iconSmall
+        icon: "open"
+        ground: "transparent"
+        accessibleName: list.texts.english ? "Open vellumo" : "打开 vellumo"
+        onClicked: list.pill.windowRequested()
     }
 
     Text {

@@ -59,6 +59,8 @@ public:
     Q_INVOKABLE void select(int row);
 
 Q_SIGNALS:
+    /// Emitted by the view when the user asks for the main window.
+    void windowRequested();
     void countChanged();
     void notesChanged();
     void expandedChanged();

@@ -61,6 +61,8 @@ inline const Setting<double> lookedForUpdates{u"lookedForUpdates"};
 inline const Setting<QRect> mainWindowFrame{u"mainWindowFrame"};
 inline const Setting<bool> isMainWindowMaximized{u"isMainWindowMaximized"};
 
+/// Whether the pill is on the screen; its list can be opened without it.
+inline const Setting<bool> showsPill{u"showsPill", true};
 /// The pill's origin, in the form that pillGeometry::storableOrigin() gives it.
 inline const Setting<QVariant> notesPillOrigin{u"notesPillOrigin"};
 

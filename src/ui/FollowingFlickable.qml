@@ -11,6 +11,8 @@ Flickable {
     property int room: Units.space48
     /// Who has the keyboard in this window.
     readonly property Item keyboardItem: flickable.Window.activeFocusItem
+    /// Who had it last. A window that gets the keyboard back does not scroll under the pointer.
+    property Item followed: null
 
     contentWidth: width
     boundsBehavior: Flickable.StopAtBounds
@@ -52,8 +54,12 @@ Flickable {
 
         interval: 0
         onTriggered: {
-            if (flickable.holds(flickable.keyboardItem))
-                flickable.reveal(flickable.keyboardItem)
+            const item = flickable.keyboardItem
+            if (item === null || item.parent === null || item === flickable.followed)
+                return
+            flickable.followed = item
+            if (flickable.holds(item))
+                flickable.reveal(item)
         }
     }
 }

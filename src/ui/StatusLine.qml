@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-/// One state: a dot in its colour, a title and what it means.
+/// One state: its mark, a title and what it means.
 Item {
     id: line
 
@@ -15,21 +15,16 @@ Item {
 
     implicitHeight: words.height
 
-    Rectangle {
+    StatusMark {
         anchors.left: parent.left
         y: Math.round((title.lineHeight - height) / 2)
-        width: Units.statusDot
-        height: width
-        radius: width / 2
-        color: line.status === StatusLine.Good ? Theme.good
-             : line.status === StatusLine.Limited ? Theme.amber
-             : line.status === StatusLine.Bad ? Theme.bad : Theme.thirdInk
+        status: line.status
     }
     Column {
         id: words
 
         anchors.left: parent.left
-        anchors.leftMargin: Units.statusDot + Units.space12
+        anchors.leftMargin: Units.statusMark + Units.space12
         anchors.right: parent.right
         spacing: Units.space2
 

@@ -50,6 +50,7 @@ QtObject {
     readonly property color thumb: theme.dark ? "#3A3A41" : "#CFCDC7"
     readonly property color inkHovered: theme.dark ? "#DADADC" : "#34343A"
     readonly property color good: theme.dark ? "#4CC38A" : "#1F9D61"
+    readonly property color cautionText: theme.dark ? "#F5A524" : "#9A5B00"
     readonly property color bad: theme.dark ? "#FF8F85" : "#B3261E"
     readonly property color accent: "#2E6BFF"
     readonly property color accentSoft: theme.dark ? "#1B2747" : "#E3EBFF"

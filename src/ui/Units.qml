@@ -90,6 +90,7 @@ QtObject {
     readonly property int sheetWidth: units.scaled(380)
     readonly property int tile: units.scaled(144)
     readonly property int statusDot: 8
+    readonly property int statusMark: units.scaled(18)
     readonly property int switchHeight: Math.max(20, units.scaled(20))
     readonly property int bar: 3
     readonly property int calendarCell: units.scaled(15)
@@ -117,6 +118,7 @@ QtObject {
     readonly property int pillDot: 7
     readonly property real pillOutline: 2.5
     readonly property int listWidth: 340
+    readonly property int listButton: 28
     readonly property int cardGap: 3
     readonly property int demoFinger: 40
     /// Smallest type in panels of a fixed size.

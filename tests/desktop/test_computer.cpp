@@ -72,7 +72,7 @@ private Q_SLOTS:
         QVERIFY(vellumo_->start() && editor_->open());
         QVERIFY(reads(u"A sample answer"_s));
         QVERIFY(goesToService(u"Set up a service"_s));
-        desktop_.tap(Key::PageUp);
+        desktop_.tap(Key::PageDown);
         QVERIFY(vellumo_->click(u"Withdraw permission"_s));
         QVERIFY(shows(u"Allow"_s));
         QVERIFY(reads(u"vellumo needs Accessibility permission"_s));

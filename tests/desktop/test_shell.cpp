@@ -165,7 +165,7 @@ private Q_SLOTS:
         QCOMPARE(vellumo_->startAgain({u"--quit"_s}), 0);
         Program next(desktop_, QStringLiteral(VELLUMO_PROGRAM),
                      vellumo_->folder().section(u'/', -1));
-        QVERIFY(next.start());
+        QVERIFY2(next.start(), qPrintable(next.process().standardOutput()));
         QVERIFY(vellumo_->process().waitForEnd(5s));
         QCOMPARE(vellumo_->process().exitCode(), 0);
     }
@@ -211,7 +211,7 @@ private Q_SLOTS:
         QVERIFY(vellumo_->start());
         const QString running = run(0);
         QVERIFY2(!running.contains("not running"_L1)
-                     && running.contains("ok       Double tap: Everywhere"_L1),
+                     && running.contains("ok       Double-tap: Everywhere"_L1),
                  qPrintable(running));
         QVERIFY(vellumo_->process().isRunning());
         vellumo_->setSetting(u"accessibilityConsent"_s, u"false"_s);

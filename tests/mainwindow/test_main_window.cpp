@@ -171,9 +171,6 @@ private Q_SLOTS:
         choose(0.75);
         QCOMPARE(desk.preferences.preferredOutputLanguage(), u"English"_s);
         QCOMPARE(desk.text("settingsTitle"), u"Settings"_s);
-        desk.click("checkForUpdates");
-        desk.click("quit");
-        QCOMPARE(desk.chosen, (QStringList{u"updates"_s, u"quit"_s}));
         const QStringList english = textsOf(desk.window.window()->contentItem());
         const QRegularExpression chinese(u"\\p{Han}"_s);
         QCOMPARE(english.filter(chinese), QStringList{u"中文"_s});
@@ -203,18 +200,19 @@ private Q_SLOTS:
              bar
                  + QStringList{u"withdraw"_s, u"mode"_s, u"addressInput"_s, u"modelInput"_s,
                                u"keyInput"_s, u"save"_s, u"tryOut"_s, u"forgetKey"_s,
-                               u"startsAtLogin"_s, u"readsByCopying"_s}},
+                               u"startsAtLogin"_s, u"showsPill"_s, u"readsByCopying"_s,
+                               u"details"_s, u"looksForUpdates"_s, u"checkForUpdates"_s,
+                               u"quit"_s}},
             {"note",
              bar + QStringList{u"back"_s, u"delete"_s, u"openPage"_s, u"copy"_s, u"askFurther"_s}},
             {"export", {u"exportFormat"_s, u"exportCancel"_s, u"exportChoose"_s}},
-            {"settings",
-             {u"language"_s, u"looksForUpdates"_s, u"checkForUpdates"_s, u"quit"_s, u"done"_s}},
+            {"settings", {u"language"_s, u"toComputer"_s, u"done"_s}},
         };
         for (const auto &[view, reached] : rows) {
             WindowDesk desk;
             open(desk, QLatin1StringView(view));
             QSet<QString> met;
-            for (int i = 0; i < 20; ++i) {
+            for (int i = 0; i < 30; ++i) {
                 desk.key(Qt::Key_Tab);
                 QCoreApplication::processEvents(); // a sheet returns the keyboard focus
                 const QQuickItem *item = desk.window.window()->activeFocusItem();
@@ -295,8 +293,16 @@ private Q_SLOTS:
             QVERIFY(!desk.item("dailyUpdatesWords"));
             QCOMPARE(desk.defaults.value(u"looksForUpdates"_s), isAllowed);
             desk.click("settings");
-            desk.click("looksForUpdates");
+            desk.click("toComputer");
+            const auto press = [&](const char *name) {
+                desk.item(name)->forceActiveFocus();
+                desk.key(Qt::Key_Space);
+            };
+            press("looksForUpdates");
             QCOMPARE(desk.defaults.value(u"looksForUpdates"_s), !isAllowed);
+            press("checkForUpdates");
+            press("quit");
+            QCOMPARE(desk.chosen, (QStringList{u"updates"_s, u"quit"_s}));
         }
     }
 

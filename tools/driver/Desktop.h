@@ -29,6 +29,7 @@ constexpr quint8 NumLock = 77;
 constexpr quint8 AltRight = 108;
 constexpr quint8 Home = 110;
 constexpr quint8 PageUp = 112;
+constexpr quint8 PageDown = 117;
 constexpr quint8 End = 115;
 constexpr quint8 ArrowRight = 114;
 constexpr quint8 ArrowDown = 116;

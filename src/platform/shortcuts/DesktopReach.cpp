@@ -21,7 +21,7 @@ KGlobalAccelAction::Action loneAlt()
 {
     return {.name = u"tap"_s,
             .description =
-                pick(u"Press twice to explain the selection"_s, u"按两次解释选中的文字"_s),
+                pick(u"Press twice to explain the selection"_s, u"按两下解释选中的文字"_s),
             .keys = {static_cast<int>(Qt::ALT)},
             .since = KWinTapSetting::removedIn};
 }
