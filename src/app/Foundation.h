@@ -11,10 +11,12 @@
 #include "platform/windowing/OwnPointer.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/QtScreens.h"
+#include "platform/windowing/x11/X11Hints.h"
 #include "settings/AppConfig.h"
 #include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 #include "ui/ConsentDialog.h"
+#include "ui/OrdinaryWindow.h"
 #include "ui/QmlEngine.h"
 #include "ui/QtTranslation.h"
 #include "ui/look/SystemLook.h"
@@ -47,6 +49,9 @@ struct Foundation {
     Foundation()
     {
         texts.follow(defaults);
+        OrdinaryWindows::of(engine).onActivate = [](QWindow &window) {
+            x11::isAvailable() ? x11::activate(window.winId()) : window.requestActivate();
+        };
         if (pointer) {
             screens.followPointer(*pointer, *layerShell);
         }

@@ -5,7 +5,6 @@
 
 #include "account/AuthService.h"
 #include "app/SignInPreview.h"
-#include "platform/windowing/x11/X11Hints.h"
 
 namespace vellumo {
 
@@ -26,7 +25,6 @@ MainWindowWiring::MainWindowWiring(const Collaborators &with)
         QWindow *const window = controller_.window();
         return window != nullptr && window->isVisible() ? window : nullptr;
     };
-    controller_.onActivate = [](const QWindow &window) { x11::activate(window.winId()); };
     host_.window = [this]() -> QWindow * { return controller_.window(); };
 }
 

@@ -3,7 +3,6 @@
 
 #include "app/RevokedAlert.h"
 
-#include "platform/windowing/x11/X11Hints.h"
 #include "ui/BilingualText.h"
 
 using namespace Qt::StringLiterals;
@@ -31,9 +30,6 @@ void RevokedAlert::show()
          .button = texts_.pick(u"Open System Settings"_s, u"打开系统设置"_s),
          .refusal = texts_.pick(u"Later"_s, u"稍后"_s),
          .returnAgrees = true});
-    if (const QWindow *window = alert_.window()) {
-        x11::activate(window->winId());
-    }
 }
 
 void RevokedAlert::close()

@@ -42,14 +42,8 @@ void MainWindowController::show()
             window_->setPosition(*lastPosition_);
         }
     }
-    window_->setVisible(true);
     window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
-    window_->raise();
-    if (onActivate) {
-        onActivate(*window_);
-    } else {
-        window_->requestActivate();
-    }
+    takeKeyboard(*window_);
     if (onShown) {
         onShown();
     }

@@ -28,8 +28,6 @@ public:
 
     /// Called when show() has shown the window.
     std::function<void()> onShown;
-    /// Called to take the keyboard focus from another application.
-    std::function<void(QWindow &window)> onActivate;
 
     /// Creates the window on first use, brings it to the front and activates it.
     void show();

@@ -83,7 +83,7 @@ bool OnboardingWindowController::createWindow()
 bool OnboardingWindowController::raise()
 {
     if (window_) {
-        bringToFront(*window_);
+        takeKeyboard(*window_);
     }
     return window_;
 }

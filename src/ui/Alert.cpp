@@ -36,7 +36,7 @@ void Alert::showAboveAll(const Text &text)
         }
         window_->setFlag(Qt::WindowStaysOnTopHint);
     }
-    bringToFront(*window_);
+    takeKeyboard(*window_);
 }
 
 bool Alert::ask(const Text &text)

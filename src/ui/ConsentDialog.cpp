@@ -55,8 +55,24 @@ void ConsentDialog::show()
             return;
         }
         connect(window_, SIGNAL(answered(bool)), this, SLOT(onAnswered(bool)));
+        const OrdinaryWindows &windows = OrdinaryWindows::of(engine_);
+        connect(&windows, &OrdinaryWindows::broughtToFront, window_,
+                [this](QWindow &window) { stayAbove(window); });
+        window_->setTransientParent(windows.front());
     }
-    bringToFront(*window_);
+    takeKeyboard(*window_);
+}
+
+void ConsentDialog::stayAbove(QWindow &window)
+{
+    const bool isShown = window_->isVisible();
+    if (window_->transientParent() != &window) {
+        window_->hide(); // a window manager takes note of the parent when the window is mapped
+        window_->setTransientParent(&window);
+    }
+    if (isShown) {
+        takeKeyboard(*window_);
+    }
 }
 
 void ConsentDialog::closeWindow()

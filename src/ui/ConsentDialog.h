@@ -14,7 +14,7 @@ namespace vellumo {
 class BilingualText;
 
 /// Asks whether vellumo may read selected text, in a small modeless window that exists only while
-/// the question is open.
+/// the question is open. It stays above the ordinary window that was brought to the front last.
 class ConsentDialog final : public QObject, public ConsentPrompting {
     Q_OBJECT
 
@@ -39,6 +39,7 @@ private Q_SLOTS:
 
 private:
     void show();
+    void stayAbove(QWindow &window);
     void closeWindow();
 
     QQmlEngine &engine_;

@@ -24,6 +24,22 @@ OrdinaryWindows &OrdinaryWindows::of(QQmlEngine &engine)
     return found != nullptr ? *found : *new OrdinaryWindows(&engine);
 }
 
+QWindow *OrdinaryWindows::front() const
+{
+    return front_ && front_->isVisible() ? front_.get() : nullptr;
+}
+
+void OrdinaryWindows::setFront(QWindow &window)
+{
+    QQmlEngine *const engine = qmlEngine(&window);
+    if (engine == nullptr || window.type() == Qt::Dialog) {
+        return;
+    }
+    OrdinaryWindows &windows = of(*engine);
+    windows.front_ = &window;
+    Q_EMIT windows.broughtToFront(window);
+}
+
 QQuickWindow *makeOrdinaryWindow(QQmlEngine &engine, const QString &file,
                                  const QVariantMap &properties, QObject *owner)
 {
@@ -61,9 +77,23 @@ void centreOnScreen(QWindow &window, int roomAbove)
 
 void bringToFront(QWindow &window)
 {
-    window.show();
+    window.setVisible(true); // show() would undo a maximized state
     window.raise();
     window.requestActivate();
+    OrdinaryWindows::setFront(window);
+}
+
+void takeKeyboard(QWindow &window)
+{
+    window.setVisible(true); // show() would undo a maximized state
+    window.raise();
+    QQmlEngine *const engine = qmlEngine(&window);
+    if (engine != nullptr && OrdinaryWindows::of(*engine).onActivate) {
+        OrdinaryWindows::of(*engine).onActivate(window);
+    } else {
+        window.requestActivate();
+    }
+    OrdinaryWindows::setFront(window);
 }
 
 void closeForGood(QPointer<QQuickWindow> &window)
