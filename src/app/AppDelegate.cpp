@@ -66,6 +66,9 @@ int AppDelegate::run(LaunchRequest request)
 
 void AppDelegate::terminate()
 {
+    if (applicationInterface_) {
+        applicationInterface_->stop();
+    }
     // Not quit(), which first closes windows: an open question would count as answered.
     QApplication::exit();
 }

@@ -87,6 +87,7 @@ ApplicationInterface::ApplicationInterface(QObject *parent) : QObject(parent)
 
 void ApplicationInterface::offerOn(QDBusConnection bus)
 {
+    bus_ = bus;
     bus.registerObject(ApplicationName::path, this, QDBusConnection::ExportAdaptors);
     QDBusMessage request =
         QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
@@ -100,6 +101,27 @@ void ApplicationInterface::offerOn(QDBusConnection bus)
             Q_EMIT nameTaken();
         }
     });
+}
+
+void ApplicationInterface::stop()
+{
+    isStopped_ = true;
+    if (bus_) {
+        QDBusMessage release =
+            QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                           u"org.freedesktop.DBus"_s, u"ReleaseName"_s);
+        release << QString(ApplicationName::id);
+        bus_->send(release);
+    }
+}
+
+bool ApplicationInterface::refusesAll() const
+{
+    const bool refuses = isStopped_ && calledFromDBus();
+    if (refuses) {
+        sendErrorReply(QDBusError::ServiceUnknown, u"The program is about to end"_s);
+    }
+    return refuses;
 }
 
 void ApplicationInterface::schedule(std::function<void()> work)
@@ -116,6 +138,9 @@ void ApplicationInterface::refuse(const QString &why) const
 
 void ApplicationInterface::report()
 {
+    if (refusesAll()) {
+        return;
+    }
     if (!writeReport) {
         sendErrorReply(QDBusError::NotSupported, u"No report"_s);
         return;
@@ -128,11 +153,16 @@ void ApplicationInterface::report()
 
 void ApplicationInterface::activate()
 {
-    schedule([this] { Q_EMIT activationRequested(); });
+    if (!refusesAll()) {
+        schedule([this] { Q_EMIT activationRequested(); });
+    }
 }
 
 void ApplicationInterface::open(const QStringList &urls)
 {
+    if (refusesAll()) {
+        return;
+    }
     const bool isTooMuch = urls.size() > maxUrls
         || std::any_of(urls.begin(), urls.end(),
                        [](const QString &url) { return url.size() > maxUrlLength; });
@@ -145,6 +175,9 @@ void ApplicationInterface::open(const QStringList &urls)
 
 void ApplicationInterface::activateAction(const QString &name, bool hasParameter)
 {
+    if (refusesAll()) {
+        return;
+    }
     const auto action = actions.constFind(name);
     if (action == actions.constEnd() || hasParameter) {
         refuse(u"No such action"_s);

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 namespace vellumo {
 
@@ -36,6 +37,10 @@ public:
     /// Registers the interfaces on this open bus and requests the program's name. Never blocks.
     void offerOn(QDBusConnection bus);
 
+    /// Gives the name back, since the program is about to end. Calls that still arrive fail with
+    /// ServiceUnknown, so that their sender starts the program anew instead of losing its request.
+    void stop();
+
     // Called by the bus, and by the program's own start.
     void activate();
     void open(const QStringList &urls);
@@ -52,6 +57,11 @@ Q_SIGNALS:
 private:
     void schedule(std::function<void()> work);
     void refuse(const QString &why) const;
+    /// Replies with an error if a caller on the bus comes after stop().
+    [[nodiscard]] bool refusesAll() const;
+
+    std::optional<QDBusConnection> bus_; ///< since offerOn()
+    bool isStopped_ = false;
 };
 
 } // namespace vellumo
