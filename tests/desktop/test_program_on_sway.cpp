@@ -63,6 +63,10 @@ private Q_SLOTS:
             });
         };
         QVERIFY(vellumo_->start());
+        const auto reporter = vellumo_->another({u"--doctor"_s});
+        QVERIFY(reporter->launch() && reporter->waitForEnd(10s));
+        QVERIFY2(reporter->standardOutput().contains("Window in front: IPC of sway"_L1),
+                 qPrintable(reporter->standardOutput()));
         QVERIFY(arrivesAtReader(u"before"_s));
         QVERIFY(!isDarkAt(inPanel) && !isDarkAt(inReader));
 

@@ -208,6 +208,18 @@ private Q_SLOTS:
         };
         const QString alone = run(0);
         QVERIFY2(alone.contains("not running"_L1), qPrintable(alone));
+        // a file of notes that it neither uses nor changes
+        const QString data = vellumo_->folder() + u"/data/vellumo"_s;
+        QVERIFY(QDir().mkpath(data));
+        QFile notes(data + u"/notes.json"_s);
+        const QByteArray place =
+            R"({"context": {"key": "k", "displayName": "d", "source": "filePath"}, "notes": []})";
+        const QByteArray ambiguous = "{\"buckets\": [" + place + "," + place + "]}";
+        QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write(ambiguous) > 0);
+        notes.close();
+        QVERIFY(vellumo_->launch() && vellumo_->waitForText(u"Your notes cannot be opened"_s));
+        QVERIFY(vellumo_->click(u"Quit"_s) && vellumo_->process().waitForEnd(5s));
+        QVERIFY(notes.open(QIODevice::ReadOnly) && notes.readAll() == ambiguous && notes.remove());
         QVERIFY(vellumo_->start());
         const QString running = run(0);
         QVERIFY2(!running.contains("not running"_L1)

@@ -43,6 +43,7 @@ private Q_SLOTS:
         QCOMPARE(desk.host.asked, desk.notes.notes[1].note.id);
         desk.click("copy");
         QVERIFY(desk.host.copied.contains("<b>bold</b>"_L1));
+        QVERIFY(!desk.item("error"));
         desk.click("openPage");
         QCOMPARE(desk.host.opened, QUrl(u"https://a.test/1"_s));
         QVERIFY(desk.text("error").contains("https://a.test/1"_L1));

@@ -120,6 +120,8 @@ private Q_SLOTS:
         taps.setOn(false);
         QCOMPARE(tap(desktop_), QDBusMessage::ErrorMessage);
         QCOMPARE(tapped.size(), 1);
+        taps.setOn(true);
+        QVERIFY(waitUntil([&] { return tap(desktop_) == QDBusMessage::ReplyMessage; }));
     }
 
 private:

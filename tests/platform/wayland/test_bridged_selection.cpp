@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
 #include "platform/wayland/BridgedPrimarySelection.h"
+#include "platform/wayland/ChosenFrontWindows.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace vellumo;
@@ -34,6 +36,32 @@ class TestBridgedSelection : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void announcesTheWindowOfTheBestSource()
+    {
+        Front sources[3];
+        ChosenFrontWindows chosen({&sources[0], &sources[1], &sources[2]});
+        const QSignalSpy changed(&chosen, &FrontWindows::changed);
+        const struct {
+            int source;
+            qint64 window; ///< 0: none any more
+            int announced;
+            qint64 chosen;
+        } steps[] = {{2, 3, 1, 3}, {2, 4, 1, 4}, {0, 1, 1, 1}, {2, 3, 0, 1},
+                     {1, 2, 0, 1}, {0, 0, 1, 2}, {1, 0, 1, 3}, {2, 0, 1, 0}};
+        qsizetype announced = 0;
+        for (const auto &step : steps) {
+            auto &source = sources[step.source];
+            source.window.reset();
+            if (step.window != 0) {
+                source.window.emplace().processIdentifier = step.window;
+            }
+            Q_EMIT source.changed();
+            announced += step.announced;
+            QCOMPARE(changed.size(), announced);
+            QCOMPARE(chosen.frontWindow().value_or(FrontWindow()).processIdentifier, step.chosen);
+        }
+    }
+
     void attributesTextToTheWindowInFront()
     {
         const struct {
