@@ -16,6 +16,7 @@
 #include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 #include "ui/ConsentDialog.h"
+#include "ui/InterfaceLanguage.h"
 #include "ui/OrdinaryWindow.h"
 #include "ui/QmlEngine.h"
 #include "ui/QtTranslation.h"
@@ -49,6 +50,7 @@ struct Foundation {
     Foundation()
     {
         texts.follow(defaults);
+        InterfaceLanguage::of(engine).follow(texts);
         OrdinaryWindows::of(engine).onActivate = [](QWindow &window) {
             x11::isAvailable() ? x11::activate(window.winId()) : window.requestActivate();
         };

@@ -19,6 +19,7 @@ ScrollPage {
 
     /// `row` is one of the newest notes.
     signal noteChosen(row: int)
+    signal menuAsked(card: Item, x: real, y: real, row: int)
     signal allNotesAsked
 
     property int keptCard: -1
@@ -137,6 +138,7 @@ ScrollPage {
                 activeFocusOnTab: true
                 hasKeyboard: activeFocus
                 onAction: page.noteChosen(card.index)
+                onMenuAsked: (x, y) => page.menuAsked(card, x, y, card.index)
                 Keys.onPressed: event => {
                     const keys = [Qt.Key_Space, Qt.Key_Return, Qt.Key_Enter]
                     event.accepted = keys.includes(event.key)

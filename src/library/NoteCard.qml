@@ -22,6 +22,8 @@ Item {
 
     /// `modifiers` are those of a click, and none for a press by accessibility.
     signal action(modifiers: int)
+    /// The context menu is asked for at this point of the card.
+    signal menuAsked(x: real, y: real)
 
     implicitHeight: Units.noteRow
 
@@ -145,6 +147,12 @@ Item {
 
         anchors.fill: parent
         hoverEnabled: true
-        onClicked: mouse => card.action(mouse.modifiers)
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onClicked: mouse => {
+            if (mouse.button === Qt.LeftButton)
+                card.action(mouse.modifiers)
+            else
+                card.menuAsked(mouse.x, mouse.y)
+        }
     }
 }

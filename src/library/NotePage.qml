@@ -22,7 +22,12 @@ FocusScope {
     Keys.onEscapePressed: page.note.close()
     Keys.onBackPressed: page.note.close()
     Keys.onDeletePressed: page.deletionAsked()
-    Keys.onPressed: event => { event.accepted = reader.scrollByKey(event.key) }
+    Keys.onPressed: event => {
+        const steps = { [Qt.Key_J]: 1, [Qt.Key_K]: -1 }
+        event.accepted = event.key in steps || reader.scrollByKey(event.key)
+        if (event.key in steps)
+            page.note.step(steps[event.key])
+    }
 
     Connections {
         target: page.note

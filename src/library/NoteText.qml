@@ -5,6 +5,7 @@ import Vellumo.Ui
 
 /// Text of a note, to read, select and copy.
 ReadingText {
+    island: false
     color: Theme.ink
     selectionColor: Theme.selection
     selectedTextColor: Theme.ink

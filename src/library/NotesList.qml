@@ -17,6 +17,7 @@ FocusScope {
     readonly property NoteSelection selection: list.library.selection
 
     signal noteChosen(row: int)
+    signal menuAsked(card: Item, x: real, y: real, row: int)
     property real keptY: 0
     property string keptId: ""
 
@@ -158,10 +159,8 @@ FocusScope {
             NotesHeader {
                 id: heading
 
-                anchors.left: parent.left
-                anchors.right: parent.right
-                anchors.leftMargin: list.sidePadding
-                anchors.rightMargin: list.sidePadding
+                x: list.sidePadding
+                width: row.width - 2 * list.sidePadding
                 height: Math.round(Units.type15 * Units.cardLine) + Units.space8
                     + (row.index > 0 ? Units.space20 : Units.space4)
                 visible: row.isHeading
@@ -171,10 +170,10 @@ FocusScope {
                 Accessible.ignored: !visible
             }
             NoteCard {
-                anchors.left: parent.left
-                anchors.right: parent.right
-                anchors.leftMargin: list.sidePadding
-                anchors.rightMargin: list.sidePadding
+                id: card
+
+                x: list.sidePadding
+                width: row.width - 2 * list.sidePadding
                 visible: !row.isHeading
                 title: row.title
                 detail: row.detail
@@ -187,6 +186,7 @@ FocusScope {
                 selected: row.isSelected
                 Accessible.ignored: !visible
                 onAction: modifiers => list.activate(row.index, modifiers)
+                onMenuAsked: (x, y) => list.menuAsked(card, x, y, row.index)
             }
         }
     }

@@ -11,6 +11,7 @@ FocusScope {
     required property NotesLibrary library
     required property NoteDeletion deletion
     required property NotesExporter exporter
+    required property OpenedNote note
     required property BilingualText texts
 
     readonly property bool english: page.texts.english
@@ -38,6 +39,13 @@ FocusScope {
             page.selection.isActive = false
         else
             page.leavePlace()
+    }
+
+    readonly property NoteMenu menu: NoteMenu {
+        id: menu
+
+        note: page.note
+        deletion: page.deletion
     }
 
     Connections {
@@ -164,6 +172,12 @@ FocusScope {
         english: page.english
         sidePadding: page.sidePadding
         onNoteChosen: row => page.noteChosen(row)
+        onMenuAsked: (card, x, y, row) => {
+            menu.openFor(card, x, y, page.library.idAt(row), () => page.noteChosen(row), [{
+                name: "menuSelect", text: page.english ? "Select" : "选择",
+                run: () => list.activate(row, Qt.ControlModifier)
+            }])
+        }
     }
     ExportLine {
         id: outcome

@@ -61,6 +61,51 @@ void OpenedNote::close()
     }
 }
 
+void OpenedNote::step(int by)
+{
+    const int direction = by < 0 ? -1 : 1;
+    const int last = library_.rows()->rowCount() - 1;
+    int row = library_.rowOf(noteId());
+    int left = std::abs(by);
+    while (row >= 0 && left > 0) {
+        row += direction;
+        if (row < 0 || row > last) {
+            return;
+        }
+        left -= library_.isHeading(row) ? 0 : 1;
+    }
+    openRow(row);
+}
+
+const NoteWithContext *OpenedNote::find(const QString &id) const
+{
+    return library_.find(QUuid::fromString(id));
+}
+
+void OpenedNote::copyNote(const QString &id)
+{
+    if (const NoteWithContext *entry = find(id)) {
+        host_.copyText(asText(*entry));
+    }
+}
+
+bool OpenedNote::hasPageOf(const QString &id) const
+{
+    const NoteWithContext *entry = find(id);
+    return entry != nullptr && !pageOf(entry->context).isEmpty();
+}
+
+void OpenedNote::openPageOf(const QString &id)
+{
+    const NoteWithContext *entry = find(id);
+    if (entry == nullptr || host_.openPage(pageOf(entry->context))) {
+        return;
+    }
+    open(entry);
+    isPageUnopened_ = true;
+    Q_EMIT changed();
+}
+
 void OpenedNote::follow()
 {
     if (!entry_) {

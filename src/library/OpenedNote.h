@@ -39,6 +39,9 @@ public:
     Q_INVOKABLE void openRow(int row);
     Q_INVOKABLE void openLatest(int row);
     Q_INVOKABLE void close();
+    /// Opens the note that is this far from the open one in the library's list; does nothing where
+    /// there is none.
+    Q_INVOKABLE void step(int by);
 
     [[nodiscard]] bool isOpen() const { return entry_.has_value(); }
     /// Returns the id of the open note; empty without one.
@@ -65,6 +68,12 @@ public:
     Q_INVOKABLE void copy();
     Q_INVOKABLE void openPage();
 
+    // For a note of the library that need not be open, by its id.
+    Q_INVOKABLE void copyNote(const QString &id);
+    [[nodiscard]] Q_INVOKABLE bool hasPageOf(const QString &id) const;
+    /// Opens the note if its page cannot be opened, to show the address.
+    Q_INVOKABLE void openPageOf(const QString &id);
+
     /// Returns the whole note as plain text for the clipboard.
     [[nodiscard]] static QString asText(const NoteWithContext &entry);
 
@@ -75,6 +84,7 @@ Q_SIGNALS:
 
 private:
     void open(const NoteWithContext *entry);
+    [[nodiscard]] const NoteWithContext *find(const QString &id) const;
     void follow();
 
     NotesLibrary &library_;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 import Vellumo.Insights
+import Vellumo.Library
 import Vellumo.MainWindow
 
 /// The home page in the main window.
@@ -14,4 +15,14 @@ HomePage {
     library: view.main.library
     onNoteChosen: row => view.main.note.openLatest(row)
     onAllNotesAsked: view.main.goToAllNotes()
+    onMenuAsked: (card, x, y, row) => {
+        menu.openFor(card, x, y, view.library.latestIdAt(row), () => view.main.note.openLatest(row), [])
+    }
+
+    readonly property NoteMenu menu: NoteMenu {
+        id: menu
+
+        note: view.main.note
+        deletion: view.main.deletion
+    }
 }

@@ -13,6 +13,7 @@ NotesPage {
     library: view.main.library
     deletion: view.main.deletion
     exporter: view.main.exporter
+    note: view.main.note
     onNoteChosen: row => view.main.note.openRow(row)
 
     Connections {

@@ -32,6 +32,7 @@ CardFrame {
         ReadingText {
             id: sample
 
+            island: false
             objectName: "sample"
             x: Units.space24
             y: card.isCramped ? Units.space12 : Units.space24

@@ -85,8 +85,16 @@ FocusScope {
         onTextChanged: field.report()
         onPreeditTextChanged: field.report()
 
+        Keys.onMenuPressed: menu.openAtCursor()
+
         HoverHandler {
             cursorShape: Qt.IBeamCursor
+        }
+        TextMenu {
+            id: menu
+
+            field: input
+            island: true
         }
     }
     IconButton {

@@ -9,6 +9,7 @@ TextEdit {
 
     property real lineFactor: Units.readingLine
     property int paragraphGap: 0
+    property bool island: true
 
     readOnly: true
     selectByMouse: true
@@ -23,8 +24,16 @@ TextEdit {
     Accessible.role: Accessible.StaticText
     Accessible.name: reading.text
 
+    Keys.onMenuPressed: menu.openAtCursor()
+
     HoverHandler {
         cursorShape: Qt.IBeamCursor
+    }
+    TextMenu {
+        id: menu
+
+        field: reading
+        island: reading.island
     }
 
     readonly property UnwatchedClipboard clipboard: UnwatchedClipboard { field: reading }

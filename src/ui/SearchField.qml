@@ -78,8 +78,15 @@ FocusScope {
             input.clear()
         }
 
+        Keys.onMenuPressed: menu.openAtCursor()
+
         HoverHandler {
             cursorShape: Qt.IBeamCursor
+        }
+        TextMenu {
+            id: menu
+
+            field: input
         }
     }
     ButtonArea {

@@ -113,8 +113,15 @@ FocusScope {
                 onTextEdited: field.edited()
                 onAccepted: field.accepted()
 
+                Keys.onMenuPressed: menu.openAtCursor()
+
                 HoverHandler {
                     cursorShape: Qt.IBeamCursor
+                }
+                TextMenu {
+                    id: menu
+
+                    field: input
                 }
             }
         }

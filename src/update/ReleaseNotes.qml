@@ -67,6 +67,7 @@ Rectangle {
         ReadingText {
             id: reading
 
+            island: false
             objectName: "notesText"
             width: reader.width
             color: Theme.ink

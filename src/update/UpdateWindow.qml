@@ -114,6 +114,7 @@ FittingDialog {
         ReadingText {
             id: hint
 
+            island: false
             objectName: "hint"
             anchors.top: notes.visible ? notes.bottom : detail.bottom
             anchors.topMargin: Units.space12

@@ -4,7 +4,9 @@
 
 #include "ShownNotes.h"
 #include "driver/Waiting.h"
+#include <QClipboard>
 #include <QFile>
+#include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -57,6 +59,45 @@ private Q_SLOTS:
         QVERIFY(!desk.item("sourceText"));
         QCOMPARE(desk.text("count"), u"1 of 3"_s);
         QCOMPARE(desk.window.openNoteContext(), std::nullopt);
+    }
+
+    void opensMenusByRightClick()
+    {
+        WindowDesk desk;
+        desk.useWithoutAccount();
+        desk.notes.notes = notes(3);
+        desk.show();
+        const auto rightClick = [&desk](const char *name) {
+            const QQuickItem *item = desk.item(name);
+            QVERIFY2(item != nullptr, name);
+            QTest::mouseClick(desk.window.window(), Qt::RightButton, {},
+                              item->mapToScene({20, 10}).toPoint());
+        };
+        rightClick("latest");
+        desk.key(Qt::Key_Down);
+        desk.key(Qt::Key_Down);
+        desk.key(Qt::Key_Return);
+        QVERIFY(desk.host.copied.contains("note 0"_L1));
+        rightClick("latest");
+        desk.click("menuOpenPage");
+        QCOMPARE(desk.host.opened, QUrl(u"https://a.test/1"_s));
+        // which no browser opens, so that the note shows the address
+        QVERIFY(desk.text("error").contains("https://a.test/1"_L1));
+
+        QCOMPARE(desk.text("sourceText"), u"note 0"_s);
+        desk.key(Qt::Key_J);
+        QCOMPARE(desk.text("sourceText"), u"note 1"_s);
+        desk.key(Qt::Key_J);
+        desk.key(Qt::Key_J); // there is none
+        QCOMPARE(desk.text("sourceText"), u"note 2"_s);
+        desk.key(Qt::Key_K);
+        rightClick("sourceText");
+        desk.click("menuCopy");
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"note 1"_s);
+        desk.key(Qt::Key_Escape);
+        rightClick("latest");
+        desk.click("menuDelete");
+        QCOMPARE(desk.notes.notes.size(), 2);
     }
 
     void walksTheInsights()

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The vellumo authors
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Vellumo.Library
+import Vellumo.Ui
+
+/// The context menu of a note in a list.
+MenuOpener {
+    id: menu
+
+    required property OpenedNote note
+    required property NoteDeletion deletion
+
+    readonly property bool english: InterfaceLanguage.english
+
+    /// `openNote` shows the note's page, `extra` are further entries before the last.
+    function openFor(card: Item, x: real, y: real, id: string, openNote: var, extra: var): void {
+        const entries = [
+            { name: "menuOpen", text: menu.english ? "Open" : "打开", run: openNote },
+            { name: "menuCopyNote", text: menu.english ? "Copy" : "复制",
+              run: () => menu.note.copyNote(id) }
+        ]
+        if (menu.note.hasPageOf(id)) {
+            entries.push({ name: "menuOpenPage", text: menu.english ? "Open page" : "打开网页",
+                           run: () => menu.note.openPageOf(id) })
+        }
+        menu.open(card, x, y, entries.concat(extra, [
+            { name: "menuDelete", text: menu.english ? "Delete" : "删除",
+              run: () => menu.deletion.deleteNote(id) }
+        ]))
+    }
+}
