@@ -13,6 +13,9 @@ Item {
     required property string origin
     required property string spoken
     required property int followUps
+    /// The two with the words of a search marked, as markup; empty without a search.
+    property string titleMarkup: ""
+    property string detailMarkup: ""
     property bool hasKeyboard: false
     /// Whether selection mode is on, and whether this note is selected.
     property bool selecting: false
@@ -79,6 +82,7 @@ Item {
         TextLine {
             width: parent.width
             text: card.title
+            markup: card.titleMarkup
             color: Theme.ink
             size: Units.type14
             weight: Font.DemiBold
@@ -86,6 +90,7 @@ Item {
         TextLine {
             width: parent.width
             text: card.detail
+            markup: card.detailMarkup
             color: Theme.secondInk
             size: Units.type13
         }

@@ -9,6 +9,7 @@ Item {
 
     required property string question
     required property string answer
+    property string marked: ""
 
     height: reply.y + reply.height + Units.space4
 
@@ -36,6 +37,7 @@ Item {
             width: Math.min(Math.ceil(measure.implicitWidth) + 1,
                             Math.round(exchange.width * 0.85) - 2 * Units.space12)
             text: exchange.question
+            marked: exchange.marked
             color: Theme.accentSoftText
             font.pixelSize: Units.type13
         }
@@ -55,6 +57,7 @@ Item {
         anchors.topMargin: Units.space12
         width: parent.width
         text: exchange.answer
+        marked: exchange.marked
         paragraphGap: Units.space4
     }
 }

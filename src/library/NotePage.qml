@@ -12,6 +12,7 @@ FocusScope {
     required property OpenedNote note
     required property bool isFromHome ///< whether "back" leads to the home page
     required property BilingualText texts
+    property string marked: "" ///< words of the search that led here
 
     readonly property bool english: page.texts.english
     readonly property int sidePadding: Math.max(Units.space24,
@@ -101,6 +102,7 @@ FocusScope {
                     anchors.top: parent.top
                     anchors.topMargin: Units.space16
                     text: page.note.sourceText
+                    marked: page.marked
                 }
             }
             NoteText {
@@ -108,6 +110,7 @@ FocusScope {
                 width: parent.width
                 visible: text.length > 0
                 text: page.note.translation
+                marked: page.marked
                 font.pixelSize: page.note.translation.length <= 120 ? Units.type17 : Units.type15
                 font.weight: Font.DemiBold
             }
@@ -116,6 +119,7 @@ FocusScope {
                 width: parent.width
                 visible: text.length > 0
                 text: page.note.explanation
+                marked: page.marked
                 paragraphGap: Units.space4
             }
             Label {
@@ -144,6 +148,7 @@ FocusScope {
 
                 NoteExchange {
                     width: column.width
+                    marked: page.marked
                 }
             }
         }

@@ -6,6 +6,7 @@
 #include "notes/NoteDates.h"
 #include "platform/Clock.h"
 #include "ui/BilingualText.h"
+#include "ui/WordMarks.h"
 
 #include <algorithm>
 #include <numeric>
@@ -87,6 +88,11 @@ void NotesLibrary::refresh()
     isRefreshing_ = true;
     startSearch(false);
     Q_EMIT notesChanged();
+}
+
+QString NotesLibrary::marked(const QString &text, const QColor &color) const
+{
+    return WordMarks::markup(text, query_, color);
 }
 
 void NotesLibrary::setQuery(const QString &query)

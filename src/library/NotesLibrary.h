@@ -7,6 +7,7 @@
 #include "library/NoteSelection.h"
 #include "notes/NotesStoring.h"
 #include "platform/WorkSlices.h"
+#include <QColor>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 #include <optional>
@@ -75,6 +76,8 @@ public:
 
     [[nodiscard]] QString query() const { return query_; }
     void setQuery(const QString &query);
+    /// Returns the text as markup for Text.StyledText, with the words of the query in this colour.
+    Q_INVOKABLE [[nodiscard]] QString marked(const QString &text, const QColor &color) const;
 
     /// Restricts the list to the place of this context, or removes the restriction.
     void setPlace(const std::optional<ReadingContext> &place);

@@ -140,54 +140,15 @@ FocusScope {
                 event.accepted = false
         }
 
-        delegate: Item {
+        delegate: NoteRow {
             id: row
 
-            required property int index
-            required property bool isHeading
-            required property string title
-            required property string detail
-            required property string when
-            required property string origin
-            required property string spoken
-            required property int followUps
-            required property bool isSelected
-
             width: rows.width
-            height: row.isHeading ? heading.height : Units.noteRow + Units.space8
-
-            NotesHeader {
-                id: heading
-
-                x: list.sidePadding
-                width: row.width - 2 * list.sidePadding
-                height: Math.round(Units.type15 * Units.cardLine) + Units.space8
-                    + (row.index > 0 ? Units.space20 : Units.space4)
-                visible: row.isHeading
-                title: row.title
-                detail: row.detail
-                count: row.followUps
-                Accessible.ignored: !visible
-            }
-            NoteCard {
-                id: card
-
-                x: list.sidePadding
-                width: row.width - 2 * list.sidePadding
-                visible: !row.isHeading
-                title: row.title
-                detail: row.detail
-                when: row.when
-                origin: row.origin
-                spoken: row.spoken
-                followUps: row.followUps
-                hasKeyboard: rows.activeFocus && row.ListView.isCurrentItem
-                selecting: list.selection.isActive
-                selected: row.isSelected
-                Accessible.ignored: !visible
-                onAction: modifiers => list.activate(row.index, modifiers)
-                onMenuAsked: (x, y) => list.menuAsked(card, x, y, row.index)
-            }
+            library: list.library
+            sidePadding: list.sidePadding
+            hasKeyboard: rows.activeFocus && row.ListView.isCurrentItem
+            onAction: modifiers => list.activate(row.index, modifiers)
+            onMenuAsked: (card, x, y) => list.menuAsked(card, x, y, row.index)
         }
     }
     ScrollThumb {

@@ -11,6 +11,7 @@ NotePage {
     required property MainWindowModel main
 
     note: view.main.note
+    marked: view.isFromHome ? "" : view.main.library.query
     isFromHome: view.main.page === MainWindowModel.Home
     onDeletionAsked: {
         const id = view.note.noteId

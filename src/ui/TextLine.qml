@@ -14,6 +14,7 @@ Item {
     /// Where it has to be one font in place of the interface's.
     property string family: ""
     property int alignment: Text.AlignLeft
+    property string markup: "" ///< StyledText to show in place of the text
 
     implicitWidth: Math.ceil(words.implicitWidth)
     height: Math.round(line.size * Units.cardLine)
@@ -23,8 +24,8 @@ Item {
 
         y: Math.round(line.height * 0.76) - Math.round(words.baselineOffset)
         width: line.width
-        text: line.text
-        textFormat: Text.PlainText
+        text: line.markup.length > 0 ? line.markup : line.text
+        textFormat: line.markup.length > 0 ? Text.StyledText : Text.PlainText
         horizontalAlignment: line.alignment
         elide: Text.ElideRight
         maximumLineCount: 1

@@ -56,6 +56,9 @@ QtObject {
     readonly property color accentSoft: theme.dark ? "#1B2747" : "#E3EBFF"
     readonly property color accentSoftText: theme.dark ? "#DCE6FF" : "#17336F"
     readonly property color selection: theme.dark ? "#2B4A99" : "#BFD2FF"
+    /// Of the words of a search: in a line, and behind them in a text.
+    readonly property color markInk: theme.dark ? "#8FB0FF" : "#1F4FCC"
+    readonly property color mark: theme.dark ? "#5A4A12" : "#FFE69A"
     readonly property color scrim: theme.dark ? "#99000000" : "#5517171A"
     /// What stands out of a soft fill.
     readonly property color raised: theme.dark ? "#34343B" : "#FFFFFF"

@@ -9,6 +9,7 @@
 #include "ui/PlainText.h"
 #include "ui/QmlEngine.h"
 #include "ui/QtTranslation.h"
+#include "ui/WordMarks.h"
 #include "ui/look/SystemLook.h"
 #include <QColor>
 #include <QDBusVariant>
@@ -64,6 +65,20 @@ class InterfaceTextTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void marksTheWordsOfASearch()
+    {
+        const auto marked = [](const QString &text, const QString &words) {
+            return WordMarks::markup(text, words, Qt::blue)
+                .replace(u"<font color=\"#0000ff\"><b>"_s, u"["_s)
+                .replace(u"</b></font>"_s, u"]"_s);
+        };
+        QCOMPARE(marked(u"Tide <b> & tide"_s, u" tIDE  b "_s),
+                 u"[Tide] &lt;[b]&gt; &amp; [tide]"_s);
+        QCOMPARE(marked(u"banana"_s, u"ana nan"_s), u"b[anana]"_s);
+        QCOMPARE(marked(u"潮水<i>"_s, u"水"_s), u"潮[水]&lt;i&gt;"_s);
+        QCOMPARE(marked(u"a"_s, u" "_s), u"a"_s);
+    }
+
     void followsTheStoredPreference()
     {
         const QString key = u"preferredOutputLanguage"_s;
