@@ -17,7 +17,6 @@ Item {
 
     implicitHeight: body.isError ? errorText.height
                   : thread.visible ? thread.y + thread.height
-                  : sample.visible ? sample.y + sample.height
                   : body.isLoading ? skeleton.y + skeleton.height
                   : answer.y + answer.height
     height: body.implicitHeight
@@ -61,8 +60,8 @@ Item {
     AnswerText {
         id: answer
 
-        anchors.top: quote.bottom
-        anchors.topMargin: quote.visible ? Units.space12 : 0
+        anchors.top: sample.visible ? sample.bottom : quote.bottom
+        anchors.topMargin: sample.visible || quote.visible ? Units.space12 : 0
         width: parent.width
         visible: !body.isError && !body.isLoading
         view: body.view
@@ -71,8 +70,8 @@ Item {
     SampleNote {
         id: sample
 
-        anchors.top: answer.bottom
-        anchors.topMargin: Units.space12
+        anchors.top: quote.bottom
+        anchors.topMargin: quote.visible ? Units.space12 : 0
         width: parent.width
         visible: body.view.isSample && !body.isError && !body.isLoading
         view: body.view
@@ -82,7 +81,7 @@ Item {
     FollowUpThread {
         id: thread
 
-        anchors.top: sample.visible ? sample.bottom : answer.bottom
+        anchors.top: answer.bottom
         anchors.topMargin: Units.space16
         width: parent.width
         visible: thread.count > 0 && !body.isError && !body.isLoading

@@ -20,7 +20,7 @@ private Q_SLOTS:
         HttpServer server;
         server.answer("POST", target, modelSays(explanationOf(u"It is the moon."_s)));
         QVERIFY(vellumo_->start() && editor_->open());
-        QVERIFY(reads(u"A sample answer"_s));
+        QVERIFY(reads(u"Sample answer"_s));
         QVERIFY(goesToService(u"Set up a service"_s));
         const auto hasKeyboard = [this] {
             const WindowId active = desktop_.activeWindow();
@@ -70,7 +70,7 @@ private Q_SLOTS:
     void takesThePermissionBackWithoutAWarning()
     {
         QVERIFY(vellumo_->start() && editor_->open());
-        QVERIFY(reads(u"A sample answer"_s));
+        QVERIFY(reads(u"Sample answer"_s));
         QVERIFY(goesToService(u"Set up a service"_s));
         desktop_.tap(Key::PageDown);
         QVERIFY(vellumo_->click(u"Withdraw permission"_s));
@@ -99,7 +99,7 @@ private Q_SLOTS:
                 [this] { return vellumo_->find(u"Withdraw permission"_s).has_value(); }, 2s);
         };
         QVERIFY(waitUntil(allows));
-        QVERIFY(reads(u"A sample answer"_s));
+        QVERIFY(reads(u"Sample answer"_s));
     }
 
 private:
