@@ -53,8 +53,14 @@ Item {
         anchors.top: quote.bottom
         anchors.topMargin: quote.visible ? Units.space12 : 0
         width: parent.width
-        visible: body.isLoading
+        visible: opacity > 0
+        opacity: body.isLoading ? 1 : 0
         running: body.isLoading && body.view.shown
+
+        Behavior on opacity {
+            enabled: !body.isLoading && body.view.shown && Units.animated
+            NumberAnimation { duration: Units.quick }
+        }
     }
 
     AnswerText {
@@ -64,7 +70,13 @@ Item {
         anchors.topMargin: sample.visible || quote.visible ? Units.space12 : 0
         width: parent.width
         visible: !body.isError && !body.isLoading
+        opacity: visible ? 1 : 0
         view: body.view
+
+        Behavior on opacity {
+            enabled: answer.visible && skeleton.visible && body.view.shown && Units.animated
+            NumberAnimation { duration: Units.quick }
+        }
     }
 
     SampleNote {

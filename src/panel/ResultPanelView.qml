@@ -22,6 +22,12 @@ FocusScope {
     readonly property real fittingHeight: island.headerBottom + Units.space12
                                           + content.implicitHeight + island.footerHeight
 
+    /// The height at the end of a growth. The content is laid out for it from the beginning, and
+    /// uncovered.
+    readonly property real finalHeight: Math.max(
+        island.height, Math.min(island.fittingHeight, island.view.maximumHeight))
+    readonly property bool grows: island.height < island.finalHeight - 0.5
+
     clip: true
 
     Accessible.role: Accessible.Pane
@@ -84,23 +90,38 @@ FocusScope {
         texts: island.texts
     }
 
-    IslandReader {
-        id: reader
+    // Uncovers the content while the island grows; the last line fades in.
+    Item {
+        id: opening
 
         y: island.headerBottom
         width: island.width
         height: Math.max(0, island.height - y - island.footerHeight)
-        topPadding: Units.space12
-        contentItemHeight: content.implicitHeight
+        clip: island.grows
 
-        IslandBody {
-            id: content
+        IslandReader {
+            id: reader
 
-            x: island.sidePadding
-            y: Units.space12
-            width: island.width - 2 * island.sidePadding
-            view: island.view
-            texts: island.texts
+            width: island.width
+            height: Math.max(0, island.finalHeight - opening.y - island.footerHeight)
+            topPadding: Units.space12
+            contentItemHeight: content.implicitHeight
+
+            IslandBody {
+                id: content
+
+                x: island.sidePadding
+                y: Units.space12
+                width: island.width - 2 * island.sidePadding
+                view: island.view
+                texts: island.texts
+            }
+        }
+        GrowingEdge {
+            anchors.bottom: parent.bottom
+            x: Units.hairline // leaves the island's edge
+            width: parent.width - 2 * x
+            visible: island.grows
         }
     }
 
