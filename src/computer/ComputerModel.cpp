@@ -13,6 +13,8 @@
 #include "settings/UserPreferences.h"
 #include "ui/BilingualText.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace vellumo {
@@ -96,6 +98,12 @@ QVariantList ComputerModel::facts() const
         facts.append(QVariant::fromValue(fact));
     }
     return facts;
+}
+
+bool ComputerModel::needsAction() const
+{
+    return std::ranges::any_of(desktopFacts(with_.desktop, with_.accessibility, with_.texts),
+                               &DesktopFact::needsAction);
 }
 
 bool ComputerModel::startsAtLogin() const

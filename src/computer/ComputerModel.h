@@ -30,6 +30,7 @@ class ComputerModel : public QObject {
     Q_PROPERTY(QString copyingText READ copyingText NOTIFY copyingChanged)
     Q_PROPERTY(bool showsPill READ showsPill NOTIFY pillChanged)
     Q_PROPERTY(QVariantList facts READ facts NOTIFY factsChanged)
+    Q_PROPERTY(bool needsAction READ needsAction NOTIFY factsChanged)
     Q_PROPERTY(bool startsAtLogin READ startsAtLogin NOTIFY loginChanged)
     Q_PROPERTY(QString loginText READ loginText NOTIFY loginChanged)
     Q_PROPERTY(QString explanationProblem READ explanationProblem NOTIFY problemsChanged)
@@ -68,6 +69,8 @@ public:
     Q_INVOKABLE void setShowsPill(bool shows);
     /// Returns the features of the desktop, each as a DesktopFact.
     [[nodiscard]] QVariantList facts() const;
+    /// Returns whether the user can do something about one of them.
+    [[nodiscard]] bool needsAction() const;
 
     [[nodiscard]] bool startsAtLogin() const;
     /// Returns a remark on the state of the autostart entry; empty for plain on and off.

@@ -13,7 +13,7 @@ Column {
     required property bool english
     property bool isUnfolded: false
 
-    readonly property bool needsAction: section.computer.facts.some(fact => fact.needsAction)
+    readonly property bool needsAction: section.computer.needsAction
 
     spacing: Units.space8
 
@@ -51,7 +51,7 @@ Column {
                     required property var modelData
 
                     objectName: modelData.name
-                    width: facts.width
+                    width: parent ? parent.width : 0
                     status: modelData.needsAction ? StatusLine.Limited
                           : modelData.isKnown && modelData.works ? StatusLine.Good
                                                                  : StatusLine.Neutral

@@ -15,18 +15,15 @@ MenuOpener {
 
     /// `openNote` shows the note's page, `extra` are further entries before the last.
     function openFor(card: Item, x: real, y: real, id: string, openNote: var, extra: var): void {
-        const entries = [
+        const own = [
             { name: "menuOpen", text: menu.english ? "Open" : "打开", run: openNote },
             { name: "menuCopyNote", text: menu.english ? "Copy" : "复制",
               run: () => menu.note.copyNote(id) }
         ]
-        if (menu.note.hasPageOf(id)) {
-            entries.push({ name: "menuOpenPage", text: menu.english ? "Open page" : "打开网页",
-                           run: () => menu.note.openPageOf(id) })
-        }
-        menu.open(card, x, y, entries.concat(extra, [
-            { name: "menuDelete", text: menu.english ? "Delete" : "删除",
-              run: () => menu.deletion.deleteNote(id) }
-        ]))
+        const page = { name: "menuOpenPage", text: menu.english ? "Open page" : "打开网页",
+                       run: () => menu.note.openPageOf(id) }
+        const last = { name: "menuDelete", text: menu.english ? "Delete" : "删除",
+                       run: () => menu.deletion.deleteNote(id) }
+        menu.open(card, x, y, [...own, ...(menu.note.hasPageOf(id) ? [page] : []), ...extra, last])
     }
 }
