@@ -17,6 +17,7 @@ Item {
     property string titleMarkup: ""
     property string detailMarkup: ""
     property bool hasKeyboard: false
+    property bool isOpen: false ///< beside the list
     /// Whether selection mode is on, and whether this note is selected.
     property bool selecting: false
     property bool selected: false
@@ -40,7 +41,8 @@ Item {
 
     Card {
         anchors.fill: parent
-        color: pointer.containsMouse ? Theme.surfaceHovered : Theme.surface
+        color: card.isOpen ? Theme.accentSoft
+             : pointer.containsMouse ? Theme.surfaceHovered : Theme.surface
         border.color: card.selected ? Theme.accent
                                     : pointer.containsMouse ? Theme.thumb : Theme.hairline
     }

@@ -11,6 +11,7 @@ Item {
     required property NotesLibrary library
     required property int sidePadding
     required property bool hasKeyboard
+    required property bool isOpen
 
     // of the model
     required property int index
@@ -60,6 +61,7 @@ Item {
         spoken: row.spoken
         followUps: row.followUps
         hasKeyboard: row.hasKeyboard
+        isOpen: row.isOpen
         selecting: row.library.selection.isActive
         selected: row.isSelected
         Accessible.ignored: !visible

@@ -13,11 +13,11 @@ FocusScope {
     required property NoteDeletion deletion
     required property bool english
     required property int sidePadding
+    required property OpenedNote note ///< may be open beside the list
 
     readonly property NoteSelection selection: list.library.selection
 
     signal noteChosen(row: int)
-    signal menuAsked(card: Item, x: real, y: real, row: int)
     property real keptY: 0
     property string keptId: ""
 
@@ -34,6 +34,8 @@ FocusScope {
             next = next + direction >= 0 && next + direction <= last ? next + direction : next + 1
         if (next <= last && !list.library.isHeading(next))
             rows.currentIndex = next
+        if (list.note.isOpen && !list.selection.isActive)
+            list.noteChosen(rows.currentIndex)
         // shows the first heading with the first note
         if (rows.currentIndex <= 1)
             rows.positionViewAtBeginning()
@@ -65,6 +67,13 @@ FocusScope {
             list.selection.toggle(row)
     }
 
+    function openMenu(card: Item, x: real, y: real, row: int): void {
+        menu.openFor(card, x, y, list.library.idAt(row), () => list.noteChosen(row), [{
+            name: "menuSelect", text: list.english ? "Select" : "选择",
+            run: () => list.activate(row, Qt.ControlModifier)
+        }])
+    }
+
     /// Deletes the selected notes, or else the current one, and moves to its neighbour.
     function remove(): void {
         if (list.selection.isActive) {
@@ -76,6 +85,13 @@ FocusScope {
         if (list.library.idAt(rows.currentIndex) === id)
             list.step(-1)
         list.deletion.deleteNote(id)
+    }
+
+    readonly property NoteMenu menu: NoteMenu {
+        id: menu
+
+        note: list.note
+        deletion: list.deletion
     }
 
     Connections {
@@ -147,8 +163,9 @@ FocusScope {
             library: list.library
             sidePadding: list.sidePadding
             hasKeyboard: rows.activeFocus && row.ListView.isCurrentItem
+            isOpen: list.note.isOpen && list.library.idAt(row.index) === list.note.noteId
             onAction: modifiers => list.activate(row.index, modifiers)
-            onMenuAsked: (card, x, y) => list.menuAsked(card, x, y, row.index)
+            onMenuAsked: (card, x, y) => list.openMenu(card, x, y, row.index)
         }
     }
     ScrollThumb {

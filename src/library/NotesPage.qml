@@ -41,13 +41,6 @@ FocusScope {
             page.leavePlace()
     }
 
-    readonly property NoteMenu menu: NoteMenu {
-        id: menu
-
-        note: page.note
-        deletion: page.deletion
-    }
-
     Connections {
         target: page.library
 
@@ -171,13 +164,8 @@ FocusScope {
         deletion: page.deletion
         english: page.english
         sidePadding: page.sidePadding
+        note: page.note
         onNoteChosen: row => page.noteChosen(row)
-        onMenuAsked: (card, x, y, row) => {
-            menu.openFor(card, x, y, page.library.idAt(row), () => page.noteChosen(row), [{
-                name: "menuSelect", text: page.english ? "Select" : "选择",
-                run: () => list.activate(row, Qt.ControlModifier)
-            }])
-        }
     }
     ExportLine {
         id: outcome

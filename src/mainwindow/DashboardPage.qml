@@ -9,8 +9,9 @@ LoadedView {
     id: view
 
     required property int page
+    property bool staysBeside: false ///< visible although a note is open
 
-    visible: view.wanted && !view.main.note.isOpen
+    visible: view.wanted && (!view.main.note.isOpen || view.staysBeside)
     focus: view.visible
     kept: true
     wanted: view.main.page === view.page

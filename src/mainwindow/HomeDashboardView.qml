@@ -122,7 +122,7 @@ FocusScope {
             onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
         }
     }
-    FocusScope {
+    DashboardPages {
         id: pages
 
         anchors.left: sideBar.right
@@ -130,43 +130,8 @@ FocusScope {
         anchors.top: notices.bottom
         anchors.bottom: parent.bottom
         focus: !dashboard.showsSheet
-
-        DashboardPage {
-            anchors.fill: parent
-            page: MainWindowModel.Home
-            file: Qt.resolvedUrl("HomeView.qml")
-            main: dashboard.main
-            texts: dashboard.texts
-        }
-        DashboardPage {
-            anchors.fill: parent
-            page: MainWindowModel.Notes
-            file: Qt.resolvedUrl("NotesView.qml")
-            main: dashboard.main
-            texts: dashboard.texts
-        }
-        DashboardPage {
-            anchors.fill: parent
-            page: MainWindowModel.Insights
-            file: Qt.resolvedUrl("InsightsView.qml")
-            main: dashboard.main
-            texts: dashboard.texts
-        }
-        DashboardPage {
-            anchors.fill: parent
-            page: MainWindowModel.Computer
-            file: Qt.resolvedUrl("ComputerView.qml")
-            main: dashboard.main
-            texts: dashboard.texts
-        }
-        LoadedView {
-            anchors.fill: parent
-            focus: wanted
-            file: Qt.resolvedUrl("NoteView.qml")
-            wanted: dashboard.main.note.isOpen
-            main: dashboard.main
-            texts: dashboard.texts
-        }
+        main: dashboard.main
+        texts: dashboard.texts
     }
 
     LoadedView {

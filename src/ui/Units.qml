@@ -85,6 +85,9 @@ QtObject {
     readonly property int pageWidth: units.scaled(752)
     readonly property int pageTop: 36
     readonly property int noteWidth: units.scaled(680)
+    /// From this width of a page on, the list of notes takes `splitList` beside the open note.
+    readonly property int splitWidth: units.scaled(940)
+    readonly property int splitList: units.scaled(380)
     readonly property int noteRow: units.scaled(66)
     readonly property int signInWidth: units.scaled(340)
     readonly property int sheetWidth: units.scaled(380)

@@ -100,6 +100,28 @@ private Q_SLOTS:
         QCOMPARE(desk.notes.notes.size(), 2);
     }
 
+    void showsANoteBesideTheList()
+    {
+        WindowDesk desk;
+        desk.useWithoutAccount();
+        desk.notes.notes = notes(3);
+        desk.show();
+        desk.window.window()->resize(1300, 700);
+        desk.click("notes");
+        desk.item("rows")->forceActiveFocus(Qt::TabFocusReason);
+        desk.key(Qt::Key_Return);
+        QVERIFY(waitUntil([&] { return desk.item("rows") && desk.item("sourceText"); }));
+        QCOMPARE(desk.text("sourceText"), u"note 0"_s);
+        desk.key(Qt::Key_Down);
+        QCOMPARE(desk.text("sourceText"), u"note 1"_s);
+        desk.window.window()->resize(1040, 700);
+        QVERIFY(waitUntil([&] { return !desk.item("rows"); }));
+        desk.window.window()->resize(1300, 700);
+        QVERIFY(waitUntil([&] { return desk.item("rows") != nullptr; }));
+        desk.key(Qt::Key_Escape);
+        QVERIFY(!desk.item("sourceText") && desk.item("rows"));
+    }
+
     void walksTheInsights()
     {
         WindowDesk desk;
