@@ -128,8 +128,8 @@ Column {
         TextButton {
             objectName: "tryOut"
             enabled: !entry.service.isTrying
-            text: entry.service.isTrying ? (entry.english ? "Trying…" : "正在测试…")
-                                           : (entry.english ? "Try it" : "测试")
+            text: entry.service.isTrying ? (entry.english ? "Testing…" : "正在测试…")
+                                           : (entry.english ? "Test" : "测试")
             onClicked: entry.service.tryOut(address.text, model.text, key.text)
         }
         TextButton {

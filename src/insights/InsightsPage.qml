@@ -28,7 +28,7 @@ ScrollPage {
         Label {
             objectName: "insightsTitle"
             width: parent.width
-            text: page.english ? "Insights" : "洞察"
+            text: page.english ? "Insights" : "统计"
             font.pixelSize: Units.type24
             font.letterSpacing: Units.tightTracking
             font.weight: Font.Bold

@@ -123,8 +123,8 @@ QStringList NotesInsights::shareTexts() const
     QStringList shares;
     const QList<int> percents = languagePercents();
     for (const int percent : percents) {
-        shares.append(percent == 0 ? texts_.pick(u"under 1 %"_s, u"不到 1%"_s)
-                                   : texts_.pick(u"%1 %"_s, u"%1%"_s).arg(percent));
+        shares.append(percent == 0 ? texts_.pick(u"under 1%"_s, u"不到 1%"_s)
+                                   : u"%1%"_s.arg(percent));
     }
     return shares;
 }

@@ -206,7 +206,7 @@ QString nameOf(ReadingLanguage language, bool english)
     case Language::Chinese:
         return english ? u"Chinese"_s : u"中文"_s;
     case Language::ChineseCharacters:
-        return english ? u"Chinese characters"_s : u"汉字词语"_s;
+        return english ? u"Undetermined (Han characters)"_s : u"未识别（汉字）"_s;
     case Language::Japanese:
         return english ? u"Japanese"_s : u"日语"_s;
     case Language::Korean:
@@ -226,17 +226,17 @@ QString nameOf(ReadingLanguage language, bool english)
     case Language::Dutch:
         return english ? u"Dutch"_s : u"荷兰语"_s;
     case Language::LatinLetters:
-        return english ? u"Latin letters"_s : u"拉丁字母"_s;
+        return english ? u"Undetermined (Latin script)"_s : u"未识别（拉丁字母）"_s;
     case Language::CyrillicLetters:
-        return english ? u"Cyrillic letters"_s : u"西里尔字母"_s;
+        return english ? u"Undetermined (Cyrillic script)"_s : u"未识别（西里尔字母）"_s;
     case Language::ArabicLetters:
-        return english ? u"Arabic letters"_s : u"阿拉伯字母"_s;
+        return english ? u"Undetermined (Arabic script)"_s : u"未识别（阿拉伯字母）"_s;
     case Language::Greek:
         return english ? u"Greek"_s : u"希腊语"_s;
     case Language::HebrewLetters:
-        return english ? u"Hebrew letters"_s : u"希伯来字母"_s;
+        return english ? u"Undetermined (Hebrew script)"_s : u"未识别（希伯来字母）"_s;
     case Language::DevanagariLetters:
-        return english ? u"Devanagari letters"_s : u"天城文字母"_s;
+        return english ? u"Undetermined (Devanagari script)"_s : u"未识别（天城文字母）"_s;
     case Language::Thai:
         return english ? u"Thai"_s : u"泰语"_s;
     case Language::NoLetters:
@@ -245,7 +245,7 @@ QString nameOf(ReadingLanguage language, bool english)
     case Language::Count:
         break;
     }
-    return english ? u"Other letters"_s : u"其他文字"_s;
+    return english ? u"Undetermined (other script)"_s : u"未识别（其他文字）"_s;
 }
 
 } // namespace vellumo

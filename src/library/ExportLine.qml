@@ -96,7 +96,7 @@ Card {
             objectName: "dismissExport"
             visible: !line.isWriting
             quiet: true
-            text: line.english ? "Dismiss" : "知道了"
+            text: line.english ? "Dismiss" : "关闭"
             onClicked: {
                 const hadKeyboard = close.activeFocus
                 line.exporter.dismiss()

@@ -31,7 +31,7 @@ Item {
             icon: "notes"
             title: first.english ? "No notes yet"
                                  : "还没有笔记"
-            text: first.english ? "Every explanation is kept here, with the place where you read it."
+            text: first.english ? "Every explanation is saved here, with the place where you read it."
                                 : "你查过的内容、出处和解释都会保存在这里。"
         }
         Item {

@@ -22,7 +22,10 @@ QString placeOf(const ReadingContext &context, bool english)
     if (isPulled(context)) {
         return english ? u"Synced notes"_s : u"已同步的笔记"_s;
     }
-    return presentableLine(context.displayName, maxPlace);
+    const QString name = presentableLine(context.displayName, maxPlace);
+    return context.source == ReadingContextSource::webURL && name.startsWith("www."_L1)
+        ? name.sliced(4)
+        : name;
 }
 
 QString placeKey(const ReadingContext &context)

@@ -235,8 +235,10 @@ QString NoteRowsModel::origin(const NoteWithContext &entry) const
 QString NoteRowsModel::spoken(const NoteWithContext &entry) const
 {
     const qsizetype followUps = entry.note.followUps.size();
-    const QString asked =
-        (textContext_().isEnglish ? u"asked further: %1"_s : u"追问 %1 次"_s).arg(followUps);
+    const QString asked = (!textContext_().isEnglish ? u"追问 %1 次"_s
+                               : followUps == 1      ? u"%1 follow-up"_s
+                                                     : u"%1 follow-ups"_s)
+                              .arg(followUps);
     return joined({detail(entry.note), time(entry.note), place(entry.context),
                    followUps > 0 ? asked : QString()},
                   u", "_s);

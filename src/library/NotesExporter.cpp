@@ -257,7 +257,7 @@ QString NotesExporter::outcome() const
         return texts_.pick(u"The folder no longer exists. Choose another one."_s,
                            u"该文件夹已不存在，请选择其他文件夹。"_s);
     case State::NotAFile:
-        return texts_.pick(u"Something else has this name already. Choose another one."_s,
+        return texts_.pick(u"A folder has that name. Choose another name."_s,
                            u"这个名称已被占用，请换一个名称。"_s);
     case State::Failed:
         return texts_.pick(u"The file could not be written: %1"_s, u"无法写入文件：%1"_s)

@@ -134,7 +134,7 @@ QString NotesLibrary::countText() const
 QString NotesLibrary::placeText() const
 {
     return place_
-        ? texts_.pick(u"Only %1"_s, u"只看 %1"_s).arg(placeOf(*place_, texts_.isEnglish()))
+        ? texts_.pick(u"From %1"_s, u"来自 %1"_s).arg(placeOf(*place_, texts_.isEnglish()))
         : QString();
 }
 

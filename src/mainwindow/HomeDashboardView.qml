@@ -72,7 +72,7 @@ FocusScope {
             dotColor: Theme.accent
             words: deletion.outcome
             acceptText: dashboard.texts.english ? "Undo" : "撤销"
-            declineText: dashboard.texts.english ? "Dismiss" : "知道了"
+            declineText: dashboard.texts.english ? "Dismiss" : "关闭"
             onAccepted: deletion.undo()
             onDeclined: deletion.dismiss()
             onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)

@@ -80,7 +80,7 @@ Rectangle {
                 objectName: "insights"
                 width: parent.width
                 icon: "insights"
-                text: bar.english ? "Insights" : "洞察"
+                text: bar.english ? "Insights" : "统计"
                 chosen: bar.main.page === MainWindowModel.Insights
                 onClicked: bar.main.page = MainWindowModel.Insights
             }

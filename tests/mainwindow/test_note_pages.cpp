@@ -150,7 +150,7 @@ private Q_SLOTS:
                 : QString();
         };
         desk.key(Qt::Key_Return); // the first place
-        QCOMPARE(filter(), u"只看 a.test"_s);
+        QCOMPARE(filter(), u"来自 a.test"_s);
         QCOMPARE(desk.text("count"), u"27 / 30"_s);
         QTest::keyClick(desk.window.window(), '9'); // searches there
         QCOMPARE(desk.text("count"), u"3 / 30"_s);

@@ -242,15 +242,15 @@ private Q_SLOTS:
             {"La marée monte et descend dans les ports qui sont profonds", "French"},
             {"DER MOND IST AUFGEGANGEN UND FÜR ALLE DA", "German"},
             {"El agua de los ríos no es como la del mar", "Spanish"},
-            {"the", "Latin letters"},
-            {"theş andş thatş withş thisş whichş fromş", "Latin letters"},
-            {"Từ điển và ngôn ngữ của người Việt", "Latin letters"},
+            {"the", "Undetermined (Latin script)"},
+            {"theş andş thatş withş thisş whichş fromş", "Undetermined (Latin script)"},
+            {"Từ điển và ngôn ngữ của người Việt", "Undetermined (Latin script)"},
             {"潮水每天涨落两次,没有人问 it 为什么", "Chinese"},
-            {"経済", "Chinese characters"},
+            {"経済", "Undetermined (Han characters)"},
             {"潮は一日に二度満ちる", "Japanese"},
             {"밀물은 하루에 두 번", "Korean"},
-            {"Прилив два раза в день", "Cyrillic letters"},
-            {"\xf0\xa0\x80\x80\xf0\xa0\x80\x81", "Chinese characters"}, // beyond 16 bits
+            {"Прилив два раза в день", "Undetermined (Cyrillic script)"},
+            {"\xf0\xa0\x80\x80\xf0\xa0\x80\x81", "Undetermined (Han characters)"}, // beyond 16 bits
             {"= 42 %", "Numbers and signs"},
             {"", "Numbers and signs"},
         };
@@ -274,9 +274,9 @@ private Q_SLOTS:
                      at(paper, u"der und die, ein Satz"_s), at(paper, u"the tide that turns"_s),
                      at(paper, u"Kindergarten"_s), at(elsewhere, u"ubiquitous"_s)});
         shelf.insights.setShown(true);
-        QCOMPARE(
-            shelf.insights.languageNames(),
-            (QStringList{u"English"_s, u"German"_s, u"Chinese characters"_s, u"Latin letters"_s}));
+        QCOMPARE(shelf.insights.languageNames(),
+                 (QStringList{u"English"_s, u"German"_s, u"Undetermined (Han characters)"_s,
+                              u"Undetermined (Latin script)"_s}));
         QCOMPARE(shelf.insights.languageCounts(), (QList<int>{3, 3, 1, 1}));
         QCOMPARE(shelf.insights.languagePercents(), (QList<int>{38, 38, 12, 12})); // of 37.5, 12.5
     }
