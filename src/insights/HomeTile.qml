@@ -9,9 +9,13 @@ Card {
 
     required property string heading
     property string spoken: "" ///< for screen readers
+    /// Below each other, tiles are as high as their content.
+    property bool isStacked: false
+    property int contentHeight: Units.scaled(72)
     default property alias content: body.data
 
-    height: Units.tile
+    height: !tile.isStacked ? Units.tile
+          : title.height + tile.contentHeight + 2 * Units.space16 + Units.space12
 
     Accessible.role: Accessible.Grouping
     Accessible.name: tile.heading

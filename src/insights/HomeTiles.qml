@@ -21,18 +21,22 @@ Grid {
     MonthTile {
         objectName: "monthTile"
         width: tiles.tileWidth
+        isStacked: tiles.perRow === 1
         overview: tiles.overview
         english: tiles.english
     }
     PlacesTile {
         objectName: "placesTile"
         width: tiles.tileWidth
+        isStacked: tiles.perRow === 1
         overview: tiles.overview
         english: tiles.english
     }
     DaysTile {
         objectName: "daysTile"
-        width: tiles.tileWidth
+        // with what rounding leaves, so that the row ends where the cards below do
+        width: tiles.width - (tiles.perRow - 1) * (tiles.tileWidth + tiles.spacing)
+        isStacked: tiles.perRow === 1
         overview: tiles.overview
         english: tiles.english
     }

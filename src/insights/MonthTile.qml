@@ -13,6 +13,7 @@ HomeTile {
 
     heading: tile.english ? "This month" : "本月"
     spoken: tile.overview.monthText
+    contentHeight: number.height + Units.space4 + compared.height
 
     Label {
         id: number

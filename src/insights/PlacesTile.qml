@@ -14,6 +14,7 @@ HomeTile {
 
     heading: tile.english ? "Top sources, last 30 days" : "近 30 天来源"
     spoken: tile.overview.placesText
+    contentHeight: Math.max(places.height, nothing.visible ? nothing.height : 0)
 
     Column {
         id: places
@@ -71,6 +72,8 @@ HomeTile {
         }
     }
     Label {
+        id: nothing
+
         anchors.top: parent.top
         anchors.left: parent.left
         anchors.right: parent.right

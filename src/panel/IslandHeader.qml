@@ -47,6 +47,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         accessibleName: header.texts.english ? "Close" : "关闭"
         icon: "close"
+        reach: Units.space8
         onClicked: header.view.close()
     }
 }

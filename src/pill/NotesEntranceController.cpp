@@ -197,7 +197,7 @@ void NotesEntranceController::expand()
     }
     folded_ = panel_->frame();
     const Rect target = pillGeometry::listFrame(
-        folded_, model_->notes().size(), pillGeometry::visibleFrame(with_.screens.mainScreen()));
+        folded_, model_->listHeight(), pillGeometry::visibleFrame(with_.screens.mainScreen()));
     container_->setMode(PillContainerView::Mode::List);
     model_->setExpanded(true);
     panel_->animateFrame(target, expansion, {});

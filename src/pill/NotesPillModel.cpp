@@ -53,9 +53,16 @@ QString NotesPillModel::listTitle() const
     return u"Notes %1"_s.arg(noteCount());
 }
 
+void NotesPillModel::setTextScale(qreal scale)
+{
+    if (std::exchange(textScale_, scale) != scale) {
+        Q_EMIT notesChanged();
+    }
+}
+
 qreal NotesPillModel::listHeight() const
 {
-    return pillGeometry::listHeight(noteCount());
+    return pillGeometry::listHeight(noteCount(), textScale_);
 }
 
 void NotesPillModel::select(int row)

@@ -20,6 +20,7 @@ class NotesPillModel : public QObject {
     Q_PROPERTY(int noteCount READ noteCount NOTIFY notesChanged)
     Q_PROPERTY(QString listTitle READ listTitle NOTIFY notesChanged)
     Q_PROPERTY(qreal listHeight READ listHeight NOTIFY notesChanged)
+    Q_PROPERTY(qreal textScale READ textScale WRITE setTextScale NOTIFY notesChanged)
     Q_PROPERTY(bool expanded READ isExpanded NOTIFY expandedChanged)
     Q_PROPERTY(bool highlighted READ isHighlighted NOTIFY highlightedChanged)
     Q_PROPERTY(bool pillHovered READ isPillHovered NOTIFY pillHoveredChanged)
@@ -56,6 +57,9 @@ public:
     [[nodiscard]] int noteCount() const { return rows_.rowCount(); }
     [[nodiscard]] QString listTitle() const;
     [[nodiscard]] qreal listHeight() const;
+    /// Returns the desktop's factor for text, which the view sets; rows are as much higher.
+    [[nodiscard]] qreal textScale() const { return textScale_; }
+    void setTextScale(qreal scale);
     Q_INVOKABLE void select(int row);
 
 Q_SIGNALS:
@@ -70,6 +74,7 @@ Q_SIGNALS:
 private:
     NoteListModel rows_;
     int count_ = 0;
+    qreal textScale_ = 1;
     bool expanded_ = false;
     bool highlighted_ = false;
     bool pillHovered_ = false;

@@ -28,6 +28,12 @@ Item {
 
     Component.onCompleted: root.pulse = true
 
+    Binding {
+        target: root.pill
+        property: "textScale"
+        value: Units.scaled(100) / 100
+    }
+
     Rectangle {
         anchors.fill: parent
         radius: Units.radius22

@@ -67,18 +67,19 @@ bool isReachable(const Rect &pill, const QList<Screen> &screens)
     });
 }
 
-double listHeight(qsizetype notes)
+double listHeight(qsizetype notes, double textScale)
 {
     if (notes == 0) {
         return emptyList;
     }
-    return std::min((static_cast<double>(notes) * rowHeight) + headerHeight + bottomPadding,
+    return std::min((((static_cast<double>(notes) * rowHeight) + headerHeight) * textScale)
+                        + bottomPadding,
                     highestList);
 }
 
-Rect listFrame(const Rect &pill, qsizetype notes, const Rect &visible)
+Rect listFrame(const Rect &pill, double height, const Rect &visible)
 {
-    return clamped({pill.maxX() - listWidth, pill.minY(), listWidth, listHeight(notes)}, visible);
+    return clamped({pill.maxX() - listWidth, pill.minY(), listWidth, height}, visible);
 }
 
 FingerPath fingerPath(const Rect &pill)

@@ -43,11 +43,10 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
 /// Returns whether enough of the pill is on one of the screens to drag it.
 [[nodiscard]] bool isReachable(const Rect &pill, const QList<Screen> &screens);
 
-[[nodiscard]] double listHeight(qsizetype notes);
+[[nodiscard]] double listHeight(qsizetype notes, double textScale = 1);
 
-/// Returns the frame of a list of this many notes, which extends from `pill` to the left and
-/// upwards.
-[[nodiscard]] Rect listFrame(const Rect &pill, qsizetype notes, const Rect &visible);
+/// Returns the frame of a list of this height, which extends from `pill` to the left and upwards.
+[[nodiscard]] Rect listFrame(const Rect &pill, double height, const Rect &visible);
 
 /// Start and end of the demonstration's finger; at the end it touches the pill.
 struct FingerPath {

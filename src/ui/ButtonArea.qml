@@ -8,6 +8,7 @@ Item {
     id: area
 
     required property string accessibleName
+    property int reach: 0 ///< how far outside a click still counts
     readonly property bool hovered: area.enabled && pointer.containsMouse
     readonly property bool pressed: pointer.pressed && pointer.containsMouse
 
@@ -32,6 +33,7 @@ Item {
         id: pointer
 
         anchors.fill: parent
+        anchors.margins: -area.reach
         hoverEnabled: true
         onClicked: area.clicked()
     }

@@ -51,10 +51,10 @@ QtObject {
     readonly property int icon: units.scaled(16)
     readonly property int button: Math.max(36, units.scaled(34))
     readonly property int dot: 6
-    readonly property int closeButton: 22
-    readonly property int closeIcon: 10
-    readonly property int submitButton: 26
-    readonly property int submitIcon: 14
+    readonly property int closeButton: units.scaled(22)
+    readonly property int closeIcon: units.scaled(10)
+    readonly property int submitButton: Math.max(26, units.followUpField - 10)
+    readonly property int submitIcon: units.scaled(14)
     /// What an arrow key scrolls, on a page and in the island.
     readonly property int scrollStep: 60
     readonly property int islandScrollStep: 40

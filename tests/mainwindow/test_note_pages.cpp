@@ -158,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(desk.text("count"), u"27 / 30"_s);
         desk.key(Qt::Key_Escape);
         QCOMPARE(desk.text("count"), u"30"_s);
-        const QStringList names{u"只看 100 %1 Paper"_s, u"只看 已同步的笔记"_s, u"只看 cloud"_s};
+        const QStringList names{u"来自 100 %1 Paper"_s, u"来自 已同步的笔记"_s, u"来自 cloud"_s};
         QStringList met;
         for (int place = 1; place <= names.size(); ++place) {
             desk.click("insights");
