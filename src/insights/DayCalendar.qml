@@ -6,7 +6,7 @@ import Vellumo.Insights
 import Vellumo.Ui
 
 /// Notes per day, with a column for each week, as many as fit. The arrow keys and the pointer select a
-/// day and show its number of notes.
+/// day and show its number of notes; a click and Return lead to them.
 FocusScope {
     id: calendar
 
@@ -30,6 +30,8 @@ FocusScope {
     readonly property string figure: calendar.insights.dayText(
         calendar.chosenDay, calendar.insights.days[calendar.chosenDay] ?? 0, calendar.english)
 
+    signal chosen(index: int)
+
     implicitHeight: grid.y + 7 * calendar.pitch - Units.calendarGap
     activeFocusOnTab: true
 
@@ -44,6 +46,8 @@ FocusScope {
         if (activeFocus)
             announcer.announce(calendar.figure)
     }
+    Keys.onReturnPressed: calendar.choose()
+    Keys.onEnterPressed: calendar.choose()
     Keys.onPressed: event => {
         const by = event.key === Qt.Key_Left ? -7 : event.key === Qt.Key_Right ? 7
             : event.key === Qt.Key_Up ? -1 : event.key === Qt.Key_Down ? 1
@@ -57,6 +61,10 @@ FocusScope {
         announcer.announce(calendar.figure)
     }
 
+    function choose(): void {
+        if ((calendar.insights.days[calendar.chosenDay] ?? 0) > 0)
+            calendar.chosen(calendar.chosenDay)
+    }
     function maxPerDay(): int {
         // a single note does not get the strongest shade
         let max = 4
@@ -151,6 +159,7 @@ FocusScope {
                 Accessible.name: cell.count === 0 ? ""
                     : calendar.insights.dayText(cell.day, cell.count, calendar.english)
                 Accessible.ignored: cell.count === 0
+                Accessible.onPressAction: calendar.chosen(cell.day)
             }
         }
         Rectangle {
@@ -171,7 +180,7 @@ FocusScope {
         MouseArea {
             anchors.fill: parent
             hoverEnabled: true
-            acceptedButtons: Qt.NoButton
+            onClicked: calendar.choose()
             onPositionChanged: mouse => {
                 const day = calendar.first + Math.floor(mouse.x / calendar.pitch) * 7
                     + Math.min(6, Math.floor(mouse.y / calendar.pitch))

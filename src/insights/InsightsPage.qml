@@ -18,6 +18,8 @@ ScrollPage {
     readonly property bool isEmpty: page.library.total === 0
 
     signal placeChosen(index: int)
+    signal dayChosen(index: int)
+    signal monthChosen(index: int)
 
     spacing: Units.space12
 
@@ -74,6 +76,7 @@ ScrollPage {
                 width: parent?.width ?? 0
                 insights: page.insights
                 english: page.english
+                onChosen: index => page.dayChosen(index)
             }
         }
         Grid {
@@ -98,6 +101,7 @@ ScrollPage {
                     height: implicitHeight
                     insights: page.insights
                     english: page.english
+                    onChosen: index => page.monthChosen(index)
                 }
             }
             InsightCard {

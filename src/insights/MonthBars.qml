@@ -5,12 +5,14 @@ import QtQuick
 import Vellumo.Insights
 import Vellumo.Ui
 
-/// Notes per month as bars, labelled with figure and month.
+/// Notes per month as bars, labelled with figure and month. A bar leads to its notes.
 Item {
     id: chart
 
     required property NotesInsights insights
     required property bool english
+
+    signal chosen(index: int)
 
     readonly property int maxCount: Math.max(1, ...chart.insights.months)
     readonly property int step: Math.max(1, chart.insights.months.length)
@@ -36,7 +38,7 @@ Item {
     Repeater {
         model: chart.insights.months
 
-        Item {
+        ButtonArea {
             id: month
 
             required property int index
@@ -49,9 +51,13 @@ Item {
             width: Math.floor(chart.pitch)
             height: chart.height
 
-            Accessible.role: Accessible.ListItem
-            Accessible.name: chart.insights.monthText(month.index, month.modelData,
-                                                       chart.english)
+            objectName: "month"
+            accessibleName: chart.insights.monthText(month.index, month.modelData, chart.english)
+            activeFocusOnTab: month.modelData > 0
+            onClicked: {
+                if (month.modelData > 0)
+                    chart.chosen(month.index)
+            }
 
             TextLine {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -73,7 +79,11 @@ Item {
                     : Math.max(Units.space4, Math.round(Units.monthBars * month.modelData / chart.maxCount))
                 radius: Math.min(Units.radius3, height / 2)
                 color: month.modelData === 0 ? Theme.hairline : Theme.accent
-                opacity: month.isLast || month.modelData === 0 ? 1 : 0.6
+                opacity: month.isLast || month.hovered || month.modelData === 0 ? 1 : 0.6
+            }
+            FocusRing {
+                shown: month.activeFocus
+                controlRadius: Units.radius6
             }
             TextLine {
                 anchors.horizontalCenter: parent.horizontalCenter

@@ -208,6 +208,19 @@ QList<int> NotesInsights::placeCounts() const
     return published_.placeCounts;
 }
 
+std::optional<QDate> NotesInsights::dayAt(int index) const
+{
+    const bool isThere = index >= 0 && index < published_.days.size();
+    return isThere ? std::optional(published_.firstDay.addDays(index)) : std::nullopt;
+}
+
+std::optional<QDate> NotesInsights::monthAt(int index) const
+{
+    const int count = static_cast<int>(published_.months.size());
+    const bool isThere = index >= 0 && index < count;
+    return isThere ? std::optional(monthOf(published_.today, index + 1 - count)) : std::nullopt;
+}
+
 std::optional<ReadingContext> NotesInsights::placeAt(int index) const
 {
     const bool isThere = index >= 0 && index < published_.places.size();

@@ -95,6 +95,9 @@ public:
 
     /// Returns one of the contexts that belong to a listed place.
     [[nodiscard]] std::optional<ReadingContext> placeAt(int index) const;
+    /// Return a day of the calendar, and the first day of a listed month.
+    [[nodiscard]] std::optional<QDate> dayAt(int index) const;
+    [[nodiscard]] std::optional<QDate> monthAt(int index) const;
 
 Q_SIGNALS:
     void changed();

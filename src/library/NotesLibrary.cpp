@@ -108,15 +108,19 @@ void NotesLibrary::setQuery(const QString &query)
     startSearch(narrowed);
 }
 
-void NotesLibrary::setPlace(const std::optional<ReadingContext> &place)
+void NotesLibrary::narrow(const Narrowing &narrowing)
 {
-    if (place == place_) {
+    if (narrowing == narrowing_) {
         return;
     }
-    place_ = place;
+    narrowing_ = narrowing;
+    if (const auto &days = narrowing_.days) {
+        begin_ = NoteDates::startOf(days->first);
+        end_ = NoteDates::startOf(days->last.addDays(1));
+    }
     isRefreshing_ = false;
     startSearch(false);
-    Q_EMIT placeChanged();
+    Q_EMIT narrowingChanged();
 }
 
 QString NotesLibrary::countText() const
@@ -131,22 +135,35 @@ QString NotesLibrary::countText() const
                          : texts_.pick(u"%1 of %2"_s, u"%1 / %2"_s).arg(found()).arg(total());
 }
 
-QString NotesLibrary::placeText() const
+QString NotesLibrary::narrowingText() const
 {
-    return place_
-        ? texts_.pick(u"From %1"_s, u"来自 %1"_s).arg(placeOf(*place_, texts_.isEnglish()))
-        : QString();
+    const bool english = texts_.isEnglish();
+    if (const auto &place = narrowing_.place) {
+        return texts_.pick(u"From %1"_s, u"来自 %1"_s).arg(placeOf(*place, english));
+    }
+    if (const auto &days = narrowing_.days) {
+        return days->first == days->last ? NoteDates::day(days->first, today_, english)
+                                         : NoteDates::monthAndYear(days->first, english);
+    }
+    return {};
 }
 
-QString NotesLibrary::leavePlaceText() const
+QString NotesLibrary::widenText() const
 {
-    return place_ ? texts_.pick(u"%1. Show all places"_s, u"%1，显示全部来源"_s).arg(placeText())
-                  : QString();
+    return isNarrowed()
+        ? texts_.pick(u"%1. Show all notes"_s, u"%1，显示全部笔记"_s).arg(narrowingText())
+        : QString();
 }
 
 bool NotesLibrary::matches(const NoteWithContext &entry) const
 {
-    return (!place_ || isSamePlace(*place_, entry.context)) && search_.matches(entry);
+    if (narrowing_.place && !isSamePlace(*narrowing_.place, entry.context)) {
+        return false;
+    }
+    if (narrowing_.days && (entry.note.createdAt < begin_ || entry.note.createdAt >= end_)) {
+        return false;
+    }
+    return search_.matches(entry);
 }
 
 void NotesLibrary::setGrouping(NoteRowsModel::Grouping grouping)

@@ -31,9 +31,9 @@ class NotesLibrary : public QObject {
     Q_PROPERTY(bool hasFound READ hasFound NOTIFY changed)
     Q_PROPERTY(QString countText READ countText NOTIFY changed)
     Q_PROPERTY(QString query READ query WRITE setQuery NOTIFY changed)
-    Q_PROPERTY(bool isOfOnePlace READ isOfOnePlace NOTIFY changed)
-    Q_PROPERTY(QString placeText READ placeText NOTIFY changed)
-    Q_PROPERTY(QString leavePlaceText READ leavePlaceText NOTIFY changed)
+    Q_PROPERTY(bool isNarrowed READ isNarrowed NOTIFY changed)
+    Q_PROPERTY(QString narrowingText READ narrowingText NOTIFY changed)
+    Q_PROPERTY(QString widenText READ widenText NOTIFY changed)
     Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY changed)
     Q_PROPERTY(
         vellumo::NoteRowsModel::Grouping grouping READ grouping WRITE setGrouping NOTIFY changed)
@@ -60,13 +60,13 @@ public:
     [[nodiscard]] QAbstractItemModel *rows() { return &rows_; }
     [[nodiscard]] NoteSelection *selection() { return &selection_; }
     [[nodiscard]] Excerpt allNotes() const;
-    /// Returns the notes that match query and place; during a search, the previous result.
+    /// Returns the notes that match query and restriction; during a search, the previous result.
     [[nodiscard]] Excerpt foundNotes() const { return {searchedNotes_, shown_}; }
     [[nodiscard]] Excerpt selectedNotes() const;
     /// Returns the rows of the newest notes, ungrouped.
     [[nodiscard]] QAbstractItemModel *latest() { return &latest_; }
     [[nodiscard]] int total() const { return static_cast<int>(notes_.size()); }
-    /// Returns the number of notes that match query and place.
+    /// Returns the number of notes that match query and restriction.
     [[nodiscard]] int found() const { return static_cast<int>(shown_.size()); }
     /// Returns whether a finished search or filter has results.
     [[nodiscard]] bool hasFound() const;
@@ -79,16 +79,27 @@ public:
     /// Returns the text as markup for Text.StyledText, with the words of the query in this colour.
     Q_INVOKABLE [[nodiscard]] QString marked(const QString &text, const QColor &color) const;
 
-    /// Restricts the list to the place of this context, or removes the restriction.
-    void setPlace(const std::optional<ReadingContext> &place);
-    Q_INVOKABLE void leavePlace() { setPlace(std::nullopt); }
-    [[nodiscard]] bool isOfOnePlace() const { return place_.has_value(); }
+    /// Local days, both included.
+    struct Days {
+        QDate first;
+        QDate last;
+
+        bool operator==(const Days &) const = default;
+    };
+
+    /// Restrict the list to the place of this context, or to these days, in place of an earlier
+    /// restriction.
+    void narrowTo(const ReadingContext &place) { narrow({place, std::nullopt}); }
+    void narrowTo(Days days) { narrow({std::nullopt, days}); }
+    /// Removes the restriction.
+    Q_INVOKABLE void widen() { narrow({}); }
+    [[nodiscard]] bool isNarrowed() const { return narrowing_ != Narrowing(); }
     /// Returns the label of the restriction; empty without one.
-    [[nodiscard]] QString placeText() const;
-    /// Returns the label with the effect of leavePlace(), for screen readers.
-    [[nodiscard]] QString leavePlaceText() const;
-    /// Returns whether there is a query or a place.
-    [[nodiscard]] bool isFiltered() const { return isOfOnePlace() || !search_.isEmpty(); }
+    [[nodiscard]] QString narrowingText() const;
+    /// Returns the label with the effect of widen(), for screen readers.
+    [[nodiscard]] QString widenText() const;
+    /// Returns whether there is a query or a restriction.
+    [[nodiscard]] bool isFiltered() const { return isNarrowed() || !search_.isEmpty(); }
 
     [[nodiscard]] NoteRowsModel::Grouping grouping() const { return grouping_; }
     void setGrouping(NoteRowsModel::Grouping grouping);
@@ -106,11 +117,11 @@ public:
 
 Q_SIGNALS:
     void changed();
-    /// Emitted when the restriction to a place has changed.
-    void placeChanged();
+    /// Emitted when the restriction to a place or to days has changed.
+    void narrowingChanged();
     /// Emitted when the notes have changed, or the day that their dates are relative to.
     void notesChanged();
-    /// Emitted before and after the rows are replaced by those of the same query and place.
+    /// Emitted before and after the rows are replaced by those of the same query and restriction.
     void rowsAboutToRefresh();
     void rowsRefreshed();
     /// The same for latest().
@@ -118,6 +129,14 @@ Q_SIGNALS:
     void latestRefreshed();
 
 private:
+    struct Narrowing {
+        std::optional<ReadingContext> place;
+        std::optional<Days> days;
+
+        bool operator==(const Narrowing &) const = default;
+    };
+
+    void narrow(const Narrowing &narrowing);
     [[nodiscard]] static QString idOf(const NoteWithContext *entry);
     void storeChanged();
     void refresh();
@@ -137,7 +156,9 @@ private:
     NoteRowsModel::Grouping grouping_ = NoteRowsModel::Grouping::ByDay;
     QString query_;
     NoteSearch search_;
-    std::optional<ReadingContext> place_;
+    Narrowing narrowing_;
+    double begin_ = 0; ///< of the days of the restriction, as a note's time
+    double end_ = 0;
     QList<int> shown_; ///< indices of the matching notes, newest first
     QList<NoteWithContext> searchedNotes_; ///< the list that shown_ refers to
     QList<int> candidates_; ///< of the search in progress
@@ -147,7 +168,7 @@ private:
     QTimer refreshing_;
     bool isShown_ = false;
     bool isStale_ = true;
-    bool isRefreshing_ = false; ///< the search in progress has the query and place of the rows
+    bool isRefreshing_ = false; ///< the search in progress has the query and restriction of the rows
 };
 
 } // namespace vellumo

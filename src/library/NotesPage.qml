@@ -26,25 +26,25 @@ FocusScope {
         field.focusField()
     }
 
-    function leavePlace(): void {
+    function widen(): void {
         if (chip.activeFocus)
             field.focusField()
-        page.library.leavePlace()
+        page.library.widen()
     }
 
     // ends the selection, then the filter by place; the search field handles Escape before
     Keys.onEscapePressed: event => {
-        event.accepted = page.selection.isActive || page.library.isOfOnePlace
+        event.accepted = page.selection.isActive || page.library.isNarrowed
         if (page.selection.isActive)
             page.selection.isActive = false
         else
-            page.leavePlace()
+            page.widen()
     }
 
     Connections {
         target: page.library
 
-        function onPlaceChanged(): void {
+        function onNarrowingChanged(): void {
             list.toTop()
         }
     }
@@ -144,10 +144,10 @@ FocusScope {
             anchors.left: parent.left
             width: Math.min(implicitWidth, top.width)
             height: implicitHeight
-            visible: page.library.isOfOnePlace
-            text: page.library.placeText
-            accessibleName: page.library.leavePlaceText
-            onClicked: page.leavePlace()
+            visible: page.library.isNarrowed
+            text: page.library.narrowingText
+            accessibleName: page.library.widenText
+            onClicked: page.widen()
         }
     }
     NotesList {

@@ -13,4 +13,6 @@ InsightsPage {
     insights: view.main.insights
     library: view.main.library
     onPlaceChosen: index => view.main.goToPlace(index)
+    onDayChosen: index => view.main.goToDay(index)
+    onMonthChosen: index => view.main.goToMonth(index)
 }

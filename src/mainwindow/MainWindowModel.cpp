@@ -243,7 +243,7 @@ void MainWindowModel::resetViews()
     setPage(Page::Home);
     pages_->library.selection()->setActive(false);
     pages_->library.setQuery({});
-    pages_->library.leavePlace();
+    pages_->library.widen();
     pages_->deletion.dismiss();
     pages_->exporter.dismiss();
 }
@@ -323,17 +323,40 @@ void MainWindowModel::setLanguage(Language language)
 
 void MainWindowModel::goToAllNotes()
 {
-    pages_->library.leavePlace();
+    pages_->library.widen();
     setPage(Page::Notes);
 }
 
 void MainWindowModel::goToPlace(int index)
 {
-    const std::optional<ReadingContext> place = pages_->insights.placeAt(index);
+    if (const std::optional<ReadingContext> place = pages_->insights.placeAt(index)) {
+        setPage(Page::Notes);
+        pages_->library.setGrouping(NoteRowsModel::Grouping::ByPlace);
+        pages_->library.setQuery({});
+        pages_->library.narrowTo(*place);
+    }
+}
+
+void MainWindowModel::goToDay(int index)
+{
+    if (const auto day = pages_->insights.dayAt(index)) {
+        goToDays(*day, *day);
+    }
+}
+
+void MainWindowModel::goToMonth(int index)
+{
+    if (const auto first = pages_->insights.monthAt(index)) {
+        goToDays(*first, first->addMonths(1).addDays(-1));
+    }
+}
+
+void MainWindowModel::goToDays(QDate first, QDate last)
+{
     setPage(Page::Notes);
-    pages_->library.setGrouping(NoteRowsModel::Grouping::ByPlace);
+    pages_->library.setGrouping(NoteRowsModel::Grouping::ByDay);
     pages_->library.setQuery({});
-    pages_->library.setPlace(place);
+    pages_->library.narrowTo(NotesLibrary::Days{first, last});
 }
 
 } // namespace vellumo

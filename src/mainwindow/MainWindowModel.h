@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDate>
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 #include <functional>
@@ -167,6 +168,9 @@ public:
     Q_INVOKABLE void goToAllNotes();
     /// Opens the page of notes, filtered by a place of the insights.
     Q_INVOKABLE void goToPlace(int index);
+    /// Open the page of notes, filtered by a day or a month of the insights.
+    Q_INVOKABLE void goToDay(int index);
+    Q_INVOKABLE void goToMonth(int index);
 
 Q_SIGNALS:
     void faceChanged();
@@ -180,6 +184,7 @@ private:
     struct Pages;
 
     void userChanged();
+    void goToDays(QDate first, QDate last);
     /// Resets all view state for the next user.
     void resetViews();
     void pull();

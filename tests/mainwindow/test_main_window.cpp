@@ -195,7 +195,7 @@ private Q_SLOTS:
             {"home", bar + QStringList{u"allNotes"_s, u"latest"_s}},
             {"notes",
              bar + QStringList{u"select"_s, u"export"_s, u"search"_s, u"grouping"_s, u"rows"_s}},
-            {"insights", bar + QStringList{u"days"_s, u"place"_s}},
+            {"insights", bar + QStringList{u"days"_s, u"month"_s, u"place"_s}},
             {"computer",
              bar
                  + QStringList{u"withdraw"_s, u"mode"_s, u"addressInput"_s, u"modelInput"_s,

@@ -143,12 +143,23 @@ private Q_SLOTS:
         QCOMPARE(desk.text("figure"), u"Yesterday: 10 notes"_s);
         desk.setLanguage(u"Chinese"_s);
         QCOMPARE(desk.text("figure"), u"昨天：10 条"_s);
-        desk.key(Qt::Key_Tab);
         const auto filter = [&] {
             return desk.item("placeFilter") != nullptr
                 ? desk.item("placeFilter")->property("text").toString()
                 : QString();
         };
+        desk.key(Qt::Key_Return); // the notes of that day
+        QCOMPARE(filter(), u"昨天"_s);
+        QCOMPARE(desk.text("count"), u"10 / 30"_s);
+        desk.click("insights");
+        desk.item("days")->forceActiveFocus(Qt::TabFocusReason);
+        desk.key(Qt::Key_Tab);
+        desk.key(Qt::Key_Return); // those of this month, which is the only one with notes
+        QCOMPARE(filter(), u"2026年11月"_s);
+        QCOMPARE(desk.text("count"), u"30 / 30"_s);
+        desk.click("insights");
+        desk.item("days")->forceActiveFocus(Qt::TabFocusReason);
+        desk.key(Qt::Key_Tab, 2);
         desk.key(Qt::Key_Return); // the first place
         QCOMPARE(filter(), u"来自 a.test"_s);
         QCOMPARE(desk.text("count"), u"27 / 30"_s);
