@@ -3,6 +3,7 @@
 #include "platform/wayland/TapMerger.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -12,6 +13,10 @@ namespace {
 
 /// Maximum delay between two sources' reports of the same event.
 constexpr auto sameEvent = 30ms;
+
+/// Maximum delay of a tap that is reported without its time, as KWin does, while this process or
+/// the bus is busy.
+constexpr auto maxDelay = 400ms;
 
 /// A key that is held longer is not tapped: its release was not reported, for example because the
 /// application that had the keyboard has ended.
@@ -46,12 +51,25 @@ bool TapMerger::release(int source, Time at)
 {
     const bool wasHeld = held_.erase(source) > 0;
     lastRelease_ = at;
-    return wasHeld && !isHeld(at);
+    const bool endsTap = wasHeld && !isHeld(at);
+    if (endsTap && !std::exchange(isTapMatched_, false)) {
+        unmatched_.append(at);
+    }
+    return endsTap;
 }
 
 bool TapMerger::tap(int /*source*/, Time at)
 {
-    if (isHeld(at) || isWithin(lastRelease_, at) || isWithin(lastTap_, at)) {
+    unmatched_.removeIf([at](Time release) { return at - release > maxDelay; });
+    if (isHeld(at)) {
+        isTapMatched_ = true;
+        return false;
+    }
+    if (!unmatched_.isEmpty()) {
+        unmatched_.removeFirst();
+        return false;
+    }
+    if (isWithin(lastRelease_, at) || isWithin(lastTap_, at)) {
         return false;
     }
     lastTap_ = at;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/TapSource.h"
+#include <QList>
 #include <map>
 #include <optional>
 
@@ -32,6 +33,8 @@ private:
     int lastPressSource_ = 0;
     std::optional<Time> lastRelease_;
     std::optional<Time> lastTap_;
+    QList<Time> unmatched_; ///< releases whose taps the sources without presses still owe
+    bool isTapMatched_ = false; ///< of the key that is held
 };
 
 } // namespace vellumo

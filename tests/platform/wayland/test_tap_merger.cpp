@@ -42,6 +42,12 @@ private Q_SLOTS:
             {Press, 1, 0ms, true},  {Tap, 2, 79ms, false},   {Release, 1, 80ms, true},
             {Tap, 2, 85ms, false},  {Press, 1, 200ms, true}, {Release, 1, 250ms, true},
             {Tap, 2, 252ms, false}, {Tap, 2, 500ms, true}};
+        QTest::newRow("beside a source that reports late and without times") << QList<Step>{
+            {Press, 1, 0ms, true},      {Release, 1, 30ms, true},  {Tap, 2, 150ms, false},
+            {Press, 1, 900ms, true},    {Release, 1, 930ms, true}, {Press, 1, 1050ms, true},
+            {Release, 1, 1080ms, true}, {Tap, 2, 1200ms, false},   {Tap, 2, 1201ms, false},
+            {Tap, 2, 1300ms, true},     {Press, 1, 3000ms, true},  {Release, 1, 3030ms, true},
+            {Tap, 2, 4000ms, true}};
         QTest::newRow("a release that was never reported")
             << QList<Step>{{Press, 1, 0ms, true}, {Press, 2, 2000ms, true}};
     }
