@@ -74,7 +74,7 @@ std::optional<QString> AccessibilitySelectionReader::currentSelectedText()
         return std::nullopt;
     }
     if (auto text = readable(answer.selected.text)) {
-        return answer.kind == ElementKind::Terminal ? withoutSurplus(*text) : text;
+        return answer.kind == ElementKind::Terminal ? terminalText(*text) : text;
     }
     if (auto text = publishedSelection(answer)) {
         return text;
@@ -192,14 +192,15 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
     return readable(copied);
 }
 
-/// Removes text beyond the selection. VTE counts wide characters as two in the selection's end, so
-/// that its text is too long; the published text is right.
-QString AccessibilitySelectionReader::withoutSurplus(const QString &text)
+/// Returns what the terminal has published, if it is current, rather than its text by
+/// accessibility. VTE counts wide characters as two in the selection's end. With GTK 4 it also
+/// counts lines that have scrolled away, which are not in its text, so that other lines are
+/// selected there.
+QString AccessibilitySelectionReader::terminalText(const QString &text)
 {
     AccessibilityAnswer answer;
     answer.selected.kind = SelectedText::Kind::Unfinished;
-    const auto published = publishedSelection(answer);
-    return published && text.startsWith(*published) ? *published : text;
+    return publishedSelection(answer).value_or(text);
 }
 
 /// Returns whether the application publishes its selections, so that a current one would be in

@@ -62,7 +62,7 @@ private:
     /// Returns the text that the application copies on request.
     [[nodiscard]] std::optional<QString> clipboardSelectedText(const AccessibilityAnswer &answer);
     [[nodiscard]] std::optional<QString> publishedSelection(const AccessibilityAnswer &answer);
-    [[nodiscard]] QString withoutSurplus(const QString &text);
+    [[nodiscard]] QString terminalText(const QString &text);
     [[nodiscard]] bool publishes(const RunningApplication &application);
 
     Desktop desktop_;

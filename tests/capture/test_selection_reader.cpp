@@ -192,10 +192,10 @@ private Q_SLOTS:
              .published = u"潮水"_s,
              .expected = u"潮水"_s,
              .lastCall = u"primary"_s});
-        row("a terminal that has published something else",
+        row("a terminal that counts lines that have scrolled away",
             {.focused = ElementKind::Terminal,
-             .selections = {textual(text)},
-             .published = u"another"_s,
+             .selections = {textual(u"another line"_s)},
+             .published = text,
              .expected = text,
              .lastCall = u"primary"_s});
         row("a password is never read",

@@ -124,6 +124,10 @@ SelectedText readSelection(const ObjectReference &object, AtspiQuestion &questio
             return *flowing;
         }
     }
+    if (role == Atspi::Role::Terminal && selected->ranges.isEmpty() && selected->hasEmpty) {
+        // VTE with GTK 4 places what it has selected after its text when lines have scrolled away.
+        return {Kind::Unfinished, {}};
+    }
     SelectedText own = settledTextOf(object, *selected, offsets, question);
     if (own.kind == Kind::Nothing && !Atspi::isDocumentRole(role)) {
         SelectedText around = readDocumentAround(object, offsets, question);

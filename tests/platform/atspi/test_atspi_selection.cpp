@@ -261,6 +261,9 @@ private Q_SLOTS:
         QVERIFY(element);
         QCOMPARE(element->kind, ElementKind::Terminal);
         QCOMPARE(select(peer).text, u"第二"_s);
+        Peer scrolled(focused(object(terminal, u"end"_s, {{3, 3}})));
+        QVERIFY(scrolled.waitUntilReady());
+        QCOMPARE(select(scrolled).kind, SelectedText::Kind::Unfinished);
         const auto range = accessibility().selectedTextRange(*element, QDeadlineTimer(1000));
         QCOMPARE(range, (TextRange{2, 2}));
         QCOMPARE(accessibility().stringForRange(*element, *range, QDeadlineTimer(1000)), u"第二"_s);
