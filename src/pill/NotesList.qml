@@ -83,6 +83,8 @@ Item {
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.right: parent.right
+        anchors.leftMargin: Units.space12 // Qt 6.8 does not keep a delegate's x
+        anchors.rightMargin: Units.space12
         visible: list.pill.noteCount > 0
         model: list.hasCards ? list.pill.rows : null
         spacing: Units.space8
@@ -99,8 +101,7 @@ Item {
         delegate: NoteStickerRow {
             required property int index
 
-            x: Units.space12
-            width: list.width - 2 * Units.space12
+            width: cards.width
             onAction: list.pill.select(index)
         }
     }
