@@ -55,6 +55,8 @@ CaptureWiring::CaptureWiring(Foundation &with, AIExplaining &aiService, NotesSto
                              openNote_.drop(id);
                          }
                      });
+    triggerManager_.onOptionHeld = [this] { resultPanel_.focusPanel(); };
+    resultPanel_.canHoldOption = [this] { return triggerManager_.knowsHolding(); };
     openNote_.recover(notesStore);
 }
 

@@ -47,6 +47,8 @@ FocusScope {
         border.color: Theme.islandAccent
     }
     Text {
+        id: placeholder
+
         anchors.fill: input
         visible: input.text.length === 0 && input.preeditText.length === 0
         text: "Ask a follow-up…" // the same in every language
@@ -55,6 +57,25 @@ FocusScope {
         elide: Text.ElideRight
         color: Theme.islandSecondText
         font: input.font
+    }
+    // How to get the keyboard, since typing goes to the application behind until then.
+    Text {
+        id: way
+
+        objectName: "wayToType"
+        anchors.right: input.right
+        height: parent.height
+        visible: placeholder.visible && !field.Window.active
+                 && implicitWidth + placeholder.implicitWidth + Units.space16 < input.width
+        text: field.view.offersHolding
+            ? (field.texts.english ? "Click to type, or hold the second tap" : "点击输入，或第二下按住不放")
+            : (field.texts.english ? "Click to type" : "点击输入")
+        textFormat: Text.PlainText
+        verticalAlignment: Text.AlignVCenter
+        color: Theme.islandSecondText
+        font.pixelSize: Units.type11
+
+        Accessible.ignored: true
     }
     TextInput {
         id: input

@@ -99,6 +99,7 @@ void ResultPanelController::present(IslandContent content, std::optional<Reading
     applyLimits(screen);
     rememberConversation(content);
     describe(content);
+    view_->setOffersHolding(canHoldOption && canHoldOption());
     view_->show(content, currentContext_, ResultPanelView::Drawing::Fresh);
     panelView_ = view_.get();
 

@@ -30,6 +30,10 @@ public:
                           QObject *parent = nullptr);
     ~ResultPanelController() override;
 
+    /// Returns whether holding the second tap of Option calls focusPanel(), which the panel then
+    /// says. It does not if this is empty.
+    std::function<bool()> canHoldOption;
+
     /// Creates the hidden window, so that the first presentation is quick. Takes some ten
     /// milliseconds: call it when the program is idle. present() calls it if needed.
     void prepare();

@@ -32,6 +32,7 @@ class ResultPanelView : public QObject {
     Q_PROPERTY(bool offersService READ offersService NOTIFY contentChanged)
     Q_PROPERTY(bool leadsToService READ leadsToService NOTIFY contentChanged)
     Q_PROPERTY(bool isForAFault READ isForAFault NOTIFY contentChanged)
+    Q_PROPERTY(bool offersHolding READ offersHolding NOTIFY contentChanged)
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
     Q_PROPERTY(qreal topInset READ topInset NOTIFY limitsChanged)
     Q_PROPERTY(qreal maximumHeight READ maximumHeight NOTIFY limitsChanged)
@@ -65,6 +66,8 @@ public:
     /// `leadsToService`: the mark opens the service settings. `forAFault`: the sample replaces a
     /// service whose configuration has a mistake.
     void setIsSample(bool sample, bool leadsToService, bool forAFault);
+    /// Whether holding the second tap gives the panel the keyboard; announced by show().
+    void setOffersHolding(bool offers) { offersHolding_ = offers; }
     void setShown(bool shown);
 
     /// Returns the height that shows everything without scrolling; valid when show() has returned.
@@ -94,6 +97,7 @@ public:
     [[nodiscard]] bool offersService() const { return offersService_; }
     [[nodiscard]] bool leadsToService() const { return leadsToService_; }
     [[nodiscard]] bool isForAFault() const { return isForAFault_; }
+    [[nodiscard]] bool offersHolding() const { return offersHolding_; }
     [[nodiscard]] bool isShown() const { return isShown_; }
     [[nodiscard]] qreal topInset() const { return topInset_; }
     [[nodiscard]] qreal maximumHeight() const { return maximumHeight_; }
@@ -139,6 +143,7 @@ private:
     bool offersService_ = false;
     bool leadsToService_ = false;
     bool isForAFault_ = false;
+    bool offersHolding_ = false;
     bool isShown_ = false;
     bool hasUnsentText_ = false;
 };

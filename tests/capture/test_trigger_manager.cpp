@@ -68,6 +68,32 @@ private Q_SLOTS:
         QCOMPARE(with_->fired, fired);
     }
 
+    void noticesThatTheSecondPressIsHeld()
+    {
+        int held = 0;
+        with_->trigger.onOptionHeld = [&held] { ++held; };
+        const auto send = [this](quint32 flags, qint64 at) {
+            with_->events.sendGlobal({EventType::FlagsChanged, flags, KeyCode::Other, at});
+            QCoreApplication::processEvents();
+        };
+        send(option, 0); // a desktop that reports whole taps
+        send(0, 0);
+        QVERIFY(!with_->trigger.knowsHolding());
+        send(option, 1000);
+        send(0, 1040);
+        QVERIFY(with_->trigger.knowsHolding());
+        send(option, 1200);
+        send(option | ModifierFlag::Shift, 1210);
+        QTest::qWait(int(TriggerManager::holdTime.count()) + 50);
+        QCOMPARE(held, 0);
+        send(0, 2000);
+        send(option, 3000);
+        send(0, 3040);
+        send(option, 3200);
+        QVERIFY(QTest::qWaitFor([&] { return held == 1; }));
+        QCOMPARE(with_->fired, 2);
+    }
+
     void tapsOnOurOwnWindowsCountAndPassOn()
     {
         tap(0);
