@@ -72,6 +72,7 @@ class TestOpenAIService : public QObject {
 private Q_SLOTS:
     void configuration()
     {
+        QCOMPARE(ServiceEndpoint::entered({}, {}).model(), ServiceEndpoint::defaultModel);
         const QString direct = u"https://api.openai.com/v1/chat/completions Bearer k"_s;
         const auto proxy = u"VELLUMO_PROXY_URL"_s;
         const auto key = u"OPENAI_API_KEY"_s;

@@ -28,6 +28,17 @@ private Q_SLOTS:
         QVERIFY(desktop_.unregisterService(ApplicationName::id));
     }
 
+    void opensABoundedNumberOfAddresses()
+    {
+        ApplicationInterface interface;
+        const QSignalSpy opened(&interface, &ApplicationInterface::openRequested);
+        for (const qsizetype more : {0, 1}) {
+            interface.open(QStringList(ApplicationInterface::maxUrls + more, u"vellumo://a"_s));
+            QCoreApplication::processEvents();
+            QCOMPARE(opened.size(), 1); // by the first call
+        }
+    }
+
     void losesNoRequestWhenItEnds()
     {
         ApplicationInterface interface;
