@@ -55,6 +55,7 @@ void X11Placing::show()
         isNewlyMapped_ = true;
         geometryAttempts_ = 0;
         x11::leaveOutOfLists(window_.winId());
+        x11::refuseShadow(window_.winId());
         window_.show();
         x11::floatEverywhere(window_.winId());
     }

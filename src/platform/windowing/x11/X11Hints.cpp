@@ -79,6 +79,17 @@ void leaveOutOfLists(WId window)
                         atom(c, "_NET_WM_STATE"), XCB_ATOM_ATOM, 32, states.size(), states.data());
 }
 
+void refuseShadow(WId window)
+{
+    auto *c = connection();
+    if (!c) {
+        return;
+    }
+    constexpr quint32 none = 0;
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window),
+                        atom(c, "_COMPTON_SHADOW"), XCB_ATOM_CARDINAL, 32, 1, &none);
+}
+
 void floatEverywhere(WId window)
 {
     auto *c = connection();
