@@ -199,6 +199,7 @@ AccessibilitySelectionReader::clipboardSelectedText(const AccessibilityAnswer &a
 QString AccessibilitySelectionReader::terminalText(const QString &text)
 {
     AccessibilityAnswer answer;
+    answer.kind = ElementKind::Terminal;
     answer.selected.kind = SelectedText::Kind::Unfinished;
     return publishedSelection(answer).value_or(text);
 }
@@ -221,9 +222,15 @@ AccessibilitySelectionReader::publishedSelection(const AccessibilityAnswer &answ
     const qint64 process = application->processIdentifier;
     const auto publication = desktop_.primary->publication();
     SelectionEvidence evidence{answer.selected.kind, answer.isEditable, taps_.sinceFirst(), {}, {}};
-    evidence.sinceChange = desktop_.accessibility.sinceSelectionChange(process, 0ms);
-    evidence.sinceChangeBeforeTaps =
-        desktop_.accessibility.sinceSelectionChange(process, evidence.sinceFirstTap.value_or(0ms));
+    // A terminal publishes each selection, but announces changes of it also when only its text has
+    // changed.
+    const bool isOfTerminal = answer.kind == ElementKind::Terminal
+        && answer.selected.kind == SelectedText::Kind::Unfinished;
+    if (!isOfTerminal) {
+        evidence.sinceChange = desktop_.accessibility.sinceSelectionChange(process, 0ms);
+        evidence.sinceChangeBeforeTaps = desktop_.accessibility.sinceSelectionChange(
+            process, evidence.sinceFirstTap.value_or(0ms));
+    }
     if (!publication || publication->processIdentifier != process
         || !isStillSelected(*publication, evidence)) {
         return std::nullopt;

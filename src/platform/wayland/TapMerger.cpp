@@ -16,7 +16,7 @@ constexpr auto sameEvent = 30ms;
 
 /// Maximum delay of a tap that is reported without its time, as KWin does, while this process or
 /// the bus is busy.
-constexpr auto maxDelay = 400ms;
+constexpr auto maxReportDelay = 400ms;
 
 /// A key that is held longer is not tapped: its release was not reported, for example because the
 /// application that had the keyboard has ended.
@@ -60,7 +60,7 @@ bool TapMerger::release(int source, Time at)
 
 bool TapMerger::tap(int /*source*/, Time at)
 {
-    unmatched_.removeIf([at](Time release) { return at - release > maxDelay; });
+    unmatched_.removeIf([at](Time release) { return at - release > maxReportDelay; });
     if (isHeld(at)) {
         isTapMatched_ = true;
         return false;
