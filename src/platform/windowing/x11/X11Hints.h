@@ -17,8 +17,8 @@ namespace vellumo::x11 {
 /// GNOME announces other windows that it maps without giving them the keyboard.
 void leaveOutOfLists(WId window);
 
-/// Asks compositors such as picom, which give every window a shadow, for none: a panel draws its own
-/// within its window.
+/// Asks compositors such as picom, which give every window a shadow, for none: a panel draws its
+/// own within its window.
 void refuseShadow(WId window);
 
 /// Keeps a mapped window above others on every workspace and out of the task bar and the pager.
