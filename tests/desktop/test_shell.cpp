@@ -351,6 +351,8 @@ private Q_SLOTS:
     void saysThatTheNotesAreInUse()
     {
         QVERIFY(vellumo_->start());
+        QVERIFY(
+            waitUntil([this] { return !desktop_.windows(u"vellumo"_s).isEmpty(); })); // the pill
         const QList<WindowId> before = desktop_.windows(u"vellumo"_s);
         for (const bool isSilent : {true, false}) {
             const auto second =
