@@ -168,8 +168,7 @@ private:
     QTimer refreshing_;
     bool isShown_ = false;
     bool isStale_ = true;
-    bool isRefreshing_ =
-        false; ///< the search in progress has the query and restriction of the rows
+    bool isRefreshing_ = false; ///< the search in progress changes neither query nor restriction
 };
 
 } // namespace vellumo

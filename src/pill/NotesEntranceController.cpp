@@ -99,8 +99,10 @@ bool NotesEntranceController::isPillWanted() const
 
 void NotesEntranceController::showOrHidePill()
 {
-    if (isPillWanted() && onOpen_) {
-        ensurePanel();
+    if (isPillWanted()) {
+        if (onOpen_) {
+            ensurePanel();
+        }
     } else if (panel_ && container_->mode() == PillContainerView::Mode::Pill) {
         panel_->orderOut();
     } else {

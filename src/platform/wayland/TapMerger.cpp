@@ -41,6 +41,7 @@ bool TapMerger::press(int source, Time at)
         || (source != lastPressSource_ && isWithin(lastPress_, at));
     held_[source] = at;
     if (!isKnown) {
+        isTapMatched_ = false;
         lastPress_ = at;
         lastPressSource_ = source;
     }
@@ -52,15 +53,21 @@ bool TapMerger::release(int source, Time at)
     const bool wasHeld = held_.erase(source) > 0;
     lastRelease_ = at;
     const bool endsTap = wasHeld && !isHeld(at);
+    dropOverdue(at); // there may be no source that reports taps
     if (endsTap && !std::exchange(isTapMatched_, false)) {
         unmatched_.append(at);
     }
     return endsTap;
 }
 
-bool TapMerger::tap(int /*source*/, Time at)
+void TapMerger::dropOverdue(Time at)
 {
     unmatched_.removeIf([at](Time release) { return at - release > maxReportDelay; });
+}
+
+bool TapMerger::tap(int /*source*/, Time at)
+{
+    dropOverdue(at);
     if (isHeld(at)) {
         isTapMatched_ = true;
         return false;

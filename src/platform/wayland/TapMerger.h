@@ -27,6 +27,7 @@ public:
 
 private:
     [[nodiscard]] bool isHeld(Time at) const;
+    void dropOverdue(Time at);
 
     std::map<int, Time> held_; ///< when each source reported the press
     std::optional<Time> lastPress_;
