@@ -149,9 +149,11 @@ private Q_SLOTS:
         QVERIFY(outcomes.wait());
         QCOMPARE(text(outcomes.all.constFirst()), expected);
 
-        QCOMPARE(server.requests().size(), 1); // nothing is sent twice
-        if (expected == describe(Kind::TimedOut).toUtf8())
+        QCOMPARE_LE(server.requests().size(), 1); // nothing is sent twice
+        if (expected == describe(Kind::TimedOut).toUtf8()) // perhaps before it was sent
             QVERIFY(waitUntil([&] { return server.openConnections() == 0; }));
+        else
+            QCOMPARE(server.requests().size(), 1);
         QCOMPARE(outcomes.all.size(), 1);
     }
 
@@ -401,13 +403,14 @@ private Q_SLOTS:
         proxy.answer("GET", "http://10.0.0.1/", {.body = "through the proxy"});
         const QNetworkProxy found(QNetworkProxy::HttpProxy, u"127.0.0.1"_s,
                                   static_cast<quint16>(proxy.url({}).port()));
+        constexpr auto timeout = 2s; // long enough for a busy machine to start a thread
         const auto mayAnswer = std::make_shared<QSemaphore>(2);
         auto session = std::make_unique<QtHttpSession>(
             [mayAnswer, found](const QUrl & /*url*/) {
                 mayAnswer->acquire();
                 return QList<QNetworkProxy>{found};
             },
-            200ms);
+            timeout);
         const auto send = [&](const QUrl &url) {
             Outcomes outcomes;
             session->send(get(url), this, outcomes.completion());
@@ -423,7 +426,8 @@ private Q_SLOTS:
         QCOMPARE(send(QUrl(u"http://127.0.0.1:1/"_s)), describe(Kind::Refused).toUtf8());
         for (int i = 0; i < 20; ++i)
             QCOMPARE(send(QUrl(u"http://10.0.0.1/"_s)), "200 through the proxy");
-        QCOMPARE_LT(timer.elapsed(), 20 * 200); // no wait for each request
+        QVERIFY(std::chrono::milliseconds(timer.elapsed())
+                < 20 * timeout); // no wait for each request
 
         session.reset();
         mayAnswer->release(2); // too late
