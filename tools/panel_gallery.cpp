@@ -4,6 +4,7 @@
 // shows another state; the program ends with its input.
 
 #include "NoMonitors.h"
+#include "computer/FailureText.h"
 #include "panel/ResultPanelController.h"
 #include "platform/windowing/QtFloatingWindows.h"
 #include "platform/windowing/QtScreens.h"
@@ -64,14 +65,14 @@ public:
             present(IslandContent::result(
                 answer, selection,
                 {{u"为什么需要这一层?"_s,
-                  u"为了让不同的应用用同一种方式说话,省得每个应用都自己处理系统之间的差别。"_s,
-                  false},
-                 {u"举个例子?"_s, {}, false}}));
+                  u"为了让不同的应用用同一种方式说话,省得每个应用都自己处理系统之间的差别。"_s},
+                 {u"举个例子?"_s, {}}}));
         } else if (state == "failed"_L1) {
             present(IslandContent::result(
                 answer, selection,
                 {{u"And what about a message queue, is that middleware as well?"_s,
-                  u"vellumo could not answer this yet."_s, true}}));
+                  u"vellumo could not answer that just now."_s,
+                  ExplanationFailure{.kind = HttpError::Kind::TimedOut}}}));
         } else if (state == "long"_L1) {
             present(IslandContent::result(
                 {answer.translation, repeated(answer.explanation + u"\n"_s, 40)}, selection, {}));
@@ -79,11 +80,15 @@ public:
             present(IslandContent::result({repeated(answer.translation, 8), answer.explanation},
                                           repeated(selection + u" "_s, 6), {}));
         } else if (state == "error"_L1) {
-            panel_.showError(u"Select text first."_s, ErrorHelp::None);
+            panel_.showError(u"Select text first."_s, ErrorHelp::None, {});
+        } else if (state == "refused"_L1) {
+            panel_.showError(
+                u"vellumo could not explain this yet."_s, ErrorHelp::Service,
+                ExplanationFailure{.kind = ServiceError::Kind::badStatus, .status = 401});
         } else if (state == "untrusted"_L1) {
             panel_.showError(u"vellumo needs Accessibility permission — enable it in System "
                              "Settings → Privacy & Security → Accessibility."_s,
-                             ErrorHelp::Permission);
+                             ErrorHelp::Permission, {});
         } else if (state == "sample"_L1) {
             present(IslandContent::result(answer, selection, {}, SampleAnswers::Unconfigured));
         } else if (state == "demo"_L1) {
@@ -96,7 +101,7 @@ public:
                  "verylongwordwithoutanybreak"_s
                      + repeated(u"x"_s, 200) + repeated(u"长文"_s, 50000)},
                 repeated(u"<i>a</i>\r\n\t"_s, 10000),
-                {{repeated(u"why "_s, 60), repeated(u"因为"_s, 90), false}}));
+                {{repeated(u"why "_s, 60), repeated(u"因为"_s, 90)}}));
         } else if (state == "think"_L1) {
             panel_.showFollowUpThinking(u"为什么需要这一层?"_s);
         } else if (state == "answer"_L1) {
@@ -162,6 +167,9 @@ int main(int argc, char **argv)
     QtScreens screens;
     NoMonitors monitors;
     ResultPanelController panel(windows, screens, monitors, texts);
+    panel.describeFailure = [&texts](const ExplanationFailure &failure) {
+        return failureText(failure, texts);
+    };
     ConsentDialog dialog(engine, texts);
     Gallery gallery(panel, dialog);
     QObject::connect(&panel, &ResultPanelController::serviceSettingsRequested, &panel, [] {});

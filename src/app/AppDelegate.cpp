@@ -297,6 +297,8 @@ void AppDelegate::wireExplainer()
 {
     connect(&capture_->panel(), &ResultPanelController::serviceSettingsRequested, this,
             [this] { mainWindow_->showService(); });
+    connect(&capture_->panel(), &ResultPanelController::noteRequested, this,
+            [this] { mainWindow_->showNote(capture_->coordinator().closeOpenNote()); });
     connect(aiService_.get(), &ForwardingExplainer::lastFailureChanged, this, [this] {
         if (const auto &failure = aiService_->lastFailure()) {
             printDiagnostic(u"no answer from the explanation service: "_s + describe(*failure));

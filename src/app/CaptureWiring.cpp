@@ -4,6 +4,7 @@
 #include "app/CaptureWiring.h"
 
 #include "app/Foundation.h"
+#include "computer/FailureText.h"
 #include "notes/NotesStoring.h"
 
 namespace vellumo {
@@ -54,6 +55,13 @@ CaptureWiring::CaptureWiring(Foundation &with, AIExplaining &aiService, NotesSto
                          if (!notesStore.saveFailure()) {
                              openNote_.drop(id);
                          }
+                     });
+    resultPanel_.describeFailure = [&texts = with.texts](const ExplanationFailure &failure) {
+        return failureText(failure, texts);
+    };
+    QObject::connect(&resultPanel_, &ResultPanelController::copyRequested, &coordinator_,
+                     [&pasteboard = with.platform.pasteboard()](const QString &text) {
+                         pasteboard.write(plainText(text));
                      });
     triggerManager_.onOptionHeld = [this] { resultPanel_.focusPanel(); };
     resultPanel_.canHoldOption = [this] { return triggerManager_.knowsHolding(); };

@@ -41,6 +41,8 @@ public:
     void show();
     /// Opens the section where a service is entered.
     void showService() { controller_.showService(); }
+    /// Opens a note of the store.
+    void showNote(const QUuid &id) { controller_.showNote(id); }
 
     /// See MainWindowController.
     [[nodiscard]] std::optional<ReadingContext> openNoteContext() const

@@ -58,7 +58,7 @@ void Preview::show(bool english)
     texts_.refresh();
     const SampleReading sample = sampleReading(english);
     const auto present = [&] {
-        const ThreadItem row{sample.followUp.question, sample.followUp.answer, false};
+        const ThreadItem row{sample.followUp.question, sample.followUp.answer};
         previewResultPanel_.present(IslandContent::result(sample.result, sample.selection, {row}),
                                     sample.context, {});
     };

@@ -61,6 +61,18 @@ void VellumoCoordinator::start()
                 Qt::QueuedConnection);
         }
     };
+    with_.resultPanelController.onRetry = [self] {
+        if (self) {
+            QMetaObject::invokeMethod(
+                self,
+                [self] {
+                    if (const auto retry = std::exchange(self->retry_, nullptr)) {
+                        retry();
+                    }
+                },
+                Qt::QueuedConnection);
+        }
+    };
     with_.triggerManager.onDoubleTapOption = [self] {
         if (self) {
             QMetaObject::invokeMethod(
@@ -101,7 +113,6 @@ void VellumoCoordinator::handleTrigger()
         return;
     }
     const Place place = findPlace();
-    present(IslandContent::loading(selection), place, {});
     explain(selection, place);
 }
 
@@ -128,10 +139,11 @@ void VellumoCoordinator::present(const IslandContent &content, const Place &plac
                                         std::move(onDismiss));
 }
 
-void VellumoCoordinator::showError(const QString &message, ErrorHelp help)
+void VellumoCoordinator::showError(const QString &message, ErrorHelp help,
+                                   const std::optional<ExplanationFailure> &failure)
 {
     beginPresentation({});
-    with_.resultPanelController.showError(message, help);
+    with_.resultPanelController.showError(message, help, failure);
 }
 
 void VellumoCoordinator::showNotice(const IslandContent &notice)
@@ -142,6 +154,7 @@ void VellumoCoordinator::showNotice(const IslandContent &notice)
 void VellumoCoordinator::beginPresentation(const Place &place)
 {
     shownPlace_ = place;
+    retry_ = nullptr;
     if (!with_.resultPanelController.isOnScreen()) {
         ++presentations_;
         with_.workspace.skipPastActivations();
@@ -150,21 +163,23 @@ void VellumoCoordinator::beginPresentation(const Place &place)
 
 void VellumoCoordinator::explain(const QString &selection, const Place &place)
 {
+    present(IslandContent::loading(selection), place, {});
     const ExplanationRequest request{selection, with_.userPreferences.preferredOutputLanguage()};
     // The service may change before the answer arrives.
     const SampleAnswers samples = with_.aiService.samples();
-    with_.aiService.explain(request, this,
-                            [this, selection, place,
-                             samples](const Result<ExplanationResult, ExplanationError> &answer) {
-                                if (answer.isOk()) {
-                                    showExplanation(answer.value(), samples, selection, place);
-                                } else {
-                                    showError(u"vellumo could not explain this yet."_s,
-                                              isMatterOfSettings(answer.error())
-                                                  ? ErrorHelp::Service
-                                                  : ErrorHelp::None);
-                                }
-                            });
+    with_.aiService.explain(
+        request, this,
+        [this, selection, place,
+         samples](const Result<ExplanationResult, ExplanationError> &answer) {
+            if (answer.isOk()) {
+                showExplanation(answer.value(), samples, selection, place);
+            } else {
+                showError(u"vellumo could not explain this yet."_s,
+                          isMatterOfSettings(answer.error()) ? ErrorHelp::Service : ErrorHelp::None,
+                          summary(answer.error(), with_.clock.secondsSinceReferenceDate()));
+                retry_ = [this, selection, place] { explain(selection, place); };
+            }
+        });
 }
 
 void VellumoCoordinator::showExplanation(const ExplanationResult &result, SampleAnswers samples,
@@ -222,6 +237,12 @@ void VellumoCoordinator::handleFollowUp(const QString &question)
     }
     conversation->transcript.append({ChatTurn::Role::user, question});
     with_.resultPanelController.showFollowUpThinking(question);
+    retry_ = nullptr;
+    answerFollowUp(conversation);
+}
+
+void VellumoCoordinator::answerFollowUp(const std::shared_ptr<Conversation> &conversation)
+{
     with_.aiService.followUp(
         conversation->transcript, with_.userPreferences.preferredOutputLanguage(), this,
         [this, conversation](const Result<QString, ExplanationError> &answer) {
@@ -242,9 +263,27 @@ void VellumoCoordinator::handleFollowUp(const QString &question)
             } else {
                 with_.resultPanelController.showFollowUpFailure(
                     text(u"vellumo could not answer that just now."_s,
-                         u"vellumo 暂时无法回答这个问题。"_s));
+                         u"vellumo 暂时无法回答这个问题。"_s),
+                    summary(answer.error(), with_.clock.secondsSinceReferenceDate()));
+                retry_ = [this, conversation] { retryFollowUp(conversation); };
             }
         });
+}
+
+/// The question is the last turn, since its answer failed.
+void VellumoCoordinator::retryFollowUp(const std::shared_ptr<Conversation> &conversation)
+{
+    if (conversation == conversation_ && !conversation->isOver) {
+        with_.resultPanelController.showFollowUpRetry();
+        answerFollowUp(conversation);
+    }
+}
+
+QUuid VellumoCoordinator::closeOpenNote()
+{
+    const QUuid id = openNote_ ? openNote_->id : QUuid();
+    with_.resultPanelController.dismiss();
+    return with_.notesStore.find(id) ? id : QUuid();
 }
 
 void VellumoCoordinator::announceOpenNote()

@@ -74,6 +74,9 @@ public:
     /// Shows a note with its thread, to ask further questions. Does nothing when it is not stored.
     void reopenNote(const QUuid &id);
 
+    /// Closes the panel. Returns the note that is kept of what it showed; null if there is none.
+    QUuid closeOpenNote();
+
     /// Shows content that belongs to no selection and is not saved as a note.
     void showNotice(const IslandContent &notice);
 
@@ -104,7 +107,8 @@ private:
 
     [[nodiscard]] Place findPlace();
     void present(const IslandContent &content, const Place &place, std::function<void()> onDismiss);
-    void showError(const QString &message, ErrorHelp help = ErrorHelp::None);
+    void showError(const QString &message, ErrorHelp help = ErrorHelp::None,
+                   const std::optional<ExplanationFailure> &failure = {});
     void beginPresentation(const Place &place);
     void explain(const QString &selection, const Place &place);
     void showExplanation(const ExplanationResult &result, SampleAnswers samples,
@@ -113,6 +117,8 @@ private:
 
     void seedTranscript(const QString &selectedText, const ExplanationResult &result);
     void handleFollowUp(const QString &question);
+    void answerFollowUp(const std::shared_ptr<Conversation> &conversation);
+    void retryFollowUp(const std::shared_ptr<Conversation> &conversation);
     void handleResultDismissed(Conversation &conversation, ReadingNote note,
                                const std::optional<ReadingContext> &context);
 
@@ -132,6 +138,7 @@ private:
     std::optional<ReadingContext> currentContext_;
     Place shownPlace_; ///< place of what was shown last; null if it has none
     std::optional<ReadingNote> openNote_; ///< as the store would get it if the panel closed now
+    std::function<void()> retry_; ///< asks again for what has failed; empty otherwise
     int presentations_ = 0; ///< number of times that a panel was shown while none was on screen
     /// Conversation of the last answer; null before the first.
     std::shared_ptr<Conversation> conversation_;

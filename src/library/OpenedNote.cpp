@@ -40,6 +40,11 @@ void OpenedNote::openLatest(int row)
     open(library_.latestAt(row));
 }
 
+void OpenedNote::openNote(const QUuid &id)
+{
+    open(library_.find(id));
+}
+
 void OpenedNote::open(const NoteWithContext *entry)
 {
     if (entry == nullptr) {

@@ -38,6 +38,8 @@ public:
     /// Opens the note in a row of the library's list, or of its newest notes.
     Q_INVOKABLE void openRow(int row);
     Q_INVOKABLE void openLatest(int row);
+    /// Opens a note of the library; does nothing if it has none with this id.
+    void openNote(const QUuid &id);
     Q_INVOKABLE void close();
     /// Opens the note that is this far from the open one in the library's list; does nothing where
     /// there is none.

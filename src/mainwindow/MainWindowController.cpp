@@ -57,6 +57,14 @@ void MainWindowController::showService()
     }
 }
 
+void MainWindowController::showNote(const QUuid &id)
+{
+    show();
+    if (model_) {
+        model_->goToNote(id);
+    }
+}
+
 bool MainWindowController::create()
 {
     model_ = std::make_unique<MainWindowModel>(with_, host_);

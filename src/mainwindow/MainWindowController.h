@@ -33,6 +33,8 @@ public:
     void show();
     /// The same, and opens the service settings.
     void showService();
+    /// The same, and opens a note.
+    void showNote(const QUuid &id);
 
     /// Whether hideForPanelActivation() has hidden the window.
     bool hiddenForPanelActivation = false;

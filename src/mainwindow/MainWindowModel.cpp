@@ -291,17 +291,31 @@ TapReach *MainWindowModel::taps()
     return pages_->taps.get();
 }
 
-void MainWindowModel::goToService()
+/// Shows the page whatever is open or in front of it.
+void MainWindowModel::showOnly(Page page)
 {
-    if (!computer()) {
-        return;
-    }
     if (!showsDashboard()) {
         useWithoutAccount();
     }
     setShowsSettings(false);
     pages_->exporter.setOpen(false);
-    setPage(Page::Computer);
+    setPage(page);
+}
+
+void MainWindowModel::goToNote(const QUuid &id)
+{
+    showOnly(Page::Notes);
+    pages_->library.setQuery({});
+    pages_->library.widen();
+    pages_->note.openNote(id);
+}
+
+void MainWindowModel::goToService()
+{
+    if (!computer()) {
+        return;
+    }
+    showOnly(Page::Computer);
     computer()->askForService();
 }
 

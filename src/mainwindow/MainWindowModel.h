@@ -125,6 +125,8 @@ public:
     /// Opens the page of notes and focuses the search field.
     Q_INVOKABLE void goToSearch();
 
+    /// Opens a note. A user who is not signed in continues without an account.
+    void goToNote(const QUuid &id);
     /// Opens the service settings. A user who is not signed in continues without an account.
     void goToService();
 
@@ -183,6 +185,7 @@ Q_SIGNALS:
 private:
     struct Pages;
 
+    void showOnly(Page page);
     void userChanged();
     void goToDays(QDate first, QDate last);
     /// Resets all view state for the next user.

@@ -4,15 +4,14 @@ import QtQuick
 import Vellumo.Panel
 import Vellumo.Ui
 
-/// What went wrong, what vellumo needs, and the way to the permission or to the service if that is
-/// where it can be helped.
+/// What went wrong, what vellumo needs, and the way to the permission if that is missing.
 Item {
     id: error
 
     required property ResultPanelModel view
     required property BilingualText texts
 
-    height: allow.visible || service.visible ? allow.y + allow.height : need.y + need.height
+    height: allow.visible ? allow.y + allow.height : need.y + need.height
 
     function deselect(): void {
         headline.deselect()
@@ -57,17 +56,5 @@ Item {
         primary: true
         text: error.texts.english ? "Allow" : "允许"
         onClicked: error.view.allowAccessibility()
-    }
-    TextButton {
-        id: service
-
-        objectName: "checkService"
-        anchors.top: allow.top
-        anchors.left: parent.left
-        visible: error.view.offersService && !allow.visible
-        island: true
-        primary: true
-        text: error.texts.english ? "Check the service" : "检查服务"
-        onClicked: error.view.openServiceSettings()
     }
 }

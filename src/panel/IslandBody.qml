@@ -15,14 +15,17 @@ Item {
     readonly property bool isError: body.view.state === ResultPanelModel.Error
     readonly property bool isLoading: body.view.state === ResultPanelModel.Loading
 
-    implicitHeight: body.isError ? errorText.height
+    readonly property real textHeight: body.isError ? errorText.height
                   : thread.visible ? thread.y + thread.height
                   : body.isLoading ? skeleton.y + skeleton.height
                   : answer.y + answer.height
+
+    implicitHeight: actions.visible ? actions.y + actions.height : body.textHeight
     height: body.implicitHeight
 
     function settle(): void {
         thread.settle()
+        actions.settle()
     }
     function deselect(): void {
         answer.deselect()
@@ -88,6 +91,16 @@ Item {
         visible: body.view.isSample && !body.isError && !body.isLoading
         view: body.view
         texts: body.texts
+    }
+
+    IslandActions {
+        id: actions
+
+        y: body.textHeight + Units.space8
+        width: parent.width
+        view: body.view
+        texts: body.texts
+        hasService: body.isError && body.view.offersService && !body.view.offersPermission
     }
 
     FollowUpThread {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "explain/ExplanationError.h"
 #include "explain/ExplanationTypes.h"
 #include <QList>
 #include <optional>
@@ -13,8 +14,8 @@ namespace vellumo {
 struct ThreadItem {
     QString question = {};
     std::optional<QString> answer = {}; ///< absent while pending
-    bool failed = false; ///< the answer is an error message
-    bool kept = true; ///< saved with the note; never true if failed
+    std::optional<ExplanationFailure> failure = {}; ///< then the answer is an error message
+    bool kept = true; ///< saved with the note; never true after a failure
     friend bool operator==(const ThreadItem &, const ThreadItem &) = default;
 };
 
@@ -37,6 +38,7 @@ struct IslandContent {
         QList<ThreadItem> thread = {};
         SampleAnswers samples = SampleAnswers::None; ///< marked, unless None
         ErrorHelp help = ErrorHelp::None; ///< beside an error
+        std::optional<ExplanationFailure> failure = {}; ///< of an error that can be tried again
         friend bool operator==(const Result &, const Result &) = default;
     };
     struct Demo {
@@ -54,9 +56,10 @@ struct IslandContent {
         return {Result{std::move(result), std::move(sourceText), std::move(thread), samples}};
     }
     /// Returns a message without source text, context or thread.
-    static IslandContent error(QString message, ErrorHelp help)
+    static IslandContent error(QString message, ErrorHelp help,
+                               const std::optional<ExplanationFailure> &failure = {})
     {
-        return {Result{.result = {{}, std::move(message)}, .help = help}};
+        return {Result{.result = {{}, std::move(message)}, .help = help, .failure = failure}};
     }
     static IslandContent demo(ExplanationResult result) { return {Demo{std::move(result)}}; }
     /// Returns a message that belongs to no selection and takes no follow-ups.

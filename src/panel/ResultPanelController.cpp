@@ -15,6 +15,7 @@ namespace vellumo {
 namespace {
 
 constexpr std::chrono::milliseconds growth(260);
+constexpr std::chrono::milliseconds leavingTime(120);
 
 /// Letters, digits and punctuation of both scripts, drawn once while the window is hidden: the
 /// first use of each font takes longer than the whole presentation may.
@@ -23,7 +24,7 @@ IslandContent firstDrawing()
     const QString sample =
         u"The quick brown fox jumps over the lazy dog, 0123456789: “it’s” (a) "
         u"阅读时选中文字，这里给出解释。的一是在不了有和人这中大为上个国我以要他"_s;
-    return IslandContent::result({sample, sample}, sample, {{sample, sample, false}});
+    return IslandContent::result({sample, sample}, sample, {{sample, sample}});
 }
 
 } // namespace
@@ -44,6 +45,18 @@ ResultPanelController::ResultPanelController(FloatingWindows &windows, const Scr
             onFollowUp(question);
         }
     };
+    view_->describeFailure = [this](const ExplanationFailure &failure) {
+        return describeFailure ? describeFailure(failure) : QString();
+    };
+    connect(view_.get(), &ResultPanelView::retryRequested, this, [this] {
+        if (onRetry) {
+            onRetry();
+        }
+    });
+    connect(view_.get(), &ResultPanelView::copyRequested, this,
+            &ResultPanelController::copyRequested);
+    connect(view_.get(), &ResultPanelView::noteRequested, this,
+            &ResultPanelController::noteRequested);
     // The panel so that the settings window is not covered.
     connect(view_.get(), &ResultPanelView::accessibilityRequested, this, [this] {
         dismiss();
@@ -132,7 +145,7 @@ void ResultPanelController::endPresentation(Leaving leaving)
     panel_.clear();
     panelView_.clear();
     if (leaving == Leaving::Hide) {
-        window_->orderOut();
+        window_->fadeOut(leavingTime);
         view_->setShown(false);
     }
     if (const auto onDismiss = std::exchange(onDismiss_, nullptr)) {
@@ -140,9 +153,10 @@ void ResultPanelController::endPresentation(Leaving leaving)
     }
 }
 
-void ResultPanelController::showError(const QString &message, ErrorHelp help)
+void ResultPanelController::showError(const QString &message, ErrorHelp help,
+                                      const std::optional<ExplanationFailure> &failure)
 {
-    present(IslandContent::error(message, help), {}, [] {});
+    present(IslandContent::error(message, help, failure), {}, [] {});
 }
 
 void ResultPanelController::showContext(const ReadingContext &context)
@@ -185,7 +199,7 @@ void ResultPanelController::showFollowUpThinking(const QString &question)
     if (!baseResult_) {
         return;
     }
-    thread_ << ThreadItem{question, {}, false};
+    thread_ << ThreadItem{question};
     redrawThread();
 }
 
@@ -199,9 +213,18 @@ void ResultPanelController::showUnkeptFollowUpAnswer(const QString &answer)
     fillLastRow({.answer = answer, .kept = false});
 }
 
-void ResultPanelController::showFollowUpFailure(const QString &message)
+void ResultPanelController::showFollowUpFailure(const QString &message,
+                                                const ExplanationFailure &failure)
 {
-    fillLastRow({.answer = message, .failed = true, .kept = false});
+    fillLastRow({.answer = message, .failure = failure, .kept = false});
+}
+
+void ResultPanelController::showFollowUpRetry()
+{
+    if (baseResult_ && !thread_.isEmpty() && thread_.constLast().failure) {
+        thread_.last() = {.question = thread_.constLast().question};
+        redrawThread();
+    }
 }
 
 /// Fills the last row and keeps its question.

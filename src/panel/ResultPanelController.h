@@ -34,6 +34,9 @@ public:
     /// says. It does not if this is empty.
     std::function<bool()> canHoldOption;
 
+    /// Returns the reason of a failure in the user's language. Without it, none is shown.
+    std::function<QString(const ExplanationFailure &failure)> describeFailure;
+
     /// Creates the hidden window, so that the first presentation is quick. Takes some ten
     /// milliseconds: call it when the program is idle. present() calls it if needed.
     void prepare();
@@ -45,12 +48,14 @@ public:
     void present(IslandContent content, std::optional<ReadingContext> context,
                  std::function<void()> onDismiss) override;
     void dismiss() override;
-    void showError(const QString &message, ErrorHelp help) override;
+    void showError(const QString &message, ErrorHelp help,
+                   const std::optional<ExplanationFailure> &failure) override;
     void showContext(const ReadingContext &context) override;
     void showFollowUpThinking(const QString &question) override;
     void showFollowUpAnswer(const QString &answer) override;
     void showUnkeptFollowUpAnswer(const QString &answer) override;
-    void showFollowUpFailure(const QString &message) override;
+    void showFollowUpFailure(const QString &message, const ExplanationFailure &failure) override;
+    void showFollowUpRetry() override;
 
 Q_SIGNALS:
     /// Emitted for ErrorHelp::Permission.
@@ -58,6 +63,11 @@ Q_SIGNALS:
     /// Emitted for ErrorHelp::Service and the mark of a sample, which offer the action only while a
     /// slot is connected.
     void serviceSettingsRequested();
+    /// Emitted when the user copies an answer.
+    void copyRequested(const QString &text);
+    /// Emitted when the user asks for the note of what is shown, which is kept once the panel
+    /// closes.
+    void noteRequested();
     /// Emitted when the panel was dismissed, after its onDismiss.
     void closed();
 

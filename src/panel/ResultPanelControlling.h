@@ -19,6 +19,9 @@ public:
     /// Called with each follow-up question that the user submits.
     std::function<void(const QString &question)> onFollowUp;
 
+    /// Called when the user asks for a failed explanation or follow-up again.
+    std::function<void()> onRetry;
+
     /// Dismisses what is shown, running its callback, and shows `content`. `onDismiss` runs once,
     /// after this content was dismissed.
     virtual void present(IslandContent content, std::optional<ReadingContext> context,
@@ -27,8 +30,10 @@ public:
     /// Closes the panel, if any, and runs the stored dismiss callback.
     virtual void dismiss() = 0;
 
-    /// Presents a message without source text, context or thread, and offers `help`.
-    virtual void showError(const QString &message, ErrorHelp help) = 0;
+    /// Presents a message without source text, context or thread, and offers `help`. With a
+    /// failure it names the reason and offers another try.
+    virtual void showError(const QString &message, ErrorHelp help,
+                           const std::optional<ExplanationFailure> &failure) = 0;
 
     /// Changes the place in the header only. Does nothing while hidden.
     virtual void showContext(const ReadingContext &context) = 0;
@@ -42,8 +47,11 @@ public:
     /// As showFollowUpAnswer(), and marks the row as not saved with the note.
     virtual void showUnkeptFollowUpAnswer(const QString &answer) = 0;
 
-    /// Fills the last row with an error message and marks the row as failed.
-    virtual void showFollowUpFailure(const QString &message) = 0;
+    /// Fills the last row with an error message, names the reason and offers another try.
+    virtual void showFollowUpFailure(const QString &message, const ExplanationFailure &failure) = 0;
+
+    /// Makes the last row pending again. Does nothing unless its answer failed.
+    virtual void showFollowUpRetry() = 0;
 };
 
 } // namespace vellumo

@@ -29,6 +29,7 @@ void ResultPanelView::setContext(const std::optional<ReadingContext> &context)
 
 void ResultPanelView::take(const IslandContent &content)
 {
+    failure_.reset();
     if (const auto *loading = std::get_if<IslandContent::Loading>(&content.value)) {
         state_ = State::Loading;
         sourceText_ = panelText::source(loading->sourceText);
@@ -40,6 +41,7 @@ void ResultPanelView::take(const IslandContent &content)
         sourceText_ = panelText::source(result->sourceText.value_or(QString()));
         translation_ = panelText::answer(result->result.translation);
         explanation_ = panelText::answer(result->result.explanation);
+        failure_ = result->failure;
         thread_.setRows(result->thread);
     } else if (const auto *demo = std::get_if<IslandContent::Demo>(&content.value)) {
         state_ = State::Demo;
@@ -115,6 +117,27 @@ QString ResultPanelView::latestText() const
     return translation_.isEmpty() ? explanation_ : translation_ + u'\n' + explanation_;
 }
 
+std::optional<ExplanationFailure> ResultPanelView::latestFailure() const
+{
+    return failure_ ? failure_ : thread_.latestFailure();
+}
+
+QString ResultPanelView::reason() const
+{
+    const auto failure = latestFailure();
+    return failure && describeFailure ? describeFailure(*failure) : QString();
+}
+
+bool ResultPanelView::offersCopy() const
+{
+    return state_ == State::Result && !awaitsAnswer() && !latestFailure();
+}
+
+bool ResultPanelView::offersNote() const
+{
+    return state_ == State::Result && !awaitsAnswer() && !contextName_.isEmpty();
+}
+
 void ResultPanelView::close()
 {
     if (onClose) {
@@ -130,6 +153,21 @@ void ResultPanelView::allowAccessibility()
 void ResultPanelView::openServiceSettings()
 {
     Q_EMIT serviceSettingsRequested();
+}
+
+void ResultPanelView::retry()
+{
+    Q_EMIT retryRequested();
+}
+
+void ResultPanelView::copy()
+{
+    Q_EMIT copyRequested(latestText().trimmed());
+}
+
+void ResultPanelView::openNote()
+{
+    Q_EMIT noteRequested();
 }
 
 bool ResultPanelView::isTooLong(const QString &draft) const

@@ -33,6 +33,10 @@ class ResultPanelView : public QObject {
     Q_PROPERTY(bool leadsToService READ leadsToService NOTIFY contentChanged)
     Q_PROPERTY(bool isForAFault READ isForAFault NOTIFY contentChanged)
     Q_PROPERTY(bool offersHolding READ offersHolding NOTIFY contentChanged)
+    Q_PROPERTY(QString reason READ reason NOTIFY contentChanged)
+    Q_PROPERTY(bool offersRetry READ offersRetry NOTIFY contentChanged)
+    Q_PROPERTY(bool offersCopy READ offersCopy NOTIFY contentChanged)
+    Q_PROPERTY(bool offersNote READ offersNote NOTIFY contentChanged)
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
     Q_PROPERTY(qreal topInset READ topInset NOTIFY limitsChanged)
     Q_PROPERTY(qreal maximumHeight READ maximumHeight NOTIFY limitsChanged)
@@ -49,6 +53,8 @@ public:
     std::function<void()> onClose;
     /// Called with a question that is not blank, while no answer is pending.
     std::function<void(const QString &question)> onSubmitFollowUp;
+    /// Returns the reason of a failure in the user's language. To be set before the first failure.
+    std::function<QString(const ExplanationFailure &failure)> describeFailure;
 
     // called by the controller
 
@@ -98,6 +104,12 @@ public:
     [[nodiscard]] bool leadsToService() const { return leadsToService_; }
     [[nodiscard]] bool isForAFault() const { return isForAFault_; }
     [[nodiscard]] bool offersHolding() const { return offersHolding_; }
+    /// Returns why there is no explanation, or no last answer; empty unless one failed.
+    [[nodiscard]] QString reason() const;
+    [[nodiscard]] bool offersRetry() const { return latestFailure().has_value(); }
+    [[nodiscard]] bool offersCopy() const;
+    /// Returns whether a note is kept of what is shown.
+    [[nodiscard]] bool offersNote() const;
     [[nodiscard]] bool isShown() const { return isShown_; }
     [[nodiscard]] qreal topInset() const { return topInset_; }
     [[nodiscard]] qreal maximumHeight() const { return maximumHeight_; }
@@ -107,6 +119,10 @@ public:
     Q_INVOKABLE void close();
     Q_INVOKABLE void allowAccessibility();
     Q_INVOKABLE void openServiceSettings();
+    Q_INVOKABLE void retry();
+    /// Copies the last answer, or the explanation with its translation.
+    Q_INVOKABLE void copy();
+    Q_INVOKABLE void openNote();
     /// Returns whether the draft is longer than a question may be.
     [[nodiscard]] Q_INVOKABLE bool isTooLong(const QString &draft) const;
     /// Submits the draft. Returns false if it was rejected and must be kept.
@@ -115,6 +131,9 @@ public:
 Q_SIGNALS:
     void accessibilityRequested();
     void serviceSettingsRequested();
+    void retryRequested();
+    void copyRequested(const QString &text);
+    void noteRequested();
     void contentChanged();
     void limitsChanged();
     void shownChanged();
@@ -128,12 +147,14 @@ Q_SIGNALS:
 
 private:
     void take(const IslandContent &content);
+    [[nodiscard]] std::optional<ExplanationFailure> latestFailure() const;
 
     State state_ = State::Loading;
     QString contextName_;
     QString sourceText_;
     QString translation_;
     QString explanation_;
+    std::optional<ExplanationFailure> failure_; ///< of the explanation
     ThreadModel thread_;
     qreal topInset_ = 0;
     qreal maximumHeight_ = 0;

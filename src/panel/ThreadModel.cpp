@@ -37,6 +37,11 @@ bool ThreadModel::hasPendingRow() const
     return !rows_.isEmpty() && !rows_.constLast().answer;
 }
 
+std::optional<ExplanationFailure> ThreadModel::latestFailure() const
+{
+    return rows_.isEmpty() ? std::nullopt : rows_.constLast().failure;
+}
+
 QString ThreadModel::latestAnswer() const
 {
     return rows_.isEmpty() ? QString()
@@ -62,9 +67,9 @@ QVariant ThreadModel::data(const QModelIndex &index, int role) const
     case Pending:
         return !row.answer.has_value();
     case Failed:
-        return row.failed;
+        return row.failure.has_value();
     case Kept:
-        return row.kept && !row.failed;
+        return row.kept && !row.failure;
     default:
         return {};
     }

@@ -19,6 +19,8 @@ public:
     [[nodiscard]] bool hasPendingRow() const;
     /// Returns the last row's answer; empty while it is pending.
     [[nodiscard]] QString latestAnswer() const;
+    /// Returns why the last row has no answer; absent unless it failed.
+    [[nodiscard]] std::optional<ExplanationFailure> latestFailure() const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;

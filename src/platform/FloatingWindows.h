@@ -82,6 +82,11 @@ public:
     /// Hides the panel. If it had the keyboard, the window that had it before gets it back.
     virtual void orderOut() = 0;
 
+    /// As orderOut(), but the picture fades where windows are blended. The panel counts as hidden
+    /// from the call on, and takes no clicks. A panel with the keyboard does not fade: hiding it is
+    /// what gives the keyboard back.
+    virtual void fadeOut(std::chrono::milliseconds duration) = 0;
+
     /// Gives a panel that can become key the keyboard.
     virtual void makeKey() = 0;
 

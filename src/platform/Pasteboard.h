@@ -17,6 +17,9 @@ namespace vellumo {
 /// whose types are target names.
 using PasteboardItem = QList<std::pair<QString, QByteArray>>;
 
+/// Returns a text under the names by which applications of X11 and of Wayland ask for it.
+[[nodiscard]] QList<PasteboardItem> plainText(const QString &text);
+
 /// The clipboard. Contents belong to other processes, which may be slow, huge or hostile: every
 /// read has a deadline and a size limit. Main thread only.
 class Pasteboard : public QObject {

@@ -25,7 +25,9 @@ ButtonArea {
         ? (button.primary ? Theme.islandBody : Theme.islandControlHovered)
         : (button.primary ? Theme.inkHovered : Theme.softFillHovered)
     readonly property color textColor: button.island
-        ? (button.primary ? Theme.islandGround : Theme.islandText)
+        ? (button.primary ? Theme.islandGround
+                          : button.quiet && !button.hovered ? Theme.islandSecondText
+                                                            : Theme.islandText)
         : (button.primary ? Theme.ground
                           : button.quiet && !button.hovered ? Theme.secondInk : Theme.ink)
     readonly property real cornerRadius: button.island ? button.height / 2 : Units.radius10

@@ -76,6 +76,7 @@ public:
     std::optional<ReadingContext> context;
     QString error; ///< of the last showError()
     ErrorHelp help = ErrorHelp::None; ///< likewise
+    std::optional<ExplanationFailure> reason; ///< of the last failure
     QStringList thread; ///< the arguments of the follow-up operations
 
     bool isOnScreen() const override { return shown.has_value(); }
@@ -97,8 +98,10 @@ public:
             callback();
         }
     }
-    void showError(const QString &message, ErrorHelp errorHelp) override
+    void showError(const QString &message, ErrorHelp errorHelp,
+                   const std::optional<ExplanationFailure> &failure) override
     {
+        reason = failure;
         error = message;
         help = errorHelp;
         present(IslandContent::error(message, help), std::nullopt, [] {});
@@ -110,10 +113,13 @@ public:
     {
         thread.append(QStringLiteral("unkept: ") + answer);
     }
-    void showFollowUpFailure(const QString &message) override
+    void showFollowUpFailure(const QString &message, const ExplanationFailure &failure) override
     {
+        reason = failure;
         thread.append(QStringLiteral("failed: ") + message);
     }
+
+    void showFollowUpRetry() override { thread.append(QStringLiteral("again")); }
 
 private:
     std::function<void()> onDismiss_;

@@ -128,6 +128,38 @@ private Q_SLOTS:
         doubleTap();
         with_->explainer.explanations[1].answer(withoutKey({KeyError::Kind::Late}));
         QCOMPARE(with_->panel.help, ErrorHelp::None); // only waiting helps
+        QCOMPARE(with_->panel.reason->kind, ExplanationFailure{.kind = KeyError::Kind::Late}.kind);
+    }
+
+    void asksAgainForWhatHasFailed()
+    {
+        doubleTap();
+        const auto tryAgain = [&] {
+            with_->panel.onRetry();
+            QCoreApplication::processEvents();
+        };
+        tryAgain(); // while the first answer is awaited
+        QCOMPARE(with_->explainer.explanations.size(), 1);
+        with_->explainer.explanations[0].answer(failure);
+        tryAgain();
+        QCOMPARE(with_->explainer.explanations.size(), 2);
+        QCOMPARE(with_->explainer.explanations[1].request.text,
+                 with_->explainer.explanations[0].request.text);
+        with_->explainer.explanations[1].answer(ExplanationResult{u"t"_s, u"e"_s});
+
+        ask(u"Q1"_s);
+        with_->explainer.followUps[0].answer(failure);
+        tryAgain();
+        tryAgain(); // once for each failure
+        QCOMPARE(with_->explainer.followUps.size(), 2);
+        QCOMPARE(with_->explainer.followUps[1].transcript,
+                 with_->explainer.followUps[0].transcript);
+        with_->explainer.followUps[1].answer(u"A1"_s);
+        QCOMPARE(with_->panel.thread.last(), u"A1"_s);
+        const QUuid kept = with_->coordinator.closeOpenNote();
+        QCOMPARE(with_->store.notes.at(0).note.id, kept);
+        QCOMPARE(questions(with_->store.notes.at(0).note), QStringList{u"Q1=A1"_s});
+        QVERIFY(with_->coordinator.closeOpenNote().isNull());
     }
 
     void explanationWithoutContextIsNotStored()

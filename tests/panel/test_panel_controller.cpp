@@ -207,7 +207,7 @@ private Q_SLOTS:
             order << u"old"_s;
             desk.presentLoading([&] { order << u"nested"_s; });
         });
-        desk.panel.showError(u"last"_s, ErrorHelp::None);
+        desk.panel.showError(u"last"_s, ErrorHelp::None, {});
         QCOMPARE(order, (QStringList{u"old"_s, u"nested"_s}));
         QCOMPARE(desk.view().state(), ResultPanelView::State::Error);
         QCOMPARE(desk.monitors.localMasks().size(), 1);
@@ -216,7 +216,7 @@ private Q_SLOTS:
     void followUpsExtendWhatIsOnScreen()
     {
         Desk desk;
-        desk.presentResult({{u"q1"_s, u"a1"_s, false}});
+        desk.presentResult({ThreadItem{u"q1"_s, u"a1"_s}});
         desk.view().setHasUnsentText(true);
         QSignalSpy fresh(&desk.view(), &ResultPanelView::freshlyPresented);
         QSignalSpy bottom(&desk.view(), &ResultPanelView::scrollToBottomRequested);
@@ -230,7 +230,7 @@ private Q_SLOTS:
         QCOMPARE(rows->rowCount(), 2);
         QCOMPARE(cell(1, "pending").toBool(), true);
         QVERIFY(desk.view().awaitsAnswer());
-        desk.panel.showFollowUpFailure(u"sorry"_s);
+        desk.panel.showFollowUpFailure(u"sorry"_s, {});
         QCOMPARE(cell(1, "answer").toString(), u"sorry"_s);
         QCOMPARE(cell(1, "failed").toBool(), true);
         desk.panel.showFollowUpThinking(u"q3"_s);
@@ -263,7 +263,7 @@ private Q_SLOTS:
         desk.panel.prepare();
         QVERIFY(isIgnored());
         QVERIFY(!desk.panel.isOnScreen());
-        desk.presentResult({{u"q"_s, u"a"_s, false}});
+        desk.presentResult({ThreadItem{u"q"_s, u"a"_s}});
         desk.presentLoading();
         QVERIFY(isIgnored());
         desk.panel.present(IslandContent::demo(explained), {}, {});
@@ -312,15 +312,15 @@ private Q_SLOTS:
     {
         Desk desk;
         desk.panel.onFollowUp = [](const QString &) { QFAIL("asked"); };
-        desk.panel.showError(u"no permission"_s, ErrorHelp::Permission);
+        desk.panel.showError(u"no permission"_s, ErrorHelp::Permission, {});
         QCOMPARE(desk.view().state(), ResultPanelView::State::Error);
         QCOMPARE(desk.view().explanation(), u"no permission"_s);
         QVERIFY(!desk.view().submitFollowUp(u"why?"_s));
         QVERIFY(desk.view().offersPermission());
-        desk.panel.showError(u"no key"_s, ErrorHelp::Service);
+        desk.panel.showError(u"no key"_s, ErrorHelp::Service, {});
         QVERIFY(!desk.view().offersPermission() && !desk.view().offersService()); // leads nowhere
         connect(&desk.panel, &ResultPanelController::serviceSettingsRequested, this, [] {});
-        desk.panel.showError(u"no key"_s, ErrorHelp::Service);
+        desk.panel.showError(u"no key"_s, ErrorHelp::Service, {});
         QVERIFY(desk.view().offersService());
         desk.presentResult();
         QVERIFY(!desk.view().offersPermission() && !desk.view().offersService());

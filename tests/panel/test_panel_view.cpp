@@ -136,22 +136,26 @@ private Q_SLOTS:
             return IslandContent::result(given, u"word"_s, thread);
         };
         QTest::newRow("loading") << IslandContent::loading(u"word"_s) << u"title"_s
-                                 << u"translation explanation followUpInput"_s;
-        QTest::newRow("result") << result(both) << u"translation explanation followUpInput"_s
-                                << u"headline answer"_s;
+                                 << u"translation explanation followUpInput copy"_s;
+        QTest::newRow("result") << result(both) << u"translation explanation followUpInput copy"_s
+                                << u"headline answer retry openNote"_s;
         QTest::newRow("without translation")
             << result({{}, u"explanation"_s}) << u"explanation followUpInput"_s << u"translation"_s;
-        QTest::newRow("failed follow-up") << result(both, {{u"q"_s, u"sorry"_s, true}})
-                                          << u"answer failureNote"_s << u"headline"_s;
+        QTest::newRow("failed follow-up")
+            << result(both, {ThreadItem{u"q"_s, u"sorry"_s, ExplanationFailure()}})
+            << u"answer failureNote reason retry"_s << u"headline copy"_s;
         QTest::newRow("answered follow-up that is not kept")
-            << result(both, {{u"q"_s, u"a"_s, false, false}}) << u"answer failureNote"_s
-            << u"headline"_s;
-        QTest::newRow("answered follow-up")
-            << result(both, {{u"q"_s, u"a"_s, false}}) << u"answer"_s << u"failureNote"_s;
+            << result(both, {ThreadItem{.question = u"q"_s, .answer = u"a"_s, .kept = false}})
+            << u"answer failureNote"_s << u"headline"_s;
+        QTest::newRow("answered follow-up") << result(both, {ThreadItem{u"q"_s, u"a"_s}})
+                                            << u"answer copy"_s << u"failureNote reason retry"_s;
         QTest::newRow("demonstration")
             << IslandContent::demo(both) << u"translation explanation"_s << u"followUpInput"_s;
         QTest::newRow("error") << IslandContent::error(u"message"_s, ErrorHelp::Permission)
-                               << u"headline allow"_s << u"explanation followUpInput"_s;
+                               << u"headline allow"_s << u"explanation followUpInput retry"_s;
+        QTest::newRow("failed explanation")
+            << IslandContent::error(u"message"_s, ErrorHelp::None, ExplanationFailure())
+            << u"headline reason retry"_s << u"copy openNote checkService allow"_s;
     }
 
     void showsWhatItsStateNeeds()
@@ -160,6 +164,7 @@ private Q_SLOTS:
         QFETCH(QString, shown);
         QFETCH(QString, hidden);
         Desk desk;
+        desk.panel.describeFailure = [](const ExplanationFailure &) { return u"why"_s; };
         desk.panel.present(content, {}, {});
         const QStringList names = (shown + u' ' + hidden).split(u' ');
         for (const QString &name : names) {
@@ -173,13 +178,35 @@ private Q_SLOTS:
         Desk desk;
         QSignalSpy accessibility(&desk.panel, &ResultPanelController::accessibilityRequested);
         QSignalSpy service(&desk.panel, &ResultPanelController::serviceSettingsRequested);
-        desk.panel.showError(u"message"_s, ErrorHelp::Permission);
+        desk.panel.showError(u"message"_s, ErrorHelp::Permission, {});
         desk.click("allow");
         QVERIFY(!desk.panel.isOnScreen());
-        desk.panel.showError(u"message"_s, ErrorHelp::Service);
+        desk.panel.showError(u"message"_s, ErrorHelp::Service, {});
         desk.click("checkService");
         QCOMPARE(std::pair(accessibility.size(), service.size()),
                  std::pair(qsizetype{1}, qsizetype{1}));
+
+        int retries = 0;
+        desk.panel.onRetry = [&] { ++retries; };
+        QSignalSpy copied(&desk.panel, &ResultPanelController::copyRequested);
+        QSignalSpy opened(&desk.panel, &ResultPanelController::noteRequested);
+        const ReadingContext page{u"p"_s, u"page"_s, ReadingContextSource::webURL};
+        desk.panel.present(IslandContent::result({{}, u"explained"_s}, u"word"_s, {}), page, {});
+        desk.click("copy");
+        desk.click("openNote");
+        desk.panel.showFollowUpThinking(u"q"_s);
+        QVERIFY(!desk.isShown("copy"));
+        desk.panel.showFollowUpFailure(u"sorry"_s, {});
+        desk.click("retry");
+        QCOMPARE(retries, 1);
+        desk.panel.showFollowUpRetry();
+        QVERIFY(!desk.isShown("retry"));
+        desk.panel.showFollowUpAnswer(u"answer"_s);
+        desk.click("copy");
+        QCOMPARE(copied.size(), 2);
+        QCOMPARE(copied.at(0).constFirst().toString() + copied.at(1).constFirst().toString(),
+                 u"explainedanswer"_s);
+        QCOMPARE(opened.size(), 1);
     }
 
     void fitsItsContent()
@@ -359,7 +386,7 @@ private Q_SLOTS:
     {
         Desk desk;
         const auto shown = [&](const QString &given) {
-            desk.present(given, given, {{given.left(100), given, false}});
+            desk.present(given, given, {ThreadItem{given.left(100), given}});
             const auto text = desk.item("explanation")->property("text").toString();
             const bool isEverywhere = text == desk.item("translation")->property("text").toString()
                 && text == desk.item("answer")->property("text").toString();

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] bool isVisible() const override { return isVisible_; }
     void orderFrontRegardless() override;
     void orderOut() override;
+    void fadeOut(std::chrono::milliseconds /*duration*/) override { orderOut(); }
     void makeKey() override;
 
     /// Ends the running animation. Returns whether there was one.

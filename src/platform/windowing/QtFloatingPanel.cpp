@@ -23,6 +23,9 @@ namespace {
 /// Size of the first drawing of a window that has no frame yet.
 constexpr QSize firstSize(520, 420);
 
+/// A part of no window. An empty one would stand for all of it.
+constexpr QRect outside(-2, -2, 1, 1);
+
 QRect screenAround(const QRect &rect)
 {
     const QScreen *screen = QGuiApplication::screenAt(rect.center());
@@ -39,8 +42,8 @@ QtFloatingPanel::QtFloatingPanel(QtFloatingWindows &windows, QQmlEngine &engine,
     , window_(makePanelWindow(style_, windows.layerShell() != nullptr))
     , placing_(makePlacing())
     , fade_([this](double opacity) {
-        if (content_ && hasBlendedEdges()) {
-            content_->setOpacity(opacity);
+        if (hasBlendedEdges()) {
+            setOpacity(opacity);
         }
     })
 {
@@ -209,6 +212,10 @@ void QtFloatingPanel::shapeVisiblePart()
 
 void QtFloatingPanel::shapeInput()
 {
+    if (isLeaving_) {
+        placing_->takeClicks(outside);
+        return;
+    }
     if (catchesClicks_) {
         placing_->takeClicks(QRect(QPoint(), placing_->geometry().size()));
         return;
@@ -282,13 +289,19 @@ void QtFloatingPanel::setCursor(PanelCursor cursor)
 
 bool QtFloatingPanel::isVisible() const
 {
-    return placing_->isShown();
+    return placing_->isShown() && !isLeaving_;
 }
 
 void QtFloatingPanel::orderFrontRegardless()
 {
     if (!isVisible()) {
         isAppearing_ = true;
+    }
+    if (std::exchange(isLeaving_, false)) {
+        fade_.stop();
+        setOpacity(1);
+        shapeInput();
+        window_->update();
     }
     placing_->show();
     windows_.restackAbove(*this);
@@ -301,12 +314,43 @@ void QtFloatingPanel::raise()
 
 void QtFloatingPanel::orderOut()
 {
+    rest();
+    fade_.stop();
+    placing_->hide();
+    if (std::exchange(isLeaving_, false)) {
+        setOpacity(1);
+    }
+    windows_.refreshCompositor(); // here, since showing must be quick
+}
+
+void QtFloatingPanel::fadeOut(std::chrono::milliseconds duration)
+{
+    if (!isVisible() || !hasBlendedEdges() || windows_.isMotionReduced() || window_->isActive()) {
+        orderOut();
+        return;
+    }
+    rest();
+    isLeaving_ = true;
+    shapeInput();
+    fade_.start(1, 0, duration, [this] { orderOut(); });
+}
+
+/// Ends what moves the panel.
+void QtFloatingPanel::rest()
+{
     completion_ = nullptr;
     animation_.stop();
-    fade_.stop();
     drag_.cancel();
-    placing_->hide();
-    windows_.refreshCompositor(); // here, since showing must be quick
+}
+
+void QtFloatingPanel::setOpacity(double opacity)
+{
+    if (content_) {
+        content_->setOpacity(opacity);
+    }
+    if (shadow_) {
+        shadow_->setOpacity(opacity);
+    }
 }
 
 void QtFloatingPanel::makeKey()

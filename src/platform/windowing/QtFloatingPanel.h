@@ -41,6 +41,7 @@ public:
     [[nodiscard]] bool isVisible() const override;
     void orderFrontRegardless() override;
     void orderOut() override;
+    void fadeOut(std::chrono::milliseconds duration) override;
     void makeKey() override;
 
     [[nodiscard]] WindowLevel level() const { return style_.level; }
@@ -60,6 +61,8 @@ private:
     /// Moves picture and native window; the native window encloses `around`.
     void place(const QRect &picture, const QRect &around);
     void arrive();
+    void rest();
+    void setOpacity(double opacity);
     void handlePointer(const QPointerEvent &event);
     void takeOverPosition(QPoint distance, bool isByUser);
     void shapeVisiblePart();
@@ -83,6 +86,7 @@ private:
     bool catchesClicks_ = false; ///< the window covers the screen
     bool isShapePending_ = false;
     bool isAppearing_ = false;
+    bool isLeaving_ = false; ///< fades out
 };
 
 } // namespace vellumo
