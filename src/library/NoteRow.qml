@@ -23,8 +23,10 @@ Item {
     required property string spoken
     required property int followUps
     required property bool isSelected
+    required property bool isFolded
 
     signal action(modifiers: int)
+    signal folded
     signal menuAsked(card: Item, x: real, y: real)
 
     height: row.isHeading ? heading.height : Units.noteRow + Units.space8
@@ -44,6 +46,9 @@ Item {
         title: row.title
         detail: row.detail
         count: row.followUps
+        isFolded: row.isFolded
+        hasKeyboard: row.hasKeyboard
+        onAction: row.folded()
         Accessible.ignored: !visible
     }
     NoteCard {

@@ -33,38 +33,109 @@ NoteRowsModel::NoteRowsModel(std::function<TextContext()> textContext, QObject *
 }
 
 void NoteRowsModel::setNotes(const QList<NoteWithContext> &notes, const QList<int> &shown,
-                             Grouping grouping)
+                             Arrangement arrangement)
 {
     beginResetModel();
     notes_ = notes;
-    grouping_ = grouping;
+    const bool isByDay = arrangement.grouping == Grouping::ByDay;
+    grouping_ = isByDay && arrangement.order == Order::MostFollowUps ? Grouping::None
+                                                                     : arrangement.grouping;
     rows_.clear();
     groups_.clear();
     rows_.reserve(shown.size());
-    switch (grouping) {
+    const QList<int> inOrder = sorted(shown, arrangement.order);
+    switch (grouping_) {
     case Grouping::None:
-        for (const int note : shown) {
+        for (const int note : inOrder) {
             rows_.push_back({note, -1});
         }
         break;
     case Grouping::ByDay:
-        arrangeByDay(shown);
+        arrangeByDay(inOrder);
         break;
     case Grouping::ByPlace:
-        arrangeByPlace(shown);
+        arrangeByPlace(inOrder);
         break;
     }
     endResetModel();
 }
 
-void NoteRowsModel::addGroup(const QList<int> &members, QDate day)
+QList<int> NoteRowsModel::sorted(QList<int> newestFirst, Order order) const
+{
+    switch (order) {
+    case Order::NewestFirst:
+        break;
+    case Order::OldestFirst:
+        std::ranges::reverse(newestFirst);
+        break;
+    case Order::MostFollowUps:
+        std::ranges::stable_sort(newestFirst, std::ranges::greater(),
+                                 [this](int note) { return notes_[note].note.followUps.size(); });
+        break;
+    }
+    return newestFirst;
+}
+
+void NoteRowsModel::addGroup(const QString &key, const QList<int> &members, QDate day)
 {
     const int group = static_cast<int>(groups_.size());
-    groups_.push_back({members.first(), static_cast<int>(members.size()), day});
+    groups_.push_back({key, members, day});
     rows_.push_back({-1, group});
+    if (folded_.contains(key)) {
+        return;
+    }
     for (const int note : members) {
         rows_.push_back({note, group});
     }
+}
+
+int NoteRowsModel::groupOf(int row) const
+{
+    return row >= 0 && row < static_cast<int>(rows_.size()) ? rows_[row].group : -1;
+}
+
+bool NoteRowsModel::isFolded(int row) const
+{
+    return groupOf(row) >= 0 && rows_[row].note < 0 && groupOf(row + 1) != groupOf(row);
+}
+
+int NoteRowsModel::headingOf(int row) const
+{
+    if (groupOf(row) < 0) {
+        return -1;
+    }
+    while (rows_[row].note >= 0) {
+        --row;
+    }
+    return row;
+}
+
+void NoteRowsModel::setFolded(int row, bool folded)
+{
+    const int heading = headingOf(row);
+    if (heading < 0 || folded == isFolded(heading)) {
+        return;
+    }
+    const int number = rows_[heading].group;
+    const Group &group = groups_[number];
+    const auto first = rows_.begin() + heading + 1;
+    const int count = static_cast<int>(group.members.size());
+    if (folded) {
+        folded_.insert(group.key);
+        beginRemoveRows({}, heading + 1, heading + count);
+        rows_.erase(first, first + count);
+        endRemoveRows();
+    } else {
+        folded_.remove(group.key);
+        std::vector<Row> unfolded;
+        for (const int note : group.members) {
+            unfolded.push_back({note, number});
+        }
+        beginInsertRows({}, heading + 1, heading + count);
+        rows_.insert(first, unfolded.begin(), unfolded.end());
+        endInsertRows();
+    }
+    Q_EMIT dataChanged(index(heading), index(heading), {IsFolded});
 }
 
 void NoteRowsModel::arrangeByDay(const QList<int> &shown)
@@ -78,7 +149,7 @@ void NoteRowsModel::arrangeByDay(const QList<int> &shown)
         const double time = notes_[note].note.createdAt;
         if (time < begin || time >= end) {
             if (!members.isEmpty()) {
-                addGroup(members, day);
+                addGroup(day.toString(Qt::ISODate), members, day);
             }
             members.clear();
             day = NoteDates::localTime(time).date();
@@ -88,13 +159,13 @@ void NoteRowsModel::arrangeByDay(const QList<int> &shown)
         members.append(note);
     }
     if (!members.isEmpty()) {
-        addGroup(members, day);
+        addGroup(day.toString(Qt::ISODate), members, day);
     }
 }
 
 void NoteRowsModel::arrangeByPlace(const QList<int> &shown)
 {
-    // places in the order of their newest notes
+    // places in the order of their first notes
     QHash<QString, int> places;
     std::vector<QList<int>> members;
     for (const int note : shown) {
@@ -107,7 +178,7 @@ void NoteRowsModel::arrangeByPlace(const QList<int> &shown)
         members[*place].append(note);
     }
     for (const QList<int> &group : members) {
-        addGroup(group, {});
+        addGroup(notes_[group.first()].context.key, group, {});
     }
 }
 
@@ -158,6 +229,9 @@ QVariant NoteRowsModel::data(const QModelIndex &index, int role) const
     if (role == IsHeading) {
         return note == nullptr;
     }
+    if (role == IsFolded) {
+        return note == nullptr && isFolded(index.row());
+    }
     if (role == IsSelected) {
         return note != nullptr && selected_ && selected_(note->note.id);
     }
@@ -168,7 +242,7 @@ QVariant NoteRowsModel::data(const QModelIndex &index, int role) const
 QVariant NoteRowsModel::headingData(const Group &group, int role) const
 {
     const TextContext textContext = textContext_();
-    const ReadingContext &context = notes_[group.firstNote].context;
+    const ReadingContext &context = notes_[group.members.first()].context;
     switch (role) {
     case Title:
         return group.day.isValid()
@@ -179,7 +253,7 @@ QVariant NoteRowsModel::headingData(const Group &group, int role) const
         return page.isEmpty() ? QString() : presentableLine(page.path(), maxShown);
     }
     case FollowUps:
-        return group.count;
+        return static_cast<int>(group.members.size());
     default:
         return QString();
     }
@@ -246,9 +320,9 @@ QString NoteRowsModel::spoken(const NoteWithContext &entry) const
 
 QHash<int, QByteArray> NoteRowsModel::roleNames() const
 {
-    return {{IsHeading, "isHeading"}, {Title, "title"},          {Detail, "detail"},
-            {When, "when"},           {Origin, "origin"},        {Spoken, "spoken"},
-            {FollowUps, "followUps"}, {IsSelected, "isSelected"}};
+    return {{IsHeading, "isHeading"}, {Title, "title"},           {Detail, "detail"},
+            {When, "when"},           {Origin, "origin"},         {Spoken, "spoken"},
+            {FollowUps, "followUps"}, {IsSelected, "isSelected"}, {IsFolded, "isFolded"}};
 }
 
 } // namespace vellumo

@@ -20,6 +20,16 @@ class NoteRowsModel final : public QAbstractListModel {
 public:
     enum class Grouping : quint8 { None, ByDay, ByPlace };
     Q_ENUM(Grouping)
+    enum class Order : quint8 { NewestFirst, OldestFirst, MostFollowUps };
+    Q_ENUM(Order)
+
+    struct Arrangement {
+        Grouping grouping = Grouping::None;
+        /// By follow-ups there are no days: the order is one of the whole list, or of each place.
+        Order order = Order::NewestFirst;
+
+        bool operator==(const Arrangement &) const = default;
+    };
 
     enum Role {
         IsHeading = Qt::UserRole,
@@ -30,6 +40,7 @@ public:
         Spoken, ///< everything but the title, for screen readers
         FollowUps, ///< the number of notes for a heading
         IsSelected,
+        IsFolded, ///< a heading whose notes have no rows
     };
 
     struct TextContext {
@@ -40,8 +51,17 @@ public:
     /// `textContext` returns the language and the day. It is called for each text.
     explicit NoteRowsModel(std::function<TextContext()> textContext, QObject *parent = nullptr);
 
-    /// Replaces the rows. `shown` holds the indices of the notes to show, in order.
-    void setNotes(const QList<NoteWithContext> &notes, const QList<int> &shown, Grouping grouping);
+    /// Replaces the rows. `shown` holds the indices of the notes to show, the newest first.
+    void setNotes(const QList<NoteWithContext> &notes, const QList<int> &shown,
+                  Arrangement arrangement);
+    /// Folds the group that a row belongs to, or unfolds it; other rows stay. A group stays folded
+    /// when the notes are replaced. Does nothing without groups.
+    void setFolded(int row, bool folded);
+    void unfoldAll() { folded_.clear(); } ///< from the next setNotes() on
+    [[nodiscard]] bool isFolded(int row) const;
+    /// Returns the row of the heading above a row; -1 without groups.
+    [[nodiscard]] int headingOf(int row) const;
+
     /// Notifies the views that the language or the day has changed.
     void refreshTexts();
 
@@ -66,14 +86,16 @@ private:
         int group;
     };
     struct Group {
-        int firstNote;
-        int count;
+        QString key;
+        QList<int> members;
         QDate day;
     };
 
+    [[nodiscard]] QList<int> sorted(QList<int> newestFirst, Order order) const;
     void arrangeByDay(const QList<int> &shown);
     void arrangeByPlace(const QList<int> &shown);
-    void addGroup(const QList<int> &members, QDate day);
+    void addGroup(const QString &key, const QList<int> &members, QDate day);
+    [[nodiscard]] int groupOf(int row) const;
     [[nodiscard]] QVariant headingData(const Group &group, int role) const;
     [[nodiscard]] QVariant noteData(const NoteWithContext &entry, int role) const;
     [[nodiscard]] QString detail(const ReadingNote &note) const;
@@ -88,6 +110,7 @@ private:
     Grouping grouping_ = Grouping::None;
     std::vector<Row> rows_;
     std::vector<Group> groups_;
+    QSet<QString> folded_; ///< keys of groups
 };
 
 } // namespace vellumo

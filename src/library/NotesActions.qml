@@ -4,25 +4,61 @@ import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
 
-/// The buttons to select notes, and to delete or export them.
+/// The buttons to sort and to select notes, and to delete or export them.
 Flow {
     id: actions
 
-    required property NoteSelection selection
+    required property NotesLibrary library
     required property NoteDeletion deletion
     required property NotesExporter exporter
     required property bool english
 
+    readonly property NoteSelection selection: actions.library.selection
     /// The width of all buttons in one line.
     readonly property int oneLine: select.implicitWidth + save.implicitWidth + actions.spacing
         + (actions.selection.isActive
-            ? all.implicitWidth + remove.implicitWidth + 2 * actions.spacing : 0)
+            ? all.implicitWidth + remove.implicitWidth + 2 * actions.spacing
+            : sort.implicitWidth + actions.spacing)
 
     /// Emitted when the button has turned selection mode on.
     signal selecting
 
     spacing: Units.space4
 
+    function nameOf(order: int): string {
+        switch (order) {
+        case NoteRowsModel.OldestFirst:
+            return actions.english ? "Oldest first" : "最早在前"
+        case NoteRowsModel.MostFollowUps:
+            return actions.english ? "Most follow-ups first" : "追问最多在前"
+        default:
+            return actions.english ? "Newest first" : "最新在前"
+        }
+    }
+    function orderEntry(order: int, name: string): var {
+        return {
+            name: name, text: actions.nameOf(order), checked: actions.library.order === order,
+            run: () => actions.library.order = order
+        }
+    }
+
+    readonly property MenuOpener opener: MenuOpener { id: opener }
+
+    TextButton {
+        id: sort
+
+        objectName: "sort"
+        visible: !actions.selection.isActive
+        quiet: true
+        icon: "sort"
+        text: actions.nameOf(actions.library.order)
+        onClicked: opener.open(sort, 0, sort.height, [
+            actions.orderEntry(NoteRowsModel.NewestFirst, "newestFirst"),
+            actions.orderEntry(NoteRowsModel.OldestFirst, "oldestFirst"),
+            actions.orderEntry(NoteRowsModel.MostFollowUps, "mostFollowUps")
+        ])
+        Accessible.role: Accessible.ButtonMenu
+    }
     TextButton {
         id: all
 

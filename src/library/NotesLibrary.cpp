@@ -82,8 +82,7 @@ void NotesLibrary::refresh()
     notes_ = store_.allNotesWithContexts();
     today_ = NoteDates::localTime(clock_.secondsSinceReferenceDate()).date();
     Q_EMIT latestAboutToRefresh();
-    latest_.setNotes(notes_, upTo(std::min(latestCount, notes_.size())),
-                     NoteRowsModel::Grouping::None);
+    latest_.setNotes(notes_, upTo(std::min(latestCount, notes_.size())), {});
     Q_EMIT latestRefreshed();
     isRefreshing_ = true;
     startSearch(false);
@@ -101,6 +100,7 @@ void NotesLibrary::setQuery(const QString &query)
         return;
     }
     query_ = query;
+    rows_.unfoldAll();
     NoteSearch next(query);
     const bool narrowed = !slices_.isActive() && !search_.isEmpty() && next.narrows(search_);
     search_ = std::move(next);
@@ -114,6 +114,7 @@ void NotesLibrary::narrow(const Narrowing &narrowing)
         return;
     }
     narrowing_ = narrowing;
+    rows_.unfoldAll();
     if (const auto &days = narrowing_.days) {
         begin_ = NoteDates::startOf(days->first);
         end_ = NoteDates::startOf(days->last.addDays(1));
@@ -166,12 +167,12 @@ bool NotesLibrary::matches(const NoteWithContext &entry) const
     return search_.matches(entry);
 }
 
-void NotesLibrary::setGrouping(NoteRowsModel::Grouping grouping)
+void NotesLibrary::arrange(NoteRowsModel::Arrangement arrangement)
 {
-    if (grouping != grouping_) {
-        grouping_ = grouping;
-        if (!slices_.isActive()) { // otherwise the result of the search is grouped
-            rows_.setNotes(searchedNotes_, shown_, grouping_);
+    if (arrangement != arrangement_) {
+        arrangement_ = arrangement;
+        if (!slices_.isActive()) { // otherwise the result of the search is arranged
+            rows_.setNotes(searchedNotes_, shown_, arrangement_);
         }
         Q_EMIT changed();
     }
@@ -211,7 +212,7 @@ void NotesLibrary::showFound()
     if (isRefresh) {
         Q_EMIT rowsAboutToRefresh();
     }
-    rows_.setNotes(searchedNotes_, shown_, grouping_);
+    rows_.setNotes(searchedNotes_, shown_, arrangement_);
     Q_EMIT changed();
     if (isRefresh) {
         Q_EMIT rowsRefreshed();

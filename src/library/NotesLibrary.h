@@ -37,6 +37,7 @@ class NotesLibrary : public QObject {
     Q_PROPERTY(bool isFiltered READ isFiltered NOTIFY changed)
     Q_PROPERTY(
         vellumo::NoteRowsModel::Grouping grouping READ grouping WRITE setGrouping NOTIFY changed)
+    Q_PROPERTY(vellumo::NoteRowsModel::Order order READ order WRITE setOrder NOTIFY changed)
     Q_PROPERTY(bool isSearching READ isSearching NOTIFY changed)
 
 public:
@@ -101,8 +102,15 @@ public:
     /// Returns whether there is a query or a restriction.
     [[nodiscard]] bool isFiltered() const { return isNarrowed() || !search_.isEmpty(); }
 
-    [[nodiscard]] NoteRowsModel::Grouping grouping() const { return grouping_; }
-    void setGrouping(NoteRowsModel::Grouping grouping);
+    [[nodiscard]] NoteRowsModel::Grouping grouping() const { return arrangement_.grouping; }
+    void setGrouping(NoteRowsModel::Grouping grouping) { arrange({grouping, order()}); }
+    [[nodiscard]] NoteRowsModel::Order order() const { return arrangement_.order; }
+    void setOrder(NoteRowsModel::Order order) { arrange({grouping(), order}); }
+
+    /// Folds or unfolds the group of a row. A search, and another restriction, unfold all groups.
+    Q_INVOKABLE void setFolded(int row, bool folded) { rows_.setFolded(row, folded); }
+    Q_INVOKABLE [[nodiscard]] bool isFolded(int row) const { return rows_.isFolded(row); }
+    Q_INVOKABLE [[nodiscard]] int headingOf(int row) const { return rows_.headingOf(row); }
 
     Q_INVOKABLE [[nodiscard]] bool isHeading(int row) const { return noteAt(row) == nullptr; }
     [[nodiscard]] const NoteWithContext *noteAt(int row) const { return rows_.noteAt(row); }
@@ -141,6 +149,7 @@ private:
     void storeChanged();
     void refresh();
     [[nodiscard]] bool matches(const NoteWithContext &entry) const;
+    void arrange(NoteRowsModel::Arrangement arrangement);
     void startSearch(bool narrowed);
     bool searchSome(); ///< returns whether some are left
     void showFound();
@@ -153,7 +162,7 @@ private:
     NoteRowsModel rows_;
     NoteRowsModel latest_;
     NoteSelection selection_{rows_};
-    NoteRowsModel::Grouping grouping_ = NoteRowsModel::Grouping::ByDay;
+    NoteRowsModel::Arrangement arrangement_{.grouping = NoteRowsModel::Grouping::ByDay};
     QString query_;
     NoteSearch search_;
     Narrowing narrowing_;

@@ -28,17 +28,32 @@ FocusScope {
     function step(by: int): void {
         const last = rows.count - 1
         let next = Math.max(0, Math.min(last, rows.currentIndex + by))
-        // skips headings, in the direction of the step or back
+        // skips headings of unfolded groups, in the direction of the step or back
         const direction = by < 0 ? -1 : 1
-        if (list.library.isHeading(next))
+        if (list.isPassed(next))
             next = next + direction >= 0 && next + direction <= last ? next + direction : next + 1
-        if (next <= last && !list.library.isHeading(next))
+        if (next <= last && !list.isPassed(next))
             rows.currentIndex = next
         if (list.note.isOpen && !list.selection.isActive)
             list.noteChosen(rows.currentIndex)
         // shows the first heading with the first note
         if (rows.currentIndex <= 1)
             rows.positionViewAtBeginning()
+    }
+
+    function isPassed(row: int): bool {
+        return list.library.isHeading(row) && !list.library.isFolded(row)
+    }
+    /// Folds the group of a row, whose heading becomes the current row; or unfolds it, and moves to
+    /// its first note.
+    function fold(row: int, folded: bool): void {
+        const heading = list.library.headingOf(row)
+        if (heading < 0 || list.library.isFolded(heading) === folded)
+            return
+        list.selection.dropAnchor()
+        list.library.setFolded(heading, folded)
+        if (rows.activeFocus)
+            rows.currentIndex = folded ? heading : heading + 1
     }
 
     /// Moves the current row; with Shift, extends the selection to it.
@@ -51,6 +66,12 @@ FocusScope {
         list.selection.extendTo(rows.currentIndex)
         list.step(by)
         list.selection.extendTo(rows.currentIndex)
+    }
+    function enter(row: int): void {
+        if (list.library.isFolded(row))
+            list.fold(row, false)
+        else
+            list.noteChosen(row)
     }
     function activate(row: int, modifiers: int): void {
         const selects = (modifiers & (Qt.ShiftModifier | Qt.ControlModifier)) !== 0
@@ -89,7 +110,6 @@ FocusScope {
 
     readonly property NoteMenu menu: NoteMenu {
         id: menu
-
         note: list.note
         deletion: list.deletion
     }
@@ -149,9 +169,10 @@ FocusScope {
             else if (event.key === Qt.Key_Space
                      && (list.selection.isActive || event.modifiers & Qt.ControlModifier))
                 list.selection.toggle(rows.currentIndex)
-            else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter
-                     || event.key === Qt.Key_Space)
-                list.noteChosen(rows.currentIndex)
+            else if (event.key === Qt.Key_Left || event.key === Qt.Key_Right)
+                list.fold(rows.currentIndex, event.key === Qt.Key_Left)
+            else if ([Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key))
+                list.enter(rows.currentIndex)
             else
                 event.accepted = false
         }
@@ -165,6 +186,7 @@ FocusScope {
             hasKeyboard: rows.activeFocus && row.ListView.isCurrentItem
             isOpen: list.note.isOpen && list.library.idAt(row.index) === list.note.noteId
             onAction: modifiers => list.activate(row.index, modifiers)
+            onFolded: list.fold(row.index, !row.isFolded)
             onMenuAsked: (card, x, y) => list.openMenu(card, x, y, row.index)
         }
     }

@@ -93,7 +93,7 @@ FocusScope {
             y: fits ? Math.round((title.height - Units.button) / 2) : title.height + Units.space4
             width: fits ? oneLine : top.width + Units.space12
             visible: page.library.total > 0
-            selection: page.selection
+            library: page.library
             deletion: page.deletion
             exporter: page.exporter
             english: page.english

@@ -9,13 +9,17 @@ import Vellumo.Ui
 FocusScope {
     id: menu
 
-    /// Each entry has `name` (for tests), `text`, `run()`, and `enabled` unless it always is.
+    /// Each entry has `name` (for tests), `text`, `run()`, and `enabled` unless it always is. In a
+    /// menu of alternatives each has `checked`.
     required property var entries
     required property point at ///< of the window
     property bool island: false ///< in the island's colours, and in one row, since it is low
 
     property Item origin: null
     property int current: -1
+    readonly property bool isChoice: menu.entries[0].checked !== undefined
+    readonly property int textX: menu.isChoice ? Units.space8 + Units.iconSmall + Units.space8
+                                               : Units.space12
     property real widest: 0
 
     anchors.fill: parent
@@ -114,7 +118,7 @@ FocusScope {
                     readonly property bool isChosen: menu.current === row.index
 
                     objectName: row.modelData.name
-                    implicitWidth: Math.ceil(words.implicitWidth) + 2 * Units.space12
+                    implicitWidth: menu.textX + Math.ceil(words.implicitWidth) + Units.space12
                     width: menu.island ? row.implicitWidth : menu.widest
                     height: Math.max(28, Units.scaled(28))
                     radius: Units.radius6
@@ -123,16 +127,27 @@ FocusScope {
 
                     Accessible.role: Accessible.MenuItem
                     Accessible.name: row.modelData.text
+                    Accessible.checkable: menu.isChoice
+                    Accessible.checked: menu.isChoice && row.modelData.checked
                     Accessible.focusable: true
                     Accessible.focused: row.isChosen
                     Accessible.onPressAction: menu.choose(row.index)
                     Component.onCompleted: menu.widest = Math.max(menu.widest, row.implicitWidth)
 
+                    LineIcon {
+                        x: Units.space8
+                        anchors.verticalCenter: parent.verticalCenter
+                        visible: menu.isChoice && row.modelData.checked
+                        width: Units.iconSmall
+                        height: width
+                        name: "check"
+                        color: words.color
+                    }
                     Text {
                         id: words
 
                         anchors.left: parent.left
-                        anchors.leftMargin: Units.space12
+                        anchors.leftMargin: menu.textX
                         anchors.verticalCenter: parent.verticalCenter
                         opacity: menu.isEnabled(row.index) ? 1 : 0.45
                         text: row.modelData.text

@@ -194,7 +194,9 @@ private Q_SLOTS:
             {"sign-in", {u"signIn"_s, u"withoutAccount"_s}},
             {"home", bar + QStringList{u"allNotes"_s, u"latest"_s}},
             {"notes",
-             bar + QStringList{u"select"_s, u"export"_s, u"search"_s, u"grouping"_s, u"rows"_s}},
+             bar
+                 + QStringList{u"sort"_s, u"select"_s, u"export"_s, u"search"_s, u"grouping"_s,
+                               u"rows"_s}},
             {"insights", bar + QStringList{u"days"_s, u"month"_s, u"place"_s}},
             {"computer",
              bar

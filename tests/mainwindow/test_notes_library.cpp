@@ -153,6 +153,44 @@ private Q_SLOTS:
         }
     }
 
+    void sortsAndFolds()
+    {
+        using Order = NoteRowsModel::Order;
+        QList<NoteWithContext> notes = {noteOf(eveningOfTheDay, u"one"_s),
+                                        noteOf(eveningOfTheDay - 1, u"two"_s, siteA),
+                                        noteOf(eveningOfTheDay - day, u"three"_s),
+                                        noteOf(eveningOfTheDay - 2 * day, u"four"_s)};
+        notes[2].note.followUps = {{}, {}};
+        notes[3].note.followUps = {{}};
+        Shelf shelf(notes);
+        NotesLibrary &library = shelf.library;
+        library.setOrder(Order::OldestFirst);
+        QCOMPARE(shelf.rows(), u"[Saturday, 21 November 1] four [Yesterday 1] three [Today 2] two one"_s);
+        library.setOrder(Order::MostFollowUps);
+        QCOMPARE(shelf.rows(), u"three four one two"_s);
+        library.setFolded(0, true); // no group
+        library.setGrouping(NoteRowsModel::Grouping::ByPlace);
+        QCOMPARE(shelf.rows(), u"[Paper.pdf 3] three four one [a.test 1] two"_s);
+        QCOMPARE(library.foundNotes().chosen, (QList{0, 1, 2, 3}));
+
+        library.setFolded(2, true);
+        library.setFolded(0, true); // is already
+        QCOMPARE(shelf.rows(), u"[Paper.pdf 3] [a.test 1] two"_s);
+        QCOMPARE(library.isFolded(0), true);
+        QCOMPARE(library.isFolded(1), false);
+        QCOMPARE(library.headingOf(2), 1);
+        library.setFolded(2, true);
+        QCOMPARE(library.isFolded(1), true); // the last one
+        library.setFolded(0, false);
+        QCOMPARE(shelf.rows(), u"[Paper.pdf 3] three four one [a.test 1]"_s);
+        library.setOrder(Order::NewestFirst); // stays folded
+        QCOMPARE(shelf.rows(), u"[Paper.pdf 3] one three four [a.test 1]"_s);
+        library.setQuery(u"two"_s);
+        library.setFolded(4, true); // while the search is under way
+        QVERIFY(waitUntil([&] { return !library.isSearching(); }));
+        QCOMPARE(shelf.rows(), u"[a.test 1] two"_s);
+    }
+
     void followsTheStoreWhileItIsShown()
     {
         Shelf shelf({noteOf(eveningOfTheDay - 1, u"one"_s)});
