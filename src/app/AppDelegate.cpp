@@ -358,6 +358,8 @@ void AppDelegate::createMainWindow()
         .coordinator = capture_->coordinator()});
     connect(&capture_->entrance(), &NotesEntranceController::windowRequested, this,
             &AppDelegate::applicationShouldHandleReopen);
+    connect(&capture_->entrance(), &NotesEntranceController::quitRequested, this,
+            &AppDelegate::terminate);
     capture_->tracker().openNoteContext = [this] { return mainWindow_->openNoteContext(); };
 }
 

@@ -74,6 +74,14 @@ NotesEntranceController::NotesEntranceController(const Collaborators &collaborat
         collapse();
         Q_EMIT windowRequested();
     });
+    connect(model_.get(), &NotesPillModel::hidingRequested, this,
+            [this] { settings::showsPill.set(with_.defaults, false); });
+    connect(model_.get(), &NotesPillModel::quitRequested, this, [this] {
+        collapse();
+        Q_EMIT quitRequested();
+    });
+    connect(container_.get(), &PillContainerView::menuRequested, this,
+            &NotesEntranceController::openMenu);
     connect(&with_.defaults, &DefaultsStore::changed, this, [this](const QString &key) {
         if (key == settings::showsPill.name) {
             showOrHidePill();
@@ -194,15 +202,31 @@ void NotesEntranceController::adaptToScreens()
 
 void NotesEntranceController::expand()
 {
-    if (!panel_ || model_->isExpanded()) {
+    if (panel_) {
+        expandInto(NotesPillModel::Face::List,
+                   pillGeometry::listFrame(panel_->frame(), model_->listHeight(),
+                                           pillGeometry::visibleFrame(with_.screens.mainScreen())));
+    }
+}
+
+void NotesEntranceController::openMenu()
+{
+    if (panel_ && container_->mode() == PillContainerView::Mode::Pill) {
+        expandInto(NotesPillModel::Face::Menu,
+                   pillGeometry::menuFrame(panel_->frame(), model_->textScale(),
+                                           pillGeometry::visibleFrame(with_.screens.mainScreen())));
+    }
+}
+
+void NotesEntranceController::expandInto(NotesPillModel::Face face, const Rect &frame)
+{
+    if (model_->isExpanded()) {
         return;
     }
     folded_ = panel_->frame();
-    const Rect target = pillGeometry::listFrame(
-        folded_, model_->listHeight(), pillGeometry::visibleFrame(with_.screens.mainScreen()));
     container_->setMode(PillContainerView::Mode::List);
-    model_->setExpanded(true);
-    panel_->animateFrame(target, expansion, {});
+    model_->expandInto(face);
+    panel_->animateFrame(frame, expansion, {});
     panel_->setCatchesClicks(true);
     collapseMonitors_.start({.escaped = [this] { collapse(); },
                              .acted = [this](EventType) { collapseIfPointerIsOutside(); }});
@@ -219,7 +243,7 @@ void NotesEntranceController::collapse()
 void NotesEntranceController::fold(const Rect &pill)
 {
     collapseMonitors_.stop();
-    model_->setExpanded(false);
+    model_->fold();
     panel_->setCatchesClicks(false);
     panel_->animateFrame(pill, collapsing, [this] { finishCollapse(); });
 }

@@ -49,6 +49,8 @@ public:
 
     /// Expands the pill into the list of the model's notes.
     void expand();
+    /// Expands the pill into its menu.
+    void openMenu();
 
     [[nodiscard]] const NotesPillModel &model() const { return *model_; }
 
@@ -57,8 +59,11 @@ Q_SIGNALS:
     void appeared();
     /// Emitted when the user asks for the main window, after the list was folded.
     void windowRequested();
+    /// The same, to end the program.
+    void quitRequested();
 
 private:
+    void expandInto(NotesPillModel::Face face, const Rect &frame);
     void ensurePanel();
     [[nodiscard]] bool isPillWanted() const;
     void showOrHidePill();

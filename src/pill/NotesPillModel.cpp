@@ -27,9 +27,18 @@ void NotesPillModel::setNotes(const QList<ReadingNote> &notes)
     Q_EMIT notesChanged();
 }
 
-void NotesPillModel::setExpanded(bool expanded)
+void NotesPillModel::expandInto(Face face)
 {
-    if (std::exchange(expanded_, expanded) != expanded) {
+    if (!expanded_) {
+        expanded_ = true;
+        face_ = face;
+        Q_EMIT expandedChanged();
+    }
+}
+
+void NotesPillModel::fold()
+{
+    if (std::exchange(expanded_, false)) {
         Q_EMIT expandedChanged();
     }
 }

@@ -22,6 +22,7 @@ class NotesPillModel : public QObject {
     Q_PROPERTY(qreal listHeight READ listHeight NOTIFY notesChanged)
     Q_PROPERTY(qreal textScale READ textScale WRITE setTextScale NOTIFY notesChanged)
     Q_PROPERTY(bool expanded READ isExpanded NOTIFY expandedChanged)
+    Q_PROPERTY(bool showsMenu READ showsMenu NOTIFY expandedChanged)
     Q_PROPERTY(bool highlighted READ isHighlighted NOTIFY highlightedChanged)
     Q_PROPERTY(bool pillHovered READ isPillHovered NOTIFY pillHoveredChanged)
 
@@ -41,9 +42,14 @@ public:
     [[nodiscard]] const QList<ReadingNote> &notes() const { return rows_.notes(); }
     void setNotes(const QList<ReadingNote> &notes);
 
-    /// Returns whether the panel shows the list.
+    enum class Face : quint8 { List, Menu };
+
+    /// Returns whether the panel shows the list, or the menu.
     [[nodiscard]] bool isExpanded() const { return expanded_; }
-    void setExpanded(bool expanded);
+    void expandInto(Face face);
+    void fold();
+    /// Returns whether the menu is shown, or was shown last.
+    [[nodiscard]] bool showsMenu() const { return face_ == Face::Menu; }
 
     /// Returns whether the pill is drawn in its attention state.
     [[nodiscard]] bool isHighlighted() const { return highlighted_; }
@@ -65,6 +71,8 @@ public:
 Q_SIGNALS:
     /// Emitted by the view when the user asks for the main window.
     void windowRequested();
+    void hidingRequested();
+    void quitRequested();
     void countChanged();
     void notesChanged();
     void expandedChanged();
@@ -76,6 +84,7 @@ private:
     int count_ = 0;
     qreal textScale_ = 1;
     bool expanded_ = false;
+    Face face_ = Face::List;
     bool highlighted_ = false;
     bool pillHovered_ = false;
 };

@@ -74,7 +74,16 @@ Item {
             anchors.margins: -Units.cornerInset
             width: Units.listWidth
             height: root.pill.listHeight
-            hasCards: root.pill.expanded || fade.value > 0
+            visible: !root.pill.showsMenu
+            hasCards: !root.pill.showsMenu && (root.pill.expanded || fade.value > 0)
+            pill: root.pill
+            texts: root.texts
+        }
+        PillMenu {
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            anchors.margins: Units.space12 - Units.space2 - Units.cornerInset
+            visible: root.pill.showsMenu
             pill: root.pill
             texts: root.texts
         }
@@ -146,6 +155,12 @@ Item {
         onPositionChanged: event => root.container.mouseDragged(Qt.point(event.x, event.y))
         onReleased: root.container.mouseUp()
         onCanceled: root.container.mouseCanceled()
+    }
+    MouseArea {
+        anchors.fill: parent
+        enabled: root.isPill
+        acceptedButtons: Qt.RightButton
+        onClicked: root.container.askForMenu()
     }
     HoverHandler {
         id: hover

@@ -70,6 +70,13 @@ void PillContainerView::mouseExited()
     }
 }
 
+void PillContainerView::askForMenu()
+{
+    if (mode_ == Mode::Pill && !pressStart_) {
+        Q_EMIT menuRequested();
+    }
+}
+
 void PillContainerView::press()
 {
     if (mode_ == Mode::Pill && onClick) {

@@ -39,6 +39,7 @@ public:
     Q_INVOKABLE void mouseCanceled();
     Q_INVOKABLE void mouseEntered();
     Q_INVOKABLE void mouseExited();
+    Q_INVOKABLE void askForMenu();
     /// Clicks without a mouse, for assistive technologies and keys.
     Q_INVOKABLE void press();
 
@@ -47,6 +48,8 @@ Q_SIGNALS:
     /// Emitted when a press becomes a drag of the window.
     void dragStarted();
     void cursorChanged(bool isHand);
+    /// Emitted when the user clicks the pill with the other button.
+    void menuRequested();
 
 private:
     Mode mode_ = Mode::Pill;

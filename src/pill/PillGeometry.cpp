@@ -16,6 +16,8 @@ constexpr double headerHeight = 52;
 constexpr double bottomPadding = 14;
 constexpr double highestList = 480;
 constexpr double emptyList = 130;
+constexpr double menuRow = 36;
+constexpr double menuPadding = 10;
 
 constexpr double fingerSize = 52;
 constexpr Point fingerBelowPill{6, -38}; ///< from the pill's centre to the finger's
@@ -75,6 +77,17 @@ double listHeight(qsizetype notes, double textScale)
     return std::min((((static_cast<double>(notes) * rowHeight) + headerHeight) * textScale)
                         + bottomPadding,
                     highestList);
+}
+
+double menuHeight(double textScale)
+{
+    return (menuEntries * std::round(menuRow * textScale)) + (2 * menuPadding);
+}
+
+Rect menuFrame(const Rect &pill, double textScale, const Rect &visible)
+{
+    const double width = std::round(menuWidth * textScale);
+    return clamped({pill.maxX() - width, pill.minY(), width, menuHeight(textScale)}, visible);
 }
 
 Rect listFrame(const Rect &pill, double height, const Rect &visible)

@@ -48,6 +48,14 @@ constexpr Rect fallbackScreen{0, 0, 1200, 800};
 /// Returns the frame of a list of this height, which extends from `pill` to the left and upwards.
 [[nodiscard]] Rect listFrame(const Rect &pill, double height, const Rect &visible);
 
+constexpr int menuEntries = 3;
+constexpr double menuWidth = 200;
+
+[[nodiscard]] double menuHeight(double textScale);
+
+/// Returns the frame of the menu, which takes the place of the pill as a list does.
+[[nodiscard]] Rect menuFrame(const Rect &pill, double textScale, const Rect &visible);
+
 /// Start and end of the demonstration's finger; at the end it touches the pill.
 struct FingerPath {
     Rect from;

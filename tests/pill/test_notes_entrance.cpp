@@ -9,7 +9,9 @@
 #include "platform/fake/FakeEventMonitors.h"
 #include "platform/fake/FakeFloatingWindows.h"
 #include "platform/fake/FakeScreens.h"
+#include "settings/SettingsKeys.h"
 #include "ui/BilingualText.h"
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -211,6 +213,56 @@ private Q_SLOTS:
         desk.model().select(1);
         desk.model().select(2); // there is none
         QCOMPARE(desk.chosen, QStringList{u"source"_s});
+    }
+
+    void opensItsMenu()
+    {
+        Desk desk;
+        desk.show();
+        QSignalSpy window(&desk.entrance, &NotesEntranceController::windowRequested);
+        QSignalSpy quit(&desk.entrance, &NotesEntranceController::quitRequested);
+        desk.container().askForMenu();
+        QVERIFY(desk.model().showsMenu() && desk.model().isExpanded());
+        QCOMPARE(desk.panel().frame(), (Rect{defaultPill.maxX() - 200, 32, 200, 128}));
+        desk.container().askForMenu(); // is open
+        desk.monitors.sendLocal(escape);
+        QVERIFY(desk.panel().finishAnimation());
+        QCOMPARE(desk.panel().frame(), defaultPill);
+
+        desk.list(1);
+        QVERIFY(!desk.model().showsMenu());
+        Q_EMIT desk.model().windowRequested();
+        QVERIFY(!desk.model().isExpanded());
+        desk.panel().finishAnimation();
+        desk.container().mouseDown({1, 1});
+        desk.container().askForMenu(); // while the other button is held
+        QVERIFY(!desk.model().isExpanded());
+        desk.container().mouseCanceled();
+        desk.container().askForMenu();
+        Q_EMIT desk.model().quitRequested();
+        QCOMPARE(std::pair(window.size(), quit.size()), std::pair(qsizetype{1}, qsizetype{1}));
+    }
+
+    void canBeHidden()
+    {
+        Desk desk;
+        desk.show();
+        desk.container().askForMenu();
+        Q_EMIT desk.model().hidingRequested();
+        QVERIFY(desk.panel().isVisible()); // until it is folded
+        desk.panel().finishAnimation();
+        QVERIFY(!desk.panel().isVisible());
+        desk.show();
+        QVERIFY(!desk.panel().isVisible());
+        desk.list(1); // the list is asked for
+        QVERIFY(desk.panel().isVisible());
+        desk.entrance.collapse();
+        desk.panel().finishAnimation();
+        QVERIFY(!desk.panel().isVisible());
+        settings::showsPill.set(desk.defaults, true);
+        QVERIFY(desk.panel().isVisible());
+        settings::showsPill.set(desk.defaults, false);
+        QVERIFY(!desk.panel().isVisible());
     }
 
     void hoverAndCursorFollowThePointer()
