@@ -76,22 +76,16 @@ Window {
             Accessible.role: Accessible.Heading
             Accessible.name: heading.text
         }
-        Text {
+        Label {
             id: detail
 
             anchors.top: heading.bottom
             anchors.topMargin: Units.space8
             width: parent.width
             text: dialog.informativeText
-            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Theme.secondInk
-            font.pixelSize: Units.type13
-            lineHeightMode: Text.FixedHeight
-            lineHeight: Math.round(Units.type13 * Units.readingLine)
-
-            Accessible.role: Accessible.StaticText
-            Accessible.name: detail.text
+            lineFactor: Units.readingLine
         }
         TextButton {
             id: button

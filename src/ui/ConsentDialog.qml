@@ -85,19 +85,17 @@ FittingDialog {
                         radius: Units.dot / 2
                         color: Theme.accent
                     }
-                    Text {
+                    Label {
                         id: label
 
                         anchors.left: parent.left
                         anchors.leftMargin: Units.space20
                         anchors.right: parent.right
                         text: point.modelData
-                        textFormat: Text.PlainText
                         wrapMode: Text.Wrap
                         color: Theme.secondInk
-                        font.pixelSize: Units.type13
-                        lineHeightMode: Text.FixedHeight
-                        lineHeight: Math.round(Units.type13 * Units.readingLine)
+                        lineFactor: Units.readingLine
+                        Accessible.ignored: true // is part of the dialog's description
                     }
                 }
             }

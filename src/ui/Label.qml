@@ -14,6 +14,13 @@ Text {
     lineHeightMode: Text.FixedHeight
     lineHeight: Math.round(label.font.pixelSize * label.lineFactor)
 
+    Binding {
+        target: label
+        property: "font.family"
+        value: Units.chineseFamily
+        when: Units.hasChineseQuotes(label.text)
+    }
+
     Accessible.role: Accessible.StaticText
     Accessible.name: label.text
 }

@@ -100,6 +100,13 @@ ButtonArea {
             verticalAlignment: Text.AlignVCenter
             elide: Text.ElideRight
             Accessible.ignored: true
+
+            Binding {
+                target: label
+                property: "font.family"
+                value: Units.chineseFamily
+                when: Units.hasChineseQuotes(label.text)
+            }
         }
     }
     FocusRing {

@@ -36,7 +36,7 @@ Item {
     Binding {
         target: words
         property: "font.family"
-        value: line.family
-        when: line.family !== ""
+        value: line.family !== "" ? line.family : Units.chineseFamily
+        when: line.family !== "" || Units.hasChineseQuotes(line.text)
     }
 }

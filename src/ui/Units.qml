@@ -136,6 +136,13 @@ QtObject {
     readonly property int pulse: 600
     readonly property bool animated: !SystemLook.reducedMotion
 
+    readonly property string chineseFamily: "Noto Sans CJK SC"
+
+    /// Whether a text needs the quotation marks of a Chinese font, which are as wide as its
+    /// characters. They are the same characters as the Latin ones.
+    function hasChineseQuotes(text: string): bool {
+        return /[\u3000-\u9fff\uff00-\uffef][“”]|[“”][\u3000-\u9fff\uff00-\uffef]/.test(text)
+    }
     function scaled(size: int): int {
         return Math.round(size * SystemLook.textScale)
     }
