@@ -76,7 +76,8 @@ FocusScope {
                 large: true
                 enabled: !view.auth.isWorking
                 opacity: 1 // its text stays readable while it is disabled
-                glyph: view.auth.isWorking ? "" : "G"
+                icon: view.auth.isWorking ? "" : "google"
+                iconHasColors: true
                 text: view.auth.isWorking
                     ? (view.english ? "Opening browser…" : "正在打开浏览器登录…")
                     : (view.english ? "Continue with Google" : "使用 Google 继续")

@@ -19,7 +19,7 @@ FocusScope {
     property bool low: false ///< as near to the way on as it can be
     property int titleSize: Units.type30
     property string continueText: frame.english ? "Continue" : "继续"
-    property string continueGlyph: ""
+    property string continueIcon: "" ///< has its own colours
     property string continueName: "continue"
     property bool canContinue: true
     property bool drawsContinue: frame.canContinue ///< in the colour of what is to be done next
@@ -164,7 +164,8 @@ FocusScope {
             primary: frame.drawsContinue
             enabled: frame.canContinue
             opacity: frame.canContinue || frame.reportsState ? 1 : 0.45
-            glyph: frame.continueGlyph
+            icon: frame.continueIcon
+            iconHasColors: true
             text: frame.continueText
             onClicked: frame.proceed()
         }

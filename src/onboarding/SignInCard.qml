@@ -12,7 +12,7 @@ CardFrame {
     subtitle: card.english ? "Select what you don't understand, double-tap Option, and read on."
                            : "选中看不懂的文字，按两下 Option，继续读下去。"
     continueName: "signInButton"
-    continueGlyph: card.flow.isOpeningBrowser ? "" : "G"
+    continueIcon: card.flow.isOpeningBrowser ? "" : "google"
     canContinue: !card.flow.isOpeningBrowser
     continueText: {
         if (card.flow.isOpeningBrowser)

@@ -42,8 +42,10 @@ QImage LineIcon::drawing() const
     QPainter painter(&image);
     QSvgRenderer(name_.startsWith(u':') ? name_ : u":/qt/qml/Vellumo/Ui/icons/%1.svg"_s.arg(name_))
         .render(&painter, QRectF(QPointF(), size()));
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(QRectF(QPointF(), size()), color_);
+    if (color_.alpha() > 0) {
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(QRectF(QPointF(), size()), color_);
+    }
     return image;
 }
 

@@ -10,7 +10,8 @@
 
 namespace vellumo {
 
-/// A drawing of one colour, in the colour of the current theme.
+/// A drawing of one colour, in the colour of the current theme; or in its own colours, if the given
+/// one is transparent.
 class LineIcon : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

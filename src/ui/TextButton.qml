@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// A button with a word, and a picture or a glyph before it. Primary: ink on ground; quiet: no
+/// A button with a word, and a picture before it. Primary: ink on ground; quiet: no
 /// ground of its own until it is hovered; otherwise a soft fill. On the island it takes the island's
 /// colours whatever the desktop's.
 ButtonArea {
@@ -11,7 +11,7 @@ ButtonArea {
 
     property string text
     property string icon: "" ///< of LineIcon
-    property string glyph: ""
+    property bool iconHasColors: false ///< and keeps them
     property bool primary: false
     property bool quiet: false
     property bool large: false
@@ -32,8 +32,7 @@ ButtonArea {
                           : button.quiet && !button.hovered ? Theme.secondInk : Theme.ink)
     readonly property real cornerRadius: button.island ? button.height / 2 : Units.radius10
     readonly property int sidePadding: button.quiet ? Units.space12 : Units.space20
-    readonly property int ahead: mark.visible ? mark.width + Units.space8
-                               : letter.visible ? letter.width + Units.space8 : 0
+    readonly property int ahead: mark.visible ? mark.width + Units.space8 : 0
 
     accessibleName: button.text
     implicitHeight: button.island ? Units.scaled(32)
@@ -68,21 +67,7 @@ ButtonArea {
             width: Units.icon
             height: width
             name: button.icon
-            color: button.textColor
-        }
-        Text {
-            id: letter
-
-            anchors.left: parent.left
-            height: parent.height
-            visible: button.glyph.length > 0
-            text: button.glyph
-            textFormat: Text.PlainText
-            verticalAlignment: Text.AlignVCenter
-            color: button.textColor
-            font.pixelSize: Units.icon
-            font.weight: Font.Bold
-            Accessible.ignored: true
+            color: button.iconHasColors ? "transparent" : button.textColor
         }
         Text {
             id: label

@@ -68,7 +68,7 @@ inline QStringList cutButtons(const QQuickItem *item)
     if (!item->isVisible()) {
         return cut;
     }
-    if (item->metaObject()->indexOfProperty("glyph") >= 0) {
+    if (item->metaObject()->indexOfProperty("iconHasColors") >= 0) {
         const QRectF place = item->mapRectToScene(QRectF(QPointF(), item->size()));
         if (item->width() < item->implicitWidth() || place.left() < 0
             || place.right() > item->window()->width()) {
