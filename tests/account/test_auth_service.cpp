@@ -269,6 +269,8 @@ private Q_SLOTS:
             {HttpResponse{200, {}, "ok"}, unreadable},
             {HttpResponse{200, {}, R"({"id_token":"i","refresh_token":"r","expires_in":3600})"},
              unreadable},
+            {HttpResponse{200, {}, R"({"refresh_token":"r","expires_in":"3600"})"}, unreadable},
+            {HttpResponse{200, {}, R"({"id_token":"i","expires_in":"3600"})"}, unreadable},
             {HttpError{HttpError::Kind::TimedOut}, u"The sign-in service cannot be reached."_s},
         };
         for (const auto &each : cases) {

@@ -141,6 +141,52 @@ private Q_SLOTS:
             clicks(u"Upload 1 note"_s, [&] { return backend.tables().notes(uid).size() == 1; }));
         QVERIFY(waitUntil([&] { return setting(u"notesOwner"_s).toString() == uid; }));
         QCOMPARE(backend.complaints(), QStringList());
+
+        const auto asks = [this] { return vellumo_->panelText().contains(u"Sign out?"_s); };
+        QVERIFY(clicks(u"Sign out"_s, asks));
+        QVERIFY(clicks(u"Cancel"_s, [&] { return !asks(); }));
+        QVERIFY(!vellumo_->panelText().contains(u"Continue with Google"_s));
+        QVERIFY(clicks(u"Sign out"_s, asks));
+        const auto agrees = [&] {
+            QRect button; // the last one of this name, which is the question's
+            const auto items = accessibleItems(vellumo_->process().processIdentifier());
+            for (const AccessibleItem &item : items) {
+                if (item.name == u"Sign out"_s && item.role.endsWith(u"button"_s))
+                    button = item.extents;
+            }
+            desktop_.click(button.center());
+            return waitUntil([&] { return !asks(); }, 500ms);
+        };
+        QVERIFY(waitUntil(agrees));
+        QVERIFY(shows(u"Continue with Google"_s));
+    }
+
+    void writesItsPictures()
+    {
+        const std::pair<QStringList, int> rows[] = {
+            {{u"VELLUMO_PREVIEW_SNAPSHOT_DIR"_s}, 18},
+            {{u"VELLUMO_SNAPSHOT_DIR"_s, u"VELLUMO_SNAPSHOT_AUTH"_s}, 2},
+            // the pill is the same in both languages
+            {{u"VELLUMO_SNAPSHOT_DIR"_s, u"VELLUMO_SNAPSHOT_NOTES"_s}, 5},
+        };
+        for (const auto &[variables, expected] : rows) {
+            const QTemporaryDir pictures;
+            Program program(desktop_, QStringLiteral(VELLUMO_PROGRAM), variables.constLast());
+            QFile::remove(program.folder() + u"/config/vellumo/vellumo.ini"_s);
+            for (const QString &variable : variables)
+                program.setEnvironment(variable, pictures.path());
+            QVERIFY(program.launch({}));
+            QVERIFY(waitUntil([&] { return !program.process().isRunning(); }, 30s));
+            QSet<QByteArray> contents;
+            const auto files = QDir(pictures.path()).entryInfoList({u"*.png"_s});
+            for (const QFileInfo &file : files) {
+                QImage picture(file.filePath());
+                QVERIFY(picture.width() > 100);
+                contents << QByteArray(reinterpret_cast<const char *>(picture.constBits()),
+                                       picture.sizeInBytes());
+            }
+            QCOMPARE(contents.size(), expected);
+        }
     }
 
     void closingLeavesTheProgramUsable()

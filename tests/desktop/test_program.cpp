@@ -43,6 +43,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return desktop_.activeWindow() == page.window(); }));
 
         QVERIFY(vellumo_->waitForNotes(1));
+        QVERIFY(waitUntil([this] { return vellumo_->openNote().isEmpty(); }));
         const QJsonObject note = vellumo_->notes().constFirst();
         QCOMPARE(note["sourceText"_L1].toString(), sentence);
         QCOMPARE(note["context"_L1]["key"_L1].toString(), u"web-url:"_s + page.address());

@@ -83,6 +83,21 @@ private Q_SLOTS:
         }
     }
 
+    void holdingTheSecondTapGivesThePanelTheKeyboard()
+    {
+        QVERIFY(vellumo_->start() && editor_->open());
+        desktop_.doubleTap();
+        QVERIFY(vellumo_->waitForAnswer());
+        QCOMPARE(desktop_.activeWindow(), editor_->window());
+        QVERIFY(vellumo_->dismissPanel());
+        desktop_.tap(Key::AltLeft);
+        desktop_.press(Key::AltLeft);
+        const bool isFocused = waitUntil(
+            [this] { return vellumo_->panel() && desktop_.activeWindow() == vellumo_->panel(); });
+        desktop_.release(Key::AltLeft);
+        QVERIFY(isFocused);
+    }
+
     void servesNothingWhileTheScreenIsLocked_data()
     {
         QTest::addColumn<QString>("service");

@@ -33,13 +33,18 @@ private Q_SLOTS:
         desktop_.type(u"every"_s); // the search has the keyboard
         QVERIFY(shows(u"label"_s, u"1 of 1"_s));
         QVERIFY(vellumo_->click(u"ubiquitous"_s, u"list item"_s));
+        QVERIFY(vellumo_->click(u"Copy"_s, u"button"_s));
+        QVERIFY(waitUntil([] {
+            return outputOf(u"xclip"_s, {u"-o"_s, u"-selection"_s, u"clipboard"_s})
+                .contains("found everywhere");
+        }));
         QVERIFY(vellumo_->click(u"Ask a follow-up"_s, u"button"_s));
         QVERIFY(vellumo_->waitForPanel() && vellumo_->waitForAnswer());
         QVERIFY(waitUntil([this] { return desktop_.activeWindow() == vellumo_->panel(); }));
         desktop_.type(u"Why"_s);
         desktop_.tap(Key::Return);
         QVERIFY(vellumo_->waitForText(u"「Why」"_s));
-        desktop_.tap(Key::Escape);
+        QVERIFY(vellumo_->click(u"Open in vellumo"_s, u"button"_s));
         QVERIFY(vellumo_->waitForNoPanel());
         QVERIFY(waitUntil([this] {
             const QList<QJsonObject> notes = vellumo_->notes();

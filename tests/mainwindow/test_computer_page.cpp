@@ -3,6 +3,7 @@
 // The page of this computer, used with the keyboard.
 
 #include "ShownNotes.h"
+#include "computer/FailureText.h"
 #include "driver/Waiting.h"
 #include <QAccessible>
 #include <QClipboard>
@@ -117,6 +118,60 @@ private Q_SLOTS:
         }
     }
 
+    void tellsFailuresApart()
+    {
+        using Network = HttpError::Kind;
+        using Key = KeyError::Kind;
+        QList<ExplanationFailure> failures;
+        for (const int status : {401, 402, 403, 404, 418, 429, 503})
+            failures.append({.kind = ServiceError::Kind::badStatus, .status = status});
+        failures.append({.kind = ServiceError::Kind::malformedPayload});
+        failures.append({.kind = DecodingError()});
+        for (const auto kind :
+             {Network::TimedOut, Network::CannotResolve, Network::Refused, Network::Untrusted,
+              Network::CutShort, Network::TooLarge, Network::Insecure, Network::NoAddress,
+              Network::Unsendable, Network::Other})
+            failures.append({.kind = kind});
+        for (const auto kind : {Key::Late, Key::Locked, Key::Missing, Key::Unavailable})
+            failures.append({.kind = kind});
+        using Fault = ConfigurationFault::Kind;
+        for (const bool isEnglish : {true, false}) {
+            const BilingualText words([=] { return isEnglish ? u"English"_s : u"Chinese"_s; });
+            QSet<QString> texts;
+            for (const ExplanationFailure &failure : failures)
+                texts << failureText(failure, words);
+            for (const auto kind :
+                 {Fault::Unopenable, Fault::Malformed, Fault::Entry, Fault::Address})
+                texts << faultText({kind, u"/a/Info.json"_s, 7, u"ENTRY"_s}, words);
+            QCOMPARE(texts.size(), failures.size() + 4);
+            QVERIFY(!texts.contains(QString()));
+            for (const QString &text : std::as_const(texts))
+                QVERIFY2(text.contains(QRegularExpression(u"\\p{Han}"_s)) != isEnglish,
+                         qPrintable(text));
+        }
+    }
+
+    void saysWhereTheKeyIs()
+    {
+        const std::pair<bool FakeSecretItems::*, QLatin1StringView> rows[] = {
+            {&FakeSecretItems::isLocked, "when you unlock it"_L1},
+            {&FakeSecretItems::isAbsent, "there is no keyring"_L1},
+            {&FakeSecretItems::isRefusing, "did not accept it"_L1},
+        };
+        for (const auto &[trouble, says] : rows) {
+            WindowDesk desk;
+            desk.useWithoutAccount();
+            desk.secrets.*trouble = true;
+            desk.show();
+            desk.window.showService();
+            type(desk, "a.test");
+            desk.key(Qt::Key_Tab, 2);
+            type(desk, "sk-1");
+            desk.key(Qt::Key_Return);
+            QVERIFY2(waitUntil([&] { return desk.text("keyNote").contains(says); }), says.data());
+        }
+    }
+
     void saysWhyItCannotSave()
     {
         WindowDesk desk;
@@ -152,8 +207,11 @@ private Q_SLOTS:
     {
         WindowDesk desk;
         desk.useWithoutAccount();
-        desk.defaults.setValue(u"noCopyingIn"_s, QStringList{u"org.kde.okular"_s, u"Gvim"_s});
         desk.show();
+        desk.click("computer");
+        QVERIFY(!desk.text("readsByCopyingText").contains("Never"_L1));
+        desk.click("notes");
+        desk.defaults.setValue(u"noCopyingIn"_s, QStringList{u"org.kde.okular"_s, u"Gvim"_s});
         desk.click("computer");
         QVERIFY(desk.text("readsByCopyingText").endsWith("Never in: org.kde.okular, Gvim."_L1));
         desk.item("readsByCopying")->forceActiveFocus();
@@ -224,12 +282,19 @@ private Q_SLOTS:
             {SyncError::Kind::AddressNotAllowed, "must be a web address"_L1},
             {SyncError::Kind::ListTooLarge, "32 MiB"_L1},
             {SyncError::Kind::NoteTooLarge, "stays on this computer"_L1},
+            {SyncError::Kind::NotConfigured, "no place to sync"_L1},
+            {SyncError::Kind::SignedOut, "Sign out and in again"_L1},
+            {SyncError::Kind::Refused, "did not take"_L1},
+            {SyncError::Kind::Unreadable, "not the account's service"_L1},
         };
+        QSet<QString> states;
         for (const auto &[trouble, word] : words) {
             desk.sync.trouble = trouble;
             Q_EMIT desk.sync.changed();
             QVERIFY2(desk.text("syncProblem").contains(word), word.data());
+            states << desk.text("syncState");
         }
+        QCOMPARE(states.size(), std::size(words));
         QVERIFY(desk.text("explanationProblem").startsWith("None since"_L1));
         desk.computer.explainer->explain({u"tide"_s, u"English"_s}, &desk.window,
                                          [](const auto &) {});

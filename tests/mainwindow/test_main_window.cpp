@@ -152,6 +152,26 @@ private Q_SLOTS:
         QCOMPARE(desk.text("count"), u"3"_s);
     }
 
+    void opensANoteWhateverItShows()
+    {
+        WindowDesk desk;
+        desk.notes.notes = notes(3);
+        const QUuid id = desk.notes.notes.at(1).note.id;
+        const auto isShown = [&] {
+            return desk.text("sourceText") == desk.notes.notes.at(1).note.sourceText;
+        };
+        desk.window.showNote(id); // from the sign-in view
+        QVERIFY(isShown());
+        QVERIFY(QTest::qWaitForWindowActive(desk.window.window()));
+        desk.click("notes");
+        QTest::keyClick(desk.window.window(), '1');
+        desk.click("export");
+        desk.window.showNote(QUuid()); // is not kept
+        QVERIFY(!isShown() && !desk.item("exportTitle"));
+        desk.window.showNote(id);
+        QVERIFY(isShown());
+    }
+
     void switchesTheLanguageEverywhere()
     {
         WindowDesk desk(u"Klingon"_s);

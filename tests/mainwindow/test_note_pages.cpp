@@ -345,6 +345,8 @@ private Q_SLOTS:
         exportsBy(nullptr);
         QVERIFY(tells(u"The folder no longer exists. Choose another one."_s));
         QCOMPARE(desk.text("count"), u"3 selected"_s);
+        desk.click("dismissExport");
+        QVERIFY(!desk.item("exportOutcome"));
 
         // something else is chosen while the dialog is open
         const QTemporaryDir other;

@@ -142,8 +142,10 @@ private Q_SLOTS:
                      noteOf(eveningOfTheDay - 400 * day, u"four"_s, siteA2)});
         QCOMPARE(shelf.rows(),
                  u"[Today 2] one two [Yesterday 1] three [Sunday, 19 October 2025 1] four"_s);
+        const QSignalSpy redrawn(shelf.library.rows(), &QAbstractItemModel::dataChanged);
         shelf.language = u"Chinese"_s;
         shelf.texts.refresh();
+        QCOMPARE(redrawn.size(), 1);
         QCOMPARE(shelf.rows(), u"[今天 2] one two [昨天 1] three [2025年10月19日 星期日 1] four"_s);
         shelf.library.setGrouping(NoteRowsModel::Grouping::ByPlace);
         QCOMPARE(shelf.rows(), u"[Paper.pdf 2] one three [a.test 1] two [a.test 1] four"_s);
@@ -165,7 +167,8 @@ private Q_SLOTS:
         Shelf shelf(notes);
         NotesLibrary &library = shelf.library;
         library.setOrder(Order::OldestFirst);
-        QCOMPARE(shelf.rows(), u"[Saturday, 21 November 1] four [Yesterday 1] three [Today 2] two one"_s);
+        QCOMPARE(shelf.rows(),
+                 u"[Saturday, 21 November 1] four [Yesterday 1] three [Today 2] two one"_s);
         library.setOrder(Order::MostFollowUps);
         QCOMPARE(shelf.rows(), u"three four one two"_s);
         library.setFolded(0, true); // no group

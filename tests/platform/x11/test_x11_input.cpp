@@ -107,8 +107,10 @@ private Q_SLOTS:
     void flagsGoToTheSideWithTheKeyboard()
     {
         Flags local;
+        QList<qint64> times;
         const auto monitor = with_->monitors.addLocalMonitor(
             maskOf(EventType::FlagsChanged), [&](const Event &event) {
+                times.append(event.timestampMs);
                 local.push_back(event.modifierFlags);
                 return true;
             });
@@ -117,6 +119,7 @@ private Q_SLOTS:
         play({Key::AltLeft, -Key::AltLeft});
         QVERIFY(hasFlags(Flags()));
         QCOMPARE(local, (Flags{ModifierFlag::Option, 0}));
+        QVERIFY(times.at(0) > 0 && times.at(0) <= times.at(1)); // the server's
 
         PeerProcess peer({u"window"_s, u"other"_s, u"Other"_s});
         QVERIFY(giveKeyboardTo(peer));
