@@ -131,9 +131,13 @@ FocusScope {
         readonly property int quietRoom: footer.isOneLine || (frame.isCramped && !frame.hasQuiet)
             ? 0 : Units.space4 + Math.max(Units.button, quiet.height)
 
+        // A cramped window covers most of the screen, whose lower right corner is the pill's.
+        readonly property int pillRoom: frame.isCramped && frame.hasQuiet
+            ? Units.pillWidth + Units.space16 : 0
+
         anchors.bottom: parent.bottom
-        anchors.horizontalCenter: parent.horizontalCenter
-        width: frame.width - 2 * Units.space24
+        x: Units.space24
+        width: frame.width - 2 * Units.space24 - footer.pillRoom
         height: footer.errorRoom + onward.height + footer.quietRoom
 
         ErrorLine {
