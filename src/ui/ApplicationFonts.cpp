@@ -12,9 +12,14 @@ using namespace Qt::StringLiterals;
 
 namespace vellumo {
 
+QString chineseFamily()
+{
+    return u"Noto Sans CJK SC"_s;
+}
+
 QStringList readingFontFamilies(const QString &systemFamily)
 {
-    const QString chinese = u"Noto Sans CJK SC"_s;
+    const QString chinese = chineseFamily();
     // Symbol fonts have outlines of some emoji, and would break joined ones apart.
     const QString emoji = u"Noto Color Emoji"_s;
     return systemFamily.isEmpty() || systemFamily == chinese

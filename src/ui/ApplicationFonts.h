@@ -6,6 +6,9 @@
 
 namespace vellumo {
 
+/// Returns the family with simplified Chinese forms.
+[[nodiscard]] QString chineseFamily();
+
 /// Returns the font families to request: the desktop's own first, then one with simplified Chinese
 /// forms. Without it the forms depend on the locale, and an English locale gets Japanese ones.
 [[nodiscard]] QStringList readingFontFamilies(const QString &systemFamily);

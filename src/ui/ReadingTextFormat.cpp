@@ -2,12 +2,44 @@
 // SPDX-License-Identifier: MIT
 #include "ui/ReadingTextFormat.h"
 
+#include "ui/ApplicationFonts.h"
+
 #include <QQuickTextDocument>
 #include <QTextBlockFormat>
 #include <QTextCursor>
 #include <QTextDocument>
 
+using namespace Qt::StringLiterals;
+
 namespace vellumo {
+
+namespace {
+
+bool isWide(QChar character)
+{
+    return character.script() == QChar::Script_Han || character.unicode() == 0xFF0C
+        || (character.unicode() >= 0x3000 && character.unicode() <= 0x303F);
+}
+
+/// Quotation marks are the same characters in Latin and in Chinese, where they are as wide as the
+/// others.
+void widenChineseQuotes(QTextCursor cursor, int begin, int end)
+{
+    const QTextDocument &text = *cursor.document();
+    QTextCharFormat wide;
+    for (int i = begin; i < end; ++i) {
+        const QChar mark = text.characterAt(i);
+        if ((mark == u'“' && isWide(text.characterAt(i + 1)))
+            || (mark == u'”' && i > 0 && isWide(text.characterAt(i - 1)))) {
+            wide.setFontFamilies({chineseFamily()});
+            cursor.setPosition(i);
+            cursor.setPosition(i + 1, QTextCursor::KeepAnchor);
+            cursor.mergeCharFormat(wide);
+        }
+    }
+}
+
+} // namespace
 
 QTextDocument *ReadingTextFormat::textDocument() const
 {
@@ -65,10 +97,15 @@ void ReadingTextFormat::format(int position, int length)
     block.setLineHeight(lineHeight_, QTextBlockFormat::FixedHeight);
     QTextCursor cursor(text);
     const int end = text->characterCount() - 1;
-    cursor.setPosition(std::clamp(position, 0, end));
-    cursor.setPosition(std::clamp(position + length, 0, end), QTextCursor::KeepAnchor);
+    const int first = std::clamp(position, 0, end);
+    const int last = std::clamp(position + length, 0, end);
+    cursor.beginEditBlock();
+    cursor.setPosition(first);
+    cursor.setPosition(last, QTextCursor::KeepAnchor);
     block.setBottomMargin(paragraphGap_);
     cursor.mergeBlockFormat(block);
+    widenChineseQuotes(cursor, first, last);
+    cursor.endEditBlock();
     isFormatting_ = false;
 }
 

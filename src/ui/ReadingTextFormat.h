@@ -12,7 +12,8 @@ class QTextDocument;
 namespace vellumo {
 
 /// Sets a fixed line height on an editable or selectable text, which the text element itself does
-/// not offer, so that Latin and Chinese lines have the same distance in any font.
+/// not offer, so that Latin and Chinese lines have the same distance in any font; and takes the
+/// quotation marks of Chinese words from a Chinese font.
 class ReadingTextFormat : public QObject {
     Q_OBJECT
     QML_ELEMENT
