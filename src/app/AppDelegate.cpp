@@ -394,7 +394,10 @@ void AppDelegate::finishLaunchingWhenIdle()
     connect(&capture_->entrance(), &NotesEntranceController::appeared, this, prepare,
             Qt::QueuedConnection);
     QTimer::singleShot(500, this, prepare);
-    QTimer::singleShot(0, this, [this] {
+    QTimer::singleShot(0, this, [this, prepare] {
+        if (!capture_->entrance().isShown()) {
+            prepare(); // nothing else has loaded what the look is a type of
+        }
         SessionBus &bus = foundation_->platform.sessionBus();
         if (bus.connection()) {
             followSessionBus();

@@ -52,6 +52,9 @@ public:
     /// Expands the pill into its menu.
     void openMenu();
 
+    /// Returns whether the pill or its list is on screen.
+    [[nodiscard]] bool isShown() const { return panel_ && panel_->isVisible(); }
+
     [[nodiscard]] const NotesPillModel &model() const { return *model_; }
 
 Q_SIGNALS:

@@ -26,7 +26,7 @@ class SystemLook : public QObject {
 public:
     explicit SystemLook(QObject *parent = nullptr);
 
-    /// Returns the singleton of this engine.
+    /// Returns the singleton of this engine; null before a window that uses it has been created.
     [[nodiscard]] static SystemLook *of(QQmlEngine &engine);
 
     void follow(const DesktopAppearance &appearance);
