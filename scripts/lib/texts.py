@@ -1,6 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The vellumo authors
 # SPDX-License-Identifier: MIT
-"""Finds Chinese texts of the interface with ASCII punctuation, which reads as a mistake.
+"""Finds texts of the interface that are missing in one language, and Chinese ones with ASCII
+punctuation, which reads as a mistake.
 
 Texts that keep it are listed below: they are the same on every platform, or parts of exported files.
 """
@@ -36,6 +37,17 @@ FIXED = (
 # Prompts are written for models.
 WITHOUT = ("src/explain/ExplanationPrompt.cpp", "src/explain/FollowUpPrompt.cpp")
 
+# The same in both languages.
+ONE_LANGUAGE = {
+    "vellumo", "vellumo ", "✦ vellumo", "Notes", "Ask a follow-up…",
+    "vellumo needs a readable selection to continue.",
+    # what is selected in the first run
+    "vellumo is a reading assistant for your Mac. Select any text you don't understand, "
+    "double-tap Option, and a short explanation appears at the top of your screen.",
+    # names of languages, and of files
+    "中文", "Chinese", "en",
+}
+
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 CHINESE = re.compile("[\u3400-\u9fff]")
 # a question mark that is quoted, and paths with a line, are no punctuation
@@ -50,11 +62,46 @@ def is_wrong(text):
     return CHINESE.search(text) is not None and ASCII.search(text) is not None
 
 
+# One text, perhaps of several literals: "…", or u"…"_s in C++, joined by + in QML.
+TEXT = r'''((?:(?:u8?|_L1)?"(?:[^"\\\n]|\\.)*"(?:_s)?[\s+]*)+)'''
+PAIRS = (
+    re.compile(r"(?:\benglish|\bisEnglish(?:\(\))?)\s*\?\s*\(?" + TEXT + r"\)?\s*:\s*\(?" + TEXT),
+    re.compile(r"\bpick\(\s*" + TEXT + r",\s*" + TEXT + r"\)"),
+)
+# a property that is shown or spoken, with a text of its own
+SHOWN = re.compile(
+    r"^\s*(?:text|title|message|detail|explanation|placeholder|accessibleName|Accessible\.name|"
+    r'Accessible\.description)\s*:\s*"((?:[^"\\\n]|\\.)*)"', re.M)
+
+
+def letters(text):
+    return re.sub(r"%\d|\\[nu]\w*|[^A-Za-z]", "", text)
+
+
+def missing(path, content):
+    """Yields texts without a translation, each with its place."""
+    for pattern in PAIRS:
+        for pair in pattern.finditer(content):
+            english, chinese = ("".join(LITERAL.findall(text)) for text in pair.groups())
+            is_missing = CHINESE.search(english) or (letters(chinese)
+                                                   and not CHINESE.search(chinese))
+            if is_missing and english not in ONE_LANGUAGE:
+                yield pair.start(), f"{english} / {chinese}"
+    if path.suffix == ".qml":
+        for shown in SHOWN.finditer(content):
+            text = shown.group(1)
+            if (letters(text) or CHINESE.search(text)) and text not in ONE_LANGUAGE:
+                yield shown.start(), text
+
+
 def findings():
     for path in sorted(pathlib.Path("src").rglob("*")):
         if path.suffix not in (".cpp", ".h", ".qml") or str(path) in WITHOUT:
             continue
-        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+        content = path.read_text(encoding="utf-8")
+        for place, text in missing(path, content):
+            yield f"{path}:{content.count(chr(10), 0, place) + 1}: in one language only: {text}"
+        for number, line in enumerate(content.splitlines(), 1):
             if line.lstrip().startswith(("//", "*")):
                 continue
             for literal in LITERAL.finditer(line):
