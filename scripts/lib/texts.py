@@ -45,7 +45,7 @@ ONE_LANGUAGE = {
     "vellumo is a reading assistant for your Mac. Select any text you don't understand, "
     "double-tap Option, and a short explanation appears at the top of your screen.",
     # names of languages, and of files
-    "中文", "Chinese", "en",
+    "中文", "Chinese", "English", "en",
 }
 
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
