@@ -32,7 +32,9 @@ FocusScope {
 
     signal chosen(index: int)
 
-    implicitHeight: grid.y + 7 * calendar.pitch - Units.calendarGap
+    readonly property list<real> shades: [1, 0.28, 0.5, 0.75, 1]
+
+    implicitHeight: legend.y + legend.height
     activeFocusOnTab: true
 
     Accessible.role: Accessible.List
@@ -126,6 +128,13 @@ FocusScope {
         }
     }
 
+    ShadeLegend {
+        id: legend
+        anchors.right: parent.right
+        y: grid.y + grid.height + Units.space8
+        shades: calendar.shades
+        english: calendar.english
+    }
     Item {
         id: grid
 
@@ -152,7 +161,7 @@ FocusScope {
                 height: width
                 radius: Units.radius3
                 color: cell.level === 0 ? Theme.softFill : Theme.accent
-                opacity: [1, 0.28, 0.5, 0.75, 1][cell.level]
+                opacity: calendar.shades[cell.level]
 
                 // screen readers skip days without notes
                 Accessible.role: Accessible.ListItem
@@ -164,7 +173,6 @@ FocusScope {
         }
         Rectangle {
             readonly property int place: calendar.chosenDay - calendar.first
-
             readonly property int outset: Units.focusGap + Units.focusRing
 
             x: Math.floor(place / 7) * calendar.pitch - outset

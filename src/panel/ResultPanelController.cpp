@@ -78,6 +78,7 @@ void ResultPanelController::prepare()
     view_->setLimits(0, panelGeometry::fallbackScreen.height);
     view_->show(firstDrawing(), {}, ResultPanelView::Drawing::Fresh);
     KeyablePanel style;
+    style.title = "vellumo explanation";
     style.level = WindowLevel::Status;
     style.bottomCornerRadius = panelGeometry::bottomCornerRadius;
     window_ = windows_.createPanel(style,

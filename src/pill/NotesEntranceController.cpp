@@ -28,7 +28,8 @@ constexpr auto pillOpens = 300ms;
 constexpr auto listCloses = 2200ms;
 constexpr auto fingerFades = 400ms;
 
-constexpr FloatingPanelStyle pillStyle{.level = WindowLevel::Floating,
+constexpr FloatingPanelStyle pillStyle{.title = "vellumo notes",
+                                       .level = WindowLevel::Floating,
                                        .canBecomeKey = false,
                                        .hasShadow = true,
                                        .ignoresMouseEvents = false,

@@ -18,6 +18,7 @@ enum class WindowLevel : quint8 { Floating = 3, Status = 25 };
 enum class PanelCursor : quint8 { Arrow, PointingHand };
 
 struct FloatingPanelStyle {
+    const char *title = "vellumo"; ///< for screen readers and lists of windows
     WindowLevel level = WindowLevel::Floating;
     bool canBecomeKey = false; ///< a click can give it the keyboard
     bool hasShadow = true;

@@ -20,7 +20,7 @@ std::unique_ptr<QQuickWindow> makePanelWindow(const FloatingPanelStyle &style, b
     format.setAlphaBufferSize(8);
     window->setFormat(format);
     window->setColor(Qt::transparent);
-    window->setTitle(u"vellumo"_s);
+    window->setTitle(QString::fromLatin1(style.title));
     Qt::WindowFlags flags = Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     if (!style.canBecomeKey) {
         flags |= Qt::WindowDoesNotAcceptFocus;
