@@ -229,6 +229,14 @@ private Q_SLOTS:
         QVERIFY(desk.panel().finishAnimation());
         QCOMPARE(desk.panel().frame(), defaultPill);
 
+        const QSignalSpy laidOut(&desk.model(), &NotesPillModel::notesChanged);
+        desk.model().setTextScale(1.5);
+        QCOMPARE(laidOut.size(), 1);
+        desk.container().askForMenu();
+        QCOMPARE(desk.panel().frame(), (Rect{defaultPill.maxX() - 300, 32, 300, 182}));
+        desk.monitors.sendLocal(escape);
+        desk.panel().finishAnimation();
+
         desk.list(1);
         QVERIFY(!desk.model().showsMenu());
         Q_EMIT desk.model().windowRequested();

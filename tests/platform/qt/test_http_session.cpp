@@ -382,6 +382,7 @@ private Q_SLOTS:
             QVERIFY(outcomes.wait());
             QCOMPARE(text(outcomes.all.constFirst()), row.expected);
         }
+        QCOMPARE(second.requests().size(), 1); // not for the redirects that were refused
     }
 
     void endsWithItsContextOrTheSession()
