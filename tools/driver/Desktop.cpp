@@ -3,6 +3,7 @@
 #include "driver/Desktop.h"
 
 #include "driver/Waiting.h"
+#include <QDeadlineTimer>
 #include <QHash>
 #include <algorithm>
 #include <array>
@@ -238,8 +239,15 @@ bool Desktop::activate(WindowId window) const
 {
     const bool managed = d_->windowProperty(d_->screen->root, "_NET_SUPPORTING_WM_CHECK") != 0;
     if (managed) {
-        d_->clientMessage(window, "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0, 0, 0});
-        return waitUntil([&] { return activeWindow() == window && focusWindow() != XCB_NONE; });
+        // Again, since a window manager ignores it for a window that it does not manage yet.
+        QDeadlineTimer pause;
+        return waitUntil([&] {
+            if (pause.hasExpired()) {
+                d_->clientMessage(window, "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0, 0, 0});
+                pause.setRemainingTime(1000);
+            }
+            return activeWindow() == window && focusWindow() != XCB_NONE;
+        });
     }
     return waitUntil([&] { // fails before the window is visible
         xcb_set_input_focus(d_->connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
