@@ -37,7 +37,7 @@ ContextTracker::ContextTracker(Workspace &workspace, Accessibility &accessibilit
     , browserContextResolver_(accessibility)
 {
     connect(&workspace_, &Workspace::didRenameFrontmostApplication, this,
-            &ContextTracker::lookAgain, Qt::QueuedConnection);
+            &ContextTracker::takeNewName, Qt::QueuedConnection);
     connect(&accessibility_, &Accessibility::connectionChanged, this,
             [this] { clock_.after(wakeAfter, this, [this] { wakeBrowserInFront(); }); });
 }
@@ -53,9 +53,15 @@ std::optional<ReadingContext> ContextTracker::currentContext()
     if (!application) {
         return std::nullopt;
     }
-    place_ = Place{*application, focusedWindowTitle(application->processIdentifier),
-                   browserContextResolver_.currentURL(*application, budget_.contextDeadline())};
+    place_ = placeIn(*application, budget_.contextDeadline());
     return contextOf(*place_);
+}
+
+ContextTracker::Place ContextTracker::placeIn(const RunningApplication &application,
+                                              QDeadlineTimer deadline)
+{
+    return {application, focusedWindowTitle(application.processIdentifier),
+            browserContextResolver_.currentURL(application, deadline)};
 }
 
 ReadingContext ContextTracker::contextOf(const Place &place)
@@ -120,9 +126,24 @@ void ContextTracker::endSearch()
     refined_ = nullptr;
 }
 
+void ContextTracker::takeNewName()
+{
+    const auto application = workspace_.frontmostApplication();
+    if (refined_ && receiver_ && application && place_->application == RunningApplication()) {
+        place_ = placeIn(*application, QDeadlineTimer(lookAgainTime));
+        const Refined refined = refined_; // the callback may start another search
+        refined(contextOf(*place_));
+    } else {
+        lookAgain();
+    }
+}
+
 void ContextTracker::lookAgain()
 {
     const auto application = workspace_.frontmostApplication();
+    if (refined_ && place_->application == RunningApplication()) {
+        return; // until the application is known
+    }
     if (!refined_ || !receiver_ || !application
         || application->processIdentifier != place_->application.processIdentifier) {
         endSearch();

@@ -41,6 +41,8 @@ private:
     [[nodiscard]] ReadingContext ownContext() const;
     /// Returns the title of the focused window; absent without the user's trust.
     [[nodiscard]] std::optional<QString> focusedWindowTitle(qint64 processIdentifier);
+    [[nodiscard]] Place placeIn(const RunningApplication &application, QDeadlineTimer deadline);
+    void takeNewName();
     void lookAgain();
     void endSearch();
     void wakeBrowserInFront();

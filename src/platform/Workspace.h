@@ -59,8 +59,9 @@ Q_SIGNALS:
     /// Emitted when another foreign process comes to the front.
     void didActivateApplication(qint64 processIdentifier);
 
-    /// Emitted when frontmostApplication() returns another name or identifier for the same process,
-    /// since the window in front has changed its properties. May be emitted during that call.
+    /// Emitted when frontmostApplication() returns another name or identifier for the same window:
+    /// the window in front has changed its properties, or the window system has reported its
+    /// process late, after skipPastActivations(). May be emitted during that call.
     void didRenameFrontmostApplication();
 };
 

@@ -163,6 +163,23 @@ private Q_SLOTS:
         row("no browser", u"org.viewer"_s, u"T"_s, gives, {});
     }
 
+    void isReportedLate()
+    {
+        Desk desk;
+        desk.workspace.frontmost.emplace(); // no window is known to be in front
+        QVERIFY(desk.tracker.currentContext());
+        QStringList keys;
+        desk.tracker.refine(this, [&](const ReadingContext &context) { keys << context.key; });
+        desk.workspace.frontmost = {5, u"Viewer"_s, u"org.viewer"_s};
+        desk.accessibility.title = u"T"_s;
+        desk.clock.advance(std::chrono::milliseconds(100));
+        QVERIFY(keys.isEmpty()); // it may have come to the front since
+        Q_EMIT desk.workspace.didRenameFrontmostApplication();
+        QCoreApplication::processEvents();
+        desk.clock.advance(std::chrono::minutes(1));
+        QCOMPARE(keys, QStringList{u"app-window:org.viewer:T"_s});
+    }
+
     void settlesLate()
     {
         using Change = std::function<void(Desk &)>;

@@ -71,8 +71,12 @@ private Q_SLOTS:
                 const bool isAnswered = isSettled && shown.contains(u"Ask a follow-up"_s);
                 // a busy window reports its title late
                 const bool isPlaced = isAnswered && vellumo_->waitForPlace(name);
-                explain();
-                return vellumo_->waitForNoPanel() && isPlaced;
+                const bool isClosed = waitUntil([&] {
+                    if (vellumo_->panel())
+                        explain();
+                    return vellumo_->waitForNoPanel(3s);
+                });
+                return isClosed && isPlaced;
             },
             40s));
         QVERIFY(vellumo_->waitForNotes(1));

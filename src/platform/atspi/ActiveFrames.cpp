@@ -166,11 +166,13 @@ void ActiveFrames::settle(const ObjectReference &object)
 void ActiveFrames::take(const Candidate &candidate)
 {
     const QDBusReply<quint32> process = QDBusPendingCall(candidate.process);
-    if (!process.isValid() || process.value() == QCoreApplication::applicationPid()) {
+    if (process.value() == QCoreApplication::applicationPid()) {
         return; // before waiting for an answer of this process
     }
     const QDBusReply<quint32> role = QDBusPendingCall(candidate.role);
-    if (role.error().type() == QDBusError::NoReply && candidate.attempt < maxQuestions) {
+    const bool isUnanswered = process.error().type() == QDBusError::NoReply
+        || role.error().type() == QDBusError::NoReply;
+    if (isUnanswered && candidate.attempt < maxQuestions) {
         // An application that starts or loads is busy. Until it answers, it is not known.
         leave(frame_);
         candidates_.append(candidate);
@@ -184,7 +186,7 @@ void ActiveFrames::take(const Candidate &candidate)
         });
         return;
     }
-    if (!role.isValid() || !isWindowRole(static_cast<Atspi::Role>(role.value()))) {
+    if (!process.isValid() || !role.isValid() || !isWindowRole(static_cast<Atspi::Role>(role.value()))) {
         return;
     }
     if (front_ && front_->isActive && candidate.since < front_->since) {

@@ -16,6 +16,9 @@ namespace {
 /// Longer than windows take to pass the keyboard on.
 constexpr auto nextWindowTime = 150ms;
 
+/// A window that has just been opened may have the keyboard this long before it is reported.
+constexpr auto reportTime = 500ms;
+
 } // namespace
 
 WaylandWorkspace::WaylandWorkspace(X11Workspace &x11, FrontWindows &native)
@@ -105,9 +108,19 @@ void WaylandWorkspace::announce()
         return;
     }
     announcedProcess_ = process;
-    if (process) {
+    if (isReportedLate()) {
+        wasUnknown_ = false;
+        Q_EMIT didRenameFrontmostApplication();
+    } else if (process) {
         Q_EMIT didActivateApplication(*process);
     }
+}
+
+/// Returns whether the window in front was there at the last skipPastActivations(), although no
+/// window had been reported then.
+bool WaylandWorkspace::isReportedLate() const
+{
+    return wasUnknown_ && window_ && window_->isActive && window_->since < skippedAt_ + reportTime;
 }
 
 std::optional<RunningApplication> WaylandWorkspace::frontmostApplication()
@@ -121,6 +134,8 @@ void WaylandWorkspace::skipPastActivations()
     x11_.skipPastActivations();
     look();
     announcedProcess_ = front_ ? std::optional<qint64>(front_->processIdentifier) : std::nullopt;
+    wasUnknown_ = front_ == RunningApplication();
+    skippedAt_ = std::chrono::steady_clock::now();
 }
 
 bool WaylandWorkspace::isScreenCovered()

@@ -39,6 +39,7 @@ private:
     void look();
     void announceSoon();
     void announce();
+    [[nodiscard]] bool isReportedLate() const;
     [[nodiscard]] RunningApplication describe(const FrontWindow &window) const;
 
     X11Workspace &x11_;
@@ -47,6 +48,8 @@ private:
     bool wasDescribed_ = false; ///< with the installed applications
     std::optional<RunningApplication> front_;
     std::optional<qint64> announcedProcess_;
+    bool wasUnknown_ = false; ///< at the last skipPastActivations(): no reported window was active
+    std::chrono::steady_clock::time_point skippedAt_;
     QTimer announcing_;
 };
 
