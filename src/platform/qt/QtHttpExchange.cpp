@@ -198,11 +198,13 @@ void QtHttpExchange::finish()
     }
     const QNetworkReply::NetworkError error = reply_->error();
     response_.status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    // Qt prepares to resend a POST on a redirect, which is not followed.
-    const bool isRedirect = error == QNetworkReply::ContentReSendError
-        && (response_.status == 307 || response_.status == 308) && isWhole();
+    // Qt prepares to resend a POST on a redirect, which is not followed, and sometimes when the end
+    // of the connection is the end of the answer.
+    const bool isRedirect = response_.status == 307 || response_.status == 308;
+    const bool isUnsentAgain = error == QNetworkReply::ContentReSendError
+        && ((isRedirect && isWhole()) || endsWithConnection());
     // Qt reports a status of 400 and above as an error whose kind depends on it.
-    const bool isAnswer = error == QNetworkReply::NoError || isRedirect
+    const bool isAnswer = error == QNetworkReply::NoError || isUnsentAgain
         || (response_.status >= 400 && error > QNetworkReply::UnknownProxyError
             && error != QNetworkReply::ContentReSendError
             && error != QNetworkReply::ProtocolFailure);
@@ -228,6 +230,16 @@ bool QtHttpExchange::isWhole() const
 {
     return response_.body.size()
         >= reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+}
+
+/// Returns whether an answer has begun whose end nothing but the end of the connection marks.
+bool QtHttpExchange::endsWithConnection() const
+{
+    constexpr std::array marks{"Content-Length", "Transfer-Encoding",
+                               "Content-Encoding"}; // Qt removes the length of compressed bodies
+    return response_.status != 0 && std::ranges::none_of(marks, [this](const char *name) {
+               return reply_->hasRawHeader(name);
+           });
 }
 
 void QtHttpExchange::cancel()

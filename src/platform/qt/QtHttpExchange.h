@@ -43,6 +43,7 @@ private:
     void takeBody();
     void finish();
     [[nodiscard]] bool isWhole() const;
+    [[nodiscard]] bool endsWithConnection() const;
     void fail(HttpError::Kind kind, const QString &detail);
     void complete(const Result<HttpResponse, HttpError> &result);
     void abandon();
