@@ -170,8 +170,8 @@ void ActiveFrames::take(const Candidate &candidate)
         return; // before waiting for an answer of this process
     }
     const QDBusReply<quint32> role = QDBusPendingCall(candidate.role);
-    const bool isUnanswered = process.error().type() == QDBusError::NoReply
-        || role.error().type() == QDBusError::NoReply;
+    const bool isUnanswered =
+        process.error().type() == QDBusError::NoReply || role.error().type() == QDBusError::NoReply;
     if (isUnanswered && candidate.attempt < maxQuestions) {
         // An application that starts or loads is busy. Until it answers, it is not known.
         leave(frame_);
@@ -186,7 +186,8 @@ void ActiveFrames::take(const Candidate &candidate)
         });
         return;
     }
-    if (!process.isValid() || !role.isValid() || !isWindowRole(static_cast<Atspi::Role>(role.value()))) {
+    if (!process.isValid() || !role.isValid()
+        || !isWindowRole(static_cast<Atspi::Role>(role.value()))) {
         return;
     }
     if (front_ && front_->isActive && candidate.since < front_->since) {
