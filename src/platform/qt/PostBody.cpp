@@ -10,14 +10,14 @@ namespace vellumo {
 
 PostBody::PostBody(QByteArray bytes, bool mayRepeat)
     : bytes_(std::move(bytes))
-    , mayRepeat_(mayRepeat)
+    , repetitions_(mayRepeat ? 2 : 0)
 {
     open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
 bool PostBody::reset()
 {
-    return std::exchange(mayRepeat_, false) && QIODevice::reset();
+    return repetitions_-- > 0 && QIODevice::reset();
 }
 
 qint64 PostBody::readData(char *data, qint64 length)

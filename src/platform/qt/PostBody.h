@@ -8,13 +8,14 @@ namespace vellumo {
 
 /// The body of a POST. When a connection ends before the answer, Qt would read the body again and
 /// send the request up to four times, and a service might execute and charge it as often. This
-/// device allows one repetition, and only if the connection was kept from an earlier request and
-/// may have been dead already.
+/// device allows that only while the request has had no connection but those kept from earlier
+/// requests, which may have been dead already. Two repetitions are needed: Qt reports the end of a
+/// TLS connection more than once, and may write to the ended connection in between.
 class PostBody final : public QIODevice {
 public:
     PostBody(QByteArray bytes, bool mayRepeat);
 
-    void forbidRepetition() { mayRepeat_ = false; }
+    void forbidRepetition() { repetitions_ = 0; }
 
     [[nodiscard]] qint64 size() const override { return bytes_.size(); }
     bool reset() override;
@@ -25,7 +26,7 @@ protected:
 
 private:
     QByteArray bytes_;
-    bool mayRepeat_;
+    int repetitions_; ///< the number that is still allowed
 };
 
 } // namespace vellumo
