@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/atspi/ActiveFrames.h"
 
+#include "platform/atspi/ActiveFrameSearch.h"
 #include "platform/atspi/AtspiBus.h"
 #include "platform/atspi/AtspiQuestion.h"
 #include <QCoreApplication>
@@ -9,7 +10,6 @@
 #include <QDBusReply>
 #include <QTimer>
 #include <algorithm>
-#include <vector>
 
 using namespace std::chrono_literals;
 
@@ -25,10 +25,9 @@ constexpr auto titleTime = 50ms;
 constexpr int maxQuestions = 5;
 constexpr auto attemptPause = 250ms;
 
-/// For the search at the start, when no event has been seen yet.
-constexpr auto firstSearchTime = 150ms;
-constexpr qsizetype maxApplications = 256;
-constexpr qsizetype maxSearchedFrames = 64;
+/// Minimum time between two searches.
+constexpr auto searchPause = 500ms;
+constexpr qsizetype maxLeft = 256;
 
 bool isWindowRole(Atspi::Role role)
 {
@@ -49,6 +48,8 @@ ActiveFrames::ActiveFrames(AtspiBus &bus, std::function<bool(qint64)> isOfDeskto
     }
 }
 
+ActiveFrames::~ActiveFrames() = default;
+
 void ActiveFrames::listenOn(const QDBusConnection &bus)
 {
     QDBusConnection connection = bus;
@@ -56,16 +57,18 @@ void ActiveFrames::listenOn(const QDBusConnection &bus)
                        QStringLiteral("StateChanged"), {QStringLiteral("active")}, QString(), this,
                        SLOT(onStateChanged(QDBusMessage)));
     Atspi::registerEvent(connection, QStringLiteral("object:state-changed:active"));
-    findFirst();
-    if (candidates_.isEmpty() && !front_) {
+    if (!front_) {
         front_.emplace();
-        setInactive(); // of an application that is not seen here
+        setInactive(); // until one is found
     }
+    searchUnlessKnown();
 }
 
 void ActiveFrames::forget()
 {
+    search_.reset();
     candidates_.clear();
+    left_.clear();
     frontService_.reset();
     frame_ = {};
     if (front_ && front_->isActive) {
@@ -80,44 +83,26 @@ void ActiveFrames::setInactive()
     Q_EMIT changed();
 }
 
-/// Looks for the frame that was active before this object listened.
-void ActiveFrames::findFirst()
+/// Looks for an active frame that has not been reported: it was active before this object listened,
+/// or its application started and did not report it. GTK 4 does not report the state of a window
+/// that gets the keyboard before its accessible object is there.
+void ActiveFrames::searchUnlessKnown()
 {
     const auto bus = bus_.connection();
-    if (!bus) {
+    const bool isKnown = !front_ || front_->isActive || !candidates_.isEmpty();
+    if (isKnown || !bus || search_ || Clock::now() - lastSearch_ < searchPause) {
         return;
     }
-    AtspiQuestion question(*bus, unresponsive_, QDeadlineTimer(firstSearchTime));
-    const auto applications =
-        question.send(Atspi::rootOf(Atspi::registryService()), Atspi::accessible, "GetChildren")
-            .value<QList<ObjectReference>>()
-            .value_or(QList<ObjectReference>());
-    std::vector<std::pair<ObjectReference, PendingAnswer>> processes;
-    for (const ObjectReference &application : applications.mid(0, maxApplications)) {
-        processes.emplace_back(application,
-                               question.send(Atspi::busDaemon(), Atspi::busInterface,
-                                             "GetConnectionUnixProcessID", {application.service}));
-    }
-    std::vector<PendingAnswer> lists;
-    for (auto &[application, answer] : processes) {
-        // This process could not answer while it waits.
-        if (answer.value<quint32>() != QCoreApplication::applicationPid()) {
-            lists.push_back(question.send(application, Atspi::accessible, "GetChildren"));
+    lastSearch_ = Clock::now();
+    search_ = std::make_unique<ActiveFrameSearch>(*bus);
+    connect(search_.get(), &ActiveFrameSearch::ended, this, [this](QList<ObjectReference> frames) {
+        search_.release()->deleteLater();
+        frames.removeIf([this](const ObjectReference &frame) { return left_.contains(frame); });
+        // Some applications keep the state, so that more than one active frame says nothing.
+        if (frames.size() == 1 && front_ && !front_->isActive && candidates_.isEmpty()) {
+            consider(frames.constFirst(), front_->since);
         }
-    }
-    std::vector<std::pair<ObjectReference, PendingAnswer>> states;
-    for (PendingAnswer &list : lists) {
-        const auto frames = list.value<QList<ObjectReference>>().value_or(QList<ObjectReference>());
-        for (const ObjectReference &frame : frames.mid(0, maxSearchedFrames)) {
-            states.emplace_back(frame, question.send(frame, Atspi::accessible, "GetState"));
-        }
-    }
-    for (auto &[frame, answer] : states) {
-        const auto state = answer.value<Atspi::StateSet>().value_or(Atspi::StateSet());
-        if (Atspi::hasState(state, Atspi::State::Active)) {
-            consider(frame, Clock::now());
-        }
-    }
+    });
 }
 
 QDBusPendingCall ActiveFrames::ask(const ObjectReference &object, const char *interface,
@@ -262,7 +247,12 @@ void ActiveFrames::onStateChanged(const QDBusMessage &message)
         return;
     }
     const ObjectReference object{message.service(), message.path()};
+    left_.removeOne(object);
     if (arguments.at(1).toInt() == 0) {
+        left_.append(object);
+        if (left_.size() > maxLeft) {
+            left_.removeFirst();
+        }
         leave(object);
     } else if (!front_ || !front_->isActive || frame_ != object) {
         consider(object, Clock::now());
@@ -278,6 +268,7 @@ std::optional<FrontWindow> ActiveFrames::frontWindow()
             settle(candidate.object);
         }
     }
+    searchUnlessKnown();
     return front_;
 }
 

@@ -11,9 +11,11 @@
 #include <QDBusServiceWatcher>
 #include <QList>
 #include <functional>
+#include <memory>
 
 namespace vellumo {
 
+class ActiveFrameSearch;
 class AtspiBus;
 
 /// Finds the window in front by the state "active" of its frame on the accessibility bus.
@@ -25,7 +27,10 @@ public:
     /// `bus` must outlive this object. `isOfDesktop` returns whether the process is the desktop's
     /// shell, whose menus and overview are active at times but are no application's windows.
     ActiveFrames(AtspiBus &bus, std::function<bool(qint64)> isOfDesktop);
+    ~ActiveFrames() override;
 
+    /// While no frame is known to be active, each call may start a search for one, which ends with
+    /// changed() if it is found.
     [[nodiscard]] std::optional<FrontWindow> frontWindow() override;
     [[nodiscard]] std::optional<QString> windowTitle(qint64 processIdentifier) override;
 
@@ -47,7 +52,7 @@ private:
     void listenOn(const QDBusConnection &bus);
     void forget();
     void setInactive();
-    void findFirst();
+    void searchUnlessKnown();
     void consider(const ObjectReference &object, std::chrono::steady_clock::time_point since,
                   int attempt = 0);
     void settle(const ObjectReference &object);
@@ -63,6 +68,9 @@ private:
     std::function<bool(qint64)> isOfDesktop_;
     UnresponsiveServices unresponsive_;
     QList<Candidate> candidates_; ///< in the order of their activation
+    QList<ObjectReference> left_; ///< the frames that have last reported to be inactive
+    std::unique_ptr<ActiveFrameSearch> search_; ///< while it runs
+    std::chrono::steady_clock::time_point lastSearch_;
     std::optional<QDBusServiceWatcher> frontService_;
     ObjectReference frame_;
     std::optional<FrontWindow> front_;

@@ -61,6 +61,7 @@ void WaylandWorkspace::look()
         return;
     }
     const bool isNew = !window_ || window_->since != window->since
+        || window_->isActive != window->isActive
         || window_->applicationName != window->applicationName;
     if (isNew || (!wasDescribed_ && x11_.entries().isRead())) {
         window_ = window;
