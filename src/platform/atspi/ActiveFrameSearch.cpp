@@ -8,9 +8,9 @@
 namespace vellumo {
 namespace {
 
-constexpr int replyTimeoutMs = 300;
-constexpr qsizetype maxApplications = 256;
-constexpr qsizetype maxFrames = 64;
+constexpr int searchTimeoutMs = 300;
+constexpr qsizetype maxSearched = 256;
+constexpr qsizetype maxSearchedFrames = 64;
 
 } // namespace
 
@@ -28,7 +28,7 @@ void ActiveFrameSearch::ask(const ObjectReference &object, const char *method,
                                                         QString::fromLatin1(Atspi::accessible),
                                                         QString::fromLatin1(method));
     ++awaited_;
-    auto *watcher = new QDBusPendingCallWatcher(bus_.asyncCall(message, replyTimeoutMs), this);
+    auto *watcher = new QDBusPendingCallWatcher(bus_.asyncCall(message, searchTimeoutMs), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answered] {
         watcher->deleteLater();
         if (!watcher->isError()) {
@@ -43,7 +43,7 @@ void ActiveFrameSearch::ask(const ObjectReference &object, const char *method,
 void ActiveFrameSearch::onApplications(const QDBusMessage &answer)
 {
     const QDBusReply<QList<ObjectReference>> applications(answer);
-    for (const ObjectReference &application : applications.value().mid(0, maxApplications)) {
+    for (const ObjectReference &application : applications.value().mid(0, maxSearched)) {
         ask(application, "GetChildren", [this](const QDBusMessage &frames) { onFrames(frames); });
     }
 }
@@ -51,7 +51,7 @@ void ActiveFrameSearch::onApplications(const QDBusMessage &answer)
 void ActiveFrameSearch::onFrames(const QDBusMessage &answer)
 {
     const QDBusReply<QList<ObjectReference>> frames(answer);
-    for (const ObjectReference &frame : frames.value().mid(0, maxFrames)) {
+    for (const ObjectReference &frame : frames.value().mid(0, maxSearchedFrames)) {
         if (frame.service != answer.service()) {
             continue; // an application cannot speak for another
         }
