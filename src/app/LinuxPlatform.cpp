@@ -98,6 +98,7 @@ void LinuxPlatform::followSession()
         screenLock_.followSession(*bus);
         if (wayland_) {
             reach_ = std::make_unique<DesktopReach>(*bus, explainCommand());
+            reach_->replaceOutdated();
             wayland_->addTaps(reach_->taps());
             QObject::connect(reach_.get(), &DesktopReach::explainRequested, reach_.get(),
                              [this] { onShortcut(); });

@@ -43,7 +43,7 @@ DesktopReach::DesktopReach(const QDBusConnection &bus, const QString &command)
     : kwin_(bus)
     , kwinEntry_(bus, kwin_)
     , loneAlt_(bus, kwin_, loneAlt())
-    , tapSetting_({&kwinEntry_, &loneAlt_})
+    , tapSetting_({&loneAlt_, &kwinEntry_})
     , extension_(bus)
     , gnomeShortcut_(bus, command)
     , kdeShortcut_(bus, kwin_, explainKeys())
@@ -55,6 +55,27 @@ DesktopReach::DesktopReach(const QDBusConnection &bus, const QString &command)
     connect(&loneAlt_, &KGlobalAccelAction::activated, &taps_,
             [this] { Q_EMIT taps_.tapped(std::chrono::steady_clock::now()); });
     connect(&kdeShortcut_, &KGlobalAccelAction::activated, this, &DesktopReach::explainRequested);
+}
+
+void DesktopReach::replaceOutdated()
+{
+    for (const DesktopChange *change :
+         {static_cast<DesktopChange *>(&kwinEntry_), static_cast<DesktopChange *>(&loneAlt_)}) {
+        connect(change, &DesktopChange::changed, this, &DesktopReach::replaceEntry);
+    }
+    replaceEntry();
+}
+
+void DesktopReach::replaceEntry()
+{
+    if (!kwinEntry_.isOutdated()) {
+        return;
+    }
+    if (loneAlt_.state() == DesktopChange::State::Possible) {
+        loneAlt_.make();
+    } else if (loneAlt_.state() == DesktopChange::State::Made) {
+        kwinEntry_.undo();
+    }
 }
 
 QList<DesktopChange *> DesktopReach::changes()

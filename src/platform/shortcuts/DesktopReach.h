@@ -25,6 +25,9 @@ public:
     /// Lets GNOME Shell report taps in every window, to ShellCompanion.
     [[nodiscard]] DesktopChange &extension() { return extension_; }
     [[nodiscard]] DesktopChange &shortcut() { return shortcut_; }
+    /// Replaces a change for an earlier version of the desktop, which the user has agreed to, by the
+    /// one for the version that runs, now and whenever the desktop is started.
+    void replaceOutdated();
     /// Returns all changes that this desktop may have, each of which may be made.
     [[nodiscard]] QList<DesktopChange *> changes();
     /// Reports taps while tapSetting() is made.
@@ -35,6 +38,8 @@ Q_SIGNALS:
     void explainRequested();
 
 private:
+    void replaceEntry();
+
     KWinVersion kwin_;
     KWinTapSetting kwinEntry_;
     KGlobalAccelAction loneAlt_;

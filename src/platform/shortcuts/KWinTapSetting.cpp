@@ -55,7 +55,7 @@ void KWinTapSetting::refresh()
 void KWinTapSetting::read(bool isAfterWriting, State expected)
 {
     const QVersionNumber version = kwin_.number().value_or(QVersionNumber());
-    if (version.isNull() || version >= removedIn || reader().isEmpty() || writer().isEmpty()) {
+    if (version.isNull() || reader().isEmpty() || writer().isEmpty()) {
         settle(State::Unavailable);
         if (isAfterWriting) {
             Q_EMIT finished(false);
@@ -65,14 +65,28 @@ void KWinTapSetting::read(bool isAfterWriting, State expected)
     desktopTool::run(reader(), place, this,
                      [this, isAfterWriting, expected](const std::optional<QByteArray> &output) {
                          const QString value = QString::fromUtf8(output.value_or("")).trimmed();
-                         settle(!output                   ? State::Unavailable
-                                    : value.isEmpty()     ? State::Possible
-                                    : value == ownValue() ? State::Made
-                                                          : State::Taken);
+                         const bool isOwn = value == ownValue();
+                         settle(!output || (!isOwn && !readsEntry()) ? State::Unavailable
+                                    : value.isEmpty()                ? State::Possible
+                                    : isOwn                          ? State::Made
+                                                                     : State::Taken);
                          if (isAfterWriting) {
-                             Q_EMIT finished(state_ == expected);
+                             const bool isUndone =
+                                 output && expected == State::Possible && value.isEmpty();
+                             Q_EMIT finished(state_ == expected || isUndone);
                          }
                      });
+}
+
+bool KWinTapSetting::readsEntry() const
+{
+    const auto version = kwin_.number();
+    return version && *version < removedIn;
+}
+
+bool KWinTapSetting::isOutdated() const
+{
+    return state_ == State::Made && !readsEntry();
 }
 
 void KWinTapSetting::make()

@@ -11,7 +11,7 @@ namespace vellumo {
 /// The entry of KWin's settings that makes it call DesktopTaps when Alt was pressed alone: key
 /// "Alt" of the group ModifierOnlyShortcuts in kwinrc, whose value is a service, path, interface
 /// and method. Available while a KWin runs that reads the entry, and the tools of its settings are
-/// installed.
+/// installed; made also where a newer KWin runs than the one that the entry was made for.
 class KWinTapSetting final : public DesktopChange {
     Q_OBJECT
 
@@ -23,6 +23,8 @@ public:
     KWinTapSetting(QDBusConnection bus, const KWinVersion &kwin, QObject *parent = nullptr);
 
     [[nodiscard]] State state() const override { return state_; }
+    /// Returns whether the entry is there although this KWin does not read it.
+    [[nodiscard]] bool isOutdated() const;
     void refresh() override;
     void make() override;
     void undo() override;
@@ -31,6 +33,7 @@ private:
     void write(const QStringList &value, State expected);
     void read(bool isAfterWriting, State expected);
     void settle(State state);
+    [[nodiscard]] bool readsEntry() const;
 
     QDBusConnection bus_;
     const KWinVersion &kwin_;

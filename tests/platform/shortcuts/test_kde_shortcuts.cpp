@@ -5,6 +5,7 @@
 #include "driver/Waiting.h"
 #include "platform/shortcuts/DesktopReach.h"
 
+#include <QFile>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -124,6 +125,30 @@ private Q_SLOTS:
         QFETCH(State, alone);
         QFETCH(State, withKey);
         QVERIFY(waitUntil([&] { return states() == QList{alone, withKey}; }));
+    }
+
+    void replacesTheEntryOfAnEarlierVersion()
+    {
+        const QString settings = qEnvironmentVariable("XDG_CONFIG_HOME") + u"/kwinrc"_s;
+        const auto hasEntry = [&] {
+            QFile file(settings);
+            return file.open(QIODevice::ReadOnly) && file.readAll().contains("Alt=");
+        };
+        version_.number = u"5.27.5"_s;
+        start();
+        std::optional<DesktopReach> reach(std::in_place, QDBusConnection::sessionBus(), QString());
+        QVERIFY(waitUntil([&] { return reach->tapSetting().state() == State::Possible; }));
+        reach->tapSetting().make();
+        QVERIFY(waitUntil([&] { return reach->tapSetting().state() == State::Made; }));
+        QVERIFY(hasEntry());
+        cleanup(); // the desktop is upgraded
+        version_.number = u"6.3.6"_s;
+        start();
+        reach.emplace(QDBusConnection::sessionBus(), QString());
+        reach->replaceOutdated();
+        QVERIFY(waitUntil([&] { return registry_->stored.value(u"tap"_s) == QList{alt}; }));
+        QVERIFY(waitUntil([&] { return !hasEntry(); }));
+        QCOMPARE(reach->tapSetting().state(), State::Made);
     }
 
     void holdsItsKeysWhileItRuns()
