@@ -39,7 +39,8 @@ int printSessionReport()
                           .service = service,
                           .explainer = explainer,
                           .defaults = with.defaults,
-                          .clock = with.clock});
+                          .clock = with.clock,
+                          .isRunning = false});
     report.write([](const QString &text, bool canWork) {
         printText(QStringLiteral("vellumo is not running.\n") + text);
         QApplication::exit(canWork ? EXIT_SUCCESS : EXIT_FAILURE);

@@ -49,6 +49,18 @@ private:
     bool canWork_ = true;
 };
 
+void addTaps(Lines &lines, const TapReach &taps, const DesktopReporting &desktop, bool isRunning)
+{
+    const DesktopChange *extension = desktop.extension();
+    const bool isOn = extension != nullptr && extension->state() == DesktopChange::State::Made;
+    if (isOn && !isRunning) { // it reports to the running vellumo alone
+        lines.add(Verdict::Works, taps.title(),
+                  u"In every window, by vellumo's extension of GNOME Shell, which is turned on."_s);
+        return;
+    }
+    lines.add(taps.isEverywhere() ? Verdict::Works : Verdict::Limited, taps.title(), taps.text());
+}
+
 void addRoads(Lines &lines, const SessionRoads &roads)
 {
     using Windows = SessionRoads::Windows;
@@ -67,7 +79,13 @@ void addRoads(Lines &lines, const SessionRoads &roads)
         {Selections::X11, u"X11"_s},
         {Selections::XWayland, u"XWayland"_s},
         {Selections::DataControl, u"data control"_s}};
-    lines.add(Verdict::Works, u"Windows"_s, windows[roads.windows]);
+    // A compositor with data control has layer surfaces, too.
+    const bool lacksPlugin =
+        roads.windows == Windows::XWayland && roads.selections == Selections::DataControl;
+    lines.add(
+        lacksPlugin ? Verdict::Limited : Verdict::Works, u"Windows"_s,
+        windows[roads.windows]
+            + (lacksPlugin ? u", not over full-screen windows; install qt6-wayland"_s : QString()));
     lines.add(roads.front == Front::None ? Verdict::Unknown : Verdict::Works, u"Window in front"_s,
               fronts[roads.front]);
     lines.add(Verdict::Works, u"Published selections and clipboard"_s,
@@ -140,8 +158,8 @@ void SessionReport::finish()
               accessibility.isProcessTrusted()
                   ? u"vellumo may read what is selected"_s
                   : u"vellumo may not read what is selected; it asks when its window opens"_s);
-    const TapReach taps(with_.desktop, english, with_.defaults);
-    lines.add(taps.isEverywhere() ? Verdict::Works : Verdict::Limited, taps.title(), taps.text());
+    addTaps(lines, TapReach(with_.desktop, english, with_.defaults), with_.desktop,
+            with_.isRunning);
     addRoads(lines, with_.desktop.roads());
     const QList<DesktopFact> facts = desktopFacts(with_.desktop, accessibility, english);
     for (const DesktopFact &fact : facts) {

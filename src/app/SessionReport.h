@@ -29,6 +29,7 @@ public:
         const ForwardingExplainer &explainer;
         DefaultsStore &defaults;
         Clock &clock;
+        bool isRunning = true; ///< false in a process that only writes the report
     };
     /// `canWork` is false when a selection cannot be explained at all.
     using Completion = std::function<void(const QString &text, bool canWork)>;
