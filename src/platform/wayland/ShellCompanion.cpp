@@ -140,7 +140,7 @@ void ShellCompanion::setLive(bool isLive)
 void ShellCompanion::onWindow(qulonglong window, int process, const QString &application,
                               const QString &className, const QString &title)
 {
-    if (isLive_) {
+    if (isFollowing_) { // the first report may overtake the answer of Follow
         Q_EMIT windowReported({.id = window,
                                .process = process,
                                .application = application.left(maxReportLength),

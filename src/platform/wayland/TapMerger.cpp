@@ -65,7 +65,7 @@ void TapMerger::dropOverdue(Time at)
     unmatched_.removeIf([at](Time release) { return at - release > maxReportDelay; });
 }
 
-bool TapMerger::tap(int /*source*/, Time at)
+bool TapMerger::tap(int source, Time at)
 {
     dropOverdue(at);
     if (isHeld(at)) {
@@ -76,10 +76,13 @@ bool TapMerger::tap(int /*source*/, Time at)
         unmatched_.removeFirst();
         return false;
     }
-    if (isWithin(lastRelease_, at) || isWithin(lastTap_, at)) {
+    // A busy process reads both taps of one source at once.
+    const bool isKnown = source != lastTapSource_ && isWithin(lastTap_, at);
+    if (isWithin(lastRelease_, at) || isKnown) {
         return false;
     }
     lastTap_ = at;
+    lastTapSource_ = source;
     return true;
 }
 

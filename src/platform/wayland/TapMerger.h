@@ -34,6 +34,7 @@ private:
     int lastPressSource_ = 0;
     std::optional<Time> lastRelease_;
     std::optional<Time> lastTap_;
+    int lastTapSource_ = 0;
     QList<Time> unmatched_; ///< releases whose taps the sources without presses still owe
     bool isTapMatched_ = false; ///< of the key that is held
 };

@@ -4,6 +4,7 @@
 
 #include "platform/wayland/LayerShell.h"
 #include "platform/x11/MonitorList.h"
+#include "platform/x11/X11EventMonitors.h"
 #include <QGuiApplication>
 #include <algorithm>
 #include <utility>
@@ -46,7 +47,7 @@ private:
 
 } // namespace
 
-WaylandEventMonitors::WaylandEventMonitors(EventMonitoring &x11)
+WaylandEventMonitors::WaylandEventMonitors(X11EventMonitors &x11)
     : x11_(x11)
     , global_(std::make_shared<MonitorList>())
     , elsewhere_(std::make_shared<MonitorList>())
@@ -58,7 +59,7 @@ WaylandEventMonitors::WaylandEventMonitors(EventMonitoring &x11)
         return true;
     }))
 {
-    if (qGuiApp != nullptr && QGuiApplication::platformName() == "wayland"_L1) {
+    if (qGuiApp != nullptr) {
         connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
                 &WaylandEventMonitors::handleFocus);
     }
@@ -187,7 +188,7 @@ bool WaylandEventMonitors::waitForRelease(quint32 flags, QDeadlineTimer deadline
             }
         }
     }
-    return x11_.waitForRelease(flags, deadline);
+    return !x11_.knowsModifiers() || x11_.waitForRelease(flags, deadline);
 }
 
 } // namespace vellumo

@@ -15,6 +15,7 @@
 namespace vellumo {
 
 class MonitorList;
+class X11EventMonitors;
 
 /// Input events of a Wayland session: those that XWayland sees, and the taps of Option that other
 /// sources report. Where presses in other programs' windows are not reported, the loss of the
@@ -24,7 +25,7 @@ class WaylandEventMonitors : public QObject, public EventMonitoring {
 
 public:
     /// `x11` must outlive this object.
-    explicit WaylandEventMonitors(EventMonitoring &x11);
+    explicit WaylandEventMonitors(X11EventMonitors &x11);
     ~WaylandEventMonitors() override;
     Q_DISABLE_COPY_MOVE(WaylandEventMonitors)
 
@@ -50,7 +51,7 @@ private:
     void deliver(quint32 flags, TapSource::Time at);
     [[nodiscard]] TapSource::Time timeOf(const Event &event);
 
-    EventMonitoring &x11_;
+    X11EventMonitors &x11_;
     QPointer<QWindow> focus_; ///< our window that has the keyboard
     std::shared_ptr<MonitorList> global_; ///< of changed flags
     std::shared_ptr<MonitorList> elsewhere_; ///< of presses

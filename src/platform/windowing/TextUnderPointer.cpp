@@ -35,7 +35,8 @@ bool hasTypedText(const QQuickWindow &window)
 {
     const QQuickItem *field = window.activeFocusItem();
     return field != nullptr && isField(*field) && !field->property("readOnly").toBool()
-        && !field->property("text").toString().isEmpty();
+        && (!field->property("text").toString().isEmpty()
+            || !field->property("preeditText").toString().isEmpty());
 }
 
 } // namespace vellumo

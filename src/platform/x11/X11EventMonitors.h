@@ -35,6 +35,8 @@ public:
     [[nodiscard]] std::unique_ptr<EventMonitorHandle>
     addLocalMonitor(EventMask mask, std::function<bool(const Event &)> handler) override;
     bool waitForRelease(quint32 flags, QDeadlineTimer deadline) override;
+    /// Returns whether waitForRelease() can succeed: there is a server that reports modifiers.
+    [[nodiscard]] bool knowsModifiers() const { return xkbEvent_ != 0; }
 
     /// Runs `post`, which may send synthetic keys on this object's connection, and blocks until the
     /// server has processed them. Flag changes caused by them reach no monitor, however late they

@@ -48,6 +48,8 @@ private Q_SLOTS:
             {Release, 1, 1080ms, true}, {Tap, 2, 1200ms, false},   {Tap, 2, 1201ms, false},
             {Tap, 2, 1300ms, true},     {Press, 1, 3000ms, true},  {Release, 1, 3030ms, true},
             {Tap, 2, 4000ms, true}};
+        QTest::newRow("taps of one source, read at once")
+            << QList<Step>{{Tap, 2, 0ms, true}, {Tap, 1, 1ms, false}, {Tap, 2, 2ms, true}};
         QTest::newRow("a release that was never reported")
             << QList<Step>{{Press, 1, 0ms, true}, {Press, 2, 2000ms, true}};
     }
