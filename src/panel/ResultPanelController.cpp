@@ -57,6 +57,7 @@ ResultPanelController::ResultPanelController(FloatingWindows &windows, const Scr
             &ResultPanelController::copyRequested);
     connect(view_.get(), &ResultPanelView::noteRequested, this,
             &ResultPanelController::noteRequested);
+    connect(&screens_, &Screens::changed, this, &ResultPanelController::adaptToScreens);
     // The panel so that the settings window is not covered.
     connect(view_.get(), &ResultPanelView::accessibilityRequested, this, [this] {
         dismiss();
@@ -301,6 +302,19 @@ void ResultPanelController::followWindowManager()
         panel_->setFrame(
             panelGeometry::resized(frame, panelGeometry::heightFor(view_->fittingHeight(), below)));
     }
+}
+
+/// Moves the panel to the top of its screen, or of the one where the user works if its own is gone.
+void ResultPanelController::adaptToScreens()
+{
+    if (!panel_) {
+        return;
+    }
+    const std::optional<Screen> own = panelScreen();
+    const std::optional<Screen> screen = own ? topBar_.removedFrom(*own) : activeScreen();
+    applyLimits(screen);
+    panel_->setFrame(
+        panelGeometry::frameOn(screen, panelGeometry::heightFor(view_->fittingHeight(), screen)));
 }
 
 void ResultPanelController::focusPanel()

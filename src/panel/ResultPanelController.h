@@ -86,6 +86,7 @@ private:
     [[nodiscard]] std::optional<Screen> panelScreen() const;
     [[nodiscard]] std::optional<Screen> activeScreen() const;
     void followWindowManager();
+    void adaptToScreens();
 
     FloatingWindows &windows_;
     const Screens &screens_;

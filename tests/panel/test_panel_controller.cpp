@@ -288,6 +288,24 @@ private Q_SLOTS:
         QCOMPARE(desk.view().topInset(), 24.0);
     }
 
+    void followsItsScreen()
+    {
+        Desk desk;
+        desk.screens.list = {screenAt(0, 0, 1440, 900), screenAt(1440, 0, 1000, 800)};
+        desk.fit(150);
+        desk.screens.pointer = {1500, 10};
+        desk.presentResult();
+        QCOMPARE(desk.window().frame(), (Rect{1680, 650, 520, 150}));
+        desk.screens.list[1] = screenAt(1440, 0, 1200, 700);
+        Q_EMIT desk.screens.changed();
+        QCOMPARE(desk.window().frame(), (Rect{1780, 550, 520, 150}));
+        desk.screens.list.removeLast(); // unplugged
+        desk.screens.pointer = {700, 10};
+        Q_EMIT desk.screens.changed();
+        QCOMPARE(desk.window().frame(), (Rect{460, 750, 520, 150}));
+        QVERIFY(desk.panel.isOnScreen());
+    }
+
     void staysBelowABarOfTheWindowManager()
     {
         Desk desk;
