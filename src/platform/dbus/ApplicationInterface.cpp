@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dbus/ApplicationInterface.h"
 
+#include "platform/ProgramEnvironment.h"
 #include "platform/dbus/ApplicationName.h"
 
 #include <QDBusAbstractAdaptor>
@@ -22,6 +23,17 @@ constexpr uint doNotQueue = 4;
 constexpr uint primaryOwner = 1;
 constexpr uint alreadyOwner = 4;
 constexpr int requestTimeoutMs = 5000;
+constexpr qsizetype maxTokenLength = 1024;
+
+/// Keeps the token with which a Wayland compositor lets a window take the keyboard. Qt uses it at
+/// the next activation of a window.
+void takeToken(const QVariantMap &platformData)
+{
+    const QByteArray token = platformData.value(ApplicationName::activationToken).toByteArray();
+    if (!token.isEmpty() && token.size() <= maxTokenLength) {
+        programEnvironment::setHere("XDG_ACTIVATION_TOKEN", token);
+    }
+}
 
 /// Argument names are those of the interface's definition, since they appear in its introspection.
 class ApplicationAdaptor final : public QDBusAbstractAdaptor {
@@ -36,16 +48,22 @@ public:
     }
 
 public Q_SLOTS:
-    void Activate(const QVariantMap & /*platform_data*/) { application_.activate(); }
-
-    void Open(const QStringList &uris, const QVariantMap & /*platform_data*/)
+    void Activate(const QVariantMap &platform_data)
     {
+        takeToken(platform_data);
+        application_.activate();
+    }
+
+    void Open(const QStringList &uris, const QVariantMap &platform_data)
+    {
+        takeToken(platform_data);
         application_.open(uris);
     }
 
     void ActivateAction(const QString &action_name, const QVariantList &parameter,
-                        const QVariantMap & /*platform_data*/)
+                        const QVariantMap &platform_data)
     {
+        takeToken(platform_data);
         application_.activateAction(action_name, !parameter.isEmpty());
     }
 

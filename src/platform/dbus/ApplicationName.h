@@ -11,5 +11,7 @@ inline constexpr QLatin1StringView id("app.vellumo.Vellumo");
 inline constexpr QLatin1StringView path("/app/vellumo/Vellumo");
 inline constexpr QLatin1StringView interface("org.freedesktop.Application");
 inline constexpr QLatin1StringView reportInterface("app.vellumo.Report1");
+/// Key of org.freedesktop.Application's platform data.
+inline constexpr QLatin1StringView activationToken("activation-token");
 
 } // namespace vellumo::ApplicationName

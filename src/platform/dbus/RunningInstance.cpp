@@ -27,18 +27,21 @@ const QString connectionName = u"running instance"_s;
 
 QDBusMessage callFor(const InstanceRequest &request)
 {
-    const QVariantMap noPlatformData; // activation tokens are Wayland's, and our windows are X11's
+    QVariantMap platformData;
+    if (const QString token = qEnvironmentVariable("XDG_ACTIVATION_TOKEN"); !token.isEmpty()) {
+        platformData.insert(ApplicationName::activationToken, token);
+    }
     const auto call = [](const QString &method) {
         return QDBusMessage::createMethodCall(ApplicationName::id, ApplicationName::path,
                                               ApplicationName::interface, method);
     };
     if (!request.action.isEmpty()) {
-        return call(u"ActivateAction"_s) << request.action << QVariantList() << noPlatformData;
+        return call(u"ActivateAction"_s) << request.action << QVariantList() << platformData;
     }
     if (!request.urls.isEmpty()) {
-        return call(u"Open"_s) << request.urls << noPlatformData;
+        return call(u"Open"_s) << request.urls << platformData;
     }
-    return call(u"Activate"_s) << noPlatformData;
+    return call(u"Activate"_s) << platformData;
 }
 
 } // namespace
