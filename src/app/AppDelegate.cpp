@@ -366,20 +366,21 @@ void AppDelegate::createMainWindow()
 void AppDelegate::prepareOnboarding()
 {
     Foundation &with = *foundation_;
-    onboarding_ = std::make_unique<OnboardingWiring>(
-        OnboardingWiring::Collaborators{.window = {.defaults = with.defaults,
-                                                   .auth = account_->auth(),
-                                                   .accessibility = with.platform.accessibility(),
-                                                   .events = with.platform.events(),
-                                                   .clock = with.clock,
-                                                   .engine = with.engine,
-                                                   .texts = with.texts},
-                                        .coordinator = capture_->coordinator(),
-                                        .resultPanel = capture_->panel(),
-                                        .notesEntrance = capture_->entrance(),
-                                        .history = sync_->history(),
-                                        .permission = *permissionManager_,
-                                        .consent = with.consent});
+    onboarding_ = std::make_unique<OnboardingWiring>(OnboardingWiring::Collaborators{
+        .window = {.defaults = with.defaults,
+                   .auth = account_->auth(),
+                   .accessibility = with.platform.accessibility(),
+                   .events = with.platform.events(),
+                   .clock = with.clock,
+                   .engine = with.engine,
+                   .texts = with.texts,
+                   .keyboardFace = [&with] { return with.platform.keyboardFace(); }},
+        .coordinator = capture_->coordinator(),
+        .resultPanel = capture_->panel(),
+        .notesEntrance = capture_->entrance(),
+        .history = sync_->history(),
+        .permission = *permissionManager_,
+        .consent = with.consent});
     onboarding_->onFinish = [this] { mainWindow_->show(); };
     connect(onboarding_.get(), &OnboardingWiring::picturesWritten, this, &AppDelegate::terminate);
 }

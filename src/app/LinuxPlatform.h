@@ -32,6 +32,8 @@ public:
     [[nodiscard]] Pasteboard &pasteboard();
     [[nodiscard]] PrimarySelection &primarySelection();
     [[nodiscard]] KeyPosting &keys();
+    /// Asks the X server, which has the keyboard's layout in a Wayland session, too.
+    [[nodiscard]] KeyboardFace keyboardFace() { return x11_.keyboardFace(); }
     [[nodiscard]] Accessibility &accessibility() { return accessibility_; }
     [[nodiscard]] DesktopAppearance &appearance() { return appearance_; }
     [[nodiscard]] const ScreenLock &screenLock() const { return screenLock_; }

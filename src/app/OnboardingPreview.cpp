@@ -26,7 +26,8 @@ withTexts(const OnboardingWindowController::Collaborators &with, BilingualText &
             .events = with.events,
             .clock = with.clock,
             .engine = with.engine,
-            .texts = texts};
+            .texts = texts,
+            .keyboardFace = with.keyboardFace};
 }
 
 } // namespace

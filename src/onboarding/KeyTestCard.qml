@@ -22,6 +22,8 @@ CardFrame {
     KeyboardDiagram {
         objectName: "keyboardDiagram"
         width: parent.width
+        letters: card.flow.keyLabels
+        hasRightOption: card.flow.hasRightOption
         isOptionDown: card.flow.isOptionDown
         isLow: card.isCramped
     }

@@ -4,11 +4,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Ui
 
-/// The lowest rows of a keyboard, with the names that Option has on both kinds. It is not known
-/// which of the two was pressed, so both light up.
+/// The lowest rows of a PC's keyboard. It is not known which of two Option keys was pressed, so both
+/// light up.
 Item {
     id: keyboard
 
+    required property list<string> letters ///< the keys beside Shift
+    required property bool hasRightOption ///< otherwise AltGr
     required property bool isOptionDown
     property bool isLow: false ///< only the row that matters
 
@@ -21,7 +23,7 @@ Item {
     implicitHeight: rows.height + 2 * Units.space12
 
     Accessible.role: Accessible.Graphic
-    Accessible.name: keyboard.isOptionDown ? "Option ⌥ / Alt ●" : "Option ⌥ / Alt"
+    Accessible.name: keyboard.isOptionDown ? "Option / Alt ●" : "Option / Alt"
 
     function span(units: real): real {
         return units * keyboard.unit + (units - 1) * keyboard.gap
@@ -51,7 +53,7 @@ Item {
                 symbol: "⇧"
             }
             Repeater {
-                model: ["Z", "X", "C", "V", "B", "N", "M"]
+                model: keyboard.letters
 
                 KeyCap {
                     required property string modelData
@@ -61,50 +63,44 @@ Item {
                     symbol: modelData
                 }
             }
-            KeyCap {
-                width: keyboard.span(1)
-                height: Math.round(keyboard.keyHeight * 0.7)
-                symbol: ","
-            }
         }
         Row {
             spacing: keyboard.gap
 
             KeyCap {
-                width: keyboard.span(keyboard.isNarrow ? 1.5 : 1.3)
+                width: keyboard.span(1.3)
                 height: keyboard.keyHeight
-                symbol: "⌃"
-                name: "control"
+                symbol: "Ctrl"
             }
             KeyCap {
-                width: keyboard.span(keyboard.isNarrow ? 2.4 : 1.9)
+                width: keyboard.span(1.3)
                 height: keyboard.keyHeight
-                symbol: "⌥"
-                name: "option / Alt"
+                symbol: "Super"
+            }
+            KeyCap {
+                width: keyboard.span(keyboard.isNarrow ? 2 : 1.6)
+                height: keyboard.keyHeight
+                symbol: "Alt"
+                name: "Option"
                 isLit: keyboard.isOptionDown
                 isKeyToPress: true
             }
             KeyCap {
-                width: keyboard.span(1.1)
-                height: keyboard.keyHeight
-                symbol: "⌘"
-            }
-            KeyCap {
-                width: keyboard.span(keyboard.isNarrow ? 1.5 : 2.7)
+                width: keyboard.span(keyboard.isNarrow ? 2.1 : 2.9)
                 height: keyboard.keyHeight
             }
             KeyCap {
-                width: keyboard.span(1.1)
+                width: keyboard.span(keyboard.isNarrow ? 2 : 1.6)
                 height: keyboard.keyHeight
-                symbol: "⌘"
+                symbol: keyboard.hasRightOption ? "Alt" : "AltGr"
+                name: keyboard.hasRightOption ? "Option" : ""
+                isLit: keyboard.isOptionDown && keyboard.hasRightOption
+                isKeyToPress: keyboard.hasRightOption
             }
             KeyCap {
-                width: keyboard.span(keyboard.isNarrow ? 2.4 : 1.9)
+                width: keyboard.span(1.3)
                 height: keyboard.keyHeight
-                symbol: "⌥"
-                name: "option / Alt"
-                isLit: keyboard.isOptionDown
-                isKeyToPress: true
+                symbol: "Ctrl"
             }
         }
     }

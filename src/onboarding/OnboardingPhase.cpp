@@ -41,7 +41,8 @@ std::optional<Phase> phaseAfter(Phase phase, const FirstRunState &state)
     case Phase::selectTest:
         return Phase::notesIntro;
     case Phase::notesIntro:
-        return Phase::hearAbout;
+        // without an account the answers would go nowhere
+        return state.isSignedIn ? std::optional(Phase::hearAbout) : std::nullopt;
     case Phase::hearAbout:
         return Phase::role;
     case Phase::role:

@@ -29,6 +29,12 @@ struct FirstRunState {
     bool isSignedIn = false;
 };
 
+/// Returns whether the card asks about the user.
+[[nodiscard]] constexpr bool isQuestion(Phase phase)
+{
+    return phase >= Phase::hearAbout;
+}
+
 /// The card that is asked for by name, such as "keytest"; absent for any other text.
 [[nodiscard]] std::optional<Phase> phaseNamed(const QString &name);
 

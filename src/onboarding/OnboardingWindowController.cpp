@@ -126,11 +126,27 @@ void OnboardingWindowController::advance()
         show(*next);
         return;
     }
+    submitProfile();
+    finish();
+}
+
+void OnboardingWindowController::submitProfile()
+{
     if (onSubmitProfile) {
         onSubmitProfile(survey_.answerOf(Phase::hearAbout), survey_.answerOf(Phase::role),
                         survey_.answerOf(Phase::industry));
     }
-    finish();
+}
+
+void OnboardingWindowController::skipQuestion()
+{
+    survey_.forget(phase_);
+    advance();
+}
+
+int OnboardingWindowController::count() const
+{
+    return isSignedIn() || isQuestion(phase_) ? phaseCount : static_cast<int>(Phase::hearAbout);
 }
 
 std::optional<Phase> OnboardingWindowController::backPhase() const
@@ -158,6 +174,7 @@ void OnboardingWindowController::show(Phase phase)
         permissionTimer_ = std::make_unique<QObject>();
         watchPermission();
     } else if (phase == Phase::keyTest) {
+        keyboard_ = with_.keyboardFace();
         watchOption();
     }
     survey_.show(phase);
@@ -195,6 +212,11 @@ void OnboardingWindowController::finish()
 void OnboardingWindowController::userClosed()
 {
     if (!window_) {
+        return;
+    }
+    if (isQuestion(phase_)) { // all that matters is done
+        submitProfile();
+        finish();
         return;
     }
     leaveCard();

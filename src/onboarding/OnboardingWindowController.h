@@ -4,6 +4,7 @@
 
 #include "account/AuthError.h"
 #include "onboarding/SurveyModel.h"
+#include "platform/KeyboardFace.h"
 #include <QObject>
 #include <QPointer>
 #include <QQuickWindow>
@@ -31,7 +32,7 @@ class OnboardingWindowController final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
     Q_PROPERTY(int position READ position NOTIFY changed)
-    Q_PROPERTY(int count READ count CONSTANT)
+    Q_PROPERTY(int count READ count NOTIFY changed)
     Q_PROPERTY(QString progressText READ progressText NOTIFY changed)
     Q_PROPERTY(QString card READ card NOTIFY cardShown)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY changed)
@@ -40,6 +41,8 @@ class OnboardingWindowController final : public QObject {
     Q_PROPERTY(bool awaitsPage READ awaitsPage NOTIFY changed)
     Q_PROPERTY(QString signInError READ signInError NOTIFY changed)
     Q_PROPERTY(bool isTrusted READ isTrusted NOTIFY changed)
+    Q_PROPERTY(QStringList keyLabels READ keyLabels NOTIFY cardShown)
+    Q_PROPERTY(bool hasRightOption READ hasRightOption NOTIFY cardShown)
     Q_PROPERTY(bool isOptionDown READ isOptionDown NOTIFY changed)
     Q_PROPERTY(bool isTestPassed READ isTestPassed NOTIFY changed)
     Q_PROPERTY(bool isDemoOver READ isDemoOver NOTIFY changed)
@@ -55,6 +58,7 @@ public:
         Clock &clock;
         QQmlEngine &engine;
         BilingualText &texts;
+        std::function<KeyboardFace()> keyboardFace = [] { return KeyboardFace(); };
     };
 
     explicit OnboardingWindowController(const Collaborators &collaborators,
@@ -85,6 +89,8 @@ public:
     /// The card that a step back leads to, if any.
     [[nodiscard]] std::optional<Phase> backPhase() const;
     Q_INVOKABLE void goBack();
+    /// Goes on from a question without an answer, also if one was chosen.
+    Q_INVOKABLE void skipQuestion();
 
     /// A double tap happened. Answers whether it may lead to an explanation.
     [[nodiscard]] bool handleDemoTrigger();
@@ -99,7 +105,8 @@ public:
     // for the drawing
 
     [[nodiscard]] int position() const { return static_cast<int>(phase_); }
-    [[nodiscard]] static int count() { return phaseCount; }
+    /// The number of cards; the questions at the end come only with an account.
+    [[nodiscard]] int count() const;
     [[nodiscard]] QString progressText() const;
     /// The QML type that draws the card.
     [[nodiscard]] QString card() const;
@@ -124,6 +131,8 @@ public:
     Q_INVOKABLE void allow();
     Q_INVOKABLE void openAccessibilitySettings();
 
+    [[nodiscard]] QStringList keyLabels() const { return keyboard_.letters; }
+    [[nodiscard]] bool hasRightOption() const { return keyboard_.hasRightOption; }
     [[nodiscard]] bool isOptionDown() const { return isOptionDown_; }
     /// Whether what the card asks to try has been seen to work.
     [[nodiscard]] bool isTestPassed() const { return isTestPassed_; }
@@ -139,8 +148,8 @@ Q_SIGNALS:
     void changed();
     /// Another card is shown, or the same one afresh.
     void cardShown();
-    /// The user closed the window before the last card. It is deleted already, and nothing is
-    /// stored.
+    /// The user closed the window before the questions at the end. It is deleted already, and
+    /// nothing is stored.
     void closed();
     /// The card where the panel demonstrates is no longer shown.
     void selectTestLeft();
@@ -153,6 +162,7 @@ private:
     void show(Phase phase);
     void leaveCard();
     [[nodiscard]] bool createWindow();
+    void submitProfile();
     void finish();
 
     void userChanged();
@@ -179,6 +189,7 @@ private:
     bool isTrusted_ = false;
 
     std::unique_ptr<EventMonitorHandle> optionTapMonitor_; ///< while the key test is shown
+    KeyboardFace keyboard_;
     bool isOptionDown_ = false;
     bool isTestPassed_ = false;
     bool isDemoOver_ = false;

@@ -16,7 +16,10 @@ CardFrame {
     continueName: "surveyContinueButton"
     canContinue: card.survey.answer.length > 0
 
+    quietText: card.english ? "Skip" : "跳过"
+
     onProceeded: card.flow.advance()
+    onSkipped: card.flow.skipQuestion()
 
     Grid {
         id: chips

@@ -67,6 +67,13 @@ void SurveyModel::choose(const QString &option)
     }
 }
 
+void SurveyModel::forget(Phase phase)
+{
+    if (surveyAnswers_.remove(phase)) {
+        Q_EMIT changed();
+    }
+}
+
 std::optional<QString> SurveyModel::answerOf(Phase phase) const
 {
     const auto found = surveyAnswers_.constFind(phase);

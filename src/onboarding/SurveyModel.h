@@ -41,6 +41,8 @@ public:
     Q_INVOKABLE [[nodiscard]] QString chineseLabel(int option) const;
     Q_INVOKABLE [[nodiscard]] QString iconFile(int option) const;
     Q_INVOKABLE void choose(const QString &option);
+    /// Removes the answer to a question.
+    void forget(Phase phase);
 
     [[nodiscard]] std::optional<QString> answerOf(Phase phase) const;
 

@@ -19,9 +19,8 @@ private Q_SLOTS:
 
     void everyCardSpeaksBothLanguages()
     {
-        const QStringList international{u"English"_s, u"Notes"_s,   u"G"_s,           u"✦"_s,
-                                        u"⇧"_s,       u"⌃"_s,       u"⌥"_s,           u"⌘"_s,
-                                        u","_s,       u"control"_s, u"option / Alt"_s};
+        const QStringList international{u"English"_s, u"Notes"_s, u"Ctrl"_s,
+                                        u"Super"_s,   u"Alt"_s,   u"Option"_s};
         const QRegularExpression chinese(u"\\p{Han}"_s);
         OnboardingDesk desk;
         for (const QString &name : phaseNames) {
@@ -60,7 +59,7 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Up);
         QTest::keyClick(window, Qt::Key_Up); // no further
         QVERIFY(desk.item(u"Sales"_s)->hasActiveFocus());
-        for (const auto &name : {u"surveyContinueButton"_s, u"back"_s, u"language"_s}) {
+        for (const auto &name : {u"surveyContinueButton"_s, u"skip"_s, u"back"_s, u"language"_s}) {
             QTest::keyClick(window, Qt::Key_Tab);
             QVERIFY2(desk.item(name)->hasActiveFocus(), qPrintable(name));
         }

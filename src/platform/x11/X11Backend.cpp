@@ -3,6 +3,8 @@
 
 #include "platform/x11/X11Backend.h"
 
+#include "platform/x11/KeyLabels.h"
+
 namespace vellumo {
 
 X11Backend::X11Backend(const QByteArray &display)
@@ -20,6 +22,16 @@ X11Backend::X11Backend(const QByteArray &display)
     , primarySelection_(windowConnection_, selectionHistory_)
 {
     problems_.print();
+}
+
+KeyboardFace X11Backend::keyboardFace()
+{
+    KeyboardFace face;
+    face.hasRightOption = optionKeys().right;
+    if (const QStringList labels = bottomRowLabels(inputConnection_); !labels.isEmpty()) {
+        face.letters = labels;
+    }
+    return face;
 }
 
 } // namespace vellumo

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/KeyboardFace.h"
 #include "platform/x11/OptionKeys.h"
 #include "platform/x11/X11Connection.h"
 #include "platform/x11/X11EventMonitors.h"
@@ -30,6 +31,7 @@ public:
     [[nodiscard]] X11KeyPosting &keyPosting() { return keyPosting_; }
     [[nodiscard]] X11Windows &windows() { return windows_; }
     [[nodiscard]] OptionKeys optionKeys() { return OptionKeys::read(inputConnection_); }
+    [[nodiscard]] KeyboardFace keyboardFace();
 
 private:
     X11Problems problems_;
