@@ -237,6 +237,14 @@ QList<View> views()
              g.notes.notes.prepend(longNote());
          },
          toNote},
+        {u"note-beside"_s, plain,
+         [](WindowDesk &g) {
+             g.click("notes");
+             static_cast<void>(g.window.window()->grabWindow()); // lays out the list
+             QTest::mouseClick(g.window.window(), Qt::LeftButton, {},
+                               g.item("rows")->mapToScene({200, 150}).toPoint());
+         },
+         QSize(1300, 720)},
         {u"settings"_s, plain, [](WindowDesk &g) { g.click("settings"); }},
         {u"insights"_s, plain, toInsights, usual},
         {u"insights-focus"_s, plain,

@@ -29,6 +29,11 @@ Item {
     /// The context menu is asked for at this point of the card.
     signal menuAsked(x: real, y: real)
 
+    /// For the keyboard: asks for the menu below the text.
+    function askForMenu(): void {
+        card.menuAsked(Units.space32, card.height - Units.space12)
+    }
+
     implicitHeight: Units.noteRow
 
     Accessible.role: Accessible.ListItem
@@ -41,9 +46,10 @@ Item {
 
     Card {
         anchors.fill: parent
-        color: card.isOpen ? Theme.accentSoft
+        color: card.isOpen || card.selected ? Theme.accentSoft
              : pointer.containsMouse ? Theme.surfaceHovered : Theme.surface
-        border.color: card.selected ? Theme.accent
+        // never beside the outline of the keyboard, which has the same colour
+        border.color: card.selected && !card.hasKeyboard ? Theme.accent
                                     : pointer.containsMouse ? Theme.thumb : Theme.hairline
     }
     Rectangle {

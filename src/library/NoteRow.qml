@@ -35,6 +35,10 @@ Item {
         return row.library.query.length > 0 ? row.library.marked(text, Theme.markInk) : ""
     }
 
+    function askForMenu(): void {
+        card.askForMenu()
+    }
+
     NotesHeader {
         id: heading
 

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The vellumo authors
 // SPDX-License-Identifier: MIT
-pragma ComponentBehavior: Bound
 import QtQuick
 import Vellumo.Library
 import Vellumo.Ui
@@ -75,17 +74,16 @@ FocusScope {
     }
     function activate(row: int, modifiers: int): void {
         const selects = (modifiers & (Qt.ShiftModifier | Qt.ControlModifier)) !== 0
-        if (!selects && !list.selection.isActive) {
-            list.noteChosen(row)
-            return
-        }
         // the keyboard continues from here
         rows.currentIndex = row
         rows.forceActiveFocus(Qt.MouseFocusReason)
-        if (modifiers & Qt.ShiftModifier)
+        if (!selects && !list.selection.isActive)
+            list.noteChosen(row)
+        else if (modifiers & Qt.ShiftModifier)
             list.selection.extendTo(row)
         else
             list.selection.toggle(row)
+        rows.isPointedAt = true // last, since the list is hidden for a moment when a note opens
     }
 
     function openMenu(card: Item, x: real, y: real, row: int): void {
@@ -115,6 +113,14 @@ FocusScope {
     }
 
     Connections {
+        target: list.note
+
+        function onOpened(): void {
+            rows.currentIndex = list.library.rowOf(list.note.noteId)
+            rows.positionViewAtIndex(rows.currentIndex, ListView.Contain)
+        }
+    }
+    Connections {
         target: list.library
 
         function onRowsAboutToRefresh(): void {
@@ -127,33 +133,26 @@ FocusScope {
         }
     }
 
-    ListView {
+    NoteRowsView {
         id: rows
 
         objectName: "rows"
         anchors.fill: parent
-        model: list.library.rows
         focus: true
-        activeFocusOnTab: true
-        boundsBehavior: Flickable.StopAtBounds
-        pixelAligned: true
-        clip: true
-        reuseItems: true
-        cacheBuffer: 200
-        currentIndex: -1
-        highlightMoveDuration: 0
-        highlightResizeDuration: 0
-        bottomMargin: Units.space24
-
-        Accessible.role: Accessible.List
+        library: list.library
+        note: list.note
+        sidePadding: list.sidePadding
         Accessible.name: list.english ? "Notes" : "笔记"
-        Accessible.focusable: true
 
+        onActivated: (row, modifiers) => list.activate(row, modifiers)
+        onFolded: (row, folded) => list.fold(row, folded)
+        onMenuAsked: (card, x, y, row) => list.openMenu(card, x, y, row)
         onActiveFocusChanged: {
             if (activeFocus && currentIndex < 0)
                 list.step(1)
         }
         Keys.onDeletePressed: list.remove()
+        Keys.onMenuPressed: rows.askForMenu()
         Keys.onPressed: event => {
             const page = Math.max(1, Math.floor(rows.height / (Units.noteRow + Units.space8)) - 1)
             const steps = {
@@ -161,9 +160,14 @@ FocusScope {
                 [Qt.Key_PageUp]: -page, [Qt.Key_PageDown]: page,
                 [Qt.Key_Home]: -rows.count, [Qt.Key_End]: rows.count
             }
+            // as on the page of the note beside the list
+            const besides = list.note.isOpen ? { [Qt.Key_K]: -1, [Qt.Key_J]: 1 } : {}
             event.accepted = true
+            rows.isPointedAt = false
             if (event.key in steps)
                 list.move(steps[event.key], event.modifiers)
+            else if (event.key in besides)
+                list.step(besides[event.key])
             else if (event.key === Qt.Key_A && event.modifiers === Qt.ControlModifier)
                 list.selection.selectAll()
             else if (event.key === Qt.Key_Space
@@ -175,19 +179,6 @@ FocusScope {
                 list.enter(rows.currentIndex)
             else
                 event.accepted = false
-        }
-
-        delegate: NoteRow {
-            id: row
-
-            width: rows.width
-            library: list.library
-            sidePadding: list.sidePadding
-            hasKeyboard: rows.activeFocus && row.ListView.isCurrentItem
-            isOpen: list.note.isOpen && list.library.idAt(row.index) === list.note.noteId
-            onAction: modifiers => list.activate(row.index, modifiers)
-            onFolded: list.fold(row.index, !row.isFolded)
-            onMenuAsked: (card, x, y) => list.openMenu(card, x, y, row.index)
         }
     }
     ScrollThumb {

@@ -114,6 +114,14 @@ private Q_SLOTS:
         QCOMPARE(desk.text("sourceText"), u"note 0"_s);
         desk.key(Qt::Key_Down);
         QCOMPARE(desk.text("sourceText"), u"note 1"_s);
+        // after a click the keys are those of the list, not of the search
+        desk.click("search");
+        QTest::mouseClick(desk.window.window(), Qt::LeftButton, {},
+                          desk.item("rows")->mapToScene({200, 60}).toPoint());
+        QCOMPARE(desk.text("sourceText"), u"note 0"_s);
+        desk.key(Qt::Key_J);
+        QCOMPARE(desk.text("sourceText"), u"note 1"_s);
+        QCOMPARE(desk.text("search"), QString());
         desk.window.window()->resize(1040, 700);
         QVERIFY(waitUntil([&] { return !desk.item("rows"); }));
         desk.window.window()->resize(1300, 700);
