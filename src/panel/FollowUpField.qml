@@ -49,7 +49,9 @@ FocusScope {
     Text {
         id: placeholder
 
-        anchors.fill: input
+        anchors.left: input.left
+        width: input.width - (way.visible ? way.implicitWidth + Units.space16 : 0)
+        height: input.height
         visible: input.text.length === 0 && input.preeditText.length === 0
         text: "Ask a follow-up…" // the same in every language
         textFormat: Text.PlainText
@@ -58,24 +60,34 @@ FocusScope {
         color: Theme.islandSecondText
         font: input.font
     }
-    // How to get the keyboard, since typing goes to the application behind until then.
+    // How to get the keyboard, since typing goes to the application behind until then. The shorter
+    // form where the longer one does not fit beside the placeholder, which gives way to it.
     Text {
         id: way
+
+        readonly property bool fits: holding.advanceWidth + placeholder.implicitWidth
+            + Units.space16 < input.width
 
         objectName: "wayToType"
         anchors.right: input.right
         height: parent.height
         visible: placeholder.visible && !field.Window.active
-                 && implicitWidth + placeholder.implicitWidth + Units.space16 < input.width
-        text: field.view.offersHolding
-            ? (field.texts.english ? "Click to type, or hold the second tap" : "点击输入，或第二下按住不放")
-            : (field.texts.english ? "Click to type" : "点击输入")
+        text: field.view.offersHolding && way.fits ? holding.text
+            : field.texts.english ? "Click to type" : "点击输入"
         textFormat: Text.PlainText
         verticalAlignment: Text.AlignVCenter
         color: Theme.islandSecondText
         font.pixelSize: Units.type11
 
         Accessible.ignored: true
+
+        TextMetrics {
+            id: holding
+
+            font: way.font
+            text: field.texts.english ? "Click to type, or hold the second tap"
+                                      : "点击输入，或第二下按住不放"
+        }
     }
     TextInput {
         id: input
