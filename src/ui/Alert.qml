@@ -43,7 +43,7 @@ Window {
         anchors.horizontalCenter: parent.horizontalCenter
         // Not by anchors: the window takes its height from this before it has laid out its content.
         width: dialog.width - 2 * Units.space32
-        height: button.y + button.height
+        height: buttons.y + buttons.height
         focus: true
 
         Accessible.role: Accessible.AlertMessage
@@ -87,25 +87,37 @@ Window {
             color: Theme.secondInk
             lineFactor: Units.readingLine
         }
-        TextButton {
-            id: button
+        Flow {
+            id: buttons
+
+            readonly property int needed: agree.width + (dialog.asks ? refuse.width + spacing : 0)
 
             anchors.top: detail.bottom
             anchors.topMargin: Units.space24
             anchors.right: parent.right
-            minimumWidth: Units.dialogButton
-            primary: true
-            text: dialog.button
-            onClicked: dialog.agreed()
-        }
-        TextButton {
-            anchors.verticalCenter: button.verticalCenter
-            anchors.right: button.left
-            anchors.rightMargin: Units.space8
-            visible: dialog.asks
-            minimumWidth: Units.dialogButton
-            text: dialog.refusal
-            onClicked: dialog.dismissed()
+            width: Math.min(needed, content.width)
+            // as the flow will have it, which lays out its buttons too late for the window
+            height: needed <= content.width ? agree.height : 2 * agree.height + spacing
+            spacing: Units.space8
+
+            TextButton {
+                id: refuse
+
+                visible: dialog.asks
+                width: Math.min(implicitWidth, content.width)
+                minimumWidth: Units.dialogButton
+                text: dialog.refusal
+                onClicked: dialog.dismissed()
+            }
+            TextButton {
+                id: agree
+
+                width: Math.min(implicitWidth, content.width)
+                minimumWidth: Units.dialogButton
+                primary: true
+                text: dialog.button
+                onClicked: dialog.agreed()
+            }
         }
     }
 }

@@ -66,8 +66,8 @@ QtObject {
     readonly property int skeletonLine: 10
     readonly property int scrollThumb: 4
 
-    readonly property int dialogWidth: 460
-    readonly property int alertWidth: 400
+    readonly property int dialogWidth: Math.max(460, Math.min(units.scaled(460), 640))
+    readonly property int alertWidth: Math.max(400, Math.min(units.scaled(400), 640))
     readonly property int progressLine: 3
     readonly property int releaseNotes: units.scaled(200)
 
