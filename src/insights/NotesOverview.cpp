@@ -82,11 +82,15 @@ QString NotesOverview::summary() const
     }
     if (today_ == 1) {
         return texts_
-            .pick(u"You looked up one thing today, on %1."_s, u"今天查了 1 次，来自 %1。"_s)
+            .pick(isTodayPlaceAPage_ ? u"You looked up one thing today, on %1."_s
+                                     : u"You looked up one thing today, in %1."_s,
+                  u"今天查了 1 次，来自 %1。"_s)
             .arg(todayPlace_);
     }
     return texts_
-        .pick(u"You looked up %1 things today, mostly on %2."_s, u"今天查了 %1 次，大多来自 %2。"_s)
+        .pick(isTodayPlaceAPage_ ? u"You looked up %1 things today, mostly on %2."_s
+                                 : u"You looked up %1 things today, mostly in %2."_s,
+              u"今天查了 %1 次，大多来自 %2。"_s)
         .arg(QString::number(today_), todayPlace_);
 }
 
@@ -95,7 +99,7 @@ QString NotesOverview::comparison() const
     const QString month = NoteDates::month(library_.today().addMonths(-1), texts_.isEnglish());
     const int difference = thisMonth_ - lastMonth_;
     if (lastMonth_ == 0) {
-        return texts_.pick(u"none in %1"_s, u"%1没有"_s).arg(month);
+        return texts_.pick(u"none in %1"_s, u"%1为 0 条"_s).arg(month);
     }
     if (difference == 0) {
         return texts_.pick(u"as many as in %1"_s, u"与 %1持平"_s).arg(month);
@@ -178,6 +182,7 @@ void NotesOverview::compute()
     const auto first = ofToday.top(1);
     const bool isMostly =
         !first.isEmpty() && first[0].count * 2 > today_ && !isPulled(*first[0].context);
+    isTodayPlaceAPage_ = isMostly && first[0].context->source == ReadingContextSource::webURL;
     todayPlace_ = isMostly ? placeOf(*first[0].context, texts_.isEnglish()) : QString();
     placeNames_.clear();
     placeCounts_.clear();

@@ -75,6 +75,7 @@ private:
     PartOfDay partOfDay_ = PartOfDay::Evening;
     int today_ = 0;
     QString todayPlace_; ///< place of more than half of today's notes; empty without one
+    bool isTodayPlaceAPage_ = false;
     int thisMonth_ = 0;
     int lastMonth_ = 0;
     QStringList placeNames_;
