@@ -53,21 +53,19 @@ Item {
             height: state.height
             visible: corner.status.syncs
 
-            Rectangle {
+            StatusMark {
                 anchors.left: parent.left
-                y: (state.lineHeight - height) / 2
-                width: Units.statusDot
-                height: width
-                radius: width / 2
-                color: corner.status.light === AccountStatus.Trouble ? Theme.amber
-                     : corner.status.light === AccountStatus.Good ? Theme.good : Theme.thirdInk
+                y: Math.round((state.lineHeight - height) / 2)
+                status: corner.status.light === AccountStatus.Trouble ? StatusLine.Limited
+                      : corner.status.light === AccountStatus.Good ? StatusLine.Good
+                                                                   : StatusLine.Neutral
             }
             Label {
                 id: state
 
                 objectName: "syncState"
                 anchors.left: parent.left
-                anchors.leftMargin: Units.statusDot + Units.space8
+                anchors.leftMargin: Units.statusMark + Units.space8
                 anchors.right: parent.right
                 text: corner.status.syncText
                 wrapMode: Text.Wrap

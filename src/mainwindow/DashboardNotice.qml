@@ -4,15 +4,17 @@ import QtQuick
 import Vellumo.Ui
 
 /// A notice or question above the pages, with up to two answers. Takes no room while it is not
-/// wanted.
+/// wanted. It appears at once, above the pages, which make room for it in a short movement.
 FocusScope {
     id: notice
 
     required property bool wanted
     required property string words
-    required property color dotColor
+    required property int status ///< of StatusLine
     property string acceptText: ""
     property string declineText: ""
+
+    property real share: notice.wanted ? 1 : 0 ///< of its room
 
     signal accepted
     signal declined
@@ -20,18 +22,23 @@ FocusScope {
     /// Emitted when the notice disappears while it has the focus.
     signal keyboardLeft
 
-    visible: notice.wanted
-    implicitHeight: notice.visible ? card.height + Units.space16 : 0
+    visible: notice.wanted || notice.share > 0
+    implicitHeight: Math.round(notice.share * (card.height + Units.space16))
+
+    Behavior on share {
+        enabled: Units.animated
+        NumberAnimation { duration: Units.quick }
+    }
 
     onWordsChanged: notice.announce()
-    onVisibleChanged: {
+    onWantedChanged: {
         notice.announce()
-        if (!visible && activeFocus)
+        if (!notice.wanted && activeFocus)
             notice.keyboardLeft()
     }
 
     function announce(): void {
-        announcer.announce(notice.visible ? notice.words : "")
+        announcer.announce(notice.wanted ? notice.words : "")
     }
 
     Announcer {
@@ -43,23 +50,21 @@ FocusScope {
         anchors.top: parent.top
         anchors.topMargin: Units.space16
         width: notice.width
+        visible: notice.wanted
         height: Math.max(words.height, answers.height) + 2 * Units.space12
 
-        Rectangle {
+        StatusMark {
             anchors.left: parent.left
             anchors.leftMargin: Units.space16
-            y: words.y + (words.lineHeight - height) / 2
-            width: Units.statusDot
-            height: width
-            radius: width / 2
-            color: notice.dotColor
+            y: words.y + Math.round((words.lineHeight - height) / 2)
+            status: notice.status
         }
         Label {
             id: words
 
             objectName: notice.objectName + "Words"
             anchors.left: parent.left
-            anchors.leftMargin: Units.space16 + Units.statusDot + Units.space12
+            anchors.leftMargin: Units.space16 + Units.statusMark + Units.space12
             anchors.verticalCenter: card.verticalCenter
             anchors.right: answers.left
             anchors.rightMargin: answers.width > 0 ? Units.space12 : Units.space8

@@ -44,6 +44,7 @@ FocusScope {
     Column {
         id: notices
 
+        z: 1
         anchors.left: sideBar.right
         anchors.leftMargin: Units.space24
         anchors.right: parent.right
@@ -56,7 +57,7 @@ FocusScope {
             width: parent.width
             height: implicitHeight
             wanted: words.length > 0
-            dotColor: file.isUnsaved ? Theme.bad : Theme.amber
+            status: file.isUnsaved ? StatusLine.Bad : StatusLine.Limited
             words: file.notice
             acceptText: file.isUnsaved ? "" : dashboard.texts.english ? "Got it" : "知道了"
             onAccepted: file.acknowledge()
@@ -69,7 +70,7 @@ FocusScope {
             width: parent.width
             height: implicitHeight
             wanted: deletion.canUndo
-            dotColor: Theme.accent
+            status: StatusLine.Neutral
             words: deletion.outcome
             acceptText: dashboard.texts.english ? "Undo" : "撤销"
             declineText: dashboard.texts.english ? "Dismiss" : "关闭"
@@ -82,7 +83,7 @@ FocusScope {
             width: parent.width
             height: implicitHeight
             wanted: dashboard.main.hasUnsavedSettings
-            dotColor: Theme.bad
+            status: StatusLine.Bad
             words: dashboard.texts.english
                 ? "Your settings cannot be saved. Your changes are lost when vellumo quits."
                 : "设置无法保存，退出 vellumo 后所做的更改会丢失。"
@@ -97,7 +98,7 @@ FocusScope {
             width: parent.width
             height: implicitHeight
             wanted: words.length > 0
-            dotColor: Theme.accent
+            status: StatusLine.Neutral
             words: taps ? taps.question : ""
             acceptText: !taps ? "" : taps.hasFailed ? (dashboard.texts.english ? "Got it" : "知道了")
                                                     : (dashboard.texts.english ? "Allow" : "允许")
@@ -111,7 +112,7 @@ FocusScope {
             width: parent.width
             height: implicitHeight
             wanted: dashboard.main.asksForUpdates
-            dotColor: Theme.accent
+            status: StatusLine.Neutral
             words: dashboard.texts.english
                 ? "May vellumo look for new versions once a day? It only asks whether there is one."
                 : "允许 vellumo 每天检查一次新版本吗？只会查询是否有新版本。"
