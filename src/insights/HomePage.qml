@@ -64,6 +64,7 @@ ScrollPage {
     Label {
         objectName: "summary"
         width: parent.width
+        visible: !page.isEmpty
         text: page.overview.summary
         wrapMode: Text.Wrap
         color: Theme.secondInk

@@ -68,10 +68,6 @@ QString NotesOverview::greeting() const
 
 QString NotesOverview::summary() const
 {
-    if (library_.total() == 0) {
-        return texts_.pick(u"You have not looked anything up yet."_s,
-                           u"还没有用 vellumo 读过内容。"_s);
-    }
     if (today_ == 0) {
         return texts_.pick(u"Nothing looked up today."_s, u"今天还没有查过内容。"_s);
     }

@@ -166,6 +166,11 @@ FocusScope {
         sidePadding: page.sidePadding
         note: page.note
         onNoteChosen: row => page.noteChosen(row)
+
+        Behavior on anchors.bottomMargin {
+            enabled: Units.animated
+            NumberAnimation { duration: Units.quick }
+        }
     }
     ExportLine {
         id: outcome
@@ -179,20 +184,17 @@ FocusScope {
         onKeyboardLeft: list.forceActiveFocus(Qt.OtherFocusReason)
     }
     FirstNote {
-        anchors.centerIn: list
+        y: top.y + title.height + Units.space24 + Units.space4 // as on the home page
+        anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(Units.scaled(460), page.width - 2 * Units.space24)
         visible: page.library.total === 0
         english: page.english
     }
-    EmptyState {
-        objectName: "nothingFound"
+    NothingFound {
         y: list.y + Math.max(0, Math.round((list.height - height) * 0.4))
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(Units.scaled(400), page.width - 2 * Units.space24)
         visible: page.library.total > 0 && page.library.found === 0 && !page.library.isSearching
-        icon: "search"
-        title: page.english ? "Nothing found" : "没有找到"
-        text: page.english ? "Try fewer or different words. The search covers texts, explanations and follow-ups."
-                           : "试试更少或不同的词。每个词都会在原文、解释和追问里查找。"
+        english: page.english
     }
 }
