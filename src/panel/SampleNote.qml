@@ -11,7 +11,13 @@ Item {
     required property ResultPanelModel view
     required property BilingualText texts
 
-    height: open.visible ? Math.max(label.height, open.height) : label.height
+    readonly property bool hasButton: note.view.leadsToService
+    /// Whether the button is beside the text; otherwise below it.
+    readonly property bool fits: note.width - open.width - Units.space12 >= Units.scaled(200)
+
+    height: !note.hasButton ? label.height
+          : note.fits ? Math.max(label.height, open.height)
+                      : label.height + Units.space8 + open.height
 
     Rectangle {
         id: dot
@@ -28,9 +34,9 @@ Item {
 
         anchors.left: dot.right
         anchors.leftMargin: Units.space8
-        anchors.right: open.visible ? open.left : parent.right
-        anchors.rightMargin: open.visible ? Units.space12 : 0
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.right: note.hasButton && note.fits ? open.left : parent.right
+        anchors.rightMargin: note.hasButton && note.fits ? Units.space12 : 0
+        y: note.hasButton && note.fits ? Math.round((note.height - height) / 2) : 0
         text: (note.texts.english ? "Sample answer, unrelated to your text. "
                                   : "示例回答，与所选文字无关。")
             + (note.view.isForAFault ? (note.texts.english ? "The configuration has a mistake."
@@ -51,9 +57,12 @@ Item {
         id: open
 
         objectName: "openServiceSettings"
-        anchors.right: parent.right
-        visible: note.view.leadsToService
+        anchors.left: parent.left
+        anchors.leftMargin: note.fits ? note.width - width : dot.width + Units.space8
+        anchors.bottom: parent.bottom
+        visible: note.hasButton
         island: true
+        primary: true
         text: note.view.isForAFault ? (note.texts.english ? "Check the service" : "检查服务")
                                     : (note.texts.english ? "Set up a service" : "设置服务")
         onClicked: note.view.openServiceSettings()
