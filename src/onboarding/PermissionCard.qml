@@ -59,6 +59,5 @@ CardFrame {
         detail: card.english ? "Grant access in System Settings → Privacy & Security."
                              : "在 系统设置 → 隐私与安全性 中允许。"
         buttonText: card.english ? "Open System Settings" : "打开系统设置"
-        onClicked: card.flow.openAccessibilitySettings()
     }
 }

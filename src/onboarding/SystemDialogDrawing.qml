@@ -3,7 +3,7 @@
 import QtQuick
 import Vellumo.Ui
 
-/// A dialog of the system, drawn.
+/// A dialog of the system, drawn: pale, so that it is not taken for the dialog itself.
 Card {
     id: dialog
 
@@ -11,8 +11,7 @@ Card {
     required property string detail
     required property string buttonText
 
-    signal clicked
-
+    opacity: 0.6
     height: words.height + 2 * Units.space20
 
     Rectangle {
@@ -71,8 +70,10 @@ Card {
                 anchors.right: parent.right
                 anchors.bottom: parent.bottom
                 width: Math.min(implicitWidth, parent.width)
+                enabled: false // a drawing; the card below has the action
+                opacity: 1
                 text: dialog.buttonText
-                onClicked: dialog.clicked()
+                Accessible.ignored: true
             }
         }
     }
