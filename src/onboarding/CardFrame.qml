@@ -15,7 +15,7 @@ FocusScope {
     readonly property bool english: frame.texts.english
     property string title
     property string subtitle: ""
-    property bool centered: false ///< in the height that there is
+    property bool centered: false ///< the contents, in the height below the title
     property bool low: false ///< as near to the way on as it can be
     property int titleSize: Units.type30
     property string continueText: frame.english ? "Continue" : "继续"
@@ -66,16 +66,14 @@ FocusScope {
         Column {
             id: column
 
-            y: {
-                const room = page.height - column.height
-                return Math.max(Units.space8, frame.centered ? Math.round(room / 2) - Units.space16
-                                            : frame.low ? room - Units.space8 : 0)
-            }
+            y: Math.max(Units.space8, frame.low ? page.height - height - Units.space8 : 0)
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(Units.onboardingColumn, page.width - 2 * Units.space24)
             spacing: frame.isCramped ? Units.space16 : Units.space24
 
             Column {
+                id: titles
+
                 width: parent.width
                 spacing: Units.space8
 
@@ -101,6 +99,12 @@ FocusScope {
                     font.pixelSize: Units.type15
                     lineFactor: Units.readingLine
                 }
+            }
+            Item { // so that titles stay at one height from card to card
+                width: 1
+                height: Math.max(0, Math.round((page.height - titles.height - holder.height) / 2)
+                                    - Units.space8 - column.spacing)
+                visible: frame.centered
             }
             Column {
                 id: holder
