@@ -83,6 +83,17 @@ FocusScope {
                     : (view.english ? "Continue with Google" : "使用 Google 继续")
                 onClicked: view.signIn()
             }
+            Label {
+                objectName: "waiting"
+                width: parent.width
+                visible: view.auth.awaitsPage
+                text: view.english ? "Waiting for the browser…" : "等待浏览器完成登录…"
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                topPadding: Units.space12
+                bottomPadding: Units.space4
+                color: Theme.secondInk
+            }
             TextButton {
                 objectName: "openPageAgain"
                 anchors.horizontalCenter: parent.horizontalCenter

@@ -9,8 +9,10 @@ CardFrame {
 
     centered: true
     title: card.english ? "Welcome to vellumo" : "欢迎使用 vellumo"
-    subtitle: card.english ? "Select what you don't understand, double-tap Option, and read on."
-                           : "选中看不懂的文字，按两下 Option，继续读下去。"
+    subtitle: card.flow.awaitsPage
+        ? (card.english ? "Waiting for the browser…" : "等待浏览器完成登录…")
+        : card.english ? "Select what you don't understand, double-tap Option, and read on."
+                       : "选中看不懂的文字，按两下 Option，继续读下去。"
     continueName: "signInButton"
     continueIcon: card.flow.isOpeningBrowser ? "" : "google"
     canContinue: !card.flow.isOpeningBrowser
