@@ -205,6 +205,11 @@ void AuthService::cancelSignIn()
     endSignIn(AuthError{.kind = AuthError::Kind::Cancelled});
 }
 
+bool AuthService::isConfigured() const
+{
+    return with_.lookup(configuration::firebaseKey).has_value();
+}
+
 void AuthService::signInWithGoogle(QObject *context, SignInCompletion completion)
 {
     const auto complete = [context = QPointer<QObject>(context),
@@ -213,7 +218,7 @@ void AuthService::signInWithGoogle(QObject *context, SignInCompletion completion
             completion(error);
         }
     };
-    if (!with_.lookup(configuration::firebaseKey)) {
+    if (!isConfigured()) {
         QMetaObject::invokeMethod(
             this, [complete] { complete(AuthError{.kind = AuthError::Kind::notConfigured}); },
             Qt::QueuedConnection);

@@ -22,6 +22,7 @@ class AuthService : public QObject, public Authenticating {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the application")
+    Q_PROPERTY(bool isConfigured READ isConfigured CONSTANT)
     Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY userChanged)
     Q_PROPERTY(QString email READ email NOTIFY userChanged)
     Q_PROPERTY(bool isWorking READ isWorking NOTIFY isWorkingChanged)
@@ -59,6 +60,9 @@ public:
     /// after the start if the keyring takes longer. Runs it never before the call returns and never
     /// after `context` is destroyed.
     void whenRestored(QObject *context, std::function<void()> action);
+
+    /// Returns whether an account service is configured. Without one nobody can sign in.
+    [[nodiscard]] bool isConfigured() const;
 
     [[nodiscard]] std::optional<User> user() const override { return user_; }
     [[nodiscard]] bool isSignedIn() const { return user_.has_value(); }

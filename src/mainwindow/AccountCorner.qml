@@ -95,6 +95,7 @@ Item {
             }
             TextButton {
                 objectName: corner.auth.isSignedIn ? "signOut" : "goToSignIn"
+                visible: corner.auth.isSignedIn || corner.auth.isConfigured
                 width: Math.min(implicitWidth, parent.width)
                 quiet: true
                 text: corner.auth.isSignedIn ? (corner.english ? "Sign out" : "退出登录")

@@ -168,7 +168,7 @@ void MainWindowModel::quit()
 
 bool MainWindowModel::showsDashboard() const
 {
-    return with_.auth.isSignedIn()
+    return with_.auth.isSignedIn() || !with_.auth.isConfigured()
         || (!isAskedToSignIn_ && settings::usesWithoutAccount.value(with_.defaults));
 }
 

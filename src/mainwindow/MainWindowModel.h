@@ -102,7 +102,7 @@ public:
     Q_DISABLE_COPY_MOVE(MainWindowModel)
 
     /// Returns whether to show the dashboard: the user is signed in or has chosen to go without an
-    /// account. Otherwise the sign-in view is shown.
+    /// account, or there is no service to sign in to. Otherwise the sign-in view is shown.
     [[nodiscard]] bool showsDashboard() const;
     /// Shows the dashboard without an account, in later runs as well, until the next sign-in or
     /// sign-out.

@@ -229,6 +229,11 @@ bool OnboardingWindowController::isSignedIn() const
     return with_.auth.user().has_value();
 }
 
+bool OnboardingWindowController::offersAccount() const
+{
+    return with_.auth.isConfigured();
+}
+
 QString OnboardingWindowController::signInError() const
 {
     return signInError_ ? describe(*signInError_, with_.texts) : QString();

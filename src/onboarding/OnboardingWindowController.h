@@ -37,6 +37,7 @@ class OnboardingWindowController final : public QObject {
     Q_PROPERTY(QString card READ card NOTIFY cardShown)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY changed)
     Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY changed)
+    Q_PROPERTY(bool offersAccount READ offersAccount CONSTANT)
     Q_PROPERTY(bool isOpeningBrowser READ isOpeningBrowser NOTIFY changed)
     Q_PROPERTY(bool awaitsPage READ awaitsPage NOTIFY changed)
     Q_PROPERTY(QString signInError READ signInError NOTIFY changed)
@@ -113,6 +114,8 @@ public:
     [[nodiscard]] bool canGoBack() const { return backPhase().has_value(); }
 
     [[nodiscard]] bool isSignedIn() const;
+    /// Whether there is a service to sign in to.
+    [[nodiscard]] bool offersAccount() const;
     /// A sign-in is under way.
     [[nodiscard]] bool isOpeningBrowser() const { return isSigningIn_; }
     /// Its page has not come back from the browser yet.

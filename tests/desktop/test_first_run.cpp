@@ -21,7 +21,7 @@ private Q_SLOTS:
     {
         QVERIFY(vellumo_->start({}));
         QVERIFY(shows(u"Welcome to vellumo"_s));
-        QVERIFY(press(u"Use without an account"_s));
+        QVERIFY(press(u"Get started"_s));
         QVERIFY(shows(u"We protect your privacy"_s));
         QVERIFY(press(u"Continue"_s));
 

@@ -125,6 +125,7 @@ private Q_SLOTS:
 private:
     void prepare() override
     {
+        vellumo_->setEnvironment(u"FIREBASE_API_KEY"_s, u"k"_s); // an account is offered
         QVERIFY(
             vellumo_->writeNotes({QJsonObject{{u"id"_s, u"00000000-0000-4000-8000-000000000001"_s},
                                               {u"sourceText"_s, u"ubiquitous"_s},

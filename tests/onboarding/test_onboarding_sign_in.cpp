@@ -107,6 +107,17 @@ private Q_SLOTS:
         }
     }
 
+    void withoutAServiceNoAccountIsOffered()
+    {
+        OnboardingDesk desk;
+        desk.key.reset();
+        desk.flow.present({});
+        QVERIFY(!desk.item(u"signInButton"_s) && !desk.item(u"withoutAccount"_s));
+        desk.click(u"start"_s);
+        QCOMPARE(desk.flow.phase(), Phase::privacy);
+        QVERIFY(desk.defaults.value(u"usesWithoutAccount"_s).toBool());
+    }
+
     void aKeyringThatIsSlowLeadsOn()
     {
         OnboardingDesk desk;
