@@ -37,19 +37,24 @@ std::unique_ptr<SessionReport> ComputerWiring::makeReport()
                                      .clock = with_.clock});
 }
 
-std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
+LoginStart &ComputerWiring::login()
 {
     if (!login_) {
         login_ = std::make_unique<AutostartEntry>(AutostartEntry::standardFolders(),
                                                   AutostartEntry::ownProgram());
     }
+    return *login_;
+}
+
+std::unique_ptr<ComputerModel> ComputerWiring::makeModel()
+{
     Accessibility &accessibility = with_.desktop.platform.accessibility();
     auto model =
         std::make_unique<ComputerModel>(ComputerModel::Collaborators{.accessibility = accessibility,
                                                                      .service = with_.service,
                                                                      .explainer = with_.explainer,
                                                                      .desktop = desktop(),
-                                                                     .login = *login_,
+                                                                     .login = login(),
                                                                      .clock = with_.clock,
                                                                      .texts = with_.texts,
                                                                      .defaults = with_.defaults});

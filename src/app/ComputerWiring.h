@@ -34,6 +34,9 @@ public:
     /// The model must not outlive this object.
     [[nodiscard]] std::unique_ptr<ComputerModel> makeModel();
 
+    /// Returns the start at login, which lives as long as this object.
+    [[nodiscard]] LoginStart &login();
+
     /// Returns what asks for changes to the desktop, which must not outlive this object; null in an
     /// X11 session, where none is needed.
     [[nodiscard]] std::unique_ptr<TapReach> makeTaps();

@@ -108,6 +108,21 @@ FocusScope {
             onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
         }
         DashboardNotice {
+            objectName: "loginStart"
+            width: parent.width
+            height: implicitHeight
+            wanted: dashboard.main.asksForLoginStart && !dashboard.main.asksForUpdates
+            status: StatusLine.Neutral
+            words: dashboard.texts.english
+                ? "May vellumo start when you log in? It waits in the background, without a window."
+                : "允许 vellumo 在登录系统时启动吗？它在后台运行，不打开窗口。"
+            acceptText: dashboard.texts.english ? "Allow" : "允许"
+            declineText: dashboard.texts.english ? "Not now" : "暂不"
+            onAccepted: dashboard.main.answerLoginStart(true)
+            onDeclined: dashboard.main.answerLoginStart(false)
+            onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
+        }
+        DashboardNotice {
             objectName: "dailyUpdates"
             width: parent.width
             height: implicitHeight

@@ -14,6 +14,7 @@
 #include "mainwindow/AccountStatus.h"
 #include "mainwindow/NotesFileState.h"
 #include "platform/DefaultsStore.h"
+#include "platform/LoginStart.h"
 #include "settings/SettingsKeys.h"
 #include "settings/UserPreferences.h"
 #include "sync/SyncReporting.h"
@@ -150,6 +151,30 @@ bool MainWindowModel::looksForUpdates() const
 void MainWindowModel::setLooksForUpdates(bool looks)
 {
     settings::looksForUpdates.set(with_.defaults, looks);
+}
+
+bool MainWindowModel::asksForLoginStart()
+{
+    if (!with_.login || settings::askedForLoginStart.value(with_.defaults)) {
+        return false;
+    }
+    if (login_ == nullptr) {
+        login_ = &with_.login();
+        connect(login_, &LoginStart::changed, this, &MainWindowModel::loginStartChanged);
+    }
+    return login_->state() == LoginStart::State::Off;
+}
+
+void MainWindowModel::answerLoginStart(bool starts)
+{
+    settings::askedForLoginStart.set(with_.defaults, true);
+    if (starts && computer() != nullptr) {
+        computer()->setStartsAtLogin(true);
+        if (!computer()->startsAtLogin()) {
+            setPage(Page::Computer);
+        }
+    }
+    Q_EMIT loginStartChanged();
 }
 
 void MainWindowModel::checkForUpdates()

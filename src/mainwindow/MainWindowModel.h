@@ -28,6 +28,7 @@ class BilingualText;
 class Clock;
 class ComputerModel;
 class DefaultsStore;
+class LoginStart;
 class NoteDeletion;
 class NotesExporter;
 class NotesFileState;
@@ -66,6 +67,7 @@ class MainWindowModel : public QObject {
     Q_PROPERTY(bool asksForUpdates READ asksForUpdates NOTIFY updatesChanged)
     Q_PROPERTY(
         bool looksForUpdates READ looksForUpdates WRITE setLooksForUpdates NOTIFY updatesChanged)
+    Q_PROPERTY(bool asksForLoginStart READ asksForLoginStart NOTIFY loginStartChanged)
     Q_PROPERTY(vellumo::ComputerModel *computer READ computer CONSTANT)
     Q_PROPERTY(vellumo::TapReach *taps READ taps CONSTANT)
 
@@ -93,6 +95,8 @@ public:
         std::function<void()> onQuit = {};
         /// Whether this build can check for new versions daily.
         bool canLookForUpdates = false;
+        /// Called while the user was not asked whether to start at login. Without it nothing asks.
+        std::function<LoginStart &()> login = {};
     };
 
     /// `host` must outlive the model.
@@ -162,6 +166,11 @@ public:
     [[nodiscard]] bool looksForUpdates() const;
     void setLooksForUpdates(bool looks);
 
+    /// Returns whether to ask the user for the start at login, which is off.
+    [[nodiscard]] bool asksForLoginStart();
+    /// Opens the page "This computer" if it could not be turned on, to say so.
+    Q_INVOKABLE void answerLoginStart(bool starts);
+
     [[nodiscard]] bool hasProgramMenu() const { return static_cast<bool>(with_.onQuit); }
     Q_INVOKABLE void checkForUpdates();
     Q_INVOKABLE void quit();
@@ -181,6 +190,7 @@ Q_SIGNALS:
     void languageChanged();
     void unsavedSettingsChanged();
     void updatesChanged();
+    void loginStartChanged();
 
 private:
     struct Pages;
@@ -201,6 +211,7 @@ private:
     bool isSigningIn_ = false; ///< the sign-in was started by signIn()
     bool isShown_ = false;
     bool isNoticeAcknowledged_ = false;
+    LoginStart *login_ = nullptr; ///< while the question for it is open
 };
 
 } // namespace vellumo

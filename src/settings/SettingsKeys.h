@@ -38,6 +38,9 @@ inline const Setting<QString> acknowledgedNotesTime{u"acknowledgedNotesTime"};
 /// work in every window.
 inline const Setting<bool> askedForReach{u"askedForReach"};
 
+/// The user was asked whether to start at login.
+inline const Setting<bool> askedForLoginStart{u"askedForLoginStart"};
+
 /// Whether applications may be made to copy what is selected in them.
 inline const Setting<bool> readsByCopying{u"readsByCopying", true};
 /// The .desktop ids or names of the applications that may not.

@@ -100,7 +100,8 @@ struct WindowDesk {
                                  [this] { return computer.make(); },
                                  [this] { return computer.makeTaps(); },
                                  [this] { chosen.append(QStringLiteral("updates")); },
-                                 [this] { chosen.append(QStringLiteral("quit")); }, true},
+                                 [this] { chosen.append(QStringLiteral("quit")); }, true,
+                                 [this]() -> LoginStart & { return computer.login; }},
                                 host};
 
     explicit WindowDesk(const QString &language = QStringLiteral("English"))
@@ -110,6 +111,7 @@ struct WindowDesk {
         clock.now = eveningOfTheDay;
         setLanguage(language);
         defaults.setValue(QStringLiteral("looksForUpdates"), false); // was asked
+        defaults.setValue(QStringLiteral("askedForLoginStart"), true);
     }
 
     void setLanguage(const QString &language)

@@ -303,6 +303,22 @@ private Q_SLOTS:
         }
     }
 
+    void asksOnceWhetherToStartAtLogin()
+    {
+        for (const bool isWritable : {true, false}) {
+            WindowDesk desk;
+            desk.defaults.setValue(u"askedForLoginStart"_s, {});
+            desk.useWithoutAccount();
+            desk.computer.login.isWritable = isWritable;
+            desk.show();
+            desk.click("loginStartAccept");
+            QVERIFY(!desk.item("loginStartWords"));
+            QVERIFY(desk.defaults.value(u"askedForLoginStart"_s).toBool());
+            QCOMPARE(desk.computer.login.now == LoginStart::State::On, isWritable);
+            QCOMPARE(desk.item("computerPage") != nullptr, !isWritable); // which says why
+        }
+    }
+
     void asksOnceWhetherToLookForUpdates()
     {
         for (const bool isAllowed : {true, false}) {

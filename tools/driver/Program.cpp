@@ -51,6 +51,7 @@ Program::Program(const Desktop &desktop, QString path, const QString &folder)
     setEnvironment(u"XDG_DATA_HOME"_s, dataHome_);
     setSetting(u"accessibilityConsent"_s, u"true"_s);
     setSetting(u"hasCompletedOnboarding"_s, u"true"_s);
+    setSetting(u"askedForLoginStart"_s, u"true"_s);
     setSetting(u"preferredOutputLanguage"_s, u"English"_s);
 }
 
