@@ -34,13 +34,6 @@ SectionCard {
         title: section.english ? "Configuration" : "配置"
         text: section.service.fault
     }
-    Label {
-        width: parent.width
-        visible: section.service.isForced
-        text: section.service.choiceText
-        wrapMode: Text.Wrap
-        lineFactor: Units.readingLine
-    }
     SegmentedPicker {
         objectName: "mode"
         visible: !section.service.isForced
@@ -58,14 +51,22 @@ SectionCard {
         accessibleName: section.title
         onChosen: value => section.service.choose(value)
     }
-    Label {
+    StatusLine {
+        readonly property string problem: section.computer.explanationProblem
+        readonly property bool isSample: section.service.mode === ServiceForm.Samples
+
+        objectName: "serviceState"
         width: parent.width
-        visible: !section.service.isForced && !section.isOwn
-        text: section.service.choiceText
-        wrapMode: Text.Wrap
-        color: Theme.secondInk
-        font.pixelSize: Units.type12
-        lineFactor: Units.readingLine
+        visible: !section.isOwn
+        status: problem.length > 0 ? StatusLine.Bad
+              : isSample ? StatusLine.Neutral : StatusLine.Good
+        title: section.service.isForced ? (section.english ? "A service of the environment is in use"
+                                                          : "正在使用环境变量指定的服务")
+             : isSample ? (section.english ? "Sample answers are in use" : "正在使用示例回答")
+                        : (section.english ? "The preconfigured service is in use" : "正在使用预设服务")
+        stateName: problem.length === 0 ? "" : section.english ? "Problem" : "有问题"
+        text: section.service.choiceText + (problem.length === 0 ? ""
+            : "\n" + section.computer.explanationTime + " · " + problem)
     }
     ServiceEntry {
         id: entry
