@@ -51,7 +51,8 @@ ONE_LANGUAGE = {
 LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 CHINESE = re.compile("[\u3400-\u9fff]")
 # a question mark that is quoted, and paths with a line, are no punctuation
-ASCII = re.compile(r",(?!\d{3})|[;!()]|(?<! )\?|:(?=[\u3400-\u9fff])|(?<=[\u3400-\u9fff]):")
+ASCII = re.compile(
+    r",(?!\d{3})|[;!()]|(?<! )\?|:(?=[\u3400-\u9fff%])|(?<=[\u3400-\u9fff]):|(?<=%\d):(?!\d)")
 
 
 def is_wrong(text):
@@ -109,6 +110,15 @@ def findings():
                     yield f"{path}:{number}: {literal.group(1)}"
 
 
-wrong = list(findings())
+def packaged():
+    """The same for what is installed beside the program: a text between tags, or after a key."""
+    for path in sorted(pathlib.Path("packaging").glob("*.in")):
+        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+            text = re.sub(r"<[^>]*>|^[\w-]+(?:\[\w+\])?=", "", line)
+            if not line.startswith("Keywords") and is_wrong(text):
+                yield f"{path}:{number}: {text.strip()}"
+
+
+wrong = [*findings(), *packaged()]
 print("\n".join(wrong))
 sys.exit(1 if wrong else 0)

@@ -25,7 +25,7 @@ struct CommandOption {
 
 constexpr std::array commandOptions{
     CommandOption{LaunchRequest::Command::Explain, "explain",
-                  "Explain what is selected, as a double tap does."},
+                  "Explain what is selected, as a double-tap does."},
     CommandOption{LaunchRequest::Command::Notes, "notes", "Show the list of notes."},
     CommandOption{LaunchRequest::Command::Focus, "focus",
                   "Bring the keyboard into the panel on screen."},

@@ -91,7 +91,7 @@ DesktopFact keyringFact(const DesktopReporting &desktop, const BilingualText &te
     switch (keyring) {
     case Keyring::Open:
         fact.text = texts.pick(u"Stores your sign-in and your API key."_s,
-                               u"保存你的登录状态和服务密钥。"_s);
+                               u"保存你的登录状态和 API 密钥。"_s);
         break;
     case Keyring::Locked:
         fact.text = texts.pick(u"Locked. It is read as soon as you unlock it."_s,

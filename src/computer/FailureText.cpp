@@ -166,7 +166,7 @@ QString faultText(const ConfigurationFault &fault, const BilingualText &texts)
             .pick(
                 u"%1: the value of %2 does not count, since it is no text in quotation marks. Put "
                 "it right and start vellumo again."_s,
-                u"%1:%2 的值没有写成引号里的文字，因此不起作用。请改正后重新启动 vellumo。"_s)
+                u"%1：%2 的值没有写成引号里的文字，因此不起作用。请改正后重新启动 vellumo。"_s)
             .arg(fault.path, fault.entry);
     case Kind::Address:
         return texts

@@ -105,7 +105,7 @@ Column {
         objectName: "key"
         width: parent.width
         secret: true
-        label: entry.english ? "Key" : "密钥"
+        label: entry.english ? "API key" : "API 密钥"
         revealName: entry.english ? "Show the key" : "显示密钥"
         placeholder: entry.service.hasKey ? "••••••••••••" : ""
         help: entry.service.keyText

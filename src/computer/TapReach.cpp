@@ -171,7 +171,7 @@ QString TapReach::text() const
         return texts_.pick(
             u"Everywhere in this Wayland session. The shortcut does the same; vellumo "
             "added it to the desktop's keyboard settings."_s,
-            u"在这个 Wayland 会话里处处可用。快捷键的效果相同，它由 vellumo 添加到桌面的"
+            u"在当前 Wayland 会话中均可使用。快捷键的效果相同，它由 vellumo 添加到桌面的"
             "键盘设置中。"_s);
     }
     if (made != nullptr) {
@@ -186,8 +186,8 @@ QString TapReach::text() const
     if (desktop_.hearsEveryTap()) {
         return desktop_.isWayland()
             ? texts_.pick(u"Everywhere in this Wayland session."_s,
-                          u"在这个 Wayland 会话里处处可用。"_s)
-            : texts_.pick(u"Everywhere in this X11 session."_s, u"在这个 X11 会话里处处可用。"_s);
+                          u"在当前 Wayland 会话中均可使用。"_s)
+            : texts_.pick(u"Everywhere in this X11 session."_s, u"在当前 X11 会话中均可使用。"_s);
     }
     QString some = texts_.pick(
         u"In this Wayland session, double-taps are heard in X11, GTK 3 and Qt windows and in "

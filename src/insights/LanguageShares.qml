@@ -126,7 +126,7 @@ Column {
         width: parent.width
         visible: chart.insights.namesLetters
         topPadding: Units.space4
-        text: chart.english ? "Detected from script and common words. Single words follow the other notes from the same place."
+        text: chart.english ? "Detected from script and common words. Single words follow the other notes from the same source."
                             : "根据文字和常用词判断；单个词则参照同一来源的其他笔记。"
         wrapMode: Text.Wrap
         color: Theme.secondInk

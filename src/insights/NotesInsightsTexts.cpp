@@ -146,7 +146,7 @@ QString NotesInsights::placesNote() const
     const qsizetype shown = published_.places.size();
     return published_.allPlaces <= shown
         ? QString()
-        : texts_.pick(u"Top %1 of %2"_s, u"共 %2 处，显示前 %1 处"_s)
+        : texts_.pick(u"Top %1 of %2"_s, u"前 %1 个来源，共 %2 个"_s)
               .arg(shown)
               .arg(published_.allPlaces);
 }

@@ -126,7 +126,7 @@ FocusScope {
             anchors.right: parent.right
             anchors.rightMargin: page.isNarrow ? parent.width - width : 0
             y: page.isNarrow ? field.y + field.height + Units.space12 : field.y
-            labels: page.english ? ["By day", "By place"] : ["按日期", "按来源"]
+            labels: page.english ? ["By day", "By source"] : ["按日期", "按来源"]
             values: [NoteRowsModel.ByDay, NoteRowsModel.ByPlace]
             value: page.library.grouping
             accessibleName: page.english ? "Grouping" : "分组"

@@ -51,7 +51,7 @@ private Q_SLOTS:
         const QAccessibleInterface *field =
             QAccessible::queryAccessibleInterface(desk.item("keyInput")->parentItem());
         QVERIFY(field->state().focused);
-        QCOMPARE(field->text(QAccessible::Name), u"Key"_s);
+        QCOMPARE(field->text(QAccessible::Name), u"API key"_s);
         QVERIFY(!field->text(QAccessible::Value).contains(u's')); // nor to accessibility clients
         desk.key(Qt::Key_Return);
         QVERIFY(desk.outcome().startsWith("Saved"_L1));
