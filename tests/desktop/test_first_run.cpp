@@ -87,6 +87,7 @@ private Q_SLOTS:
         vellumo_->setEnvironment(u"QT_QPA_PLATFORM"_s, u"wayland;xcb"_s);
         vellumo_->setSetting(u"hasCompletedOnboarding"_s, u"true"_s); // does not count then
         vellumo_->setSetting(u"accessibilityConsent"_s, u"true"_s);
+        vellumo_->setSetting(u"askedForLoginStart"_s, u"true"_s); // has a button of the same name
         QVERIFY(
             vellumo_->writeNotes({QJsonObject{{u"id"_s, u"00000000-0000-4000-8000-000000000001"_s},
                                               {u"sourceText"_s, u"read before the sign-in"_s},

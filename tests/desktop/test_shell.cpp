@@ -62,7 +62,7 @@ private Q_SLOTS:
 
         QVERIFY(!vellumo_->panelText().contains("Welcome to vellumo"_L1));
         host.activate();
-        QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+        QVERIFY(vellumo_->waitForText(u"button: Settings"_s));
 
         host.choose(menu[4].id);
         QVERIFY(vellumo_->process().waitForEnd(5s));
@@ -96,7 +96,7 @@ private Q_SLOTS:
         };
         QVERIFY(waitUntil(isDrawn));
         desktop_.click(icon->center());
-        QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+        QVERIFY(vellumo_->waitForText(u"button: Settings"_s));
     }
 
     void iconCanBeSeenOnLightAndDarkPanels()
@@ -188,7 +188,7 @@ private Q_SLOTS:
         QCOMPARE(others, QList<WindowId>());
         QVERIFY(vellumo_->dismissPanel());
         QCOMPARE(vellumo_->startAgain({}), 0); // now the window, and the question
-        QVERIFY(vellumo_->waitForText(u"heading: Welcome to vellumo"_s));
+        QVERIFY(vellumo_->waitForText(u"button: Settings"_s));
         QVERIFY(waitUntil([&] {
             QList<WindowId> shown = desktop_.windows(u"vellumo"_s);
             shown.removeIf(
