@@ -20,6 +20,7 @@ ScrollPage {
     /// `row` is one of the newest notes.
     signal noteChosen(row: int)
     signal menuAsked(card: Item, x: real, y: real, row: int)
+    signal deletionAsked(row: int)
     signal allNotesAsked
 
     property int keptCard: -1
@@ -146,6 +147,8 @@ ScrollPage {
                     if (event.accepted && !event.isAutoRepeat)
                         card.action(Qt.NoModifier)
                 }
+                Keys.onDeletePressed: page.deletionAsked(card.index)
+                Keys.onMenuPressed: card.askForMenu()
                 Keys.onUpPressed: card.nextItemInFocusChain(false).forceActiveFocus()
                 Keys.onDownPressed: card.nextItemInFocusChain(true).forceActiveFocus()
             }

@@ -10,10 +10,11 @@ MenuOpener {
 
     required property OpenedNote note
     required property NoteDeletion deletion
+    required property NotesExporter exporter
 
     readonly property bool english: InterfaceLanguage.english
 
-    /// `openNote` shows the note's page, `extra` are further entries before the last.
+    /// `openNote` shows the note's page, `extra` are further entries before the last two.
     function openFor(card: Item, x: real, y: real, id: string, openNote: var, extra: var): void {
         const own = [
             { name: "menuOpen", text: menu.english ? "Open" : "打开", run: openNote },
@@ -22,8 +23,13 @@ MenuOpener {
         ]
         const page = { name: "menuOpenPage", text: menu.english ? "Open page" : "打开网页",
                        run: () => menu.note.openPageOf(id) }
-        const last = { name: "menuDelete", text: menu.english ? "Delete" : "删除",
-                       run: () => menu.deletion.deleteNote(id) }
-        menu.open(card, x, y, [...own, ...(menu.note.hasPageOf(id) ? [page] : []), ...extra, last])
+        const last = [
+            { name: "menuExport", text: menu.english ? "Export…" : "导出…",
+              enabled: menu.exporter.state !== NotesExporter.Writing,
+              run: () => menu.exporter.openFor(id) },
+            { name: "menuDelete", text: menu.english ? "Delete" : "删除",
+              run: () => menu.deletion.deleteNote(id) }
+        ]
+        menu.open(card, x, y, [...own, ...(menu.note.hasPageOf(id) ? [page] : []), ...extra, ...last])
     }
 }

@@ -62,6 +62,15 @@ void NoteSelection::extendTo(int row)
     publish();
 }
 
+void NoteSelection::selectOnly(const QUuid &id)
+{
+    isActive_ = true;
+    anchor_ = -1;
+    selected_ = {id};
+    before_ = selected_;
+    publish();
+}
+
 void NoteSelection::selectAll()
 {
     isActive_ = true;

@@ -38,6 +38,9 @@ public:
     Q_INVOKABLE void extendTo(int row);
     /// Forgets the anchor, so that the next extendTo() starts a new range.
     Q_INVOKABLE void dropAnchor() { anchor_ = -1; }
+    /// Selects one note, which need not be in the list, in place of the others. Turns selection
+    /// mode on.
+    void selectOnly(const QUuid &id);
     /// Selects all notes of the list. Turns selection mode on.
     Q_INVOKABLE void selectAll();
 

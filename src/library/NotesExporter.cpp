@@ -78,8 +78,24 @@ void NotesExporter::setOpen(bool open)
         ++question_;
         plan_ = {};
         host_.closeFileDialog();
+        if (std::exchange(hasSelected_, false)) {
+            library_.selection()->setActive(false);
+        }
     }
     Q_EMIT changed();
+}
+
+void NotesExporter::openFor(const QString &id)
+{
+    const QUuid note = QUuid::fromString(id);
+    if (isOpen_ || job_.isRunning() || library_.find(note) == nullptr) {
+        return;
+    }
+    hasSelected_ = !library_.selection()->contains(note);
+    if (hasSelected_) {
+        library_.selection()->selectOnly(note);
+    }
+    setOpen(true);
 }
 
 void NotesExporter::setScope(Scope scope)
@@ -183,6 +199,7 @@ void NotesExporter::write()
 {
     Plan plan = std::exchange(plan_, {});
     isOpen_ = false;
+    hasSelected_ = false;
     asksToReplace_ = false;
     state_ = State::Writing;
     isFolderUnopened_ = false;

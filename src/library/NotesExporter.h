@@ -63,6 +63,10 @@ public:
     [[nodiscard]] bool isOpen() const { return isOpen_; }
     void setOpen(bool open);
 
+    /// Opens the sheet for the selected notes if this one is among them, and otherwise for it
+    /// alone, which is then selected until the sheet is closed or the note is written.
+    Q_INVOKABLE void openFor(const QString &id);
+
     [[nodiscard]] Scope scope() const { return scope_; }
     void setScope(Scope scope);
     /// Returns the number of notes in the scope, as a text.
@@ -119,6 +123,7 @@ private:
     QString path_;
     std::optional<QSet<QUuid>> writtenSelection_; ///< of the export in progress
     bool isOpen_ = false;
+    bool hasSelected_ = false; ///< the selection was made by openFor()
     bool asksToReplace_ = false;
     bool isFolderUnopened_ = false; ///< no file manager could be opened
     State state_ = State::Idle;

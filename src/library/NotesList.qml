@@ -10,6 +10,7 @@ FocusScope {
 
     required property NotesLibrary library
     required property NoteDeletion deletion
+    required property NotesExporter exporter
     required property bool english
     required property int sidePadding
     required property OpenedNote note ///< may be open beside the list
@@ -110,6 +111,7 @@ FocusScope {
         id: menu
         note: list.note
         deletion: list.deletion
+        exporter: list.exporter
     }
 
     Connections {

@@ -143,7 +143,6 @@ FocusScope {
             anchors.topMargin: Units.space12
             anchors.left: parent.left
             width: Math.min(implicitWidth, top.width)
-            height: implicitHeight
             visible: page.library.isNarrowed
             text: page.library.narrowingText
             accessibleName: page.library.widenText
@@ -162,6 +161,7 @@ FocusScope {
         visible: page.library.found > 0
         library: page.library
         deletion: page.deletion
+        exporter: page.exporter
         english: page.english
         sidePadding: page.sidePadding
         note: page.note

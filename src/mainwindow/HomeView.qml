@@ -14,6 +14,7 @@ HomePage {
     overview: view.main.overview
     library: view.main.library
     onNoteChosen: row => view.main.note.openLatest(row)
+    onDeletionAsked: row => view.main.deletion.deleteNote(view.library.latestIdAt(row))
     onAllNotesAsked: view.main.goToAllNotes()
     onMenuAsked: (card, x, y, row) => {
         menu.openFor(card, x, y, view.library.latestIdAt(row), () => view.main.note.openLatest(row), [])
@@ -24,5 +25,6 @@ HomePage {
 
         note: view.main.note
         deletion: view.main.deletion
+        exporter: view.main.exporter
     }
 }

@@ -96,8 +96,18 @@ private Q_SLOTS:
         QCOMPARE(QGuiApplication::clipboard()->text(), u"note 1"_s);
         desk.key(Qt::Key_Escape);
         rightClick("latest");
+        desk.click("menuExport");
+        QCOMPARE(desk.text("exportCount"), u"One note"_s);
+        desk.key(Qt::Key_Escape);
+        rightClick("latest");
         desk.click("menuDelete");
         QCOMPARE(desk.notes.notes.size(), 2);
+        desk.item("latest")->forceActiveFocus(Qt::TabFocusReason);
+        desk.key(Qt::Key_Menu);
+        QVERIFY(desk.item("menuOpen") != nullptr);
+        desk.key(Qt::Key_Escape);
+        desk.key(Qt::Key_Delete);
+        QCOMPARE(desk.notes.notes.size(), 1);
     }
 
     void showsANoteBesideTheList()
