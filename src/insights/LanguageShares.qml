@@ -25,8 +25,9 @@ Column {
                                   * counts[index] / chart.total)
     }
     function colorOf(index: int): color {
-        return [Theme.accent, Theme.chartSecond, Theme.chartThird, Theme.chartFourth,
-                Theme.chartRest][index]
+        const colors = [Theme.accent, Theme.chartSecond, Theme.chartThird, Theme.chartFourth]
+        return chart.insights.determinedLanguages[index] ? colors[index] ?? Theme.chartRest
+                                                         : Theme.chartRest
     }
 
     Row {

@@ -149,9 +149,12 @@ QList<NotesInsights::LanguageShare> NotesInsights::shares() const
             shares.append({static_cast<ReadingLanguage>(i), published_.byLanguage[i]});
         }
     }
+    // what is not known to be one language comes last
     std::stable_sort(
-        shares.begin(), shares.end(),
-        [](const LanguageShare &a, const LanguageShare &b) { return a.count > b.count; });
+        shares.begin(), shares.end(), [](const LanguageShare &a, const LanguageShare &b) {
+            const bool isLanguage = isDetermined(a.language);
+            return isLanguage == isDetermined(b.language) ? a.count > b.count : isLanguage;
+        });
     if (shares.size() > shownLanguages) {
         LanguageShare rest{ReadingLanguage::Count, 0};
         for (qsizetype i = shownLanguages - 1; i < shares.size(); ++i) {
@@ -171,6 +174,16 @@ QList<int> NotesInsights::languageCounts() const
         counts.append(share.count);
     }
     return counts;
+}
+
+QList<bool> NotesInsights::determinedLanguages() const
+{
+    QList<bool> determined;
+    const QList<LanguageShare> all = shares();
+    for (const LanguageShare &share : all) {
+        determined.append(isDetermined(share.language));
+    }
+    return determined;
 }
 
 QList<int> NotesInsights::languagePercents() const

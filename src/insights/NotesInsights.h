@@ -34,6 +34,7 @@ class NotesInsights : public QObject {
     Q_PROPERTY(QStringList monthLabels READ monthLabels NOTIFY changed)
     Q_PROPERTY(QStringList languageNames READ languageNames NOTIFY changed)
     Q_PROPERTY(QList<int> languageCounts READ languageCounts NOTIFY changed)
+    Q_PROPERTY(QList<bool> determinedLanguages READ determinedLanguages NOTIFY changed)
     Q_PROPERTY(bool namesLetters READ namesLetters NOTIFY changed)
     Q_PROPERTY(QStringList shareTexts READ shareTexts NOTIFY changed)
     Q_PROPERTY(QStringList placeNames READ placeNames NOTIFY changed)
@@ -71,9 +72,12 @@ public:
     /// Returns the full name of a month with its number of notes.
     Q_INVOKABLE [[nodiscard]] QString monthText(int index, int count, bool english) const;
 
-    /// Returns the languages by descending number of notes; the last one combines the rest.
+    /// Returns the languages by descending number of notes, then what is not known to be one
+    /// language; the last one combines the rest.
     [[nodiscard]] QStringList languageNames() const;
     [[nodiscard]] QList<int> languageCounts() const;
+    /// Returns for each whether it is one language.
+    [[nodiscard]] QList<bool> determinedLanguages() const;
     /// Returns the shares, rounded so that they add up to 100.
     [[nodiscard]] QList<int> languagePercents() const;
     /// Returns the share of each language, such as "38 %".

@@ -200,6 +200,24 @@ ReadingLanguage readingLanguage(QStringView text)
     return letter == Language::LatinLetters ? byWords(text) : letter;
 }
 
+bool isDetermined(ReadingLanguage language)
+{
+    switch (language) {
+    case Language::ChineseCharacters:
+    case Language::LatinLetters:
+    case Language::CyrillicLetters:
+    case Language::ArabicLetters:
+    case Language::HebrewLetters:
+    case Language::DevanagariLetters:
+    case Language::OtherLetters:
+    case Language::NoLetters:
+    case Language::Count:
+        return false;
+    default:
+        return true;
+    }
+}
+
 QString nameOf(ReadingLanguage language, bool english)
 {
     switch (language) {

@@ -35,6 +35,9 @@ enum class ReadingLanguage : quint8 {
 /// Detects the language from the beginning of a text, in bounded time.
 [[nodiscard]] ReadingLanguage readingLanguage(QStringView text);
 
+/// Returns whether it is a language, as opposed to a script of several or the rest.
+[[nodiscard]] bool isDetermined(ReadingLanguage language);
+
 [[nodiscard]] QString nameOf(ReadingLanguage language, bool english);
 
 } // namespace vellumo
