@@ -65,7 +65,7 @@ Item {
         textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: Theme.islandSecondText
-        // the list has one size, so larger text grows as far as it stays whole
+        // the list has one width, so larger text grows as far as it stays whole
         fontSizeMode: Text.Fit
         minimumPixelSize: Units.minType
         font.pixelSize: Units.type12
@@ -104,6 +104,14 @@ Item {
             width: cards.width
             onAction: list.pill.select(index)
         }
+    }
+
+    ScrollThumb {
+        anchors.right: parent.right
+        anchors.rightMargin: Units.space2
+        y: cards.y
+        height: cards.height - Units.radius22
+        flickable: cards
     }
 
     // more below

@@ -72,7 +72,7 @@ bool isReachable(const Rect &pill, const QList<Screen> &screens)
 double listHeight(qsizetype notes, double textScale)
 {
     if (notes == 0) {
-        return emptyList;
+        return std::min(emptyList * textScale, highestList);
     }
     return std::min((((static_cast<double>(notes) * rowHeight) + headerHeight) * textScale)
                         + bottomPadding,

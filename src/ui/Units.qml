@@ -121,7 +121,7 @@ QtObject {
     readonly property int pillDot: 7
     readonly property real pillOutline: 2.5
     readonly property int listWidth: 340
-    readonly property int listButton: 28
+    readonly property int listButton: Math.max(28, units.scaled(26))
     readonly property int cardGap: 3
     readonly property int demoFinger: 40
     /// Smallest type in panels of a fixed size.
