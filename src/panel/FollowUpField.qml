@@ -43,8 +43,8 @@ FocusScope {
         anchors.fill: parent
         radius: height / 2
         color: Theme.islandField
-        border.width: input.activeFocus ? Units.focusRing : 0
-        border.color: Theme.islandAccent
+        border.width: input.activeFocus ? Units.focusRing : Units.hairline
+        border.color: input.activeFocus ? Theme.islandAccent : Theme.islandFieldEdge
     }
     Text {
         id: placeholder
@@ -138,6 +138,7 @@ FocusScope {
         anchors.rightMargin: (parent.height - height) / 2
         anchors.verticalCenter: parent.verticalCenter
         diameter: Units.submitButton
+        reach: Units.space4
         iconSize: Units.submitIcon
         iconColor: Theme.islandText
         ground: field.canSubmit ? Theme.islandAccent : Theme.islandControlHovered

@@ -36,6 +36,8 @@ Item {
         property real grip: 0
 
         anchors.fill: parent
+        anchors.leftMargin: -Units.space4
+        anchors.rightMargin: -Units.space4
         hoverEnabled: true
         preventStealing: true
         onPressed: mouse => {

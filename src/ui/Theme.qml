@@ -23,6 +23,8 @@ QtObject {
     readonly property color islandThirdText: Qt.rgba(0.45, 0.45, 0.45, 1)
     readonly property color islandHairline: Qt.rgba(0.17, 0.17, 0.17, 1)
     readonly property color islandField: Qt.rgba(0.125, 0.125, 0.125, 1)
+    /// The edge of a field, at 3:1 on the ground and on the field.
+    readonly property color islandFieldEdge: Qt.rgba(0.42, 0.42, 0.42, 1)
     readonly property color islandControl: Qt.rgba(0.155, 0.155, 0.155, 1)
     readonly property color islandControlHovered: Qt.rgba(0.23, 0.23, 0.23, 1)
     readonly property color islandControlPressed: Qt.rgba(0.29, 0.29, 0.29, 1)
