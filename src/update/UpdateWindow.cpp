@@ -57,7 +57,11 @@ void UpdateWindow::show(State state)
     if (window_) {
         Q_EMIT stateShown();
     } else if (create()) {
-        raise();
+        if (state == State::Checking) {
+            raise(); // the user has asked for it
+        } else {
+            bringToFront(*window_);
+        }
     }
 }
 
@@ -67,13 +71,16 @@ bool UpdateWindow::create()
         engine_, u"Update/UpdateWindow"_s,
         {{u"texts"_s, QVariant::fromValue(&texts_)}, {u"report"_s, QVariant::fromValue(this)}},
         this);
+    if (window_) {
+        window_->setTransientParent(OrdinaryWindows::of(engine_).front());
+    }
     return window_;
 }
 
 bool UpdateWindow::raise()
 {
     if (window_) {
-        bringToFront(*window_);
+        takeKeyboard(*window_);
     }
     return window_;
 }

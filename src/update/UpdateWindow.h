@@ -50,13 +50,14 @@ public:
                  QObject *parent = nullptr);
     ~UpdateWindow() override;
 
-    // Each opens the window in front, or updates an open one without raising it.
+    // Each opens the window in front, over the one that is shown, or updates an open one without
+    // raising it. showChecking() also gives it the keyboard.
     void showChecking();
     void showNothingNew();
     void showOffer(const UpdateFeed &offer);
     void showFailure(Failure failure);
 
-    /// Raises the window. Returns false when there is none.
+    /// Raises the window and gives it the keyboard. Returns false when there is none.
     bool raise();
     /// Shows in an open window that the page of the offer could not be opened.
     void showUnopenedPage();
