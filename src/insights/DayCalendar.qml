@@ -32,7 +32,7 @@ FocusScope {
 
     signal chosen(index: int)
 
-    readonly property list<real> shades: [1, 0.28, 0.5, 0.75, 1]
+    readonly property list<real> shades: [1, 0.4, 0.6, 0.8, 1]
 
     implicitHeight: legend.y + legend.height
     activeFocusOnTab: true
@@ -161,6 +161,8 @@ FocusScope {
                 height: width
                 radius: Units.radius3
                 color: cell.level === 0 ? Theme.softFill : Theme.accent
+                border.width: cell.level === 0 ? Units.hairline : 0
+                border.color: Theme.hairline
                 opacity: calendar.shades[cell.level]
 
                 // screen readers skip days without notes

@@ -65,7 +65,7 @@ Item {
                 width: implicitWidth
                 visible: month.modelData > 0 && implicitWidth <= month.width
                 text: month.modelData
-                color: month.isLast ? Theme.ink : Theme.secondInk
+                color: month.isLast || month.hovered ? Theme.ink : Theme.secondInk
                 size: Units.type11
                 weight: month.isLast ? Font.DemiBold : Font.Normal
             }
@@ -79,7 +79,6 @@ Item {
                     : Math.max(Units.space4, Math.round(Units.monthBars * month.modelData / chart.maxCount))
                 radius: Math.min(Units.radius3, height / 2)
                 color: month.modelData === 0 ? Theme.hairline : Theme.accent
-                opacity: month.isLast || month.hovered || month.modelData === 0 ? 1 : 0.6
             }
             FocusRing {
                 shown: month.activeFocus

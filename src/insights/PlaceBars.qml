@@ -74,7 +74,6 @@ Column {
                 height: Units.bar
                 radius: height / 2
                 color: Theme.accent
-                opacity: place.index === 0 ? 1 : 0.55
             }
             FocusRing {
                 shown: place.activeFocus

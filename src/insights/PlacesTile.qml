@@ -66,7 +66,6 @@ HomeTile {
                     height: Units.bar
                     radius: height / 2
                     color: Theme.accent
-                    opacity: place.index === 0 ? 1 : 0.55
                 }
             }
         }

@@ -37,6 +37,8 @@ Row {
                 height: width
                 radius: Units.radius3
                 color: index === 0 ? Theme.softFill : Theme.accent
+                border.width: index === 0 ? Units.hairline : 0
+                border.color: Theme.hairline
                 opacity: modelData
             }
         }

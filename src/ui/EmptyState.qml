@@ -18,7 +18,7 @@ Column {
         width: Units.scaled(56)
         height: width
         radius: width / 2
-        color: Theme.softFill
+        color: Theme.softFillHovered
 
         LineIcon {
             anchors.centerIn: parent

@@ -86,7 +86,7 @@ FocusScope {
                     radius: Units.radius10 - Units.space2
                     color: Theme.raised
                     border.width: Units.hairline
-                    border.color: Theme.hairline
+                    border.color: Theme.fieldEdge
                 }
                 Text {
                     id: words
