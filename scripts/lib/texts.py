@@ -39,7 +39,7 @@ WITHOUT = ("src/explain/ExplanationPrompt.cpp", "src/explain/FollowUpPrompt.cpp"
 
 # The same in both languages.
 ONE_LANGUAGE = {
-    "vellumo", "vellumo ", "✦ vellumo", "Notes", "Ask a follow-up…",
+    "vellumo", "vellumo ", "Notes", "Ask a follow-up…",
     "vellumo needs a readable selection to continue.",
     # what is selected in the first run
     "vellumo is a reading assistant for your Mac. Select any text you don't understand, "

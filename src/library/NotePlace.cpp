@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "library/NotePlace.h"
 
+#include "notes/PageAddress.h"
 #include "ui/PlainText.h"
 
 using namespace Qt::StringLiterals;
@@ -22,10 +23,7 @@ QString placeOf(const ReadingContext &context, bool english)
     if (isPulled(context)) {
         return english ? u"Synced notes"_s : u"已同步的笔记"_s;
     }
-    const QString name = presentableLine(context.displayName, maxPlace);
-    return context.source == ReadingContextSource::webURL && name.startsWith("www."_L1)
-        ? name.sliced(4)
-        : name;
+    return presentableLine(shortNameOf(context), maxPlace);
 }
 
 QString placeKey(const ReadingContext &context)

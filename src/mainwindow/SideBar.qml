@@ -31,20 +31,33 @@ Rectangle {
         interactive: contentHeight > height
         room: Units.space8
 
+        // as the icons and the texts of the entries below
+        Label {
+            id: star
+
+            anchors.top: name.top
+            anchors.left: parent.left
+            anchors.leftMargin: Units.space24
+            width: Units.icon
+            text: "✦"
+            horizontalAlignment: Text.AlignHCenter
+            font.pixelSize: Units.type17
+            font.weight: Font.Bold
+            Accessible.ignored: true
+        }
         Label {
             id: name
 
             anchors.top: parent.top
             anchors.topMargin: Units.space24
-            anchors.left: parent.left
-            anchors.leftMargin: Units.space24
+            anchors.left: star.right
+            anchors.leftMargin: Units.space12
             anchors.right: parent.right
             anchors.rightMargin: Units.space12 - Units.hairline
-            text: "✦ vellumo"
+            text: "vellumo"
             elide: Text.ElideRight
             font.pixelSize: Units.type17
             font.weight: Font.Bold
-            Accessible.name: "vellumo"
         }
         Column {
             id: entries

@@ -21,4 +21,12 @@ QUrl pageOf(const ReadingContext &context)
     return isPage ? url : QUrl();
 }
 
+QString shortNameOf(const ReadingContext &context)
+{
+    const QString &name = context.displayName;
+    return context.source == ReadingContextSource::webURL && name.startsWith("www."_L1)
+        ? name.sliced(4)
+        : name;
+}
+
 } // namespace vellumo

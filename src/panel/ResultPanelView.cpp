@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "panel/ResultPanelView.h"
 
+#include "notes/PageAddress.h"
 #include "panel/PanelText.h"
 
 namespace vellumo {
@@ -9,7 +10,7 @@ namespace vellumo {
 void ResultPanelView::show(const IslandContent &content,
                            const std::optional<ReadingContext> &context, Drawing drawing)
 {
-    contextName_ = context ? panelText::title(context->displayName) : QString();
+    contextName_ = context ? panelText::title(shortNameOf(*context)) : QString();
     if (drawing == Drawing::Fresh) {
         thread_.setRows({}); // rows of another conversation must not be extended
         setHasUnsentText(false);
@@ -23,7 +24,7 @@ void ResultPanelView::show(const IslandContent &content,
 
 void ResultPanelView::setContext(const std::optional<ReadingContext> &context)
 {
-    contextName_ = context ? panelText::title(context->displayName) : QString();
+    contextName_ = context ? panelText::title(shortNameOf(*context)) : QString();
     Q_EMIT contentChanged();
 }
 

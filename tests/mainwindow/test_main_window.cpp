@@ -199,7 +199,7 @@ private Q_SLOTS:
         QCOMPARE(desk.preferences.preferredOutputLanguage(), u"Chinese"_s);
         QStringList remaining = textsOf(desk.window.window()->contentItem());
         remaining.removeIf([&](const QString &text) { return text.contains(chinese); });
-        const QSet<QString> neutral{u"✦ vellumo"_s, u"English"_s, u"note 0"_s,
+        const QSet<QString> neutral{u"✦"_s,         u"vellumo"_s, u"English"_s, u"note 0"_s,
                                     u"explained"_s, u"a.test"_s,  u"1"_s};
         remaining.removeIf(
             [&](const QString &text) { return neutral.contains(text) || text.contains(u':'); });
