@@ -9,7 +9,7 @@ import Vellumo.Ui
 Item {
     id: keyboard
 
-    required property list<string> letters ///< the keys beside Shift
+    required property var letters ///< texts of the keys beside Shift
     required property bool hasRightOption ///< otherwise AltGr
     required property bool isOptionDown
     property bool isLow: false ///< only the row that matters

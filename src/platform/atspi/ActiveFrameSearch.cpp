@@ -4,6 +4,7 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
+#include <utility>
 
 namespace vellumo {
 namespace {
@@ -14,7 +15,7 @@ constexpr qsizetype maxSearchedFrames = 64;
 
 } // namespace
 
-ActiveFrameSearch::ActiveFrameSearch(const QDBusConnection &bus) : bus_(bus)
+ActiveFrameSearch::ActiveFrameSearch(QDBusConnection bus) : bus_(std::move(bus))
 {
     registerAtspiTypes();
     ask(Atspi::rootOf(Atspi::registryService()), "GetChildren",

@@ -17,7 +17,7 @@ class ActiveFrameSearch : public QObject {
 
 public:
     /// Starts the search.
-    explicit ActiveFrameSearch(const QDBusConnection &bus);
+    explicit ActiveFrameSearch(QDBusConnection bus);
 
 Q_SIGNALS:
     /// Emitted once, never before the constructor returns.

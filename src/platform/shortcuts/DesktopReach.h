@@ -25,8 +25,8 @@ public:
     /// Lets GNOME Shell report taps in every window, to ShellCompanion.
     [[nodiscard]] DesktopChange &extension() { return extension_; }
     [[nodiscard]] DesktopChange &shortcut() { return shortcut_; }
-    /// Replaces a change for an earlier version of the desktop, which the user has agreed to, by the
-    /// one for the version that runs, now and whenever the desktop is started.
+    /// Replaces a change for an earlier version of the desktop, which the user has agreed to, by
+    /// the one for the version that runs, now and whenever the desktop is started.
     void replaceOutdated();
     /// Returns all changes that this desktop may have, each of which may be made.
     [[nodiscard]] QList<DesktopChange *> changes();
