@@ -80,9 +80,7 @@ FocusScope {
         return count === 0 ? 0 : Math.max(1, Math.min(4, level))
     }
 
-    Announcer {
-        id: announcer
-    }
+    Announcer { id: announcer }
     Column {
         id: weekdays
 
