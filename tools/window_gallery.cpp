@@ -191,6 +191,11 @@ QList<View> views()
              signedIn(g);
              g.sync.fetched = NoteDates::localTime(eveningOfTheDay);
          }},
+        {u"home-question"_s,
+         [plain](WindowDesk &g) {
+             plain(g);
+             g.defaults.setValue(u"askedForLoginStart"_s, {});
+         }},
         {u"home-empty"_s, empty},
         {u"home-arriving"_s,
          [signedIn](WindowDesk &g) {

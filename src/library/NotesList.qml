@@ -163,13 +163,13 @@ FocusScope {
                 [Qt.Key_Home]: -rows.count, [Qt.Key_End]: rows.count
             }
             // as on the page of the note beside the list
-            const besides = list.note.isOpen ? { [Qt.Key_K]: -1, [Qt.Key_J]: 1 } : {}
+            const stepsBeside = list.note.isOpen ? { [Qt.Key_K]: -1, [Qt.Key_J]: 1 } : {}
             event.accepted = true
             rows.isPointedAt = false
             if (event.key in steps)
                 list.move(steps[event.key], event.modifiers)
-            else if (event.key in besides)
-                list.step(besides[event.key])
+            else if (event.key in stepsBeside)
+                list.step(stepsBeside[event.key])
             else if (event.key === Qt.Key_A && event.modifiers === Qt.ControlModifier)
                 list.selection.selectAll()
             else if (event.key === Qt.Key_Space
