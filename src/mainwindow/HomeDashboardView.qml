@@ -92,6 +92,8 @@ FocusScope {
             onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
         }
         DashboardNotice {
+            id: reach
+
             readonly property TapReach taps: dashboard.main.taps
 
             objectName: "reach"
@@ -111,7 +113,7 @@ FocusScope {
             objectName: "loginStart"
             width: parent.width
             height: implicitHeight
-            wanted: dashboard.main.asksForLoginStart && !dashboard.main.asksForUpdates
+            wanted: dashboard.main.asksForLoginStart && !reach.wanted && !updates.wanted
             status: StatusLine.Neutral
             words: dashboard.texts.english
                 ? "May vellumo start when you log in? It waits in the background, without a window."
@@ -123,10 +125,12 @@ FocusScope {
             onKeyboardLeft: pages.forceActiveFocus(Qt.OtherFocusReason)
         }
         DashboardNotice {
+            id: updates
+
             objectName: "dailyUpdates"
             width: parent.width
             height: implicitHeight
-            wanted: dashboard.main.asksForUpdates
+            wanted: dashboard.main.asksForUpdates && !reach.wanted
             status: StatusLine.Neutral
             words: dashboard.texts.english
                 ? "May vellumo look for new versions once a day? It only asks whether there is one."
